@@ -1,0 +1,18 @@
+# How our own code is compiled. Everything that is ours links metrisk_options.
+add_library(metrisk_options INTERFACE)
+
+# No fast-math and no contraction: a figure must not depend on what the optimiser fused.
+target_compile_options(metrisk_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Werror -ffp-contract=off)
+
+if(METRISK_SANITIZE)
+  set(metrisk_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(metrisk_options INTERFACE ${metrisk_sanitizers})
+  target_link_options(metrisk_options INTERFACE ${metrisk_sanitizers})
+endif()
+
+find_program(METRISK_CCACHE ccache)
+if(METRISK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${METRISK_CCACHE})
+endif()

@@ -1,0 +1,28 @@
+// The one in-memory model of the analysis that is open.
+#pragma once
+
+#include "model/ParameterGroups.h"
+#include "model/ResultGroups.h"
+#include "model/SessionState.h"
+#include "model/WorksheetGroups.h"
+
+namespace metrisk {
+
+/// A plain value: a copy is the saved copy, assignment of a fresh value is clearing.
+struct Analysis : Identification,
+                  SubjectParameter,
+                  MeasuringParameter,
+                  RiskResults,
+                  Baseline,
+                  Guardbands,
+                  ProcessErrors,
+                  SampleStatistics,
+                  ObservedPct,
+                  BiasAnalysis,
+                  Reliability,
+                  ReportFields,
+                  PlotOptions,
+                  Snapshot,
+                  SessionState {};
+
+} // namespace metrisk

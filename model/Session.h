@@ -1,0 +1,19 @@
+// Everything one running program has; passed by reference, never global.
+#pragma once
+
+#include "model/Analysis.h"
+#include "model/Interaction.h"
+#include "model/Regional.h"
+#include "persistence/Settings.h"
+
+namespace metrisk {
+
+/// Two sessions in two threads do not know of each other.
+struct Session {
+    Settings& settings;
+    Interaction& ui;
+    Regional regional{};
+    Analysis record{};
+};
+
+} // namespace metrisk

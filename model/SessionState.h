@@ -1,0 +1,53 @@
+// What belongs to the running program rather than to the analysis; none of it is saved.
+#pragma once
+
+#include "model/Flag.h"
+
+#include <string>
+
+namespace metrisk {
+
+inline constexpr const char* untitledName = "(Untitled)";
+
+struct SessionState {
+    std::string AnalysisFileName = untitledName;
+    std::string LastAnalysisName;
+    Flag FileChanged; // changed since the last save
+    Flag FileReadOnly;
+    Flag ComputeNeeded; // an entry has changed: the next validation step must run
+    std::string ComputeScope = "Both"; // "Both", "SU" or "MTE"
+    Flag AbortFlag; // the shared error return: set by any failure, cleared at the start of a step
+    Flag SearchAbort; // second failure flag of the risk computation
+    Flag Computing; // the compute button's handling is in progress
+    Flag EntryBoxChanged; // a lost-focus rule is committing an entry
+    Flag RisksNeedCompute;
+    Flag ComputeRequested; // the progress screen is to compute when it becomes active
+    Flag NothingChanged; // results of the snapshot comparison
+    Flag GuardbandsUnchanged;
+    Flag BaselineUnchanged;
+    Flag BaselineComputed;
+    Flag LoadInProgress; // no boxes for missing data, no focus moves
+    Flag ObservedWorksheetOpen;
+    Flag UncertaintyWorksheetOpen;
+    Flag GB_ScreenOpen;
+    Flag GB_RatioRequest; // the ratio search runs on behalf of the guardband worksheet
+    Flag GB_MainStale;
+    Flag GB_RisksStale;
+    Flag ObservedIgnoresGuardbands;
+    Flag MTE_KUsed;
+    Flag OffsetFromUncertainty;
+    Flag SymmetryChanged; // the main boxes need a repaint
+    Flag FirstDisplay;
+    int Rel_ActiveSlot = 0;
+
+    // The user was asked and went on; cleared when one of the boxes concerned is entered again.
+    Flag Ack100Pct;
+    Flag AckPhysLimitLow;
+    Flag AckPhysLimitHigh;
+
+    // Never set in ordinary use: the pipeline without a progress screen, and a forced compute.
+    Flag DirectCompute;
+    Flag DirectComputeChanged;
+};
+
+} // namespace metrisk
