@@ -1,0 +1,73 @@
+#include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/InvNorm.h"
+#include "tests/mathlib/Closeness.h"
+#include "tests/mathlib/Oracle.h"
+
+#include <limits>
+
+namespace metrisk::testing {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+TEST(Normal, AgreesWithTheOracleFromTheSmallestNormalDoubleUp) {
+    for (int i = 0; i <= 9000; ++i) {
+        const double x = -37.5 + i * (46.0 / 9000);
+        EXPECT_TRUE(relativelyClose(callText("Normal", x), Normal(x), oracle::phi(x), 1e-15));
+    }
+}
+
+TEST(Normal, IsHalfAndAStraightLineAboutZero) {
+    EXPECT_EQ(Normal(0), 0.5);
+    EXPECT_EQ(Normal(-0.0), 0.5);
+    for (double x = 1e-300; x < 1; x *= 7)
+        for (double side : {-x, x})
+            EXPECT_TRUE(relativelyClose(callText("Normal", side), Normal(side), oracle::phi(side), 1e-15));
+}
+
+TEST(Normal, SaturatesAndNeverFails) {
+    for (double x : {9.0, 40.0, 1e4, 1e300, std::numeric_limits<double>::max(), infinity}) {
+        EXPECT_EQ(Normal(x), 1) << x;
+        EXPECT_EQ(Normal(-x), x > 39 ? 0 : Normal(-9)) << x;
+    }
+    EXPECT_TRUE(std::isnan(Normal(std::nan(""))));
+    double previous = 0;
+    for (double x = -38.7; x < -37; x += 0.001) { // gradual underflow
+        EXPECT_GE(Normal(x), previous) << x;
+        previous = Normal(x);
+    }
+}
+
+// Abramowitz and Stegun, table 26.1 (z, P(z)) and table 26.2 (z, -log10 Q(z)).
+TEST(Normal, PublishedTables) {
+    EXPECT_NEAR(Normal(1.00), 0.841344746068543, 5e-16);
+    EXPECT_NEAR(Normal(1.96), 0.975002104851780, 5e-16);
+    EXPECT_NEAR(Normal(3.00), 0.998650101968370, 5e-16);
+    EXPECT_NEAR(-std::log10(Normal(-5)), 6.54265, 5e-6);
+    EXPECT_NEAR(-std::log10(Normal(-10)), 23.11805, 5e-6);
+    EXPECT_NEAR(-std::log10(Normal(-30)), 197.30921, 5e-6);
+}
+
+TEST(InvNorm, AgreesWithTheOracle) {
+    const auto expectClose = [](double p) {
+        EXPECT_TRUE(relativelyClose(callText("InvNorm", p), InvNorm(p), oracle::phiInverse(p), 1e-14));
+    };
+    for (int i = 1; i < 3000; ++i) expectClose(i / 3000.0 + 1e-5 / 3);
+    for (double p = 1e-300; p < 0.1; p *= 1.37) expectClose(p);
+    for (double gap = 0x1p-53; gap < 0.1; gap *= 1.37) {
+        expectClose(1 - gap);
+        expectClose(0.5 + 2 * gap);
+        expectClose(0.5 - gap);
+    }
+}
+
+TEST(InvNorm, MiddleEndsAndOutside) {
+    EXPECT_EQ(InvNorm(0.5), 0);
+    EXPECT_NEAR(InvNorm(0.975), 1.959963984540054, 1e-15); // the usual two-sided 95 % factor
+    EXPECT_EQ(InvNorm(0), -infinity);
+    EXPECT_EQ(InvNorm(1), infinity);
+    for (double p : {-0.1, 1.1, std::nan(""), infinity, -infinity}) EXPECT_TRUE(std::isnan(InvNorm(p))) << p;
+}
+
+} // namespace
+} // namespace metrisk::testing

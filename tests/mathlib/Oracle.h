@@ -1,0 +1,19 @@
+// Reference values by Boost.Math in 113-bit arithmetic, rounded to long double.
+#pragma once
+
+namespace metrisk::testing::oracle {
+
+using Value = long double;
+
+Value phi(double x);
+/// The z with phi(z) = p.
+Value phiInverse(double p);
+Value logGamma(double x);
+Value gammaP(double a, double x);
+/// P(|T| <= t).
+Value tContent(double t, double nu);
+/// By how much ln t must change for P(T <= t) to be p, to first order: the relative error of a
+/// quantile t. Each tail is taken by itself.
+Value tQuantileError(double t, double nu, double p);
+
+} // namespace metrisk::testing::oracle
