@@ -33,6 +33,9 @@ class Interaction {
     /// Moves focus to the control of that name; with `select` its whole text is selected.
     virtual void focus(std::string_view control, bool select = false) = 0;
 
+    /// Makes a panel stand out until the next entry.
+    virtual void highlight(std::string_view /*panel*/) {}
+
     /// Lets pending events run (cancel, repaint).
     virtual void yield() = 0;
 
@@ -48,6 +51,9 @@ class Interaction {
     /// The record changed in a way that the main screen shows.
     virtual void repaintMainScreen() = 0;
 
+    /// The accuracy ratios of the fitted parameters may differ now.
+    virtual void repaintRatioPanels() {}
+
     /// Wait pointer; calls nest. Use WaitPointer.
     virtual void setBusy(bool busy) = 0;
 
@@ -61,6 +67,18 @@ class WaitPointer {
     ~WaitPointer() { ui_.setBusy(false); }
     WaitPointer(const WaitPointer&) = delete;
     WaitPointer& operator=(const WaitPointer&) = delete;
+
+  private:
+    Interaction& ui_;
+};
+
+/// Shows a status line for the life of the object and clears it then.
+class StatusText {
+  public:
+    StatusText(Interaction& ui, std::string_view text) : ui_(ui) { ui_.status(text); }
+    ~StatusText() { ui_.status(""); }
+    StatusText(const StatusText&) = delete;
+    StatusText& operator=(const StatusText&) = delete;
 
   private:
     Interaction& ui_;

@@ -21,6 +21,7 @@ struct SessionState {
     Flag Computing; // the compute button's handling is in progress
     Flag EntryBoxChanged; // a lost-focus rule is committing an entry
     Flag RisksNeedCompute;
+    Flag RisksComputed; // the last risk compute gave figures of its own
     Flag ComputeRequested; // the progress screen is to compute when it becomes active
     Flag NothingChanged; // results of the snapshot comparison
     Flag GuardbandsUnchanged;

@@ -1,0 +1,33 @@
+#include "cli/AnalysisRun.h"
+
+#include "model/ClearAnalysis.h"
+#include "persistence/AnalysisFile.h"
+
+#include <filesystem>
+
+namespace metrisk::cli {
+
+AnalysisRun::AnalysisRun(const std::string& settingsPath)
+    : settings(settingsPath.empty() ? defaultSettingsPath() : settingsPath) {}
+
+bool AnalysisRun::open(const std::string& path) {
+    ClearAnalysis(session);
+    ClearWorksheets(session);
+    record.AnalysisFileName = path;
+    record.AbortFlag = false;
+    ReadAnalysis(session, path);
+    return !record.AbortFlag;
+}
+
+bool AnalysisRun::save(const std::string& path) {
+    record.AbortFlag = false;
+    WriteAnalysis(session, NormalizeAnalysisName(path));
+    return !record.AbortFlag;
+}
+
+bool saveWouldReplace(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(NormalizeAnalysisName(path), ignored);
+}
+
+} // namespace metrisk::cli

@@ -1,0 +1,76 @@
+// metrisk-cli baseline: risks of the reference case.
+#include "cli/Commands.h"
+#include "cli/ConsoleInteraction.h"
+#include "cli/JsonLine.h"
+#include "cli/Output.h"
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "persistence/SettingsFile.h"
+#include "risk/BaselineRisks.h"
+#include "risk/DisplayRule.h"
+
+#include <limits>
+
+namespace metrisk::cli {
+
+namespace {
+
+constexpr const char* ratioText = "Accuracy Ratio Entry must be greater than Zero";
+constexpr const char* pctText = "Must be between 0.0001% and 99.9999%.";
+
+/// Numerator over denominator of "4:1", or of a single figure; 0 when there is no such ratio.
+double parseRatio(const std::string& text) {
+    const auto colon = text.find(':');
+    const double numerator = ParseValue(text.substr(0, colon), {});
+    const double denominator = colon == std::string::npos ? 1 : ParseValue(text.substr(colon + 1), {});
+    return numerator > 0 && denominator > 0 ? numerator / denominator : 0;
+}
+
+bool isPct(double pct) { return pct > 0 && pct < 100; }
+
+std::string riskText(double fraction) {
+    const ShownRisk shown = shownRisk(notNegative(fraction));
+    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
+    return FormatNumber(shown.value, baselinePicture(shown.units), {}) + " " + shown.units;
+}
+
+} // namespace
+
+int baselineCommand(const BaselineOptions& options) {
+    Output output;
+    const double ratio = parseRatio(options.ratio);
+    const auto refuse = [&](const std::string& text) {
+        output.diagnostics = text + "\n";
+        output.status = wrongUsage;
+        emit(output);
+        return output.status;
+    };
+    if (!(ratio > 0)) return refuse("--ratio: " + std::string(ratioText));
+    if (!isPct(options.measuringPct)) return refuse("--mte: " + std::string(pctText));
+    if (!isPct(options.subjectPct)) return refuse("--su: " + std::string(pctText));
+
+    SettingsFile settings(defaultSettingsPath());
+    ConsoleInteraction ui;
+    Session session{settings, ui};
+    session.record.FalseAcceptOption = options.producer ? 1 : 0;
+    double falseAccept = std::numeric_limits<double>::quiet_NaN();
+    double falseReject = falseAccept;
+    if (!ComputeBaselineRisks(session, ratio, options.subjectPct / 100, options.measuringPct / 100, falseAccept,
+                              falseReject))
+        output.status = refused;
+    if (options.json) {
+        JsonLine line;
+        line.add("BaselineFalseAccept", falseAccept);
+        line.add("BaselineFalseReject", falseReject);
+        line.add("messages", ui.messages());
+        output.results = line.text();
+    } else if (output.status == allDone) {
+        output.results = "Baseline false accept risk  " + riskText(falseAccept) +
+                         "\nBaseline false reject risk  " + riskText(falseReject) + "\n";
+    }
+    output.diagnostics = diagnosticLines("baseline", ui.messages());
+    if (!emit(output) && output.status == allDone) output.status = refused;
+    return output.status;
+}
+
+} // namespace metrisk::cli

@@ -1,0 +1,182 @@
+// metrisk-cli compute: risks and equivalent accuracy ratio of analysis files.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/JsonLine.h"
+#include "cli/OrderedBatch.h"
+#include "model/NumberText.h"
+#include "persistence/AnalysisFile.h"
+#include "risk/BaselineRisks.h"
+#include "risk/ComputePipeline.h"
+#include "risk/DisplayRule.h"
+
+#include <cstdio>
+#include <limits>
+#include <unistd.h>
+
+namespace metrisk::cli {
+
+namespace {
+
+constexpr double noFigure = std::numeric_limits<double>::quiet_NaN();
+
+/// Fractions; not a number where there is no figure.
+struct Figures {
+    double falseAccept = noFigure;
+    double falseReject = noFigure;
+    double baselineFalseAccept = noFigure;
+    double baselineFalseReject = noFigure;
+};
+
+const char* statusWord(int status) {
+    return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
+}
+
+/// Computes afresh, whatever the snapshot in the file says; false when the analysis is refused.
+bool compute(AnalysisRun& run, Figures& figures) {
+    Analysis& r = run.record;
+    r.RisksNeedCompute = true;
+    r.RisksComputed = false;
+    ComputeResults_Click(run.session);
+    if (!r.RisksComputed) return false;
+    figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
+    figures.falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
+    return true;
+}
+
+void computeBaseline(AnalysisRun& run, Figures& figures) {
+    const Analysis& r = run.record;
+    if (!(r.Base_AccRatNum > 0) || !(r.Base_AccRatDen > 0)) return;
+    ComputeBaselineRisks(run.session, r.Base_AccRatNum / r.Base_AccRatDen, r.Base_SUPctInTol / 100,
+                         r.Base_MTEPctInTol / 100, figures.baselineFalseAccept, figures.baselineFalseReject);
+}
+
+std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
+    JsonLine line;
+    line.add("file", file);
+    line.add("status", statusWord(status));
+    line.add("messages", run.ui.messages());
+    line.add("FalseAccept", figures.falseAccept);
+    line.add("FalseReject", figures.falseReject);
+    line.add("BaselineFalseAccept", figures.baselineFalseAccept);
+    line.add("BaselineFalseReject", figures.baselineFalseReject);
+    const Analysis& r = run.record;
+    line.add("SU_Distribution", r.SU_Distribution);
+    line.add("SU_CaseCode", r.SU_CaseCode);
+    line.add("SU_Sigma", r.SU_Sigma);
+    line.add("SU_LogSigma", r.SU_LogSigma);
+    line.add("SU_LogOmega", r.SU_LogOmega);
+    line.add("SU_ExpExponent", r.SU_ExpExponent);
+    line.add("SU_ExpRate", r.SU_ExpRate);
+    line.add("PhysicalLimit", r.PhysicalLimit);
+    line.add("MTE_Sigma", r.MTE_Sigma);
+    line.add("MTE_kFactor", r.MTE_kFactor);
+    line.add("MTE_StdUncertainty", r.MTE_StdUncertainty);
+    line.add("FalseAcceptRisk", r.FalseAcceptRisk);
+    line.add("FalseAcceptUnits", r.FalseAcceptUnits);
+    line.add("FalseRejectRisk", r.FalseRejectRisk);
+    line.add("FalseRejectUnits", r.FalseRejectUnits);
+    line.add("EqAccRat", r.EqAccRat);
+    line.add("EqAccRatDen", r.EqAccRatDen);
+    line.add("FalseAcceptOption", r.FalseAcceptOption);
+    return line.text();
+}
+
+/// "1.23 %", or " < 1 ppm" as the main screen shows it.
+std::string riskText(double fraction, bool baseline, const Regional& regional) {
+    if (fraction != fraction) return "not computed";
+    const ShownRisk shown = shownRisk(notNegative(fraction));
+    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
+    const std::string picture = baseline ? baselinePicture(shown.units) : riskPicture(shown.units);
+    return FormatNumber(shown.value, picture, regional) + " " + shown.units;
+}
+
+std::string tableRow(const char* label, const std::string& value) {
+    std::string row = "  " + std::string(label);
+    row.resize(30, ' ');
+    return row + value + "\n";
+}
+
+std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
+    const Analysis& r = run.record;
+    const Regional& regional = run.session.regional;
+    std::string table = file + "\n";
+    if (status == unreadable) return table + tableRow("Status", "unreadable") + "\n";
+    if (status == refused) table += tableRow("Status", "refused");
+    const auto withUnits = [&](double value) {
+        const std::string text = GeneralText(value, regional);
+        return r.NominalUnits.empty() ? text : text + " " + r.NominalUnits;
+    };
+    if (status == allDone) {
+        const bool ratioFound = r.ComputeEqRatio && r.EqAccRat > 0;
+        table += tableRow("Subject parameter", r.SU_Distribution + ", sigma " + withUnits(r.SU_Sigma));
+        table += tableRow("Measuring parameter", "Normal, sigma " + withUnits(r.MTE_Sigma));
+        table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
+        table += tableRow("False accept risk", riskText(figures.falseAccept, false, regional));
+        table += tableRow("False reject risk", riskText(figures.falseReject, false, regional));
+        table += tableRow("Equivalent accuracy ratio",
+                          ratioFound ? FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen
+                                     : "not computed");
+    }
+    table += tableRow("Baseline false accept risk", riskText(figures.baselineFalseAccept, true, regional));
+    table += tableRow("Baseline false reject risk", riskText(figures.baselineFalseReject, true, regional));
+    return table + "\n";
+}
+
+Output computeFile(const std::string& file, const ComputeOptions& options) {
+    Output output;
+    AnalysisRun run(options.settings);
+    Figures figures;
+    if (!run.open(file)) {
+        output.status = unreadable;
+    } else {
+        output.status = compute(run, figures) ? allDone : refused;
+        computeBaseline(run, figures);
+    }
+    output.diagnostics = run.diagnostics(file);
+    output.results = options.json ? asJson(file, output.status, run, figures)
+                                  : asTable(file, output.status, run, figures);
+    if (options.save && output.status == allDone) {
+        const std::string target = NormalizeAnalysisName(file);
+        if (target != file && !options.force && saveWouldReplace(file)) {
+            output.diagnostics += file + ": not saved: " + target + " exists; use --force to replace it\n";
+            output.status = refused;
+        } else if (!run.save(file)) {
+            output.diagnostics += file + ": not saved\n";
+            output.status = refused;
+        }
+    }
+    return output;
+}
+
+/// A bar on stderr, when that is a terminal and there is something to wait for.
+class ProgressBar {
+  public:
+    explicit ProgressBar(std::size_t total) : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
+
+    void show(std::size_t done) {
+        if (!shown_) return;
+        const std::size_t filled = done * width / total_;
+        if (filled == filled_ && done != total_) return;
+        filled_ = filled;
+        const std::string bar = std::string(filled, '#') + std::string(width - filled, ' ');
+        std::fprintf(stderr, "\r[%s] %zu/%zu%s", bar.c_str(), done, total_, done == total_ ? "\n" : "");
+    }
+
+  private:
+    static constexpr std::size_t width = 40;
+    std::size_t total_;
+    std::size_t filled_ = width + 1;
+    bool shown_;
+};
+
+} // namespace
+
+int computeCommand(const ComputeOptions& options) {
+    ProgressBar bar(options.files.size());
+    return runOrdered(
+        options.files.size(), options.threads,
+        [&](std::size_t i) { return computeFile(options.files[i], options); },
+        [&](std::size_t done) { bar.show(done); });
+}
+
+} // namespace metrisk::cli

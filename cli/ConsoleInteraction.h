@@ -1,0 +1,38 @@
+// Answers for a run that nobody watches: every box gets the answer it names for that case.
+#pragma once
+
+#include "model/Interaction.h"
+
+#include <string>
+#include <vector>
+
+namespace metrisk::cli {
+
+/// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No").
+struct Message {
+    std::string title;
+    std::string text;
+    std::string answer;
+};
+
+class ConsoleInteraction final : public Interaction {
+  public:
+    /// Everything shown so far, in order.
+    const std::vector<Message>& messages() const { return messages_; }
+
+    Answer show(const Box& box) override;
+    void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
+
+    void focus(std::string_view, bool) override {}
+    void yield() override {}
+    void status(std::string_view) override {}
+    void updateComputing(const ComputingScreen&) override {}
+    void repaintMainScreen() override {}
+    void setBusy(bool) override {}
+    void beep() override {}
+
+  private:
+    std::vector<Message> messages_;
+};
+
+} // namespace metrisk::cli

@@ -1,0 +1,29 @@
+# Shared by ./run and ./test: installs missing Debian packages and builds a preset.
+
+build_packages=(g++ cmake ninja-build ccache libcli11-dev nlohmann-json3-dev)
+test_packages=(clang libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev)
+
+# Installs those of the named packages that are missing, with apt, as root or through sudo.
+install_packages() {
+  local package missing=()
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Missing packages: ${missing[*]}; install them as root with apt." >&2; return 1; }
+    as_root=(sudo)
+  fi
+  command -v apt-get >/dev/null || { echo "Missing packages: ${missing[*]}; apt is not here to install them." >&2; return 1; }
+  echo "Installing ${missing[*]}" >&2
+  local quiet=(env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0)
+  { "${as_root[@]}" "${quiet[@]}" update && "${as_root[@]}" "${quiet[@]}" install -y --no-install-recommends "${missing[@]}"; } >&2 ||
+    { echo "apt could not install: ${missing[*]}" >&2; return 1; }
+}
+
+# build PRESET TARGET: configures once, then builds what has changed.
+build() {
+  [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >/dev/null
+  cmake --build --preset "$1" --target "$2" -- --quiet
+}

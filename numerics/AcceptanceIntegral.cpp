@@ -1,0 +1,72 @@
+#include "numerics/AcceptanceIntegral.h"
+
+#include "model/Interaction.h"
+#include "numerics/GaussLegendre.h"
+#include "numerics/IntegrationLimits.h"
+#include "numerics/Real.h"
+#include "numerics/mathlib/Normal.h"
+
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace metrisk {
+
+namespace {
+
+constexpr std::size_t order = 100;
+
+AcceptanceIntegral reportFault(Interaction* ui) {
+    if (ui)
+        ui->show({.text = integrationErrorText,
+                  .title = integrationErrorTitle,
+                  .icon = BoxIcon::Exclamation});
+    return {IntegralOutcome::Fault, 0};
+}
+
+} // namespace
+
+AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo, double hi,
+                                       double mteSigma, double eps, Interaction* ui) noexcept {
+    try {
+        const AcceptanceIntegrand integrand(subject, lo, hi, mteSigma);
+        double x1 = 0;
+        double x2 = 0;
+        const bool scaled = kind == "xy" ? JointIntegrationLimits(integrand, eps, x1, x2)
+                                         : MarginalIntegrationLimits(integrand, eps, x1, x2);
+        if (!scaled) return {IntegralOutcome::NoScale, 0};
+        // A single upper LogNormal limit below its physical limit comes the other way round.
+        if (x1 > x2) std::swap(x1, x2);
+        const auto nodes = GaussLegendreNodes<order>(checked(x1), checked(x2));
+        std::array<double, order> values{};
+        integrand.evaluate(nodes.x.data(), values.data(), order);
+        double sum = 0;
+        for (std::size_t i = 0; i < order; ++i) sum += nodes.w[i] * values[i];
+        return {IntegralOutcome::Done, checked(sum)};
+    } catch (const RuntimeFault&) {
+        return reportFault(ui);
+    }
+}
+
+AcceptanceIntegral BaselineJointProbability(double ratio, double zSubject, double zMeasuring,
+                                            Interaction* ui) noexcept {
+    try {
+        if (zSubject == 0) throw RuntimeFault{};
+        const auto nodes = GaussLegendreNodes<order>(-checked(zSubject), zSubject);
+        const double k = checked(ratio * zMeasuring);
+        double sum = 0;
+        for (std::size_t i = 0; i < order; ++i) {
+            const double x = nodes.x[i];
+            const double accepted =
+                Normal((x / zSubject + 1) * k) + Normal((1 - x / zSubject) * k) - 1;
+            sum += nodes.w[i] * accepted * std::exp(-0.5 * x * x);
+        }
+        constexpr double inverseRootTwoPi = std::numbers::inv_sqrtpi / std::numbers::sqrt2;
+        return {IntegralOutcome::Done, checked(sum) * inverseRootTwoPi};
+    } catch (const RuntimeFault&) {
+        return reportFault(ui);
+    }
+}
+
+} // namespace metrisk

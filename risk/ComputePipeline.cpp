@@ -1,0 +1,313 @@
+#include "risk/ComputePipeline.h"
+
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "model/Validation.h"
+#include "numerics/Real.h"
+#include "risk/ComputingScreen.h"
+#include "risk/DisplayRule.h"
+#include "risk/EquivalentRatio.h"
+#include "risk/FitMeasuring.h"
+#include "risk/FitSubject.h"
+#include "risk/RatioPanels.h"
+#include "risk/Risks.h"
+#include "risk/Snapshot.h"
+
+#include <string>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* notRequiredTitle = "Compute Not Required";
+constexpr const char* notRequiredText = "Compute not required.\nNo changes have been made.";
+constexpr const char* computingRisksText = "Computing Risks";
+constexpr const char* ratioFailureTitle = "Equivalent Accuracy Ratio Failure";
+constexpr const char* ratioFailureOnAccept = "Unable to compute a precise equivalent accuracy ratio\n"
+                                             "based on false accept risks.  Basing the equivalent\n"
+                                             "accuracy search on false reject risks might provide\n"
+                                             "better results.\n"
+                                             "Try again using false reject?";
+constexpr const char* ratioFailureOnReject = "Unable to compute a precise equivalent accuracy ratio\n"
+                                             "based on false reject risks.  Basing the equivalent\n"
+                                             "accuracy search on false accept risks might provide\n"
+                                             "better results.\n"
+                                             "Try again using false accept?";
+constexpr const char* worksheetFailureOnAccept =
+    "Unable to compute a precise equivalent \naccuracy ratio based on false accept risks.";
+constexpr const char* worksheetFailureOnReject =
+    "Unable to compute a precise equivalent \naccuracy ratio based on false reject risks.";
+
+constexpr const char* foundRatioDen = "1.00";
+
+bool everythingUnchanged(const Analysis& r) {
+    return r.BaselineUnchanged && r.GuardbandsUnchanged && r.NothingChanged && !r.RisksNeedCompute;
+}
+
+std::string riskLine(const char* label, double value, const std::string& units, const std::string& picture,
+                     bool alwaysNumber, const Regional& regional) {
+    if (units == ppmUnits && value < 1 && !alwaysNumber) return std::string(label) + " < 1 " + units;
+    return std::string(label) + FormatNumber(value, picture, regional) + " " + units;
+}
+
+std::string riskLines(const Session& session) {
+    const Analysis& r = session.record;
+    const bool uniform = r.SU_CaseCode == 9;
+    return riskLine("False Accept Risk: ", r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt, uniform,
+                    session.regional) +
+           "\n" +
+           riskLine("False Reject Risk: ", r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt, false,
+                    session.regional);
+}
+
+/// Puts the main screen's results where the guardband worksheet reads them.
+void handToGuardbandWorksheet(Analysis& r) {
+    r.GB_FARisk = r.FalseAcceptRisk;
+    r.GB_FARiskUnits = r.FalseAcceptUnits;
+    r.GB_FRRisk = r.FalseRejectRisk;
+    r.GB_FRRiskUnits = r.FalseRejectUnits;
+    r.GB_EqAccRat = r.ComputeEqRatio ? r.EqAccRat : 0;
+    if (r.ComputeEqRatio) r.GB_EqAccRatValid = true;
+    r.GuardbandsChanged = false;
+}
+
+/// The steps between pressing the button and its being ready again.
+void computeResults(Session& session) {
+    Analysis& r = session.record;
+    session.ui.yield();
+    r.AbortFlag = false;
+    // Moving focus away commits an entry that is still being typed.
+    session.ui.focus("txt_LostFocus");
+    session.ui.yield();
+    r.Computing = true;
+    r.EntryBoxChanged = false;
+    CompareWithSnapshot(session);
+    CompareBaseline(session);
+    if (!r.DirectCompute && !r.DirectComputeChanged && everythingUnchanged(r)) {
+        r.AbortFlag = true;
+        session.ui.show({.text = notRequiredText, .title = notRequiredTitle});
+        return;
+    }
+    r.ComputeScope = "Both";
+    r.ComputeNeeded = true;
+    ValidateAndFit(session);
+    if (r.AbortFlag) return;
+
+    if (r.DirectCompute)
+        ComputeRisksDirect(session);
+    else
+        requestCompute(session);
+
+    session.ui.repaintMainScreen();
+    r.GB_MainStale = true;
+    r.GB_RisksStale = true;
+    r.GB_EqAccRatValid = false;
+    session.ui.yield();
+    if (r.IncludeGuardbands) handToGuardbandWorksheet(r);
+    session.ui.repaintMainScreen();
+    r.Computing = false;
+    session.ui.focus("SystemIDBox");
+}
+
+/// Searches until it succeeds or the user has enough; the key can alternate with each try.
+void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, double falseReject) {
+    Analysis& r = session.record;
+    for (;;) {
+        screen.searchVisible = true;
+        screen.Meter = 0;
+        r.AbortFlag = false;
+        bool failed = false;
+        SolveEquivalentRatio(session, screen, falseAccept, falseReject, r.EqAccRat, failed);
+        if (!failed) return;
+        const bool onAccept = r.EqRatioOnFalseAccept;
+        const Answer answer = session.ui.show({.text = onAccept ? ratioFailureOnAccept : ratioFailureOnReject,
+                                               .title = ratioFailureTitle,
+                                               .icon = BoxIcon::Question,
+                                               .buttons = BoxButtons::YesNo,
+                                               .unattended = Answer::No});
+        if (answer != Answer::Yes) {
+            r.EqAccRat = 0;
+            return;
+        }
+        r.EqRatioOnFalseAccept = !onAccept;
+    }
+}
+
+/// False when the compute has failed; the user knows then and the earlier results stand.
+bool computeAndPublish(Session& session, double& falseAccept, double& falseReject) {
+    Analysis& r = session.record;
+    session.ui.yield();
+    const AcceptanceLimits limits = acceptanceLimits(session, r.IncludeGuardbands);
+    r.RisksComputed = false;
+    const RiskOutcome outcome = ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject);
+    r.RisksComputed = outcome == RiskOutcome::Computed;
+    session.ui.yield();
+    if (outcome == RiskOutcome::Failed)
+        session.ui.show({.text = guardbandUnrealisticText,
+                         .title = computeFailedTitle,
+                         .icon = BoxIcon::Exclamation});
+    if (outcome == RiskOutcome::Failed || outcome == RiskOutcome::FailedAndReported) return false;
+    falseAccept = notNegative(falseAccept);
+    falseReject = notNegative(falseReject);
+    publishRisks(r, falseAccept, falseReject);
+    TakeSnapshot(r);
+    return true;
+}
+
+/// False when the risks could not be computed.
+bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
+    Analysis& r = session.record;
+    double falseAccept = checked(riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits));
+    double falseReject = checked(riskFraction(r.FalseRejectRisk, r.FalseRejectUnits));
+    const bool shownRisksStand = r.NothingChanged && r.GuardbandsUnchanged && !r.RisksNeedCompute;
+    if (shownRisksStand) {
+        TakeSnapshot(r);
+    } else {
+        screen.Lbl_Message1 = computingRisksText;
+        session.ui.updateComputing(screen);
+        if (!computeAndPublish(session, falseAccept, falseReject)) return false;
+    }
+    if (!r.ComputeEqRatio || r.AbortFlag || everythingUnchanged(r)) {
+        r.RisksNeedCompute = false;
+        return true;
+    }
+    screen.Lbl_Message1 = riskLines(session);
+    searchRatio(session, screen, falseAccept, falseReject);
+    if (r.AbortFlag)
+        r.EqAccRat = 0;
+    else
+        r.EqAccRatDen = foundRatioDen;
+    TakeBaselineSnapshot(r);
+    r.BaselineUnchanged = true;
+    r.NothingChanged = true;
+    r.GuardbandsUnchanged = true;
+    r.RisksNeedCompute = false;
+    return true;
+}
+
+void riskComputeStep(Session& session, ComputingScreen& screen) {
+    if (computeRisksAndRatio(session, screen) && session.record.BeepWhenFinished) session.ui.beep();
+}
+
+void guardbandComputeStep(Session& session, ComputingScreen& screen) {
+    Analysis& r = session.record;
+    if (!(r.GB_FARisk > 0) || !(r.GB_FRRisk > 0)) {
+        r.GB_EqAccRat = 0;
+        return;
+    }
+    screen.searchVisible = true;
+    bool failed = false;
+    SolveEquivalentRatio(session, screen, r.GB_FARisk, r.GB_FRRisk, r.GB_EqAccRat, failed);
+    if (!failed) return;
+    r.AbortFlag = true;
+    session.ui.show({.text = r.EqRatioOnFalseAccept ? worksheetFailureOnAccept : worksheetFailureOnReject,
+                     .title = ratioFailureTitle,
+                     .icon = BoxIcon::Exclamation});
+}
+
+/// What both steps begin and end with.
+template <class Step>
+void runStep(Session& session, ComputingScreen& screen, Step step) noexcept {
+    Analysis& r = session.record;
+    r.AbortFlag = false;
+    screen.searchVisible = false;
+    screen.cancelEnabled = true;
+    {
+        const WaitPointer wait(session.ui);
+        try {
+            step(session, screen);
+        } catch (const RuntimeFault&) {
+            r.AbortFlag = true;
+        }
+    }
+    screen.cancelEnabled = false;
+}
+
+} // namespace
+
+void ValidateAndFit(Session& session) noexcept {
+    Analysis& r = session.record;
+    r.AbortFlag = false;
+    const bool both = r.ComputeScope == "Both";
+    const bool subject = both || r.ComputeScope == "SU";
+    const bool measuring = both || r.ComputeScope == "MTE";
+    if (r.ComputeNeeded) {
+        if (both) CheckDataPresent(session);
+        if (r.AbortFlag) return;
+        if (subject) ValidateSubject(session);
+        if (r.AbortFlag) return;
+        if (measuring) ValidateMeasuring(session);
+        if (r.AbortFlag) return;
+    }
+    r.ComputeNeeded = false;
+    if (measuring) FitMeasuringParameter(session, r.MTE_PctInTol, r.MTE_Sigma);
+    const bool measuringFailed = r.AbortFlag;
+    if (subject && !measuringFailed) FitSubjectParameter(session, r.SU_PctInTol, r.SU_Sigma);
+    UpdateRatioPanels(session);
+}
+
+void ComputeResults_Click(Session& session) noexcept {
+    try {
+        computeResults(session);
+    } catch (const RuntimeFault&) {
+        session.record.AbortFlag = true;
+    }
+    session.record.Computing = false;
+}
+
+void requestCompute(Session& session) {
+    session.record.ComputeRequested = true;
+    ComputingScreen screen(session.record.AbortFlag);
+    session.ui.runComputing(screen, [&] { ComputingActivated(session, screen); });
+    session.ui.yield();
+}
+
+void ComputingActivated(Session& session, ComputingScreen& screen) noexcept {
+    Analysis& r = session.record;
+    if (!r.ComputeRequested) return;
+    r.ComputeRequested = false;
+    if (r.GB_RatioRequest)
+        GuardbandComputeStep(session, screen);
+    else
+        RiskComputeStep(session, screen);
+}
+
+void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept {
+    runStep(session, screen, riskComputeStep);
+}
+
+void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept {
+    runStep(session, screen, guardbandComputeStep);
+}
+
+AcceptanceLimits acceptanceLimits(const Session& session, bool guardbanded) {
+    const Analysis& r = session.record;
+    const double lowerMult = guardbanded ? r.GB_LowerMult : 1;
+    const double upperMult = guardbanded ? r.GB_UpperMult : 1;
+    return {checked(r.SU_Mode - lowerMult * r.SU_LowerOffset), checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
+}
+
+void ComputeRisksDirect(Session& session) noexcept {
+    Analysis& r = session.record;
+    if (!r.ObservedWorksheetOpen) r.ComputeNeeded = true;
+    ValidateAndFit(session);
+    if (r.AbortFlag) return;
+    try {
+        const double conforming = r.SU_PctInTol / 100;
+        session.ui.yield();
+        const AcceptanceLimits limits =
+            acceptanceLimits(session, r.IncludeGuardbands && !r.ObservedIgnoresGuardbands);
+        double falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
+        double falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
+        if (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject) != RiskOutcome::Computed)
+            return;
+        // Restates the Producer's joint figure as a conditional one.
+        if (r.FalseAcceptOption == 1)
+            falseAccept = ((conforming - Real(falseReject)) * falseAccept / (1 - Real(falseAccept))).value();
+        publishRisks(r, notNegative(falseAccept), notNegative(falseReject));
+    } catch (const RuntimeFault&) {
+        r.AbortFlag = true;
+    }
+}
+
+} // namespace metrisk

@@ -1,0 +1,43 @@
+#include "risk/CoverageFactor.h"
+
+#include "model/Interaction.h"
+#include "numerics/Real.h"
+#include "numerics/SpecialFunctions.h"
+#include "numerics/mathlib/InvNorm.h"
+#include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/StudentsT.h"
+
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double slowDegFreedom = 250;
+constexpr const char* solvingText = "Solving for the coverage factor...";
+
+bool usesStudentsT(double degFreedom) { return degFreedom > 0 && degFreedom < infiniteDegFreedom; }
+
+} // namespace
+
+double StandardFactor100() { return std::numbers::sqrt3; }
+
+double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
+    if (pctConfidence == 100) return StandardFactor100();
+    const double p = pctConfidence / 100;
+    if (!usesStudentsT(degFreedom)) return checked(InvNorm((p + 1) / 2));
+    if (degFreedom <= slowDegFreedom) return checked(InverseStudentT(degFreedom, p, ui));
+    const WaitPointer wait(ui);
+    const StatusText status(ui, solvingText);
+    return checked(InverseStudentT(degFreedom, p, ui));
+}
+
+double confidenceOfFactor(double factor, double degFreedom) {
+    const double fraction =
+        usesStudentsT(degFreedom) ? tDistribution(factor, degFreedom) : 2 * Normal(factor) - 1;
+    return 100 * fraction;
+}
+
+} // namespace metrisk

@@ -1,0 +1,141 @@
+#include "risk/EquivalentRatio.h"
+
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "numerics/Real.h"
+#include "risk/BaselineRisks.h"
+#include "risk/ComputingScreen.h"
+
+#include <cmath>
+#include <numbers>
+#include <string>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* solvingText = "Solving for Equivalent Accuracy Ratio";
+constexpr const char* initializingText = "Initializing Search";
+constexpr const char* iterationPicture = "#0.00";
+
+constexpr int maxPasses = 10000;
+constexpr double ceiling = 1000000;
+constexpr double toleranceDivisor = 5000;
+constexpr double minStepDivisor = 20000;
+constexpr double growth = 1.5;
+
+int signOf(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
+
+/// The tolerances themselves give the ratio when the analysis is its own baseline.
+bool isOwnBaseline(const Analysis& r) {
+    return r.GB_UpperMult == 1 && r.GB_LowerMult == 1 && (r.ProcessUncertainty == 0 || !r.IncludeUncertainty) &&
+           r.SU_PctInTol == r.Base_SUPctInTol && r.MTE_PctInTol == r.Base_MTEPctInTol && r.SU_CaseCode == 6 &&
+           !r.MTEPlot_IncludeUncertainty;
+}
+
+class RatioSearch {
+  public:
+    RatioSearch(Session& session, ComputingScreen& screen, double targetAccept, double targetReject)
+        : session_(session), r_(session.record), screen_(screen),
+          model_(r_.Base_SUPctInTol / 100, r_.Base_MTEPctInTol / 100) {
+        if (r_.SU_CaseCode == 9) r_.EqRatioOnFalseAccept = false;
+        target_ = r_.EqRatioOnFalseAccept ? targetAccept : targetReject;
+    }
+
+    void run(double& ratio, bool& failed) {
+        const double tolerance = target_ / toleranceDivisor;
+        ratio = checked(ratioTolerance(r_) / r_.MTE_Offset);
+        int direction = 1;
+        double step = ratio / 2;
+        const double minStep = step / minStepDivisor;
+        const double floor = std::exp(-30 * model_.inTolerance());
+        int good = 0;
+        int count = 0;
+        double error = errorAt(ratio);
+        ShowSearchProgress(session_, screen_, solvingText, 0, ratio, error, tolerance);
+        while (std::fabs(error) > tolerance && count < maxPasses && !r_.AbortFlag) {
+            if (step < minStep) {
+                failed = true;
+                return;
+            }
+            ++count;
+            ratio += step * direction;
+            if (ratio > ceiling) ratio = ceiling;
+            if (ratio < floor) ratio = floor;
+            const double oldSize = std::fabs(error);
+            const int oldSign = signOf(error);
+            error = errorAt(ratio);
+            ShowSearchProgress(session_, screen_, solvingText, count, ratio, error, tolerance);
+            const int sign = signOf(error);
+            const double size = std::fabs(error);
+            if (sign == oldSign && size < oldSize) {
+                if (++good > 3) step *= growth;
+            } else if ((sign == oldSign && size > oldSize) || (sign != 0 && sign == -oldSign)) {
+                direction = -direction;
+                good = 0;
+                step /= std::sqrt(std::numbers::pi);
+            }
+        }
+    }
+
+  private:
+    double errorAt(double ratio) const {
+        const BaselineModel::Probabilities p = model_.at(ratio);
+        const double risk = r_.EqRatioOnFalseAccept ? baselineFalseAccept(p, r_.FalseAcceptOption)
+                                                    : p.inTolerance - p.joint;
+        return checked(risk - target_);
+    }
+
+    Session& session_;
+    Analysis& r_;
+    ComputingScreen& screen_;
+    BaselineModel model_;
+    double target_ = 0;
+};
+
+} // namespace
+
+double ratioTolerance(const Analysis& r) {
+    if (r.OptTwoSided) return (r.SU_LowerOffset + r.SU_UpperOffset) / 2;
+    return r.OptSingleUpper ? r.SU_UpperOffset : r.SU_LowerOffset;
+}
+
+double searchMeter(double error, double tolerance) {
+    if (tolerance == 0) return error == 0 ? 100 : 0;
+    const double orders = std::log10(std::trunc(std::fabs(error) / tolerance) + 1);
+    const double whole = std::trunc(orders);
+    if (!(whole < 5)) return 0;
+    if (whole == 4) return 40 - 5 * orders;
+    if (whole == 3) return 60 - 6.67 * orders;
+    if (whole == 2) return 80 - 10 * orders;
+    return 100 - 20 * orders;
+}
+
+void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
+                        double ratio, double error, double tolerance) {
+    screen.Lbl_Message2 = std::string(message) + "\nIteration " + std::to_string(iteration) + " = " +
+                          FormatNumber(ratio, iterationPicture, session.regional) + " : 1";
+    screen.Meter = searchMeter(error, tolerance);
+    session.ui.updateComputing(screen);
+    session.ui.yield();
+}
+
+void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
+                          double targetFalseReject, double& ratio, bool& failed) noexcept {
+    Analysis& r = session.record;
+    failed = false;
+    try {
+        if (!(r.MTE_Offset > 0)) return;
+        if (isOwnBaseline(r)) {
+            ratio = checked(r.SU_UpperOffset / r.MTE_Offset);
+            return;
+        }
+        screen.Lbl_Message2 = std::string(solvingText) + "\n" + initializingText;
+        session.ui.updateComputing(screen);
+        RatioSearch(session, screen, targetFalseAccept, targetFalseReject).run(ratio, failed);
+    } catch (const RuntimeFault&) {
+        r.AbortFlag = true;
+    }
+}
+
+} // namespace metrisk

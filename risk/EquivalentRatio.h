@@ -1,0 +1,29 @@
+// Search of the accuracy ratio that would give the same risk in the baseline model.
+#pragma once
+
+namespace metrisk {
+
+struct Analysis;
+struct Session;
+class ComputingScreen;
+
+/// Targets are fractions; the risk in use follows EqRatioOnFalseAccept, except that a uniform subject
+/// parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the
+/// last ratio tried, also on failure; with MTE_Offset not above 0 it is unchanged. `failed` tells that
+/// the step became too small. AbortFlag, tested at each pass, ends the search: cancel, or a numeric
+/// fault.
+void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
+                          double targetFalseReject, double& ratio, bool& failed) noexcept;
+
+/// Writes "Iteration n = r : 1" under the message, moves the meter by the error that is left and yields.
+void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
+                        double ratio, double error, double tolerance);
+
+/// 0 to 100: how far |error| has come down to the tolerance, by orders of magnitude.
+double searchMeter(double error, double tolerance);
+
+/// The subject tolerance that accuracy ratios are made of: the mean offset when two-sided, else the
+/// offset of the existing side. Nominal units.
+double ratioTolerance(const Analysis& record);
+
+} // namespace metrisk

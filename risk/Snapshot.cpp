@@ -1,0 +1,88 @@
+#include "risk/Snapshot.h"
+
+#include "model/NumberText.h"
+#include "model/Session.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double sameUncertainty = 1e-13;
+
+bool entriesUnchanged(const Session& session) {
+    const Analysis& r = session.record;
+    return r.Last_Mode == r.SU_Mode && (r.OptSingleLower || r.Last_UpperLimit == r.SU_UpperLimit) &&
+           (r.OptSingleUpper || r.Last_LowerLimit == r.SU_LowerLimit) && r.Last_PctInTol == r.SU_PctInTol &&
+           (r.OptTwoSided || r.Last_PhysicalLimit == r.PhysicalLimit) && r.Last_MTEMode == r.MTE_Mode &&
+           r.Last_MTEUpperLimit == r.MTE_UpperLimit && r.Last_MTEPctInTol == r.MTE_PctInTol &&
+           r.Last_MTEDegFreedom == r.MTE_DegFreedom &&
+           std::fabs(r.Last_MTEStdUncertainty - r.MTE_StdUncertainty) < sameUncertainty &&
+           GeneralText(r.Last_MTESigma, session.regional) == GeneralText(r.MTE_Sigma, session.regional) &&
+           r.Last_OptTwoSided == r.OptTwoSided && r.Last_OptSingleUpper == r.OptSingleUpper &&
+           r.Last_OptSingleLower == r.OptSingleLower && r.Last_PhysLimitRequired == r.PhysLimitRequired &&
+           r.Last_IncludeUncertainty == r.IncludeUncertainty;
+}
+
+int wholeNumber(double value) {
+    constexpr double largest = std::numeric_limits<std::int16_t>::max();
+    return static_cast<int>(std::clamp(std::trunc(value), -largest, largest));
+}
+
+} // namespace
+
+void CompareWithSnapshot(Session& session) {
+    Analysis& r = session.record;
+    r.GuardbandsUnchanged = true;
+    r.NothingChanged = entriesUnchanged(session);
+    if (!r.NothingChanged) return;
+    if (r.IncludeGuardbands != r.Last_IncludeGuardbands) {
+        r.NothingChanged = false;
+        r.GuardbandsUnchanged = false;
+    } else if (r.IncludeGuardbands) {
+        r.GuardbandsUnchanged =
+            !r.GuardbandsChanged && r.Last_GBUpper == r.GB_UpperMult && r.Last_GBLower == r.GB_LowerMult;
+    }
+}
+
+void CompareBaseline(Session& session) {
+    Analysis& r = session.record;
+    r.BaselineUnchanged = r.Last_Base1 == r.Base_AccRatNum && r.Last_Base2 == r.Base_AccRatDen &&
+                          r.Last_Base3 == r.Base_MTEPctInTol && r.Last_Base4 == r.Base_SUPctInTol;
+}
+
+void TakeSnapshot(Analysis& r) {
+    r.Last_Mode = r.SU_Mode;
+    r.Last_UpperLimit = r.SU_UpperLimit;
+    r.Last_LowerLimit = r.SU_LowerLimit;
+    r.Last_PctInTol = r.SU_PctInTol;
+    r.Last_PhysicalLimit = r.PhysicalLimit;
+    r.Last_MTEMode = r.MTE_Mode;
+    r.Last_MTEUpperLimit = r.MTE_UpperLimit;
+    r.Last_MTELowerLimit = r.MTE_LowerLimit;
+    r.Last_MTEPctInTol = r.MTE_PctInTol;
+    r.Last_MTESigma = r.MTE_Sigma;
+    r.Last_IncludeUncertainty = r.IncludeUncertainty;
+    r.Last_MTEDegFreedom = r.MTE_DegFreedom;
+    r.Last_MTEStdUncertainty = r.MTE_StdUncertainty;
+    r.Last_OptTwoSided = r.OptTwoSided;
+    r.Last_OptSingleUpper = r.OptSingleUpper;
+    r.Last_OptSingleLower = r.OptSingleLower;
+    r.Last_PhysLimitRequired = r.PhysLimitRequired;
+    r.Last_IncludeGuardbands = r.IncludeGuardbands;
+    r.Last_GBUpper = r.GB_UpperMult;
+    r.Last_GBLower = r.GB_LowerMult;
+}
+
+void TakeBaselineSnapshot(Analysis& r) {
+    r.Last_Base1 = wholeNumber(r.Base_AccRatNum);
+    r.Last_Base2 = wholeNumber(r.Base_AccRatDen);
+    r.Last_Base3 = wholeNumber(r.Base_MTEPctInTol);
+    r.Last_Base4 = wholeNumber(r.Base_SUPctInTol);
+}
+
+} // namespace metrisk

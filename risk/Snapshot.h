@@ -1,0 +1,21 @@
+// The inputs of the last compute, and what has changed since.
+#pragma once
+
+namespace metrisk {
+
+struct Session;
+struct Analysis;
+
+/// Sets NothingChanged and GuardbandsUnchanged. Doubles are compared exactly, but for the standard
+/// uncertainty (1e-13) and the measuring sigma (its general text form).
+void CompareWithSnapshot(Session& session);
+
+/// Sets BaselineUnchanged. The stored figures are whole numbers, so that a baseline with a fraction
+/// always counts as changed.
+void CompareBaseline(Session& session);
+
+void TakeSnapshot(Analysis& record);
+/// Cuts each figure to a whole number; one too large for the file is stored as the largest.
+void TakeBaselineSnapshot(Analysis& record);
+
+} // namespace metrisk
