@@ -1,0 +1,15 @@
+// The rate at which the Gamma reliability model falls to a target.
+#pragma once
+
+namespace metrisk {
+
+/// Solves target = c e^-lambda (1 + lambda + lambda^2/2 + lambda^3/6) for lambda, kept to four decimals.
+/// Reliabilities are fractions. `failed` tells of a search that did not reach its tolerance (lambda is
+/// then its last point) or of one whose bracket ran out of the numbers (lambda stays as it was). No box
+/// is shown.
+void SolveGammaRate(double& lambda, double c, double target, bool& failed) noexcept;
+
+/// The number that four decimals show: half away from zero, decided on the 15-digit decimal form.
+double roundedToFourDecimals(double value) noexcept;
+
+} // namespace metrisk
