@@ -123,7 +123,10 @@ TEST(EquivalentRatio, FindsTheRatioWhoseRiskIsTheTarget) {
                 const Reference target = referenceRisks(ratio, 0.72, 0.85, option);
                 s.solve(target.accept, target.reject);
                 EXPECT_FALSE(s.failed);
-                EXPECT_NEAR(s.ratio, ratio, 1e-3 * ratio) << "option " << option << ", on accept " << onAccept;
+                // The Producer's risk has a peak, so that a second, smaller ratio may give the same.
+                const bool unique = option == 0 || !onAccept || ratio > 1;
+                EXPECT_TRUE(!unique || std::fabs(s.ratio - ratio) < 1e-3 * ratio)
+                    << "option " << option << ", on accept " << onAccept << ": " << s.ratio << " for " << ratio;
                 const Reference found = referenceRisks(s.ratio, 0.72, 0.85, option);
                 const double t = onAccept ? target.accept : target.reject;
                 EXPECT_LE(std::fabs((onAccept ? found.accept : found.reject) - t), t / 5000 + 1e-12);
@@ -172,8 +175,8 @@ TEST(EquivalentRatio, MeterFillsByOrdersOfMagnitude) {
     struct Row {
         double ratio, meter;
     };
-    for (const Row& row : {Row{99999, 0}, Row{9999, 20}, Row{999, 60 - 6.67 * 3}, Row{99, 60}, Row{9, 80},
-                           Row{0.5, 100}, Row{-9, 80}, Row{1e300, 0}})
+    for (const Row& row : {Row{99999.5, 0}, Row{9999.5, 20}, Row{999.5, 60 - 6.67 * 3}, Row{99.5, 60},
+                           Row{9.5, 80}, Row{0.5, 100}, Row{-9.5, 80}, Row{1e300, 0}})
         EXPECT_NEAR(searchMeter(row.ratio * 2e-7, 2e-7), row.meter, 1e-6) << row.ratio;
     EXPECT_EQ(searchMeter(0.1, 0), 0);
 }

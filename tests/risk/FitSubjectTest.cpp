@@ -208,9 +208,9 @@ TEST(FitSubject, RefusesWithMessageFocusAndUnchangedFit) {
 TEST(FitSubject, NamesTheRangeThatThePhysicalLimitMustLeave) {
     TestSession t;
     enter(t.record, withPhysicalLimit(Kind::SingleLower, 7, 2, 4.9, 90));
-    // z = InvNorm(0.1) = -1.2815516, q = exp(-(z/2)^2) = 0.66325, bound = (7 q - 5)/(q - 1) = 1.0610
+    // z = InvNorm(0.1) = -1.2815516, q = exp(-(z/2)^2) = 0.663256, bound = (7 q - 5)/(q - 1) = 1.06077
     t.ui.expectBox("Physical Limit Violation",
-                   "The Physical Limit must lie outside the range\n1.0610 to 7.0000.");
+                   "The Physical Limit must lie outside the range\n1.0608 to 7.0000.");
     FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
     EXPECT_TRUE(t.record.AbortFlag);
     EXPECT_EQ(t.ui.focusMoves.back(), "UpperLimitBox selected");

@@ -209,11 +209,13 @@ TEST(Pipeline, AnUnrealisticGuardbandFailsAndKeepsTheResults) {
 }
 
 TEST(Pipeline, AFailedSearchAsksForTheOtherKey) {
-    // A false accept risk above anything that the baseline can reach.
-    Entry entry{.pctInTol = 20, .mteOffset = 2};
+    // The Producer's risk has a peak in the baseline; this one lies above it.
+    Entry entry{.pctInTol = 20, .mteOffset = 1};
     for (const Answer last : {Answer::No, Answer::Yes}) {
         TestSession t;
         enter(t.record, entry);
+        t.record.FalseAcceptOption = 1;
+        t.record.Base_SUPctInTol = 99;
         t.ui.expectBox(failureTitle, failureOnAccept, last);
         ComputeResults_Click(t.session);
         EXPECT_EQ(t.record.EqRatioOnFalseAccept, last == Answer::No);
@@ -232,7 +234,9 @@ TEST(Pipeline, TheKeysAlternateAsLongAsTheUserLikes) {
     ValidateAndFit(t.session);
     t.record.RisksNeedCompute = false;
     t.record.NothingChanged = t.record.GuardbandsUnchanged = true;
-    t.record.FalseAcceptRisk = t.record.FalseRejectRisk = 99.9;
+    t.record.FalseAcceptOption = 1;
+    t.record.FalseAcceptRisk = 90; // above the peak
+    t.record.FalseRejectRisk = 1e-11; // below the last digit of what an integral can tell
     t.ui.expectBox(failureTitle, failureOnAccept, Answer::Yes);
     t.ui.expectBox(failureTitle, failureOnReject, Answer::Yes);
     t.ui.expectBox(failureTitle, failureOnAccept, Answer::No);
@@ -257,7 +261,7 @@ TEST(Pipeline, CancelInTheSearchKeepsTheRisks) {
 
 TEST(Pipeline, ShowsBothRisksWhileSearching) {
     TestSession t;
-    enter(t.record, {.pctInTol = 99.999, .mteOffset = 0.02});
+    enter(t.record, {.pctInTol = 99.9999, .mteOffset = 0.01});
     std::string message;
     t.ui.onProgress = [&](const ComputingScreen& screen) {
         if (screen.searchVisible) message = screen.Lbl_Message1;
@@ -319,7 +323,8 @@ TEST(Pipeline, GuardbandStepSearchesForTheWorksheet) {
     requestCompute(t.session);
     EXPECT_EQ(t.record.GB_EqAccRat, 0);
 
-    t.record.GB_FARisk = t.record.GB_FRRisk = 0.999;
+    t.record.FalseAcceptOption = 1;
+    t.record.GB_FARisk = t.record.GB_FRRisk = 0.9;
     t.ui.expectBox(failureTitle,
                    "Unable to compute a precise equivalent \naccuracy ratio based on false accept risks.");
     requestCompute(t.session);
