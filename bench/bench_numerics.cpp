@@ -5,6 +5,7 @@
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/NormalArray.h"
 #include "numerics/mathlib/StudentsT.h"
 
 #include <array>
@@ -44,6 +45,21 @@ void normal(benchmark::State& state) {
                  sumOver(y, [](double v) { return std::erfc(v); }));
 }
 BENCHMARK(normal)->ArgName("bound")->Arg(3)->Arg(6)->Arg(37)->Arg(1000)->UseManualTime();
+
+void normalArray(benchmark::State& state) {
+    const auto bound = static_cast<double>(state.range(0));
+    const Arguments x = ascending(-bound, bound);
+    Arguments y, content;
+    for (std::size_t i = 0; i < count; ++i) y[i] = -x[i] / std::sqrt(2.0);
+    againstFloor(
+        state, count,
+        [&] {
+            Normal(x.data(), content.data(), count);
+            benchmark::DoNotOptimize(content);
+        },
+        sumOver(y, [](double v) { return std::erfc(v); }));
+}
+BENCHMARK(normalArray)->ArgName("bound")->Arg(3)->Arg(6)->Arg(37)->Arg(1000)->UseManualTime();
 
 /// The floor is the logarithm and the root that the tails cannot do without.
 void inverseNormal(benchmark::State& state) {
