@@ -1,6 +1,6 @@
 // The special functions against the standard library calls that are their floor.
 #include "bench/Floor.h"
-#include "model/Interaction.h"
+#include "bench/Sessions.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
@@ -10,7 +10,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 namespace metrisk::bench {
 namespace {
@@ -69,23 +68,9 @@ void inverseNormal(benchmark::State& state) {
 }
 BENCHMARK(inverseNormal)->UseManualTime();
 
-/// Any box would be a fault of the benchmark.
-class NoBoxes final : public Interaction {
-  public:
-    Answer show(const Box&) override { std::abort(); }
-    void focus(std::string_view, bool) override {}
-    void yield() override {}
-    void status(std::string_view) override {}
-    void runComputing(ComputingScreen&, const std::function<void()>&) override {}
-    void updateComputing(const ComputingScreen&) override {}
-    void repaintMainScreen() override {}
-    void setBusy(bool) override {}
-    void beep() override {}
-};
-
 /// The floor is the quantile that the search starts from.
 void inverseStudentT(benchmark::State& state) {
-    NoBoxes ui;
+    SilentInteraction ui;
     const auto nu = static_cast<double>(state.range(0));
     const Arguments p = ascending(0.01, 0.999);
     againstFloor(state, count, sumOver(p, [&](double v) { return InverseStudentT(nu, v, ui); }),
