@@ -60,7 +60,7 @@ DecimalForm decimalForm(double value, int significant) {
     const char* end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::scientific,
                                    significant - 1)
                          .ptr;
-    const char* mark = std::find(text, end, 'e');
+    const char* mark = std::find<const char*>(text, end, 'e');
     for (const char* c = text; c != mark; ++c)
         if (*c != '.') form.digits += *c;
     dropTrailingZeros(form.digits);
