@@ -1,15 +1,15 @@
 // The special functions against the standard library calls that are their floor.
 #include "bench/Floor.h"
-#include "model/Interaction.h"
+#include "bench/Sessions.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/NormalArray.h"
 #include "numerics/mathlib/StudentsT.h"
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 namespace metrisk::bench {
 namespace {
@@ -45,6 +45,21 @@ void normal(benchmark::State& state) {
 }
 BENCHMARK(normal)->ArgName("bound")->Arg(3)->Arg(6)->Arg(37)->Arg(1000)->UseManualTime();
 
+void normalArray(benchmark::State& state) {
+    const auto bound = static_cast<double>(state.range(0));
+    const Arguments x = ascending(-bound, bound);
+    Arguments y, content;
+    for (std::size_t i = 0; i < count; ++i) y[i] = -x[i] / std::sqrt(2.0);
+    againstFloor(
+        state, count,
+        [&] {
+            Normal(x.data(), content.data(), count);
+            benchmark::DoNotOptimize(content);
+        },
+        sumOver(y, [](double v) { return std::erfc(v); }));
+}
+BENCHMARK(normalArray)->ArgName("bound")->Arg(3)->Arg(6)->Arg(37)->Arg(1000)->UseManualTime();
+
 /// The floor is the logarithm and the root that the tails cannot do without.
 void inverseNormal(benchmark::State& state) {
     const Arguments p = ascending(0, 1);
@@ -53,23 +68,9 @@ void inverseNormal(benchmark::State& state) {
 }
 BENCHMARK(inverseNormal)->UseManualTime();
 
-/// Any box would be a fault of the benchmark.
-class NoBoxes final : public Interaction {
-  public:
-    Answer show(const Box&) override { std::abort(); }
-    void focus(std::string_view, bool) override {}
-    void yield() override {}
-    void status(std::string_view) override {}
-    void runComputing(ComputingScreen&, const std::function<void()>&) override {}
-    void updateComputing(const ComputingScreen&) override {}
-    void repaintMainScreen() override {}
-    void setBusy(bool) override {}
-    void beep() override {}
-};
-
 /// The floor is the quantile that the search starts from.
 void inverseStudentT(benchmark::State& state) {
-    NoBoxes ui;
+    SilentInteraction ui;
     const auto nu = static_cast<double>(state.range(0));
     const Arguments p = ascending(0.01, 0.999);
     againstFloor(state, count, sumOver(p, [&](double v) { return InverseStudentT(nu, v, ui); }),

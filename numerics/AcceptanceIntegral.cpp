@@ -4,7 +4,7 @@
 #include "numerics/GaussLegendre.h"
 #include "numerics/IntegrationLimits.h"
 #include "numerics/Real.h"
-#include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/NormalArray.h"
 
 #include <array>
 #include <cmath>
@@ -55,12 +55,14 @@ AcceptanceIntegral BaselineJointProbability(double ratio, double zSubject, doubl
         if (zSubject == 0) throw RuntimeFault{};
         const auto nodes = GaussLegendreNodes<order>(-checked(zSubject), zSubject);
         const double k = checked(ratio * zMeasuring);
+        std::array<double, 2 * order> phi;
+        for (std::size_t i = 0; i < order; ++i) phi[i] = (nodes.x[i] / zSubject + 1) * k;
+        for (std::size_t i = 0; i < order; ++i) phi[order + i] = (1 - nodes.x[i] / zSubject) * k;
+        Normal(phi.data(), phi.data(), 2 * order);
         double sum = 0;
         for (std::size_t i = 0; i < order; ++i) {
             const double x = nodes.x[i];
-            const double accepted =
-                Normal((x / zSubject + 1) * k) + Normal((1 - x / zSubject) * k) - 1;
-            sum += nodes.w[i] * accepted * std::exp(-0.5 * x * x);
+            sum += nodes.w[i] * (phi[i] + phi[order + i] - 1) * std::exp(-0.5 * x * x);
         }
         constexpr double inverseRootTwoPi = std::numbers::inv_sqrtpi / std::numbers::sqrt2;
         return {IntegralOutcome::Done, checked(sum) * inverseRootTwoPi};

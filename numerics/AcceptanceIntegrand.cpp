@@ -1,14 +1,17 @@
 #include "numerics/AcceptanceIntegrand.h"
 
 #include "numerics/Real.h"
-#include "numerics/mathlib/Normal.h"
+#include "numerics/mathlib/NormalArray.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace metrisk {
 
 namespace {
+
+constexpr std::size_t blockSize = 128;
 
 constexpr double inverseRootTwoPi = std::numbers::inv_sqrtpi / std::numbers::sqrt2;
 
@@ -56,54 +59,80 @@ AcceptanceIntegrand::AcceptanceIntegrand(const SubjectBias& subject, double lo, 
 }
 
 void AcceptanceIntegrand::evaluate(const double* u, double* value, std::size_t n) const {
+    if (form_ == Form::None || form_ == Form::NoScale) return;
+    for (std::size_t done = 0; done < n; done += blockSize)
+        evaluateBlock(u + done, value + done, std::min(blockSize, n - done));
+}
+
+/// One block: the arguments of Phi for all points, Phi of all of them at once, then the densities.
+void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::size_t n) const {
     const double lo = lo_;
     const double hi = hi_;
     const double sm = sm_;
+    double phi[2 * blockSize] = {}; // the first argument of every point, then the second
+    double* const second = phi + n;
+    const double rate = subject_.expExponent;
     switch (form_) {
     case Form::None:
     case Form::NoScale: return;
     case Form::NormalTwoSided:
-        for (std::size_t i = 0; i < n; ++i)
-            value[i] = standardDensity(u[i]) * (Normal((hi - u[i]) / sm) - Normal((lo - u[i]) / sm));
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
+        for (std::size_t i = 0; i < n; ++i) second[i] = (lo - u[i]) / sm;
+        Normal(phi, phi, 2 * n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (phi[i] - second[i]);
         return;
     case Form::NormalUpper:
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * Normal((hi - u[i]) / sm);
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
+        Normal(phi, phi, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * phi[i];
         return;
     case Form::NormalLower:
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * Normal((u[i] - lo) / sm);
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (u[i] - lo) / sm;
+        Normal(phi, phi, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * phi[i];
         return;
     case Form::LogNormalFarSide:
-        for (std::size_t i = 0; i < n; ++i) {
-            const double t = subject_.logOmega * std::exp(subject_.logSigma * u[i]);
-            value[i] = standardDensity(u[i]) * (1 - Normal((lo - t) / sm));
-        }
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (lo - logNormalRatio(u[i])) / sm;
+        Normal(phi, phi, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (1 - phi[i]);
         return;
     case Form::LogNormalBounded:
         for (std::size_t i = 0; i < n; ++i) {
-            const double t = subject_.logOmega * std::exp(subject_.logSigma * u[i]);
-            value[i] = standardDensity(u[i]) * (Normal((hi - t) / sm) - Normal((lo - t) / sm));
+            const double t = logNormalRatio(u[i]);
+            phi[i] = (hi - t) / sm;
+            second[i] = (lo - t) / sm;
         }
+        Normal(phi, phi, 2 * n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (phi[i] - second[i]);
         return;
     case Form::ExponentialNear:
-        for (std::size_t i = 0; i < n; ++i)
-            value[i] = subject_.expExponent * std::exp(-subject_.expExponent * u[i]) *
-                       (Normal((hi - u[i]) / sm) + Normal(u[i] / sm) - 1);
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
+        for (std::size_t i = 0; i < n; ++i) second[i] = u[i] / sm;
+        Normal(phi, phi, 2 * n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = rate * std::exp(-rate * u[i]) * (phi[i] + second[i] - 1);
         return;
     case Form::ExponentialFar:
         // hi, not lo: the acceptance bound of these cases is the large bound, by design.
-        for (std::size_t i = 0; i < n; ++i)
-            value[i] = subject_.expExponent * std::exp(-subject_.expExponent * u[i]) *
-                       (1 - Normal((hi - u[i]) / sm));
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
+        Normal(phi, phi, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = rate * std::exp(-rate * u[i]) * (1 - phi[i]);
         return;
     case Form::Uniform: {
         const double density = 1 / (2 * subject_.upperOffset);
+        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
+        for (std::size_t i = 0; i < n; ++i) second[i] = (lo - u[i]) / sm;
+        Normal(phi, phi, 2 * n);
         for (std::size_t i = 0; i < n; ++i) {
             const bool inside = u[i] >= -subject_.lowerOffset && u[i] <= subject_.upperOffset;
-            value[i] = inside ? density * (Normal((hi - u[i]) / sm) - Normal((lo - u[i]) / sm)) : 0;
+            value[i] = inside ? density * (phi[i] - second[i]) : 0;
         }
         return;
     }
     }
+}
+
+double AcceptanceIntegrand::logNormalRatio(double u) const {
+    return subject_.logOmega * std::exp(subject_.logSigma * u);
 }
 
 } // namespace metrisk

@@ -50,6 +50,10 @@ class AcceptanceIntegrand {
         Uniform
     };
 
+    void evaluateBlock(const double* u, double* value, std::size_t n) const;
+    /// (x - physicalLimit)/(mode - physicalLimit) at a standard variable.
+    double logNormalRatio(double u) const;
+
     SubjectBias subject_;
     Form form_ = Form::None;
     double lo_;

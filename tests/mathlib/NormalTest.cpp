@@ -1,9 +1,11 @@
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/InvNorm.h"
+#include "numerics/mathlib/NormalArray.h"
 #include "tests/mathlib/Closeness.h"
 #include "tests/mathlib/Oracle.h"
 
 #include <limits>
+#include <vector>
 
 namespace metrisk::testing {
 namespace {
@@ -46,6 +48,41 @@ TEST(Normal, PublishedTables) {
     EXPECT_NEAR(-std::log10(Normal(-5)), 6.54265, 5e-6);
     EXPECT_NEAR(-std::log10(Normal(-10)), 23.11805, 5e-6);
     EXPECT_NEAR(-std::log10(Normal(-30)), 197.30921, 5e-6);
+}
+
+TEST(Normal, ArraysAgreeWithTheOracleAtEveryLength) {
+    std::vector<double> x;
+    for (int i = 0; i <= 9000; ++i) x.push_back(-37.5 + i * (46.0 / 9000));
+    for (double small = 1e-300; small < 1; small *= 7) x.insert(x.end(), {-small, small});
+    std::vector<double> content(x.size());
+    Normal(x.data(), content.data(), x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        EXPECT_TRUE(relativelyClose(callText("Normal", x[i]), content[i], oracle::phi(x[i]), 2e-15));
+
+    for (std::size_t n = 0; n < 20; ++n) { // whole registers and what is left over give the same bits
+        std::vector<double> few(x.begin(), x.begin() + 20);
+        Normal(few.data(), few.data(), n);
+        for (std::size_t i = 0; i < 20; ++i) EXPECT_EQ(few[i], i < n ? content[i] : x[i]) << n << ' ' << i;
+    }
+}
+
+TEST(Normal, ArraysSaturateAndNeverFail) {
+    const double max = std::numeric_limits<double>::max();
+    std::vector<double> x = {0, -0.0, 9, 40, 1e4, max, infinity, -39, -40, -1e4, -max, -infinity};
+    const std::vector<double> expected = {0.5, 0.5, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0};
+    Normal(x.data(), x.data(), x.size());
+    EXPECT_EQ(x, expected);
+
+    std::vector<double> nans(5, std::nan(""));
+    Normal(nans.data(), nans.data(), nans.size());
+    for (double content : nans) EXPECT_TRUE(std::isnan(content));
+
+    std::vector<double> under; // gradual underflow
+    for (double v = -38.7; v < -37; v += 0.001) under.push_back(v);
+    std::vector<double> content(under.size());
+    Normal(under.data(), content.data(), under.size());
+    for (std::size_t i = 0; i < under.size(); ++i)
+        EXPECT_NEAR(content[i], Normal(under[i]), 1e-323 + 2e-15 * content[i]) << under[i];
 }
 
 TEST(InvNorm, AgreesWithTheOracle) {

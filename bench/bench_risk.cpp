@@ -1,0 +1,167 @@
+// Risk integrals, fits, searches and whole computes against the library calls or integrals they are
+// made of.
+#include "bench/Floor.h"
+#include "bench/Sessions.h"
+#include "numerics/AcceptanceIntegral.h"
+#include "numerics/GaussLegendre.h"
+#include "numerics/IntegrationLimits.h"
+#include "numerics/mathlib/InvNorm.h"
+#include "risk/BaselineRisks.h"
+#include "risk/ComputePipeline.h"
+#include "risk/ComputingScreen.h"
+#include "risk/EquivalentRatio.h"
+#include "risk/LogNormalSearch.h"
+
+#include <cmath>
+#include <vector>
+
+namespace metrisk::bench {
+namespace {
+
+constexpr double eps = 1e-14;
+
+/// The arguments at which an integral calls erfc and exp.
+struct Calls {
+    std::vector<double> erfc;
+    std::vector<double> exp;
+
+    void at(const SubjectBias& su, double lo, double hi, double mteSigma, double u) {
+        const bool logNormal = su.distribution == Distribution::LogNormal;
+        double unit = 1;
+        if (su.distribution == Distribution::Normal) unit = su.sigma;
+        if (logNormal) unit = std::fabs(su.mode - su.physicalLimit);
+        if (su.distribution == Distribution::Exponential) unit = su.sideOffset();
+        const double sm = mteSigma / unit * std::sqrt(2.0);
+        double t = u;
+        if (logNormal) {
+            exp.push_back(su.logSigma * u);
+            t = su.logOmega * std::exp(su.logSigma * u);
+        }
+        if (su.distribution == Distribution::Exponential)
+            exp.push_back(-su.expExponent * u);
+        else if (su.distribution != Distribution::Uniform)
+            exp.push_back(-0.5 * u * u);
+        const bool oneTerm = su.caseCode == 1 || su.caseCode == 4 || su.caseCode == 5;
+        erfc.push_back((t - hi) / sm);
+        if (!oneTerm) erfc.push_back((t - lo) / sm);
+    }
+
+    void run() const {
+        double sum = 0;
+        for (double x : erfc) sum += std::erfc(x);
+        for (double x : exp) sum += std::exp(x);
+        benchmark::DoNotOptimize(sum);
+    }
+};
+
+/// Nodes and, where an end is open, the steps of the walk to it.
+Calls callsOf(const SubjectBias& su, double lo, double hi, double mteSigma) {
+    Calls calls;
+    const AcceptanceIntegrand f(su, lo, hi, mteSigma);
+    double x1 = 0, x2 = 0;
+    JointIntegrationLimits(f, eps, x1, x2);
+    const auto nodes = GaussLegendreNodes<100>(x1, x2);
+    for (double u : nodes.x) calls.at(su, lo, hi, mteSigma, u);
+    if (su.caseCode == 5) {
+        const double start = -su.upperOffset / su.sigma;
+        double s = start;
+        for (const double floor = f.at(start) * eps; floor < f.at(s); s += start / 10)
+            calls.at(su, lo, hi, mteSigma, s);
+        calls.at(su, lo, hi, mteSigma, start);
+        calls.at(su, lo, hi, mteSigma, s);
+    }
+    return calls;
+}
+
+void riskIntegral(benchmark::State& state, const Entry& entry, double lo, double hi) {
+    BenchSession s(entry);
+    ValidateAndFit(s.session);
+    const SubjectBias su = subjectBiasOf(s.record);
+    const double mteSigma = s.record.MTE_Sigma;
+    const Calls calls = callsOf(su, lo, hi, mteSigma);
+    againstFloor(
+        state, 1,
+        [&] {
+            const AcceptanceIntegral integral = IntegrateAcceptance("xy", su, lo, hi, mteSigma, eps, nullptr);
+            benchmark::DoNotOptimize(integral.value);
+        },
+        [&] { calls.run(); });
+}
+BENCHMARK_CAPTURE(riskIntegral, normal, twoSided(90), -1.6, 1.6)->UseManualTime();
+BENCHMARK_CAPTURE(riskIntegral, normalSingleUpper, singleUpper(90), -7.9, 1.28)->UseManualTime();
+BENCHMARK_CAPTURE(riskIntegral, logNormal, unequal(90), 0.7, 1.6)->UseManualTime();
+BENCHMARK_CAPTURE(riskIntegral, exponential, physicalLimitAtMode(90), 0.0, 1.0)->UseManualTime();
+BENCHMARK_CAPTURE(riskIntegral, uniform, twoSided(100), -0.5, 0.5)->UseManualTime();
+
+void baselineIntegral(benchmark::State& state) {
+    const double zs = InvNorm(0.86), zm = InvNorm(0.925), k = 4 * zm;
+    Calls calls;
+    for (double x : GaussLegendreNodes<100>(-zs, zs).x) {
+        calls.erfc.push_back(-(x / zs + 1) * k / std::sqrt(2.0));
+        calls.erfc.push_back(-(1 - x / zs) * k / std::sqrt(2.0));
+        calls.exp.push_back(-0.5 * x * x);
+    }
+    againstFloor(
+        state, 1,
+        [&] { benchmark::DoNotOptimize(BaselineJointProbability(4, zs, zm, nullptr).value); },
+        [&] { calls.run(); });
+}
+BENCHMARK(baselineIntegral)->UseManualTime();
+
+/// A search against its number of passes times one baseline integral.
+void ratioSearch(benchmark::State& state) {
+    BenchSession s(twoSided(90));
+    ValidateAndFit(s.session);
+    ComputingScreen screen(s.record.AbortFlag);
+    double ratio = 0;
+    bool failed = false;
+    s.ui.reports = 0;
+    SolveEquivalentRatio(s.session, screen, 0.012, 0.02, ratio, failed);
+    const int passes = s.ui.reports - 1; // the first report only announces the search
+    const double zs = InvNorm(0.86), zm = InvNorm(0.925);
+    state.counters["passes"] = passes;
+    againstFloor(
+        state, 1, [&] { SolveEquivalentRatio(s.session, screen, 0.012, 0.02, ratio, failed); },
+        [&] {
+            for (int i = 0; i < passes; ++i)
+                benchmark::DoNotOptimize(BaselineJointProbability(ratio + 0.01 * i, zs, zm, nullptr).value);
+        });
+}
+BENCHMARK(ratioSearch)->UseManualTime();
+
+/// A press of the compute button; the floor is its one risk integral.
+void fullCompute(benchmark::State& state, bool withSearch) {
+    BenchSession s(twoSided(90));
+    s.record.ComputeEqRatio = withSearch;
+    ComputeResults_Click(s.session);
+    const SubjectBias su = subjectBiasOf(s.record);
+    againstFloor(
+        state, 1,
+        [&] {
+            s.record.RisksNeedCompute = true;
+            ComputeResults_Click(s.session);
+        },
+        [&] {
+            benchmark::DoNotOptimize(
+                IntegrateAcceptance("xy", su, -1.6, 1.6, s.record.MTE_Sigma, eps, nullptr).value);
+        });
+}
+BENCHMARK_CAPTURE(fullCompute, withSearch, true)->UseManualTime();
+BENCHMARK_CAPTURE(fullCompute, withoutSearch, false)->UseManualTime();
+
+/// The 1001 passes of the two-sided fit against the two logarithms that each pass takes.
+void logNormalFit(benchmark::State& state) {
+    const LogNormalCase c{.mode = 10, .near = 9.5, .far = 11, .pctInTol = 90, .zTailLow = InvNorm(0.05),
+                          .zTailHigh = InvNorm(0.95), .physLimitBelow = true};
+    againstFloor(
+        state, 1, [&] { benchmark::DoNotOptimize(searchLogNormal(c)); },
+        [&] {
+            double sum = 0;
+            for (int i = 1; i <= 2 * 1001; ++i) sum += std::log(1 + 1e-4 * i);
+            benchmark::DoNotOptimize(sum);
+        });
+}
+BENCHMARK(logNormalFit)->UseManualTime();
+
+} // namespace
+} // namespace metrisk::bench
