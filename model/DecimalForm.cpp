@@ -1,81 +1,98 @@
 #include "model/DecimalForm.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
+#include <limits>
 
 namespace metrisk {
 
-namespace {
-
-void dropTrailingZeros(std::string& digits) { digits.erase(digits.find_last_not_of('0') + 1); }
-
-std::string exponentText(const DecimalForm& form) {
-    std::string text(1, form.digits[0]);
-    if (form.digits.size() > 1) text += "." + form.digits.substr(1);
-    const int exponent = form.point - 1;
-    const std::string size = std::to_string(std::abs(exponent));
-    return text + (exponent < 0 ? "E-" : "E+") + (size.size() < 2 ? "0" : "") + size;
-}
-
-std::string plainText(const DecimalForm& form, bool leadingZero) {
-    if (form.isZero()) return "0";
-    const auto length = static_cast<int>(form.digits.size());
-    if (form.point <= 0)
-        return (leadingZero ? "0." : ".") + std::string(static_cast<std::size_t>(-form.point), '0') + form.digits;
-    if (form.point >= length) return form.digits + std::string(static_cast<std::size_t>(form.point - length), '0');
-    const auto point = static_cast<std::size_t>(form.point);
-    return form.digits.substr(0, point) + "." + form.digits.substr(point);
-}
-
-} // namespace
-
-int DecimalForm::decimals() const { return std::max(0, static_cast<int>(digits.size()) - point); }
-
-void DecimalForm::round(int places) {
-    const long keep = static_cast<long>(point) + places;
-    if (keep >= static_cast<long>(digits.size())) return;
-    const bool up = keep >= 0 && digits[static_cast<std::size_t>(keep)] >= '5';
-    digits.resize(static_cast<std::size_t>(std::max(0L, keep)));
-    if (up) {
-        auto digit = digits.rbegin();
-        while (digit != digits.rend() && *digit == '9') *digit++ = '0';
-        if (digit != digits.rend()) {
-            ++*digit;
-        } else {
-            digits.insert(digits.begin(), '1');
-            ++point;
-        }
-    }
-    dropTrailingZeros(digits);
-    if (digits.empty()) point = 0;
-}
-
-DecimalForm decimalForm(double value, int significant) {
+DecimalForm DecimalForm::of(double value, int significant) {
     DecimalForm form;
-    form.negative = std::signbit(value);
-    if (value == 0) return form;
-    char text[64];
-    const char* end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::scientific,
-                                   significant - 1)
-                         .ptr;
-    const char* mark = std::find<const char*>(text, end, 'e');
-    for (const char* c = text; c != mark; ++c)
-        if (*c != '.') form.digits += *c;
-    dropTrailingZeros(form.digits);
-    const char* exponent = mark + (mark[1] == '+' ? 2 : 1);
-    std::from_chars(exponent, end, form.point);
-    ++form.point;
+    form.negative = value < 0;
+    if (value == 0 || !std::isfinite(value)) return form;
+
+    std::array<char, 64> buffer{};
+    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+                                       std::chars_format::scientific, significant - 1);
+    const std::string_view text(buffer.data(), written.ptr);
+    const auto exponentMark = text.find('e');
+    for (char c : text.substr(0, exponentMark))
+        if (c != '.') form.digits += c;
+    const bool down = text[exponentMark + 1] == '-';
+    int exponent = 0;
+    std::from_chars(text.data() + exponentMark + 2, text.data() + text.size(), exponent);
+    form.point = (down ? -exponent : exponent) + 1;
+    form.digits.resize(form.digits.find_last_not_of('0') + 1);
     return form;
 }
 
-std::string shortText(double value, int significant, bool leadingZero) {
-    if (!std::isfinite(value)) return "";
-    const DecimalForm form = decimalForm(value, significant);
-    const int plainDigits = std::max(form.point, 0) + form.decimals();
-    std::string text = plainDigits > significant ? exponentText(form) : plainText(form, leadingZero);
-    return form.negative && !form.isZero() ? "-" + text : text;
+void DecimalForm::roundTo(int decimals) {
+    const long kept = static_cast<long>(point) + decimals;
+    if (kept >= static_cast<long>(digits.size())) return;
+    if (kept < 0) {
+        digits.clear();
+        return;
+    }
+    const bool up = digits[static_cast<std::size_t>(kept)] >= '5';
+    digits.resize(static_cast<std::size_t>(kept));
+    if (up) {
+        while (!digits.empty() && digits.back() == '9') digits.pop_back();
+        if (digits.empty()) {
+            digits.assign(1, '1');
+            ++point;
+        } else {
+            ++digits.back();
+        }
+    }
+    digits.resize(digits.find_last_not_of('0') + 1);
+}
+
+double DecimalForm::value() const {
+    if (digits.empty()) return 0;
+    const std::string text = "0." + digits + "e" + std::to_string(point);
+    double magnitude = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), magnitude);
+    // Rounding up to 15 digits can pass the largest double by a hair.
+    if (read.ec != std::errc{}) magnitude = point > 0 ? std::numeric_limits<double>::max() : 0;
+    return negative ? -magnitude : magnitude;
+}
+
+std::string shortestText(double value, int significant, bool leadingZero) {
+    if (!std::isfinite(value)) return {};
+    const DecimalForm form = DecimalForm::of(value, significant);
+    if (form.digits.empty()) return "0";
+
+    std::string text = form.negative ? "-" : "";
+    const int count = static_cast<int>(form.digits.size());
+    const int decimals = std::max(count - form.point, 0);
+    if (std::max(form.point, 0) + decimals <= significant) {
+        const auto whole = static_cast<std::size_t>(std::max(form.point, 0));
+        if (whole > 0)
+            text += (form.digits + std::string(whole, '0')).substr(0, whole);
+        else if (leadingZero)
+            text += '0';
+        if (decimals > 0) {
+            text += '.';
+            text += std::string(static_cast<std::size_t>(std::max(-form.point, 0)), '0');
+            text += form.digits.substr(whole);
+        }
+        return text;
+    }
+    text += form.digits[0];
+    if (count > 1) text += '.' + form.digits.substr(1);
+    const int exponent = form.point - 1;
+    text += exponent < 0 ? "E-" : "E+";
+    if (std::abs(exponent) < 10) text += '0';
+    return text + std::to_string(std::abs(exponent));
+}
+
+double roundedToDecimals(double value, int decimals) {
+    if (!std::isfinite(value)) return 0;
+    DecimalForm form = DecimalForm::of(value);
+    form.roundTo(decimals);
+    return form.value();
 }
 
 } // namespace metrisk

@@ -1,33 +1,35 @@
-// A number as its significant decimal digits: what formatting, counting and files build on.
+// A double as its decimal digits, the form in which numbers are rounded for showing and for files.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace metrisk {
 
-inline constexpr int doubleDigits = 15; // digits of a double that survive any decimal round trip
-inline constexpr int singleDigits = 7;
-
-/// value = +/- 0.d1d2d3... x 10^point, without trailing zeros; zero has no digits and point 0.
+/// The value is +-0.d1d2d3... x 10^point. `digits` has no leading and no trailing zero and is empty
+/// for zero.
 struct DecimalForm {
     bool negative = false;
     std::string digits;
-    int point = 0; // digits before the decimal mark; negative for leading zeros behind it
+    int point = 0;
 
-    bool isZero() const { return digits.empty(); }
-    /// Digits behind the decimal mark in plain notation.
-    int decimals() const;
-    /// Rounds half away from zero to that many digits behind the decimal mark. A rounded zero keeps
-    /// its sign.
-    void round(int decimals);
+    /// The nearest decimal number of at most `significant` digits (1 to 17). The value must be finite.
+    static DecimalForm of(double value, int significant = 15);
+
+    /// Rounds half away from zero to so many decimals; the sign stays even if nothing else does.
+    void roundTo(int decimals);
+
+    /// The double nearest to the digits.
+    double value() const;
 };
 
-/// The value, which is finite, to at most `significant` digits.
-DecimalForm decimalForm(double value, int significant = doubleDigits);
+/// The shortest text of at most `significant` digits, period as decimal mark, minus as sign: fixed
+/// form where that needs no more digits than `significant`, else exponent form with sign and at
+/// least two digits ("1E+15"). With `leadingZero` false the zero before a period is left out (".5").
+/// A value that is not finite gives an empty text.
+std::string shortestText(double value, int significant, bool leadingZero);
 
-/// Plain notation if that needs at most `significant` digits, otherwise an exponent with sign and at
-/// least two digits (1E+15, 1E-16). `leadingZero` writes 0.5 rather than .5. The decimal mark is a
-/// period. A value that is not finite gives "".
-std::string shortText(double value, int significant, bool leadingZero);
+/// What a value reads after it was shown with so many decimals and read back.
+double roundedToDecimals(double value, int decimals);
 
 } // namespace metrisk

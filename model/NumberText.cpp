@@ -1,231 +1,258 @@
 #include "model/NumberText.h"
 
-#include "model/DecimalForm.h"
+#include "model/RegionalMarks.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 
 namespace metrisk {
-
 namespace {
 
-constexpr int targetDecimals = 14;
-constexpr int mostDecimalsTyped = 20; // beyond these a box keeps the exponent
-constexpr std::string_view blanks = " \t\r\n\v\f";
-constexpr std::string_view noBreakSpace = "\u00A0";
-constexpr std::string_view narrowSpace = "\u202F";
-constexpr std::string_view minusSign = "\u2212";
+/// A longer text is no number; the bound keeps the search for units short.
+constexpr std::size_t longestNumberText = 4096;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Length of an invisible character (direction marks, joiners, byte order mark) at the start.
+std::size_t invisibleAt(std::string_view text) {
+    if (text.size() < 3) return 0;
+    const auto byte = [&](int i) { return static_cast<unsigned char>(text[static_cast<std::size_t>(i)]); };
+    const bool direction = byte(0) == 0xE2 && byte(1) == 0x80 &&
+                           ((byte(2) >= 0x8B && byte(2) <= 0x8F) || (byte(2) >= 0xAA && byte(2) <= 0xAE));
+    const bool isolate = byte(0) == 0xE2 && byte(1) == 0x81 && byte(2) >= 0xA0 && byte(2) <= 0xAF;
+    const bool orderMark = byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF;
+    return direction || isolate || orderMark ? 3 : 0;
+}
+
+/// Without invisible characters, "%" and "$"; control characters (pasted line ends) become blanks.
+std::string withoutDecoration(std::string_view text) {
+    std::string kept;
+    for (std::size_t i = 0; i < text.size();) {
+        if (const std::size_t invisible = invisibleAt(text.substr(i))) {
+            i += invisible;
+            continue;
+        }
+        const char c = text[i++];
+        if (c == '%' || c == '$') continue;
+        kept += (c >= 0 && c < ' ') || c == '\x7f' ? ' ' : c;
+    }
+    return kept;
+}
 
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-    if (from.empty() || from == to) return;
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
-/// Blanks that only group digits, as some languages write them, do not end a number.
-void dropGroupingBlanks(std::string& text) {
-    for (std::size_t i = 1; i + 3 < text.size(); ++i) {
-        const bool groupFollows = isDigit(text[i + 1]) && isDigit(text[i + 2]) && isDigit(text[i + 3]) &&
-                                  (i + 4 == text.size() || !isDigit(text[i + 4]));
-        if (text[i] == ' ' && isDigit(text[i - 1]) && groupFollows) text.erase(i, 1);
-    }
-}
-
-/// One way to write signs and blanks, whatever the language.
-std::string plainSigns(std::string_view given, const Regional& regional) {
-    std::string text(given);
-    replaceAll(text, minusSign, "-");
-    replaceAll(text, regional.NegativeSign, "-");
-    replaceAll(text, noBreakSpace, " ");
-    replaceAll(text, narrowSpace, " ");
-    const bool blankGroups = regional.ThousandSeparator == " " || regional.ThousandSeparator == noBreakSpace ||
-                             regional.ThousandSeparator == narrowSpace;
-    if (blankGroups) dropGroupingBlanks(text);
-    return text;
-}
-
-std::string withoutMoneyAndPercent(std::string_view text) {
-    std::string plain;
-    for (char c : text)
-        if (c != '%' && c != '$') plain += c;
-    return plain;
-}
-
-/// Drops grouping marks and makes the decimal mark a period.
-std::string withPeriod(std::string text, const Regional& regional) {
-    const std::string& decimal = regional.DecimalSymbol;
-    if (decimal == ".") {
-        replaceAll(text, regional.ThousandSeparator, "");
-        return text;
-    }
-    if (regional.ThousandSeparator != ".") replaceAll(text, regional.ThousandSeparator, "");
-    const auto mark = text.find(decimal);
-    if (mark != std::string::npos || std::count(text.begin(), text.end(), '.') > 1) std::erase(text, '.');
-    replaceAll(text, decimal, ".");
-    return text;
-}
-
-/// Length of the number that a cleaned text begins with; 0 if there is none.
-std::size_t numberLength(std::string_view text) {
-    std::size_t i = 0;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
-    const auto skipDigits = [&] {
-        const std::size_t start = i;
-        while (i < text.size() && isDigit(text[i])) ++i;
-        return i > start;
-    };
-    bool digits = skipDigits();
-    if (i < text.size() && text[i] == '.') {
-        ++i;
-        digits = skipDigits() || digits;
-    }
-    if (!digits) return 0;
-    const std::size_t mantissa = i;
-    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
-        ++i;
-        if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
-        if (!skipDigits()) i = mantissa;
-    }
-    return i;
-}
-
-bool isNumericPlain(std::string_view text, const Regional& regional) {
-    const std::string number = withPeriod(withoutMoneyAndPercent(trimmed(text)), regional);
-    const std::string_view core = trimmed(number);
-    return !core.empty() && numberLength(core) == core.size();
-}
-
-/// Drops leading words until a number stands first, and what follows it.
-std::string_view withoutUnits(std::string_view text, const Regional& regional) {
-    for (auto blank = text.find(' '); blank != std::string_view::npos; blank = text.find(' ')) {
-        const std::string_view left = text.substr(0, blank);
-        if (isNumericPlain(left, regional)) return left;
-        text = trimmed(text.substr(blank + 1));
-        if (isNumericPlain(text, regional)) return text;
+    while (const std::size_t blank = blankAt(text)) text.remove_prefix(blank);
+    for (std::size_t length = 1; length <= 3 && length <= text.size();) {
+        const bool blank = blankAt(text.substr(text.size() - length)) == length;
+        if (blank) text.remove_suffix(length);
+        length = blank ? 1 : length + 1;
     }
     return text;
 }
 
-double readPrefix(std::string_view text) {
-    text = text.substr(0, numberLength(text));
-    if (text.starts_with('+')) text.remove_prefix(1);
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() ? value : 0;
-}
+struct ScannedNumber {
+    std::string plain;      // sign, digits, period, digits, E, sign, digits
+    std::size_t length = 0; // bytes taken from the text, 0 if it does not start with a number
+};
 
-/// Where the exponent of a text begins; npos if it has none.
+class Scanner {
+  public:
+    Scanner(std::string_view text, const Regional& regional)
+        : text_(text), regional_(regional), decimal_(decimalSymbol(regional)),
+          minus_(withoutDecoration(negativeSign(regional))) {}
+
+    ScannedNumber scan() {
+        std::string plain = sign();
+        decidePeriod();
+        bool digits = wholePart(plain);
+        if (decimalMark()) {
+            plain += '.';
+            digits |= run(plain);
+        }
+        if (!digits) return {};
+        exponent(plain);
+        return {plain, at_};
+    }
+
+  private:
+    bool starts(std::string_view mark) const { return !mark.empty() && text_.substr(at_).starts_with(mark); }
+    bool digitAt(std::size_t i) const { return i < text_.size() && isDigit(text_[i]); }
+
+    bool take(std::string_view mark) {
+        if (!starts(mark)) return false;
+        at_ += mark.size();
+        return true;
+    }
+
+    std::string sign() {
+        if (take("-") || take("\u2212") || take(minus_)) return "-";
+        return take("+") ? "+" : "";
+    }
+
+    /// With another decimal symbol than the period: is the period a decimal mark or a grouping mark?
+    void decidePeriod() {
+        if (decimal_ == ".") return;
+        const std::size_t start = at_;
+        int periods = 0;
+        bool symbol = false;
+        while (at_ < text_.size()) {
+            if (take(".")) {
+                ++periods;
+            } else if (take(decimal_)) {
+                symbol = true;
+            } else if (const std::size_t mark = groupingMarkAt(text_.substr(at_), regional_)) {
+                at_ += mark;
+            } else if (digitAt(at_)) {
+                ++at_;
+            } else {
+                break;
+            }
+        }
+        at_ = start;
+        periodIsDecimal_ = !symbol && periods == 1;
+        periodGroups_ = !periodIsDecimal_;
+    }
+
+    bool decimalMark() { return take(decimal_) || (periodIsDecimal_ && take(".")); }
+
+    /// Length of a grouping mark here; a blank is one only before a group of exactly three digits.
+    std::size_t groupingMark() const {
+        if (at_ == 0 || !isDigit(text_[at_ - 1])) return 0;
+        std::size_t length = groupingMarkAt(text_.substr(at_), regional_);
+        if (length == 0 && periodGroups_ && starts(".")) length = 1;
+        const std::size_t next = at_ + length;
+        if (length == 0 || !digitAt(next)) return 0;
+        const bool three = digitAt(next + 1) && digitAt(next + 2) && !digitAt(next + 3);
+        return blankAt(text_.substr(at_)) > 0 && !three ? 0 : length;
+    }
+
+    bool wholePart(std::string& plain) {
+        bool any = run(plain);
+        while (const std::size_t mark = groupingMark()) {
+            at_ += mark;
+            any |= run(plain);
+        }
+        return any;
+    }
+
+    bool run(std::string& plain) {
+        const std::size_t start = at_;
+        while (digitAt(at_)) plain += text_[at_++];
+        return at_ > start;
+    }
+
+    void exponent(std::string& plain) {
+        const std::size_t start = at_;
+        if (take("E") || take("e")) {
+            std::string power = "E" + sign();
+            if (run(power)) {
+                plain += power;
+                return;
+            }
+        }
+        at_ = start;
+    }
+
+    std::string_view text_;
+    const Regional& regional_;
+    std::string decimal_;
+    std::string minus_;
+    std::size_t at_ = 0;
+    bool periodIsDecimal_ = false;
+    bool periodGroups_ = false;
+};
+
 std::size_t exponentMark(std::string_view cleaned) {
-    const std::size_t length = numberLength(cleaned);
-    return cleaned.substr(0, length).find_first_of("eE");
+    const std::size_t mark = cleaned.find_first_not_of("+-.0123456789");
+    if (mark == cleaned.npos || mark == 0 || cleaned[mark] != 'E' || mark + 1 == cleaned.size())
+        return cleaned.npos;
+    const char next = cleaned[mark + 1];
+    return isDigit(next) || next == '+' || next == '-' ? mark : cleaned.npos;
 }
 
-int typedDecimals(std::string_view cleaned) {
-    const auto point = cleaned.find('.');
-    if (point == std::string_view::npos) return 0;
-    int count = 0;
-    for (std::size_t i = point + 1; i < cleaned.size() && isDigit(cleaned[i]); ++i) ++count;
-    return count;
-}
-
-/// The decimal form that a shown text reads back as.
-double readBack(double value, int decimals) {
-    return ParseValue(FormatNumber(value, PictureForDecimals(decimals), {}), {});
+int digitsBehindPeriod(std::string_view cleaned) {
+    const std::size_t period = cleaned.find_first_not_of("+-0123456789");
+    if (period == cleaned.npos || cleaned[period] != '.') return 0;
+    const std::string_view behind = cleaned.substr(period + 1);
+    const auto end = std::ranges::find_if_not(behind, isDigit);
+    return static_cast<int>(end - behind.begin());
 }
 
 } // namespace
 
-std::string CleanNumberText(std::string_view given, const Regional& regional) {
-    const std::string text = plainSigns(given, regional);
-    const std::string number = withoutMoneyAndPercent(withoutUnits(trimmed(text), regional));
-    return std::string(trimmed(withPeriod(number, regional)));
+std::string CleanNumberText(std::string_view text, const Regional& regional) {
+    if (text.size() > longestNumberText) return {};
+    const std::string plainText = withoutDecoration(text);
+    std::string_view rest = trimmed(plainText);
+    for (;;) {
+        const ScannedNumber number = Scanner(rest, regional).scan();
+        const std::string_view behind = rest.substr(number.length);
+        if (number.length > 0 && (behind.empty() || blankAt(behind) > 0)) return number.plain;
+
+        std::size_t blank = 0;
+        while (blank < rest.size() && blankAt(rest.substr(blank)) == 0) ++blank;
+        if (blank == rest.size()) return number.plain + std::string(behind);
+        rest = trimmed(rest.substr(blank));
+    }
 }
 
 double ParseValue(std::string_view text, const Regional& regional) {
-    return readPrefix(CleanNumberText(text, regional));
+    const std::string cleaned = CleanNumberText(text, regional);
+    const bool signedText = cleaned.starts_with('-') || cleaned.starts_with('+');
+    const std::string_view digits = std::string_view(cleaned).substr(signedText ? 1 : 0);
+    if (digits.empty() || !(isDigit(digits[0]) || digits[0] == '.')) return 0;
+    double magnitude = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
+    if (read.ec != std::errc{}) return 0;
+    return cleaned[0] == '-' ? -magnitude : magnitude;
 }
 
 bool isNumeric(std::string_view text, const Regional& regional) {
-    return isNumericPlain(plainSigns(text, regional), regional);
+    if (text.size() > longestNumberText) return false;
+    const std::string plain = withoutDecoration(text);
+    const std::string_view core = trimmed(plain);
+    const ScannedNumber number = Scanner(core, regional).scan();
+    return number.length > 0 && number.length == core.size();
 }
 
 int CountDecimals(std::string_view text, const Regional& regional) {
-    return typedDecimals(CleanNumberText(text, regional));
+    return digitsBehindPeriod(CleanNumberText(text, regional));
 }
 
 int CountSignificantDecimals(std::string_view text, const Regional& regional) {
     const std::string cleaned = CleanNumberText(text, regional);
-    const auto decimals = static_cast<std::size_t>(typedDecimals(cleaned));
-    if (decimals == 0) return 0;
-    const std::string_view behind = std::string_view(cleaned).substr(cleaned.find('.') + 1, decimals);
+    const int all = digitsBehindPeriod(cleaned);
+    if (all == 0) return 0;
+    const std::string_view behind =
+        std::string_view(cleaned).substr(cleaned.find('.') + 1, static_cast<std::size_t>(all));
     return static_cast<int>(behind.find_last_not_of('0') + 1);
-}
-
-int DecimalsOfValue(double value, int n) {
-    if (!std::isfinite(value)) return n;
-    const double target = readBack(value, targetDecimals);
-    while (n < targetDecimals && readBack(value, n) != target) ++n;
-    return n;
-}
-
-std::string RatioPicture(double value, double tolerance, const Regional&) {
-    if (value == 0 || !std::isfinite(value)) return "###";
-    const double size = std::fabs(value);
-    const double target = readBack(size, targetDecimals);
-    if (target == 0) return "##0";
-    int n = 0;
-    while (n < targetDecimals && std::fabs(readBack(size, n) - target) > tolerance * target) ++n;
-    return PictureForDecimals(n);
-}
-
-int DigitsForEntry(std::string_view text, const Regional& regional) {
-    const std::string cleaned = CleanNumberText(text, regional);
-    const auto mark = exponentMark(cleaned);
-    if (mark == std::string::npos) return typedDecimals(cleaned);
-    const double value = readPrefix(cleaned);
-    if (value == 0) return 0;
-    // The places of the mantissa move with the exponent.
-    int exponent = 0;
-    std::string_view power = std::string_view(cleaned).substr(mark + 1);
-    if (power.starts_with('+')) power.remove_prefix(1);
-    std::from_chars(power.data(), power.data() + power.size(), exponent);
-    return std::max(0, typedDecimals(cleaned) - exponent);
 }
 
 std::string DisplayValueText(std::string_view text, const Regional& regional) {
     const std::string cleaned = CleanNumberText(text, regional);
-    if (exponentMark(cleaned) == std::string::npos) {
-        std::string plain(trimmed(text));
-        std::erase(plain, '%');
-        return plain;
+    const std::size_t mark = exponentMark(cleaned);
+    if (mark == cleaned.npos) {
+        std::string shown(text);
+        std::erase(shown, '%');
+        return std::string(trimmed(shown));
     }
-    return NormalizeBoxText(text, regional);
+    const char* power = cleaned.data() + mark + (cleaned[mark + 1] == '+' ? 2 : 1);
+    int exponent = 0;
+    std::from_chars(power, cleaned.data() + cleaned.size(), exponent);
+    const int typed = digitsBehindPeriod(cleaned);
+    const int decimals = std::clamp(exponent, -maxPictureDecimals, maxPictureDecimals);
+    return FormatNumber(ParseValue(text, regional), PictureForDecimals(typed - decimals), regional);
+}
+
+int DigitsForEntry(std::string_view text, const Regional& regional) {
+    return CountDecimals(DisplayValueText(text, regional), regional);
 }
 
 std::string NormalizeBoxText(std::string_view text, const Regional& regional) {
-    const std::string cleaned = CleanNumberText(text, regional);
-    if (numberLength(cleaned) == 0) return "";
-    const double value = readPrefix(cleaned);
-    const int decimals = DigitsForEntry(text, regional);
-    if (decimals > mostDecimalsTyped) return GeneralText(value, regional);
-    return FormatNumber(value, PictureForDecimals(decimals), regional);
-}
-
-std::string heldPicture(std::string_view entryText, int shift, const Regional& regional) {
-    return PictureForDecimals(DigitsForEntry(entryText, regional) + shift);
-}
-
-std::string shownPicture(std::string_view held, int shift) {
-    return PictureForDecimals(decimalsOfPicture(held) - shift);
+    const std::string shown = DisplayValueText(text, regional);
+    return FormatNumber(ParseValue(shown, regional), PictureForDecimals(CountDecimals(shown, regional)),
+                        regional);
 }
 
 } // namespace metrisk

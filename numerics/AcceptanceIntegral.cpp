@@ -7,8 +7,6 @@
 #include "numerics/mathlib/NormalArray.h"
 
 #include <array>
-#include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace metrisk {
@@ -59,13 +57,12 @@ AcceptanceIntegral BaselineJointProbability(double ratio, double zSubject, doubl
         for (std::size_t i = 0; i < order; ++i) phi[i] = (nodes.x[i] / zSubject + 1) * k;
         for (std::size_t i = 0; i < order; ++i) phi[order + i] = (1 - nodes.x[i] / zSubject) * k;
         Normal(phi.data(), phi.data(), 2 * order);
+        std::array<double, order> density;
+        NormalDensity(nodes.x.data(), density.data(), order);
         double sum = 0;
-        for (std::size_t i = 0; i < order; ++i) {
-            const double x = nodes.x[i];
-            sum += nodes.w[i] * (phi[i] + phi[order + i] - 1) * std::exp(-0.5 * x * x);
-        }
-        constexpr double inverseRootTwoPi = std::numbers::inv_sqrtpi / std::numbers::sqrt2;
-        return {IntegralOutcome::Done, checked(sum) * inverseRootTwoPi};
+        for (std::size_t i = 0; i < order; ++i)
+            sum += nodes.w[i] * (phi[i] + phi[order + i] - 1) * density[i];
+        return {IntegralOutcome::Done, checked(sum)};
     } catch (const RuntimeFault&) {
         return reportFault(ui);
     }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace metrisk {
 
@@ -13,9 +12,12 @@ namespace {
 
 constexpr std::size_t blockSize = 128;
 
-constexpr double inverseRootTwoPi = std::numbers::inv_sqrtpi / std::numbers::sqrt2;
-
-double standardDensity(double u) { return std::exp(-0.5 * u * u) * inverseRootTwoPi; }
+/// value[i] *= the standard normal density at u[i].
+void timesDensity(const double* u, double* value, std::size_t n) {
+    double density[blockSize];
+    NormalDensity(u, density, n);
+    for (std::size_t i = 0; i < n; ++i) value[i] *= density[i];
+}
 
 } // namespace
 
@@ -69,7 +71,8 @@ void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::siz
     const double lo = lo_;
     const double hi = hi_;
     const double sm = sm_;
-    double phi[2 * blockSize] = {}; // the first argument of every point, then the second
+    if (n == 0) return;
+    double phi[2 * blockSize]; // the first argument of every point, then the second
     double* const second = phi + n;
     const double rate = subject_.expExponent;
     switch (form_) {
@@ -79,23 +82,23 @@ void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::siz
         for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
         for (std::size_t i = 0; i < n; ++i) second[i] = (lo - u[i]) / sm;
         Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (phi[i] - second[i]);
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i] - second[i];
+        return timesDensity(u, value, n);
     case Form::NormalUpper:
         for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
         Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * phi[i];
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i];
+        return timesDensity(u, value, n);
     case Form::NormalLower:
         for (std::size_t i = 0; i < n; ++i) phi[i] = (u[i] - lo) / sm;
         Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * phi[i];
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i];
+        return timesDensity(u, value, n);
     case Form::LogNormalFarSide:
         for (std::size_t i = 0; i < n; ++i) phi[i] = (lo - logNormalRatio(u[i])) / sm;
         Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (1 - phi[i]);
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = 1 - phi[i];
+        return timesDensity(u, value, n);
     case Form::LogNormalBounded:
         for (std::size_t i = 0; i < n; ++i) {
             const double t = logNormalRatio(u[i]);
@@ -103,8 +106,8 @@ void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::siz
             second[i] = (lo - t) / sm;
         }
         Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = standardDensity(u[i]) * (phi[i] - second[i]);
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i] - second[i];
+        return timesDensity(u, value, n);
     case Form::ExponentialNear:
         for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
         for (std::size_t i = 0; i < n; ++i) second[i] = u[i] / sm;

@@ -16,7 +16,7 @@ constexpr double labelTolerance = 0.001;
 std::string ratioText(double numerator, double denominator, const Regional& regional) {
     const double ratio = numerator / denominator;
     if (!(ratio > 0) || !std::isfinite(ratio)) return "";
-    return FormatNumber(ratio, RatioPicture(ratio, labelTolerance, regional), regional) + " : 1";
+    return FormatNumber(ratio, RatioPicture(ratio, labelTolerance), regional) + " : 1";
 }
 
 } // namespace

@@ -55,25 +55,41 @@ inline double polynomial(const std::array<double, N>& c, double x) {
     return even + odd * x;
 }
 
-/// Without a branch or a call, for the sake of the loop below.
-inline double normalContent(double x) {
-    double a = std::fabs(x);
-    a = a > farthest ? farthest : a;
-    const double scaled = polynomial(tail, uScale * a / (a + shift) - 1) / (a + shift);
+/// exp(-a^2/2) for a of 0 to farthest, where it is 0, without a branch or a call for the sake of the loops
+/// below. It is left in parts, since a factor must come in before the scale can underflow.
+struct Gaussian {
+    double mantissa;
+    double power;
+    double unscale;
 
-    // exp(-a^2/2), the square being taken exactly in two parts, as 2^n exp(rest) with |rest| < 0.35.
-    // ln 2 is taken in two parts as well, the first so short that n times it is exact.
-    const double aHead = detail::head(a);
-    const double half = 0.5 * aHead * aHead, halfRest = 0.5 * ((a - aHead) * (a + aHead));
-    constexpr double log2e = 1.44269504088896338700;
-    constexpr double ln2Head = 6.93147180369123816490e-01, ln2Tail = 1.90821492927058770002e-10;
-    constexpr double toInteger = 0x1.8p52; // added, it leaves the rounded integer in the lowest bits
-    const double shifted = toInteger - half * log2e, n = shifted - toInteger;
-    const double rest = ((-half - n * ln2Head) - n * ln2Tail) - halfRest;
-    // 2^(n + 64), which is a normal double for every n that occurs.
-    const double power = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + (1023 + 64)) << 52);
-    const double unscale = a < farthest ? 0x1p-64 : 0; // a plain 0 is cheaper than an underflow
-    const double below = polynomial(exponential, rest) * scaled * power * unscale;
+    explicit Gaussian(double a) {
+        // The square being taken exactly in two parts, exp(-a^2/2) = 2^n exp(rest) with |rest| < 0.35.
+        // ln 2 is taken in two parts as well, the first so short that n times it is exact.
+        const double aHead = detail::head(a);
+        const double half = 0.5 * aHead * aHead, halfRest = 0.5 * ((a - aHead) * (a + aHead));
+        constexpr double log2e = 1.44269504088896338700;
+        constexpr double ln2Head = 6.93147180369123816490e-01, ln2Tail = 1.90821492927058770002e-10;
+        constexpr double toInteger = 0x1.8p52; // added, it leaves the rounded integer in the lowest bits
+        const double shifted = toInteger - half * log2e, n = shifted - toInteger;
+        const double rest = ((-half - n * ln2Head) - n * ln2Tail) - halfRest;
+        mantissa = polynomial(exponential, rest);
+        // 2^(n + 64), which is a normal double for every n that occurs.
+        power = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + (1023 + 64)) << 52);
+        unscale = a < farthest ? 0x1p-64 : 0; // a plain 0 is cheaper than an underflow
+    }
+
+    double times(double factor) const { return mantissa * factor * power * unscale; }
+};
+
+inline double distance(double x) {
+    const double a = std::fabs(x);
+    return a > farthest ? farthest : a;
+}
+
+inline double normalContent(double x) {
+    const double a = distance(x);
+    const double scaled = polynomial(tail, uScale * a / (a + shift) - 1) / (a + shift);
+    const double below = Gaussian(a).times(scaled);
     const double above = 1 - below;
     return x < 0 ? below : above;
 }
@@ -83,6 +99,12 @@ inline double normalContent(double x) {
 METRISK_WIDE_REGISTERS
 void Normal(const double* x, double* out, std::size_t n) noexcept {
     for (std::size_t i = 0; i < n; ++i) out[i] = normalContent(x[i]);
+}
+
+METRISK_WIDE_REGISTERS
+void NormalDensity(const double* x, double* out, std::size_t n) noexcept {
+    constexpr double inverseRootTwoPi = 0.39894228040143267794;
+    for (std::size_t i = 0; i < n; ++i) out[i] = Gaussian(distance(x[i])).times(inverseRootTwoPi);
 }
 
 } // namespace metrisk
