@@ -1,0 +1,318 @@
+#include "risk/BaselineScreen.h"
+
+#include "model/NumberText.h"
+#include "model/Questions.h"
+#include "model/Session.h"
+#include "risk/BaselineRisks.h"
+#include "risk/DisplayRule.h"
+#include "risk/EqRatioScreen.h"
+
+#include <utility>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* ratioPicture = "###,##0.00";
+constexpr const char* pctPicture = "##0.0000";
+constexpr const char* ratioText = "Accuracy Ratio Entry must be greater than Zero";
+constexpr const char* ratioTitle = "Baseline Accuracy Ratio";
+constexpr const char* pctText = "In Tolerance Percent must be greater than Zero";
+constexpr const char* measuringPctTitle = "Baseline MTE Parameter % In-Tolerance";
+constexpr const char* subjectPctTitle = "Baseline Subject Parameter % In-Tolerance";
+constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
+constexpr const char* measuringRangeTitle = "Inappropriate MTE % In-tolerance";
+constexpr const char* subjectRangeTitle = "Inappropriate Subject Parameter % In-tolerance";
+constexpr const char* defaultKeyTitle = "Default Baseline Procedure";
+constexpr const char* defaultKeyText = "To change the default baseline, enter changes in the analysis baseline and "
+                                       "click 'Set default baseline.'";
+constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
+constexpr const char* usedDefaultText = "By using the default baseline, you have changed\n"
+                                        "the current False Accept option.  This will\n"
+                                        "necessitate recomputing the false accept risk and\n"
+                                        "equivalent accuracy ratio.  Continue?";
+constexpr const char* storedDefaultText = "You have changed the default baseline False\n"
+                                          "Accept Option.\n"
+                                          "Continuing will not only store the default baseline\n"
+                                          "value, but may also change the main system False\n"
+                                          "Accept Option.";
+constexpr const char* belowOneText = " < 1";
+constexpr const char* boxNames[] = {"BaseAccRat1", "BaseAccRat2", "BaselinePctInTol1", "BaselinePctInTol2"};
+
+// ANSI/NCSL Z540.3: 4 : 1, a subject parameter of 85 %, and the measuring figure by convention.
+constexpr double z540Ratio = 4;
+constexpr double z540Subject = 85;
+constexpr double z540Measuring[] = {96.028, 90.601};
+
+const char* optionCaption(int option) { return option == 1 ? "Producer Option" : "Consumer Option"; }
+
+std::string riskText(double value, const std::string& units, const Regional& regional) {
+    if (units == ppmUnits && value < 1) return belowOneText;
+    return FormatNumber(value, baselinePicture(units), regional);
+}
+
+BaselineSide sideOf(const DefaultBaseline& b, const Regional& regional) {
+    BaselineSide side;
+    side.AccRat1 = FormatNumber(b.AccRatNum, ratioPicture, regional);
+    side.AccRat2 = FormatNumber(b.AccRatDen, ratioPicture, regional);
+    side.PctInTol1 = FormatNumber(b.MTEPctInTol, pctPicture, regional);
+    side.PctInTol2 = FormatNumber(b.SUPctInTol, pctPicture, regional);
+    side.FalseAccept = riskText(b.FalseAccept, b.AcceptUnits, regional);
+    side.FalseReject = riskText(b.FalseReject, b.RejectUnits, regional);
+    side.FalseAcceptRiskUnits = b.AcceptUnits;
+    side.FalseRejectRiskUnits = b.RejectUnits;
+    side.falseAccept = b.FalseAccept;
+    side.falseReject = b.FalseReject;
+    side.falseAcceptOption = b.FalseAcceptOption;
+    side.FAOption = optionCaption(b.FalseAcceptOption);
+    side.BaselineOption = b.UserOption;
+    return side;
+}
+
+DefaultBaseline analysisBaseline(const Analysis& r) {
+    return {r.Base_AccRatNum,   r.Base_AccRatDen,    r.Base_MTEPctInTol, r.Base_SUPctInTol, r.Base_FalseAccept,
+            r.Base_AcceptUnits, r.FalseAcceptOption, r.Base_FalseReject, r.Base_RejectUnits, r.UserOption};
+}
+
+} // namespace
+
+BaselineScreen::BaselineScreen(Session& session)
+    : session_(session), kept_(keep(session.record)), storedOption_(ReadDefaultOption(session.settings)) {
+    analysis = sideOf(analysisBaseline(session.record), session.regional);
+    defaults = sideOf(ReadDefaultBaseline(session.settings), session.regional);
+    opened_ = analysis;
+}
+
+BaselineScreen::Kept BaselineScreen::keep(const Analysis& r) {
+    return {r.FalseAcceptRisk,   r.FalseRejectRisk,   r.EqAccRat,         r.FalseAcceptUnits, r.FalseRejectUnits,
+            r.EqAccRatDen,       r.RisksNeedCompute,  r.FileChanged,      r.IncludeGuardbands,
+            r.GuardbandsChanged, r.GB_EqAccRatValid,  r.GB_RisksStale,    r.GB_MainStale,
+            r.BaselineComputed,  r.FalseAcceptOption};
+}
+
+void BaselineScreen::restore() {
+    Analysis& r = session_.record;
+    r.FalseAcceptRisk = kept_.FalseAcceptRisk;
+    r.FalseAcceptUnits = kept_.FalseAcceptUnits;
+    r.FalseRejectRisk = kept_.FalseRejectRisk;
+    r.FalseRejectUnits = kept_.FalseRejectUnits;
+    r.EqAccRat = kept_.EqAccRat;
+    r.EqAccRatDen = kept_.EqAccRatDen;
+    r.RisksNeedCompute = kept_.RisksNeedCompute;
+    r.FileChanged = kept_.FileChanged;
+    r.FalseAcceptOption = kept_.FalseAcceptOption;
+    r.IncludeGuardbands = kept_.IncludeGuardbands;
+    r.GuardbandsChanged = kept_.GuardbandsChanged;
+    r.GB_EqAccRatValid = kept_.GB_EqAccRatValid;
+    r.GB_RisksStale = kept_.GB_RisksStale;
+    r.GB_MainStale = kept_.GB_MainStale;
+    r.BaselineComputed = kept_.BaselineComputed;
+}
+
+double BaselineScreen::valueOf(const std::string& text) const { return ParseValue(text, session_.regional); }
+
+std::string& BaselineScreen::textOf(BaselineBox box) {
+    switch (box) {
+    case BaselineBox::BaseAccRat1: return analysis.AccRat1;
+    case BaselineBox::BaseAccRat2: return analysis.AccRat2;
+    case BaselineBox::BaselinePctInTol1: return analysis.PctInTol1;
+    default: return analysis.PctInTol2;
+    }
+}
+
+void BaselineScreen::refuse(const char* boxTitle, const char* text, const char* box) {
+    session_.ui.show({.text = text, .title = boxTitle, .icon = BoxIcon::Exclamation});
+    if (box) session_.ui.focus(box, true);
+}
+
+FieldResult BaselineScreen::lostFocus(BaselineBox box, const std::string& text) {
+    std::string& shown = textOf(box);
+    if (boxesLocked() || text == shown) return {false, shown};
+    const bool isRatio = box == BaselineBox::BaseAccRat1 || box == BaselineBox::BaseAccRat2;
+    std::string rewritten = FormatNumber(valueOf(text), isRatio ? ratioPicture : pctPicture, session_.regional);
+    // What counts is the figure as it will be read back.
+    const double value = valueOf(rewritten);
+    if (!isRatio && !(value > 0 && value < 100)) {
+        refuse(box == BaselineBox::BaselinePctInTol1 ? measuringRangeTitle : subjectRangeTitle, pctRangeText,
+               nullptr);
+        return {true, text};
+    }
+    shown = std::move(rewritten);
+    return {false, shown};
+}
+
+void BaselineScreen::defaultKeyPressed() {
+    session_.ui.show({.text = defaultKeyText, .title = defaultKeyTitle});
+}
+
+void BaselineScreen::setZ540Figures() {
+    const Regional& regional = session_.regional;
+    const bool producer = analysis.FAOption == optionCaption(1);
+    analysis.BaselineOption = "Z540";
+    analysis.AccRat1 = FormatNumber(z540Ratio, "0.00", regional);
+    analysis.AccRat2 = FormatNumber(1, "0.00", regional);
+    analysis.PctInTol2 = FormatNumber(z540Subject, "0.000", regional);
+    analysis.PctInTol1 = FormatNumber(z540Measuring[producer ? 1 : 0], "0.000", regional);
+}
+
+void BaselineScreen::chooseZ540() {
+    setZ540Figures();
+    ComputeBaselineResults();
+}
+
+void BaselineScreen::chooseUser() {
+    analysis.BaselineOption = "User";
+    repaint();
+}
+
+bool BaselineScreen::validate() {
+    for (const BaselineBox box : {BaselineBox::BaseAccRat1, BaselineBox::BaseAccRat2,
+                                  BaselineBox::BaselinePctInTol1, BaselineBox::BaselinePctInTol2}) {
+        if (valueOf(textOf(box)) > 0) continue;
+        const char* name = boxNames[static_cast<int>(box)];
+        if (box == BaselineBox::BaselinePctInTol1)
+            refuse(measuringPctTitle, pctText, name);
+        else if (box == BaselineBox::BaselinePctInTol2)
+            refuse(subjectPctTitle, pctText, name);
+        else
+            refuse(ratioTitle, ratioText, name);
+        return false;
+    }
+    return true;
+}
+
+bool BaselineScreen::ComputeBaselineResults() {
+    if (!validate()) {
+        repaint();
+        return false;
+    }
+    ComputeBaselineResultsCaption = computingCaption;
+    repaint();
+    double falseAccept = 0;
+    double falseReject = 0;
+    const bool computed =
+        ComputeBaselineRisks(session_, valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2),
+                             valueOf(analysis.PctInTol2) / 100, valueOf(analysis.PctInTol1) / 100, falseAccept,
+                             falseReject);
+    if (computed) showRisks(falseAccept, falseReject);
+    ComputeBaselineResultsCaption = computeCaption;
+    repaint();
+    return computed;
+}
+
+void BaselineScreen::showRisks(double falseAccept, double falseReject) {
+    const ShownRisk accept = shownRisk(notNegative(falseAccept));
+    const ShownRisk reject = shownRisk(notNegative(falseReject));
+    analysis.falseAccept = accept.value;
+    analysis.falseReject = reject.value;
+    analysis.FalseAcceptRiskUnits = accept.units;
+    analysis.FalseRejectRiskUnits = reject.units;
+    analysis.FalseAccept = riskText(accept.value, accept.units, session_.regional);
+    analysis.FalseReject = riskText(reject.value, reject.units, session_.regional);
+    session_.record.BaselineComputed = true;
+}
+
+void BaselineScreen::cmd_FAOption(const RunFalseAcceptScreen& run) {
+    Analysis& r = session_.record;
+    r.AbortFlag = false;
+    FalseAcceptScreen screen(session_);
+    run(screen);
+    if (r.AbortFlag || !r.RisksNeedCompute) return;
+    analysis.falseAcceptOption = r.FalseAcceptOption;
+    analysis.FAOption = optionCaption(r.FalseAcceptOption);
+    if (optZ540Baseline()) setZ540Figures();
+    ComputeBaselineResults();
+}
+
+void BaselineScreen::Cmd_SetDefaultBaseline() {
+    if (!validate()) return;
+    defaults = analysis;
+    storeDefault_ = true;
+    repaint();
+}
+
+void BaselineScreen::Cmd_RetrieveDefaultBaseline() {
+    const int option = analysis.falseAcceptOption;
+    analysis = defaults;
+    analysis.falseAcceptOption = option;
+    analysis.FAOption = optionCaption(option);
+    defaultUsed_ = true;
+    if (optZ540Baseline())
+        chooseZ540();
+    else
+        repaint();
+}
+
+void BaselineScreen::mnu_ShowDefaults() {
+    defaultsShown = !defaultsShown;
+    repaint();
+}
+
+bool BaselineScreen::changed() const { return storeDefault_ || analysis != opened_; }
+
+bool BaselineScreen::mnu_Exit() {
+    if (!changed()) return true;
+    switch (askRetainChanges(session_.ui)) {
+    case Answer::Yes: return cmd_OK();
+    case Answer::No: restore(); return true;
+    default: return false;
+    }
+}
+
+bool BaselineScreen::cmd_OK() {
+    if (!changed()) return true;
+    if (!validate() || !confirmUsedDefault() || !confirmStoredDefault()) return false;
+    if (defaultUsed_ && defaults.falseAcceptOption != session_.record.FalseAcceptOption) {
+        session_.record.FalseAcceptOption = defaults.falseAcceptOption;
+        session_.record.RisksNeedCompute = true;
+    }
+    if (storeDefault_) storeDefault();
+    storeAnalysis();
+    return true;
+}
+
+bool BaselineScreen::confirmUsedDefault() {
+    const Analysis& r = session_.record;
+    const bool hasRisks = r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
+    if (!defaultUsed_ || defaults.falseAcceptOption == r.FalseAcceptOption || !hasRisks) return true;
+    return session_.ui.show({.text = usedDefaultText,
+                             .title = optionChangeTitle,
+                             .icon = BoxIcon::Question,
+                             .buttons = BoxButtons::OkCancel,
+                             .unattended = Answer::Cancel}) == Answer::Ok;
+}
+
+bool BaselineScreen::confirmStoredDefault() {
+    if (!storeDefault_ || defaults.falseAcceptOption == storedOption_) return true;
+    return session_.ui.show({.text = storedDefaultText,
+                             .title = optionChangeTitle,
+                             .icon = BoxIcon::Question,
+                             .buttons = BoxButtons::YesNo,
+                             .unattended = Answer::No}) == Answer::Yes;
+}
+
+void BaselineScreen::storeDefault() {
+    WriteDefaultOption(session_.settings, defaults.falseAcceptOption);
+    WriteDefaultBaseline(session_.settings,
+                         {valueOf(defaults.AccRat1), valueOf(defaults.AccRat2), valueOf(defaults.PctInTol1),
+                          valueOf(defaults.PctInTol2), defaults.falseAccept, defaults.FalseAcceptRiskUnits,
+                          defaults.falseAcceptOption, defaults.falseReject, defaults.FalseRejectRiskUnits,
+                          defaults.BaselineOption});
+}
+
+void BaselineScreen::storeAnalysis() {
+    if (analysis == opened_) return;
+    Analysis& r = session_.record;
+    const bool risksChanged = r.Base_FalseAccept != analysis.falseAccept ||
+                              r.Base_FalseReject != analysis.falseReject ||
+                              r.Base_AcceptUnits != analysis.FalseAcceptRiskUnits ||
+                              r.Base_RejectUnits != analysis.FalseRejectRiskUnits;
+    useDefaultBaseline(r, {valueOf(analysis.AccRat1), valueOf(analysis.AccRat2), valueOf(analysis.PctInTol1),
+                           valueOf(analysis.PctInTol2), analysis.falseAccept, analysis.FalseAcceptRiskUnits,
+                           r.FalseAcceptOption, analysis.falseReject, analysis.FalseRejectRiskUnits,
+                           analysis.BaselineOption});
+    r.FileChanged = true;
+    if (risksChanged) dropEquivalentRatio(session_);
+}
+
+} // namespace metrisk

@@ -1,0 +1,53 @@
+#include "risk/FalseAcceptScreen.h"
+
+#include "model/Session.h"
+#include "persistence/DefaultBaseline.h"
+#include "risk/RiskConvention.h"
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* keepTitle = "Change Made";
+constexpr const char* keepText = "Do you want to keep the new risk option?";
+
+} // namespace
+
+FalseAcceptScreen::FalseAcceptScreen(Session& session)
+    : ConsumerRiskOption(session.record.FalseAcceptOption != 1),
+      ProducerRiskOption(session.record.FalseAcceptOption == 1), session_(session) {}
+
+void FalseAcceptScreen::choose(int option) {
+    ConsumerRiskOption = option == 0;
+    ProducerRiskOption = option == 1;
+}
+
+bool FalseAcceptScreen::changed() const { return option() != session_.record.FalseAcceptOption; }
+
+bool FalseAcceptScreen::leave() {
+    if (changed()) {
+        const Answer answer = session_.ui.show({.text = keepText,
+                                                .title = keepTitle,
+                                                .icon = BoxIcon::Question,
+                                                .buttons = BoxButtons::YesNoCancel,
+                                                .unattended = Answer::Cancel});
+        if (answer == Answer::Cancel) return false;
+        if (answer == Answer::No) return true;
+        Analysis& r = session_.record;
+        r.FalseAcceptOption = option();
+        r.RisksNeedCompute = true;
+        r.FileChanged = true;
+    }
+    if (Chk_SetDefault) storeAsDefault();
+    return true;
+}
+
+void FalseAcceptScreen::storeAsDefault() {
+    WriteDefaultOption(session_.settings, option());
+    DefaultBaseline baseline = ReadDefaultBaseline(session_.settings);
+    if (baseline.FalseAcceptOption == option()) return;
+    ConvertRiskConvention(baseline, option());
+    WriteDefaultBaseline(session_.settings, baseline);
+}
+
+} // namespace metrisk

@@ -1,0 +1,18 @@
+// The two rows of the subject parameter's limits, and those of its guardbands.
+#pragma once
+
+#include "shell/MainDisplay.h"
+
+#include <string>
+
+namespace metrisk {
+
+/// "NUMBER UNITS"; without units, or without a number, no blank.
+std::string withUnits(std::string number, const std::string& units);
+
+/// pnl_SUUpper, UpperLimitBox, pnl_SULower, LowerLimitBox.
+void showLimitRows(ScreenState& screen, const Session& session);
+
+void showGuardbandRows(ScreenState& screen, const Session& session, bool asLimits);
+
+} // namespace metrisk

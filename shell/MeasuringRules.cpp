@@ -1,0 +1,144 @@
+// The measuring parameter's boxes.
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "numerics/Real.h"
+#include "risk/ComputePipeline.h"
+#include "risk/CoverageFactor.h"
+#include "shell/FieldRules.h"
+#include "shell/OffsetPictures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* illegalTitle = "Illegal Entry";
+constexpr const char* pctText =
+    "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.";
+constexpr const char* noPctReading = "##0";
+
+std::string pctReadingPicture(int decimals) {
+    return decimals < 1 ? noPctReading : "##0." + std::string(static_cast<std::size_t>(decimals), '0');
+}
+
+/// The expanded uncertainty belongs to the standard uncertainty, confidence and degrees of freedom.
+void expandUncertainty(Session& session) {
+    Analysis& r = session.record;
+    const double factor = CoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
+    if (factor <= 0 || r.MTE_StdUncertainty == 0) return;
+    r.MTE_kFactor = factor;
+    r.MTE_Offset = checked(factor * r.MTE_StdUncertainty);
+}
+
+/// The other way round: an entered expanded uncertainty gives the standard one.
+void reduceUncertainty(Session& session) {
+    Analysis& r = session.record;
+    const double factor = CoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
+    if (factor <= 0) return;
+    r.MTE_kFactor = factor;
+    r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);
+}
+
+void composeOffset(Analysis& r) {
+    r.MTE_Offset = checked(r.MTE_FixedOffset + std::fabs(r.SU_Mode) * r.MTE_PctReading / 100);
+    // A percent is two decimals away from the reading that it is a part of.
+    const int pctDecimals = r.MTE_PctReading == 0 ? 0 : decimalsOfPicture(r.MTE_PctReading_fmt) + 2;
+    r.MTE_Offset_fmt = PictureForDecimals(std::max(decimalsOfPicture(r.MTE_FixedOffset_fmt), pctDecimals));
+}
+
+void fitMeasuring(Session& session) {
+    Analysis& r = session.record;
+    r.MTE_UpperLimit = checked(r.MTE_Mode + r.MTE_Offset);
+    r.MTE_LowerLimit = checked(r.MTE_Mode - r.MTE_Offset);
+    r.ComputeScope = "MTE";
+    r.ComputeNeeded = true;
+    r.FileChanged = true;
+    r.AbortFlag = false;
+    ValidateAndFit(session);
+}
+
+struct Entry {
+    double value; // nominal units for what has units
+    std::string picture; // held
+    double number; // as typed
+    int decimals;
+};
+
+void commitTolerance(Analysis& r, MeasuringBox box, const Entry& entry) {
+    switch (box) {
+    case MeasuringBox::Offset:
+        r.MTE_Offset = entry.value;
+        r.MTE_Offset_fmt = entry.picture;
+        if (r.OffsetWorksheetFlag) return;
+        r.MTE_PctReading = 0;
+        r.MTE_PctReading_fmt = noPctReading;
+        r.MTE_FixedOffset = r.MTE_Offset;
+        r.MTE_FixedOffset_fmt = r.MTE_Offset_fmt;
+        return;
+    case MeasuringBox::Fixed:
+        r.MTE_FixedOffset = entry.value;
+        r.MTE_FixedOffset_fmt = entry.picture;
+        break;
+    case MeasuringBox::PctOfReading:
+        r.MTE_PctReading = entry.number;
+        r.MTE_PctReading_fmt = pctReadingPicture(entry.decimals);
+        break;
+    }
+    composeOffset(r);
+}
+
+void commitUncertainty(Session& session, MeasuringBox box, const Entry& entry) {
+    Analysis& r = session.record;
+    switch (box) {
+    case MeasuringBox::Offset:
+        r.MTE_Offset = entry.value;
+        r.MTE_Offset_fmt = entry.picture;
+        reduceUncertainty(session);
+        return;
+    case MeasuringBox::Fixed:
+        r.MTE_StdUncertainty = entry.value;
+        r.MTE_StdUncertainty_fmt = entry.picture;
+        if (entry.value == 0) r.MTE_Offset = 0;
+        break;
+    case MeasuringBox::PctOfReading: r.MTE_DegFreedom = std::max(entry.number, 0.0); break;
+    }
+    expandUncertainty(session);
+}
+
+} // namespace
+
+FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::string& text) {
+    Analysis& r = session.record;
+    const double number = ParseValue(text, session.regional);
+    const Entry entry{checked(number / nonZeroFactor(r.MTE_TolUnitsFactor)),
+                      heldPicture(text, r.SU_SigDigits, session.regional), number,
+                      DigitsForEntry(text, session.regional)};
+    if (r.MTE_EntryByUncertainty)
+        commitUncertainty(session, box, entry);
+    else
+        commitTolerance(r, box, entry);
+    fitMeasuring(session);
+    return {false, text};
+}
+
+FieldResult commitMTEPctInTol(Session& session, const std::string& text) {
+    Analysis& r = session.record;
+    const double value = ParseValue(text, session.regional);
+    const bool tooHigh = r.MTE_EntryByUncertainty ? value > 100 : value >= 100;
+    if (tooHigh || value <= 0) {
+        session.ui.show({.text = pctText, .title = illegalTitle, .icon = BoxIcon::Exclamation});
+        return {true, FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional)};
+    }
+    if (value == r.MTE_PctInTol) return {false, text};
+    r.MTE_PctInTol = value;
+    r.ComputeNeeded = true;
+    r.FileChanged = true;
+    if (r.MTE_EntryByUncertainty) expandUncertainty(session);
+    // A bias that a worksheet has computed is not fitted again from here.
+    if (!r.MTE_EntryByUncertainty || !r.MTE_BiasFromWorksheet) fitMeasuring(session);
+    return {false, text};
+}
+
+} // namespace metrisk

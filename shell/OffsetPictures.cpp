@@ -1,0 +1,51 @@
+#include "shell/OffsetPictures.h"
+
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "units/ToleranceDecimals.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* ppm = "ppm";
+constexpr double partsPerUnit = 1000000;
+
+void movePicture(double value, std::string& picture, int decimals) {
+    const int held = decimalsOfPicture(picture);
+    const int needed = std::min(held, DecimalsOfValue(value, 0));
+    picture = PictureForDecimals(std::max(held + decimals, needed));
+}
+
+} // namespace
+
+double nonZeroFactor(double& factor) {
+    if (factor == 0) factor = 1;
+    return factor;
+}
+
+void followModeInUnits(Session& session) {
+    Analysis& r = session.record;
+    if (r.NominalUnits != ppm && !r.MeasurementArea.empty() && r.SU_Mode != 0) {
+        const double factor = partsPerUnit / std::fabs(r.SU_Mode);
+        if (r.SU_ToleranceUnits == ppm) r.SU_TolUnitsFactor = factor;
+        if (r.MTE_ToleranceUnits == ppm) r.MTE_TolUnitsFactor = factor;
+    }
+    UpdateToleranceDecimals(r);
+    UpdateMTEToleranceDecimals(r);
+}
+
+void moveOffsetPictures(Analysis& r, int decimals) {
+    if (decimals == 0) return;
+    movePicture(r.SU_UpperOffset, r.SU_UpperOffset_fmt, decimals);
+    movePicture(r.SU_LowerOffset, r.SU_LowerOffset_fmt, decimals);
+    movePicture(r.MTE_Offset, r.MTE_Offset_fmt, decimals);
+    movePicture(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, decimals);
+    movePicture(r.MTE_StdUncertainty, r.MTE_StdUncertainty_fmt, decimals);
+}
+
+} // namespace metrisk

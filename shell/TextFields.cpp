@@ -1,0 +1,47 @@
+#include "shell/TextFields.h"
+
+#include "model/Session.h"
+#include "shell/FieldRules.h"
+
+namespace metrisk {
+
+const std::array<TextField, 13> textFields{{
+    {"SystemIDBox", &Analysis::SU_Manufacturer},
+    {"SUModelNumberBox", &Analysis::SU_ModelNumber},
+    {"SUDescriptionBox", &Analysis::SU_Description},
+    {"ParameterIDBox", &Analysis::SU_ParameterName},
+    {"Qualifier1Box", &Analysis::SU_Qualifier1},
+    {"Qualifier2Box", &Analysis::SU_Qualifier2},
+    {"MTESystemIDBox", &Analysis::MTE_Manufacturer},
+    {"MTEModelNumberBox", &Analysis::MTE_ModelNumber},
+    {"MTEDescriptionBox", &Analysis::MTE_Description},
+    {"MTEParameterIDBox", &Analysis::MTE_ParameterName},
+    {"MTEQualifier1Box", &Analysis::MTE_Qualifier1},
+    {"MTEQualifier2Box", &Analysis::MTE_Qualifier2},
+    {"MTEParameterUnitsBox", &Analysis::MTE_ParameterUnits},
+}};
+
+std::string withoutQuotes(std::string text) {
+    constexpr const char* doublePrime = "\u2033";
+    for (std::size_t at; (at = text.find('"')) != std::string::npos;) text.replace(at, 1, doublePrime);
+    // An item of the file is one line.
+    for (char& c : text)
+        if (c == '\n' || c == '\r') c = ' ';
+    return text;
+}
+
+bool commitText(Session& session, std::string_view box, const std::string& text) {
+    for (const TextField& field : textFields) {
+        if (box != field.box) continue;
+        std::string& stored = session.record.*field.field;
+        std::string wanted = withoutQuotes(text);
+        if (stored != wanted) {
+            stored = std::move(wanted);
+            session.record.FileChanged = true;
+        }
+        return true;
+    }
+    return false;
+}
+
+} // namespace metrisk

@@ -1,0 +1,18 @@
+// The boxes that hold plain text, and their fields.
+#pragma once
+
+#include "model/Analysis.h"
+
+#include <array>
+#include <string>
+
+namespace metrisk {
+
+struct TextField {
+    const char* box;
+    std::string Analysis::* field;
+};
+
+extern const std::array<TextField, 13> textFields;
+
+} // namespace metrisk
