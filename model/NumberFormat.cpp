@@ -3,6 +3,7 @@
 #include "model/DecimalForm.h"
 #include "model/Picture.h"
 #include "model/RegionalMarks.h"
+#include "model/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -96,20 +97,15 @@ std::string showTime(double value) {
            (hour < 12 ? " AM" : " PM");
 }
 
-bool sameWord(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::ranges::equal(a, b, {}, lower, lower);
-}
-
 } // namespace
 
 std::string FormatNumber(double value, std::string_view picture, const Regional& regional) {
     if (!std::isfinite(value)) return {};
-    if (sameWord(picture, "Scientific")) return showScientific(value, regional);
-    if (sameWord(picture, "h:mm AM/PM")) return showTime(value);
-    if (sameWord(picture, "Fixed")) return FormatNumber(value, "0.00", regional);
-    if (sameWord(picture, "Standard")) return FormatNumber(value, "#,##0.00", regional);
-    if (sameWord(picture, "Percent")) {
+    if (equalCaseBlind(picture, "Scientific")) return showScientific(value, regional);
+    if (equalCaseBlind(picture, "h:mm AM/PM")) return showTime(value);
+    if (equalCaseBlind(picture, "Fixed")) return FormatNumber(value, "0.00", regional);
+    if (equalCaseBlind(picture, "Standard")) return FormatNumber(value, "#,##0.00", regional);
+    if (equalCaseBlind(picture, "Percent")) {
         const double percent = value * 100;
         return std::isfinite(percent) ? FormatNumber(percent, "0.00", regional) + "%" : std::string();
     }

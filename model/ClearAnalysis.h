@@ -1,0 +1,17 @@
+// Brings the record to the values of a new analysis.
+#pragma once
+
+#include "model/Session.h"
+
+namespace metrisk {
+
+/// Every field gets its new-analysis value; baseline, false accept option, error source names and
+/// report texts come from the settings. NominalUnits, EqRatioOnFalseAccept and what belongs to the
+/// running program rather than to the analysis stay. Repaints the main screen.
+void ClearAnalysis(Session& session);
+
+/// The same for guardbands, process uncertainty and the worksheets, report fields and plot options;
+/// the two parameters, their results, the baseline and the snapshot stay.
+void ClearWorksheets(Session& session);
+
+} // namespace metrisk

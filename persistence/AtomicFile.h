@@ -1,0 +1,23 @@
+// Replaces a file as a whole: a write that fails half way leaves the old file as it was.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace metrisk {
+
+/// Asked before every operation on the disk that can fail; false lets that operation fail.
+using DiskProbe = std::function<bool()>;
+
+/// Writes the content to a new file beside `path` and renames it onto `path`. Follows a symbolic
+/// link, keeps the permissions of an existing file, and refuses to replace one that may not be
+/// written or is no regular file. On false the old file is untouched and nothing is left behind.
+bool replaceFile(const std::filesystem::path& path, std::string_view content, const DiskProbe& probe = {});
+
+/// The whole content of a regular file of at most `largest` bytes; nothing if it cannot be read.
+std::optional<std::string> readWholeFile(const std::filesystem::path& path, std::size_t largest);
+
+} // namespace metrisk

@@ -1,0 +1,247 @@
+#include "shell/screens/MainPanels.h"
+
+#include "shell/screens/EntryBox.h"
+#include "shell/screens/Widgets.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace metrisk {
+
+namespace {
+
+QLabel* label(const char* name, const QString& text = {}, QWidget* buddy = nullptr) {
+    auto* made = named(new QLabel(text), name);
+    if (buddy) made->setBuddy(buddy);
+    return made;
+}
+
+EntryBox* entry(const char* name, const char* toolTip) {
+    auto* box = named(new EntryBox, name, toolTip);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 14);
+    return box;
+}
+
+/// A figure that can be selected and copied but not typed into.
+QLineEdit* result(const char* name, const char* toolTip, int characters = 10) {
+    auto* box = named(new QLineEdit, name, toolTip);
+    box->setReadOnly(true);
+    box->setFocusPolicy(Qt::ClickFocus);
+    box->setAlignment(Qt::AlignRight);
+    box->setFrame(false);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * characters);
+    return box;
+}
+
+QLabel* heading(const char* name) {
+    auto* made = label(name);
+    QFont bold = made->font();
+    bold.setBold(true);
+    made->setFont(bold);
+    return made;
+}
+
+QGroupBox* panel(const char* name, const char* title) { return named(new QGroupBox(title), name); }
+
+/// A label above its box.
+void addColumn(QGridLayout* grid, int column, QLabel* above, QWidget* box) {
+    above->setBuddy(box);
+    grid->addWidget(above, 0, column);
+    grid->addWidget(box, 1, column);
+    grid->setColumnStretch(column, 1);
+}
+
+} // namespace
+
+QWidget* makeIdentificationPanel() {
+    auto* made = panel("pnl_IDData", "Identification");
+    auto* grid = new QGridLayout(made);
+    auto* subject = named(new QPushButton("SUBJECT UNIT"), "cmdSU", "Go to the subject unit's identification");
+    auto* measuring = named(new QPushButton("MEASURING SYSTEM"), "cmdMTE", "Go to the measuring system's identification");
+    grid->addWidget(subject, 0, 1);
+    grid->addWidget(measuring, 0, 3);
+    struct Row {
+        const char* text;
+        const char* su;
+        const char* mte;
+    };
+    static constexpr Row rows[] = {{"Manufacturer", "SystemIDBox", "MTESystemIDBox"},
+                                   {"Model Number", "SUModelNumberBox", "MTEModelNumberBox"},
+                                   {"Description", "SUDescriptionBox", "MTEDescriptionBox"},
+                                   {"Parameter Name", "ParameterIDBox", "MTEParameterIDBox"},
+                                   {"Qualifier 1", "Qualifier1Box", "MTEQualifier1Box"},
+                                   {"Qualifier 2", "Qualifier2Box", "MTEQualifier2Box"}};
+    QWidget* firstSubject = nullptr;
+    QWidget* firstMeasuring = nullptr;
+    int line = 1;
+    for (const Row& row : rows) {
+        auto* su = named(new EntryBox, row.su, QString("%1 of the subject unit").arg(row.text));
+        auto* mte = named(new EntryBox, row.mte, QString("%1 of the measuring system").arg(row.text));
+        grid->addWidget(label(nullptr, row.text, su), line, 0);
+        grid->addWidget(su, line, 1);
+        grid->addWidget(label(nullptr, row.text, mte), line, 2);
+        grid->addWidget(mte, line, 3);
+        if (!firstSubject) firstSubject = su;
+        if (!firstMeasuring) firstMeasuring = mte;
+        ++line;
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    QObject::connect(subject, &QPushButton::clicked, firstSubject, [firstSubject] { firstSubject->setFocus(); });
+    QObject::connect(measuring, &QPushButton::clicked, firstMeasuring, [firstMeasuring] { firstMeasuring->setFocus(); });
+    return made;
+}
+
+QWidget* makeSubjectPanel() {
+    auto* made = panel("pnl_SUSpecs", "Subject Parameter");
+    auto* grid = new QGridLayout(made);
+    addColumn(grid, 0, label("pnl_NominalValueLabel", "Nominal or Reading Value"),
+              entry("ModeBox", "Nominal value of the parameter, or the reading"));
+    addColumn(grid, 1, label("pnl_SUUpper"), entry("UpperLimitBox", "Upper tolerance of the subject parameter"));
+    addColumn(grid, 2, label("pnl_SULower"), entry("LowerLimitBox", "Lower tolerance of the subject parameter"));
+    addColumn(grid, 3, label("Lbl_SUPctInTol", "% In-Tolerance"),
+              entry("PctInTolBox", "Percent of the subject parameters that are in tolerance"));
+
+    auto* options = panel("pnl_LblSUTolerances", "Subject Parameter Tolerance Options");
+    auto* row = new QGridLayout(options);
+    auto* sides = new QButtonGroup(options);
+    const auto side = [&](const char* name, const char* text, const char* tip) {
+        auto* button = named(new QRadioButton(text), name, tip);
+        sides->addButton(button);
+        return button;
+    };
+    row->addWidget(side("TwoSideOption", "Two-Sided", "Both tolerance limits exist"), 0, 0);
+    row->addWidget(side("SingleUpperOption", "Single-Sided Upper", "Only an upper limit exists"), 0, 1);
+    row->addWidget(side("SingleLowerOption", "Single-Sided Lower", "Only a lower limit exists"), 0, 2);
+    row->addWidget(named(new QCheckBox("Symmetric Tolerances"), "chk_Symmetric", "The lower tolerance follows the upper"),
+                   1, 0);
+    row->addWidget(named(new QCheckBox("Enter Physical Limit?"), "PhysLimitRequired",
+                         "There is a value that the parameter cannot pass"),
+                   1, 1);
+    auto* display = new QButtonGroup(options);
+    auto* limits = named(new QRadioButton("Limits"), "optOffsets_0", "Show tolerance limits in nominal units");
+    auto* tolerances = named(new QRadioButton("Tolerances"), "optOffsets_1", "Show tolerances in their own units");
+    display->addButton(limits);
+    display->addButton(tolerances);
+    auto* caption = label("pnlOffsets", "Display\nOption");
+    row->addWidget(caption, 0, 3, 2, 1);
+    row->addWidget(limits, 0, 4);
+    row->addWidget(tolerances, 1, 4);
+    row->setColumnStretch(5, 1);
+    grid->addWidget(options, 2, 0, 1, 4);
+    return made;
+}
+
+QWidget* makeMeasuringPanel() {
+    auto* made = panel("pnl_MTESpecs", "Measuring Parameter");
+    auto* grid = new QGridLayout(made);
+    addColumn(grid, 0, label("pnl_MTELimit", "Error Limit"),
+              entry("MTEOffsetBox", "Tolerance limit or expanded uncertainty of the measuring parameter"));
+    grid->addWidget(label("Lbl_Equals", "="), 1, 1);
+    addColumn(grid, 2, label("pnl_MTEFixed", "Fixed"),
+              entry("MTEFixedOffsetBox", "Fixed part of the tolerance, or the standard uncertainty"));
+    grid->setColumnStretch(1, 0);
+    grid->addWidget(label("Lbl_Plus", "+"), 1, 3);
+    addColumn(grid, 4, label("pnl_PctReading", "% of Reading"),
+              entry("MTEPctOfReadingBox", "Part of the tolerance in percent of the reading, or degrees of freedom"));
+    addColumn(grid, 5, label("pnl_Units", "Units"), entry("MTEParameterUnitsBox", "Units of the measuring parameter"));
+    addColumn(grid, 6, label("LbL_MTEPctInTol", "% In-Tolerance"),
+              entry("MTEPctInTolBox", "Percent in-tolerance or confidence level of the measuring parameter"));
+    return made;
+}
+
+namespace {
+
+/// One risk: label, figure, units.
+void addRisk(QGridLayout* grid, int row, QLabel* text, QLineEdit* value, QLineEdit* units) {
+    grid->addWidget(text, row, 0);
+    grid->addWidget(value, row, 1);
+    grid->addWidget(units, row, 3);
+}
+
+QLineEdit* unitsBox(const char* name) {
+    auto* box = result(name, "Units of the risk", 5);
+    box->setAlignment(Qt::AlignLeft);
+    return box;
+}
+
+} // namespace
+
+QWidget* makeComputedRisksPanel() {
+    auto* made = panel("pnl_ComputedRisks", "");
+    auto* grid = new QGridLayout(made);
+    grid->addWidget(heading("Heading_0"), 0, 0, 1, 4);
+    addRisk(grid, 1, label("pnl_RiskLabel_0", "False Accept Risk"), result("AcceptRisk", "Computed false accept risk"),
+            unitsBox("AcceptUnits"));
+    addRisk(grid, 2, label("pnl_RiskLabel_1", "False Reject Risk"), result("RejectRisk", "Computed false reject risk"),
+            unitsBox("RejectUnits"));
+    grid->addWidget(label("pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"), 3, 0);
+    grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3, 1);
+    grid->addWidget(new QLabel(":"), 3, 2);
+    grid->addWidget(unitsBox("AccRatEquivalent2Box"), 3, 3);
+    grid->addWidget(named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 4,
+                    0, 1, 4);
+    grid->setColumnStretch(1, 1);
+    return made;
+}
+
+QWidget* makeBaselineRisksPanel() {
+    auto* made = panel("pnl_BaselineRisks", "");
+    auto* grid = new QGridLayout(made);
+    grid->addWidget(heading("Heading_1"), 0, 0, 1, 4);
+    addRisk(grid, 1, label("pnl_BaseRiskLabel_0", "False Accept Risk"),
+            result("BaseAcceptRisk", "False accept risk of the baseline"), unitsBox("BaseAcceptUnits"));
+    addRisk(grid, 2, label("pnl_BaseRiskLabel_1", "False Reject Risk"),
+            result("BaseRejectRisk", "False reject risk of the baseline"), unitsBox("BaseRejectUnits"));
+    grid->addWidget(label("pnl_BaseAccRatLabel", "Accuracy Ratio"), 3, 0);
+    grid->addWidget(result("BaselineAccRat1Box", "Accuracy ratio of the baseline"), 3, 1);
+    grid->addWidget(new QLabel(":"), 3, 2);
+    grid->addWidget(unitsBox("BaselineAccRat2Box"), 3, 3);
+    grid->addWidget(named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 4, 0,
+                    1, 4);
+    grid->setColumnStretch(1, 1);
+    return made;
+}
+
+QWidget* makeOptionsPanel() {
+    auto* made = panel("pnl_Options", "Options");
+    auto* grid = new QGridLayout(made);
+    grid->addWidget(label("pnl_UncRatioLabel", "Uncertainty Ratio"), 0, 0);
+    grid->addWidget(result("pnl_UncRatio", "Subject sigma over measuring sigma"), 0, 1, 1, 2);
+    grid->addWidget(label("pnlTURLabel", "Test Uncertainty Ratio"), 1, 0);
+    grid->addWidget(result("pnlTUR", "Subject tolerance over the measuring uncertainty at 95 %"), 1, 1, 1, 2);
+
+    grid->addWidget(label("pnl_GuardbandLabel", "Guardbands"), 2, 0);
+    auto* bands = new QButtonGroup(made);
+    auto* limits = named(new QRadioButton("Show Limits"), "optGuardbands_0", "Show guardbands as test limits");
+    auto* multipliers = named(new QRadioButton("Show Multipliers"), "optGuardbands_1", "Show guardband multipliers");
+    bands->addButton(limits);
+    bands->addButton(multipliers);
+    grid->addWidget(limits, 2, 1);
+    grid->addWidget(multipliers, 2, 2);
+    for (int i : {0, 1}) {
+        grid->addWidget(label(i == 0 ? "Lbl_Guardbands_0" : "Lbl_Guardbands_1", i == 0 ? "Upper" : "Lower"), 3 + i, 0,
+                        Qt::AlignRight);
+        grid->addWidget(result(i == 0 ? "txt_GuardbandMultiplier_0" : "txt_GuardbandMultiplier_1",
+                               i == 0 ? "Upper guardband" : "Lower guardband"),
+                        3 + i, 1);
+    }
+    grid->addWidget(named(new QCheckBox("Include"), "chk_IncludeGuardbands", "Compute risks with the test limits"), 3, 2);
+    grid->addWidget(named(new QCheckBox("Symmetric"), "chk_SymmetricGBands", "One multiplier for both sides"), 4, 2);
+
+    grid->addWidget(label("pnl_UncertaintyLabel", "Process Uncertainty"), 5, 0);
+    grid->addWidget(result("pnl_ProcessUncertainty", "Total measurement process uncertainty"), 5, 1);
+    grid->addWidget(named(new QCheckBox("Include"), "chk_IncludeUncertainty",
+                          "Take the process uncertainty into the measuring parameter"),
+                    5, 2);
+    grid->setColumnStretch(1, 1);
+    return made;
+}
+
+} // namespace metrisk
