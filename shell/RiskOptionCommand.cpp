@@ -1,7 +1,7 @@
 #include "shell/RiskOptionCommand.h"
 
 #include "model/Session.h"
-#include "persistence/DefaultBaseline.h"
+#include "persistence/BaselineDefaults.h"
 #include "risk/ComputePipeline.h"
 
 #include <string>
@@ -46,7 +46,7 @@ void FalseAcceptOptions_Click(Session& session, const RunFalseAcceptScreen& runC
 
 void remindOfRiskOption(Session& session) {
     const bool producer = session.record.FalseAcceptOption == 1;
-    const bool producerByDefault = ReadDefaultOption(session.settings) == 1;
+    const bool producerByDefault = ReadFalseAcceptConvention(session.settings) == 1;
     if (producer == producerByDefault) return;
     session.ui.show({.text = std::string(reminderAnalysis) + (producer ? producerPerspective : consumerPerspective) +
                              reminderDefault + (producerByDefault ? producerPerspective : consumerPerspective),
