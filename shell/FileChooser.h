@@ -1,0 +1,29 @@
+// Asking the user for a file name.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace metrisk {
+
+/// What an open or save dialog shows. `filter` has "description|pattern" pairs parted by "|".
+struct FileRequest {
+    std::string title;
+    std::string filter;
+    int filterIndex = 1;
+    std::string initialName;
+    std::string initialFolder; // empty: where the user was last
+    std::string helpKey;
+};
+
+class FileChooser {
+  public:
+    virtual ~FileChooser() = default;
+
+    /// An existing file, or none if the user cancels.
+    virtual std::optional<std::string> chooseToOpen(const FileRequest& request) = 0;
+    /// A name to save under, after a prompt if that file exists; none if the user cancels.
+    virtual std::optional<std::string> chooseToSave(const FileRequest& request) = 0;
+};
+
+} // namespace metrisk

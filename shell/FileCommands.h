@@ -1,0 +1,50 @@
+// The commands of the file menu and the end of the program.
+#pragma once
+
+#include "shell/FileChooser.h"
+
+#include <functional>
+#include <string>
+
+namespace metrisk {
+
+class MainScreen;
+struct Session;
+
+/// The caller commits the entry being made before each command and afterwards sets the caption
+/// (mainCaption) and the list of recent files anew. A command that is refused, cancelled or fails
+/// returns false.
+class FileCommands {
+  public:
+    FileCommands(Session& session, MainScreen& screen, FileChooser& chooser)
+        : session_(session), screen_(screen), chooser_(chooser) {}
+
+    /// Where the open dialog starts.
+    std::string HomeDirectory;
+
+    bool NewAnalysisFile();
+    bool mnu_File_Open();
+    /// Opens a dropped or recent file; asks to save first like mnu_File_Open.
+    bool openPath(const std::string& path);
+    /// Opens the file named on the command line: there is nothing to be saved yet.
+    bool openAtStart(const std::string& path);
+    bool mnu_File_Save();
+    bool mnu_File_SaveAs();
+
+    /// Asks whether the program is to end; on OK `onConfirmed` removes what the program left behind.
+    bool ConfirmExit(const std::function<void()>& onConfirmed = [] {});
+    /// The whole way out: confirmation, then the save question. True when the program may end.
+    bool ExitAnalysis(const std::function<void()>& onConfirmed = [] {});
+
+  private:
+    Session& session_;
+    MainScreen& screen_;
+    FileChooser& chooser_;
+
+    bool changesSettled();
+    bool load(const std::string& path);
+    bool saveTo(const std::string& path);
+    bool mayReplace(const std::string& path);
+};
+
+} // namespace metrisk
