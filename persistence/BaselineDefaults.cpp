@@ -25,7 +25,9 @@ double figure(std::string text) {
     return ParseValue(text, neutral);
 }
 
-const char* wordOf(int falseAcceptOption) { return falseAcceptOption == 0 ? consumerWord : producerWord; }
+const char* wordOf(int falseAcceptOption) {
+    return falseAcceptOption == 0 ? consumerWord : producerWord;
+}
 
 int optionOf(std::string_view word) {
     return equalCaseBlind(word, "CONSUMER") ? 0 : 1;
@@ -42,9 +44,7 @@ BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTar
     const auto text = [&](const char* key, const char* otherwise) {
         return settings.ReadSetting(section, key, otherwise, bufferLength);
     };
-    const auto number = [&](const char* key, const char* otherwise) {
-        return figure(text(key, otherwise));
-    };
+    const auto number = [&](const char* key, const char* otherwise) { return figure(text(key, otherwise)); };
 
     BaselineDefaults defaults;
     Baseline& base = defaults.figures;
@@ -71,7 +71,9 @@ BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTar
 
 void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults) {
     using namespace baselineKeys;
-    const auto write = [&](const char* key, std::string_view value) { settings.WriteSetting(section, key, value); };
+    const auto write = [&](const char* key, std::string_view value) {
+        settings.WriteSetting(section, key, value);
+    };
     const auto number = [&](const char* key, double value, const char* picture) {
         write(key, FormatNumber(value, picture, neutral));
     };

@@ -25,8 +25,9 @@ constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
 constexpr const char* measuringRangeTitle = "Inappropriate MTE % In-tolerance";
 constexpr const char* subjectRangeTitle = "Inappropriate Subject Parameter % In-tolerance";
 constexpr const char* defaultKeyTitle = "Default Baseline Procedure";
-constexpr const char* defaultKeyText = "To change the default baseline, enter changes in the analysis baseline and "
-                                       "click 'Set default baseline.'";
+constexpr const char* defaultKeyText =
+    "To change the default baseline, enter changes in the analysis baseline and "
+    "click 'Set default baseline.'";
 constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
 constexpr const char* usedDefaultText = "By using the default baseline, you have changed\n"
                                         "the current False Accept option.  This will\n"
@@ -45,7 +46,9 @@ constexpr double z540Ratio = 4;
 constexpr double z540Subject = 85;
 constexpr double z540Measuring[] = {96.028, 90.601};
 
-const char* optionCaption(int option) { return option == 1 ? "Producer Option" : "Consumer Option"; }
+const char* optionCaption(int option) {
+    return option == 1 ? "Producer Option" : "Consumer Option";
+}
 
 std::string riskText(double value, const std::string& units, const Regional& regional) {
     if (units == ppmUnits && value < 1) return belowOneText;
@@ -73,7 +76,8 @@ BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption
 } // namespace
 
 BaselineScreen::BaselineScreen(Session& session)
-    : session_(session), kept_(keep(session.record)), storedOption_(ReadFalseAcceptConvention(session.settings)) {
+    : session_(session), kept_(keep(session.record)),
+      storedOption_(ReadFalseAcceptConvention(session.settings)) {
     const Analysis& r = session.record;
     analysis = sideOf(r, r.FalseAcceptOption, r.UserOption, session.regional);
     const BaselineDefaults stored = ReadBaselineDefaults(session.settings, r.Base_EqRatioTarget);
@@ -82,10 +86,9 @@ BaselineScreen::BaselineScreen(Session& session)
 }
 
 BaselineScreen::Kept BaselineScreen::keep(const Analysis& r) {
-    return {r.FalseAcceptRisk,   r.FalseRejectRisk,   r.EqAccRat,         r.FalseAcceptUnits, r.FalseRejectUnits,
-            r.EqAccRatDen,       r.RisksNeedCompute,  r.FileChanged,      r.IncludeGuardbands,
-            r.GuardbandsChanged, r.GB_EqAccRatValid,  r.GB_RisksStale,    r.GB_MainStale,
-            r.BaselineComputed,  r.FalseAcceptOption};
+    return {r.FalseAcceptRisk,  r.FalseRejectRisk,  r.EqAccRat,     r.FalseAcceptUnits,  r.FalseRejectUnits,
+            r.EqAccRatDen,      r.RisksNeedCompute, r.FileChanged,  r.IncludeGuardbands, r.GuardbandsChanged,
+            r.GB_EqAccRatValid, r.GB_RisksStale,    r.GB_MainStale, r.BaselineComputed,  r.FalseAcceptOption};
 }
 
 void BaselineScreen::restore() {
@@ -107,7 +110,9 @@ void BaselineScreen::restore() {
     r.BaselineComputed = kept_.BaselineComputed;
 }
 
-double BaselineScreen::valueOf(const std::string& text) const { return ParseValue(text, session_.regional); }
+double BaselineScreen::valueOf(const std::string& text) const {
+    return ParseValue(text, session_.regional);
+}
 
 std::string& BaselineScreen::textOf(BaselineBox box) {
     switch (box) {
@@ -127,7 +132,8 @@ FieldResult BaselineScreen::lostFocus(BaselineBox box, const std::string& text) 
     std::string& shown = textOf(box);
     if (boxesLocked() || text == shown) return {false, shown};
     const bool isRatio = box == BaselineBox::BaseAccRat1 || box == BaselineBox::BaseAccRat2;
-    std::string rewritten = FormatNumber(valueOf(text), isRatio ? ratioPicture : pctPicture, session_.regional);
+    std::string rewritten =
+        FormatNumber(valueOf(text), isRatio ? ratioPicture : pctPicture, session_.regional);
     // What counts is the figure as it will be read back.
     const double value = valueOf(rewritten);
     if (!isRatio && !(value > 0 && value < 100)) {
@@ -188,10 +194,9 @@ bool BaselineScreen::ComputeBaselineResults() {
     repaint();
     double falseAccept = 0;
     double falseReject = 0;
-    const bool computed =
-        ComputeBaselineRisks(session_, valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2),
-                             valueOf(analysis.PctInTol2) / 100, valueOf(analysis.PctInTol1) / 100, falseAccept,
-                             falseReject);
+    const bool computed = ComputeBaselineRisks(
+        session_, valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2), valueOf(analysis.PctInTol2) / 100,
+        valueOf(analysis.PctInTol1) / 100, falseAccept, falseReject);
     if (computed) showRisks(falseAccept, falseReject);
     ComputeBaselineResultsCaption = computeCaption;
     repaint();
@@ -246,7 +251,9 @@ void BaselineScreen::mnu_ShowDefaults() {
     repaint();
 }
 
-bool BaselineScreen::changed() const { return storeDefault_ || analysis != opened_; }
+bool BaselineScreen::changed() const {
+    return storeDefault_ || analysis != opened_;
+}
 
 bool BaselineScreen::mnu_Exit() {
     if (!changed()) return true;

@@ -18,15 +18,15 @@ struct BaselineDefaults;
 struct BaselineSide {
     std::string AccRat1;
     std::string AccRat2;
-    std::string PctInTol1; // measuring parameter
-    std::string PctInTol2; // subject parameter
+    std::string PctInTol1;   // measuring parameter
+    std::string PctInTol2;   // subject parameter
     std::string FalseAccept; // " < 1" stands for a ppm figure below 1
     std::string FalseReject;
     std::string FalseAcceptRiskUnits;
     std::string FalseRejectRiskUnits;
-    std::string FAOption; // pnl_FAOption, pnl_DefaultFAOption
+    std::string FAOption;       // pnl_FAOption, pnl_DefaultFAOption
     std::string BaselineOption; // "User" or "Z540"
-    double falseAccept = 0; // the figures behind the texts, in shown units
+    double falseAccept = 0;     // the figures behind the texts, in shown units
     double falseReject = 0;
     int falseAcceptOption = 0;
 
@@ -60,7 +60,9 @@ class BaselineScreen {
     bool optZ540Baseline() const { return analysis.BaselineOption == "Z540"; }
     /// The four data boxes take no entry.
     bool boxesLocked() const { return optZ540Baseline(); }
-    const char* mnu_ShowDefaultsCaption() const { return defaultsShown ? "Hide &Defaults" : "Show &Defaults"; }
+    const char* mnu_ShowDefaultsCaption() const {
+        return defaultsShown ? "Hide &Defaults" : "Show &Defaults";
+    }
 
     /// A box of the analysis side was left with this text.
     FieldResult lostFocus(BaselineBox box, const std::string& text);
@@ -86,8 +88,8 @@ class BaselineScreen {
     struct Kept {
         double FalseAcceptRisk, FalseRejectRisk, EqAccRat;
         std::string FalseAcceptUnits, FalseRejectUnits, EqAccRatDen;
-        bool RisksNeedCompute, FileChanged, IncludeGuardbands, GuardbandsChanged, GB_EqAccRatValid, GB_RisksStale,
-            GB_MainStale, BaselineComputed;
+        bool RisksNeedCompute, FileChanged, IncludeGuardbands, GuardbandsChanged, GB_EqAccRatValid,
+            GB_RisksStale, GB_MainStale, BaselineComputed;
         int FalseAcceptOption;
     };
 

@@ -22,7 +22,9 @@ void FalseAcceptScreen::choose(int option) {
     ProducerRiskOption = option == 1;
 }
 
-bool FalseAcceptScreen::changed() const { return option() != session_.record.FalseAcceptOption; }
+bool FalseAcceptScreen::changed() const {
+    return option() != session_.record.FalseAcceptOption;
+}
 
 bool FalseAcceptScreen::leave() {
     if (changed()) {

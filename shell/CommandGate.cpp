@@ -14,7 +14,9 @@ bool hasSubjectData(const Analysis& r) {
     return r.SU_Mode != 0 || r.SU_UpperLimit != 0 || r.SU_LowerLimit != 0 || r.SU_PctInTol != 0;
 }
 
-bool hasMeasuringData(const Analysis& r) { return r.MTE_PctInTol != 0 || r.MTE_Mode != 0 || r.MTE_Offset != 0; }
+bool hasMeasuringData(const Analysis& r) {
+    return r.MTE_PctInTol != 0 || r.MTE_Mode != 0 || r.MTE_Offset != 0;
+}
 
 } // namespace
 

@@ -16,15 +16,17 @@ namespace metrisk {
 namespace {
 
 constexpr const char* ppmModeTitle = "Illegal Mode Value";
-constexpr const char* ppmModeText = "The mode value cannot be zero when units are expressed in ppm.\n"
-                                    "You may need to change the units on the Metrisk screen or on the Tolerance "
-                                    "Offset Worksheet.";
+constexpr const char* ppmModeText =
+    "The mode value cannot be zero when units are expressed in ppm.\n"
+    "You may need to change the units on the Metrisk screen or on the Tolerance "
+    "Offset Worksheet.";
 constexpr const char* offsetText = "Must be greater than or equal to zero.";
 constexpr const char* upperTitle = "Upper Tolerance Offset";
 constexpr const char* lowerTitle = "Lower Tolerance Offset";
 constexpr const char* illegalTitle = "Illegal Entry";
-constexpr const char* pctText = "The Subject Parameter % In-Tolerance must be greater than 0 and less than or "
-                                "equal to 100.";
+constexpr const char* pctText =
+    "The Subject Parameter % In-Tolerance must be greater than 0 and less than or "
+    "equal to 100.";
 constexpr const char* ppm = "ppm";
 
 FieldResult refuse(Session& session, const char* title, const char* text, std::string shown) {
@@ -58,10 +60,22 @@ struct Row {
 
 Row rowOf(Analysis& r, LimitRow row) {
     if (row == LimitRow::Upper)
-        return {r.SU_UpperOffset,     r.SU_UpperOffset_fmt, r.SU_UpperFixed, r.SU_UpperFixed_fmt,
-                r.SU_UpperPctReading, r.SU_UpperLimit,      1,               upperTitle};
-    return {r.SU_LowerOffset,     r.SU_LowerOffset_fmt, r.SU_LowerFixed, r.SU_LowerFixed_fmt,
-            r.SU_LowerPctReading, r.SU_LowerLimit,      -1,              lowerTitle};
+        return {r.SU_UpperOffset,
+                r.SU_UpperOffset_fmt,
+                r.SU_UpperFixed,
+                r.SU_UpperFixed_fmt,
+                r.SU_UpperPctReading,
+                r.SU_UpperLimit,
+                1,
+                upperTitle};
+    return {r.SU_LowerOffset,
+            r.SU_LowerOffset_fmt,
+            r.SU_LowerFixed,
+            r.SU_LowerFixed_fmt,
+            r.SU_LowerPctReading,
+            r.SU_LowerLimit,
+            -1,
+            lowerTitle};
 }
 
 void storeOffset(Analysis& r, const Row& row, double offset, const std::string& picture) {
@@ -138,7 +152,8 @@ FieldResult commitLimit(Session& session, LimitRow which, const std::string& tex
 
     storeOffset(r, row, offset, picture);
     if (r.SymmetricTolerances)
-        storeOffset(r, rowOf(r, which == LimitRow::Upper ? LimitRow::Lower : LimitRow::Upper), offset, picture);
+        storeOffset(r, rowOf(r, which == LimitRow::Upper ? LimitRow::Lower : LimitRow::Upper), offset,
+                    picture);
     markChanged(r, "SU");
     fitSubjectIfEntered(session);
     return {false, text};
@@ -148,7 +163,8 @@ FieldResult commitPctInTol(Session& session, const std::string& text) {
     Analysis& r = session.record;
     const double value = ParseValue(text, session.regional);
     if (value > 100 || value <= 0)
-        return refuse(session, illegalTitle, pctText, FormatNumber(r.SU_PctInTol, pctEntryPicture, session.regional));
+        return refuse(session, illegalTitle, pctText,
+                      FormatNumber(r.SU_PctInTol, pctEntryPicture, session.regional));
     if (value == r.SU_PctInTol) return {false, text};
     r.SU_PctInTol = value;
     markChanged(r, "SU");

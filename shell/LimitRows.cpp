@@ -17,20 +17,20 @@ struct Row {
     const char* box;
     const char* limitsCaption;
     const char* offsetsCaption;
-    double limit; // nominal units
-    double offset; // nominal units
+    double limit;        // nominal units
+    double offset;       // nominal units
     std::string picture; // of the offset, held for nominal units
-    bool absent; // the tolerance kind has no such side
+    bool absent;         // the tolerance kind has no such side
 };
 
 Row upperRow(const Analysis& r) {
-    return {"pnl_SUUpper",    "UpperLimitBox",      "Upper Tolerance",    "Upper Tolerance Limit", r.SU_UpperLimit,
-            r.SU_UpperOffset, r.SU_UpperOffset_fmt, r.OptSingleLower};
+    return {"pnl_SUUpper",   "UpperLimitBox",  "Upper Tolerance",    "Upper Tolerance Limit",
+            r.SU_UpperLimit, r.SU_UpperOffset, r.SU_UpperOffset_fmt, r.OptSingleLower};
 }
 
 Row lowerRow(const Analysis& r) {
-    return {"pnl_SULower",    "LowerLimitBox",      "Lower Tolerance",   "Lower Tolerance Limit", r.SU_LowerLimit,
-            r.SU_LowerOffset, r.SU_LowerOffset_fmt, r.OptSingleUpper};
+    return {"pnl_SULower",   "LowerLimitBox",  "Lower Tolerance",    "Lower Tolerance Limit",
+            r.SU_LowerLimit, r.SU_LowerOffset, r.SU_LowerOffset_fmt, r.OptSingleUpper};
 }
 
 std::string limitText(const Row& row, const Session& session) {
@@ -38,7 +38,8 @@ std::string limitText(const Row& row, const Session& session) {
     if (r.SU_UpperOffset == 0 && r.SU_LowerOffset == 0) return "";
     if (!r.ShowLimits) {
         const double factor = r.SU_TolUnitsFactor == 0 ? 1 : r.SU_TolUnitsFactor;
-        return withUnits(FormatNumber(row.offset * factor, ShownOffsetPicture(row.picture, r.SU_TolDecimalShift),
+        return withUnits(FormatNumber(row.offset * factor,
+                                      ShownOffsetPicture(row.picture, r.SU_TolDecimalShift),
                                       session.regional),
                          r.SU_ToleranceUnits);
     }
@@ -73,8 +74,8 @@ std::string multiplierText(double multiplier, const Session& session) {
                         session.regional);
 }
 
-void showGuardband(ScreenState& screen, const Session& session, const Row& row, double multiplier, double sign,
-                   const char* index, bool asLimits) {
+void showGuardband(ScreenState& screen, const Session& session, const Row& row, double multiplier,
+                   double sign, const char* index, bool asLimits) {
     const Analysis& r = session.record;
     ControlState& box = screen[std::string("txt_GuardbandMultiplier_") + index];
     box.locked = true; // entered on the guardband worksheet

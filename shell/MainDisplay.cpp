@@ -45,7 +45,8 @@ std::string pctText(double pct, const Regional& regional) {
 void showSubject(ScreenState& screen, const Session& session) {
     const Analysis& r = session.record;
     screen["ModeBox"] = shown(
-        modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits) : "");
+        modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
+                       : "");
     screen["PctInTolBox"] = shown(pctText(r.SU_PctInTol, session.regional));
     screen["TwoSideOption"] = tick(r.OptTwoSided);
     screen["SingleUpperOption"] = tick(r.OptSingleUpper);
@@ -67,13 +68,16 @@ void showRisks(ScreenState& screen, const Session& session) {
         shown(producer ? "    COMPUTED RISKS (Producer Option)" : "    COMPUTED RISKS (Consumer Option)");
     screen["Heading_1"] =
         shown(producer ? "    BASELINE RISKS (Producer Option)" : "    BASELINE RISKS (Consumer Option)");
-    screen["AcceptRisk"] = shown(riskBoxText(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt, session));
+    screen["AcceptRisk"] =
+        shown(riskBoxText(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt, session));
     screen["AcceptUnits"] = shown(r.FalseAcceptUnits);
-    screen["RejectRisk"] = shown(riskBoxText(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt, session));
+    screen["RejectRisk"] =
+        shown(riskBoxText(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt, session));
     screen["RejectUnits"] = shown(r.FalseRejectUnits);
     screen["AccRatEquivalent1Box"] = shown(FormatNumber(r.EqAccRat, ratioPicture, regional));
     screen["AccRatEquivalent2Box"] = shown(
-        r.EqAccRatDen.empty() ? "" : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional));
+        r.EqAccRatDen.empty() ? ""
+                              : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional));
     screen["pnl_RiskLabel_0"].emphasised = r.ComputeEqRatio && r.EqRatioOnFalseAccept;
     screen["pnl_RiskLabel_1"].emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
 
@@ -102,7 +106,8 @@ void showOptions(ScreenState& screen, const Session& session) {
 
 } // namespace
 
-std::string riskBoxText(double value, std::string_view units, std::string_view picture, const Session& session) {
+std::string riskBoxText(double value, std::string_view units, std::string_view picture,
+                        const Session& session) {
     if (units == ppmUnits && value < 1) return belowOneText;
     return FormatNumber(value, picture, session.regional);
 }

@@ -15,7 +15,7 @@ struct ControlState {
     std::optional<bool> checked;
     bool visible = true;
     bool enabled = true;
-    bool locked = false; // shows its text but takes no entry
+    bool locked = false;     // shows its text but takes no entry
     bool emphasised = false; // stands out among its like
 };
 
@@ -30,6 +30,7 @@ ScreenState mainDisplay(const Session& session, bool guardbandsAsLimits = false)
 std::string mainCaption(const Session& session);
 
 /// The value in its picture; a ppm value below 1 is " < 1".
-std::string riskBoxText(double value, std::string_view units, std::string_view picture, const Session& session);
+std::string riskBoxText(double value, std::string_view units, std::string_view picture,
+                        const Session& session);
 
 } // namespace metrisk

@@ -34,15 +34,16 @@ const BoxRule boxRules[] = {
          return commitLimit(s, LimitRow::Lower, text, last);
      },
      true},
-    {"PctInTolBox", [](Session& s, const std::string& text, const std::string&) { return commitPctInTol(s, text); },
-     true},
+    {"PctInTolBox",
+     [](Session& s, const std::string& text, const std::string&) { return commitPctInTol(s, text); }, true},
     {"MTEPctInTolBox",
      [](Session& s, const std::string& text, const std::string&) { return commitMTEPctInTol(s, text); }},
     {"MTEOffsetBox", [](Session& s, const std::string& text,
                         const std::string&) { return commitMeasuring(s, MeasuringBox::Offset, text); }},
     {"MTEFixedOffsetBox", [](Session& s, const std::string& text,
                              const std::string&) { return commitMeasuring(s, MeasuringBox::Fixed, text); }},
-    {"MTEPctOfReadingBox", [](Session& s, const std::string& text, const std::string&) {
+    {"MTEPctOfReadingBox",
+     [](Session& s, const std::string& text, const std::string&) {
          return commitMeasuring(s, MeasuringBox::PctOfReading, text);
      }},
 };
@@ -55,7 +56,9 @@ const BoxRule* ruleOf(std::string_view box) {
 
 } // namespace
 
-MainScreen::MainScreen(Session& session) : session_(session) { TakeSavedCopy(); }
+MainScreen::MainScreen(Session& session) : session_(session) {
+    TakeSavedCopy();
+}
 
 void MainScreen::gotFocus(std::string_view box, std::string text) {
     lastTexts_.insert_or_assign(std::string(box), std::move(text));
@@ -68,7 +71,9 @@ void MainScreen::keyPressed(std::string_view box) {
     r.Ack100Pct = r.AckPhysLimitLow = r.AckPhysLimitHigh = false;
 }
 
-void MainScreen::edited(std::string_view box, const std::string& text) { commitText(session_, box, text); }
+void MainScreen::edited(std::string_view box, const std::string& text) {
+    commitText(session_, box, text);
+}
 
 std::optional<std::string> MainScreen::lastText(std::string_view box) const {
     const auto found = lastTexts_.find(box);
@@ -76,7 +81,9 @@ std::optional<std::string> MainScreen::lastText(std::string_view box) const {
     return found->second;
 }
 
-void MainScreen::forgetLastTexts() { lastTexts_.clear(); }
+void MainScreen::forgetLastTexts() {
+    lastTexts_.clear();
+}
 
 FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text) noexcept {
     const std::optional<std::string> last = lastText(box);
@@ -102,7 +109,9 @@ FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text)
     return result;
 }
 
-void MainScreen::TakeSavedCopy() { saved_ = savedCopyOf(session_.record); }
+void MainScreen::TakeSavedCopy() {
+    saved_ = savedCopyOf(session_.record);
+}
 
 void MainScreen::DetectChanges() {
     if (differs(saved_, savedCopyOf(session_.record))) session_.record.FileChanged = true;

@@ -17,17 +17,20 @@ struct Labels {
     const char* pctInTol;
 };
 constexpr Labels byTolerance{"Tolerance Limit", "Fixed Limit", "% of Reading", "% In-Tolerance"};
-constexpr Labels byUncertainty{"Expanded Uncertainty", "Standard Uncertainty", "Deg Freedom", "Confidence Level"};
+constexpr Labels byUncertainty{"Expanded Uncertainty", "Standard Uncertainty", "Deg Freedom",
+                               "Confidence Level"};
 
 std::string offsetText(double value, const std::string& picture, const Session& session) {
     const Analysis& r = session.record;
     const double shown = value * (r.MTE_TolUnitsFactor == 0 ? 1 : r.MTE_TolUnitsFactor);
-    return FormatNumber(shown, WidenPicture(shown, ShownOffsetPicture(picture, r.SU_SigDigits)), session.regional);
+    return FormatNumber(shown, WidenPicture(shown, ShownOffsetPicture(picture, r.SU_SigDigits)),
+                        session.regional);
 }
 
 std::string lastBoxText(const Session& session) {
     const Analysis& r = session.record;
-    if (!r.MTE_EntryByUncertainty) return FormatNumber(r.MTE_PctReading, r.MTE_PctReading_fmt, session.regional);
+    if (!r.MTE_EntryByUncertainty)
+        return FormatNumber(r.MTE_PctReading, r.MTE_PctReading_fmt, session.regional);
     return r.MTE_DegFreedom == 0 ? infinity : GeneralText(r.MTE_DegFreedom, session.regional);
 }
 
@@ -44,7 +47,8 @@ void showMeasuringRow(ScreenState& screen, const Session& session) {
     screen["Lbl_Equals"].visible = !uncertainty;
     screen["Lbl_Plus"].visible = !uncertainty;
 
-    const bool entered = r.MTE_Offset != 0 || r.MTE_PctReading != 0 || (uncertainty && r.MTE_StdUncertainty != 0);
+    const bool entered =
+        r.MTE_Offset != 0 || r.MTE_PctReading != 0 || (uncertainty && r.MTE_StdUncertainty != 0);
     screen["MTEOffsetBox"].text = entered ? offsetText(r.MTE_Offset, r.MTE_Offset_fmt, session) : "";
     if (uncertainty)
         screen["MTEFixedOffsetBox"].text =

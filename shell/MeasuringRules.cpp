@@ -60,9 +60,9 @@ void fitMeasuring(Session& session) {
 }
 
 struct Entry {
-    double value; // nominal units for what has units
+    double value;        // nominal units for what has units
     std::string picture; // held
-    double number; // as typed
+    double number;       // as typed
     int decimals;
 };
 

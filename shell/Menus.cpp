@@ -75,7 +75,8 @@ std::vector<MenuItem> runItems() {
         entry("mnu_Run_Options_1", "&Spreadsheet", "", notBuilt),
         entry("mnu_Run_Options_2", "&Calculator", "", notBuilt),
         menu("mnu_Run_Options_3", "Se&lect",
-             {entry("mnu_RunSetup_0", "Spreadsheet", "", notBuilt), entry("mnu_RunSetup_1", "Calculator", "", notBuilt)}),
+             {entry("mnu_RunSetup_0", "Spreadsheet", "", notBuilt),
+              entry("mnu_RunSetup_1", "Calculator", "", notBuilt)}),
     };
 }
 
@@ -117,7 +118,9 @@ const std::vector<MenuItem>& mainMenu() {
     return all;
 }
 
-const MenuItem* menuItem(std::string_view control) { return find(mainMenu(), control); }
+const MenuItem* menuItem(std::string_view control) {
+    return find(mainMenu(), control);
+}
 
 std::string ToolButton::image() const {
     const std::string_view name = key;
@@ -166,11 +169,11 @@ const std::vector<ToolButton>& mainToolbar() {
 
 const std::vector<const char*>& toolbarImages() {
     static const std::vector<const char*> images = {
-        "exit",       "new",         "open",      "save",    "saveAs",     "print",    "printPreview",
-        "run",        "import",      "notes",     "reportOpts", "cut",     "copy",     "paste",
-        "delete",     "units",       "plotSU",    "plotMTE", "plotError",  "faRisk",   "eqAccRat",
-        "screen",     "trueVsObs",   "guardbands", "uncertainty", "help",  "reliability", "biasRef",
-        "undo",       "OK",          "cancel",    "correlations", "spreadsheet", "calculator"};
+        "exit",   "new",       "open",       "save",         "saveAs",      "print",       "printPreview",
+        "run",    "import",    "notes",      "reportOpts",   "cut",         "copy",        "paste",
+        "delete", "units",     "plotSU",     "plotMTE",      "plotError",   "faRisk",      "eqAccRat",
+        "screen", "trueVsObs", "guardbands", "uncertainty",  "help",        "reliability", "biasRef",
+        "undo",   "OK",        "cancel",     "correlations", "spreadsheet", "calculator"};
     return images;
 }
 

@@ -11,7 +11,7 @@ struct MenuItem {
     const char* control; // an array control has "_" and its index behind its name
     const char* caption;
     const char* shortcut = ""; // a key sequence in portable text
-    bool hasScreen = true; // false: what it opens is not part of the program, it stays disabled
+    bool hasScreen = true;     // false: what it opens is not part of the program, it stays disabled
     std::vector<MenuItem> items{};
     bool separatorAfter = false;
 };

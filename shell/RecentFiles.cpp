@@ -2,14 +2,15 @@
 
 #include "persistence/Settings.h"
 
-
 namespace metrisk {
 
 namespace {
 
 constexpr const char* section = "Recent Files";
 
-std::string key(int i) { return "File" + std::to_string(i); }
+std::string key(int i) {
+    return "File" + std::to_string(i);
+}
 
 void write(Settings& settings, const std::vector<std::string>& files) {
     for (int i = 1; i <= mostRecentFiles; ++i) {

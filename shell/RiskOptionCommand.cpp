@@ -48,8 +48,9 @@ void remindOfRiskOption(Session& session) {
     const bool producer = session.record.FalseAcceptOption == 1;
     const bool producerByDefault = ReadFalseAcceptConvention(session.settings) == 1;
     if (producer == producerByDefault) return;
-    session.ui.show({.text = std::string(reminderAnalysis) + (producer ? producerPerspective : consumerPerspective) +
-                             reminderDefault + (producerByDefault ? producerPerspective : consumerPerspective),
+    session.ui.show({.text = std::string(reminderAnalysis) +
+                             (producer ? producerPerspective : consumerPerspective) + reminderDefault +
+                             (producerByDefault ? producerPerspective : consumerPerspective),
                      .title = reminderTitle});
 }
 

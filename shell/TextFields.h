@@ -10,7 +10,7 @@ namespace metrisk {
 
 struct TextField {
     const char* box;
-    std::string Analysis::* field;
+    std::string Analysis::*field;
 };
 
 extern const std::array<TextField, 13> textFields;

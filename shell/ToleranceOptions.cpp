@@ -62,7 +62,9 @@ void chk_Symmetric_Click(Session& session, bool checked) {
     markChanged(r);
 }
 
-void optOffsets_Click(Session& session, int index) { session.record.ShowLimits = index == 0; }
+void optOffsets_Click(Session& session, int index) {
+    session.record.ShowLimits = index == 0;
+}
 
 void chk_IncludeUncertainty_Click(Session& session, bool checked) {
     Analysis& r = session.record;

@@ -11,22 +11,24 @@ namespace metrisk::testing {
 namespace {
 
 constexpr const char* zeroOrAbove = "Must be greater than or equal to zero.";
-constexpr const char* subjectPct = "The Subject Parameter % In-Tolerance must be greater than 0 and less than or "
-                                   "equal to 100.";
+constexpr const char* subjectPct =
+    "The Subject Parameter % In-Tolerance must be greater than 0 and less than or "
+    "equal to 100.";
 constexpr const char* measuringPct =
     "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.";
-constexpr const char* hundred = "You have indicated 100% in-tolerance.\nThis is a non-physical situation.\n"
-                                "(Note that continuing will cause the computed\nequivalent accuracy ratio to be "
-                                "based on\nthe false reject risk.)  Continue anyway?";
+constexpr const char* hundred =
+    "You have indicated 100% in-tolerance.\nThis is a non-physical situation.\n"
+    "(Note that continuing will cause the computed\nequivalent accuracy ratio to be "
+    "based on\nthe false reject risk.)  Continue anyway?";
 
-Regional european() { return {";", ",", ".", "-"}; }
+Regional european() {
+    return {";", ",", ".", "-"};
+}
 
 struct Screen : TestSession {
     MainScreen main{session};
 
-    std::string box(const std::string& name) {
-        return mainDisplay(session).at(name).text.value_or("<none>");
-    }
+    std::string box(const std::string& name) { return mainDisplay(session).at(name).text.value_or("<none>"); }
     FieldResult type(const std::string& name, const std::string& text) {
         main.gotFocus(name, box(name));
         main.keyPressed(name);
@@ -37,7 +39,7 @@ struct Screen : TestSession {
 struct Typed {
     const char* box;
     const char* typed;
-    double Analysis::* field;
+    double Analysis::*field;
     double value;
     const char* shown;
 };
@@ -109,13 +111,14 @@ TEST(FieldRules, RefuseAndStayWithTheEarlierValue) {
 }
 
 TEST(FieldRules, ModeOfZeroIsRefusedForRelativeUnits) {
-    for (std::string Analysis::* units : {&Analysis::NominalUnits, &Analysis::SU_ToleranceUnits}) {
+    for (std::string Analysis::*units : {&Analysis::NominalUnits, &Analysis::SU_ToleranceUnits}) {
         Screen screen;
         enter(screen.record, Entry{});
         screen.record.*units = "ppm";
-        screen.ui.expectBox("Illegal Mode Value",
-                            "The mode value cannot be zero when units are expressed in ppm.\nYou may need to change "
-                            "the units on the Metrisk screen or on the Tolerance Offset Worksheet.");
+        screen.ui.expectBox(
+            "Illegal Mode Value",
+            "The mode value cannot be zero when units are expressed in ppm.\nYou may need to change "
+            "the units on the Metrisk screen or on the Tolerance Offset Worksheet.");
         EXPECT_TRUE(screen.type("ModeBox", "0").stay);
         EXPECT_EQ(screen.record.SU_Mode, 10);
     }
@@ -190,8 +193,9 @@ TEST(FieldRules, AbsentSideHoldsThePhysicalLimit) {
     EXPECT_EQ(screen.record.PhysicalLimit, 14.5);
     EXPECT_EQ(screen.record.SU_UpperOffset, 1);
     EXPECT_FALSE(screen.record.AbortFlag);
-    screen.ui.expectBox("Physical Limit Violation", "If the Physical Limit is less than the Mode,\nit must also be "
-                                                    "less than the lower tolerance limit.");
+    screen.ui.expectBox("Physical Limit Violation",
+                        "If the Physical Limit is less than the Mode,\nit must also be "
+                        "less than the lower tolerance limit.");
     screen.type("UpperLimitBox", "9");
     screen.type("UpperLimitBox", " ");
     EXPECT_FALSE(screen.record.PhysicalLimitEntered);
@@ -255,7 +259,7 @@ TEST(FieldRules, UncertaintyEntryGoesThroughTheCoverageFactor) {
     EXPECT_NEAR(screen.record.MTE_Offset, 0.1 * 1.959963984540054, 1e-13);
     screen.type("MTEPctOfReadingBox", "10");
     constexpr double t = 2.228138851964939; // 97.5 % point, 10 degrees of freedom
-    constexpr double tTolerance = 1e-10; // the factor comes from a search that ends at this order
+    constexpr double tTolerance = 1e-10;    // the factor comes from a search that ends at this order
     EXPECT_NEAR(screen.record.MTE_Offset, 0.1 * t, tTolerance);
     EXPECT_NEAR(screen.record.MTE_StdUncertainty, 0.1, 1e-15);
     screen.type("MTEOffsetBox", "0.4456277703929878");

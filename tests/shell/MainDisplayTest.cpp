@@ -1,0 +1,229 @@
+// What the main screen shows of a record.
+#include "shell/MainDisplay.h"
+#include "shell/MainScreen.h"
+#include "shell/Menus.h"
+#include "shell/ToleranceOptions.h"
+#include "tests/support/Cases.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+
+namespace metrisk::testing {
+namespace {
+
+struct Shown : TestSession {
+    ControlState at(const std::string& control, bool asLimits = false) {
+        return mainDisplay(session, asLimits).at(control);
+    }
+    std::string text(const std::string& control, bool asLimits = false) {
+        return at(control, asLimits).text.value_or("<none>");
+    }
+};
+
+TEST(MainDisplay, RisksBelowOnePpm) {
+    struct Case {
+        double value;
+        const char *units, *picture, *shown;
+    };
+    for (const Case& c : {Case{0, "ppm", "##0", " < 1"},
+                          {0.99, "ppm", "##0", " < 1"},
+                          {1, "ppm", "##0", "1"},
+                          {0.4, "%", "##0.00", "0.40"},
+                          {999.6, "ppm", "##0", "1000"},
+                          {0, "%", "##0.00", "0.00"}}) {
+        SCOPED_TRACE(std::to_string(c.value) + " " + c.units);
+        Shown shown;
+        shown.record.FalseAcceptRisk = c.value;
+        shown.record.FalseAcceptUnits = c.units;
+        shown.record.FalseAccept_fmt = c.picture;
+        EXPECT_EQ(shown.text("AcceptRisk"), c.shown);
+    }
+}
+
+TEST(MainDisplay, BaselinePanelHasItsOwnPictures) {
+    Shown shown;
+    EXPECT_EQ(shown.text("BaseAcceptRisk"), "4.1000");
+    EXPECT_EQ(shown.text("BaselineAccRat1Box"), "4.00");
+    shown.record.Base_FalseReject = 812.34;
+    shown.record.Base_RejectUnits = "ppm";
+    EXPECT_EQ(shown.text("BaseRejectRisk"), "812.3");
+    shown.record.EqAccRat = 1234.567;
+    EXPECT_EQ(shown.text("AccRatEquivalent1Box"), "1,234.57");
+    shown.session.regional = {";", ",", ".", "-"};
+    EXPECT_EQ(shown.text("AccRatEquivalent1Box"), "1234,57");
+    EXPECT_EQ(shown.text("AccRatEquivalent2Box"), "1,00");
+}
+
+TEST(MainDisplay, HeadingsFollowTheConvention) {
+    Shown shown;
+    EXPECT_EQ(shown.text("Heading_0"), "    COMPUTED RISKS (Consumer Option)");
+    shown.record.FalseAcceptOption = 1;
+    EXPECT_EQ(shown.text("Heading_1"), "    BASELINE RISKS (Producer Option)");
+    EXPECT_TRUE(shown.at("pnl_RiskLabel_0").emphasised);
+    shown.record.EqRatioOnFalseAccept = false;
+    EXPECT_FALSE(shown.at("pnl_RiskLabel_0").emphasised);
+    EXPECT_TRUE(shown.at("pnl_RiskLabel_1").emphasised);
+    shown.record.ComputeEqRatio = false;
+    EXPECT_FALSE(shown.at("pnl_RiskLabel_1").emphasised);
+}
+
+TEST(MainDisplay, LimitRowsByToleranceKind) {
+    struct Case {
+        Kind kind;
+        bool limits, physical;
+        const char *upperLabel, *upper;
+        bool upperLocked;
+        const char *lowerLabel, *lower;
+        bool lowerLocked;
+    };
+    const Case cases[] = {
+        {Kind::TwoSided, false, false, "Upper Tolerance Limit", "500.0 mV", false, "Lower Tolerance Limit",
+         "250.0 mV", false},
+        {Kind::TwoSided, true, false, "Upper Tolerance", "10.5000 V", false, "Lower Tolerance", "9.7500 V",
+         false},
+        {Kind::SingleLower, false, false, "Physical Limit", "", true, "Lower Tolerance Limit", "250.0 mV",
+         false},
+        {Kind::SingleLower, false, true, "Physical Limit", "12.0000 V", false, "Lower Tolerance Limit",
+         "250.0 mV", false},
+        {Kind::SingleUpper, true, true, "Upper Tolerance", "10.5000 V", false, "Physical Limit", "12.0000 V",
+         false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.upperLabel) + "/" + c.lowerLabel + "/" + c.upper);
+        Shown shown;
+        Entry entry;
+        entry.kind = c.kind;
+        entry.lowerOffset = 0.25;
+        entry.hasPhysicalLimit = c.physical;
+        entry.physicalLimit = 12;
+        enter(shown.record, entry);
+        shown.record.ShowLimits = c.limits;
+        shown.record.NominalUnits = "V";
+        shown.record.SU_ToleranceUnits = "mV";
+        shown.record.SU_TolUnitsFactor = 1000;
+        shown.record.SU_TolDecimalShift = 3;
+        EXPECT_EQ(shown.text("pnl_SUUpper"), c.upperLabel);
+        EXPECT_EQ(shown.text("UpperLimitBox"), c.upper);
+        EXPECT_EQ(shown.at("UpperLimitBox").locked, c.upperLocked);
+        EXPECT_EQ(shown.text("pnl_SULower"), c.lowerLabel);
+        EXPECT_EQ(shown.text("LowerLimitBox"), c.lower);
+        EXPECT_EQ(shown.at("LowerLimitBox").locked, c.lowerLocked);
+        EXPECT_EQ(shown.at("PhysLimitRequired").enabled, c.kind != Kind::TwoSided);
+        EXPECT_EQ(shown.at("chk_Symmetric").enabled, c.kind == Kind::TwoSided);
+        EXPECT_EQ(shown.at("txt_GuardbandMultiplier_0").visible, c.kind != Kind::SingleLower);
+    }
+}
+
+TEST(MainDisplay, UncertaintyModeRelabelsTheMeasuringRow) {
+    Shown shown;
+    enter(shown.record, Entry{});
+    EXPECT_EQ(shown.text("pnl_MTELimit"), "Tolerance Limit");
+    EXPECT_TRUE(shown.at("Lbl_Plus").visible);
+    shown.record.MTE_EntryByUncertainty = true;
+    shown.record.MTE_StdUncertainty = 0.0625;
+    EXPECT_EQ(shown.text("pnl_MTELimit"), "Expanded Uncertainty");
+    EXPECT_EQ(shown.text("pnl_PctReading"), "Deg Freedom");
+    EXPECT_EQ(shown.text("MTEFixedOffsetBox"), "0.0625");
+    EXPECT_FALSE(shown.at("Lbl_Equals").visible);
+}
+
+TEST(MainDisplay, ProcessUncertaintyWidensAndGuardbandsShowBothForms) {
+    Shown shown;
+    enter(shown.record, Entry{});
+    shown.record.ProcessUncertainty = 0.000002;
+    shown.record.MTE_ToleranceUnits = "V";
+    EXPECT_EQ(shown.text("pnl_ProcessUncertainty"), "0.000002 V");
+    shown.record.GB_UpperMult = 0.95;
+    EXPECT_EQ(shown.text("txt_GuardbandMultiplier_0"), "0.95");
+    EXPECT_EQ(shown.text("txt_GuardbandMultiplier_0", true), "10.475000");
+}
+
+TEST(ToleranceOptions, KindChangesForgetThePhysicalLimit) {
+    Shown shown;
+    enter(shown.record, withPhysicalLimit(Kind::SingleLower, 10, 1, 12, 95));
+    chooseTolerance(shown.session, ToleranceKind::SingleLower);
+    EXPECT_FALSE(shown.record.FileChanged) << "no real change";
+    EXPECT_TRUE(shown.record.PhysicalLimitEntered);
+    chooseTolerance(shown.session, ToleranceKind::TwoSided);
+    EXPECT_TRUE(shown.record.OptTwoSided);
+    EXPECT_FALSE(shown.record.OptSingleLower);
+    EXPECT_FALSE(shown.record.PhysLimitRequired);
+    EXPECT_EQ(shown.record.PhysicalLimit, 0);
+    EXPECT_TRUE(shown.record.ComputeNeeded);
+    EXPECT_TRUE(shown.record.FileChanged);
+    PhysLimitRequired_Click(shown.session, true);
+    EXPECT_FALSE(shown.record.PhysLimitRequired) << "means nothing on two-sided tolerances";
+}
+
+TEST(ToleranceOptions, SymmetryCopiesTheUpperSide) {
+    Shown shown;
+    Entry entry;
+    entry.lowerOffset = 2;
+    enter(shown.record, entry);
+    shown.record.SU_UpperOffset_fmt = "#,##0.0";
+    chk_Symmetric_Click(shown.session, true);
+    EXPECT_EQ(shown.record.SU_LowerLimit, 9.5);
+    EXPECT_EQ(shown.text("LowerLimitBox"), "0.5");
+    EXPECT_TRUE(shown.at("LowerLimitBox").locked);
+    chk_Symmetric_Click(shown.session, false);
+    EXPECT_FALSE(shown.at("LowerLimitBox").locked);
+    EXPECT_EQ(shown.record.SU_LowerOffset, 0.5);
+}
+
+TEST(ToleranceOptions, IncludingProcessUncertaintyFitsAtOnce) {
+    Shown shown;
+    enter(shown.record, Entry{});
+    shown.record.ProcessUncertainty = 0.1;
+    chk_IncludeUncertainty_Click(shown.session, true);
+    EXPECT_GT(shown.record.MTE_Sigma, 0.1);
+    chk_IncludeUncertainty_Click(shown.session, false);
+    EXPECT_LT(shown.record.MTE_Sigma, 0.1);
+}
+
+TEST(SavedCopy, ListsWhatCountsAsAChange) {
+    struct Case {
+        const char* name;
+        void (*change)(Analysis&);
+        bool counts;
+    };
+    const Case cases[] = {
+        {"model number", [](Analysis& r) { r.SU_ModelNumber = "x"; }, false},
+        {"description", [](Analysis& r) { r.MTE_Description = "x"; }, false},
+        {"qualifier", [](Analysis& r) { r.MTE_Qualifier2 = "x"; }, true},
+        {"manufacturer", [](Analysis& r) { r.SU_Manufacturer = "x"; }, true},
+        {"nominal units", [](Analysis& r) { r.NominalUnits = "V"; }, true},
+        {"mode", [](Analysis& r) { r.SU_Mode += 1e-15; }, true},
+        {"physical limit", [](Analysis& r) { r.PhysicalLimit = 1; }, true},
+        {"process uncertainty", [](Analysis& r) { r.ProcessUncertainty = 1; }, true},
+        {"symmetry", [](Analysis& r) { r.SymmetricTolerances = true; }, true},
+        {"guardband", [](Analysis& r) { r.GB_LowerMult = 0.9; }, true},
+        {"std uncertainty below 1e-14", [](Analysis& r) { r.MTE_StdUncertainty = 9e-15; }, false},
+        {"std uncertainty of 1e-14", [](Analysis& r) { r.MTE_StdUncertainty = 1e-14; }, true},
+        {"results", [](Analysis& r) { r.FalseAcceptRisk = 1; }, false},
+    };
+    for (const Case& c : cases) {
+        Shown shown;
+        MainScreen main(shown.session);
+        c.change(shown.record);
+        main.DetectChanges();
+        EXPECT_EQ(shown.record.FileChanged, c.counts) << c.name;
+    }
+}
+
+TEST(Menus, EveryButtonHasItsCommandAndNamesAreUnique) {
+    for (const ToolButton& button : mainToolbar()) EXPECT_NE(menuItem(button.command), nullptr) << button.key;
+    std::set<std::string> names;
+    const std::function<void(const std::vector<MenuItem>&)> walk = [&](const std::vector<MenuItem>& items) {
+        for (const MenuItem& item : items) {
+            EXPECT_TRUE(names.insert(item.control).second) << item.control;
+            walk(item.items);
+        }
+    };
+    walk(mainMenu());
+    EXPECT_STREQ(menuItem("mnu_ToleranceLimits")->caption, "&Tol Ref");
+}
+
+} // namespace
+} // namespace metrisk::testing
