@@ -1,0 +1,57 @@
+#include "units/ToleranceDecimals.h"
+
+#include "numerics/Real.h"
+
+#include <cmath>
+
+namespace metrisk {
+namespace {
+
+constexpr int ppmDecimals = 6;
+constexpr double ppmPerUnit = 1000000;
+
+Real log10Of(Real value) {
+    return std::log10(value.value());
+}
+
+int roundedLog(double ratio) {
+    return static_cast<int>(std::lround(log10Of(ratio).value()));
+}
+
+/// A smaller unit gains whole decades; a larger one loses only the decades it surely has.
+int shiftOfFactor(double factor) {
+    const double decades = log10Of(factor == 0 ? 1.0 : factor).value();
+    return static_cast<int>(decades < 0 ? std::trunc(decades) : std::round(decades));
+}
+
+} // namespace
+
+void UpdateToleranceDecimals(Analysis& record) noexcept {
+    try {
+        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty() || record.MeasurementArea == " ")
+            record.SU_TolDecimalShift = 0;
+        else if (record.SU_ToleranceUnits != "ppm")
+            record.SU_TolDecimalShift = shiftOfFactor(record.SU_TolUnitsFactor);
+        else if (record.SU_Mode == 0)
+            record.SU_TolDecimalShift = ppmDecimals;
+        else
+            record.SU_TolDecimalShift = roundedLog((Real(ppmPerUnit) / std::fabs(record.SU_Mode)).value());
+    } catch (const RuntimeFault&) {
+        return; // no such units: the picture stays
+    }
+}
+
+void UpdateMTEToleranceDecimals(Analysis& record) noexcept {
+    try {
+        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty())
+            record.SU_SigDigits = 0;
+        else if (record.MTE_ToleranceUnits == "ppm")
+            record.SU_SigDigits = ppmDecimals;
+        else
+            record.SU_SigDigits = shiftOfFactor(record.MTE_TolUnitsFactor);
+    } catch (const RuntimeFault&) {
+        return;
+    }
+}
+
+} // namespace metrisk
