@@ -84,7 +84,7 @@ void ClearAnalysis(Session& session) {
     static_cast<MeasuringParameter&>(record) = {};
 
     const BaselineDefaults defaults =
-        ReadBaselineDefaults(session.settings, session.regional, record.Base_EqRatioTarget);
+        ReadBaselineDefaults(session.settings, record.Base_EqRatioTarget);
     static_cast<Baseline&>(record) = defaults.figures;
 
     RiskResults results;

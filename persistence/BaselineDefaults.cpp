@@ -3,12 +3,29 @@
 #include "model/NumberText.h"
 #include "model/Text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace metrisk {
 namespace {
 
 constexpr int bufferLength = 60;
+
+constexpr const char* pctPicture = "##0.0000";
+constexpr const char* riskFigurePicture = "#,##0.0000";
+constexpr const char* conventionSection = "RiskOption";
+constexpr const char* conventionKey = "FalseAcceptConvention";
+constexpr const char* consumerWord = "Consumer";
+constexpr const char* producerWord = "Producer";
+const Regional neutral{};
+
+/// No figure here is grouped without decimals, so a comma alone is a decimal mark.
+double figure(std::string text) {
+    if (text.find('.') == text.npos) std::replace(text.begin(), text.end(), ',', '.');
+    return ParseValue(text, neutral);
+}
+
+const char* wordOf(int falseAcceptOption) { return falseAcceptOption == 0 ? consumerWord : producerWord; }
 
 int optionOf(std::string_view word) {
     return equalCaseBlind(word, "CONSUMER") ? 0 : 1;
@@ -20,22 +37,21 @@ const char* riskPicture(std::string_view units) {
 
 } // namespace
 
-BaselineDefaults ReadBaselineDefaults(const Settings& settings, const Regional& regional,
-                                      double formerTarget) {
+BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget) {
     using namespace baselineKeys;
     const auto text = [&](const char* key, const char* otherwise) {
         return settings.ReadSetting(section, key, otherwise, bufferLength);
     };
     const auto number = [&](const char* key, const char* otherwise) {
-        return ParseValue(text(key, otherwise), regional);
+        return figure(text(key, otherwise));
     };
 
     BaselineDefaults defaults;
     Baseline& base = defaults.figures;
     const std::string ratio = text(accuracyRatio, "4:1");
     const std::size_t colon = ratio.find(':');
-    base.Base_AccRatNum = ParseValue(ratio.substr(0, colon), regional);
-    base.Base_AccRatDen = colon == ratio.npos ? 0 : ParseValue(ratio.substr(colon + 1), regional);
+    base.Base_AccRatNum = figure(ratio.substr(0, colon));
+    base.Base_AccRatDen = colon == ratio.npos ? 0 : figure(ratio.substr(colon + 1));
     const double target = base.Base_AccRatNum / base.Base_AccRatDen;
     base.Base_EqRatioTarget = std::isfinite(target) ? target : formerTarget;
     base.Base_MTEPctInTol = number(mtePctInTol, "85");
@@ -53,8 +69,31 @@ BaselineDefaults ReadBaselineDefaults(const Settings& settings, const Regional& 
     return defaults;
 }
 
+void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults) {
+    using namespace baselineKeys;
+    const auto write = [&](const char* key, std::string_view value) { settings.WriteSetting(section, key, value); };
+    const auto number = [&](const char* key, double value, const char* picture) {
+        write(key, FormatNumber(value, picture, neutral));
+    };
+    const Baseline& base = defaults.figures;
+    write(accuracyRatio,
+          GeneralText(base.Base_AccRatNum, neutral) + ":" + GeneralText(base.Base_AccRatDen, neutral));
+    number(mtePctInTol, base.Base_MTEPctInTol, pctPicture);
+    number(suPctInTol, base.Base_SUPctInTol, pctPicture);
+    number(falseAcceptRisk, base.Base_FalseAccept, riskFigurePicture);
+    write(falseAcceptUnits, base.Base_AcceptUnits);
+    write(falseAcceptCriterion, wordOf(defaults.FalseAcceptOption));
+    number(falseRejectRisk, base.Base_FalseReject, riskFigurePicture);
+    write(falseRejectUnits, base.Base_RejectUnits);
+    write(userOption, defaults.UserOption);
+}
+
 int ReadFalseAcceptConvention(const Settings& settings) {
-    return optionOf(settings.ReadSetting("RiskOption", "FalseAcceptConvention", "Consumer", bufferLength));
+    return optionOf(settings.ReadSetting(conventionSection, conventionKey, consumerWord, bufferLength));
+}
+
+void WriteFalseAcceptConvention(Settings& settings, int falseAcceptOption) {
+    settings.WriteSetting(conventionSection, conventionKey, wordOf(falseAcceptOption));
 }
 
 } // namespace metrisk

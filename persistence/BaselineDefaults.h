@@ -30,10 +30,13 @@ struct BaselineDefaults {
 
 /// The default baseline of the settings file: 4:1, 85 %, 72 %, 4.1 %, 3.75 %, Consumer, "User" where
 /// it says nothing. If the two figures of the ratio have no quotient, `formerTarget` stays the target.
-BaselineDefaults ReadBaselineDefaults(const Settings& settings, const Regional& regional,
-                                      double formerTarget);
+/// Figures are read with either decimal symbol and written with a period, so that they keep their
+/// meaning when the user's language changes.
+BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget);
+void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults);
 
 /// The default false accept option (section RiskOption): 0 Consumer, 1 Producer.
 int ReadFalseAcceptConvention(const Settings& settings);
+void WriteFalseAcceptConvention(Settings& settings, int falseAcceptOption);
 
 } // namespace metrisk

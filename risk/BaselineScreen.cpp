@@ -3,6 +3,7 @@
 #include "model/NumberText.h"
 #include "model/Questions.h"
 #include "model/Session.h"
+#include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
 #include "risk/DisplayRule.h"
 #include "risk/EqRatioScreen.h"
@@ -51,35 +52,32 @@ std::string riskText(double value, const std::string& units, const Regional& reg
     return FormatNumber(value, baselinePicture(units), regional);
 }
 
-BaselineSide sideOf(const DefaultBaseline& b, const Regional& regional) {
+BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption, const Regional& regional) {
     BaselineSide side;
-    side.AccRat1 = FormatNumber(b.AccRatNum, ratioPicture, regional);
-    side.AccRat2 = FormatNumber(b.AccRatDen, ratioPicture, regional);
-    side.PctInTol1 = FormatNumber(b.MTEPctInTol, pctPicture, regional);
-    side.PctInTol2 = FormatNumber(b.SUPctInTol, pctPicture, regional);
-    side.FalseAccept = riskText(b.FalseAccept, b.AcceptUnits, regional);
-    side.FalseReject = riskText(b.FalseReject, b.RejectUnits, regional);
-    side.FalseAcceptRiskUnits = b.AcceptUnits;
-    side.FalseRejectRiskUnits = b.RejectUnits;
-    side.falseAccept = b.FalseAccept;
-    side.falseReject = b.FalseReject;
-    side.falseAcceptOption = b.FalseAcceptOption;
-    side.FAOption = optionCaption(b.FalseAcceptOption);
-    side.BaselineOption = b.UserOption;
+    side.AccRat1 = FormatNumber(b.Base_AccRatNum, ratioPicture, regional);
+    side.AccRat2 = FormatNumber(b.Base_AccRatDen, ratioPicture, regional);
+    side.PctInTol1 = FormatNumber(b.Base_MTEPctInTol, pctPicture, regional);
+    side.PctInTol2 = FormatNumber(b.Base_SUPctInTol, pctPicture, regional);
+    side.FalseAccept = riskText(b.Base_FalseAccept, b.Base_AcceptUnits, regional);
+    side.FalseReject = riskText(b.Base_FalseReject, b.Base_RejectUnits, regional);
+    side.FalseAcceptRiskUnits = b.Base_AcceptUnits;
+    side.FalseRejectRiskUnits = b.Base_RejectUnits;
+    side.falseAccept = b.Base_FalseAccept;
+    side.falseReject = b.Base_FalseReject;
+    side.falseAcceptOption = option;
+    side.FAOption = optionCaption(option);
+    side.BaselineOption = userOption;
     return side;
-}
-
-DefaultBaseline analysisBaseline(const Analysis& r) {
-    return {r.Base_AccRatNum,   r.Base_AccRatDen,    r.Base_MTEPctInTol, r.Base_SUPctInTol, r.Base_FalseAccept,
-            r.Base_AcceptUnits, r.FalseAcceptOption, r.Base_FalseReject, r.Base_RejectUnits, r.UserOption};
 }
 
 } // namespace
 
 BaselineScreen::BaselineScreen(Session& session)
-    : session_(session), kept_(keep(session.record)), storedOption_(ReadDefaultOption(session.settings)) {
-    analysis = sideOf(analysisBaseline(session.record), session.regional);
-    defaults = sideOf(ReadDefaultBaseline(session.settings), session.regional);
+    : session_(session), kept_(keep(session.record)), storedOption_(ReadFalseAcceptConvention(session.settings)) {
+    const Analysis& r = session.record;
+    analysis = sideOf(r, r.FalseAcceptOption, r.UserOption, session.regional);
+    const BaselineDefaults stored = ReadBaselineDefaults(session.settings, r.Base_EqRatioTarget);
+    defaults = sideOf(stored.figures, stored.FalseAcceptOption, stored.UserOption, session.regional);
     opened_ = analysis;
 }
 
@@ -291,13 +289,25 @@ bool BaselineScreen::confirmStoredDefault() {
                              .unattended = Answer::No}) == Answer::Yes;
 }
 
+BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {
+    Baseline b;
+    b.Base_AccRatNum = valueOf(side.AccRat1);
+    b.Base_AccRatDen = valueOf(side.AccRat2);
+    b.Base_EqRatioTarget = b.Base_AccRatNum / b.Base_AccRatDen;
+    b.Base_MTEPctInTol = valueOf(side.PctInTol1);
+    b.Base_SUPctInTol = valueOf(side.PctInTol2);
+    b.Base_FalseAccept = side.falseAccept;
+    b.Base_AcceptUnits = side.FalseAcceptRiskUnits;
+    b.Base_Accept_fmt = baselinePicture(side.FalseAcceptRiskUnits);
+    b.Base_FalseReject = side.falseReject;
+    b.Base_RejectUnits = side.FalseRejectRiskUnits;
+    b.Base_Reject_fmt = baselinePicture(side.FalseRejectRiskUnits);
+    return {b, side.falseAcceptOption, side.BaselineOption};
+}
+
 void BaselineScreen::storeDefault() {
-    WriteDefaultOption(session_.settings, defaults.falseAcceptOption);
-    WriteDefaultBaseline(session_.settings,
-                         {valueOf(defaults.AccRat1), valueOf(defaults.AccRat2), valueOf(defaults.PctInTol1),
-                          valueOf(defaults.PctInTol2), defaults.falseAccept, defaults.FalseAcceptRiskUnits,
-                          defaults.falseAcceptOption, defaults.falseReject, defaults.FalseRejectRiskUnits,
-                          defaults.BaselineOption});
+    WriteFalseAcceptConvention(session_.settings, defaults.falseAcceptOption);
+    WriteBaselineDefaults(session_.settings, figuresOf(defaults));
 }
 
 void BaselineScreen::storeAnalysis() {
@@ -307,10 +317,8 @@ void BaselineScreen::storeAnalysis() {
                               r.Base_FalseReject != analysis.falseReject ||
                               r.Base_AcceptUnits != analysis.FalseAcceptRiskUnits ||
                               r.Base_RejectUnits != analysis.FalseRejectRiskUnits;
-    useDefaultBaseline(r, {valueOf(analysis.AccRat1), valueOf(analysis.AccRat2), valueOf(analysis.PctInTol1),
-                           valueOf(analysis.PctInTol2), analysis.falseAccept, analysis.FalseAcceptRiskUnits,
-                           r.FalseAcceptOption, analysis.falseReject, analysis.FalseRejectRiskUnits,
-                           analysis.BaselineOption});
+    static_cast<Baseline&>(r) = figuresOf(analysis).figures;
+    r.UserOption = analysis.BaselineOption;
     r.FileChanged = true;
     if (risksChanged) dropEquivalentRatio(session_);
 }

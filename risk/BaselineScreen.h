@@ -2,7 +2,6 @@
 #pragma once
 
 #include "model/FieldResult.h"
-#include "persistence/DefaultBaseline.h"
 #include "risk/FalseAcceptScreen.h"
 
 #include <functional>
@@ -12,6 +11,7 @@ namespace metrisk {
 
 struct Session;
 struct Analysis;
+struct BaselineDefaults;
 
 /// The texts of one side. Its controls are the members' names behind "Base" (BaselinePctInTol1,
 /// FalseAcceptRiskUnits) on the analysis side and behind "Def" on the default side.
@@ -101,6 +101,7 @@ class BaselineScreen {
     static Kept keep(const Analysis& record);
     void restore();
     double valueOf(const std::string& text) const;
+    BaselineDefaults figuresOf(const BaselineSide& side) const;
     std::string& textOf(BaselineBox box);
     bool validate();
     void refuse(const char* boxTitle, const char* text, const char* box);

@@ -1,7 +1,7 @@
 #include "risk/FalseAcceptScreen.h"
 
 #include "model/Session.h"
-#include "persistence/DefaultBaseline.h"
+#include "persistence/BaselineDefaults.h"
 #include "risk/RiskConvention.h"
 
 namespace metrisk {
@@ -43,11 +43,11 @@ bool FalseAcceptScreen::leave() {
 }
 
 void FalseAcceptScreen::storeAsDefault() {
-    WriteDefaultOption(session_.settings, option());
-    DefaultBaseline baseline = ReadDefaultBaseline(session_.settings);
+    WriteFalseAcceptConvention(session_.settings, option());
+    BaselineDefaults baseline = ReadBaselineDefaults(session_.settings, session_.record.Base_EqRatioTarget);
     if (baseline.FalseAcceptOption == option()) return;
     ConvertRiskConvention(baseline, option());
-    WriteDefaultBaseline(session_.settings, baseline);
+    WriteBaselineDefaults(session_.settings, baseline);
 }
 
 } // namespace metrisk

@@ -1,7 +1,7 @@
 #include "risk/RiskConvention.h"
 
 #include "model/NumberText.h"
-#include "persistence/DefaultBaseline.h"
+#include "persistence/BaselineDefaults.h"
 #include "risk/DisplayRule.h"
 
 #include <cmath>
@@ -18,18 +18,20 @@ double restatedFraction(double value, const std::string& units) {
 
 } // namespace
 
-void ConvertRiskConvention(DefaultBaseline& b, int falseAcceptOption) {
-    if (b.FalseAcceptOption == falseAcceptOption) return;
-    const double p = b.SUPctInTol / 100;
-    const double fa = restatedFraction(b.FalseAccept, b.AcceptUnits);
-    const double fr = restatedFraction(b.FalseReject, b.RejectUnits);
+void ConvertRiskConvention(BaselineDefaults& defaults, int falseAcceptOption) {
+    if (defaults.FalseAcceptOption == falseAcceptOption) return;
+    Baseline& b = defaults.figures;
+    const double p = b.Base_SUPctInTol / 100;
+    const double fa = restatedFraction(b.Base_FalseAccept, b.Base_AcceptUnits);
+    const double fr = restatedFraction(b.Base_FalseReject, b.Base_RejectUnits);
     const double restated = 1 - (p - fr) / (p + fa - fr);
     if (!std::isfinite(restated)) return;
     const ShownRisk shown = shownRisk(restated);
     const Regional neutral{};
-    b.FalseAccept = ParseValue(FormatNumber(shown.value, riskPicture(shown.units), neutral), neutral);
-    b.AcceptUnits = shown.units;
-    b.FalseAcceptOption = falseAcceptOption;
+    b.Base_FalseAccept = ParseValue(FormatNumber(shown.value, riskPicture(shown.units), neutral), neutral);
+    b.Base_AcceptUnits = shown.units;
+    b.Base_Accept_fmt = baselinePicture(shown.units);
+    defaults.FalseAcceptOption = falseAcceptOption;
 }
 
 } // namespace metrisk

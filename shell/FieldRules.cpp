@@ -92,7 +92,7 @@ FieldResult commitMode(Session& session, const std::string& text, const std::str
     if (mode == 0 && (r.NominalUnits == ppm || r.SU_ToleranceUnits == ppm))
         return refuse(session, ppmModeTitle, ppmModeText, last);
 
-    const int before = decimalsOfPicture(r.SU_Mode_fmt);
+    const int before = PictureDecimals(r.SU_Mode_fmt);
     const int after = DigitsForEntry(text, session.regional);
     r.SU_Mode = r.MTE_Mode = mode;
     r.SU_Mode_fmt = PictureForDecimals(after);
@@ -129,10 +129,10 @@ FieldResult commitLimit(Session& session, LimitRow which, const std::string& tex
         offset = checked(row.sign * (value - r.SU_Mode));
         // The offset must show all digits of both the limit and the mode.
         picture = PictureForDecimals(
-            std::max(DigitsForEntry(text, session.regional), decimalsOfPicture(r.SU_Mode_fmt)));
+            std::max(DigitsForEntry(text, session.regional), PictureDecimals(r.SU_Mode_fmt)));
     } else {
         offset = checked(value / nonZeroFactor(r.SU_TolUnitsFactor));
-        picture = heldPicture(text, r.SU_TolDecimalShift, session.regional);
+        picture = HeldOffsetPicture(DigitsForEntry(text, session.regional), r.SU_TolDecimalShift);
     }
     if (offset < 0) return refuse(session, row.title, offsetText, last);
 

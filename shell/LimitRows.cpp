@@ -38,13 +38,13 @@ std::string limitText(const Row& row, const Session& session) {
     if (r.SU_UpperOffset == 0 && r.SU_LowerOffset == 0) return "";
     if (!r.ShowLimits) {
         const double factor = r.SU_TolUnitsFactor == 0 ? 1 : r.SU_TolUnitsFactor;
-        return withUnits(FormatNumber(row.offset * factor, shownPicture(row.picture, r.SU_TolDecimalShift),
+        return withUnits(FormatNumber(row.offset * factor, ShownOffsetPicture(row.picture, r.SU_TolDecimalShift),
                                       session.regional),
                          r.SU_ToleranceUnits);
     }
     // The offset's decimals, and those of the mode where the limit needs them.
-    const int needed = std::min(decimalsOfPicture(r.SU_Mode_fmt), DecimalsOfValue(row.limit, 0));
-    const int decimals = std::max(decimalsOfPicture(row.picture), needed);
+    const int needed = std::min(PictureDecimals(r.SU_Mode_fmt), DecimalsOfValue(row.limit, 0));
+    const int decimals = std::max(PictureDecimals(row.picture), needed);
     return withUnits(FormatNumber(row.limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
 }
 
@@ -85,7 +85,7 @@ void showGuardband(ScreenState& screen, const Session& session, const Row& row, 
     }
     constexpr int most = 8;
     const double limit = r.SU_Mode + sign * multiplier * row.offset;
-    const int decimals = std::min(most, decimalsOfPicture(row.picture) + DecimalsOfValue(multiplier, 0));
+    const int decimals = std::min(most, PictureDecimals(row.picture) + DecimalsOfValue(multiplier, 0));
     box.text = withUnits(FormatNumber(limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
 }
 

@@ -22,7 +22,7 @@ constexpr Labels byUncertainty{"Expanded Uncertainty", "Standard Uncertainty", "
 std::string offsetText(double value, const std::string& picture, const Session& session) {
     const Analysis& r = session.record;
     const double shown = value * (r.MTE_TolUnitsFactor == 0 ? 1 : r.MTE_TolUnitsFactor);
-    return FormatNumber(shown, WidenPicture(shown, shownPicture(picture, r.SU_SigDigits)), session.regional);
+    return FormatNumber(shown, WidenPicture(shown, ShownOffsetPicture(picture, r.SU_SigDigits)), session.regional);
 }
 
 std::string lastBoxText(const Session& session) {

@@ -44,8 +44,8 @@ void reduceUncertainty(Session& session) {
 void composeOffset(Analysis& r) {
     r.MTE_Offset = checked(r.MTE_FixedOffset + std::fabs(r.SU_Mode) * r.MTE_PctReading / 100);
     // A percent is two decimals away from the reading that it is a part of.
-    const int pctDecimals = r.MTE_PctReading == 0 ? 0 : decimalsOfPicture(r.MTE_PctReading_fmt) + 2;
-    r.MTE_Offset_fmt = PictureForDecimals(std::max(decimalsOfPicture(r.MTE_FixedOffset_fmt), pctDecimals));
+    const int pctDecimals = r.MTE_PctReading == 0 ? 0 : PictureDecimals(r.MTE_PctReading_fmt) + 2;
+    r.MTE_Offset_fmt = PictureForDecimals(std::max(PictureDecimals(r.MTE_FixedOffset_fmt), pctDecimals));
 }
 
 void fitMeasuring(Session& session) {
@@ -112,9 +112,9 @@ void commitUncertainty(Session& session, MeasuringBox box, const Entry& entry) {
 FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::string& text) {
     Analysis& r = session.record;
     const double number = ParseValue(text, session.regional);
+    const int decimals = DigitsForEntry(text, session.regional);
     const Entry entry{checked(number / nonZeroFactor(r.MTE_TolUnitsFactor)),
-                      heldPicture(text, r.SU_SigDigits, session.regional), number,
-                      DigitsForEntry(text, session.regional)};
+                      HeldOffsetPicture(decimals, r.SU_SigDigits), number, decimals};
     if (r.MTE_EntryByUncertainty)
         commitUncertainty(session, box, entry);
     else

@@ -16,7 +16,7 @@ constexpr const char* ppm = "ppm";
 constexpr double partsPerUnit = 1000000;
 
 void movePicture(double value, std::string& picture, int decimals) {
-    const int held = decimalsOfPicture(picture);
+    const int held = PictureDecimals(picture);
     const int needed = std::min(held, DecimalsOfValue(value, 0));
     picture = PictureForDecimals(std::max(held + decimals, needed));
 }

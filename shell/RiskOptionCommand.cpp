@@ -1,0 +1,56 @@
+#include "shell/RiskOptionCommand.h"
+
+#include "model/Session.h"
+#include "persistence/BaselineDefaults.h"
+#include "risk/ComputePipeline.h"
+
+#include <string>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* noticeTitle = "False Accept Risk Option Change";
+constexpr const char* noticeText = "Changing the False Accept Risk option will cause a\n"
+                                   "recalculation of the Baseline False Accept Risk.\n"
+                                   "\n"
+                                   "The Computed False Accept Risk, and the Equivalent\n"
+                                   "Accuracy Ratio will automatically be updated when\n"
+                                   "the Baseline Risk Analysis screen is closed.";
+constexpr const char* reminderTitle = "False Accept Risk Option Reminder";
+constexpr const char* reminderAnalysis = "Notice: In this analysis, the False Accept Risk Option is\n"
+                                         "referenced to the ";
+constexpr const char* reminderDefault = "\n\nThe default False Accept Risk Option is referenced to the\n";
+constexpr const char* consumerPerspective = "consumer's perspective.";
+constexpr const char* producerPerspective = "producer's perspective.";
+
+} // namespace
+
+void FalseAcceptOptions_Click(Session& session, const RunFalseAcceptScreen& runChoice,
+                              const RunBaselineScreen& runBaseline) {
+    Analysis& r = session.record;
+    const int before = r.FalseAcceptOption;
+    const bool figuresCurrent = !r.RisksNeedCompute;
+    FalseAcceptScreen choice(session);
+    runChoice(choice);
+    if (r.FalseAcceptOption == before) return;
+    session.ui.repaintMainScreen();
+    if (figuresCurrent) {
+        session.ui.show({.text = noticeText, .title = noticeTitle});
+        BaselineScreen baseline(session);
+        baseline.ComputeBaselineResults();
+        runBaseline(baseline);
+    }
+    ComputeResults_Click(session);
+}
+
+void remindOfRiskOption(Session& session) {
+    const bool producer = session.record.FalseAcceptOption == 1;
+    const bool producerByDefault = ReadFalseAcceptConvention(session.settings) == 1;
+    if (producer == producerByDefault) return;
+    session.ui.show({.text = std::string(reminderAnalysis) + (producer ? producerPerspective : consumerPerspective) +
+                             reminderDefault + (producerByDefault ? producerPerspective : consumerPerspective),
+                     .title = reminderTitle});
+}
+
+} // namespace metrisk
