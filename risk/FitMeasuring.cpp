@@ -9,27 +9,29 @@ namespace metrisk {
 
 namespace {
 
-void fit(Session& session, double pctInTol, double& sigma) {
+/// The standard deviation; raises RuntimeFault.
+double fit(Session& session, double pctInTol) {
     Analysis& r = session.record;
     if (!(pctInTol > 0) || pctInTol > 100 || !(r.MTE_Offset > 0)) throw RuntimeFault{};
     const double factor = CoverageFactor(pctInTol, r.MTE_DegFreedom, session.ui);
     if (factor == 0) throw RuntimeFault{};
-    const double standard = checked(r.MTE_Offset / factor);
-    // With the process uncertainty taken in, its figures must hold before any field changes.
-    const double combined = r.IncludeUncertainty ? checked(combinedUncertainty(r, standard)) : standard;
     r.MTE_kFactor = factor;
-    r.MTE_StdUncertainty = standard;
-    sigma = combined;
+    r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);
+    if (!r.IncludeUncertainty) return r.MTE_StdUncertainty;
+    return checked(CombinedUncertainty(r, session.regional).uncertainty);
 }
 
 } // namespace
 
 void FitMeasuringParameter(Session& session, double pctInTol, double& sigma) noexcept {
+    Analysis& r = session.record;
+    const MeasuringParameter before = r;
     try {
-        fit(session, pctInTol, sigma);
+        sigma = fit(session, pctInTol);
     } catch (const RuntimeFault&) {
-        session.record.AbortFlag = true;
-        session.record.ComputeNeeded = true;
+        static_cast<MeasuringParameter&>(r) = before;
+        r.AbortFlag = true;
+        r.ComputeNeeded = true;
     }
 }
 

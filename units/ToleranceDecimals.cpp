@@ -1,45 +1,57 @@
 #include "units/ToleranceDecimals.h"
 
-#include "model/Analysis.h"
+#include "numerics/Real.h"
 
 #include <cmath>
 
 namespace metrisk {
-
 namespace {
 
-constexpr const char* ppm = "ppm";
-constexpr int ppmShift = 6;
-constexpr double partsPerUnit = 1000000;
+constexpr int ppmDecimals = 6;
+constexpr double ppmPerUnit = 1000000;
 
-bool hasNoUnits(const Analysis& r) {
-    return r.NominalUnits == ppm || r.MeasurementArea.empty() || r.MeasurementArea == " ";
+Real log10Of(Real value) {
+    return std::log10(value.value());
 }
 
+int roundedLog(double ratio) {
+    return static_cast<int>(std::lround(log10Of(ratio).value()));
+}
+
+/// A smaller unit gains whole decades; a larger one loses only the decades it surely has.
 int shiftOfFactor(double factor) {
-    if (factor == 0) factor = 1;
-    const double decade = std::log10(std::fabs(factor));
-    return static_cast<int>(decade < 0 ? std::trunc(decade) : std::round(decade));
+    const double decades = log10Of(factor == 0 ? 1.0 : factor).value();
+    return static_cast<int>(decades < 0 ? std::trunc(decades) : std::round(decades));
 }
 
 } // namespace
 
-void UpdateToleranceDecimals(Analysis& r) {
-    if (hasNoUnits(r))
-        r.SU_TolDecimalShift = 0;
-    else if (r.SU_ToleranceUnits != ppm)
-        r.SU_TolDecimalShift = shiftOfFactor(r.SU_TolUnitsFactor);
-    else if (r.SU_Mode == 0)
-        r.SU_TolDecimalShift = ppmShift;
-    else
-        r.SU_TolDecimalShift = static_cast<int>(std::round(std::log10(partsPerUnit / std::fabs(r.SU_Mode))));
+void UpdateToleranceDecimals(Analysis& record) noexcept {
+    try {
+        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty() || record.MeasurementArea == " ")
+            record.SU_TolDecimalShift = 0;
+        else if (record.SU_ToleranceUnits != "ppm")
+            record.SU_TolDecimalShift = shiftOfFactor(record.SU_TolUnitsFactor);
+        else if (record.SU_Mode == 0)
+            record.SU_TolDecimalShift = ppmDecimals;
+        else
+            record.SU_TolDecimalShift = roundedLog((Real(ppmPerUnit) / std::fabs(record.SU_Mode)).value());
+    } catch (const RuntimeFault&) {
+        return; // no such units: the picture stays
+    }
 }
 
-void UpdateMTEToleranceDecimals(Analysis& r) {
-    if (hasNoUnits(r))
-        r.SU_SigDigits = 0;
-    else
-        r.SU_SigDigits = r.MTE_ToleranceUnits == ppm ? ppmShift : shiftOfFactor(r.MTE_TolUnitsFactor);
+void UpdateMTEToleranceDecimals(Analysis& record) noexcept {
+    try {
+        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty())
+            record.SU_SigDigits = 0;
+        else if (record.MTE_ToleranceUnits == "ppm")
+            record.SU_SigDigits = ppmDecimals;
+        else
+            record.SU_SigDigits = shiftOfFactor(record.MTE_TolUnitsFactor);
+    } catch (const RuntimeFault&) {
+        return;
+    }
 }
 
 } // namespace metrisk

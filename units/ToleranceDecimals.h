@@ -1,13 +1,15 @@
-// How many decimals a picture grows by when a value is shown in tolerance units.
+// Decimals by which a picture grows when a value is shown in tolerance units.
 #pragma once
+
+#include "model/Analysis.h"
 
 namespace metrisk {
 
-struct Analysis;
+/// Sets SU_TolDecimalShift from the subject parameter's units; a factor of 0 counts as 1. Units
+/// without a meaning (a negative factor, an overflow) leave the shift.
+void UpdateToleranceDecimals(Analysis& record) noexcept;
 
-/// Sets SU_TolDecimalShift from the units, the factor and the mode.
-void UpdateToleranceDecimals(Analysis& record);
-/// Sets SU_SigDigits likewise for the measuring parameter.
-void UpdateMTEToleranceDecimals(Analysis& record);
+/// Sets SU_SigDigits from the measuring parameter's units in the same way.
+void UpdateMTEToleranceDecimals(Analysis& record) noexcept;
 
 } // namespace metrisk

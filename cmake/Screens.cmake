@@ -1,0 +1,25 @@
+# The window program: every screens/ folder and main.cpp over the core.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
+
+set(METRISK_SCREEN_FOLDERS risk shell)
+set(screen_sources)
+foreach(folder IN LISTS METRISK_SCREEN_FOLDERS)
+  file(GLOB found CONFIGURE_DEPENDS
+       "${PROJECT_SOURCE_DIR}/${folder}/screens/*.cpp" "${PROJECT_SOURCE_DIR}/${folder}/screens/*.h")
+  list(APPEND screen_sources ${found})
+endforeach()
+
+file(GLOB icons CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/shell/icons/*.svg")
+file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html")
+
+add_library(metrisk_screens STATIC ${screen_sources})
+set_target_properties(metrisk_screens PROPERTIES AUTOMOC ON)
+target_include_directories(metrisk_screens PUBLIC "${PROJECT_SOURCE_DIR}")
+target_link_libraries(metrisk_screens PUBLIC metrisk_core Qt6::Widgets Qt6::Svg PRIVATE metrisk_options)
+target_compile_definitions(metrisk_screens PUBLIC METRISK_VERSION="${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+target_precompile_headers(metrisk_screens PRIVATE <QtWidgets>)
+qt_add_resources(metrisk_screens icons PREFIX /icons BASE "${PROJECT_SOURCE_DIR}/shell/icons" FILES ${icons})
+qt_add_resources(metrisk_screens help PREFIX /help BASE "${PROJECT_SOURCE_DIR}/help" FILES ${help_pages})
+
+add_executable(metrisk shell/main.cpp)
+target_link_libraries(metrisk PRIVATE metrisk_screens metrisk_options)

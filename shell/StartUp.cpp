@@ -1,0 +1,58 @@
+#include "shell/StartUp.h"
+
+#include "persistence/Settings.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace metrisk {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* section = "Home Location";
+constexpr const char* directoryKey = "Directory";
+constexpr const char* unitsKey = "Units Database";
+constexpr const char* unitsFile = "Measurement Units.mdb";
+constexpr const char* helpFile = "Help/metrisk.hlp";
+
+std::string usableHome(const std::string& programFolder, const std::string& dataFolder) {
+    if (access(programFolder.c_str(), W_OK) == 0) return programFolder;
+    std::error_code ignored;
+    fs::create_directories(dataFolder, ignored);
+    return dataFolder;
+}
+
+} // namespace
+
+Places locatePlaces(Settings& settings, const std::string& programFolder, const std::string& dataFolder) {
+    Places places;
+    places.HomeDirectory = settings.ReadSetting(section, directoryKey, "", wholeValue);
+    places.UnitsDatabasePath = settings.ReadSetting(section, unitsKey, "", wholeValue);
+    const auto writeBack = [&] {
+        settings.WriteSetting(section, directoryKey, places.HomeDirectory);
+        settings.WriteSetting(section, unitsKey, places.UnitsDatabasePath);
+    };
+    std::error_code ignored;
+    if (!fs::is_directory(places.HomeDirectory, ignored)) {
+        places.HomeDirectory = usableHome(programFolder, dataFolder);
+        writeBack();
+    }
+    if (!fs::is_regular_file(places.UnitsDatabasePath, ignored)) {
+        places.UnitsDatabasePath = (fs::path(places.HomeDirectory) / unitsFile).string();
+        writeBack();
+    }
+    places.HomeDrive = places.HomeDirectory.substr(0, places.HomeDirectory.find('/'));
+    places.HelpFilePath = (fs::path(places.HomeDirectory).parent_path() / helpFile).string();
+    return places;
+}
+
+std::string commandLineFile(const std::vector<std::string>& arguments) {
+    std::string file;
+    for (const std::string& argument : arguments) file += (file.empty() ? "" : " ") + argument;
+    if (file.size() >= 2 && file.front() == '"' && file.back() == '"') file = file.substr(1, file.size() - 2);
+    return file;
+}
+
+} // namespace metrisk

@@ -1,0 +1,254 @@
+#include "shell/screens/MainWindow.h"
+
+#include "model/Session.h"
+#include "risk/ComputePipeline.h"
+#include "shell/MainDisplay.h"
+#include "shell/ToleranceOptions.h"
+#include "shell/screens/EntryBox.h"
+#include "shell/screens/MainPanels.h"
+#include "shell/screens/QtInteraction.h"
+#include "shell/screens/Widgets.h"
+#include "shell/screens/WindowCommands.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollArea>
+#include <QStatusBar>
+
+namespace metrisk {
+
+namespace {
+
+void setText(QWidget* widget, const std::string& text) {
+    const QString shown = qt(text);
+    if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+        if (edit->text() != shown) edit->setText(shown);
+        edit->setCursorPosition(0);
+    } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+        label->setText(shown.trimmed());
+    } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        button->setText(shown.trimmed());
+    }
+}
+
+void setEmphasis(QWidget* widget, bool on) {
+    QFont font = widget->font();
+    if (font.bold() == on) return;
+    font.setBold(on);
+    widget->setFont(font);
+}
+
+/// A locked box shows its text but looks and behaves like one that takes no entry.
+void setLocked(QWidget* widget, bool locked) {
+    auto* box = qobject_cast<EntryBox*>(widget);
+    if (!box) return;
+    box->setReadOnly(locked);
+    box->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
+    box->setBackgroundRole(locked ? QPalette::Window : QPalette::Base);
+    QPalette palette = QApplication::palette(box);
+    if (locked) palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+    box->setPalette(palette);
+}
+
+void apply(QWidget* widget, const ControlState& state) {
+    if (state.text) setText(widget, *state.text);
+    if (auto* button = qobject_cast<QAbstractButton*>(widget); button && state.checked)
+        button->setChecked(*state.checked);
+    widget->setVisible(state.visible);
+    widget->setEnabled(state.enabled);
+    setLocked(widget, state.locked);
+    if (qobject_cast<QLabel*>(widget) && widget->objectName().startsWith("pnl_RiskLabel"))
+        setEmphasis(widget, state.emphasised);
+}
+
+} // namespace
+
+MainWindow::MainWindow(Session& session, QtInteraction& ui) : session_(session), ui_(ui), screen_(session) {
+    setObjectName("MainScreen");
+    setAcceptDrops(true);
+    setWindowIcon(QIcon(":/icons/metrisk.svg"));
+    buildPanels();
+    commands_ = std::make_unique<WindowCommands>(*this, session);
+    for (QWidget* widget : findChildren<QWidget*>())
+        if (!widget->objectName().isEmpty()) controls_.insert(widget->objectName(), widget);
+    bindBoxes();
+    bindOptions();
+
+    ui_.setMainWindow(this);
+    ui_.onRepaint = [this] { repaintRecord(); };
+    ui_.onRatiosChanged = [this] { repaintRecord(); };
+    ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
+    ui_.onHighlight = [this](const std::string& panel) { showHighlight(panel); };
+    repaintRecord();
+}
+
+MainWindow::~MainWindow() {
+    ui_.setMainWindow(nullptr);
+    ui_.onRepaint = ui_.onRatiosChanged = nullptr;
+    ui_.onStatus = ui_.onHighlight = nullptr;
+}
+
+void MainWindow::buildPanels() {
+    auto* controls = named(new QWidget, "pnl_Controls");
+    auto* grid = new QGridLayout(controls);
+    grid->addWidget(makeIdentificationPanel(), 0, 0, 1, 3);
+    grid->addWidget(makeSubjectPanel(), 1, 0, 1, 3);
+    grid->addWidget(makeMeasuringPanel(), 2, 0, 1, 3);
+    grid->addWidget(makeComputedRisksPanel(), 3, 0);
+    grid->addWidget(makeBaselineRisksPanel(), 3, 1);
+    grid->addWidget(makeOptionsPanel(), 3, 2);
+    for (int column : {0, 1, 2}) grid->setColumnStretch(column, 1);
+    grid->setRowStretch(4, 1);
+
+    // Takes the focus when an entry is to be committed without going anywhere.
+    auto* lostFocus = named(new QLineEdit(controls), "txt_LostFocus");
+    lostFocus->setFixedSize(0, 0);
+    lostFocus->setFocusPolicy(Qt::ClickFocus);
+
+    auto* scroll = new QScrollArea;
+    scroll->setWidget(controls);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    setCentralWidget(scroll);
+    statusBar()->setObjectName("statusBar");
+}
+
+void MainWindow::bindBoxes() {
+    for (EntryBox* box : findChildren<EntryBox*>()) {
+        const std::string name = box->objectName().toStdString();
+        connect(box, &EntryBox::entered, this, [this, box, name] {
+            if (committing_) return;
+            screen_.gotFocus(name, box->text().toStdString());
+        });
+        connect(box, &EntryBox::keyPressed, this, [this, name] { screen_.keyPressed(name); });
+        connect(box, &EntryBox::textEdited, this, [this, name](const QString& text) {
+            showHighlight("");
+            screen_.edited(name, text.toStdString());
+        });
+        connect(box, &EntryBox::left, this, [this, box] { leave(box); });
+    }
+}
+
+void MainWindow::bindOptions() {
+    const auto onClick = [this](const char* name, auto action) {
+        auto* button = qobject_cast<QAbstractButton*>(controls_.value(name));
+        connect(button, &QAbstractButton::clicked, this, [this, action](bool checked) {
+            if (painting_) return;
+            action(checked);
+            repaintRecord();
+        });
+    };
+    onClick("TwoSideOption", [this](bool) { chooseTolerance(session_, ToleranceKind::TwoSided); });
+    onClick("SingleUpperOption", [this](bool) { chooseTolerance(session_, ToleranceKind::SingleUpper); });
+    onClick("SingleLowerOption", [this](bool) { chooseTolerance(session_, ToleranceKind::SingleLower); });
+    onClick("chk_Symmetric", [this](bool on) { chk_Symmetric_Click(session_, on); });
+    onClick("PhysLimitRequired", [this](bool on) { PhysLimitRequired_Click(session_, on); });
+    onClick("optOffsets_0", [this](bool) { optOffsets_Click(session_, 0); });
+    onClick("optOffsets_1", [this](bool) { optOffsets_Click(session_, 1); });
+    onClick("optGuardbands_0", [this](bool) { screen_.guardbandsAsLimits = true; });
+    onClick("optGuardbands_1", [this](bool) { screen_.guardbandsAsLimits = false; });
+    onClick("chk_IncludeGuardbands", [this](bool on) { chk_IncludeGuardbands_Click(session_, on); });
+    onClick("chk_SymmetricGBands", [this](bool on) { chk_SymmetricGBands_Click(session_, on); });
+    onClick("chk_IncludeUncertainty", [this](bool on) { chk_IncludeUncertainty_Click(session_, on); });
+    onClick("ComputeResults", [this](bool) {
+        QWidget* button = controls_.value("ComputeResults");
+        button->setEnabled(false);
+        ComputeResults_Click(session_);
+        button->setEnabled(true);
+    });
+    onClick("cmd_Baseline", [this](bool) { commands_->run("BaselineAnalysisScreen"); });
+}
+
+void MainWindow::leave(EntryBox* box) {
+    if (committing_) return; // a message of the rule itself has taken the focus
+    committing_ = box;
+    const FieldResult result = screen_.lostFocus(box->objectName().toStdString(), box->text().toStdString());
+    box->setModified(false);
+    committing_ = nullptr;
+    repaintRecord();
+    if (!result.stay) return;
+    box->setText(qt(result.text));
+    // The focus is still on its way to the next control; it comes back once it has arrived.
+    QMetaObject::invokeMethod(
+        box,
+        [this, box] {
+            box->setFocus(Qt::OtherFocusReason);
+            box->selectAll();
+            screen_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
+        },
+        Qt::QueuedConnection);
+}
+
+bool MainWindow::commitEntry() {
+    auto* box = qobject_cast<EntryBox*>(focusWidget());
+    if (!box || !box->isModified()) return true;
+    session_.record.AbortFlag = false;
+    leave(box);
+    const bool refused = session_.record.AbortFlag && box->hasFocus() && box->hasSelectedText();
+    screen_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
+    return !refused;
+}
+
+void MainWindow::repaintRecord() {
+    if (painting_) return;
+    painting_ = true;
+    setUpdatesEnabled(false);
+    const QWidget* typing = focusWidget();
+    for (const auto& [name, state] : mainDisplay(session_, screen_.guardbandsAsLimits)) {
+        QWidget* widget = controls_.value(qt(name));
+        if (!widget) continue;
+        const auto* box = qobject_cast<const EntryBox*>(widget);
+        if (box && box == typing && box->isModified()) continue;
+        apply(widget, state);
+    }
+    setWindowTitle(qt(mainCaption(session_)));
+    setWindowModified(false);
+    setUpdatesEnabled(true);
+    painting_ = false;
+}
+
+void MainWindow::showHighlight(const std::string& panel) {
+    if (highlighted_) highlighted_->setStyleSheet({});
+    highlighted_ = nullptr;
+    if (panel.empty()) return;
+    // The label above the box stands for its panel.
+    static const QHash<QString, QString> labels = {{"pnl_MTEOffset", "pnl_MTELimit"},
+                                                   {"pnl_MTEFixedOffset", "pnl_MTEFixed"},
+                                                   {"pnl_MTEPctInTol", "LbL_MTEPctInTol"}};
+    highlighted_ = controls_.value(labels.value(qt(panel), qt(panel)));
+    if (highlighted_) highlighted_->setStyleSheet("background: palette(highlight); color: palette(highlighted-text);");
+}
+
+void MainWindow::openAtStart(const QString& path) { commands_->openAtStart(path); }
+
+void MainWindow::setHomeDirectory(const std::string& folder) { commands_->setHomeDirectory(folder); }
+
+QLineEdit* MainWindow::activeBox() const { return qobject_cast<QLineEdit*>(focusWidget()); }
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (commands_->mayExit())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    const QString path = event->mimeData()->urls().first().toLocalFile();
+    // The program that the file came from waits until the drop is done; boxes come after it.
+    QMetaObject::invokeMethod(this, [this, path] { commands_->openFile(path); }, Qt::QueuedConnection);
+}
+
+} // namespace metrisk

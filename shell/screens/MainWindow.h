@@ -1,0 +1,61 @@
+// The main screen: panels, menus and toolbar over the models of the core.
+#pragma once
+
+#include "shell/MainScreen.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <memory>
+
+class QLineEdit;
+
+namespace metrisk {
+
+class EntryBox;
+class QtInteraction;
+class WindowCommands;
+
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    MainWindow(Session& session, QtInteraction& ui);
+    ~MainWindow() override;
+
+    /// Commits the entry that is being made, as leaving its box would. False if it was refused.
+    bool commitEntry();
+
+    /// Shows the record: every control takes the state that the model gives it. A box that is being
+    /// typed into keeps its text.
+    void repaintRecord();
+
+    void openAtStart(const QString& path);
+    /// Where the open dialog starts.
+    void setHomeDirectory(const std::string& folder);
+
+    MainScreen& screen() { return screen_; }
+    QLineEdit* activeBox() const;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void buildPanels();
+    void bindBoxes();
+    void bindOptions();
+    void leave(EntryBox* box);
+    void showHighlight(const std::string& panel);
+
+    Session& session_;
+    QtInteraction& ui_;
+    MainScreen screen_;
+    std::unique_ptr<WindowCommands> commands_;
+    QHash<QString, QWidget*> controls_;
+    EntryBox* committing_ = nullptr;
+    bool painting_ = false;
+    QWidget* highlighted_ = nullptr;
+};
+
+} // namespace metrisk

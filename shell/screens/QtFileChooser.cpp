@@ -1,0 +1,53 @@
+#include "shell/screens/QtFileChooser.h"
+
+#include "shell/screens/Widgets.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+namespace metrisk {
+
+namespace {
+
+/// "description|pattern" pairs as the filters of a dialog, whatever the case of a file's extension.
+QStringList filtersOf(const std::string& told) {
+    const QStringList parts = qt(told).split('|', Qt::SkipEmptyParts);
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString pattern = parts[i + 1].trimmed();
+        QString description = parts[i].trimmed();
+        description.truncate(description.contains(" (") ? description.indexOf(" (") : description.size());
+        filters += QString("%1 (%2 %3)").arg(description, pattern, pattern.toUpper());
+    }
+    return filters;
+}
+
+std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) {
+    const QStringList filters = filtersOf(request.filter);
+    dialog.setObjectName("CommonDialogue");
+    dialog.setNameFilters(filters);
+    if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
+        dialog.selectNameFilter(filters[request.filterIndex - 1]);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().first().toStdString();
+}
+
+} // namespace
+
+std::optional<std::string> QtFileChooser::chooseToOpen(const FileRequest& request) {
+    QFileDialog dialog(parent_, qt(request.title));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (!request.initialFolder.empty()) dialog.setDirectory(qt(request.initialFolder));
+    return run(dialog, request);
+}
+
+std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& request) {
+    QFileDialog dialog(parent_, qt(request.title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    if (!request.initialFolder.empty()) dialog.setDirectory(qt(request.initialFolder));
+    // A pattern stands for "no name yet"; the desktop's dialogs show that by an empty name.
+    if (request.initialName.find('*') == std::string::npos) dialog.selectFile(qt(request.initialName));
+    return run(dialog, request);
+}
+
+} // namespace metrisk

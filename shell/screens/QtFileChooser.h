@@ -1,0 +1,21 @@
+// File choosing by the desktop's own dialogs.
+#pragma once
+
+#include "shell/FileChooser.h"
+
+class QWidget;
+
+namespace metrisk {
+
+class QtFileChooser final : public FileChooser {
+  public:
+    explicit QtFileChooser(QWidget* parent) : parent_(parent) {}
+
+    std::optional<std::string> chooseToOpen(const FileRequest& request) override;
+    std::optional<std::string> chooseToSave(const FileRequest& request) override;
+
+  private:
+    QWidget* parent_;
+};
+
+} // namespace metrisk

@@ -1,0 +1,23 @@
+// Facts of the user's system: regional settings, data folder, fonts.
+#pragma once
+
+#include "model/Regional.h"
+
+#include <string>
+
+namespace metrisk {
+
+class Interaction;
+
+Regional systemRegional();
+
+/// The per-user data folder of the program; it may not exist yet.
+std::string dataFolder();
+
+/// "Symbol" if that font is installed, else empty.
+std::string SymbolFontName();
+
+/// Warns if there is no Symbol font and no installed font has infinity, sigma and plus-minus either.
+void warnOfMissingSymbols(Interaction& ui);
+
+} // namespace metrisk

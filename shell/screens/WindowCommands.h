@@ -1,0 +1,55 @@
+// The commands of the main screen's menus and toolbar.
+#pragma once
+
+#include "shell/FileCommands.h"
+#include "shell/screens/QtFileChooser.h"
+
+#include <QHash>
+#include <QObject>
+#include <functional>
+
+class QAction;
+class QMenu;
+
+namespace metrisk {
+
+class MainWindow;
+struct MenuItem;
+struct Session;
+
+class WindowCommands final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Builds the menus and the toolbar of the window.
+    WindowCommands(MainWindow& window, Session& session);
+
+    /// Runs the command of a menu item, as choosing it does.
+    void run(const QString& control);
+
+    void setHomeDirectory(const std::string& folder) { files_.HomeDirectory = folder; }
+    void openFile(const QString& path);
+    /// The exit questions; false when the user stays.
+    bool mayExit();
+    /// The file named on the command line.
+    void openAtStart(const QString& path);
+
+  private:
+    void buildMenus();
+    void addItem(QMenu* menu, const MenuItem& item);
+    QAction* makeAction(const MenuItem& item);
+    void buildToolbar();
+    void bind();
+    void showEditState();
+    void showRecentFiles();
+
+    MainWindow& window_;
+    Session& session_;
+    QtFileChooser chooser_;
+    FileCommands files_;
+    QHash<QString, QAction*> actions_;
+    QHash<QString, std::function<void()>> commands_;
+    QMenu* recent_ = nullptr;
+};
+
+} // namespace metrisk

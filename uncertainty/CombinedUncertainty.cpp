@@ -1,0 +1,30 @@
+#include "uncertainty/CombinedUncertainty.h"
+
+#include "numerics/Real.h"
+#include "uncertainty/ErrorRows.h"
+
+namespace metrisk {
+
+Combined CombinedUncertainty(const Analysis& record, const Regional& regional) {
+    const Real bias = record.MTE_StdUncertainty;
+    const Real process = record.ProcessUncertainty;
+    const Real factor = mteUnitsFactor(record);
+    const ErrorRows table = readErrorRows(record, regional);
+
+    Real variance = bias * bias + process * process;
+    EffectiveFreedom freedom;
+    bool anyRow = false;
+    for (int row = 1; row <= 8; ++row) {
+        const Real uncertainty = Real(table.rows[row].uncertainty) / factor;
+        variance += 2 * Real(record.CorrelationMatrix[2][row + 2]) * bias * uncertainty;
+        freedom.add(uncertainty.value(), table.rows[row].degFreedom);
+        anyRow |= uncertainty.value() != 0;
+    }
+    if (!anyRow) freedom.add(process.value(), record.Process_DegFreedom);
+    freedom.add(bias.value(), record.MTE_DegFreedom);
+
+    const double effective = freedom.value();
+    return {sqrt(variance).value(), effective <= largestDegFreedom ? effective : 0};
+}
+
+} // namespace metrisk

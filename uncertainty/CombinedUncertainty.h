@@ -1,0 +1,19 @@
+// Measuring uncertainty and process uncertainty taken together.
+#pragma once
+
+#include "model/Analysis.h"
+#include "model/Regional.h"
+
+namespace metrisk {
+
+struct Combined {
+    double uncertainty = 0; // nominal units
+    double degFreedom = 0;  // effective (Welch-Satterthwaite); 0 means infinite
+};
+
+/// sqrt(u0^2 + P^2 + 2 sum of rho[2][j] u0 u_j) with u0 = MTE_StdUncertainty, P = ProcessUncertainty
+/// and u_j the included rows of the process errors table, all in nominal units. Without such rows P
+/// counts as one source with Process_DegFreedom. Raises RuntimeFault on a numeric fault.
+Combined CombinedUncertainty(const Analysis& record, const Regional& regional);
+
+} // namespace metrisk

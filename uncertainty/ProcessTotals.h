@@ -1,0 +1,14 @@
+// Totals of the process errors table: uncertainty and effective degrees of freedom.
+#pragma once
+
+#include "model/Session.h"
+
+namespace metrisk {
+
+/// Combines the included rows 1 to 8 of ErrTableText, correlations included, into ProcessUncertainty
+/// (nominal units, row 0 excluded) with its picture, Process_DegFreedom and Total_DegFreedom (row 0
+/// included, whatever its tick). A table without any uncertainty leaves ProcessUncertainty. A numeric
+/// fault leaves every figure.
+void SumProcessUncertainty(Session& session) noexcept;
+
+} // namespace metrisk
