@@ -7,6 +7,11 @@
 #include <limits>
 
 namespace metrisk {
+namespace {
+
+constexpr int largestPoint = std::numeric_limits<double>::max_exponent10 + 1;
+
+} // namespace
 
 DecimalForm DecimalForm::of(double value, int significant) {
     DecimalForm form;
@@ -25,6 +30,8 @@ DecimalForm DecimalForm::of(double value, int significant) {
     std::from_chars(text.data() + exponentMark + 2, text.data() + text.size(), exponent);
     form.point = (down ? -exponent : exponent) + 1;
     form.digits.resize(form.digits.find_last_not_of('0') + 1);
+    // The largest doubles round up to a number that is none any more.
+    if (form.point == largestPoint && !std::isfinite(form.value())) --form.digits.back();
     return form;
 }
 
@@ -54,8 +61,7 @@ double DecimalForm::value() const {
     const std::string text = "0." + digits + "e" + std::to_string(point);
     double magnitude = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), magnitude);
-    // Rounding up to 15 digits can pass the largest double by a hair.
-    if (read.ec != std::errc{}) magnitude = point > 0 ? std::numeric_limits<double>::max() : 0;
+    if (read.ec != std::errc{}) magnitude = point > 0 ? std::numeric_limits<double>::infinity() : 0;
     return negative ? -magnitude : magnitude;
 }
 

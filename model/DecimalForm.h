@@ -19,7 +19,7 @@ struct DecimalForm {
     /// Rounds half away from zero to so many decimals; the sign stays even if nothing else does.
     void roundTo(int decimals);
 
-    /// The double nearest to the digits.
+    /// The double nearest to the digits, infinite if they are beyond the doubles.
     double value() const;
 };
 

@@ -113,15 +113,14 @@ bool replaceFile(const fs::path& path, std::string_view content, const DiskProbe
     return true;
 }
 
-std::optional<std::string> readWholeFile(const fs::path& path, std::size_t largest) {
+std::optional<std::string> readFileStart(const fs::path& path, std::size_t most) {
     // Not blocking: opening a pipe without a writer must not wait.
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    if (static_cast<std::size_t>(status.st_size) > largest) return std::nullopt;
 
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    std::string content(std::min(static_cast<std::size_t>(status.st_size), most), '\0');
     std::size_t have = 0;
     while (have < content.size()) {
         const ssize_t got = ::read(file.number(), content.data() + have, content.size() - have);
@@ -131,6 +130,12 @@ std::optional<std::string> readWholeFile(const fs::path& path, std::size_t large
         have += static_cast<std::size_t>(got);
     }
     content.resize(have);
+    return content;
+}
+
+std::optional<std::string> readWholeFile(const fs::path& path, std::size_t largest) {
+    auto content = readFileStart(path, largest + 1);
+    if (content && content->size() > largest) content.reset();
     return content;
 }
 

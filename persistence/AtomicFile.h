@@ -17,6 +17,9 @@ using DiskProbe = std::function<bool()>;
 /// written or is no regular file. On false the old file is untouched and nothing is left behind.
 bool replaceFile(const std::filesystem::path& path, std::string_view content, const DiskProbe& probe = {});
 
+/// The first `most` bytes of a regular file, or all of a smaller one; nothing if it cannot be read.
+std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t most);
+
 /// The whole content of a regular file of at most `largest` bytes; nothing if it cannot be read.
 std::optional<std::string> readWholeFile(const std::filesystem::path& path, std::size_t largest);
 

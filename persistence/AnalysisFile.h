@@ -1,0 +1,33 @@
+// Analysis files: reads every version of the format, writes the newest.
+#pragma once
+
+#include "model/Session.h"
+#include "persistence/AtomicFile.h"
+
+#include <string>
+#include <string_view>
+
+namespace metrisk {
+
+/// Fills the record from a file. On failure a box titled with the file's name tells so, AbortFlag is
+/// set and the record holds what had been read so far; FileChanged then stays. Afterwards FileChanged
+/// is true if the file has the oldest two forms, since it would be saved differently. The caller
+/// clears the record first and sets AnalysisFileName.
+void ReadAnalysis(Session& session, const std::string& path) noexcept;
+
+/// The same from the content of a file; `name` is the title of the boxes.
+void ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept;
+
+/// Writes the record in the newest form and clears FileChanged. On failure a box titled with the
+/// file's name tells so, AbortFlag is set, and an existing file stays as it was.
+void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {}) noexcept;
+
+/// The content that WriteAnalysis gives a file. Raises RuntimeFault if the record holds a number that
+/// could not be read back.
+std::string AnalysisText(const Analysis& record);
+
+/// The name under which an analysis is saved: ".dat" becomes ".mrk", ".mrk" in any case stays, to any
+/// other name ".mrk" is added.
+std::string NormalizeAnalysisName(std::string_view path);
+
+} // namespace metrisk

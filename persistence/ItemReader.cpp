@@ -1,0 +1,135 @@
+#include "persistence/ItemReader.h"
+
+#include "model/Text.h"
+#include "model/WorksheetGroups.h"
+#include "numerics/Real.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+namespace metrisk {
+namespace {
+
+constexpr std::string_view blanks = " \t";
+
+/// The whole text as a number. Too small for a double is 0, too large is a fault.
+double parseNumber(std::string_view text) {
+    if (text.starts_with('+')) text.remove_prefix(1);
+    const std::string_view digits = text.substr(text.starts_with('-') ? 1 : 0);
+    if (digits.empty() || digits.find_first_not_of("0123456789.eE+-") != digits.npos || digits[0] == '+')
+        throw RuntimeFault{};
+    double value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (read.ptr != text.data() + text.size() || read.ec == std::errc::invalid_argument) throw RuntimeFault{};
+    if (read.ec == std::errc{}) return checked(value);
+
+    // Out of range: a small number has a negative exponent or starts behind the point.
+    const std::size_t exponent = digits.find_first_of("eE");
+    const std::size_t firstDigit = std::min(digits.find_first_not_of('0'), digits.size() - 1);
+    const bool small = exponent == digits.npos
+                           ? digits[firstDigit] == '.'
+                           : digits[exponent + 1] == '-' && digits.find_first_of(".eE") <= 20;
+    if (!small) throw RuntimeFault{};
+    return 0;
+}
+
+} // namespace
+
+bool ItemReader::takeDelimiter() {
+    if (at_ >= text_.size()) return false;
+    if (text_.substr(at_).starts_with("\r\n")) {
+        at_ += 2;
+        return true;
+    }
+    const char c = text_[at_];
+    if (c != ',' && c != '\n' && c != '\r') return false;
+    ++at_;
+    return true;
+}
+
+ItemReader::Item ItemReader::next() {
+    at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size());
+    if (at_ >= text_.size()) throw RuntimeFault{};
+
+    Item item;
+    item.quoted = text_[at_] == '"';
+    if (item.quoted) {
+        const std::size_t close = text_.find('"', at_ + 1);
+        if (close == text_.npos) throw RuntimeFault{};
+        item.text = text_.substr(at_ + 1, close - at_ - 1);
+        at_ = std::min(text_.find_first_not_of(blanks, close + 1), text_.size());
+    } else {
+        const std::size_t end = std::min(text_.find_first_of(",\r\n", at_), text_.size());
+        item.text = withoutOuterBlanks(text_.substr(at_, end - at_));
+        at_ = end;
+    }
+    item.complete = takeDelimiter();
+    return item;
+}
+
+double ItemReader::number() {
+    const Item item = next();
+    if (item.quoted || !item.complete) throw RuntimeFault{};
+    return parseNumber(item.text);
+}
+
+long ItemReader::integer(long smallest, long largest) {
+    const double value = number();
+    if (!(value >= static_cast<double>(smallest) && value <= static_cast<double>(largest)))
+        throw RuntimeFault{};
+    if (value != std::trunc(value)) throw RuntimeFault{};
+    return static_cast<long>(value);
+}
+
+void ItemReader::item(double& value) {
+    value = number();
+}
+
+void ItemReader::item(float& value) {
+    const double read = number();
+    if (std::fabs(read) > 1e38) throw RuntimeFault{};
+    value = static_cast<float>(read);
+}
+
+void ItemReader::item(int& value) {
+    value = static_cast<int>(integer(-32768, 32767));
+}
+
+void ItemReader::item(bool& value) {
+    const Item item = next();
+    const bool on = equalCaseBlind(item.text, "#TRUE#");
+    if (item.quoted || (!on && !equalCaseBlind(item.text, "#FALSE#"))) throw RuntimeFault{};
+    value = on;
+}
+
+void ItemReader::item(Flag& value) {
+    value = Flag::fromStored(integer(-32768, 32767));
+}
+
+void ItemReader::item(std::string& value) {
+    value = next().text;
+}
+
+void ItemReader::item(AsLong<Flag> value) {
+    value.flag = Flag::fromStored(integer(-2147483648L, 2147483647L));
+}
+
+void ItemReader::item(AsFixed<std::string> value) {
+    value.text = withoutOuterBlanks(firstCharacters(next().text, fixedTextLength));
+}
+
+void ItemReader::item(AsSampleSize<int> value) {
+    value.size = static_cast<int>(integer(0, maxSampleSize));
+}
+
+void ItemReader::item(AsMagnitude<int> value) {
+    value.number = static_cast<int>(std::labs(integer(-32767, 32767)));
+}
+
+void ItemReader::item(UnusedItem) {
+    next();
+}
+
+} // namespace metrisk

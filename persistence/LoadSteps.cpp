@@ -1,0 +1,99 @@
+#include "persistence/LoadSteps.h"
+
+#include "model/NumberText.h"
+#include "model/Text.h"
+#include "uncertainty/ProcessTotals.h"
+#include "units/ToleranceDecimals.h"
+
+namespace metrisk {
+namespace {
+
+constexpr int nameColumn = 5;
+constexpr int stressResponseRow = 4;
+constexpr const char* stressResponse = "Stress Response";
+constexpr const char* infinitySign = "\u221E";
+
+void copyErrorTable(ProcessErrors& errors) {
+    for (int row = 1; row <= 8; ++row) errors.ErrTableDisplay[row + 1] = errors.ErrTableText[row];
+}
+
+/// Old files may carry no name for a row that has one today.
+void nameStressResponse(ProcessErrors& errors) {
+    if (!withoutOuterBlanks(errors.ErrorSourceName[stressResponseRow]).empty()) return;
+    errors.ErrTableText[stressResponseRow][nameColumn] = stressResponse;
+    errors.ErrTableDisplay[stressResponseRow + 1][nameColumn] = stressResponse;
+}
+
+std::string picturePctReading(double percent) {
+    return PictureForDecimals(DecimalsOfValue(percent, 0));
+}
+
+void settleUnits(Analysis& record) {
+    if (record.NominalUnits != record.SU_ToleranceUnits && !record.MeasurementArea.empty() &&
+        record.SU_TolDecimalShift == 0)
+        UpdateToleranceDecimals(record);
+    record.ShowLimits = false;
+
+    // A tolerance with more decimals than its fixed part got them from the percentage of the reading.
+    const int decimals = PictureDecimals(record.MTE_Offset_fmt);
+    record.MTE_PctReading_fmt = decimals > PictureDecimals(record.MTE_FixedOffset_fmt)
+                                    ? PictureForDecimals(decimals - 2)
+                                    : picturePctReading(record.MTE_PctReading);
+}
+
+/// Row 0, the measuring parameter's bias, is never stored: it comes from the parameter itself.
+void composeBiasRow(Analysis& record, const Regional& regional) {
+    const double factor = record.MTE_TolUnitsFactor;
+    auto& row = record.ErrTableDisplay[1];
+    row[1] = FormatNumber(record.MTE_Offset * factor, "##0.0000", regional);
+    row[2] = FormatNumber(record.MTE_PctInTol, "##0.000", regional);
+    row[3] = FormatNumber(record.MTE_Sigma * factor, "##0.0000", regional);
+    row[4] = record.IncludeMTEBias ? "True" : "False";
+    row[5] = "MTE Bias";
+    row[6] =
+        record.MTE_DegFreedom == 0 ? infinitySign : FormatNumber(record.MTE_DegFreedom, "##0.00", regional);
+}
+
+/// The picture of a part of an offset, from the decimals that the part has in its tolerance units.
+std::string pictureOfPart(double part, double factor, int shift) {
+    return HeldOffsetPicture(DecimalsOfValue(part * (factor == 0 ? 1 : factor), 0), shift);
+}
+
+void derivePictures(Analysis& record) {
+    const double factor = record.SU_TolUnitsFactor;
+    const int shift = record.SU_TolDecimalShift;
+    if (record.SU_UpperFixed != 0)
+        record.SU_UpperFixed_fmt = pictureOfPart(record.SU_UpperFixed, factor, shift);
+    if (record.SU_LowerFixed != 0)
+        record.SU_LowerFixed_fmt = pictureOfPart(record.SU_LowerFixed, factor, shift);
+    record.SU_UpperPctReading_fmt = picturePctReading(record.SU_UpperPctReading);
+    record.SU_LowerPctReading_fmt = picturePctReading(record.SU_LowerPctReading);
+    record.SU_PctInTol_fmt = "##0.0000";
+    record.MTE_PctInTol_fmt = "##0.0000";
+    record.FalseAccept_fmt = record.FalseAcceptUnits == "ppm" ? "##0" : "##0.00";
+    record.FalseReject_fmt = record.FalseRejectUnits == "ppm" ? "##0" : "##0.00";
+    record.Base_Accept_fmt = record.Base_AcceptUnits == "ppm" ? "##0" : "##0.0000";
+    record.Base_Reject_fmt = record.Base_RejectUnits == "ppm" ? "##0" : "##0.0000";
+}
+
+} // namespace
+
+void runLoadStep(Session& session, LayoutPoint point) {
+    switch (point) {
+    case LayoutPoint::Options:
+        session.ui.repaintMainScreen();
+        session.ui.yield();
+        break;
+    case LayoutPoint::ErrorTable: copyErrorTable(session.record); break;
+    case LayoutPoint::SourceNames: nameStressResponse(session.record); break;
+    case LayoutPoint::Units: settleUnits(session.record); break;
+    case LayoutPoint::Statistics: SumProcessUncertainty(session); break;
+    }
+}
+
+void finishLoad(Session& session) {
+    composeBiasRow(session.record, session.regional);
+    derivePictures(session.record);
+}
+
+} // namespace metrisk

@@ -1,0 +1,84 @@
+#include "persistence/AnalysisFile.h"
+
+#include "model/ClearAnalysis.h"
+#include "tests/persistence/GoldenFile.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestSession.h"
+
+#include <gtest/gtest.h>
+
+using namespace metrisk;
+using namespace metrisk::testing;
+
+namespace {
+
+const std::string olderVersionText =
+    "This file is from an earlier version of Metrisk.  If saved, it will be converted to Metrisk 1.6 format";
+
+} // namespace
+
+TEST(AnalysisFile, EveryOlderVersionIsRead) {
+    const Lines golden = linesOf(fileContent(goldenPath));
+    ASSERT_EQ(golden.size(), 260u);
+    TestSession newAnalysis;
+    ClearAnalysis(newAnalysis.session);
+    const Lines fresh = linesOf(AnalysisText(newAnalysis.record));
+
+    for (const char* version : {"1", "1.1", "1.11", "1.12", "1.13", "1.14", "1.15", "1.16", "1.2", "1.5",
+                                "1.51", "1.511", "1.512"}) {
+        const OldFile file = oldFile(version, golden, fresh);
+        TestSession test;
+        ClearAnalysis(test.session);
+        if (std::string(version) == "1") test.ui.expectBox("Metrisk", olderVersionText);
+        ReadAnalysisText(test.session, joined(file.lines), "old.mrk");
+        ASSERT_FALSE(test.record.AbortFlag) << version;
+        EXPECT_EQ(test.record.FileChanged, std::stod(version) <= 1.1) << version;
+        EXPECT_EQ(linesOf(AnalysisText(test.record)), file.rewritten) << version;
+    }
+}
+
+TEST(AnalysisFile, TheOldestVersionMayBeDeclined) {
+    TestSession test;
+    test.record.FileChanged = true;
+    test.ui.expectBox("Metrisk", olderVersionText, Answer::Cancel);
+    ReadAnalysisText(test.session, "\"MTRISK\",1\r\n", "old.dat");
+    EXPECT_TRUE(test.record.AbortFlag);
+    EXPECT_TRUE(test.record.FileChanged);
+}
+
+TEST(AnalysisFile, ATruncatedFileNeverReadsAsSomethingElse) {
+    const Lines golden = linesOf(fileContent(goldenPath));
+    TestSession newAnalysis;
+    ClearAnalysis(newAnalysis.session);
+    const Lines fresh = linesOf(AnalysisText(newAnalysis.record));
+    for (const char* version : {"1", "1.1", "1.14", "1.512"}) {
+        const OldFile file = oldFile(version, golden, fresh);
+        const std::string whole = joined(file.lines);
+        for (std::size_t length = 0; length < whole.size(); ++length) {
+            struct Counting final : Interaction {
+                int errors = 0;
+                Answer show(const Box& box) override {
+                    if (box.title == "cut.mrk") ++errors;
+                    return box.unattended;
+                }
+                void focus(std::string_view, bool) override {}
+                void yield() override {}
+                void status(std::string_view) override {}
+                void runComputing(ComputingScreen&, const std::function<void()>&) override {}
+                void updateComputing(const ComputingScreen&) override {}
+                void repaintMainScreen() override {}
+                void setBusy(bool) override {}
+                void beep() override {}
+            } ui;
+            MemorySettings settings;
+            Session session{settings, ui};
+            ClearAnalysis(session);
+            ReadAnalysisText(session, whole.substr(0, length), "cut.mrk");
+            if (session.record.AbortFlag)
+                ASSERT_EQ(ui.errors, 1) << version << " cut to " << length;
+            else
+                ASSERT_EQ(linesOf(AnalysisText(session.record)), file.rewritten)
+                    << version << " cut to " << length;
+        }
+    }
+}
