@@ -1,0 +1,202 @@
+#include "shell/FileCommands.h"
+
+#include "model/ClearAnalysis.h"
+#include "model/Session.h"
+#include "model/Text.h"
+#include "persistence/AnalysisFile.h"
+#include "risk/ComputePipeline.h"
+#include "risk/RatioPanels.h"
+#include "shell/MainScreen.h"
+#include "shell/RecentFiles.h"
+#include "shell/RiskOptionCommand.h"
+
+#include <filesystem>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* saveTitle = "Save Analysis";
+constexpr const char* openTitle = "Open Analyis File";
+constexpr const char* openFilter = "Analysis Files (*.mrk)|*.mrk|Analysis Files (*.dat)| *.dat";
+constexpr const char* openHelp = "opening analyses";
+constexpr const char* saveAsTitle = "Save Analysis As";
+constexpr const char* saveAsFilter = "Analysis Files (*.mrk)|*.mrk";
+constexpr const char* saveAsHelp = "saving analysis files";
+constexpr const char* anyAnalysis = "*.mrk";
+constexpr const char* readOnlyTitle = "Read Only File";
+constexpr const char* readOnlyText = "File is read only.  Cannot save changes.";
+constexpr const char* exitTitle = "Exit Metrisk";
+constexpr const char* exitText = "This will end your Metrisk session.";
+constexpr const char* untitledFile = "(UNTITLED).MRK";
+
+bool isUntitled(const Session& session) {
+    const std::string& name = session.record.AnalysisFileName;
+    return equalCaseBlind(name, untitledName) || equalCaseBlind(name, untitledFile);
+}
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == text.npos) return "";
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// Marks the record as being filled for the life of the object.
+class LoadGuard {
+  public:
+    explicit LoadGuard(Session& session) : session_(session) { session_.record.LoadInProgress = true; }
+    ~LoadGuard() { session_.record.LoadInProgress = false; }
+    LoadGuard(const LoadGuard&) = delete;
+    LoadGuard& operator=(const LoadGuard&) = delete;
+
+  private:
+    Session& session_;
+};
+
+} // namespace
+
+/// False if the user wants to keep the analysis, or a save that was asked for did not come about.
+bool FileCommands::changesSettled() {
+    const Analysis& r = session_.record;
+    if (!r.FileChanged || r.FileReadOnly) return true;
+    switch (session_.ui.show({.text = "Save changes to " + r.AnalysisFileName + "?",
+                              .title = saveTitle,
+                              .icon = BoxIcon::Question,
+                              .buttons = BoxButtons::YesNoCancel,
+                              .unattended = Answer::Cancel})) {
+    case Answer::Yes: return mnu_File_Save();
+    case Answer::No: return true;
+    default: return false;
+    }
+}
+
+bool FileCommands::NewAnalysisFile() {
+    if (!changesSettled()) return false;
+    ClearAnalysis(session_);
+    session_.record.FileReadOnly = false;
+    screen_.forgetLastTexts();
+    screen_.TakeSavedCopy();
+    return true;
+}
+
+bool FileCommands::mnu_File_Open() {
+    screen_.DetectChanges();
+    if (!changesSettled()) return false;
+    const std::optional<std::string> path = chooser_.chooseToOpen({.title = openTitle,
+                                                                   .filter = openFilter,
+                                                                   .filterIndex = 1,
+                                                                   .initialName = "",
+                                                                   .initialFolder = HomeDirectory,
+                                                                   .helpKey = openHelp});
+    return path && load(*path);
+}
+
+bool FileCommands::openPath(const std::string& path) {
+    screen_.DetectChanges();
+    return changesSettled() && load(path);
+}
+
+bool FileCommands::openAtStart(const std::string& path) {
+    return load(path);
+}
+
+bool FileCommands::load(const std::string& path) {
+    const WaitPointer wait(session_.ui);
+    Analysis& r = session_.record;
+    ClearAnalysis(session_);
+    ClearWorksheets(session_);
+    screen_.forgetLastTexts();
+    r.AnalysisFileName = trimmed(path);
+    r.AbortFlag = false;
+    {
+        const LoadGuard loading(session_);
+        ReadAnalysis(session_, r.AnalysisFileName);
+    }
+    if (r.AbortFlag) {
+        // What was read stays to be seen, but a save must not go over the file that it is a part of.
+        r.AnalysisFileName = untitledName;
+        session_.ui.repaintMainScreen();
+        return false;
+    }
+    r.LastAnalysisName = r.AnalysisFileName;
+    r.RisksNeedCompute = false;
+    r.BaselineComputed = false;
+    remindOfRiskOption(session_);
+    // The measuring parameter's fit comes with the file.
+    r.ComputeScope = "SU";
+    r.ComputeNeeded = false;
+    ValidateAndFit(session_);
+    UpdateRatioPanels(session_);
+    session_.ui.focus("SystemIDBox");
+    RefreshMainScreen(session_);
+    screen_.TakeSavedCopy();
+    addRecentFile(session_.settings, r.AnalysisFileName);
+    return true;
+}
+
+bool FileCommands::mnu_File_Save() {
+    if (isUntitled(session_)) return mnu_File_SaveAs();
+    if (session_.record.FileReadOnly) {
+        session_.ui.show({.text = readOnlyText, .title = readOnlyTitle, .icon = BoxIcon::Exclamation});
+        return false;
+    }
+    return saveTo(session_.record.AnalysisFileName);
+}
+
+bool FileCommands::mnu_File_SaveAs() {
+    const std::optional<std::string> path = chooser_.chooseToSave(
+        {.title = saveAsTitle,
+         .filter = saveAsFilter,
+         .filterIndex = 1,
+         .initialName = isUntitled(session_) ? anyAnalysis : session_.record.AnalysisFileName,
+         .initialFolder = "",
+         .helpKey = saveAsHelp});
+    return path && saveTo(*path);
+}
+
+/// The dialog has asked about the name that was chosen; the one that it becomes may exist as well.
+bool FileCommands::mayReplace(const std::string& path) {
+    std::error_code none;
+    if (!std::filesystem::exists(path, none)) return true;
+    return session_.ui.show({.text = path + " already exists.\nDo you want to replace it?",
+                             .title = saveAsTitle,
+                             .icon = BoxIcon::Question,
+                             .buttons = BoxButtons::YesNo,
+                             .unattended = Answer::No}) == Answer::Yes;
+}
+
+bool FileCommands::saveTo(const std::string& path) {
+    Analysis& r = session_.record;
+    const std::string name = NormalizeAnalysisName(path);
+    if (name != path && !mayReplace(name)) return false;
+    const std::string before = r.AnalysisFileName;
+    r.AnalysisFileName = name;
+    r.AbortFlag = false;
+    WriteAnalysis(session_, name);
+    if (r.AbortFlag) {
+        r.AnalysisFileName = before;
+        return false;
+    }
+    r.FileChanged = false;
+    screen_.TakeSavedCopy();
+    addRecentFile(session_.settings, name);
+    return true;
+}
+
+bool FileCommands::ConfirmExit(const std::function<void()>& onConfirmed) {
+    if (session_.ui.show({.text = exitText,
+                          .title = exitTitle,
+                          .icon = BoxIcon::Question,
+                          .buttons = BoxButtons::OkCancel,
+                          .unattended = Answer::Ok}) != Answer::Ok)
+        return false;
+    onConfirmed();
+    return true;
+}
+
+bool FileCommands::ExitAnalysis(const std::function<void()>& onConfirmed) {
+    screen_.DetectChanges();
+    return ConfirmExit(onConfirmed) && changesSettled();
+}
+
+} // namespace metrisk
