@@ -8,7 +8,7 @@
 namespace metrisk::cli {
 
 AnalysisRun::AnalysisRun(const std::string& settingsPath)
-    : settings(settingsPath.empty() ? defaultSettingsPath() : settingsPath) {}
+    : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {}
 
 bool AnalysisRun::open(const std::string& path) {
     ClearAnalysis(session);

@@ -38,11 +38,11 @@ int showCommand(const ShowOptions& options) {
         output.status = unreadable;
     } else if (options.json) {
         JsonLine line;
-        visitFields(run.record, [&](const char* name, const auto& value) { line.add(name, value); });
+        visitFields(run.record, [&](std::string_view name, const auto& value) { line.add(name, value); });
         output.results = line.text();
     } else {
         visitFields(run.record,
-                    [&](const char* name, const auto& value) { output.results += lines(name, value); });
+                    [&](std::string_view name, const auto& value) { output.results += lines(std::string(name), value); });
     }
     output.diagnostics = run.diagnostics(options.file);
     if (!emit(output) && output.status == allDone) output.status = refused;

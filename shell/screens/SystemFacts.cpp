@@ -41,7 +41,7 @@ std::string SymbolFontName() {
     const QStringList families = QFontDatabase::families();
     const bool found = std::any_of(families.begin(), families.end(),
                                    [](const QString& family) { return family.toUpper() == "SYMBOL"; });
-    return found ? "Symbol" : "";
+    return found ? std::string("Symbol") : std::string();
 }
 
 void warnOfMissingSymbols(Interaction& ui) {
