@@ -270,6 +270,10 @@ bool BaselineScreen::cmd_OK() {
     if (defaultUsed_ && defaults.falseAcceptOption != session_.record.FalseAcceptOption) {
         session_.record.FalseAcceptOption = defaults.falseAcceptOption;
         session_.record.RisksNeedCompute = true;
+        analysis.falseAcceptOption = defaults.falseAcceptOption;
+        analysis.FAOption = optionCaption(defaults.falseAcceptOption);
+        // The figures of that standard go by the option.
+        if (optZ540Baseline()) chooseZ540();
     }
     if (storeDefault_) storeDefault();
     storeAnalysis();

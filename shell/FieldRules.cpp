@@ -135,6 +135,8 @@ FieldResult commitLimit(Session& session, LimitRow which, const std::string& tex
         fitSubjectIfEntered(session);
         return {false, text};
     }
+    const bool followsUpper = which == LimitRow::Lower && r.OptTwoSided && r.SymmetricTolerances;
+    if (followsUpper) return {false, text};
     const Row row = rowOf(r, which);
     const double value = ParseValue(text, session.regional);
     double offset = 0;

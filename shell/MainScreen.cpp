@@ -90,7 +90,8 @@ FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text)
     if (last == text) return {false, text};
     if (commitText(session_, box, text)) return {false, withoutQuotes(text)};
     const BoxRule* rule = ruleOf(box);
-    if (!rule) return {false, text};
+    // A message of the rule at work takes the focus from whatever has it.
+    if (!rule || session_.record.EntryBoxChanged) return {false, text};
 
     const Analysis before = session_.record;
     const EntryGuard entering(session_);

@@ -203,6 +203,19 @@ TEST(BaselineScreen, UsingADefaultOfAnotherConvention) {
     EXPECT_EQ(test.record.Base_Accept_fmt, "##0");
 }
 
+TEST(BaselineScreen, UsedZ540DefaultFollowsItsConvention) {
+    TestSession test;
+    test.settings.WriteSetting("BaselineDefaults", "FalseAcceptCriterion", "Producer");
+    test.settings.WriteSetting("BaselineDefaults", "UserOption", "Z540");
+    BaselineScreen screen(test.session);
+    screen.Cmd_RetrieveDefaultBaseline();
+    EXPECT_EQ(screen.analysis.PctInTol1, "96.028");
+    EXPECT_TRUE(screen.cmd_OK());
+    EXPECT_EQ(test.record.FalseAcceptOption, 1);
+    EXPECT_EQ(test.record.Base_MTEPctInTol, 90.601);
+    EXPECT_EQ(test.record.UserOption, "Z540");
+}
+
 TEST(FalseAcceptScreen, SettingsTakeTheConventionOnlyAsDefault) {
     TestSession test;
     constexpr const char* keep = "Do you want to keep the new risk option?";

@@ -183,6 +183,9 @@ TEST(FieldRules, SymmetricEntryGivesBothSides) {
     EXPECT_EQ(screen.record.SU_LowerLimit, 9.75);
     EXPECT_EQ(screen.box("LowerLimitBox"), "0.25");
     EXPECT_TRUE(mainDisplay(screen.session).at("LowerLimitBox").locked);
+    screen.main.forgetLastTexts();
+    screen.main.lostFocus("LowerLimitBox", "9");
+    EXPECT_EQ(screen.record.SU_LowerOffset, 0.25) << "the locked box takes no entry";
 }
 
 TEST(FieldRules, AbsentSideHoldsThePhysicalLimit) {
