@@ -53,8 +53,8 @@ int main(int argc, char** argv) {
     MainWindow window(session, ui);
     window.setHomeDirectory(places.HomeDirectory);
     session.record.FileChanged = false;
-    window.screen().TakeSavedCopy();
-    window.resize(window.sizeHint().expandedTo({960, 640}));
+    window.model().TakeSavedCopy();
+    window.resize(window.sizeHint());
 
     // The main screen follows the splash; the file comes once there is a screen to show boxes over.
     const std::string file = commandLineFile(argumentsOf(app));

@@ -47,6 +47,15 @@ QLabel* heading(const char* name) {
     return made;
 }
 
+/// A grid with room for the whole screen at 1024 x 768.
+QGridLayout* tightGrid(QWidget* parent) {
+    auto* grid = new QGridLayout(parent);
+    grid->setContentsMargins(8, 4, 8, 6);
+    grid->setVerticalSpacing(3);
+    grid->setHorizontalSpacing(8);
+    return grid;
+}
+
 QGroupBox* panel(const char* name, const char* title) { return named(new QGroupBox(title), name); }
 
 /// A label above its box.
@@ -61,7 +70,7 @@ void addColumn(QGridLayout* grid, int column, QLabel* above, QWidget* box) {
 
 QWidget* makeIdentificationPanel() {
     auto* made = panel("pnl_IDData", "Identification");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     auto* subject = named(new QPushButton("SUBJECT UNIT"), "cmdSU", "Go to the subject unit's identification");
     auto* measuring = named(new QPushButton("MEASURING SYSTEM"), "cmdMTE", "Go to the measuring system's identification");
     grid->addWidget(subject, 0, 1);
@@ -100,7 +109,7 @@ QWidget* makeIdentificationPanel() {
 
 QWidget* makeSubjectPanel() {
     auto* made = panel("pnl_SUSpecs", "Subject Parameter");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     addColumn(grid, 0, label("pnl_NominalValueLabel", "Nominal or Reading Value"),
               entry("ModeBox", "Nominal value of the parameter, or the reading"));
     addColumn(grid, 1, label("pnl_SUUpper"), entry("UpperLimitBox", "Upper tolerance of the subject parameter"));
@@ -109,7 +118,7 @@ QWidget* makeSubjectPanel() {
               entry("PctInTolBox", "Percent of the subject parameters that are in tolerance"));
 
     auto* options = panel("pnl_LblSUTolerances", "Subject Parameter Tolerance Options");
-    auto* row = new QGridLayout(options);
+    auto* row = tightGrid(options);
     auto* sides = new QButtonGroup(options);
     const auto side = [&](const char* name, const char* text, const char* tip) {
         auto* button = named(new QRadioButton(text), name, tip);
@@ -140,7 +149,7 @@ QWidget* makeSubjectPanel() {
 
 QWidget* makeMeasuringPanel() {
     auto* made = panel("pnl_MTESpecs", "Measuring Parameter");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     addColumn(grid, 0, label("pnl_MTELimit", "Error Limit"),
               entry("MTEOffsetBox", "Tolerance limit or expanded uncertainty of the measuring parameter"));
     grid->addWidget(label("Lbl_Equals", "="), 1, 1);
@@ -175,7 +184,7 @@ QLineEdit* unitsBox(const char* name) {
 
 QWidget* makeComputedRisksPanel() {
     auto* made = panel("pnl_ComputedRisks", "");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     grid->addWidget(heading("Heading_0"), 0, 0, 1, 4);
     addRisk(grid, 1, label("pnl_RiskLabel_0", "False Accept Risk"), result("AcceptRisk", "Computed false accept risk"),
             unitsBox("AcceptUnits"));
@@ -193,7 +202,7 @@ QWidget* makeComputedRisksPanel() {
 
 QWidget* makeBaselineRisksPanel() {
     auto* made = panel("pnl_BaselineRisks", "");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     grid->addWidget(heading("Heading_1"), 0, 0, 1, 4);
     addRisk(grid, 1, label("pnl_BaseRiskLabel_0", "False Accept Risk"),
             result("BaseAcceptRisk", "False accept risk of the baseline"), unitsBox("BaseAcceptUnits"));
@@ -211,7 +220,7 @@ QWidget* makeBaselineRisksPanel() {
 
 QWidget* makeOptionsPanel() {
     auto* made = panel("pnl_Options", "Options");
-    auto* grid = new QGridLayout(made);
+    auto* grid = tightGrid(made);
     grid->addWidget(label("pnl_UncRatioLabel", "Uncertainty Ratio"), 0, 0);
     grid->addWidget(result("pnl_UncRatio", "Subject sigma over measuring sigma"), 0, 1, 1, 2);
     grid->addWidget(label("pnlTURLabel", "Test Uncertainty Ratio"), 1, 0);

@@ -19,7 +19,11 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScrollArea>
+#include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
+#include <QToolBar>
+#include <algorithm>
 
 namespace metrisk {
 
@@ -69,7 +73,7 @@ void apply(QWidget* widget, const ControlState& state) {
 
 } // namespace
 
-MainWindow::MainWindow(Session& session, QtInteraction& ui) : session_(session), ui_(ui), screen_(session) {
+MainWindow::MainWindow(Session& session, QtInteraction& ui) : session_(session), ui_(ui), model_(session) {
     setObjectName("MainScreen");
     setAcceptDrops(true);
     setWindowIcon(QIcon(":/icons/metrisk.svg"));
@@ -97,6 +101,8 @@ MainWindow::~MainWindow() {
 void MainWindow::buildPanels() {
     auto* controls = named(new QWidget, "pnl_Controls");
     auto* grid = new QGridLayout(controls);
+    grid->setContentsMargins(8, 4, 8, 4);
+    grid->setVerticalSpacing(4);
     grid->addWidget(makeIdentificationPanel(), 0, 0, 1, 3);
     grid->addWidget(makeSubjectPanel(), 1, 0, 1, 3);
     grid->addWidget(makeMeasuringPanel(), 2, 0, 1, 3);
@@ -117,6 +123,7 @@ void MainWindow::buildPanels() {
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     setCentralWidget(scroll);
+    controls_.insert("pnl_Controls", controls);
     statusBar()->setObjectName("statusBar");
 }
 
@@ -125,12 +132,12 @@ void MainWindow::bindBoxes() {
         const std::string name = box->objectName().toStdString();
         connect(box, &EntryBox::entered, this, [this, box, name] {
             if (committing_) return;
-            screen_.gotFocus(name, box->text().toStdString());
+            model_.gotFocus(name, box->text().toStdString());
         });
-        connect(box, &EntryBox::keyPressed, this, [this, name] { screen_.keyPressed(name); });
+        connect(box, &EntryBox::keyPressed, this, [this, name] { model_.keyPressed(name); });
         connect(box, &EntryBox::textEdited, this, [this, name](const QString& text) {
             showHighlight("");
-            screen_.edited(name, text.toStdString());
+            model_.edited(name, text.toStdString());
         });
         connect(box, &EntryBox::left, this, [this, box] { leave(box); });
     }
@@ -152,8 +159,8 @@ void MainWindow::bindOptions() {
     onClick("PhysLimitRequired", [this](bool on) { PhysLimitRequired_Click(session_, on); });
     onClick("optOffsets_0", [this](bool) { optOffsets_Click(session_, 0); });
     onClick("optOffsets_1", [this](bool) { optOffsets_Click(session_, 1); });
-    onClick("optGuardbands_0", [this](bool) { screen_.guardbandsAsLimits = true; });
-    onClick("optGuardbands_1", [this](bool) { screen_.guardbandsAsLimits = false; });
+    onClick("optGuardbands_0", [this](bool) { model_.guardbandsAsLimits = true; });
+    onClick("optGuardbands_1", [this](bool) { model_.guardbandsAsLimits = false; });
     onClick("chk_IncludeGuardbands", [this](bool on) { chk_IncludeGuardbands_Click(session_, on); });
     onClick("chk_SymmetricGBands", [this](bool on) { chk_SymmetricGBands_Click(session_, on); });
     onClick("chk_IncludeUncertainty", [this](bool on) { chk_IncludeUncertainty_Click(session_, on); });
@@ -169,7 +176,7 @@ void MainWindow::bindOptions() {
 void MainWindow::leave(EntryBox* box) {
     if (committing_) return; // a message of the rule itself has taken the focus
     committing_ = box;
-    const FieldResult result = screen_.lostFocus(box->objectName().toStdString(), box->text().toStdString());
+    const FieldResult result = model_.lostFocus(box->objectName().toStdString(), box->text().toStdString());
     box->setModified(false);
     committing_ = nullptr;
     repaintRecord();
@@ -181,7 +188,7 @@ void MainWindow::leave(EntryBox* box) {
         [this, box] {
             box->setFocus(Qt::OtherFocusReason);
             box->selectAll();
-            screen_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
+            model_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
         },
         Qt::QueuedConnection);
 }
@@ -192,7 +199,7 @@ bool MainWindow::commitEntry() {
     session_.record.AbortFlag = false;
     leave(box);
     const bool refused = session_.record.AbortFlag && box->hasFocus() && box->hasSelectedText();
-    screen_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
+    model_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
     return !refused;
 }
 
@@ -201,7 +208,7 @@ void MainWindow::repaintRecord() {
     painting_ = true;
     setUpdatesEnabled(false);
     const QWidget* typing = focusWidget();
-    for (const auto& [name, state] : mainDisplay(session_, screen_.guardbandsAsLimits)) {
+    for (const auto& [name, state] : mainDisplay(session_, model_.guardbandsAsLimits)) {
         QWidget* widget = controls_.value(qt(name));
         if (!widget) continue;
         const auto* box = qobject_cast<const EntryBox*>(widget);
@@ -229,6 +236,14 @@ void MainWindow::showHighlight(const std::string& panel) {
 void MainWindow::openAtStart(const QString& path) { commands_->openAtStart(path); }
 
 void MainWindow::setHomeDirectory(const std::string& folder) { commands_->setHomeDirectory(folder); }
+
+QSize MainWindow::sizeHint() const {
+    const QSize content = controls_.value("pnl_Controls")->sizeHint();
+    const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
+                     findChild<QToolBar*>("tb_Main")->sizeHint().height();
+    const QSize wanted(std::max(content.width(), 980), content.height() + bars + 4);
+    return wanted.boundedTo(QWidget::screen()->availableSize());
+}
 
 QLineEdit* MainWindow::activeBox() const { return qobject_cast<QLineEdit*>(focusWidget()); }
 

@@ -33,8 +33,10 @@ class MainWindow final : public QMainWindow {
     /// Where the open dialog starts.
     void setHomeDirectory(const std::string& folder);
 
-    MainScreen& screen() { return screen_; }
+    MainScreen& model() { return model_; }
     QLineEdit* activeBox() const;
+
+    QSize sizeHint() const override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -50,7 +52,7 @@ class MainWindow final : public QMainWindow {
 
     Session& session_;
     QtInteraction& ui_;
-    MainScreen screen_;
+    MainScreen model_;
     std::unique_ptr<WindowCommands> commands_;
     QHash<QString, QWidget*> controls_;
     EntryBox* committing_ = nullptr;

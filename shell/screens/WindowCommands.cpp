@@ -25,7 +25,7 @@
 namespace metrisk {
 
 WindowCommands::WindowCommands(MainWindow& window, Session& session)
-    : window_(window), session_(session), chooser_(&window), files_(session, window.screen(), chooser_) {
+    : window_(window), session_(session), chooser_(&window), files_(session, window.model(), chooser_) {
     buildMenus();
     buildToolbar();
     bind();
@@ -93,7 +93,8 @@ void WindowCommands::buildToolbar() {
         action->setObjectName(QString("tb_Main_%1").arg(button.key));
         if (command) {
             action->setEnabled(command->isEnabled());
-            if (command->icon().isNull()) command->setIcon(icon);
+            const bool inMenuBar = window_.menuBar()->actions().contains(command);
+            if (!inMenuBar && command->icon().isNull()) command->setIcon(icon);
             connect(command, &QAction::changed, action, [command, action] { action->setEnabled(command->isEnabled()); });
         } else {
             action->setEnabled(false);
