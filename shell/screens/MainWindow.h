@@ -47,7 +47,8 @@ class MainWindow final : public QMainWindow {
     void buildPanels();
     void bindBoxes();
     void bindOptions();
-    void leave(EntryBox* box);
+    /// Runs the field rule; false if it refuses the entry, to which the focus then comes back.
+    bool leave(EntryBox* box);
     void showHighlight(const std::string& panel);
 
     Session& session_;

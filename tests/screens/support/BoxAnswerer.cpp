@@ -77,13 +77,11 @@ void BoxAnswerer::look() {
     // A timer does not tick within its own tick, but an answer may open the next window.
     QTimer::singleShot(lookEvery, this, [this] { look(); });
     QWidget* window = QApplication::activeModalWidget();
-    if (!window) {
-        answered_ = nullptr;
-        return;
-    }
+    answered_.removeIf([](const QPointer<QWidget>& each) { return !each || !each->isVisible(); });
+    if (!window) return;
     if (answerAll) {
         answerAll(*window);
-    } else if (window != answered_) {
+    } else if (!answered_.contains(window)) {
         answer(*window);
     } else if (sinceAnswered_.elapsed() > hangsAfter) {
         faults_ += "does not end: " + describe(*window);
@@ -96,7 +94,7 @@ void BoxAnswerer::answer(QWidget& window) {
     // A progress screen ends itself; it is foreseen only where a test wants to work in it.
     if (window.objectName() == "Computing" && (script_.empty() || script_.front().what != "screen Computing"))
         return;
-    answered_ = &window;
+    answered_.append(&window);
     sinceAnswered_.start();
     if (script_.empty()) {
         faults_ += "unexpected " + describe(window);

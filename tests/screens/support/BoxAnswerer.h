@@ -44,7 +44,7 @@ class BoxAnswerer final : public QObject {
 
     std::deque<Step> script_;
     QStringList faults_;
-    QPointer<QWidget> answered_;
+    QList<QPointer<QWidget>> answered_; // a screen comes to the front again when a box over it has closed
     QElapsedTimer sinceAnswered_;
 };
 

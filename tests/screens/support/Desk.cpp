@@ -27,21 +27,25 @@ void Desk::open() {
     settle();
 }
 
-void Desk::settle() {
+void Desk::settle(QWidget* screen) {
+    QWidget* top = screen ? screen : window.get();
     QCoreApplication::processEvents();
-    if (!QApplication::activeModalWidget() && QApplication::activeWindow() != window.get() &&
-        window->isVisible()) {
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get())) qWarning("the main screen does not become active");
+    // After a box has closed, no window is active under the offscreen platform.
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (top->isVisible() && QApplication::activeWindow() != top && (!modal || modal == top)) {
+        top->activateWindow();
+        if (!QTest::qWaitForWindowActive(top))
+            qWarning("%s does not become active", qPrintable(top->objectName()));
     }
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void Desk::type(const QString& box, const QString& text, QWidget* within) {
+    settle(within);
     auto* edit = control<QLineEdit>(box, within);
     QTest::mouseClick(edit, Qt::LeftButton);
-    if (!within) settle();
+    settle(within);
     QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
     if (text.isEmpty()) QTest::keyClick(edit, Qt::Key_Delete);
     QTest::keyClicks(edit, text);
@@ -50,7 +54,7 @@ void Desk::type(const QString& box, const QString& text, QWidget* within) {
 void Desk::enter(const QString& box, const QString& text, QWidget* within) {
     type(box, text, within);
     QTest::keyClick(control<QLineEdit>(box, within), Qt::Key_Tab);
-    if (!within) settle();
+    settle(within);
 }
 
 void Desk::click(const QString& name, QWidget* within) {
@@ -58,7 +62,7 @@ void Desk::click(const QString& name, QWidget* within) {
     // The indicator of a check box or radio button stands at the left; the rest of the widget may be air.
     const QPoint spot(std::min(10, button->width() / 2), button->height() / 2);
     QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, spot);
-    if (!within) settle();
+    settle(within);
 }
 
 void Desk::choose(const QString& item) {

@@ -52,8 +52,9 @@ class Desk {
     /// Every box of the main screen as "name=text" lines, in the order of the names.
     QString allTexts();
 
-    /// Lets queued focus moves and repaints come about, with the main screen as the active window.
-    void settle();
+    /// Lets queued focus moves and repaints come about, with that screen (none: the main screen) as the
+    /// active window.
+    void settle(QWidget* screen = nullptr);
 
     QString examplePath(const QString& name) const;
     QString path(const char* name) const { return QString::fromStdString((folder / name).string()); }
