@@ -22,7 +22,7 @@ void Desk::open() {
     window = std::make_unique<MainWindow>(session, ui);
     record.FileChanged = false;
     window->model().TakeSavedCopy();
-    window->resize(window->sizeHint());
+    window->resize(1024, 768);
     window->show();
     settle();
 }
@@ -34,7 +34,8 @@ void Desk::settle(QWidget* screen) {
     const QWidget* modal = QApplication::activeModalWidget();
     if (top->isVisible() && QApplication::activeWindow() != top && (!modal || modal == top)) {
         top->activateWindow();
-        if (!QTest::qWaitForWindowActive(top))
+        QCoreApplication::processEvents();
+        if (QApplication::activeWindow() != top && !QTest::qWaitForWindowActive(top))
             qWarning("%s does not become active", qPrintable(top->objectName()));
     }
     QCoreApplication::processEvents();
