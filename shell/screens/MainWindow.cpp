@@ -79,8 +79,11 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui) : session_(session),
     bindOptions();
 
     ui_.setMainWindow(this);
-    ui_.onRepaint = [this] { repaintRecord(); };
-    ui_.onRatiosChanged = [this] { repaintRecord(); };
+    // A load repaints once it is complete; half a record is nothing to look at.
+    const auto repaint = [this] {
+        if (!session_.record.LoadInProgress) repaintRecord();
+    };
+    ui_.onRepaint = ui_.onRatiosChanged = repaint;
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
     ui_.onHighlight = [this](const std::string& panel) { showHighlight(panel); };
     repaintRecord();
