@@ -97,7 +97,7 @@ std::string shortestText(double value, int significant, bool leadingZero) {
 double roundedToDecimals(double value, int decimals) {
     if (!std::isfinite(value)) return 0;
     DecimalForm form = DecimalForm::of(value);
-    form.roundTo(decimals);
+    form.roundTo(std::max(decimals, 0)); // as a picture, which has no fewer
     return form.value();
 }
 

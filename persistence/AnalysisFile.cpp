@@ -27,7 +27,7 @@ constexpr const char* olderVersion =
     "This file is from an earlier version of Metrisk.  If saved, it will be converted to Metrisk 1.6 format";
 
 /// Beyond any analysis: with 200 samples a parameter a file has some 20 thousand characters.
-constexpr std::size_t largestFile = 16 * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
 /// Why an analysis could not be read or written.
 struct Refusal {

@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// No settings file of people is larger; anything beyond is not ours to read.
-constexpr std::size_t largestFile = 4 * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{4} * 1024 * 1024;
 
 /// Colours are red + 256 green + 65536 blue.
 constexpr std::string_view startingSettings = "[ColorScheme]\r\n"

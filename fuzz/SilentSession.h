@@ -1,0 +1,43 @@
+// A session that answers every question with the answer of a run that nobody watches.
+#pragma once
+
+#include "model/Session.h"
+
+#include <string>
+
+namespace metrisk::fuzzing {
+
+class SilentInteraction final : public Interaction {
+  public:
+    int boxes = 0;
+
+    Answer show(const Box& box) override {
+        ++boxes;
+        return box.unattended;
+    }
+    void focus(std::string_view, bool) override {}
+    void yield() override {}
+    void status(std::string_view) override {}
+    void runComputing(ComputingScreen&, const std::function<void()>& step) override { step(); }
+    void updateComputing(const ComputingScreen&) override {}
+    void repaintMainScreen() override {}
+    void setBusy(bool) override {}
+    void beep() override {}
+};
+
+class NoSettings final : public Settings {
+  public:
+    std::string ReadSetting(std::string_view, std::string_view, std::string_view defaultText,
+                            int) const override {
+        return std::string(defaultText);
+    }
+    void WriteSetting(std::string_view, std::string_view, std::string_view) override {}
+};
+
+struct SilentSession {
+    NoSettings settings;
+    SilentInteraction ui;
+    Session session{settings, ui};
+};
+
+} // namespace metrisk::fuzzing
