@@ -173,14 +173,14 @@ void MainWindow::bindOptions() {
     onClick("cmd_Baseline", [this](bool) { commands_->run("BaselineAnalysisScreen"); });
 }
 
-void MainWindow::leave(EntryBox* box) {
-    if (committing_) return; // a message of the rule itself has taken the focus
+bool MainWindow::leave(EntryBox* box) {
+    if (committing_) return true; // a message of the rule itself has taken the focus
     committing_ = box;
     const FieldResult result = model_.lostFocus(box->objectName().toStdString(), box->text().toStdString());
     box->setModified(false);
     committing_ = nullptr;
     repaintRecord();
-    if (!result.stay) return;
+    if (!result.stay) return true;
     box->setText(qt(result.text));
     // The focus is still on its way to the next control; it comes back once it has arrived.
     QMetaObject::invokeMethod(
@@ -191,16 +191,15 @@ void MainWindow::leave(EntryBox* box) {
             model_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
         },
         Qt::QueuedConnection);
+    return false;
 }
 
 bool MainWindow::commitEntry() {
     auto* box = qobject_cast<EntryBox*>(focusWidget());
     if (!box || !box->isModified()) return true;
-    session_.record.AbortFlag = false;
-    leave(box);
-    const bool refused = session_.record.AbortFlag && box->hasFocus() && box->hasSelectedText();
+    const bool accepted = leave(box);
     model_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
-    return !refused;
+    return accepted;
 }
 
 void MainWindow::repaintRecord() {

@@ -47,7 +47,8 @@ class MainWindow final : public QMainWindow {
     void buildPanels();
     void bindBoxes();
     void bindOptions();
-    void leave(EntryBox* box);
+    /// Runs the box's rule; false if the entry was refused and the focus comes back.
+    bool leave(EntryBox* box);
     void showHighlight(const std::string& panel);
 
     Session& session_;
