@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -65,11 +66,15 @@ int runOrdered(std::size_t items, unsigned threads, const std::function<Output(s
     if (threads == 0) threads = std::max(1u, std::thread::hardware_concurrency());
     threads = static_cast<unsigned>(std::min<std::size_t>(threads, items));
     std::vector<std::jthread> workers;
-    for (unsigned i = 0; i < threads; ++i) workers.emplace_back(work);
+    try {
+        while (workers.size() < threads) workers.emplace_back(work);
+    } catch (const std::system_error&) {
+        // The system grants no more threads: those there are do the work, this one if there are none.
+    }
 
     int status = allDone;
     for (std::size_t item = 0; item < items; ++item) {
-        const Output output = window.take();
+        const Output output = workers.empty() ? job(item) : window.take();
         status = std::max(status, output.status);
         if (!emit(output)) status = std::max<int>(status, refused);
         progress(item + 1);
