@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -72,7 +73,11 @@ int runOrdered(std::size_t items, unsigned threads, const std::function<Output(s
     threads = static_cast<unsigned>(std::min<std::size_t>(threads, items));
     {
         std::vector<std::jthread> workers;
-        for (unsigned i = 1; i < threads; ++i) workers.emplace_back(work);
+        try {
+            for (unsigned i = 1; i < threads; ++i) workers.emplace_back(work);
+        } catch (const std::system_error&) {
+            // The system grants no more threads: those there are do the work.
+        }
         work();
     }
     return emitter.status();

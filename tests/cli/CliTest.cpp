@@ -153,6 +153,29 @@ TEST_F(Cli, CrossedGuardbandsGiveNoOldFigure) {
     EXPECT_TRUE(result.lines().at(0)["FalseAccept"].is_null());
 }
 
+TEST_F(Cli, FaultsThatShowNoBoxAreToldOnStderr) {
+    const std::string content = readAll(folder / good);
+    const auto with = [&](const std::string& old, const std::string& entered) {
+        std::string changed = content;
+        changed.replace(changed.find(old), old.size(), entered);
+        return changed;
+    };
+    write("freedom.mrk", with("\r\n0,0\r\n.2", "\r\n0,1E-14\r\n.2"));
+    Result result = run("compute --json freedom.mrk");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("freedom.mrk: not computed"), std::string::npos) << result.err;
+
+    for (const char* ratio : {"4,0", "0,1", "4,-1", "-4,1", "1E308,1E-308"}) {
+        write("ratio.mrk", with("\r\n4,1\r\n", "\r\n" + std::string(ratio) + "\r\n"));
+        result = run("compute --json ratio.mrk");
+        const json line = result.lines().at(0);
+        EXPECT_EQ(line["status"], "computed") << ratio << ": the risks need no baseline";
+        EXPECT_TRUE(line["BaselineFalseAccept"].is_null()) << ratio;
+        EXPECT_GT(line["EqAccRat"].get<double>(), 0) << ratio << ": nor does the search need its ratio";
+        EXPECT_NE(result.err.find("ratio.mrk: no baseline risks"), std::string::npos) << ratio << result.err;
+    }
+}
+
 TEST_F(Cli, SavesResultsOnlyWhereItMay) {
     const std::string before = readAll(folder / good);
     fs::copy(folder / good, folder / "old.dat");
