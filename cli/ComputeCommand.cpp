@@ -9,6 +9,8 @@
 #include "risk/ComputePipeline.h"
 #include "risk/DisplayRule.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <limits>
 #include <unistd.h>
@@ -122,9 +124,20 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
     return table + "\n";
 }
 
-Output computeFile(const std::string& file, const ComputeOptions& options) {
+/// Some faults end silently in the window, whose user sees that the figures stand; here a line says so.
+std::string silentFaults(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
+    std::string lines;
+    const auto wentOn = [](const Message& message) { return message.answer == "Yes"; };
+    if (status == refused && std::ranges::all_of(run.ui.messages(), wentOn))
+        lines += file + ": not computed: these entries lead to no finite risk\n";
+    if (status != unreadable && std::isnan(figures.baselineFalseAccept))
+        lines += file + ": no baseline risks: the baseline's figures allow none\n";
+    return lines;
+}
+
+Output computeFile(Workplace& workplace, const std::string& file, const ComputeOptions& options) {
     Output output;
-    AnalysisRun run(options.settings);
+    AnalysisRun run(workplace);
     Figures figures;
     if (!run.open(file)) {
         output.status = unreadable;
@@ -132,7 +145,7 @@ Output computeFile(const std::string& file, const ComputeOptions& options) {
         output.status = compute(run, figures) ? allDone : refused;
         computeBaseline(run, figures);
     }
-    output.diagnostics = run.diagnostics(file);
+    output.diagnostics = run.diagnostics(file) + silentFaults(file, output.status, run, figures);
     output.results = options.json ? asJson(file, output.status, run, figures)
                                   : asTable(file, output.status, run, figures);
     if (options.save && output.status == allDone) {
@@ -172,10 +185,11 @@ class ProgressBar {
 } // namespace
 
 int computeCommand(const ComputeOptions& options) {
+    Workplace workplace(options.settings);
     ProgressBar bar(options.files.size());
     return runOrdered(
         options.files.size(), options.threads,
-        [&](std::size_t i) { return computeFile(options.files[i], options); },
+        [&](std::size_t i) { return computeFile(workplace, options.files[i], options); },
         [&](std::size_t done) { bar.show(done); });
 }
 

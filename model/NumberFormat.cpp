@@ -69,8 +69,8 @@ std::string showPlaces(double value, const DigitPlaces& places, const Regional& 
     if (decimals.size() < forcedDecimals) decimals.resize(forcedDecimals, '0');
 
     std::string text = form.negative ? negativeSign(regional) : "";
-    text +=
-        places.grouping && groupingReadsBack(regional) ? grouped(whole, regional.ThousandSeparator) : whole;
+    const bool groups = places.grouping && groupingReadsBack(regional) && !whole.starts_with('0');
+    text += groups ? grouped(whole, regional.ThousandSeparator) : whole;
     if (!decimals.empty()) text += decimalSymbol(regional) + decimals;
     return text;
 }

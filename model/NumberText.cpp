@@ -64,7 +64,7 @@ class Scanner {
 
     ScannedNumber scan() {
         std::string plain = sign();
-        decidePeriod();
+        decideMarks();
         bool digits = wholePart(plain);
         if (decimalMark()) {
             plain += '.';
@@ -90,15 +90,20 @@ class Scanner {
         return take("+") ? "+" : "";
     }
 
-    /// With another decimal symbol than the period: is the period a decimal mark or a grouping mark?
-    void decidePeriod() {
-        if (decimal_ == ".") return;
+    /// Which mark of this number stands before its decimals, and which only group its digits?
+    void decideMarks() {
         const std::size_t start = at_;
-        int periods = 0;
-        bool symbol = false;
+        const bool periodIsSymbol = decimal_ == ".";
+        int periods = 0, commas = 0;
+        std::size_t comma = start;
+        bool symbol = false, periodBehindComma = false;
         while (at_ < text_.size()) {
             if (take(".")) {
                 ++periods;
+                periodBehindComma |= commas > 0;
+            } else if (periodIsSymbol && starts(",")) {
+                ++commas;
+                comma = at_++;
             } else if (take(decimal_)) {
                 symbol = true;
             } else if (const std::size_t mark = groupingMarkAt(text_.substr(at_), regional_)) {
@@ -110,15 +115,38 @@ class Scanner {
             }
         }
         at_ = start;
-        periodIsDecimal_ = !symbol && periods == 1;
-        periodGroups_ = !periodIsDecimal_;
+        if (periodIsSymbol) {
+            commaIsDecimal_ =
+                commas == 1 && !periodBehindComma && digitAt(comma + 1) &&
+                (periods == 0 ? !commaCanGroup(start, comma) : isGroup(comma - 3) && text_[start] != '0');
+            periodGroups_ = commaIsDecimal_;
+        } else {
+            periodIsDecimal_ = !symbol && periods == 1;
+            periodGroups_ = !periodIsDecimal_;
+        }
     }
 
-    bool decimalMark() { return take(decimal_) || (periodIsDecimal_ && take(".")); }
+    /// Exactly three digits behind a mark.
+    bool isGroup(std::size_t at) const {
+        return digitAt(at) && digitAt(at + 1) && digitAt(at + 2) && !digitAt(at + 3) && !digitAt(at - 1);
+    }
+
+    /// No grouped number begins with a zero or with four digits. A comma that cannot group was typed where
+    /// it is the decimal symbol.
+    bool commaCanGroup(std::size_t start, std::size_t comma) const {
+        const std::size_t before = comma - start;
+        return regional_.ThousandSeparator == "," && isGroup(comma + 1) && before >= 1 && before <= 3 &&
+               text_[start] != '0';
+    }
+
+    bool decimalMark() {
+        if (commaIsDecimal_) return take(",");
+        return take(decimal_) || (periodIsDecimal_ && take("."));
+    }
 
     /// Length of a grouping mark here; a blank is one only before a group of exactly three digits.
     std::size_t groupingMark() const {
-        if (at_ == 0 || !isDigit(text_[at_ - 1])) return 0;
+        if (at_ == 0 || !isDigit(text_[at_ - 1]) || (commaIsDecimal_ && starts(","))) return 0;
         std::size_t length = groupingMarkAt(text_.substr(at_), regional_);
         if (length == 0 && periodGroups_ && starts(".")) length = 1;
         const std::size_t next = at_ + length;
@@ -159,6 +187,7 @@ class Scanner {
     std::string decimal_;
     std::string minus_;
     std::size_t at_ = 0;
+    bool commaIsDecimal_ = false; // although it is not the symbol
     bool periodIsDecimal_ = false;
     bool periodGroups_ = false;
 };

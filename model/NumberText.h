@@ -13,7 +13,8 @@ namespace metrisk {
 /// The numeric part of a text, with the period as decimal mark and without grouping marks: units
 /// before or behind a blank, "%" and "$" are dropped. A text without a number stays as it is, less
 /// those. With a comma as decimal symbol a single period is a decimal mark too; when the text holds
-/// a comma, periods are grouping marks.
+/// a comma, periods are grouping marks. With a period as decimal symbol a single comma that cannot
+/// group ("0,5", "1.234,5") is a decimal mark, since texts of analysis files are kept as typed.
 std::string CleanNumberText(std::string_view text, const Regional& regional);
 
 /// The number that the cleaned text starts with; 0 if there is none or it is too large for a double.

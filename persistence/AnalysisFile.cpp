@@ -106,8 +106,13 @@ void ReadAnalysisText(Session& session, std::string content, const std::string& 
 }
 
 void ReadAnalysis(Session& session, const std::string& path) noexcept {
-    // One byte more than can be an analysis tells a file that is too large from one that is not.
-    auto content = readFileStart(path, largestFile + 1);
+    std::optional<std::string> content;
+    try {
+        // One byte more than can be an analysis tells a file that is too large from one that is not.
+        content = readFileStart(path, largestFile + 1);
+    } catch (const std::exception&) {
+        content.reset(); // no memory for it
+    }
     if (content) return ReadAnalysisText(session, std::move(*content), nameOf(path));
     refuse(session, unreadable, nameOf(path));
 }

@@ -11,7 +11,8 @@ namespace metrisk {
 
 /// Fills the record from a file. On failure a box titled with the file's name tells so, AbortFlag is
 /// set and the record holds what had been read so far; FileChanged then stays. Afterwards FileChanged
-/// is true if the file has the oldest two forms, since it would be saved differently. The caller
+/// is true if the file has the oldest two forms, since it would be saved differently. Tolerance kinds of
+/// which not exactly one is true become two-sided, a FalseAcceptOption other than 1 becomes 0. The caller
 /// clears the record first and sets AnalysisFileName.
 void ReadAnalysis(Session& session, const std::string& path) noexcept;
 

@@ -24,6 +24,20 @@ void nameStressResponse(ProcessErrors& errors) {
     errors.ErrTableDisplay[stressResponseRow + 1][nameColumn] = stressResponse;
 }
 
+/// Rules ask for each kind on its own, so that any other number of them would be taken for one kind here
+/// and for another there. Without a single choice both limits count.
+void settleToleranceKind(SubjectParameter& subject) {
+    if (subject.OptTwoSided + subject.OptSingleUpper + subject.OptSingleLower == 1) return;
+    subject.OptTwoSided = true;
+    subject.OptSingleUpper = false;
+    subject.OptSingleLower = false;
+}
+
+/// Only 1 is Producer.
+void settleConvention(RiskResults& results) {
+    if (results.FalseAcceptOption != 1) results.FalseAcceptOption = 0;
+}
+
 std::string picturePctReading(double percent) {
     return PictureForDecimals(DecimalsOfValue(percent, 0));
 }
@@ -81,12 +95,16 @@ void derivePictures(Analysis& record) {
 void runLoadStep(Session& session, LayoutPoint point) {
     switch (point) {
     case LayoutPoint::Options:
+        settleToleranceKind(session.record);
         session.ui.repaintMainScreen();
         session.ui.yield();
         break;
     case LayoutPoint::ErrorTable: copyErrorTable(session.record); break;
     case LayoutPoint::SourceNames: nameStressResponse(session.record); break;
-    case LayoutPoint::Units: settleUnits(session.record); break;
+    case LayoutPoint::Units:
+        settleConvention(session.record);
+        settleUnits(session.record);
+        break;
     case LayoutPoint::Statistics: SumProcessUncertainty(session); break;
     }
 }

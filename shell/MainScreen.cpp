@@ -95,15 +95,18 @@ FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text)
 
     const Analysis before = session_.record;
     const EntryGuard entering(session_);
+    session_.record.AbortFlag = false;
     FieldResult result;
     try {
         result = rule->rule(session_, text, last.value_or(""));
     } catch (const RuntimeFault&) {
         session_.record = before;
-        session_.record.AbortFlag = true;
         result = {true, last.value_or("")};
     }
-    if (result.stay) return result;
+    if (result.stay) {
+        session_.record.AbortFlag = true;
+        return result;
+    }
     const ScreenState screen = mainDisplay(session_, guardbandsAsLimits);
     result.text = screen.at(std::string(box)).text.value_or(result.text);
     lastTexts_.insert_or_assign(std::string(box), result.text);

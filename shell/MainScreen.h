@@ -25,7 +25,8 @@ class MainScreen {
     void keyPressed(std::string_view box);
     /// The text is being typed; identification texts go to the record at once.
     void edited(std::string_view box, const std::string& text);
-    /// Runs the box's field rule. On a refusal or a numeric fault the record is unchanged.
+    /// Runs the box's field rule. On a refusal or a numeric fault the record is unchanged but for
+    /// AbortFlag, which is set; it is set as well when the entry is kept but cannot be fitted.
     FieldResult lostFocus(std::string_view box, const std::string& text) noexcept;
 
     /// The text a box had when it got focus; empty if the next comparison counts as a change.

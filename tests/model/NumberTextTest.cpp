@@ -39,7 +39,18 @@ TEST(NumberText, ReadsLooseText) {
         {american, "95.0%", 95, 1},
         {american, "$1,234.50", 1234.5, 2},
         {american, "-$5", -5, 0},
-        {american, "1,5", 15, 0}, // a grouping mark is no decimal mark
+        {american, "1,234", 1234, 0},
+        {american, "-1,234,567", -1234567, 0},
+        {american, "12,34,567", 1234567, 0},
+        {american, "1,5", 1.5, 1}, // a lone comma that cannot group
+        {american, "0,500", 0.5, 3},
+        {american, "1234,567 V", 1234.567, 3},
+        {american, ",25", 0.25, 2},
+        {american, "1,5E-3", 0.0015, 1},
+        {american, "1.234,5", 1234.5, 1},
+        {american, "1.234.567,5", 1234567.5, 1},
+        {american, "1.2,5", 1.2, 1},
+        {american, "12,", 12, 0},
         {american, ".5", 0.5, 1},
         {american, "5.", 5, 0},
         {american, "-.25", -0.25, 2},
@@ -80,6 +91,7 @@ TEST(NumberText, ReadsLooseText) {
         {swedish, "\u22121\u00A0234,5", -1234.5, 1},
         {swiss, "1\u2019234.5", 1234.5, 1},
         {swiss, "1'234.5", 1234.5, 1},
+        {swiss, "1,234", 1.234, 3}, // groups with an apostrophe only
     };
     for (const ParseRow& row : rows) {
         const std::string shown = row.text.substr(0, 60) + " in " + nameOf(row.regional);

@@ -112,6 +112,8 @@ TEST(AnalysisFile, EveryFieldSurvivesARoundTrip) {
         visitElements(std::string(name), member,
                       [&](const std::string&, auto& element) { Change{++count}(element); });
     });
+    one.record.OptSingleLower = false; // the load leaves one kind
+    one.record.FalseAcceptOption = 1;
     one.record.Stat_SampleSize.fill(maxSampleSize);
     one.record.ErrTableText.fill({}); // so that the sum of the table is the one that was read
     for (int i = 1; i <= 10; ++i)

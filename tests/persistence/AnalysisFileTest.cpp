@@ -218,6 +218,29 @@ TEST(AnalysisFile, AnUnnamedOldRowIsCalledStressResponse) {
     EXPECT_EQ(test.record.ErrTableText[4][5], "Stress Response");
 }
 
+TEST(AnalysisFile, ChoicesThatAreNoneBecomeTheUsualOnes) {
+    const struct {
+        const char* kinds;
+        bool twoSided, upper, lower;
+    } kindRows[] = {
+        {"-1,0,0", true, false, false}, {"0,-1,0", false, true, false},  {"0,0,-1", false, false, true},
+        {"0,0,0", true, false, false},  {"0,-1,-1", true, false, false}, {"-1,-1,0", true, false, false},
+        {"-1,0,-1", true, false, false}, {"7,7,7", true, false, false},
+    };
+    for (const auto& row : kindRows) {
+        TestSession test;
+        ReadAnalysisText(test.session, goldenWith(2, row.kinds), "a.mrk");
+        EXPECT_EQ(test.record.OptTwoSided, row.twoSided) << row.kinds;
+        EXPECT_EQ(test.record.OptSingleUpper, row.upper) << row.kinds;
+        EXPECT_EQ(test.record.OptSingleLower, row.lower) << row.kinds;
+    }
+    for (const auto& [stored, option] : {std::pair{"0", 0}, {"1", 1}, {"2", 0}, {"-1", 0}, {"32767", 0}}) {
+        TestSession test;
+        ReadAnalysisText(test.session, goldenWith(104, stored), "a.mrk");
+        EXPECT_EQ(test.record.FalseAcceptOption, option) << stored;
+    }
+}
+
 TEST(AnalysisFile, NamesEndAsAnalyses) {
     const std::pair<const char*, const char*> rows[] = {
         {"a", "a.mrk"},     {"a.mrk", "a.mrk"},           {"A.MRK", "A.MRK"},

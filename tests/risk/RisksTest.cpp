@@ -109,23 +109,6 @@ struct RiskRow {
     double tolerance = 2e-8;
 };
 
-Entry twoSided(double up, double down, double pct, double mteOffset = 0.125, double mtePct = 95) {
-    Entry e;
-    e.upperOffset = up;
-    e.lowerOffset = down;
-    e.pctInTol = pct;
-    e.mteOffset = mteOffset;
-    e.mtePctInTol = mtePct;
-    return e;
-}
-
-Entry single(Kind kind, double pct) {
-    Entry e;
-    e.kind = kind;
-    e.pctInTol = pct;
-    return e;
-}
-
 const RiskRow riskRows[] = {
     {"normal 4:1", twoSided(0.5, 0.5, 95)},
     {"normal 1:1", twoSided(0.5, 0.5, 72, 0.5, 85)},

@@ -107,6 +107,9 @@ TEST(FieldRules, RefuseAndStayWithTheEarlierValue) {
         EXPECT_EQ(result.text, c.shown);
         EXPECT_EQ(screen.box(c.box), c.shown);
         EXPECT_FALSE(screen.record.FileChanged);
+        EXPECT_TRUE(screen.record.AbortFlag);
+        screen.type("PctInTolBox", "90");
+        EXPECT_FALSE(screen.record.AbortFlag);
     }
 }
 
