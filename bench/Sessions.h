@@ -1,36 +1,9 @@
-// Sessions with ready entries and no one to talk to.
+// Sessions with ready entries and nobody before them.
 #pragma once
 
-#include "model/Session.h"
-
-#include <cstdlib>
+#include "tests/support/SilentSession.h"
 
 namespace metrisk::bench {
-
-/// Counts progress reports; a box would be a fault of the benchmark.
-class SilentInteraction final : public Interaction {
-  public:
-    int reports = 0;
-
-    Answer show(const Box&) override { std::abort(); }
-    void focus(std::string_view, bool) override {}
-    void yield() override {}
-    void status(std::string_view) override {}
-    void runComputing(ComputingScreen&, const std::function<void()>& step) override { step(); }
-    void updateComputing(const ComputingScreen&) override { ++reports; }
-    void repaintMainScreen() override {}
-    void setBusy(bool) override {}
-    void beep() override {}
-};
-
-class NoSettings final : public Settings {
-  public:
-    std::string ReadSetting(std::string_view, std::string_view, std::string_view defaultText,
-                            int) const override {
-        return std::string(defaultText);
-    }
-    void WriteSetting(std::string_view, std::string_view, std::string_view) override {}
-};
 
 /// Offsets in nominal units, in percent in tolerance.
 struct Entry {
@@ -48,10 +21,7 @@ inline Entry physicalLimitAtMode(double pct) {
     return {.pctInTol = pct, .singleUpper = true, .physicalLimitAtMode = true};
 }
 
-struct BenchSession {
-    NoSettings settings;
-    SilentInteraction ui;
-    Session session{settings, ui};
+struct BenchSession : testing::SilentSession {
     Analysis& record = session.record;
 
     explicit BenchSession(const Entry& e) {

@@ -70,7 +70,7 @@ BENCHMARK(inverseNormal)->UseManualTime();
 
 /// The floor is the quantile that the search starts from.
 void inverseStudentT(benchmark::State& state) {
-    SilentInteraction ui;
+    testing::SilentInteraction ui;
     const auto nu = static_cast<double>(state.range(0));
     const Arguments p = ascending(0.01, 0.999);
     againstFloor(state, count, sumOver(p, [&](double v) { return InverseStudentT(nu, v, ui); }),

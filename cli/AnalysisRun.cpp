@@ -7,12 +7,17 @@
 
 namespace metrisk::cli {
 
-AnalysisRun::AnalysisRun(const std::string& settingsPath)
-    : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {}
-
-bool AnalysisRun::open(const std::string& path) {
+Workplace::Workplace(const std::string& settingsPath)
+    : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {
+    ConsoleInteraction ui;
+    Session session{settings, ui};
     ClearAnalysis(session);
     ClearWorksheets(session);
+    newAnalysis = session.record;
+}
+
+bool AnalysisRun::open(const std::string& path) {
+    record = workplace_.newAnalysis;
     record.AnalysisFileName = path;
     record.AbortFlag = false;
     ReadAnalysis(session, path);

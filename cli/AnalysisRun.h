@@ -10,11 +10,20 @@
 
 namespace metrisk::cli {
 
+/// What all analyses of one command share: the settings, and a new analysis by them. Only read once made.
+struct Workplace {
+    /// An empty path means the user's own settings.
+    explicit Workplace(const std::string& settingsPath);
+
+    SettingsFile settings;
+    Analysis newAnalysis;
+};
+
 class AnalysisRun {
   public:
-    explicit AnalysisRun(const std::string& settingsPath);
+    explicit AnalysisRun(Workplace& workplace) : session{workplace.settings, ui}, workplace_(workplace) {}
 
-    /// Reads the file into a cleared record; false when it cannot be read.
+    /// Reads the file into a new analysis; false when it cannot be read.
     bool open(const std::string& path);
     /// Writes under the name an analysis is saved as; false when it cannot be written.
     bool save(const std::string& path);
@@ -22,10 +31,12 @@ class AnalysisRun {
     /// The messages so far, named after the file, for stderr.
     std::string diagnostics(const std::string& name) const { return diagnosticLines(name, ui.messages()); }
 
-    SettingsFile settings;
     ConsoleInteraction ui;
-    Session session{settings, ui};
+    Session session;
     Analysis& record = session.record;
+
+  private:
+    const Workplace& workplace_;
 };
 
 /// The path under which a save to `path` would land exists already.

@@ -135,9 +135,9 @@ std::string silentFaults(const std::string& file, int status, const AnalysisRun&
     return lines;
 }
 
-Output computeFile(const std::string& file, const ComputeOptions& options) {
+Output computeFile(Workplace& workplace, const std::string& file, const ComputeOptions& options) {
     Output output;
-    AnalysisRun run(options.settings);
+    AnalysisRun run(workplace);
     Figures figures;
     if (!run.open(file)) {
         output.status = unreadable;
@@ -185,10 +185,11 @@ class ProgressBar {
 } // namespace
 
 int computeCommand(const ComputeOptions& options) {
+    Workplace workplace(options.settings);
     ProgressBar bar(options.files.size());
     return runOrdered(
         options.files.size(), options.threads,
-        [&](std::size_t i) { return computeFile(options.files[i], options); },
+        [&](std::size_t i) { return computeFile(workplace, options.files[i], options); },
         [&](std::size_t done) { bar.show(done); });
 }
 

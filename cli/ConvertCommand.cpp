@@ -7,7 +7,8 @@ namespace metrisk::cli {
 
 int convertCommand(const ConvertOptions& options) {
     Output output;
-    AnalysisRun run(options.settings);
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
     if (!options.force && saveWouldReplace(options.out)) {
         output.status = wrongUsage;
         output.diagnostics = NormalizeAnalysisName(options.out) + " exists; use --force to replace it\n";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -15,33 +16,47 @@ namespace {
 
 constexpr std::size_t windowSize = 256;
 
-/// Outputs between the thread that made them and their turn.
-class Window {
+/// Outputs on their way to their turn. Whoever brings the next one writes it and all that wait behind
+/// it, so that no thread is woken just to write.
+class Emitter {
   public:
-    /// Waits until the item's place is free.
+    explicit Emitter(const std::function<void(std::size_t)>& progress) : progress_(progress) {}
+
+    /// Waits while the item is too far ahead of what has been written.
     void put(std::size_t item, Output output) {
         std::unique_lock lock(mutex_);
-        changed_.wait(lock, [&] { return item < next_ + windowSize; });
+        moved_.wait(lock, [&] { return item < next_ + windowSize; });
         slots_[item % windowSize] = std::move(output);
-        if (item == next_) changed_.notify_all();
+        if (item != next_ || writing_) return;
+        writing_ = true;
+        while (auto& slot = slots_[next_ % windowSize]) {
+            const Output ready = std::move(*slot);
+            slot.reset();
+            lock.unlock();
+            write(ready);
+            lock.lock();
+            ++next_;
+            moved_.notify_all();
+        }
+        writing_ = false;
     }
 
-    /// The next output in order.
-    Output take() {
-        std::unique_lock lock(mutex_);
-        auto& slot = slots_[next_ % windowSize];
-        changed_.wait(lock, [&] { return slot.has_value(); });
-        Output output = std::move(*slot);
-        slot.reset();
-        ++next_;
-        changed_.notify_all();
-        return output;
-    }
+    int status() const { return status_; }
 
   private:
+    /// By one thread at a time.
+    void write(const Output& output) {
+        status_ = std::max(status_, output.status);
+        if (!emit(output)) status_ = std::max<int>(status_, refused);
+        progress_(next_ + 1);
+    }
+
+    const std::function<void(std::size_t)>& progress_;
     std::mutex mutex_;
-    std::condition_variable changed_;
+    std::condition_variable moved_;
     std::size_t next_ = 0;
+    bool writing_ = false;
+    int status_ = allDone;
     std::array<std::optional<Output>, windowSize> slots_;
 };
 
@@ -49,37 +64,23 @@ class Window {
 
 int runOrdered(std::size_t items, unsigned threads, const std::function<Output(std::size_t)>& job,
                const std::function<void(std::size_t)>& progress) {
-    Window window;
-    std::mutex mutex;
-    std::size_t nextItem = 0;
+    Emitter emitter(progress);
+    std::atomic<std::size_t> nextItem = 0;
     const auto work = [&] {
-        for (;;) {
-            std::size_t item;
-            {
-                const std::lock_guard lock(mutex);
-                if (nextItem == items) return;
-                item = nextItem++;
-            }
-            window.put(item, job(item));
-        }
+        for (std::size_t item; (item = nextItem++) < items;) emitter.put(item, job(item));
     };
     if (threads == 0) threads = std::max(1u, std::thread::hardware_concurrency());
     threads = static_cast<unsigned>(std::min<std::size_t>(threads, items));
-    std::vector<std::jthread> workers;
-    try {
-        while (workers.size() < threads) workers.emplace_back(work);
-    } catch (const std::system_error&) {
-        // The system grants no more threads: those there are do the work, this one if there are none.
+    {
+        std::vector<std::jthread> workers;
+        try {
+            for (unsigned i = 1; i < threads; ++i) workers.emplace_back(work);
+        } catch (const std::system_error&) {
+            // The system grants no more threads: those there are do the work.
+        }
+        work();
     }
-
-    int status = allDone;
-    for (std::size_t item = 0; item < items; ++item) {
-        const Output output = workers.empty() ? job(item) : window.take();
-        status = std::max(status, output.status);
-        if (!emit(output)) status = std::max<int>(status, refused);
-        progress(item + 1);
-    }
-    return status;
+    return emitter.status();
 }
 
 } // namespace metrisk::cli

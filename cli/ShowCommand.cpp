@@ -33,7 +33,8 @@ std::string lines(const std::string& name, const Value& value) {
 
 int showCommand(const ShowOptions& options) {
     Output output;
-    AnalysisRun run(options.settings);
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
     if (!run.open(options.file)) {
         output.status = unreadable;
     } else if (options.json) {

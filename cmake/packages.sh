@@ -1,7 +1,9 @@
 # Shared by ./run and ./test: installs missing Debian packages and builds a preset.
 
 build_packages=(g++ cmake ninja-build ccache libcli11-dev nlohmann-json3-dev)
-test_packages=(clang libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev)
+window_packages=(qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core)
+test_packages=(clang libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev
+  desktop-file-utils appstream shared-mime-info dpkg-dev file man-db)
 
 # Installs those of the named packages that are missing, with apt, as root or through sudo.
 install_packages() {
@@ -22,7 +24,8 @@ install_packages() {
     { echo "apt could not install: ${missing[*]}" >&2; return 1; }
 }
 
-# build PRESET TARGET: configures once, then builds what has changed.
+# build PRESET TARGET: configures once, then builds what has changed. A preset is configured again when
+# that has failed before.
 build() {
   [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >/dev/null
   cmake --build --preset "$1" --target "$2" -- --quiet

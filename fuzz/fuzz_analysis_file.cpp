@@ -1,6 +1,6 @@
 // Any bytes as an analysis file: told or read, never a number that is none; what was read is written
 // and read again as the same file.
-#include "fuzz/SilentSession.h"
+#include "tests/support/SilentSession.h"
 #include "model/AnalysisFields.h"
 #include "model/ClearAnalysis.h"
 #include "persistence/AnalysisFile.h"
@@ -45,7 +45,7 @@ bool holdsQuote(const Analysis& record) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string content(reinterpret_cast<const char*>(data), size);
-    fuzzing::SilentSession first;
+    testing::SilentSession first;
     ClearAnalysis(first.session);
     ReadAnalysisText(first.session, content, "fuzz.mrk");
     requireSoundRecord(first.session.record);
@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const std::string written = AnalysisText(first.session.record);
     if (holdsQuote(first.session.record)) return 0; // the form has no escape for it
-    fuzzing::SilentSession second;
+    testing::SilentSession second;
     ClearAnalysis(second.session);
     ReadAnalysisText(second.session, written, "fuzz.mrk");
     require(!second.session.record.AbortFlag, "the written file is not read");

@@ -58,18 +58,6 @@ AcceptanceBounds acceptanceBounds(const SubjectBias& su, double lower, double up
     return {.usable = false};
 }
 
-/// Limits follow from mode and offsets, but a file holds all of them. The formulas use now one, now the
-/// other, so a record in which they differ has no risk. The rounding of a 15-digit file is no difference,
-/// and the side of the mode is the validation's matter.
-bool limitsFollowOffsets(const SubjectBias& su) {
-    const auto agree = [&su](double limit, double offset) {
-        const double rounding = 2e-14 * (std::fabs(su.mode) + std::fabs(limit));
-        return std::fabs(std::fabs(limit - su.mode) - offset) <= rounding + 1e-6 * offset;
-    };
-    return (agree(su.upperLimit, su.upperOffset) || !(su.twoSided || su.singleUpper)) &&
-           (agree(su.lowerLimit, su.lowerOffset) || !(su.twoSided || !su.singleUpper));
-}
-
 /// Probability of acceptance of a normal parameter, in closed form.
 double normalAcceptance(const SubjectBias& su, double mteSigma, double lower, double upper) {
     const Real spread = sqrt(Real(mteSigma) * mteSigma + Real(su.sigma) * su.sigma);
@@ -90,7 +78,6 @@ class RiskComputation {
         if (su_.sigma == 0) return RiskOutcome::Unchanged;
         bounds_ = acceptanceBounds(su_, lower_, upper_);
         if (!bounds_.usable) return RiskOutcome::Unchanged;
-        if (!limitsFollowOffsets(su_)) return refused(limitsUnrealisticText);
 
         const AcceptanceIntegral joint = integrate("xy");
         if (joint.outcome == IntegralOutcome::Fault) return failed(RiskOutcome::FailedAndReported);

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <vector>
 
 namespace metrisk {
 
@@ -86,8 +87,8 @@ QWidget* makeIdentificationPanel() {
                                    {"Parameter Name", "ParameterIDBox", "MTEParameterIDBox"},
                                    {"Qualifier 1", "Qualifier1Box", "MTEQualifier1Box"},
                                    {"Qualifier 2", "Qualifier2Box", "MTEQualifier2Box"}};
-    QWidget* firstSubject = nullptr;
-    QWidget* firstMeasuring = nullptr;
+    std::vector<QWidget*> subjectColumn = {subject};
+    std::vector<QWidget*> measuringColumn = {measuring};
     int line = 1;
     for (const Row& row : rows) {
         auto* su = named(new EntryBox, row.su, QString("%1 of the subject unit").arg(row.text));
@@ -96,14 +97,19 @@ QWidget* makeIdentificationPanel() {
         grid->addWidget(su, line, 1);
         grid->addWidget(label(nullptr, row.text, mte), line, 2);
         grid->addWidget(mte, line, 3);
-        if (!firstSubject) firstSubject = su;
-        if (!firstMeasuring) firstMeasuring = mte;
+        subjectColumn.push_back(su);
+        measuringColumn.push_back(mte);
         ++line;
     }
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
-    QObject::connect(subject, &QPushButton::clicked, firstSubject, [firstSubject] { firstSubject->setFocus(); });
-    QObject::connect(measuring, &QPushButton::clicked, firstMeasuring, [firstMeasuring] { firstMeasuring->setFocus(); });
+    // One unit is described before the other.
+    for (const auto* column : {&subjectColumn, &measuringColumn})
+        for (std::size_t i = 1; i < column->size(); ++i) QWidget::setTabOrder((*column)[i - 1], (*column)[i]);
+    QWidget::setTabOrder(subjectColumn.back(), measuring);
+    for (const auto* column : {&subjectColumn, &measuringColumn})
+        QObject::connect(static_cast<QPushButton*>(column->front()), &QPushButton::clicked, column->at(1),
+                         [first = column->at(1)] { first->setFocus(); });
     return made;
 }
 

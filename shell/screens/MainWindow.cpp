@@ -197,9 +197,9 @@ bool MainWindow::leave(EntryBox* box) {
 bool MainWindow::commitEntry() {
     auto* box = qobject_cast<EntryBox*>(focusWidget());
     if (!box || !box->isModified()) return true;
-    const bool accepted = leave(box);
+    if (!leave(box)) return false;
     model_.gotFocus(box->objectName().toStdString(), box->text().toStdString());
-    return accepted;
+    return true;
 }
 
 void MainWindow::repaintRecord() {

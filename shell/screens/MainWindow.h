@@ -47,7 +47,7 @@ class MainWindow final : public QMainWindow {
     void buildPanels();
     void bindBoxes();
     void bindOptions();
-    /// Runs the box's rule; false if the entry was refused and the focus comes back.
+    /// Runs the field rule; false if it refuses the entry, to which the focus then comes back.
     bool leave(EntryBox* box);
     void showHighlight(const std::string& panel);
 

@@ -19,7 +19,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPointer>
 #include <QToolBar>
 
 namespace metrisk {
@@ -67,7 +66,7 @@ void WindowCommands::addItem(QMenu* menu, const MenuItem& item) {
 }
 
 QAction* WindowCommands::makeAction(const MenuItem& item) {
-    auto* action = new QAction(qt(item.caption), this);
+    auto* action = new QAction(qt(item.caption), &window_);
     const QString name = item.control;
     action->setObjectName(name);
     action->setEnabled(item.hasScreen);
@@ -105,9 +104,8 @@ void WindowCommands::buildToolbar() {
 
 void WindowCommands::bind() {
     const auto showHelp = [this](const char* page) {
-        static QPointer<HelpWindow> help;
-        if (!help) help = new HelpWindow(&window_);
-        help->open(page);
+        if (!help_) help_ = new HelpWindow(&window_);
+        help_->open(page);
     };
     const auto runChoice = [this](FalseAcceptScreen& screen) { runFalseAcceptDialog(screen, &window_); };
     const auto runBaseline = [this, showHelp](BaselineScreen& screen) { runBaselineDialog(screen, showHelp, &window_); };

@@ -13,6 +13,7 @@ class QMenu;
 
 namespace metrisk {
 
+class HelpWindow;
 class MainWindow;
 struct MenuItem;
 struct Session;
@@ -50,6 +51,7 @@ class WindowCommands final : public QObject {
     QHash<QString, QAction*> actions_;
     QHash<QString, std::function<void()>> commands_;
     QMenu* recent_ = nullptr;
+    HelpWindow* help_ = nullptr;
 };
 
 } // namespace metrisk

@@ -28,30 +28,14 @@ struct FitRow {
     int caseCode;
 };
 
-Entry twoSided(double mode, double up, double down, double pct) {
-    Entry e;
-    e.mode = mode;
-    e.upperOffset = up;
-    e.lowerOffset = down;
-    e.pctInTol = pct;
-    return e;
-}
-
-Entry single(Kind kind, double pct) {
-    Entry e;
-    e.kind = kind;
-    e.pctInTol = pct;
-    return e;
-}
-
 const FitRow fitRows[] = {
-    {"two-sided", twoSided(10, 0.5, 0.5, 95), "Normal", 6},
-    {"two-sided, equal to rounding", twoSided(10, 0.5, 0.5 + 5e-14, 95), "Normal", 6},
-    {"two-sided, all in tolerance", twoSided(10, 0.5, 0.5, 100), "Uniform", 9},
-    {"two-sided, wider above", twoSided(10, 1.0, 0.5, 90), "LogNormal", 3},
-    {"two-sided, wider below", twoSided(10, 0.5, 1.5, 80), "LogNormal", 3},
-    {"two-sided, nearly equal", twoSided(10, 0.5, 0.51, 95), "LogNormal", 3},
-    {"two-sided, far from equal", twoSided(0, 8, 1, 70), "LogNormal", 3},
+    {"two-sided", twoSided(0.5, 0.5, 95), "Normal", 6},
+    {"two-sided, equal to rounding", twoSided(0.5, 0.5 + 5e-14, 95), "Normal", 6},
+    {"two-sided, all in tolerance", twoSided(0.5, 0.5, 100), "Uniform", 9},
+    {"two-sided, wider above", twoSided(1.0, 0.5, 90), "LogNormal", 3},
+    {"two-sided, wider below", twoSided(0.5, 1.5, 80), "LogNormal", 3},
+    {"two-sided, nearly equal", twoSided(0.5, 0.51, 95), "LogNormal", 3},
+    {"two-sided, far from equal", {.mode = 0, .upperOffset = 8, .lowerOffset = 1, .pctInTol = 70}, "LogNormal", 3},
     {"single upper", single(Kind::SingleUpper, 95), "Normal", 5},
     {"single lower", single(Kind::SingleLower, 50.0001), "Normal", 4},
     {"upper, limit at mode", withPhysicalLimit(Kind::SingleUpper, 0, 2, 0, 90), "Exponential", 8},
@@ -119,8 +103,9 @@ TEST(FitSubject, TwoSidedLogNormalSplitsTheTailsEvenly) {
 TEST(FitSubject, DoesNotDependOnTheUnitOfMeasurement) {
     for (double unit : {1e-9, 1e-3, 1e3, 1e9}) {
         TestSession base, scaled;
-        enter(base.record, twoSided(10, 1.0, 0.4, 88));
-        enter(scaled.record, twoSided(10 * unit, 1.0 * unit, 0.4 * unit, 88));
+        enter(base.record, twoSided(1.0, 0.4, 88));
+        enter(scaled.record,
+              {.mode = 10 * unit, .upperOffset = 1.0 * unit, .lowerOffset = 0.4 * unit, .pctInTol = 88});
         double sigma = 0, scaledSigma = 0;
         FitSubjectParameter(base.session, 88, sigma);
         FitSubjectParameter(scaled.session, 88, scaledSigma);
@@ -133,7 +118,7 @@ TEST(FitSubject, DoesNotDependOnTheUnitOfMeasurement) {
 TEST(FitSubject, GivesTheSpreadOfEachDistribution) {
     TestSession t;
     double sigma = 0;
-    enter(t.record, twoSided(10, 0.5, 0.5, 100));
+    enter(t.record, twoSided(0.5, 0.5, 100));
     FitSubjectParameter(t.session, 100, sigma);
     EXPECT_NEAR(sigma, 1.0 / (2 * std::sqrt(3.0)), 1e-15);
 
@@ -190,7 +175,7 @@ TEST(FitSubject, RefusesWithMessageFocusAndUnchangedFit) {
     };
     for (const RefusalRow& row : rows) {
         TestSession t;
-        enter(t.record, twoSided(10, 0.5, 0.5, 95));
+        enter(t.record, twoSided(0.5, 0.5, 95));
         FitSubjectParameter(t.session, 95, t.record.SU_Sigma);
         const double sigma = t.record.SU_Sigma;
         enter(t.record, row.entry);
@@ -218,13 +203,13 @@ TEST(FitSubject, NamesTheRangeThatThePhysicalLimitMustLeave) {
 
 TEST(FitSubject, AllInToleranceWithoutEarlierTailsIsASilentFault) {
     TestSession t;
-    enter(t.record, twoSided(10, 1.0, 0.5, 100));
+    enter(t.record, twoSided(1.0, 0.5, 100));
     double sigma = 3;
     FitSubjectParameter(t.session, 100, sigma);
     EXPECT_TRUE(t.record.AbortFlag);
     EXPECT_EQ(sigma, 3);
 
-    enter(t.record, twoSided(10, 1.0, 0.5, 90));
+    enter(t.record, twoSided(1.0, 0.5, 90));
     FitSubjectParameter(t.session, 90, sigma);
     const double fitted = sigma;
     FitSubjectParameter(t.session, 100, sigma);

@@ -109,23 +109,6 @@ struct RiskRow {
     double tolerance = 2e-8;
 };
 
-Entry twoSided(double up, double down, double pct, double mteOffset = 0.125, double mtePct = 95) {
-    Entry e;
-    e.upperOffset = up;
-    e.lowerOffset = down;
-    e.pctInTol = pct;
-    e.mteOffset = mteOffset;
-    e.mtePctInTol = mtePct;
-    return e;
-}
-
-Entry single(Kind kind, double pct) {
-    Entry e;
-    e.kind = kind;
-    e.pctInTol = pct;
-    return e;
-}
-
 const RiskRow riskRows[] = {
     {"normal 4:1", twoSided(0.5, 0.5, 95)},
     {"normal 1:1", twoSided(0.5, 0.5, 72, 0.5, 85)},
@@ -246,44 +229,6 @@ TEST(Risks, CaseSevenFollowsItsFormulas) {
     const AcceptanceIntegral inside = IntegrateAcceptance("xy", su, lo, hi, mteSigma, 1e-14, nullptr);
     const double tail = bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 1.0, 200.0, 15, 1e-13);
     EXPECT_NEAR(inside.value, tail, 1e-6);
-}
-
-TEST(Risks, LimitsThatContradictTheirOffsetsGiveNone) {
-    struct Row {
-        const char* what;
-        Kind kind;
-        double mode, offset, shownUpper, shownLower; // offsets that the limits show
-        bool computed;
-    };
-    const Row rows[] = {
-        {"as entered", Kind::TwoSided, 10, 0.5, 0.5, 0.5, true},
-        {"upper differs", Kind::TwoSided, 10, 0.5, 0.25, 0.5, false},
-        {"lower differs", Kind::TwoSided, 10, 0.5, 0.5, 0.51, false},
-        {"absent side", Kind::SingleUpper, 10, 0.5, 0.5, 3, true},
-        {"existing side", Kind::SingleLower, 10, 0.5, 0.5, 3, false},
-        {"rounded by the file", Kind::TwoSided, 1e9, 0.001, 0.001002, 0.000998, true},
-    };
-    for (const Row& row : rows) {
-        TestSession t;
-        Entry e;
-        e.kind = row.kind;
-        e.mode = row.mode;
-        e.upperOffset = e.lowerOffset = row.offset;
-        e.mteOffset = row.offset / 4;
-        enter(t.record, e);
-        FitMeasuringParameter(t.session, 95, t.record.MTE_Sigma);
-        FitSubjectParameter(t.session, 95, t.record.SU_Sigma);
-        t.record.SU_UpperLimit = row.mode + row.shownUpper;
-        t.record.SU_LowerLimit = row.mode - row.shownLower;
-        double accept = -1, reject = -1;
-        if (!row.computed)
-            t.ui.expectBox("Compute Failed", "Unable to compute risks.  Limits may be unrealistic.");
-        const RiskOutcome outcome =
-            ComputeRisks(t.session, row.mode - row.offset, row.mode + row.offset, accept, reject);
-        EXPECT_EQ(outcome, row.computed ? RiskOutcome::Computed : RiskOutcome::FailedAndReported) << row.what;
-        EXPECT_EQ(accept == -1, !row.computed) << row.what;
-        t.ui.verifyAllShown();
-    }
 }
 
 TEST(Risks, AnyOtherKindIsTheMarginalIntegral) {

@@ -5,11 +5,12 @@
 
 #include <string>
 
-namespace metrisk::fuzzing {
+namespace metrisk::testing {
 
 class SilentInteraction final : public Interaction {
   public:
     int boxes = 0;
+    int reports = 0; // of progress
 
     Answer show(const Box& box) override {
         ++boxes;
@@ -19,7 +20,7 @@ class SilentInteraction final : public Interaction {
     void yield() override {}
     void status(std::string_view) override {}
     void runComputing(ComputingScreen&, const std::function<void()>& step) override { step(); }
-    void updateComputing(const ComputingScreen&) override {}
+    void updateComputing(const ComputingScreen&) override { ++reports; }
     void repaintMainScreen() override {}
     void setBusy(bool) override {}
     void beep() override {}
@@ -40,4 +41,4 @@ struct SilentSession {
     Session session{settings, ui};
 };
 
-} // namespace metrisk::fuzzing
+} // namespace metrisk::testing

@@ -1,0 +1,29 @@
+# Where everything goes on a desktop, and the Debian package of it.
+include(GNUInstallDirs)
+
+install(TARGETS metrisk-cli RUNTIME)
+if(METRISK_SCREENS)
+  set(data "${CMAKE_INSTALL_DATAROOTDIR}")
+  install(TARGETS metrisk RUNTIME)
+  install(FILES packaging/metrisk.desktop DESTINATION ${data}/applications)
+  install(FILES packaging/metrisk.svg DESTINATION ${data}/icons/hicolor/scalable/apps)
+  install(FILES packaging/metrisk-mime.xml DESTINATION ${data}/mime/packages RENAME metrisk.xml)
+  install(FILES packaging/metrisk.metainfo.xml DESTINATION ${data}/metainfo)
+endif()
+install(FILES packaging/metrisk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES packaging/metrisk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME metrisk-cli.1)
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "Metrisk")
+set(CPACK_PACKAGE_CONTACT "Metrisk <packages@metrisk.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Measurement decision risk analysis")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Computes false accept and false reject risk of tests and calibrations,\n compares them with a baseline and finds the equivalent accuracy ratio.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6svg6) # the icons: loaded as a plugin, so no link tells
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+include(CPack)

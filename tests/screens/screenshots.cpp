@@ -1,0 +1,102 @@
+// Takes the pictures of the documentation: every screen with an example in it, into a folder as PNG.
+#include "tests/screens/support/Desk.h"
+
+#include "risk/ComputingScreen.h"
+#include "risk/screens/ComputingDialog.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+#include <QStyleFactory>
+#include <cstdio>
+
+namespace {
+
+using namespace metrisk;
+using namespace metrisk::testing;
+
+QPalette darkPalette() {
+    const QColor window(45, 48, 52);
+    const QColor text(230, 230, 230);
+    QPalette palette(window);
+    palette.setColor(QPalette::Base, QColor(30, 32, 35));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
+    }
+    palette.setColor(QPalette::Highlight, QColor(60, 110, 170));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+class Camera {
+  public:
+    Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
+
+    void take(QWidget& window, const char* name) {
+        QCoreApplication::processEvents();
+        const QString path = folder_.filePath(QString("%1.png").arg(name));
+        if (!window.grab().save(path)) qFatal("cannot write %s", qPrintable(path));
+        std::printf("%s %d x %d\n", qPrintable(path), window.width(), window.height());
+    }
+
+    /// The picture of a dialog that a menu item opens.
+    void takeDialog(const char* item, const char* screen, const char* name) {
+        desk_.boxes.expectScreen(screen, [&](QWidget& window) {
+            if (auto* defaults = window.findChild<QAction*>("mnu_ShowDefaults")) defaults->trigger();
+            take(window, name);
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.choose(item);
+    }
+
+    void takeComputing() {
+        ComputingScreen progress(desk_.record.AbortFlag);
+        progress.searchVisible = true;
+        progress.Lbl_Message1 = "False Accept Risk: 0.90 %\nFalse Reject Risk: 1.03 %";
+        progress.Lbl_Message2 = "Solving for Equivalent Accuracy Ratio\nIteration 12 = 8.43 : 1";
+        progress.Meter = 62;
+        ComputingDialog dialog(progress, [this, &dialog] { take(dialog, "computing"); }, desk_.window.get());
+        dialog.exec();
+    }
+
+  private:
+    Desk& desk_;
+    QDir folder_;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: screenshots FOLDER\n");
+        return 2;
+    }
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    const QPalette light = QApplication::palette();
+    Desk desk;
+    Camera camera(desk, argv[1]);
+    camera.take(*desk.window, "main-screen-empty");
+    desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    desk.settle();
+    camera.take(*desk.window, "main-screen");
+    camera.takeComputing();
+    camera.takeDialog("FalseAcceptOptions", "FAFORM", "false-accept-option");
+    camera.takeDialog("EqAccRatOptions", "EqRatio", "equivalent-ratio-options");
+    camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
+    desk.choose("mnu_HelpContents");
+    camera.take(*desk.control("HelpWindow"), "help");
+    desk.control("HelpWindow")->close();
+
+    QApplication::setPalette(darkPalette());
+    desk.window->repaintRecord();
+    desk.settle();
+    camera.take(*desk.window, "main-screen-dark");
+    QApplication::setPalette(light);
+    const QString faults = desk.boxes.faults();
+    if (faults.isEmpty()) return 0;
+    std::fprintf(stderr, "%s\n", qPrintable(faults));
+    return 1;
+}

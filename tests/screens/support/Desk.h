@@ -1,0 +1,66 @@
+// The main screen on its desk: settings in a folder of its own, scripted boxes, a hand at the keyboard.
+#pragma once
+
+#include "model/Session.h"
+#include "persistence/SettingsFile.h"
+#include "shell/screens/MainWindow.h"
+#include "shell/screens/QtInteraction.h"
+#include "tests/screens/support/BoxAnswerer.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QTest>
+#include <memory>
+
+namespace metrisk::testing {
+
+class Desk {
+  public:
+    Desk();
+    ~Desk();
+
+    /// Starts the program's window anew over the same settings.
+    void open();
+
+    TemporaryFolder folder;
+    SettingsFile settings;
+    QtInteraction ui;
+    Session session{settings, ui};
+    Analysis& record = session.record;
+    BoxAnswerer boxes;
+    std::unique_ptr<MainWindow> window;
+
+    /// The widget of that control, in `within` or the main screen; a missing one fails the test.
+    template <class Widget = QWidget>
+    Widget* control(const QString& name, QWidget* within = nullptr) {
+        auto* found = (within ? within : window.get())->findChild<Widget*>(name);
+        if (!found) qFatal("no control %s", qPrintable(name));
+        return found;
+    }
+
+    /// Clicks into the box and types over its text, without leaving it.
+    void type(const QString& box, const QString& text, QWidget* within = nullptr);
+    /// Types and leaves by Tab; afterwards the screen has settled.
+    void enter(const QString& box, const QString& text, QWidget* within = nullptr);
+    void click(const QString& control, QWidget* within = nullptr);
+    /// Chooses a menu item.
+    void choose(const QString& item);
+    /// Text of a box, a label or a button.
+    QString text(const QString& control, QWidget* within = nullptr);
+    bool isChecked(const QString& control, QWidget* within = nullptr);
+    /// Name of the control that has the focus of the main screen.
+    QString focused();
+    /// Every box of the main screen as "name=text" lines, in the order of the names.
+    QString allTexts();
+
+    /// Lets queued focus moves and repaints come about, with that screen (none: the main screen) as the
+    /// active window.
+    void settle(QWidget* screen = nullptr);
+
+    QString examplePath(const QString& name) const;
+    QString path(const char* name) const { return QString::fromStdString((folder / name).string()); }
+};
+
+/// What the two sides and the measuring parameter of an ordinary analysis are entered as.
+void enterTwoSided(Desk& desk);
+
+} // namespace metrisk::testing

@@ -1,0 +1,198 @@
+// The file commands and the way out, with the file dialogs that users see.
+#include "tests/screens/support/Desk.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+
+namespace metrisk::testing {
+
+class FileTest final : public QObject {
+    Q_OBJECT
+
+  private:
+    std::unique_ptr<Desk> desk_;
+
+    static constexpr const char* exitTitle = "Exit Metrisk";
+    static constexpr const char* exitText = "This will end your Metrisk session.";
+    static constexpr const char* saveTitle = "Save Analysis";
+
+    void drop(const QString& path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent entering(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(desk_->window.get(), &entering);
+        QVERIFY(entering.isAccepted());
+        QDropEvent dropped(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(desk_->window.get(), &dropped);
+        desk_->settle();
+    }
+
+  private slots:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup() {
+        QCOMPARE(desk_->boxes.faults(), QString());
+        desk_.reset();
+    }
+
+    void savedAndReopenedIsTheSame() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.enter("LowerLimitBox", "0.4");
+        d.click("ComputeResults");
+        d.boxes.expectFile(d.path("mine"));
+        d.choose("mnu_File_Save"); // untitled: asks for a name
+        QCOMPARE(d.boxes.faults(), QString());
+        QCOMPARE(d.window->windowTitle(), d.path("mine.mrk") + " - Metrisk");
+        const QString saved = d.allTexts();
+        const std::string content = fileContent(d.folder / "mine.mrk");
+
+        d.choose("NewAnalysisFile");
+        QCOMPARE(d.text("ModeBox"), QString());
+        QCOMPARE(d.window->windowTitle(), QString("(Untitled) - Metrisk"));
+        d.boxes.expectFile(d.path("mine.mrk"));
+        d.choose("mnu_File_Open");
+        QCOMPARE(d.allTexts(), saved);
+        d.boxes.expectBox("Compute Not Required", "Compute not required.\nNo changes have been made.");
+        d.click("ComputeResults");
+        d.choose("mnu_File_Save");
+        QCOMPARE(fileContent(d.folder / "mine.mrk"), content);
+    }
+
+    void everyExampleOpensAsItWasComputed_data() {
+        QTest::addColumn<QString>("name");
+        for (const auto& entry : std::filesystem::directory_iterator(METRISK_SOURCE_DIR "/examples"))
+            if (entry.path().extension() == ".mrk")
+                QTest::addRow("%s", entry.path().stem().c_str())
+                    << QString::fromStdString(entry.path().stem());
+    }
+    void everyExampleOpensAsItWasComputed() {
+        QFETCH(QString, name);
+        Desk& d = *desk_;
+        d.boxes.answerAll = [](QWidget& window) {
+            if (auto* box = qobject_cast<QDialog*>(&window); box && window.objectName() != "Computing")
+                box->accept();
+        };
+        d.window->openAtStart(d.examplePath(name));
+        d.settle();
+        QVERIFY(!d.record.FileChanged);
+        const QString opened = d.allTexts();
+        d.record.RisksNeedCompute = true;
+        d.click("ComputeResults");
+        d.settle();
+        QCOMPARE(d.allTexts(), opened);
+    }
+
+    void cancelledDialogsChangeNothing() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        const QString before = d.allTexts();
+        d.boxes.expectFile("");
+        d.choose("mnu_File_SaveAs");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "No");
+        d.boxes.expectFile("");
+        d.choose("mnu_File_Open");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "Cancel");
+        d.choose("NewAnalysisFile");
+        QCOMPARE(d.boxes.faults(), QString());
+        QCOMPARE(d.allTexts(), before);
+        QVERIFY(d.record.FileChanged);
+    }
+
+    void exitWithChanges() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.boxes.expectBox(exitTitle, exitText, "Cancel");
+        d.choose("ExitAnalysis");
+        QVERIFY(d.window->isVisible());
+        d.boxes.expectBox(exitTitle, exitText, "OK");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "Cancel");
+        d.choose("ExitAnalysis");
+        QVERIFY(d.window->isVisible());
+        d.boxes.expectBox(exitTitle, exitText, "OK");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "Yes");
+        d.boxes.expectFile("");
+        d.choose("ExitAnalysis"); // the save that was asked for did not come about
+        QVERIFY(d.window->isVisible());
+        d.boxes.expectBox(exitTitle, exitText, "OK");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "Yes");
+        d.boxes.expectFile(d.path("last.mrk"));
+        d.choose("ExitAnalysis");
+        QVERIFY(!d.window->isVisible());
+        QVERIFY(std::filesystem::exists(d.folder / "last.mrk"));
+    }
+
+    void exitWithoutSaving() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.boxes.expectBox(exitTitle, exitText, "OK");
+        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "No");
+        QVERIFY(d.window->close());
+        QCOMPARE(d.folder.count(), std::ptrdiff_t(0));
+    }
+
+    void aDroppedFileOpens() {
+        Desk& d = *desk_;
+        drop(d.examplePath("gauge-block-25mm"));
+        QCOMPARE(d.text("SystemIDBox"), QString("Granite & Sons"));
+        QCOMPARE(d.window->windowTitle(), d.examplePath("gauge-block-25mm") + " - Metrisk");
+        d.enter("ModeBox", "30");
+        d.boxes.expectBox(saveTitle, "Save changes to " + d.examplePath("gauge-block-25mm") + "?", "No");
+        drop(d.examplePath("ph-buffer-deviation"));
+        QCOMPARE(d.window->windowTitle(), d.examplePath("ph-buffer-deviation") + " - Metrisk");
+    }
+
+    void garbageLeavesAProgramThatWorks() {
+        Desk& d = *desk_;
+        int shown = 0;
+        d.boxes.answerAll = [&shown](QWidget& window) {
+            ++shown;
+            qobject_cast<QDialog*>(&window)->accept();
+        };
+        const std::pair<const char*, std::string> files[] = {{"empty.mrk", ""},
+                                                             {"binary.mrk", std::string("\0\1\2\xff\xfe", 5)},
+                                                             {"cut.mrk", "\"MTRISK\",1.512\n0,"}};
+        for (const auto& [name, content] : files) {
+            d.folder.write(name, content);
+            drop(d.path(name));
+        }
+        drop(d.path("nowhere.mrk"));
+        d.boxes.answerAll = nullptr;
+        QCOMPARE(shown, 4);
+        d.record.FileChanged = false;
+        d.choose("NewAnalysisFile");
+        enterTwoSided(d);
+        d.click("ComputeResults");
+        QVERIFY(d.record.FalseAcceptRisk > 0);
+    }
+
+    void recentFilesComeBack() {
+        Desk& d = *desk_;
+        drop(d.examplePath("gauge-block-25mm"));
+        d.open();
+        auto* recent = d.control<QMenu>("mnu_RecentFiles");
+        emit recent->aboutToShow();
+        QCOMPARE(recent->actions().size(), 1);
+        recent->actions().first()->trigger();
+        d.settle();
+        QCOMPARE(d.text("SystemIDBox"), QString("Granite & Sons"));
+    }
+
+    void onlyEnteringTouchesNoSettings() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.click("ComputeResults");
+        d.click("optOffsets_0");
+        d.choose("NewAnalysisFile");
+        d.boxes.faults();
+        QVERIFY(!std::filesystem::exists(d.settings.path()));
+    }
+};
+
+} // namespace metrisk::testing
+
+QTEST_MAIN(metrisk::testing::FileTest)
+#include "test_files.moc"
