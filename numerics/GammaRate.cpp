@@ -1,11 +1,9 @@
 #include "numerics/GammaRate.h"
 
+#include "model/DecimalForm.h"
 #include "numerics/Real.h"
 
-#include <charconv>
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
 
 namespace metrisk {
 
@@ -14,6 +12,7 @@ namespace {
 constexpr double firstUpperPoint = 0.001;
 constexpr double equalTargets = 1e-10;
 constexpr double closeEnough = 1e-9;
+constexpr int shownDecimals = 4;
 
 void solve(double& lambda, Real c, Real target, bool& failed) {
     const auto g = [&](Real x) { return target - c * exp(-x) * (1 + x + x * x / 2 + x * x * x / 6); };
@@ -36,7 +35,7 @@ void solve(double& lambda, Real c, Real target, bool& failed) {
         value = g(point);
         if (value < 0) low = point;
     } while (abs(value) >= closeEnough);
-    lambda = roundedToFourDecimals(point.value());
+    lambda = roundedToDecimals(point.value(), shownDecimals);
 }
 
 } // namespace
@@ -52,33 +51,6 @@ void SolveGammaRate(double& lambda, double c, double target, bool& failed) noexc
     } catch (const RuntimeFault&) {
         failed = true;
     }
-}
-
-double roundedToFourDecimals(double value) noexcept {
-    // d.dddddddddddddde[+-]xx
-    char text[32];
-    const char* const start = text + (std::signbit(value) ? 1 : 0);
-    const char* const end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 14).ptr;
-    if (!std::isfinite(value) || value == 0) return value;
-    std::int64_t digits = 0;
-    const char* c = start;
-    for (; *c != 'e'; ++c)
-        if (*c != '.') digits = digits * 10 + (*c - '0');
-    int exponent = 0;
-    std::from_chars(c[1] == '+' ? c + 2 : c + 1, end, exponent);
-
-    const int dropped = 10 - exponent; // of the 15 digits, those behind the fourth decimal
-    if (dropped > 15) return std::copysign(0.0, value);
-    if (dropped <= 0) { // all 15 digits stay
-        double kept = value;
-        std::from_chars(text, end, kept);
-        return kept;
-    }
-    std::int64_t unit = 1;
-    for (int i = 0; i < dropped; ++i) unit *= 10;
-    const auto tenThousandths = static_cast<double>((digits + unit / 2) / unit);
-    return std::copysign(tenThousandths / 10000, value);
 }
 
 } // namespace metrisk

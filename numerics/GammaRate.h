@@ -9,7 +9,4 @@ namespace metrisk {
 /// is shown.
 void SolveGammaRate(double& lambda, double c, double target, bool& failed) noexcept;
 
-/// The number that four decimals show: half away from zero, decided on the 15-digit decimal form.
-double roundedToFourDecimals(double value) noexcept;
-
 } // namespace metrisk

@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 #include "model/Text.h"
+#include "risk/DisplayRule.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,10 +34,6 @@ int optionOf(std::string_view word) {
     return equalCaseBlind(word, "CONSUMER") ? 0 : 1;
 }
 
-const char* riskPicture(std::string_view units) {
-    return units == "ppm" ? "##0" : "##0.0000";
-}
-
 } // namespace
 
 BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget) {
@@ -60,8 +57,8 @@ BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTar
     base.Base_AcceptUnits = text(falseAcceptUnits, "%");
     base.Base_FalseReject = number(falseRejectRisk, "3.75");
     base.Base_RejectUnits = text(falseRejectUnits, "%");
-    base.Base_Accept_fmt = riskPicture(base.Base_AcceptUnits);
-    base.Base_Reject_fmt = riskPicture(base.Base_RejectUnits);
+    base.Base_Accept_fmt = baselinePicture(base.Base_AcceptUnits);
+    base.Base_Reject_fmt = baselinePicture(base.Base_RejectUnits);
 
     defaults.FalseAcceptOption = optionOf(text(falseAcceptCriterion, "Consumer"));
     defaults.UserOption = text(userOption, "User");

@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 #include "model/Text.h"
+#include "risk/DisplayRule.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
@@ -84,10 +85,10 @@ void derivePictures(Analysis& record) {
     record.SU_LowerPctReading_fmt = picturePctReading(record.SU_LowerPctReading);
     record.SU_PctInTol_fmt = "##0.0000";
     record.MTE_PctInTol_fmt = "##0.0000";
-    record.FalseAccept_fmt = record.FalseAcceptUnits == "ppm" ? "##0" : "##0.00";
-    record.FalseReject_fmt = record.FalseRejectUnits == "ppm" ? "##0" : "##0.00";
-    record.Base_Accept_fmt = record.Base_AcceptUnits == "ppm" ? "##0" : "##0.0000";
-    record.Base_Reject_fmt = record.Base_RejectUnits == "ppm" ? "##0" : "##0.0000";
+    record.FalseAccept_fmt = riskPicture(record.FalseAcceptUnits);
+    record.FalseReject_fmt = riskPicture(record.FalseRejectUnits);
+    record.Base_Accept_fmt = baselinePicture(record.Base_AcceptUnits);
+    record.Base_Reject_fmt = baselinePicture(record.Base_RejectUnits);
 }
 
 } // namespace

@@ -20,7 +20,7 @@ constexpr const char* product = "Metrisk";
 
 SplashScreen::SplashScreen(const Regional& regional) : QDialog(nullptr, Qt::SplashScreen) {
     setObjectName("Copyright");
-    const auto label = [this](const char* name, const QString& text) {
+    const auto label = [](const char* name, const QString& text) {
         auto* made = named(new QLabel(text), name);
         made->setAlignment(Qt::AlignCenter);
         return made;

@@ -69,6 +69,25 @@ TEST(Picture, ShowsValues) {
             << row.value << " in " << row.picture;
 }
 
+TEST(Picture, RoundsHalfAwayFromZeroOnFifteenDigits) {
+    const struct {
+        double value, expected;
+    } rows[] = {{0, 0},
+                {1.00005, 1.0001},   // a little below the half in binary
+                {-1.00005, -1.0001}, //
+                {2.000049999999, 2},
+                {0.00005, 0.0001},
+                {0.0000499999999999999, 0},
+                {0.000049999999999999999, 0.0001}, // 5.00000000000000e-05 in 15 digits
+                {1e-20, 0},
+                {123456.78905, 123456.7891},
+                {12345678901.2345, 12345678901.2345},
+                {1234567890123456.7, 1234567890123460.0},
+                {9.99995, 10},
+                {1e300, 1e300}};
+    for (const auto& row : rows) EXPECT_EQ(roundedToDecimals(row.value, 4), row.expected) << row.value;
+}
+
 TEST(Picture, GeneralTextIsTheShortestOfFifteenDigits) {
     const std::pair<double, std::string> rows[] = {
         {0, "0"},
