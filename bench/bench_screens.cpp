@@ -67,7 +67,7 @@ void paint(QWidget& window) {
 }
 
 struct Desk {
-    bench::NoSettings settings;
+    testing::NoSettings settings;
     QtInteraction ui;
     Session session{settings, ui};
     std::unique_ptr<MainWindow> window;

@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
     ClearAnalysis(session);
     warnOfMissingSymbols(ui);
     MainWindow window(session, ui);
-    window.setHomeDirectory(places.HomeDirectory);
+    window.setPlaces(places);
     session.record.FileChanged = false;
     window.model().TakeSavedCopy();
     window.resize(window.sizeHint());

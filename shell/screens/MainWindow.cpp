@@ -231,7 +231,7 @@ void MainWindow::showHighlight(const std::string& panel) {
 
 void MainWindow::openAtStart(const QString& path) { commands_->openAtStart(path); }
 
-void MainWindow::setHomeDirectory(const std::string& folder) { commands_->setHomeDirectory(folder); }
+void MainWindow::setPlaces(const Places& places) { commands_->setPlaces(places); }
 
 QSize MainWindow::sizeHint() const {
     const QSize content = controls_.value("pnl_Controls")->sizeHint();

@@ -14,6 +14,7 @@ namespace metrisk {
 class EntryBox;
 class QtInteraction;
 class WindowCommands;
+struct Places;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -30,8 +31,7 @@ class MainWindow final : public QMainWindow {
     void repaintRecord();
 
     void openAtStart(const QString& path);
-    /// Where the open dialog starts.
-    void setHomeDirectory(const std::string& folder);
+    void setPlaces(const Places& places);
 
     MainScreen& model() { return model_; }
     QLineEdit* activeBox() const;

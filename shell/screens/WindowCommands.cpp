@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
@@ -21,6 +22,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QToolBar>
+#include <QUrl>
 
 namespace metrisk {
 
@@ -126,10 +128,7 @@ void WindowCommands::buildToolbar() {
 }
 
 void WindowCommands::bind() {
-    const auto showHelp = [this](const char* page) {
-        if (!help_) help_ = new HelpWindow(&window_);
-        help_->open(page);
-    };
+    const auto showHelp = [this](const char* page) { this->showHelp(page); };
     const auto runChoice = [this](FalseAcceptScreen& screen) { runFalseAcceptDialog(screen, &window_); };
     const auto runBaseline = [this, showHelp](BaselineScreen& screen) { runBaselineDialog(screen, showHelp, &window_); };
 
@@ -178,6 +177,19 @@ void WindowCommands::run(const QString& control) {
     if (!editing && !window_.commitEntry()) return;
     command();
     if (!editing) window_.repaintRecord();
+}
+
+void WindowCommands::setPlaces(const Places& places) {
+    places_ = places;
+    files_.HomeDirectory = places.HomeDirectory;
+}
+
+void WindowCommands::showHelp(const char* page) {
+    // A help file of the user's own comes before the built-in pages.
+    const QString file = qt(places_.HelpFilePath);
+    if (QFileInfo(file).isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
+    if (!help_) help_ = new HelpWindow(&window_);
+    help_->open(page);
 }
 
 void WindowCommands::openFile(const QString& path) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "shell/FileCommands.h"
+#include "shell/StartUp.h"
 #include "shell/screens/QtFileChooser.h"
 
 #include <QHash>
@@ -13,6 +14,7 @@ class QMenu;
 
 namespace metrisk {
 
+class HelpWindow;
 class HelpWindow;
 class MainWindow;
 struct MenuItem;
@@ -28,7 +30,8 @@ class WindowCommands final : public QObject {
     /// Runs the command of a menu item, as choosing it does.
     void run(const QString& control);
 
-    void setHomeDirectory(const std::string& folder) { files_.HomeDirectory = folder; }
+    /// Where files and help are found.
+    void setPlaces(const Places& places);
     void openFile(const QString& path);
     /// The exit questions; false when the user stays.
     bool mayExit();
@@ -36,6 +39,7 @@ class WindowCommands final : public QObject {
     void openAtStart(const QString& path);
 
   private:
+    void showHelp(const char* page);
     void buildMenus();
     void addItem(QMenu* menu, const MenuItem& item);
     QAction* makeAction(const MenuItem& item);
@@ -51,6 +55,7 @@ class WindowCommands final : public QObject {
     QHash<QString, QAction*> actions_;
     QHash<QString, std::function<void()>> commands_;
     QMenu* recent_ = nullptr;
+    Places places_;
     HelpWindow* help_ = nullptr;
 };
 
