@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <utility>
 
 namespace metrisk {
 
@@ -142,6 +143,14 @@ void BaselineDialog::buildMenu(std::function<void(const char*)> showHelp) {
     QAction* plot = view->addAction("&Plot");
     plot->setObjectName("mnu_Plot");
     plot->setEnabled(false); // the risk plot has no screen yet
+    // External programs and their set-up are not part of the program yet.
+    QMenu* run = bar->addMenu("Ru&n");
+    for (const auto& [name, text] : {std::pair{"mnu_Run_Options", "&External Application"},
+                                     std::pair{"mnu_RunSetups", "Se&lect"}}) {
+        QAction* action = run->addAction(text);
+        action->setObjectName(name);
+        action->setEnabled(false);
+    }
     QAction* help = bar->addAction("&Help", this, [showHelp] { showHelp("baseline"); });
     help->setObjectName("mnu_Help");
     layout()->setMenuBar(bar);
