@@ -66,8 +66,9 @@ QGroupBox* BaselineDialog::makeSide(Side& side, bool defaults) {
     for (int i = 0; i < 6; ++i) {
         auto* box = named(new EntryBox, names[i], toolTips[i]);
         box->setAlignment(Qt::AlignRight);
+        box->setFixedWidth(box->fontMetrics().averageCharWidth() * 14);
         side.boxes[i] = box;
-        if (i >= dataBoxes) box->setReadOnly(true);
+        if (defaults || i >= dataBoxes) showLocked(box, true);
         if (defaults) {
             box->installEventFilter(this);
         } else if (i < dataBoxes) {
@@ -162,7 +163,7 @@ void BaselineDialog::repaintModel() {
     show(analysis_, model_.analysis);
     show(defaults_, model_.defaults);
     (model_.optZ540Baseline() ? z540_ : user_)->setChecked(true);
-    for (int i = 0; i < dataBoxes; ++i) analysis_.boxes[i]->setReadOnly(model_.boxesLocked());
+    for (int i = 0; i < dataBoxes; ++i) showLocked(analysis_.boxes[i], model_.boxesLocked());
     compute_->setText(qt(model_.ComputeBaselineResultsCaption));
     showDefaults_->setText(model_.mnu_ShowDefaultsCaption());
     defaultGroup_->setVisible(model_.defaultsShown);

@@ -41,8 +41,9 @@ ComputingDialog::ComputingDialog(ComputingScreen& screen, std::function<void()> 
     wait_->setFont(bold);
 
     auto* layout = new QVBoxLayout(this);
-    for (QWidget* widget : std::initializer_list<QWidget*>{wait_, message1_, message2_, meterTitle_, meter_, cancel_})
+    for (QWidget* widget : std::initializer_list<QWidget*>{wait_, message1_, message2_, meterTitle_, meter_})
         layout->addWidget(widget);
+    layout->addWidget(cancel_, 0, Qt::AlignHCenter);
     // Room for the longest texts, so that the screen does not jump while the search runs.
     setMinimumWidth(fontMetrics().averageCharWidth() * 56);
     message1_->setMinimumHeight(fontMetrics().lineSpacing() * 2);

@@ -32,10 +32,8 @@ EntryBox* entry(const char* name, const char* toolTip) {
 /// A figure that can be selected and copied but not typed into.
 QLineEdit* result(const char* name, const char* toolTip, int characters = 10) {
     auto* box = named(new QLineEdit, name, toolTip);
-    box->setReadOnly(true);
-    box->setFocusPolicy(Qt::ClickFocus);
+    showLocked(box, true);
     box->setAlignment(Qt::AlignRight);
-    box->setFrame(false);
     box->setMinimumWidth(box->fontMetrics().averageCharWidth() * characters);
     return box;
 }
@@ -200,8 +198,9 @@ QWidget* makeComputedRisksPanel() {
     grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3, 1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("AccRatEquivalent2Box"), 3, 3);
-    grid->addWidget(named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 4,
+    grid->addWidget(named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 5,
                     0, 1, 4);
+    grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
 }
@@ -218,8 +217,9 @@ QWidget* makeBaselineRisksPanel() {
     grid->addWidget(result("BaselineAccRat1Box", "Accuracy ratio of the baseline"), 3, 1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("BaselineAccRat2Box"), 3, 3);
-    grid->addWidget(named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 4, 0,
+    grid->addWidget(named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 5, 0,
                     1, 4);
+    grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
 }

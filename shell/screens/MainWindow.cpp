@@ -30,14 +30,17 @@ namespace metrisk {
 namespace {
 
 void setText(QWidget* widget, const std::string& text) {
-    const QString shown = qt(text);
+    QString shown = qt(text);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
         if (edit->text() != shown) edit->setText(shown);
-        edit->setCursorPosition(0);
-    } else if (auto* label = qobject_cast<QLabel*>(widget)) {
-        label->setText(shown.trimmed());
+        if (edit->cursorPosition() != 0) edit->setCursorPosition(0);
+        return;
+    }
+    shown = shown.trimmed();
+    if (auto* label = qobject_cast<QLabel*>(widget)) {
+        if (label->text() != shown) label->setText(shown);
     } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-        button->setText(shown.trimmed());
+        if (button->text() != shown) button->setText(shown);
     }
 }
 
@@ -48,25 +51,16 @@ void setEmphasis(QWidget* widget, bool on) {
     widget->setFont(font);
 }
 
-/// A locked box shows its text but looks and behaves like one that takes no entry.
-void setLocked(QWidget* widget, bool locked) {
-    auto* box = qobject_cast<EntryBox*>(widget);
-    if (!box) return;
-    box->setReadOnly(locked);
-    box->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
-    box->setBackgroundRole(locked ? QPalette::Window : QPalette::Base);
-    QPalette palette = QApplication::palette(box);
-    if (locked) palette.setColor(QPalette::Base, palette.color(QPalette::Window));
-    box->setPalette(palette);
-}
-
+/// Touches what differs and nothing else: each touch costs a layout or a repaint.
 void apply(QWidget* widget, const ControlState& state) {
     if (state.text) setText(widget, *state.text);
     if (auto* button = qobject_cast<QAbstractButton*>(widget); button && state.checked)
         button->setChecked(*state.checked);
-    widget->setVisible(state.visible);
-    widget->setEnabled(state.enabled);
-    setLocked(widget, state.locked);
+    if (widget->isHidden() == state.visible) widget->setVisible(state.visible);
+    if (widget->testAttribute(Qt::WA_ForceDisabled) == state.enabled) widget->setEnabled(state.enabled);
+    // A plain box is a result, which is never typed into.
+    if (auto* box = qobject_cast<QLineEdit*>(widget))
+        showLocked(box, state.locked || !qobject_cast<EntryBox*>(box));
     if (qobject_cast<QLabel*>(widget) && widget->objectName().startsWith("pnl_RiskLabel"))
         setEmphasis(widget, state.emphasised);
 }
@@ -85,8 +79,11 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui) : session_(session),
     bindOptions();
 
     ui_.setMainWindow(this);
-    ui_.onRepaint = [this] { repaintRecord(); };
-    ui_.onRatiosChanged = [this] { repaintRecord(); };
+    // A load repaints once it is complete; half a record is nothing to look at.
+    const auto repaint = [this] {
+        if (!session_.record.LoadInProgress) repaintRecord();
+    };
+    ui_.onRepaint = ui_.onRatiosChanged = repaint;
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
     ui_.onHighlight = [this](const std::string& panel) { showHighlight(panel); };
     repaintRecord();
@@ -103,14 +100,16 @@ void MainWindow::buildPanels() {
     auto* grid = new QGridLayout(controls);
     grid->setContentsMargins(8, 4, 8, 4);
     grid->setVerticalSpacing(4);
-    grid->addWidget(makeIdentificationPanel(), 0, 0, 1, 3);
-    grid->addWidget(makeSubjectPanel(), 1, 0, 1, 3);
-    grid->addWidget(makeMeasuringPanel(), 2, 0, 1, 3);
-    grid->addWidget(makeComputedRisksPanel(), 3, 0);
-    grid->addWidget(makeBaselineRisksPanel(), 3, 1);
-    grid->addWidget(makeOptionsPanel(), 3, 2);
+    grid->addWidget(makeIdentificationPanel(), 1, 0, 1, 3);
+    grid->addWidget(makeSubjectPanel(), 2, 0, 1, 3);
+    grid->addWidget(makeMeasuringPanel(), 3, 0, 1, 3);
+    grid->addWidget(makeComputedRisksPanel(), 4, 0);
+    grid->addWidget(makeBaselineRisksPanel(), 4, 1);
+    grid->addWidget(makeOptionsPanel(), 4, 2);
     for (int column : {0, 1, 2}) grid->setColumnStretch(column, 1);
-    grid->setRowStretch(4, 1);
+    // Centred on a large screen, and not wider than the eye follows a line.
+    for (int row : {0, 5}) grid->setRowStretch(row, 1);
+    controls->setMaximumWidth(controls->fontMetrics().averageCharWidth() * 210);
 
     // Takes the focus when an entry is to be committed without going anywhere.
     auto* lostFocus = named(new QLineEdit(controls), "txt_LostFocus");
@@ -120,6 +119,7 @@ void MainWindow::buildPanels() {
     auto* scroll = new QScrollArea;
     scroll->setWidget(controls);
     scroll->setWidgetResizable(true);
+    scroll->setAlignment(Qt::AlignHCenter);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     setCentralWidget(scroll);
@@ -205,7 +205,6 @@ bool MainWindow::commitEntry() {
 void MainWindow::repaintRecord() {
     if (painting_) return;
     painting_ = true;
-    setUpdatesEnabled(false);
     const QWidget* typing = focusWidget();
     for (const auto& [name, state] : mainDisplay(session_, model_.guardbandsAsLimits)) {
         QWidget* widget = controls_.value(qt(name));
@@ -215,8 +214,6 @@ void MainWindow::repaintRecord() {
         apply(widget, state);
     }
     setWindowTitle(qt(mainCaption(session_)));
-    setWindowModified(false);
-    setUpdatesEnabled(true);
     painting_ = false;
 }
 
@@ -245,6 +242,12 @@ QSize MainWindow::sizeHint() const {
 }
 
 QLineEdit* MainWindow::activeBox() const { return qobject_cast<QLineEdit*>(focusWidget()); }
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !controls_.isEmpty())
+        QMetaObject::invokeMethod(this, &MainWindow::repaintRecord, Qt::QueuedConnection);
+}
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (commands_->mayExit())

@@ -39,6 +39,8 @@ class MainWindow final : public QMainWindow {
     QSize sizeHint() const override;
 
   protected:
+    /// The locked boxes take their colour from the desktop's.
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;

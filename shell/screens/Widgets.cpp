@@ -1,9 +1,11 @@
 #include "shell/screens/Widgets.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 namespace metrisk {
@@ -19,6 +21,16 @@ void nameWidget(QWidget* widget, const QString& name, const QString& toolTip) {
         const auto* button = qobject_cast<QAbstractButton*>(widget);
         if ((!button || button->text().isEmpty()) && !qobject_cast<QLabel*>(widget)) widget->setAccessibleName(toolTip);
     }
+}
+
+void showLocked(QLineEdit* box, bool locked) {
+    if (box->isReadOnly() != locked) box->setReadOnly(locked);
+    box->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
+    const QColor ground = QApplication::palette().color(locked ? QPalette::Window : QPalette::Base);
+    if (box->testAttribute(Qt::WA_SetPalette) == locked && box->palette().color(QPalette::Base) == ground) return;
+    QPalette own; // everything that is not set here goes on following the desktop
+    if (locked) own.setColor(QPalette::Base, ground);
+    box->setPalette(own);
 }
 
 QDialogButtonBox* okCancelButtons(QDialog* dialog) {

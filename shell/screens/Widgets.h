@@ -7,6 +7,7 @@
 
 class QDialog;
 class QDialogButtonBox;
+class QLineEdit;
 
 namespace metrisk {
 
@@ -25,6 +26,10 @@ Widget* named(Widget* widget, const QString& name, const QString& toolTip = {}) 
     nameWidget(widget, name, toolTip);
     return widget;
 }
+
+/// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
+/// Call it again when the desktop's colours have changed.
+void showLocked(QLineEdit* box, bool locked);
 
 /// "&OK" and "&Cancel", named mnu_Exit_0 and mnu_Exit_1 and bound to accept and reject.
 QDialogButtonBox* okCancelButtons(QDialog* dialog);

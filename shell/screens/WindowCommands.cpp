@@ -19,9 +19,31 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QToolBar>
 
 namespace metrisk {
+
+namespace {
+
+/// The image of that name. One that stays disabled is faded; the style's own way brightens it on a dark
+/// desktop.
+QIcon toolIcon(const QString& name, bool enabled, int size, qreal ratio) {
+    QIcon icon(QString(":/icons/%1.svg").arg(name));
+    if (enabled) return icon;
+    const QPixmap full = icon.pixmap(QSize(size, size), ratio);
+    QPixmap faded(full.size());
+    faded.setDevicePixelRatio(full.devicePixelRatio());
+    faded.fill(Qt::transparent);
+    QPainter painter(&faded);
+    painter.setOpacity(0.35);
+    painter.drawPixmap(0, 0, full);
+    painter.end();
+    icon.addPixmap(faded, QIcon::Disabled);
+    return icon;
+}
+
+} // namespace
 
 WindowCommands::WindowCommands(MainWindow& window, Session& session)
     : window_(window), session_(session), chooser_(&window), files_(session, window.model(), chooser_) {
@@ -87,7 +109,8 @@ void WindowCommands::buildToolbar() {
     bar->setIconSize({size, size});
     for (const ToolButton& button : mainToolbar()) {
         QAction* command = actions_.value(button.command);
-        const QIcon icon(QString(":/icons/%1.svg").arg(qt(button.image())));
+        const bool enabled = command && command->isEnabled();
+        const QIcon icon = toolIcon(qt(button.image()), enabled, size, window_.devicePixelRatioF());
         QAction* action = bar->addAction(icon, button.toolTip, this, [this, name = QString(button.command)] { run(name); });
         action->setObjectName(QString("tb_Main_%1").arg(button.key));
         if (command) {

@@ -57,7 +57,8 @@ class Camera {
         progress.Lbl_Message1 = "False Accept Risk: 0.90 %\nFalse Reject Risk: 1.03 %";
         progress.Lbl_Message2 = "Solving for Equivalent Accuracy Ratio\nIteration 12 = 8.43 : 1";
         progress.Meter = 62;
-        ComputingDialog dialog(progress, [this, &dialog] { take(dialog, "computing"); }, desk_.window.get());
+        ComputingDialog dialog(
+            progress, [this, &dialog] { take(dialog, "computing"); }, desk_.window.get());
         dialog.exec();
     }
 

@@ -1,0 +1,188 @@
+// The main screen against an empty window of the same size, in one run on the offscreen platform:
+// time to the first paint, resident memory, time to leave a box, time to open a file.
+// Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
+#include "bench/Sessions.h"
+#include "model/ClearAnalysis.h"
+#include "shell/screens/EntryBox.h"
+#include "shell/screens/MainWindow.h"
+#include "shell/screens/QtInteraction.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QMainWindow>
+#include <QProcess>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace metrisk;
+using Clock = std::chrono::steady_clock;
+
+constexpr QSize windowSize(1024, 768);
+constexpr int starts = 15;
+
+double milliseconds(Clock::time_point from) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - from).count();
+}
+
+double median(std::vector<double> values) {
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                     values.end());
+    return values[values.size() / 2];
+}
+
+double residentMegabytes() {
+    std::ifstream file("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    file >> total >> resident;
+    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+}
+
+/// Counts what is painted: a window that is never painted must not count as a fast one.
+class PaintCounter final : public QObject {
+  public:
+    int paints = 0;
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++paints;
+        return false;
+    }
+};
+
+void paint(QWidget& window) {
+    PaintCounter counter;
+    qApp->installEventFilter(&counter);
+    window.resize(windowSize);
+    window.show();
+    QCoreApplication::processEvents();
+    if (counter.paints == 0) std::abort();
+    qApp->removeEventFilter(&counter);
+}
+
+struct Desk {
+    bench::NoSettings settings;
+    QtInteraction ui;
+    Session session{settings, ui};
+    std::unique_ptr<MainWindow> window;
+
+    Desk() {
+        ClearAnalysis(session);
+        window = std::make_unique<MainWindow>(session, ui);
+    }
+};
+
+/// What a started process measures of itself, on its standard output.
+int start(const std::string& what, Clock::time_point begun) {
+    std::unique_ptr<QMainWindow> empty;
+    std::unique_ptr<Desk> desk;
+    if (what == "--empty") {
+        empty = std::make_unique<QMainWindow>();
+        paint(*empty);
+    } else {
+        desk = std::make_unique<Desk>();
+        paint(*desk->window);
+    }
+    std::printf("%f %f\n", milliseconds(begun), residentMegabytes());
+    return 0;
+}
+
+struct Start {
+    std::vector<double> milliseconds, megabytes;
+};
+
+void measureStart(const QString& what, Start& into) {
+    QProcess process;
+    // The clock is the system's: the other process counts from this moment, loading included.
+    const QString now = QString::number(Clock::now().time_since_epoch().count());
+    process.start(QCoreApplication::applicationFilePath(), {what, now});
+    if (!process.waitForFinished() || process.exitCode() != 0) std::abort();
+    const QList<QByteArray> figures = process.readAllStandardOutput().trimmed().split(' ');
+    into.milliseconds.push_back(figures.at(0).toDouble());
+    into.megabytes.push_back(figures.at(1).toDouble());
+}
+
+void measureStarts() {
+    Start empty;
+    Start main;
+    for (int i = 0; i < starts; ++i) {
+        measureStart("--empty", empty);
+        measureStart("--main", main);
+    }
+    const auto report = [](const char* what, const char* unit, double ours, double theirs, double wanted) {
+        std::printf("%-28s %8.1f %s, empty window %8.1f %s, ratio %.2f (wanted at most %.1f)\n", what, ours,
+                    unit, theirs, unit, ours / theirs, wanted);
+    };
+    report("start to first paint", "ms", median(main.milliseconds), median(empty.milliseconds), 2);
+    report("resident memory", "MiB", median(main.megabytes), median(empty.megabytes), 1.5);
+}
+
+/// Focus in, a new text, focus out, all painted: what a user waits for between two boxes.
+double enter(MainWindow& window, const char* name, const QString& text) {
+    auto* box = window.findChild<EntryBox*>(name);
+    box->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+    box->setText(text);
+    box->setModified(true);
+    const Clock::time_point begun = Clock::now();
+    window.findChild<QWidget*>("txt_LostFocus")->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+    return milliseconds(begun);
+}
+
+void measureEntries() {
+    Desk desk;
+    paint(*desk.window);
+    desk.window->activateWindow();
+    QCoreApplication::processEvents();
+    struct Box {
+        const char* name;
+        double from;
+    };
+    constexpr Box boxes[] = {{"ModeBox", 10},        {"UpperLimitBox", 0.5}, {"LowerLimitBox", 0.4},
+                             {"PctInTolBox", 90},    {"MTEOffsetBox", 0.1},  {"MTEFixedOffsetBox", 0.12},
+                             {"MTEPctInTolBox", 95}, {"SystemIDBox", 1}};
+    std::vector<double> times;
+    for (int round = 0; round < 100; ++round)
+        for (const Box& box : boxes)
+            times.push_back(enter(*desk.window, box.name, QString::number(box.from + round * 0.001, 'f', 4)));
+    if (desk.session.record.SU_Sigma <= 0 || desk.session.record.MTE_Sigma <= 0)
+        std::abort(); // nothing was entered
+    std::sort(times.begin(), times.end());
+    std::printf("leaving a box                %8.2f ms median, %.2f ms at the 99th percentile of %zu (wanted "
+                "below 16)\n",
+                times[times.size() / 2], times[times.size() * 99 / 100], times.size());
+}
+
+void measureOpening(const QString& path) {
+    Desk desk;
+    paint(*desk.window);
+    std::vector<double> times;
+    for (int i = 0; i < 50; ++i) {
+        const Clock::time_point begun = Clock::now();
+        desk.window->openAtStart(path);
+        QCoreApplication::processEvents();
+        times.push_back(milliseconds(begun));
+    }
+    if (desk.session.record.SU_Mode == 0) std::abort(); // nothing was read
+    std::printf("opening a file               %8.2f ms median (wanted below 5)\n", median(times));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const std::string argument = argc > 1 ? argv[1] : METRISK_SOURCE_DIR "/examples/gauge-block-25mm.mrk";
+    if (argc > 2) return start(argument, Clock::time_point(Clock::duration(std::stoll(argv[2]))));
+    measureStarts();
+    measureEntries();
+    measureOpening(QString::fromStdString(argument));
+    return 0;
+}
