@@ -3,6 +3,7 @@
 #include "cli/ConsoleInteraction.h"
 #include "cli/JsonLine.h"
 #include "cli/Output.h"
+#include "cli/RiskText.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
@@ -27,12 +28,6 @@ double parseRatio(const std::string& text) {
 }
 
 bool isPct(double pct) { return pct > 0 && pct < 100; }
-
-std::string riskText(double fraction) {
-    const ShownRisk shown = shownRisk(notNegative(fraction));
-    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
-    return FormatNumber(shown.value, baselinePicture(shown.units), {}) + " " + shown.units;
-}
 
 } // namespace
 
@@ -65,8 +60,8 @@ int baselineCommand(const BaselineOptions& options) {
         line.add("messages", ui.messages());
         output.results = line.text();
     } else if (output.status == allDone) {
-        output.results = "Baseline false accept risk  " + riskText(falseAccept) +
-                         "\nBaseline false reject risk  " + riskText(falseReject) + "\n";
+        output.results = "Baseline false accept risk  " + riskText(falseAccept, baselinePicture) +
+                         "\nBaseline false reject risk  " + riskText(falseReject, baselinePicture) + "\n";
     }
     output.diagnostics = diagnosticLines("baseline", ui.messages());
     if (!emit(output) && output.status == allDone) output.status = refused;

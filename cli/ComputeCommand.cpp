@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonLine.h"
 #include "cli/OrderedBatch.h"
+#include "cli/RiskText.h"
 #include "model/NumberText.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"
@@ -83,15 +84,6 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
     return line.text();
 }
 
-/// "1.23 %", or " < 1 ppm" as the main screen shows it.
-std::string riskText(double fraction, bool baseline, const Regional& regional) {
-    if (fraction != fraction) return "not computed";
-    const ShownRisk shown = shownRisk(notNegative(fraction));
-    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
-    const std::string picture = baseline ? baselinePicture(shown.units) : riskPicture(shown.units);
-    return FormatNumber(shown.value, picture, regional) + " " + shown.units;
-}
-
 std::string tableRow(const char* label, const std::string& value) {
     std::string row = "  " + std::string(label);
     row.resize(30, ' ');
@@ -113,14 +105,14 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         table += tableRow("Subject parameter", r.SU_Distribution + ", sigma " + withUnits(r.SU_Sigma));
         table += tableRow("Measuring parameter", "Normal, sigma " + withUnits(r.MTE_Sigma));
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
-        table += tableRow("False accept risk", riskText(figures.falseAccept, false, regional));
-        table += tableRow("False reject risk", riskText(figures.falseReject, false, regional));
+        table += tableRow("False accept risk", riskText(figures.falseAccept, riskPicture));
+        table += tableRow("False reject risk", riskText(figures.falseReject, riskPicture));
         table += tableRow("Equivalent accuracy ratio",
                           ratioFound ? FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen
                                      : "not computed");
     }
-    table += tableRow("Baseline false accept risk", riskText(figures.baselineFalseAccept, true, regional));
-    table += tableRow("Baseline false reject risk", riskText(figures.baselineFalseReject, true, regional));
+    table += tableRow("Baseline false accept risk", riskText(figures.baselineFalseAccept, baselinePicture));
+    table += tableRow("Baseline false reject risk", riskText(figures.baselineFalseReject, baselinePicture));
     return table + "\n";
 }
 

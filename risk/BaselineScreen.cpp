@@ -8,6 +8,7 @@
 #include "risk/DisplayRule.h"
 #include "risk/EqRatioScreen.h"
 
+#include <cmath>
 #include <utility>
 
 namespace metrisk {
@@ -304,7 +305,8 @@ BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {
     Baseline b;
     b.Base_AccRatNum = valueOf(side.AccRat1);
     b.Base_AccRatDen = valueOf(side.AccRat2);
-    b.Base_EqRatioTarget = b.Base_AccRatNum / b.Base_AccRatDen;
+    const double target = b.Base_AccRatNum / b.Base_AccRatDen;
+    b.Base_EqRatioTarget = std::isfinite(target) ? target : session_.record.Base_EqRatioTarget;
     b.Base_MTEPctInTol = valueOf(side.PctInTol1);
     b.Base_SUPctInTol = valueOf(side.PctInTol2);
     b.Base_FalseAccept = side.falseAccept;

@@ -108,6 +108,20 @@ TEST(BaselineScreen, ValidatesInOrder) {
     screen.defaultKeyPressed();
 }
 
+TEST(BaselineScreen, ARatioWithoutAQuotientReachesNoField) {
+    TestSession test;
+    test.record.Base_AccRatDen = 0; // as a file may hold it
+    BaselineScreen opened(test.session);
+    EXPECT_TRUE(opened.cmd_OK()) << "nothing was changed";
+    test.ui.expectBox("Baseline Accuracy Ratio", "Accuracy Ratio Entry must be greater than Zero");
+    EXPECT_FALSE(opened.ComputeBaselineResults());
+    opened.lostFocus(BaselineBox::BaseAccRat2, "0.01");
+    opened.lostFocus(BaselineBox::BaseAccRat1, "1E308");
+    EXPECT_TRUE(opened.cmd_OK());
+    EXPECT_EQ(test.record.Base_AccRatNum, 1e308);
+    EXPECT_EQ(test.record.Base_EqRatioTarget, 4) << "the target before";
+}
+
 TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
     TestSession test;
     BaselineScreen screen(test.session);

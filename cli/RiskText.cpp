@@ -1,0 +1,17 @@
+#include "cli/RiskText.h"
+
+#include "model/NumberFormat.h"
+#include "risk/DisplayRule.h"
+
+#include <cmath>
+
+namespace metrisk::cli {
+
+std::string riskText(double fraction, std::string (*picture)(std::string_view units)) {
+    if (std::isnan(fraction)) return "not computed";
+    const ShownRisk shown = shownRisk(notNegative(fraction));
+    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
+    return FormatNumber(shown.value, picture(shown.units), {}) + " " + shown.units;
+}
+
+} // namespace metrisk::cli
