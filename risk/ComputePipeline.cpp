@@ -116,6 +116,7 @@ void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, 
         screen.searchVisible = true;
         screen.Meter = 0;
         r.AbortFlag = false;
+        screen.cancelEnabled = true; // a cancel of what went before is used up
         bool failed = false;
         SolveEquivalentRatio(session, screen, falseAccept, falseReject, r.EqAccRat, failed);
         if (!failed) return;
