@@ -22,18 +22,20 @@ constexpr const char* analysisNames[] = {"BaseAccRat1",       "BaseAccRat2",    
                                          "BaselinePctInTol2", "BaseFalseAccept", "BaseFalseReject"};
 constexpr const char* defaultNames[] = {"DefAccRat1",   "DefAccRat2",     "DefPctInTol1",
                                         "DefPctInTol2", "DefFalseAccept", "DefFalseReject"};
-constexpr const char* toolTips[] = {"Accuracy ratio, left figure",          "Accuracy ratio, right figure",
-                                    "Measuring parameter % in-tolerance",   "Subject parameter % in-tolerance",
-                                    "False accept risk of the baseline",    "False reject risk of the baseline"};
+constexpr const char* toolTips[] = {
+    "Accuracy ratio, left figure",        "Accuracy ratio, right figure",
+    "Measuring parameter % in-tolerance", "Subject parameter % in-tolerance",
+    "False accept risk of the baseline",  "False reject risk of the baseline"};
 constexpr int dataBoxes = 4;
 
-std::string BaselineSide::* const texts[] = {&BaselineSide::AccRat1,   &BaselineSide::AccRat2,
-                                             &BaselineSide::PctInTol1, &BaselineSide::PctInTol2,
-                                             &BaselineSide::FalseAccept, &BaselineSide::FalseReject};
+std::string BaselineSide::*const texts[] = {&BaselineSide::AccRat1,     &BaselineSide::AccRat2,
+                                            &BaselineSide::PctInTol1,   &BaselineSide::PctInTol2,
+                                            &BaselineSide::FalseAccept, &BaselineSide::FalseReject};
 
 } // namespace
 
-BaselineDialog::BaselineDialog(BaselineScreen& model, std::function<void(const char*)> showHelp, QWidget* parent)
+BaselineDialog::BaselineDialog(BaselineScreen& model, std::function<void(const char*)> showHelp,
+                               QWidget* parent)
     : QDialog(parent), model_(model) {
     setObjectName("BaselineAnalysis");
     setWindowTitle(BaselineScreen::title);
@@ -43,6 +45,7 @@ BaselineDialog::BaselineDialog(BaselineScreen& model, std::function<void(const c
 
     auto* ok = named(new QPushButton("&OK"), "cmd_OK", "Keep the baseline");
     auto* cancel = named(new QPushButton("&Cancel"), "mnu_Exit", "Leave this screen");
+    ok->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(ok);
@@ -114,14 +117,15 @@ QGroupBox* BaselineDialog::makeSide(Side& side, bool defaults) {
     if (defaults) {
         retrieve_ = named(new QPushButton(BaselineScreen::Cmd_RetrieveDefaultBaselineCaption),
                           "Cmd_RetrieveDefaultBaseline", "Take the default figures into the analysis");
-        store_ = named(new QPushButton(BaselineScreen::Cmd_SetDefaultBaselineCaption), "Cmd_SetDefaultBaseline",
-                       "Make the analysis figures the default");
+        store_ = named(new QPushButton(BaselineScreen::Cmd_SetDefaultBaselineCaption),
+                       "Cmd_SetDefaultBaseline", "Make the analysis figures the default");
         connect(retrieve_, &QPushButton::clicked, this, [this] { model_.Cmd_RetrieveDefaultBaseline(); });
         connect(store_, &QPushButton::clicked, this, [this] { model_.Cmd_SetDefaultBaseline(); });
         grid->addWidget(retrieve_, row + 1, 0);
         grid->addWidget(store_, row + 1, 1, 1, 3);
     } else {
-        auto* option = named(new QPushButton("&False accept option..."), "cmd_FAOption", "Consumer's or Producer's risk");
+        auto* option = named(new QPushButton("&False accept option..."), "cmd_FAOption",
+                             "Consumer's or Producer's risk");
         connect(option, &QPushButton::clicked, this, [this] {
             model_.cmd_FAOption([this](FalseAcceptScreen& screen) { runFalseAcceptDialog(screen, this); });
             repaintModel();
@@ -217,7 +221,8 @@ bool BaselineDialog::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-void runBaselineDialog(BaselineScreen& model, const std::function<void(const char*)>& showHelp, QWidget* parent) {
+void runBaselineDialog(BaselineScreen& model, const std::function<void(const char*)>& showHelp,
+                       QWidget* parent) {
     BaselineDialog(model, showHelp, parent).exec();
     model.repaint = [] {};
 }

@@ -57,6 +57,7 @@ class BaselineDialog final : public QDialog {
 };
 
 /// Shows the screen until it has been left.
-void runBaselineDialog(BaselineScreen& model, const std::function<void(const char*)>& showHelp, QWidget* parent);
+void runBaselineDialog(BaselineScreen& model, const std::function<void(const char*)>& showHelp,
+                       QWidget* parent);
 
 } // namespace metrisk

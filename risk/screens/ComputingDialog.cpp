@@ -26,8 +26,9 @@ QLabel* namedLabel(const char* name, const QString& text = {}) {
 ComputingDialog::ComputingDialog(ComputingScreen& screen, std::function<void()> step, QWidget* parent)
     : QDialog(parent), screen_(screen), step_(std::move(step)),
       wait_(namedLabel("Label1", ComputingScreen::Label1)), message1_(namedLabel("Lbl_Message1")),
-      message2_(namedLabel("Lbl_Message2")), meterTitle_(namedLabel("Lbl_MeterTitle", ComputingScreen::Lbl_MeterTitle)),
-      meter_(new QProgressBar), cancel_(new QPushButton(tr("Cancel"))) {
+      message2_(namedLabel("Lbl_Message2")),
+      meterTitle_(namedLabel("Lbl_MeterTitle", ComputingScreen::Lbl_MeterTitle)), meter_(new QProgressBar),
+      cancel_(new QPushButton(tr("Cancel"))) {
     setObjectName("Computing");
     setWindowTitle("Computing");
     setModal(true);

@@ -55,7 +55,9 @@ QGridLayout* tightGrid(QWidget* parent) {
     return grid;
 }
 
-QGroupBox* panel(const char* name, const char* title) { return named(new QGroupBox(title), name); }
+QGroupBox* panel(const char* name, const char* title) {
+    return named(new QGroupBox(title), name);
+}
 
 /// A label above its box.
 void addColumn(QGridLayout* grid, int column, QLabel* above, QWidget* box) {
@@ -70,8 +72,10 @@ void addColumn(QGridLayout* grid, int column, QLabel* above, QWidget* box) {
 QWidget* makeIdentificationPanel() {
     auto* made = panel("pnl_IDData", "Identification");
     auto* grid = tightGrid(made);
-    auto* subject = named(new QPushButton("SUBJECT UNIT"), "cmdSU", "Go to the subject unit's identification");
-    auto* measuring = named(new QPushButton("MEASURING SYSTEM"), "cmdMTE", "Go to the measuring system's identification");
+    auto* subject =
+        named(new QPushButton("SUBJECT UNIT"), "cmdSU", "Go to the subject unit's identification");
+    auto* measuring =
+        named(new QPushButton("MEASURING SYSTEM"), "cmdMTE", "Go to the measuring system's identification");
     grid->addWidget(subject, 0, 1);
     grid->addWidget(measuring, 0, 3);
     struct Row {
@@ -116,8 +120,10 @@ QWidget* makeSubjectPanel() {
     auto* grid = tightGrid(made);
     addColumn(grid, 0, label("pnl_NominalValueLabel", "Nominal or Reading Value"),
               entry("ModeBox", "Nominal value of the parameter, or the reading"));
-    addColumn(grid, 1, label("pnl_SUUpper"), entry("UpperLimitBox", "Upper tolerance of the subject parameter"));
-    addColumn(grid, 2, label("pnl_SULower"), entry("LowerLimitBox", "Lower tolerance of the subject parameter"));
+    addColumn(grid, 1, label("pnl_SUUpper"),
+              entry("UpperLimitBox", "Upper tolerance of the subject parameter"));
+    addColumn(grid, 2, label("pnl_SULower"),
+              entry("LowerLimitBox", "Lower tolerance of the subject parameter"));
     addColumn(grid, 3, label("Lbl_SUPctInTol", "% In-Tolerance"),
               entry("PctInTolBox", "Percent of the subject parameters that are in tolerance"));
 
@@ -132,14 +138,17 @@ QWidget* makeSubjectPanel() {
     row->addWidget(side("TwoSideOption", "Two-Sided", "Both tolerance limits exist"), 0, 0);
     row->addWidget(side("SingleUpperOption", "Single-Sided Upper", "Only an upper limit exists"), 0, 1);
     row->addWidget(side("SingleLowerOption", "Single-Sided Lower", "Only a lower limit exists"), 0, 2);
-    row->addWidget(named(new QCheckBox("Symmetric Tolerances"), "chk_Symmetric", "The lower tolerance follows the upper"),
+    row->addWidget(named(new QCheckBox("Symmetric Tolerances"), "chk_Symmetric",
+                         "The lower tolerance follows the upper"),
                    1, 0);
     row->addWidget(named(new QCheckBox("Enter Physical Limit?"), "PhysLimitRequired",
                          "There is a value that the parameter cannot pass"),
                    1, 1);
     auto* display = new QButtonGroup(options);
-    auto* limits = named(new QRadioButton("Limits"), "optOffsets_0", "Show tolerance limits in nominal units");
-    auto* tolerances = named(new QRadioButton("Tolerances"), "optOffsets_1", "Show tolerances in their own units");
+    auto* limits =
+        named(new QRadioButton("Limits"), "optOffsets_0", "Show tolerance limits in nominal units");
+    auto* tolerances =
+        named(new QRadioButton("Tolerances"), "optOffsets_1", "Show tolerances in their own units");
     display->addButton(limits);
     display->addButton(tolerances);
     auto* caption = label("pnlOffsets", "Display\nOption");
@@ -162,8 +171,10 @@ QWidget* makeMeasuringPanel() {
     grid->setColumnStretch(1, 0);
     grid->addWidget(label("Lbl_Plus", "+"), 1, 3);
     addColumn(grid, 4, label("pnl_PctReading", "% of Reading"),
-              entry("MTEPctOfReadingBox", "Part of the tolerance in percent of the reading, or degrees of freedom"));
-    addColumn(grid, 5, label("pnl_Units", "Units"), entry("MTEParameterUnitsBox", "Units of the measuring parameter"));
+              entry("MTEPctOfReadingBox",
+                    "Part of the tolerance in percent of the reading, or degrees of freedom"));
+    addColumn(grid, 5, label("pnl_Units", "Units"),
+              entry("MTEParameterUnitsBox", "Units of the measuring parameter"));
     addColumn(grid, 6, label("LbL_MTEPctInTol", "% In-Tolerance"),
               entry("MTEPctInTolBox", "Percent in-tolerance or confidence level of the measuring parameter"));
     return made;
@@ -190,16 +201,18 @@ QWidget* makeComputedRisksPanel() {
     auto* made = panel("pnl_ComputedRisks", "");
     auto* grid = tightGrid(made);
     grid->addWidget(heading("Heading_0"), 0, 0, 1, 4);
-    addRisk(grid, 1, label("pnl_RiskLabel_0", "False Accept Risk"), result("AcceptRisk", "Computed false accept risk"),
-            unitsBox("AcceptUnits"));
-    addRisk(grid, 2, label("pnl_RiskLabel_1", "False Reject Risk"), result("RejectRisk", "Computed false reject risk"),
-            unitsBox("RejectUnits"));
+    addRisk(grid, 1, label("pnl_RiskLabel_0", "False Accept Risk"),
+            result("AcceptRisk", "Computed false accept risk"), unitsBox("AcceptUnits"));
+    addRisk(grid, 2, label("pnl_RiskLabel_1", "False Reject Risk"),
+            result("RejectRisk", "Computed false reject risk"), unitsBox("RejectUnits"));
     grid->addWidget(label("pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"), 3, 0);
-    grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3, 1);
+    grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3,
+                    1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("AccRatEquivalent2Box"), 3, 3);
-    grid->addWidget(named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 5,
-                    0, 1, 4);
+    grid->addWidget(
+        named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 5,
+        0, 1, 4);
     grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
@@ -217,8 +230,9 @@ QWidget* makeBaselineRisksPanel() {
     grid->addWidget(result("BaselineAccRat1Box", "Accuracy ratio of the baseline"), 3, 1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("BaselineAccRat2Box"), 3, 3);
-    grid->addWidget(named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 5, 0,
-                    1, 4);
+    grid->addWidget(
+        named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 5, 0, 1,
+        4);
     grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
@@ -234,21 +248,25 @@ QWidget* makeOptionsPanel() {
 
     grid->addWidget(label("pnl_GuardbandLabel", "Guardbands"), 2, 0);
     auto* bands = new QButtonGroup(made);
-    auto* limits = named(new QRadioButton("Show Limits"), "optGuardbands_0", "Show guardbands as test limits");
-    auto* multipliers = named(new QRadioButton("Show Multipliers"), "optGuardbands_1", "Show guardband multipliers");
+    auto* limits =
+        named(new QRadioButton("Show Limits"), "optGuardbands_0", "Show guardbands as test limits");
+    auto* multipliers =
+        named(new QRadioButton("Show Multipliers"), "optGuardbands_1", "Show guardband multipliers");
     bands->addButton(limits);
     bands->addButton(multipliers);
     grid->addWidget(limits, 2, 1);
     grid->addWidget(multipliers, 2, 2);
     for (int i : {0, 1}) {
-        grid->addWidget(label(i == 0 ? "Lbl_Guardbands_0" : "Lbl_Guardbands_1", i == 0 ? "Upper" : "Lower"), 3 + i, 0,
-                        Qt::AlignRight);
+        grid->addWidget(label(i == 0 ? "Lbl_Guardbands_0" : "Lbl_Guardbands_1", i == 0 ? "Upper" : "Lower"),
+                        3 + i, 0, Qt::AlignRight);
         grid->addWidget(result(i == 0 ? "txt_GuardbandMultiplier_0" : "txt_GuardbandMultiplier_1",
                                i == 0 ? "Upper guardband" : "Lower guardband"),
                         3 + i, 1);
     }
-    grid->addWidget(named(new QCheckBox("Include"), "chk_IncludeGuardbands", "Compute risks with the test limits"), 3, 2);
-    grid->addWidget(named(new QCheckBox("Symmetric"), "chk_SymmetricGBands", "One multiplier for both sides"), 4, 2);
+    grid->addWidget(
+        named(new QCheckBox("Include"), "chk_IncludeGuardbands", "Compute risks with the test limits"), 3, 2);
+    grid->addWidget(named(new QCheckBox("Symmetric"), "chk_SymmetricGBands", "One multiplier for both sides"),
+                    4, 2);
 
     grid->addWidget(label("pnl_UncertaintyLabel", "Process Uncertainty"), 5, 0);
     grid->addWidget(result("pnl_ProcessUncertainty", "Total measurement process uncertainty"), 5, 1);

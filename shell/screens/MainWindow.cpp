@@ -17,10 +17,10 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QScrollArea>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
 #include <algorithm>
@@ -226,12 +226,21 @@ void MainWindow::showHighlight(const std::string& panel) {
                                                    {"pnl_MTEFixedOffset", "pnl_MTEFixed"},
                                                    {"pnl_MTEPctInTol", "LbL_MTEPctInTol"}};
     highlighted_ = controls_.value(labels.value(qt(panel), qt(panel)));
-    if (highlighted_) highlighted_->setStyleSheet("background: palette(highlight); color: palette(highlighted-text);");
+    if (highlighted_)
+        highlighted_->setStyleSheet("background: palette(highlight); color: palette(highlighted-text);");
 }
 
-void MainWindow::openAtStart(const QString& path) { commands_->openAtStart(path); }
+void MainWindow::openAtStart(const QString& path) {
+    commands_->openAtStart(path);
+}
 
+<<<<<<< HEAD
 void MainWindow::setPlaces(const Places& places) { commands_->setPlaces(places); }
+=======
+void MainWindow::setHomeDirectory(const std::string& folder) {
+    commands_->setHomeDirectory(folder);
+}
+>>>>>>> screens
 
 QSize MainWindow::sizeHint() const {
     const QSize content = controls_.value("pnl_Controls")->sizeHint();
@@ -241,7 +250,9 @@ QSize MainWindow::sizeHint() const {
     return wanted.boundedTo(QWidget::screen()->availableSize());
 }
 
-QLineEdit* MainWindow::activeBox() const { return qobject_cast<QLineEdit*>(focusWidget()); }
+QLineEdit* MainWindow::activeBox() const {
+    return qobject_cast<QLineEdit*>(focusWidget());
+}
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
@@ -265,7 +276,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     const QString path = event->mimeData()->urls().first().toLocalFile();
     // The program that the file came from waits until the drop is done; boxes come after it.
-    QMetaObject::invokeMethod(this, [this, path] { commands_->openFile(path); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, path] { commands_->openFile(path); }, Qt::QueuedConnection);
 }
 
 } // namespace metrisk

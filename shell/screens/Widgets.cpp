@@ -10,16 +10,21 @@
 
 namespace metrisk {
 
-QString qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
-QString caption(std::string_view text) { return qt(text).trimmed(); }
+QString caption(std::string_view text) {
+    return qt(text).trimmed();
+}
 
 void nameWidget(QWidget* widget, const QString& name, const QString& toolTip) {
     widget->setObjectName(name);
     if (!toolTip.isEmpty()) {
         widget->setToolTip(toolTip);
         const auto* button = qobject_cast<QAbstractButton*>(widget);
-        if ((!button || button->text().isEmpty()) && !qobject_cast<QLabel*>(widget)) widget->setAccessibleName(toolTip);
+        if ((!button || button->text().isEmpty()) && !qobject_cast<QLabel*>(widget))
+            widget->setAccessibleName(toolTip);
     }
 }
 
@@ -27,7 +32,8 @@ void showLocked(QLineEdit* box, bool locked) {
     if (box->isReadOnly() != locked) box->setReadOnly(locked);
     box->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
     const QColor ground = QApplication::palette().color(locked ? QPalette::Window : QPalette::Base);
-    if (box->testAttribute(Qt::WA_SetPalette) == locked && box->palette().color(QPalette::Base) == ground) return;
+    if (box->testAttribute(Qt::WA_SetPalette) == locked && box->palette().color(QPalette::Base) == ground)
+        return;
     QPalette own; // everything that is not set here goes on following the desktop
     if (locked) own.setColor(QPalette::Base, ground);
     box->setPalette(own);
@@ -35,7 +41,8 @@ void showLocked(QLineEdit* box, bool locked) {
 
 QDialogButtonBox* okCancelButtons(QDialog* dialog) {
     auto* buttons = new QDialogButtonBox;
-    QPushButton* ok = named(buttons->addButton("&OK", QDialogButtonBox::AcceptRole), "mnu_Exit_0", "Keep the changes");
+    QPushButton* ok =
+        named(buttons->addButton("&OK", QDialogButtonBox::AcceptRole), "mnu_Exit_0", "Keep the changes");
     named(buttons->addButton("&Cancel", QDialogButtonBox::RejectRole), "mnu_Exit_1", "Leave without them");
     ok->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);

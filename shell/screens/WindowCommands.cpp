@@ -113,13 +113,15 @@ void WindowCommands::buildToolbar() {
         QAction* command = actions_.value(button.command);
         const bool enabled = command && command->isEnabled();
         const QIcon icon = toolIcon(qt(button.image()), enabled, size, window_.devicePixelRatioF());
-        QAction* action = bar->addAction(icon, button.toolTip, this, [this, name = QString(button.command)] { run(name); });
+        QAction* action =
+            bar->addAction(icon, button.toolTip, this, [this, name = QString(button.command)] { run(name); });
         action->setObjectName(QString("tb_Main_%1").arg(button.key));
         if (command) {
             action->setEnabled(command->isEnabled());
             const bool inMenuBar = window_.menuBar()->actions().contains(command);
             if (!inMenuBar && command->icon().isNull()) command->setIcon(icon);
-            connect(command, &QAction::changed, action, [command, action] { action->setEnabled(command->isEnabled()); });
+            connect(command, &QAction::changed, action,
+                    [command, action] { action->setEnabled(command->isEnabled()); });
         } else {
             action->setEnabled(false);
         }
@@ -130,7 +132,9 @@ void WindowCommands::buildToolbar() {
 void WindowCommands::bind() {
     const auto showHelp = [this](const char* page) { this->showHelp(page); };
     const auto runChoice = [this](FalseAcceptScreen& screen) { runFalseAcceptDialog(screen, &window_); };
-    const auto runBaseline = [this, showHelp](BaselineScreen& screen) { runBaselineDialog(screen, showHelp, &window_); };
+    const auto runBaseline = [this, showHelp](BaselineScreen& screen) {
+        runBaselineDialog(screen, showHelp, &window_);
+    };
 
     commands_ = {
         {"NewAnalysisFile", [this] { files_.NewAnalysisFile(); }},
@@ -203,7 +207,9 @@ void WindowCommands::openAtStart(const QString& path) {
     window_.repaintRecord();
 }
 
-bool WindowCommands::mayExit() { return window_.commitEntry() && files_.ExitAnalysis(); }
+bool WindowCommands::mayExit() {
+    return window_.commitEntry() && files_.ExitAnalysis();
+}
 
 void WindowCommands::showEditState() {
     const QLineEdit* box = window_.activeBox();
