@@ -14,9 +14,15 @@ struct Entry {
     bool physicalLimitAtMode = false;
 };
 
-inline Entry twoSided(double pct) { return {.pctInTol = pct}; }
-inline Entry unequal(double pct) { return {.upperOffset = 1, .pctInTol = pct}; }
-inline Entry singleUpper(double pct) { return {.pctInTol = pct, .singleUpper = true}; }
+inline Entry twoSided(double pct) {
+    return {.pctInTol = pct};
+}
+inline Entry unequal(double pct) {
+    return {.upperOffset = 1, .pctInTol = pct};
+}
+inline Entry singleUpper(double pct) {
+    return {.pctInTol = pct, .singleUpper = true};
+}
 inline Entry physicalLimitAtMode(double pct) {
     return {.pctInTol = pct, .singleUpper = true, .physicalLimitAtMode = true};
 }

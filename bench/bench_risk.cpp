@@ -102,8 +102,7 @@ void baselineIntegral(benchmark::State& state) {
         calls.exp.push_back(-0.5 * x * x);
     }
     againstFloor(
-        state, 1,
-        [&] { benchmark::DoNotOptimize(BaselineJointProbability(4, zs, zm, nullptr).value); },
+        state, 1, [&] { benchmark::DoNotOptimize(BaselineJointProbability(4, zs, zm, nullptr).value); },
         [&] { calls.run(); });
 }
 BENCHMARK(baselineIntegral)->UseManualTime();
@@ -151,8 +150,13 @@ BENCHMARK_CAPTURE(fullCompute, withoutSearch, false)->UseManualTime();
 
 /// The 1001 passes of the two-sided fit against the two logarithms that each pass takes.
 void logNormalFit(benchmark::State& state) {
-    const LogNormalCase c{.mode = 10, .near = 9.5, .far = 11, .pctInTol = 90, .zTailLow = InvNorm(0.05),
-                          .zTailHigh = InvNorm(0.95), .physLimitBelow = true};
+    const LogNormalCase c{.mode = 10,
+                          .near = 9.5,
+                          .far = 11,
+                          .pctInTol = 90,
+                          .zTailLow = InvNorm(0.05),
+                          .zTailHigh = InvNorm(0.95),
+                          .physLimitBelow = true};
     againstFloor(
         state, 1, [&] { benchmark::DoNotOptimize(searchLogNormal(c)); },
         [&] {

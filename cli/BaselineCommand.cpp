@@ -27,7 +27,9 @@ double parseRatio(const std::string& text) {
     return numerator > 0 && denominator > 0 ? numerator / denominator : 0;
 }
 
-bool isPct(double pct) { return pct > 0 && pct < 100; }
+bool isPct(double pct) {
+    return pct > 0 && pct < 100;
+}
 
 } // namespace
 
@@ -50,8 +52,8 @@ int baselineCommand(const BaselineOptions& options) {
     session.record.FalseAcceptOption = options.producer ? 1 : 0;
     double falseAccept = std::numeric_limits<double>::quiet_NaN();
     double falseReject = falseAccept;
-    if (!ComputeBaselineRisks(session, ratio, options.subjectPct / 100, options.measuringPct / 100, falseAccept,
-                              falseReject))
+    if (!ComputeBaselineRisks(session, ratio, options.subjectPct / 100, options.measuringPct / 100,
+                              falseAccept, falseReject))
         output.status = refused;
     if (options.json) {
         JsonLine line;

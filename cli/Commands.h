@@ -32,9 +32,9 @@ struct ShowOptions {
 int showCommand(const ShowOptions& options);
 
 struct BaselineOptions {
-    std::string ratio; // "4:1"
+    std::string ratio;       // "4:1"
     double measuringPct = 0; // percent
-    double subjectPct = 0; // percent
+    double subjectPct = 0;   // percent
     bool producer = false;
     bool json = false;
 };

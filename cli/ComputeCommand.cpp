@@ -117,7 +117,8 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
 }
 
 /// Some faults end silently in the window, whose user sees that the figures stand; here a line says so.
-std::string silentFaults(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
+std::string silentFaults(const std::string& file, int status, const AnalysisRun& run,
+                         const Figures& figures) {
     std::string lines;
     const auto wentOn = [](const Message& message) { return message.answer == "Yes"; };
     if (status == refused && std::ranges::all_of(run.ui.messages(), wentOn))
@@ -138,8 +139,8 @@ Output computeFile(Workplace& workplace, const std::string& file, const ComputeO
         computeBaseline(run, figures);
     }
     output.diagnostics = run.diagnostics(file) + silentFaults(file, output.status, run, figures);
-    output.results = options.json ? asJson(file, output.status, run, figures)
-                                  : asTable(file, output.status, run, figures);
+    output.results =
+        options.json ? asJson(file, output.status, run, figures) : asTable(file, output.status, run, figures);
     if (options.save && output.status == allDone) {
         const std::string target = NormalizeAnalysisName(file);
         if (target != file && !options.force && saveWouldReplace(file)) {
@@ -156,7 +157,8 @@ Output computeFile(Workplace& workplace, const std::string& file, const ComputeO
 /// A bar on stderr, when that is a terminal and there is something to wait for.
 class ProgressBar {
   public:
-    explicit ProgressBar(std::size_t total) : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
+    explicit ProgressBar(std::size_t total)
+        : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
 
     void show(std::size_t done) {
         if (!shown_) return;

@@ -21,6 +21,8 @@ Answer ConsoleInteraction::show(const Box& box) {
     return box.unattended;
 }
 
-void ConsoleInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) { step(); }
+void ConsoleInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) {
+    step();
+}
 
 } // namespace metrisk::cli

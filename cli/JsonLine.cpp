@@ -17,19 +17,33 @@ std::string JsonLine::valueOf(double number) {
     return {digits, end.ptr};
 }
 
-std::string JsonLine::valueOf(int number) { return std::to_string(number); }
+std::string JsonLine::valueOf(int number) {
+    return std::to_string(number);
+}
 
 void JsonLine::addRaw(std::string_view key, const std::string& value) {
     if (!body_.empty()) body_ += ",";
     body_ += valueOf(key) + ":" + value;
 }
 
-void JsonLine::add(std::string_view key, std::string_view text) { addRaw(key, valueOf(text)); }
-void JsonLine::add(std::string_view key, double number) { addRaw(key, valueOf(number)); }
-void JsonLine::add(std::string_view key, int number) { addRaw(key, valueOf(number)); }
-void JsonLine::add(std::string_view key, Flag flag) { add(key, static_cast<bool>(flag)); }
-void JsonLine::add(std::string_view key, bool flag) { addRaw(key, flag ? "true" : "false"); }
-void JsonLine::addNull(std::string_view key) { addRaw(key, "null"); }
+void JsonLine::add(std::string_view key, std::string_view text) {
+    addRaw(key, valueOf(text));
+}
+void JsonLine::add(std::string_view key, double number) {
+    addRaw(key, valueOf(number));
+}
+void JsonLine::add(std::string_view key, int number) {
+    addRaw(key, valueOf(number));
+}
+void JsonLine::add(std::string_view key, Flag flag) {
+    add(key, static_cast<bool>(flag));
+}
+void JsonLine::add(std::string_view key, bool flag) {
+    addRaw(key, flag ? "true" : "false");
+}
+void JsonLine::addNull(std::string_view key) {
+    addRaw(key, "null");
+}
 
 void JsonLine::add(std::string_view key, const std::vector<Message>& messages) {
     std::string items;

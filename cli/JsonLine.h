@@ -25,10 +25,8 @@ class JsonLine {
     void addNull(std::string_view key);
     /// Nested arrays as given: any range of the above.
     template <class Range>
-        requires requires(const Range& r) { r.begin(), r.end(); }
-    void add(std::string_view key, const Range& range) {
-        addRaw(key, arrayOf(range));
-    }
+    requires requires(const Range& r) { r.begin(), r.end(); }
+    void add(std::string_view key, const Range& range) { addRaw(key, arrayOf(range)); }
 
     /// The object with a line end.
     std::string text() const { return "{" + body_ + "}\n"; }
@@ -39,7 +37,7 @@ class JsonLine {
     static std::string valueOf(double number);
     static std::string valueOf(int number);
     template <class Range>
-        requires requires(const Range& r) { r.begin(), r.end(); }
+    requires requires(const Range& r) { r.begin(), r.end(); }
     static std::string arrayOf(const Range& range) {
         std::string items;
         for (const auto& item : range) {

@@ -9,11 +9,21 @@ namespace metrisk::cli {
 
 namespace {
 
-std::string fieldText(const std::string& text) { return "\"" + text + "\""; }
-std::string fieldText(double number) { return GeneralText(number, {}); }
-std::string fieldText(int number) { return std::to_string(number); }
-std::string fieldText(Flag flag) { return flag ? "True" : "False"; }
-std::string fieldText(bool flag) { return flag ? "True" : "False"; }
+std::string fieldText(const std::string& text) {
+    return "\"" + text + "\"";
+}
+std::string fieldText(double number) {
+    return GeneralText(number, {});
+}
+std::string fieldText(int number) {
+    return std::to_string(number);
+}
+std::string fieldText(Flag flag) {
+    return flag ? "True" : "False";
+}
+std::string fieldText(bool flag) {
+    return flag ? "True" : "False";
+}
 
 template <class Value>
 std::string lines(const std::string& name, const Value& value) {
@@ -42,8 +52,9 @@ int showCommand(const ShowOptions& options) {
         visitFields(run.record, [&](std::string_view name, const auto& value) { line.add(name, value); });
         output.results = line.text();
     } else {
-        visitFields(run.record,
-                    [&](std::string_view name, const auto& value) { output.results += lines(std::string(name), value); });
+        visitFields(run.record, [&](std::string_view name, const auto& value) {
+            output.results += lines(std::string(name), value);
+        });
     }
     output.diagnostics = run.diagnostics(options.file);
     if (!emit(output) && output.status == allDone) output.status = refused;

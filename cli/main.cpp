@@ -15,17 +15,20 @@ void describe(CLI::App& app, std::function<int()>& command) {
     static constexpr const char* jsonHelp = "Print JSON instead of text";
 
     const auto compute = std::make_shared<ComputeOptions>();
-    CLI::App* computeApp = app.add_subcommand("compute", "Compute risks and equivalent accuracy ratio of analysis files");
+    CLI::App* computeApp =
+        app.add_subcommand("compute", "Compute risks and equivalent accuracy ratio of analysis files");
     computeApp->add_option("FILE", compute->files, "Analysis files")->required();
     computeApp->add_flag("--json", compute->json, "Print one JSON object per file, each on one line");
     computeApp->add_flag("--save", compute->save, "Write the results back to each file");
-    computeApp->add_flag("--force", compute->force, "With --save: replace an existing .mrk beside a .dat file");
+    computeApp->add_flag("--force", compute->force,
+                         "With --save: replace an existing .mrk beside a .dat file");
     computeApp->add_option("--settings", compute->settings, settingsHelp);
     computeApp->add_option("--threads", compute->threads, "Threads to use; 0 means one a core");
     computeApp->callback([compute, &command] { command = [compute] { return computeCommand(*compute); }; });
 
     const auto convert = std::make_shared<ConvertOptions>();
-    CLI::App* convertApp = app.add_subcommand("convert", "Read any version of analysis file and write the present one");
+    CLI::App* convertApp =
+        app.add_subcommand("convert", "Read any version of analysis file and write the present one");
     convertApp->add_option("IN", convert->in, "File to read")->required();
     convertApp->add_option("OUT", convert->out, "File to write; .mrk is added if missing")->required();
     convertApp->add_flag("--force", convert->force, forceHelp);
@@ -42,11 +45,14 @@ void describe(CLI::App& app, std::function<int()>& command) {
     const auto baseline = std::make_shared<BaselineOptions>();
     CLI::App* baselineApp = app.add_subcommand("baseline", "Compute the risks of a reference case");
     baselineApp->add_option("--ratio", baseline->ratio, "Accuracy ratio, as in 4:1")->required();
-    baselineApp->add_option("--mte", baseline->measuringPct, "Measuring parameter % in-tolerance")->required();
+    baselineApp->add_option("--mte", baseline->measuringPct, "Measuring parameter % in-tolerance")
+        ->required();
     baselineApp->add_option("--su", baseline->subjectPct, "Subject parameter % in-tolerance")->required();
-    baselineApp->add_flag("--producer", baseline->producer, "Producer's false accept risk instead of the Consumer's");
+    baselineApp->add_flag("--producer", baseline->producer,
+                          "Producer's false accept risk instead of the Consumer's");
     baselineApp->add_flag("--json", baseline->json, jsonHelp);
-    baselineApp->callback([baseline, &command] { command = [baseline] { return baselineCommand(*baseline); }; });
+    baselineApp->callback(
+        [baseline, &command] { command = [baseline] { return baselineCommand(*baseline); }; });
 }
 
 } // namespace
@@ -55,7 +61,8 @@ int main(int argc, char** argv) {
     CLI::App app("Measurement decision risk analysis", "metrisk-cli");
     app.set_version_flag("--version", "metrisk-cli " METRISK_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 all computed, 1 at least one refused, 2 wrong usage, 3 at least one unreadable.");
+    app.footer(
+        "Exit status: 0 all computed, 1 at least one refused, 2 wrong usage, 3 at least one unreadable.");
     std::function<int()> command;
     describe(app, command);
     try {

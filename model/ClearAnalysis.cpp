@@ -83,8 +83,7 @@ void ClearAnalysis(Session& session) {
     static_cast<SubjectParameter&>(record) = subject;
     static_cast<MeasuringParameter&>(record) = {};
 
-    const BaselineDefaults defaults =
-        ReadBaselineDefaults(session.settings, record.Base_EqRatioTarget);
+    const BaselineDefaults defaults = ReadBaselineDefaults(session.settings, record.Base_EqRatioTarget);
     static_cast<Baseline&>(record) = defaults.figures;
 
     RiskResults results;

@@ -14,8 +14,8 @@ namespace metrisk {
 ///
 /// Rounds half away from zero on the 15-digit decimal form. A rounded negative value keeps its sign,
 /// "#" shows nothing for 0. The text always reads back (ParseValue) as the rounded number: where a
-/// grouping mark could be taken for something else (in forced zeros, too), none is shown. A picture without any digit
-/// stands for "General Number". A value that is not finite shows as an empty text.
+/// grouping mark could be taken for something else (in forced zeros, too), none is shown. A picture without
+/// any digit stands for "General Number". A value that is not finite shows as an empty text.
 std::string FormatNumber(double value, std::string_view picture, const Regional& regional);
 
 /// The shortest form of at most 15 significant digits ("0.5", "-12", "1E+15").

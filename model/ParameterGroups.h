@@ -30,8 +30,8 @@ struct Identification {
 struct SubjectParameter {
     double SU_Mode = 0;
     std::string SU_Mode_fmt = "#,##0.0000";
-    double SU_UpperLimit = 0; // SU_Mode + SU_UpperOffset
-    double SU_LowerLimit = 0; // SU_Mode - SU_LowerOffset
+    double SU_UpperLimit = 0;  // SU_Mode + SU_UpperOffset
+    double SU_LowerLimit = 0;  // SU_Mode - SU_LowerOffset
     double SU_UpperOffset = 0; // never negative
     std::string SU_UpperOffset_fmt = "#,##0.0000";
     double SU_LowerOffset = 0; // never negative
@@ -54,10 +54,10 @@ struct SubjectParameter {
     Flag OptSingleUpper;
     Flag OptSingleLower;
     Flag SymmetricTolerances;
-    Flag ShowLimits; // true shows limits in nominal units, false offsets in tolerance units
-    int SU_SigDigits = 0; // decimal shift of the measuring parameter's tolerance units
+    Flag ShowLimits;            // true shows limits in nominal units, false offsets in tolerance units
+    int SU_SigDigits = 0;       // decimal shift of the measuring parameter's tolerance units
     int SU_TolDecimalShift = 0; // decimal shift of the subject parameter's tolerance units
-    std::string NominalUnits; // kept by a new analysis
+    std::string NominalUnits;   // kept by a new analysis
     std::string MeasurementArea;
     std::string SU_ToleranceUnits;
     double SU_TolUnitsFactor = 1.0; // tolerance units per nominal unit
@@ -66,16 +66,16 @@ struct SubjectParameter {
     // Fitted by FitSubjectParameter.
     double SU_Sigma = 0;
     std::string SU_Distribution; // "Normal", "LogNormal", "Exponential" or "Uniform"
-    int SU_CaseCode = 0; // 1 to 9
-    double SU_LogSigma = 0; // shape s of the LogNormal
-    double SU_LogOmega = 0; // exp(s^2)
-    double SU_ExpExponent = 0; // -ln p or -ln(1 - p)
-    double SU_ExpRate = 0; // exponent / (limit - mode), signed, per nominal unit
-    Flag PhysLimitBelow; // side of the distribution on which the physical limit stands
+    int SU_CaseCode = 0;         // 1 to 9
+    double SU_LogSigma = 0;      // shape s of the LogNormal
+    double SU_LogOmega = 0;      // exp(s^2)
+    double SU_ExpExponent = 0;   // -ln p or -ln(1 - p)
+    double SU_ExpRate = 0;       // exponent / (limit - mode), signed, per nominal unit
+    Flag PhysLimitBelow;         // side of the distribution on which the physical limit stands
     Flag PhysLimitAbove;
-    double ZTailLow = 0; // InvNorm((1 - p)/2)
-    double ZTailHigh = 0; // InvNorm(1 - (1 - p)/2)
-    double ZTwoSided = 0; // InvNorm((p + 1)/2)
+    double ZTailLow = 0;       // InvNorm((1 - p)/2)
+    double ZTailHigh = 0;      // InvNorm(1 - (1 - p)/2)
+    double ZTwoSided = 0;      // InvNorm((p + 1)/2)
     double LimitRatioNear = 0; // (near limit - physical limit)/(mode - physical limit)
     double LimitRatioFar = 0;
     Flag SubjectFitValid;
@@ -142,12 +142,12 @@ struct ProcessErrors {
     double ProcessUncertainty = 0; // nominal units, MTE bias excluded
     std::string ProcessUncertainty_fmt = "#,##0.0000";
     double Process_DegFreedom = 0; // 0 means infinite
-    double Total_DegFreedom = 0; // with MTE bias; 0 means infinite
+    double Total_DegFreedom = 0;   // with MTE bias; 0 means infinite
     Flag IncludeMTEBias = true;
     OneBased<std::string, 8> ErrorSourceName;
-    OneBased<OneBased<std::string, 6>, 8> ErrTableText; // rows 1 to 8
+    OneBased<OneBased<std::string, 6>, 8> ErrTableText;    // rows 1 to 8
     OneBased<OneBased<std::string, 6>, 9> ErrTableDisplay; // rows 0 to 8
-    OneBased<OneBased<double, 10>, 10> CorrelationMatrix; // index = row + 2, only i < j is used
+    OneBased<OneBased<double, 10>, 10> CorrelationMatrix;  // index = row + 2, only i < j is used
 };
 
 } // namespace metrisk

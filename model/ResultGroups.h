@@ -8,7 +8,7 @@
 namespace metrisk {
 
 struct RiskResults {
-    double FalseAcceptRisk = 0; // shown value, in FalseAcceptUnits
+    double FalseAcceptRisk = 0;         // shown value, in FalseAcceptUnits
     std::string FalseAcceptUnits = "%"; // "%" or "ppm"
     std::string FalseAccept_fmt = "##0.00";
     double FalseRejectRisk = 0;
@@ -16,8 +16,8 @@ struct RiskResults {
     std::string FalseReject_fmt = "##0.00";
     double EqAccRat = 0; // left figure of the ratio, 0 when not computed
     std::string EqAccRatDen = "1.00";
-    int FalseAcceptOption = 0; // 0 Consumer, 1 Producer
-    std::string UserOption = "User"; // "User" or "Z540"
+    int FalseAcceptOption = 0;        // 0 Consumer, 1 Producer
+    std::string UserOption = "User";  // "User" or "Z540"
     Flag EqRatioOnFalseAccept = true; // search on false accept risk, else on false reject risk
     Flag ComputeEqRatio = true;
     Flag BeepWhenFinished;

@@ -14,16 +14,16 @@ struct SessionState {
     std::string LastAnalysisName;
     Flag FileChanged; // changed since the last save
     Flag FileReadOnly;
-    Flag ComputeNeeded; // an entry has changed: the next validation step must run
+    Flag ComputeNeeded;                // an entry has changed: the next validation step must run
     std::string ComputeScope = "Both"; // "Both", "SU" or "MTE"
-    Flag AbortFlag; // the shared error return: set by any failure, cleared at the start of a step
-    Flag SearchAbort; // second failure flag of the risk computation
-    Flag Computing; // the compute button's handling is in progress
+    Flag AbortFlag;       // the shared error return: set by any failure, cleared at the start of a step
+    Flag SearchAbort;     // second failure flag of the risk computation
+    Flag Computing;       // the compute button's handling is in progress
     Flag EntryBoxChanged; // a lost-focus rule is committing an entry
     Flag RisksNeedCompute;
-    Flag RisksComputed; // the last risk compute gave figures of its own
+    Flag RisksComputed;    // the last risk compute gave figures of its own
     Flag ComputeRequested; // the progress screen is to compute when it becomes active
-    Flag NothingChanged; // results of the snapshot comparison
+    Flag NothingChanged;   // results of the snapshot comparison
     Flag GuardbandsUnchanged;
     Flag BaselineUnchanged;
     Flag BaselineComputed;

@@ -107,17 +107,27 @@ struct Side {
     const char* limitTitle;
     const char* limitText;
     const char* physicalText;
-    bool limitWrong; // not on its side of the mode
+    bool limitWrong;    // not on its side of the mode
     bool physicalWrong; // between the mode and the limit, or on the limit
 };
 
 Side sideOf(const Analysis& r) {
     const double p = r.PhysicalLimit;
     if (r.OptSingleLower)
-        return {"LowerLimitBox", "UpperLimitBox", title::lowerLimit, text::lowerNotBelow, text::physicalBelowMode,
-                r.SU_Mode <= r.SU_LowerLimit, p < r.SU_Mode && p >= r.SU_LowerLimit};
-    return {"UpperLimitBox", "LowerLimitBox", title::upperLimit, text::upperNotAbove, text::physicalAboveMode,
-            r.SU_Mode >= r.SU_UpperLimit, p > r.SU_Mode && p <= r.SU_UpperLimit};
+        return {"LowerLimitBox",
+                "UpperLimitBox",
+                title::lowerLimit,
+                text::lowerNotBelow,
+                text::physicalBelowMode,
+                r.SU_Mode <= r.SU_LowerLimit,
+                p < r.SU_Mode && p >= r.SU_LowerLimit};
+    return {"UpperLimitBox",
+            "LowerLimitBox",
+            title::upperLimit,
+            text::upperNotAbove,
+            text::physicalAboveMode,
+            r.SU_Mode >= r.SU_UpperLimit,
+            p > r.SU_Mode && p <= r.SU_UpperLimit};
 }
 
 void validateSingleSided(Session& session) {
@@ -125,8 +135,7 @@ void validateSingleSided(Session& session) {
     const Side side = sideOf(r);
     const bool entering = r.EntryBoxChanged;
     if (r.PhysLimitRequired && !r.PhysicalLimitEntered)
-        return fail(session,
-                    {title::physicalMissing, text::physicalNotEntered, side.physicalLimitBox},
+        return fail(session, {title::physicalMissing, text::physicalNotEntered, side.physicalLimitBox},
                     !entering);
     if (r.PhysLimitRequired && r.PhysicalLimitEntered && side.physicalWrong)
         return fail(session, {title::physicalViolation, side.physicalText, side.physicalLimitBox}, true);
@@ -141,8 +150,7 @@ void validateSingleSided(Session& session) {
         }
         acknowledged = true;
     }
-    if (side.limitWrong)
-        return fail(session, {side.limitTitle, side.limitText, side.limitBox}, !entering);
+    if (side.limitWrong) return fail(session, {side.limitTitle, side.limitText, side.limitBox}, !entering);
     if (r.SU_PctInTol <= 50 && !r.PhysLimitRequired)
         return fail(session, {title::subjectPct, text::above50, "PctInTolBox"}, true);
 }
@@ -193,8 +201,7 @@ void ValidateSubject(Session& session) {
         return fail(session, {title::subjectTolerance, text::limitsOnMode, "UpperLimitBox"}, !entering);
     if (r.SU_PctInTol <= 0)
         return fail(session, {title::subjectPct, text::aboveZero, "PctInTolBox"}, !entering);
-    if (r.SU_PctInTol > 100)
-        return fail(session, {title::subjectPct, text::below100, "PctInTolBox"}, true);
+    if (r.SU_PctInTol > 100) return fail(session, {title::subjectPct, text::below100, "PctInTolBox"}, true);
 
     if (r.OptSingleLower || r.OptSingleUpper) validateSingleSided(session);
 }
@@ -225,9 +232,8 @@ void ValidateMeasuring(Session& session) {
     if (r.ProcessUncertainty < 0) {
         r.AbortFlag = true;
         if (validationIsQuiet(session) || !r.Computing) return;
-        session.ui.show({.text = text::zeroOrAbove,
-                         .title = title::processUncertainty,
-                         .icon = BoxIcon::Exclamation});
+        session.ui.show(
+            {.text = text::zeroOrAbove, .title = title::processUncertainty, .icon = BoxIcon::Exclamation});
         if (r.UncertaintyWorksheetOpen) session.ui.focus("txt_ProcessUncertainty", true);
     }
 }

@@ -59,7 +59,7 @@ struct ObservedPct {
 struct BiasAnalysis {
     OneBased<double, 2> SMPC_Sigma;
     OneBased<double, 2> SMPC_InTolProb; // fraction
-    OneBased<double, 2> SMPC_Bias; // nominal units
+    OneBased<double, 2> SMPC_Bias;      // nominal units
     OneBased<double, 2> SMPC_Limits;
     OneBased<double, 2> SMPC_Tolerance;
     OneBased<double, 2> SMPC_PctInTol; // percent
@@ -69,7 +69,7 @@ struct BiasAnalysis {
     double SMPC_MTEUncertainty = 0;
     double SMPC_CoverageFactor = 1.96;
     std::string SMPC_CoverageFactor_fmt;
-    double SMPC_Reserved = 0; // carried through the file only
+    double SMPC_Reserved = 0;      // carried through the file only
     double SMPC_Confidence = 0.95; // fraction
     std::string SMPC_Confidence_fmt;
     Flag SMPC_UseCoverageFactor;

@@ -17,16 +17,15 @@ constexpr std::size_t order = 100;
 
 AcceptanceIntegral reportFault(Interaction* ui) {
     if (ui)
-        ui->show({.text = integrationErrorText,
-                  .title = integrationErrorTitle,
-                  .icon = BoxIcon::Exclamation});
+        ui->show(
+            {.text = integrationErrorText, .title = integrationErrorTitle, .icon = BoxIcon::Exclamation});
     return {IntegralOutcome::Fault, 0};
 }
 
 } // namespace
 
-AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo, double hi,
-                                       double mteSigma, double eps, Interaction* ui) noexcept {
+AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo,
+                                       double hi, double mteSigma, double eps, Interaction* ui) noexcept {
     try {
         const AcceptanceIntegrand integrand(subject, lo, hi, mteSigma);
         double x1 = 0;

@@ -16,7 +16,7 @@ inline constexpr const char* integrationErrorText =
 enum class IntegralOutcome {
     Done,
     NoScale, // a scale parameter is 0; the result is 0
-    Fault // a numeric fault, already reported unless quiet; the result is 0
+    Fault    // a numeric fault, already reported unless quiet; the result is 0
 };
 
 struct AcceptanceIntegral {
@@ -28,8 +28,8 @@ struct AcceptanceIntegral {
 /// probability that it is accepted. `lo` and `hi` are the acceptance bounds in the distribution's
 /// unit, `mteSigma` is in nominal units, `eps` ends the walks to an open end. A fault shows its
 /// message on `ui`, or none when `ui` is null.
-AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo, double hi,
-                                       double mteSigma, double eps, Interaction* ui) noexcept;
+AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo,
+                                       double hi, double mteSigma, double eps, Interaction* ui) noexcept;
 
 /// Joint probability of being in tolerance and accepted in the plain normal model with symmetric
 /// limits: `ratio` is the accuracy ratio, zSubject and zMeasuring the two-sided standard limits.

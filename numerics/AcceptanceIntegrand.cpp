@@ -112,7 +112,8 @@ void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::siz
         for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
         for (std::size_t i = 0; i < n; ++i) second[i] = u[i] / sm;
         Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = rate * std::exp(-rate * u[i]) * (phi[i] + second[i] - 1);
+        for (std::size_t i = 0; i < n; ++i)
+            value[i] = rate * std::exp(-rate * u[i]) * (phi[i] + second[i] - 1);
         return;
     case Form::ExponentialFar:
         // hi, not lo: the acceptance bound of these cases is the large bound, by design.

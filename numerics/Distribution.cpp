@@ -19,7 +19,9 @@ double SubjectBias::limitRatio(double x) const {
     return ((Real(x) - physicalLimit) / (Real(mode) - physicalLimit)).value();
 }
 
-double SubjectBias::logVariable(double ratio) const { return (log(Real(ratio) / logOmega) / logSigma).value(); }
+double SubjectBias::logVariable(double ratio) const {
+    return (log(Real(ratio) / logOmega) / logSigma).value();
+}
 
 SubjectBias subjectBiasOf(const Analysis& record) {
     SubjectBias bias;

@@ -14,8 +14,12 @@ constexpr std::size_t maxWalkSteps = 1000000;
 constexpr double smallestStart = 0.001;
 
 /// A walk's step is a tenth of its start, so a start at 0 would never leave it.
-double startAbove(double v) { return std::fmax(std::fabs(v), smallestStart); }
-double startBelow(double v) { return -startAbove(v); }
+double startAbove(double v) {
+    return std::fmax(std::fabs(v), smallestStart);
+}
+double startBelow(double v) {
+    return -startAbove(v);
+}
 
 /// Goes on from `start` while the integrand is above eps times its value at `start`. Steps are looked at
 /// in blocks, since the integrand is cheaper for many points than for one. Ends by the count if not by
@@ -39,7 +43,9 @@ double walk(const AcceptanceIntegrand& f, double start, double step, double eps)
     throw RuntimeFault{};
 }
 
-double walk(const AcceptanceIntegrand& f, double start, double eps) { return walk(f, start, start / 10, eps); }
+double walk(const AcceptanceIntegrand& f, double start, double eps) {
+    return walk(f, start, start / 10, eps);
+}
 
 void jointNormal(const AcceptanceIntegrand& f, double eps, double& x1, double& x2) {
     const SubjectBias& su = f.subject();

@@ -3,8 +3,8 @@
 
 #include <cmath>
 #include <concepts>
-#include <type_traits>
 #include <exception>
+#include <type_traits>
 
 namespace metrisk {
 
@@ -25,8 +25,7 @@ class Real {
   public:
     Real() = default;
     template <class T>
-        requires std::is_arithmetic_v<T>
-    Real(T value) : value_(checked(static_cast<double>(value))) {}
+    requires std::is_arithmetic_v<T> Real(T value) : value_(checked(static_cast<double>(value))) {}
 
     double value() const { return value_; }
 

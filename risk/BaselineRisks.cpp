@@ -15,7 +15,9 @@ namespace {
 
 constexpr const char* baselineUnrealisticText = "Unable to compute risks.  Baseline may be unrealistic.";
 
-bool isProbability(double p) { return p > 0 && p < 1; }
+bool isProbability(double p) {
+    return p > 0 && p < 1;
+}
 
 double twoSidedLimit(double content) {
     if (!isProbability(content)) throw RuntimeFault{};

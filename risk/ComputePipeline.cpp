@@ -144,9 +144,8 @@ bool computeAndPublish(Session& session, double& falseAccept, double& falseRejec
     r.RisksComputed = outcome == RiskOutcome::Computed;
     session.ui.yield();
     if (outcome == RiskOutcome::Failed)
-        session.ui.show({.text = guardbandUnrealisticText,
-                         .title = computeFailedTitle,
-                         .icon = BoxIcon::Exclamation});
+        session.ui.show(
+            {.text = guardbandUnrealisticText, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
     if (outcome == RiskOutcome::Failed || outcome == RiskOutcome::FailedAndReported) return false;
     falseAccept = notNegative(falseAccept);
     falseReject = notNegative(falseReject);
@@ -285,7 +284,8 @@ AcceptanceLimits acceptanceLimits(const Session& session, bool guardbanded) {
     const Analysis& r = session.record;
     const double lowerMult = guardbanded ? r.GB_LowerMult : 1;
     const double upperMult = guardbanded ? r.GB_UpperMult : 1;
-    return {checked(r.SU_Mode - lowerMult * r.SU_LowerOffset), checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
+    return {checked(r.SU_Mode - lowerMult * r.SU_LowerOffset),
+            checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
 }
 
 void ComputeRisksDirect(Session& session) noexcept {
@@ -300,7 +300,8 @@ void ComputeRisksDirect(Session& session) noexcept {
             acceptanceLimits(session, r.IncludeGuardbands && !r.ObservedIgnoresGuardbands);
         double falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
         double falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
-        if (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject) != RiskOutcome::Computed)
+        if (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject) !=
+            RiskOutcome::Computed)
             return;
         // Restates the Producer's joint figure as a conditional one.
         if (r.FalseAcceptOption == 1)

@@ -18,11 +18,15 @@ namespace {
 constexpr double slowDegFreedom = 250;
 constexpr const char* solvingText = "Solving for the coverage factor...";
 
-bool usesStudentsT(double degFreedom) { return degFreedom > 0 && degFreedom < infiniteDegFreedom; }
+bool usesStudentsT(double degFreedom) {
+    return degFreedom > 0 && degFreedom < infiniteDegFreedom;
+}
 
 } // namespace
 
-double StandardFactor100() { return std::numbers::sqrt3; }
+double StandardFactor100() {
+    return std::numbers::sqrt3;
+}
 
 double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
     if (pctConfidence == 100) return StandardFactor100();

@@ -21,11 +21,17 @@ double riskFraction(double value, std::string_view units) {
     return value / (units == ppmUnits ? perMillion : perHundred);
 }
 
-std::string riskPicture(std::string_view units) { return units == ppmUnits ? "##0" : "##0.00"; }
+std::string riskPicture(std::string_view units) {
+    return units == ppmUnits ? "##0" : "##0.00";
+}
 
-std::string baselinePicture(std::string_view units) { return units == ppmUnits ? "##0" : "##0.0000"; }
+std::string baselinePicture(std::string_view units) {
+    return units == ppmUnits ? "##0" : "##0.0000";
+}
 
-double notNegative(double fraction) { return fraction < 0 ? negativeRiskStandIn : fraction; }
+double notNegative(double fraction) {
+    return fraction < 0 ? negativeRiskStandIn : fraction;
+}
 
 void publishRisks(Analysis& record, double falseAccept, double falseReject) {
     const ShownRisk accept = shownRisk(falseAccept);

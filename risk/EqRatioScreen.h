@@ -13,7 +13,7 @@ class EqRatioScreen {
     static constexpr const char* OptFalseRejectCaption = "  False &reject risk";
     static constexpr const char* BeepOnCaption = "   &Beep when finished";
 
-    bool computeRatio = true; // opt_Compute
+    bool computeRatio = true;   // opt_Compute
     bool OptFalseAccept = true; // else OptFalseReject
     bool BeepOn = false;
 

@@ -24,13 +24,15 @@ constexpr double toleranceDivisor = 5000;
 constexpr double minStepDivisor = 20000;
 constexpr double growth = 1.5;
 
-int signOf(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
+int signOf(double x) {
+    return x > 0 ? 1 : x < 0 ? -1 : 0;
+}
 
 /// The tolerances themselves give the ratio when the analysis is its own baseline.
 bool isOwnBaseline(const Analysis& r) {
-    return r.GB_UpperMult == 1 && r.GB_LowerMult == 1 && (r.ProcessUncertainty == 0 || !r.IncludeUncertainty) &&
-           r.SU_PctInTol == r.Base_SUPctInTol && r.MTE_PctInTol == r.Base_MTEPctInTol && r.SU_CaseCode == 6 &&
-           !r.MTEPlot_IncludeUncertainty;
+    return r.GB_UpperMult == 1 && r.GB_LowerMult == 1 &&
+           (r.ProcessUncertainty == 0 || !r.IncludeUncertainty) && r.SU_PctInTol == r.Base_SUPctInTol &&
+           r.MTE_PctInTol == r.Base_MTEPctInTol && r.SU_CaseCode == 6 && !r.MTEPlot_IncludeUncertainty;
 }
 
 class RatioSearch {
@@ -81,8 +83,8 @@ class RatioSearch {
   private:
     double errorAt(double ratio) const {
         const BaselineModel::Probabilities p = model_.at(ratio);
-        const double risk = r_.EqRatioOnFalseAccept ? baselineFalseAccept(p, r_.FalseAcceptOption)
-                                                    : p.inTolerance - p.joint;
+        const double risk =
+            r_.EqRatioOnFalseAccept ? baselineFalseAccept(p, r_.FalseAcceptOption) : p.inTolerance - p.joint;
         return checked(risk - target_);
     }
 

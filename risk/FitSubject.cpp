@@ -34,7 +34,8 @@ struct Refused {};
 
 class SubjectFit {
   public:
-    SubjectFit(Session& session, double pctInTol) : session_(session), r_(session.record), pctInTol_(pctInTol) {}
+    SubjectFit(Session& session, double pctInTol)
+        : session_(session), r_(session.record), pctInTol_(pctInTol) {}
 
     /// The spread. Raises RuntimeFault or Refused.
     double run() {
@@ -178,7 +179,8 @@ class SubjectFit {
         const std::string mode = FormatNumber(r_.SU_Mode, r_.SU_Mode_fmt, session_.regional);
         const std::string edge = FormatNumber(bound, r_.SU_Mode_fmt, session_.regional);
         const std::string range = bound > r_.PhysicalLimit ? mode + " to " + edge : edge + " to " + mode;
-        refuse(physicalTitle, physicalText + range + ".", r_.OptSingleLower ? "UpperLimitBox" : "LowerLimitBox");
+        refuse(physicalTitle, physicalText + range + ".",
+               r_.OptSingleLower ? "UpperLimitBox" : "LowerLimitBox");
     }
 
     void requireAboveHalf() {

@@ -11,7 +11,9 @@ namespace {
 
 constexpr int passes = 1001;
 
-int signOf(Real x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
+int signOf(Real x) {
+    return x > 0 ? 1 : x < 0 ? -1 : 0;
+}
 
 /// A distance kept at least `eps` away from 0, with its own sign or, at 0, that of `fallback`.
 Real guarded(Real distance, Real eps, Real fallback) {

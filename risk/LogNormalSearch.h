@@ -8,14 +8,14 @@ struct LogNormalCase {
     double mode = 0;
     double near = 0; // the limit on the physical limit's side
     double far = 0;
-    double pctInTol = 0; // percent
-    double zTailLow = 0; // InvNorm((1 - p)/2)
+    double pctInTol = 0;  // percent
+    double zTailLow = 0;  // InvNorm((1 - p)/2)
     double zTailHigh = 0; // InvNorm(1 - (1 - p)/2)
     bool physLimitBelow = true;
 };
 
 struct LogNormalFit {
-    double physicalLimit = 0; // nominal units
+    double physicalLimit = 0;  // nominal units
     double limitRatioNear = 0; // (near - physical limit)/(mode - physical limit)
     double limitRatioFar = 0;
     double logSigma = 0;

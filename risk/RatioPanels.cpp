@@ -27,6 +27,8 @@ RatioPanels ratioPanels(const Session& session) {
             ratioText(ratioTolerance(r), z95 * r.MTE_Sigma, session.regional)};
 }
 
-void UpdateRatioPanels(Session& session) { session.ui.repaintRatioPanels(); }
+void UpdateRatioPanels(Session& session) {
+    session.ui.repaintRatioPanels();
+}
 
 } // namespace metrisk

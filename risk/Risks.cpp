@@ -32,7 +32,8 @@ AcceptanceBounds acceptanceBounds(const SubjectBias& su, double lower, double up
         if (su.twoSided) {
             const double atLower = su.limitRatio(lower);
             const double atUpper = su.limitRatio(upper);
-            return su.physLimitBelow ? AcceptanceBounds{atLower, atUpper} : AcceptanceBounds{atUpper, atLower};
+            return su.physLimitBelow ? AcceptanceBounds{atLower, atUpper}
+                                     : AcceptanceBounds{atUpper, atLower};
         }
         const double limit = su.limitRatio(su.singleUpper ? upper : lower);
         return su.singleUpper == su.physLimitBelow ? AcceptanceBounds{0, limit}
@@ -49,7 +50,8 @@ AcceptanceBounds acceptanceBounds(const SubjectBias& su, double lower, double up
         const double offset = su.sideOffset();
         if (!(offset > 0)) return {.usable = false};
         const double limit = ((Real(su.singleUpper ? upper : lower) - su.mode) / offset).value();
-        if (su.singleUpper) return su.physLimitBelow ? AcceptanceBounds{0, limit} : AcceptanceBounds{-limit, farBound};
+        if (su.singleUpper)
+            return su.physLimitBelow ? AcceptanceBounds{0, limit} : AcceptanceBounds{-limit, farBound};
         return su.physLimitBelow ? AcceptanceBounds{limit, farBound} : AcceptanceBounds{0, -limit};
     }
     case Distribution::Uniform: return {lower - su.mode, upper - su.mode};
@@ -70,8 +72,8 @@ double normalAcceptance(const SubjectBias& su, double mteSigma, double lower, do
 class RiskComputation {
   public:
     RiskComputation(Session& session, double lower, double upper, RiskReport report)
-        : r_(session.record), ui_(session.ui), shown_(report == RiskReport::Shown), lower_(lower), upper_(upper),
-          su_(subjectBiasOf(session.record)) {}
+        : r_(session.record), ui_(session.ui), shown_(report == RiskReport::Shown), lower_(lower),
+          upper_(upper), su_(subjectBiasOf(session.record)) {}
 
     /// Raises RuntimeFault.
     RiskOutcome run(double& falseAccept, double& falseReject) {
@@ -103,7 +105,7 @@ class RiskComputation {
         const double conforming = inTolerance(su_);
         if (conforming == 0) return refused(limitsUnrealisticText);
 
-        const double accept = uniform                   ? 0
+        const double accept = uniform                     ? 0
                               : r_.FalseAcceptOption == 1 ? accepted - joint.value
                                                           : 1 - joint.value / accepted;
         const double reject = conforming - std::fabs(joint.value);
@@ -114,7 +116,8 @@ class RiskComputation {
 
   private:
     AcceptanceIntegral integrate(const char* kind) {
-        return IntegrateAcceptance(kind, su_, bounds_.lo, bounds_.hi, r_.MTE_Sigma, eps, shown_ ? &ui_ : nullptr);
+        return IntegrateAcceptance(kind, su_, bounds_.lo, bounds_.hi, r_.MTE_Sigma, eps,
+                                   shown_ ? &ui_ : nullptr);
     }
 
     RiskOutcome failed(RiskOutcome outcome) {
@@ -158,8 +161,8 @@ double inTolerance(const SubjectBias& su) {
     }
 }
 
-RiskOutcome ComputeRisks(Session& session, double lower, double upper, double& falseAccept, double& falseReject,
-                         RiskReport report) noexcept {
+RiskOutcome ComputeRisks(Session& session, double lower, double upper, double& falseAccept,
+                         double& falseReject, RiskReport report) noexcept {
     session.record.AbortFlag = false;
     try {
         if (report == RiskReport::Quiet)

@@ -14,8 +14,8 @@ enum class RiskReport { Shown, Quiet };
 
 enum class RiskOutcome {
     Computed,
-    Unchanged, // nothing to compute: flags clear, outputs as the caller left them
-    Failed, // AbortFlag is set; the caller tells the user
+    Unchanged,        // nothing to compute: flags clear, outputs as the caller left them
+    Failed,           // AbortFlag is set; the caller tells the user
     FailedAndReported // AbortFlag is set; the user has been told, unless quiet
 };
 

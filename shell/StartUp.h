@@ -10,7 +10,7 @@ class Settings;
 
 struct Places {
     std::string HomeDirectory; // the folder of the program's data
-    std::string HomeDrive; // what stands before the first separator of it
+    std::string HomeDrive;     // what stands before the first separator of it
     std::string UnitsDatabasePath;
     std::string HelpFilePath;
 };

@@ -38,7 +38,8 @@ int main(int argc, char** argv) {
     QtInteraction ui;
     Session session{settings, ui};
     session.record.FirstDisplay = true;
-    const Places places = locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
+    const Places places =
+        locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
     session.regional = systemRegional();
 
     const bool watched = QApplication::platformName() != "offscreen";

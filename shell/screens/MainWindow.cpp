@@ -234,13 +234,9 @@ void MainWindow::openAtStart(const QString& path) {
     commands_->openAtStart(path);
 }
 
-<<<<<<< HEAD
-void MainWindow::setPlaces(const Places& places) { commands_->setPlaces(places); }
-=======
-void MainWindow::setHomeDirectory(const std::string& folder) {
-    commands_->setHomeDirectory(folder);
+void MainWindow::setPlaces(const Places& places) {
+    commands_->setPlaces(places);
 }
->>>>>>> screens
 
 QSize MainWindow::sizeHint() const {
     const QSize content = controls_.value("pnl_Controls")->sizeHint();

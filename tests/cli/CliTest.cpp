@@ -44,10 +44,11 @@ class Cli : public testing::Test {
 
     /// Runs in the temporary folder, with settings of its own.
     Result run(const std::string& arguments) {
-        const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=. " METRISK_CLI " " + arguments +
-                                    " >out.txt 2>err.txt </dev/null";
+        const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=. " METRISK_CLI " " +
+                                    arguments + " >out.txt 2>err.txt </dev/null";
         const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readAll(folder / "out.txt"), readAll(folder / "err.txt")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readAll(folder / "out.txt"),
+                readAll(folder / "err.txt")};
     }
     void write(const char* name, const std::string& content) {
         std::ofstream(folder / name, std::ios::binary) << content;
@@ -73,7 +74,8 @@ TEST_F(Cli, ComputesEveryExample) {
         codes[line["SU_CaseCode"].get<std::size_t>()] = true;
     }
     EXPECT_GE(count, 12u);
-    for (std::size_t code : {1, 2, 3, 4, 5, 6, 8, 9}) EXPECT_TRUE(codes[code]) << "no example of case " << code;
+    for (std::size_t code : {1, 2, 3, 4, 5, 6, 8, 9})
+        EXPECT_TRUE(codes[code]) << "no example of case " << code;
 }
 
 TEST_F(Cli, JsonHasTheKeysInOrderAndSeventeenDigits) {
@@ -81,11 +83,31 @@ TEST_F(Cli, JsonHasTheKeysInOrderAndSeventeenDigits) {
     const auto parsed = nlohmann::ordered_json::parse(one.out);
     std::vector<std::string> keys;
     for (const auto& item : parsed.items()) keys.push_back(item.key());
-    const std::vector<std::string> expected = {
-        "file", "status", "messages", "FalseAccept", "FalseReject", "BaselineFalseAccept", "BaselineFalseReject",
-        "SU_Distribution", "SU_CaseCode", "SU_Sigma", "SU_LogSigma", "SU_LogOmega", "SU_ExpExponent", "SU_ExpRate",
-        "PhysicalLimit", "MTE_Sigma", "MTE_kFactor", "MTE_StdUncertainty", "FalseAcceptRisk", "FalseAcceptUnits",
-        "FalseRejectRisk", "FalseRejectUnits", "EqAccRat", "EqAccRatDen", "FalseAcceptOption"};
+    const std::vector<std::string> expected = {"file",
+                                               "status",
+                                               "messages",
+                                               "FalseAccept",
+                                               "FalseReject",
+                                               "BaselineFalseAccept",
+                                               "BaselineFalseReject",
+                                               "SU_Distribution",
+                                               "SU_CaseCode",
+                                               "SU_Sigma",
+                                               "SU_LogSigma",
+                                               "SU_LogOmega",
+                                               "SU_ExpExponent",
+                                               "SU_ExpRate",
+                                               "PhysicalLimit",
+                                               "MTE_Sigma",
+                                               "MTE_kFactor",
+                                               "MTE_StdUncertainty",
+                                               "FalseAcceptRisk",
+                                               "FalseAcceptUnits",
+                                               "FalseRejectRisk",
+                                               "FalseRejectUnits",
+                                               "EqAccRat",
+                                               "EqAccRatDen",
+                                               "FalseAcceptOption"};
     EXPECT_EQ(keys, expected);
     EXPECT_NE(one.out.find("\"MTE_kFactor\":1.959963984540"), std::string::npos) << one.out;
     EXPECT_EQ(parsed["FalseAcceptOption"], 1);
@@ -113,9 +135,9 @@ TEST_F(Cli, KeepsTheOrderAndGoesOnPastBadFiles) {
     EXPECT_EQ(result.status, 3);
     const auto lines = result.lines();
     const std::pair<const char*, const char*> expected[] = {
-        {"empty.mrk", "Error Reading Analysis Data"}, {good, nullptr},
-        {"other.mrk", "Not a valid Analysis file."},  {"future.mrk", "Invalid file structure."},
-        {"cut.mrk", "Error Reading Analysis Data"},   {"garbage.mrk", ""},
+        {"empty.mrk", "Error Reading Analysis Data"},  {good, nullptr},
+        {"other.mrk", "Not a valid Analysis file."},   {"future.mrk", "Invalid file structure."},
+        {"cut.mrk", "Error Reading Analysis Data"},    {"garbage.mrk", ""},
         {"folder.mrk", "Error Reading Analysis Data"}, {"absent.mrk", "Error Reading Analysis Data"}};
     ASSERT_EQ(lines.size(), std::size(expected));
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -220,14 +242,16 @@ TEST_F(Cli, BaselineTakesItsFiguresFromTheCommandLine) {
     EXPECT_EQ(result.out, "Baseline false accept risk  4.1048 %\nBaseline false reject risk  3.7542 %\n");
     const json producer = run("baseline --ratio 4:1 --mte 90.601 --su 85 --producer --json").lines().at(0);
     EXPECT_NEAR(producer["BaselineFalseAccept"].get<double>(), 0.02, 5e-5);
-    for (const char* bad : {"--ratio 0:1 --mte 85 --su 72", "--ratio 4:0 --mte 85 --su 72",
-                            "--ratio x --mte 85 --su 72", "--ratio 4:1 --mte 100 --su 72",
-                            "--ratio 4:1 --mte 85 --su 0", "--ratio 4:1 --mte nan --su 72", "--ratio 4:1 --mte 85"})
+    for (const char* bad :
+         {"--ratio 0:1 --mte 85 --su 72", "--ratio 4:0 --mte 85 --su 72", "--ratio x --mte 85 --su 72",
+          "--ratio 4:1 --mte 100 --su 72", "--ratio 4:1 --mte 85 --su 0", "--ratio 4:1 --mte nan --su 72",
+          "--ratio 4:1 --mte 85"})
         EXPECT_EQ(run(std::string("baseline ") + bad).status, 2) << bad;
 }
 
 TEST_F(Cli, WrongUsageIsTwo) {
-    for (const char* bad : {"", "frobnicate", "compute", "compute --no-such-option x", "convert one", "show"}) {
+    for (const char* bad :
+         {"", "frobnicate", "compute", "compute --no-such-option x", "convert one", "show"}) {
         const Result result = run(bad);
         EXPECT_EQ(result.status, 2) << bad;
         EXPECT_EQ(result.out, "") << bad;

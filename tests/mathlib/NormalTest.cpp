@@ -93,8 +93,10 @@ TEST(Normal, DensitiesOfArraysAgreeWithTheExponential) {
     std::vector<double> density(x.size());
     NormalDensity(x.data(), density.data(), x.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
-        const long double exact = std::exp(-0.5L * x[i] * x[i]) / std::sqrt(2 * std::numbers::pi_v<long double>);
-        EXPECT_TRUE(relativelyClose(callText("NormalDensity", x[i]), density[i], i + 3 < x.size() ? exact : 0, 1e-15));
+        const long double exact =
+            std::exp(-0.5L * x[i] * x[i]) / std::sqrt(2 * std::numbers::pi_v<long double>);
+        EXPECT_TRUE(relativelyClose(callText("NormalDensity", x[i]), density[i], i + 3 < x.size() ? exact : 0,
+                                    1e-15));
     }
 }
 

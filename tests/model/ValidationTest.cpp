@@ -42,9 +42,10 @@ const Rule subjectRules[] = {
      subjectPct, "Cannot be 100% unless you select Two-Sided\nwith equal upper and lower tolerance offsets.",
      "PctInTolBox", true},
     {"both limits on the mode", [](Analysis& r) { r.SU_UpperLimit = r.SU_LowerLimit = 10; },
-     "Subject Parameter Tolerance Violation", "Both tolerance limits cannot equal Mode.", "UpperLimitBox", false},
-    {"no percent", [](Analysis& r) { r.SU_PctInTol = 0; }, subjectPct, "Must be greater than zero.", "PctInTolBox",
+     "Subject Parameter Tolerance Violation", "Both tolerance limits cannot equal Mode.", "UpperLimitBox",
      false},
+    {"no percent", [](Analysis& r) { r.SU_PctInTol = 0; }, subjectPct, "Must be greater than zero.",
+     "PctInTolBox", false},
     {"above 100 %", [](Analysis& r) { r.SU_PctInTol = 100.001; }, subjectPct, "Must be less than 100%.",
      "PctInTolBox", true},
     {"lower: physical limit promised",
@@ -52,14 +53,17 @@ const Rule subjectRules[] = {
          enter(r, withPhysicalLimit(Kind::SingleLower, 7, 2, 0, 90));
          r.PhysicalLimitEntered = false;
      },
-     "Missing Physical Limit", "You indicated an Physical Limit was to entered,\nbut did not enter one.  Try again.",
-     "UpperLimitBox", false},
+     "Missing Physical Limit",
+     "You indicated an Physical Limit was to entered,\nbut did not enter one.  Try again.", "UpperLimitBox",
+     false},
     {"lower: physical limit on the tolerance limit",
-     [](Analysis& r) { enter(r, withPhysicalLimit(Kind::SingleLower, 7, 2, 5, 90)); }, "Physical Limit Violation",
+     [](Analysis& r) { enter(r, withPhysicalLimit(Kind::SingleLower, 7, 2, 5, 90)); },
+     "Physical Limit Violation",
      "If the Physical Limit is less than the Mode,\nit must also be less than the lower tolerance limit.",
      "UpperLimitBox", true},
     {"upper: physical limit between mode and tolerance limit",
-     [](Analysis& r) { enter(r, withPhysicalLimit(Kind::SingleUpper, 7, 2, 8, 90)); }, "Physical Limit Violation",
+     [](Analysis& r) { enter(r, withPhysicalLimit(Kind::SingleUpper, 7, 2, 8, 90)); },
+     "Physical Limit Violation",
      "If the Physical Limit is greater than the Mode,\nit must also be greater than upper tolerance limit.",
      "LowerLimitBox", true},
     {"lower limit on the mode",
@@ -71,10 +75,8 @@ const Rule subjectRules[] = {
      "Subject Parameter Upper Limit", "Must be greater than the Mode for\nsingle-sided upper limit cases.",
      "UpperLimitBox", false},
     {"half in tolerance, no physical limit",
-     [](Analysis& r) {
-         enter(r, {.kind = Kind::SingleUpper, .pctInTol = 50});
-     },
-     subjectPct, "Must be greater than 50% for single-sided\ncases with an unspecified Physical Limit.", "PctInTolBox",
+     [](Analysis& r) { enter(r, {.kind = Kind::SingleUpper, .pctInTol = 50}); }, subjectPct,
+     "Must be greater than 50% for single-sided\ncases with an unspecified Physical Limit.", "PctInTolBox",
      true},
 };
 
@@ -92,8 +94,8 @@ const Rule measuringRules[] = {
      "MTEOffsetBox", false},
     {"negative fixed offset", [](Analysis& r) { r.MTE_FixedOffset = -1; }, "MTE Fixed Offset",
      "Must be greater than or equal to zero.", "MTEFixedOffsetBox", false},
-    {"no percent", [](Analysis& r) { r.MTE_PctInTol = 0; }, "MTE % In-Tolerance", "Must be greater than zero.",
-     "MTEPctInTolBox", false},
+    {"no percent", [](Analysis& r) { r.MTE_PctInTol = 0; }, "MTE % In-Tolerance",
+     "Must be greater than zero.", "MTEPctInTolBox", false},
     {"100 %", [](Analysis& r) { r.MTE_PctInTol = 100; }, "MTE % In-Tolerance", "Must be less than 100%.",
      "MTEPctInTolBox", false},
     {"confidence above 100 %",
@@ -113,8 +115,7 @@ const Rule presenceRules[] = {
          static_cast<MeasuringParameter&>(r) = {};
      },
      insufficient, "No data have been entered for analysis.", "ModeBox", false},
-    {"no subject data",
-     [](Analysis& r) { static_cast<SubjectParameter&>(r) = {}; }, insufficient,
+    {"no subject data", [](Analysis& r) { static_cast<SubjectParameter&>(r) = {}; }, insufficient,
      "No subject parameter data have been entered for analysis.", "ModeBox", false},
     {"no measuring data", [](Analysis& r) { static_cast<MeasuringParameter&>(r) = {}; }, insufficient,
      "No MTE data have been entered for analysis.", "MTEOffsetBox", false},
@@ -140,8 +141,7 @@ void expectRule(const Rule& rule, void (*check)(Session&)) {
         check(entering.session);
         EXPECT_TRUE(entering.record.AbortFlag) << rule.name << ", while entering";
     }
-    for (Flag SessionState::*quiet :
-         {&SessionState::LoadInProgress, &SessionState::GB_ScreenOpen}) {
+    for (Flag SessionState::*quiet : {&SessionState::LoadInProgress, &SessionState::GB_ScreenOpen}) {
         TestSession t;
         t.record = validAnalysis();
         rule.change(t.record);

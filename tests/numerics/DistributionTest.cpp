@@ -88,7 +88,8 @@ TEST(AcceptanceIntegrand, GivesTheSameValuesAloneAndInBulk) {
         std::vector<double> u, values(300);
         for (int i = 0; i < 300; ++i) u.push_back(-3 + 0.02 * i);
         f.evaluate(u.data(), values.data(), u.size());
-        for (std::size_t i = 0; i < u.size(); ++i) EXPECT_EQ(values[i], f.at(u[i])) << row.name << " at " << u[i];
+        for (std::size_t i = 0; i < u.size(); ++i)
+            EXPECT_EQ(values[i], f.at(u[i])) << row.name << " at " << u[i];
     }
 }
 
@@ -134,9 +135,9 @@ TEST(IntegrationLimits, SpanFollowsItsTableInOrder) {
         const char* units;
         float zone;
     };
-    for (const Row& row : {Row{0.00001, "%", 4.5f}, Row{0.0003, "%", 4.48f}, Row{3, "ppm", 4.48f},
-                           Row{0.00005, "%", 4.48f}, Row{0.0006, "%", 3.9f}, Row{0.005, "%", 3.5f},
-                           Row{1, "%", 1.0f}, Row{1.5, "%", -1.0f}}) {
+    for (const Row& row :
+         {Row{0.00001, "%", 4.5f}, Row{0.0003, "%", 4.48f}, Row{3, "ppm", 4.48f}, Row{0.00005, "%", 4.48f},
+          Row{0.0006, "%", 3.9f}, Row{0.005, "%", 3.5f}, Row{1, "%", 1.0f}, Row{1.5, "%", -1.0f}}) {
         float zone = -1;
         IntegrationSpanFromRisk(zone, row.risk, row.units);
         EXPECT_EQ(zone, row.zone) << row.risk << row.units;

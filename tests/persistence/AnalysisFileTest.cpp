@@ -223,8 +223,8 @@ TEST(AnalysisFile, ChoicesThatAreNoneBecomeTheUsualOnes) {
         const char* kinds;
         bool twoSided, upper, lower;
     } kindRows[] = {
-        {"-1,0,0", true, false, false}, {"0,-1,0", false, true, false},  {"0,0,-1", false, false, true},
-        {"0,0,0", true, false, false},  {"0,-1,-1", true, false, false}, {"-1,-1,0", true, false, false},
+        {"-1,0,0", true, false, false},  {"0,-1,0", false, true, false},  {"0,0,-1", false, false, true},
+        {"0,0,0", true, false, false},   {"0,-1,-1", true, false, false}, {"-1,-1,0", true, false, false},
         {"-1,0,-1", true, false, false}, {"7,7,7", true, false, false},
     };
     for (const auto& row : kindRows) {

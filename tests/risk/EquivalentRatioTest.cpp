@@ -1,7 +1,7 @@
+#include "risk/EquivalentRatio.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputingScreen.h"
-#include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"
 #include "tests/support/Cases.h"
 
@@ -16,7 +16,9 @@ using namespace metrisk;
 using namespace metrisk::testing;
 namespace bm = boost::math;
 
-double phi(double z) { return bm::cdf(bm::normal(), z); }
+double phi(double z) {
+    return bm::cdf(bm::normal(), z);
+}
 
 /// Reference risks with a subject limit of 1, measuring limit 1/ratio, by adaptive integration.
 struct Reference {
@@ -126,7 +128,8 @@ TEST(EquivalentRatio, FindsTheRatioWhoseRiskIsTheTarget) {
                 // The Producer's risk has a peak, so that a second, smaller ratio may give the same.
                 const bool unique = option == 0 || !onAccept || ratio > 1;
                 EXPECT_TRUE(!unique || std::fabs(s.ratio - ratio) < 1e-3 * ratio)
-                    << "option " << option << ", on accept " << onAccept << ": " << s.ratio << " for " << ratio;
+                    << "option " << option << ", on accept " << onAccept << ": " << s.ratio << " for "
+                    << ratio;
                 const Reference found = referenceRisks(s.ratio, 0.72, 0.85, option);
                 const double t = onAccept ? target.accept : target.reject;
                 EXPECT_LE(std::fabs((onAccept ? found.accept : found.reject) - t), t / 5000 + 1e-12);

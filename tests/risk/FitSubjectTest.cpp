@@ -1,6 +1,6 @@
+#include "risk/FitSubject.h"
 #include "model/NumberText.h"
 #include "numerics/Distribution.h"
-#include "risk/FitSubject.h"
 #include "risk/Risks.h"
 #include "tests/support/Cases.h"
 
@@ -13,7 +13,9 @@ namespace {
 using namespace metrisk;
 using namespace metrisk::testing;
 
-double phi(double z) { return boost::math::cdf(boost::math::normal(), z); }
+double phi(double z) {
+    return boost::math::cdf(boost::math::normal(), z);
+}
 
 /// Probability below x of the LogNormal that the record describes, mirrored when it runs downwards.
 double logNormalBelow(const Analysis& r, double x) {
@@ -35,7 +37,10 @@ const FitRow fitRows[] = {
     {"two-sided, wider above", twoSided(1.0, 0.5, 90), "LogNormal", 3},
     {"two-sided, wider below", twoSided(0.5, 1.5, 80), "LogNormal", 3},
     {"two-sided, nearly equal", twoSided(0.5, 0.51, 95), "LogNormal", 3},
-    {"two-sided, far from equal", {.mode = 0, .upperOffset = 8, .lowerOffset = 1, .pctInTol = 70}, "LogNormal", 3},
+    {"two-sided, far from equal",
+     {.mode = 0, .upperOffset = 8, .lowerOffset = 1, .pctInTol = 70},
+     "LogNormal",
+     3},
     {"single upper", single(Kind::SingleUpper, 95), "Normal", 5},
     {"single lower", single(Kind::SingleLower, 50.0001), "Normal", 4},
     {"upper, limit at mode", withPhysicalLimit(Kind::SingleUpper, 0, 2, 0, 90), "Exponential", 8},
@@ -59,7 +64,9 @@ double contentOf(const Analysis& r, int caseCode) {
     case 4:
     case 5: return phi((caseCode == 5 ? r.SU_UpperOffset : r.SU_LowerOffset) / r.SU_Sigma);
     case 6: return 2 * phi(r.SU_UpperOffset / r.SU_Sigma) - 1;
-    case 8: return 1 - std::exp(-r.SU_ExpRate * ((r.OptSingleUpper ? r.SU_UpperLimit : r.SU_LowerLimit) - r.SU_Mode));
+    case 8:
+        return 1 -
+               std::exp(-r.SU_ExpRate * ((r.OptSingleUpper ? r.SU_UpperLimit : r.SU_LowerLimit) - r.SU_Mode));
     default: return 1;
     }
 }
@@ -76,7 +83,8 @@ TEST(FitSubject, ChoosesTheDistributionAndHoldsThePctInTol) {
         EXPECT_EQ(r.SU_Distribution, row.distribution) << row.name;
         EXPECT_EQ(r.SU_CaseCode, row.caseCode) << row.name;
         const double p = row.entry.pctInTol / 100;
-        EXPECT_NEAR(contentOf(r, row.caseCode), p, 1e-13) << row.name << " physical limit " << r.PhysicalLimit;
+        EXPECT_NEAR(contentOf(r, row.caseCode), p, 1e-13)
+            << row.name << " physical limit " << r.PhysicalLimit;
         EXPECT_NEAR(inTolerance(subjectBiasOf(r)), p, 1e-13) << row.name;
         EXPECT_TRUE(t.ui.statusTexts.empty() || t.ui.statusTexts.back().empty()) << row.name;
     }

@@ -41,8 +41,8 @@ TEST(DisplayRule, ShowsSmallRisksInPpmEachOnItsOwn) {
         double fraction, value;
         const char* units;
     };
-    for (const Row& row : {Row{0.001, 0.1, "%"}, Row{0.00099999, 999.99, "ppm"}, Row{0.5, 50, "%"}, Row{0, 0, "ppm"},
-                           Row{0.0005, 500, "ppm"}}) {
+    for (const Row& row : {Row{0.001, 0.1, "%"}, Row{0.00099999, 999.99, "ppm"}, Row{0.5, 50, "%"},
+                           Row{0, 0, "ppm"}, Row{0.0005, 500, "ppm"}}) {
         const ShownRisk shown = shownRisk(row.fraction);
         EXPECT_DOUBLE_EQ(shown.value, row.value);
         EXPECT_EQ(shown.units, row.units);
@@ -131,8 +131,9 @@ TEST(Pipeline, IncludedMultipliersCountAsGuardbandChange) {
     enter(t.record, {});
     t.record.IncludeGuardbands = true;
     TakeSnapshot(t.record);
-    for (auto change : {+[](Analysis& r) { r.GB_UpperMult = 0.9; }, +[](Analysis& r) { r.GB_LowerMult = 0.9; },
-                        +[](Analysis& r) { r.GuardbandsChanged = true; }}) {
+    for (auto change :
+         {+[](Analysis& r) { r.GB_UpperMult = 0.9; }, +[](Analysis& r) { r.GB_LowerMult = 0.9; },
+          +[](Analysis& r) { r.GuardbandsChanged = true; }}) {
         const Analysis before = t.record;
         change(t.record);
         CompareWithSnapshot(t.session);
@@ -235,7 +236,7 @@ TEST(Pipeline, TheKeysAlternateAsLongAsTheUserLikes) {
     t.record.RisksNeedCompute = false;
     t.record.NothingChanged = t.record.GuardbandsUnchanged = true;
     t.record.FalseAcceptOption = 1;
-    t.record.FalseAcceptRisk = 90; // above the peak
+    t.record.FalseAcceptRisk = 90;    // above the peak
     t.record.FalseRejectRisk = 1e-11; // below the last digit of what an integral can tell
     t.ui.expectBox(failureTitle, failureOnAccept, Answer::Yes);
     t.ui.expectBox(failureTitle, failureOnReject, Answer::Yes);

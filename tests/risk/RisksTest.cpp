@@ -1,8 +1,8 @@
+#include "risk/Risks.h"
 #include "numerics/AcceptanceIntegral.h"
 #include "risk/ComputePipeline.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
-#include "risk/Risks.h"
 #include "tests/support/Cases.h"
 
 #include <algorithm>
@@ -21,7 +21,9 @@ using namespace metrisk;
 using namespace metrisk::testing;
 namespace bm = boost::math;
 
-double phi(double z) { return bm::cdf(bm::normal(), z); }
+double phi(double z) {
+    return bm::cdf(bm::normal(), z);
+}
 
 /// The test as an experiment in nominal units: a density of the true value and a region of acceptance
 /// of the measured one, integrated adaptively and in pieces. Shares nothing with the program.
@@ -49,7 +51,8 @@ struct Experiment {
         double sum = 0;
         for (std::size_t i = 1; i < cuts.size(); ++i)
             sum += bm::quadrature::gauss_kronrod<double, 31>::integrate(
-                [&](double x) { return density(x) * (accepted ? acceptance(x) : 1); }, cuts[i - 1], cuts[i], 6, 1e-14);
+                [&](double x) { return density(x) * (accepted ? acceptance(x) : 1); }, cuts[i - 1], cuts[i],
+                6, 1e-14);
         return sum;
     }
     double joint() const { return integrate(tolFrom, tolTo, true); }
@@ -224,7 +227,8 @@ TEST(Risks, CaseSevenFollowsItsFormulas) {
         return su.expExponent * std::exp(-su.expExponent * u) * (1 - phi((hi - u) / sm));
     };
     const AcceptanceIntegral all = IntegrateAcceptance("y", su, lo, hi, mteSigma, 1e-14, nullptr);
-    const double expected = bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 0.0, 200.0, 15, 1e-13);
+    const double expected =
+        bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 0.0, 200.0, 15, 1e-13);
     EXPECT_NEAR(all.value, expected, 1e-6);
     const AcceptanceIntegral inside = IntegrateAcceptance("xy", su, lo, hi, mteSigma, 1e-14, nullptr);
     const double tail = bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 1.0, 200.0, 15, 1e-13);
