@@ -28,6 +28,10 @@ const std::vector<Caption>& mainCaptions() {
         {"Lbl_Plus", "+"},
         {"pnl_RiskLabel_0", "False Accept Risk"},
         {"pnl_RiskLabel_1", "False Reject Risk"},
+        {"pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"},
+        {"pnl_BaseRiskLabel_0", "False Accept Risk"},
+        {"pnl_BaseRiskLabel_1", "False Reject Risk"},
+        {"pnl_BaseAccRatLabel", "Accuracy Ratio"},
         {"ComputeResults", "&COMPUTE  RISKS"},
         {"cmd_Baseline", "COMPUTE  &BASELINE"},
         {"pnl_UncRatioLabel", "Uncertainty Ratio"},
@@ -43,6 +47,12 @@ const std::vector<Caption>& mainCaptions() {
         {"chk_IncludeUncertainty", "Include"},
     };
     return captions;
+}
+
+const char* captionOf(std::string_view control) {
+    for (const Caption& caption : mainCaptions())
+        if (control == caption.control) return caption.text;
+    return "";
 }
 
 } // namespace metrisk

@@ -1,6 +1,7 @@
 // Captions of the main screen that never change, by control.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 namespace metrisk {
@@ -13,5 +14,8 @@ struct Caption {
 /// Identification labels, one column; both columns bear the same.
 const std::vector<const char*>& identificationLabels();
 const std::vector<Caption>& mainCaptions();
+
+/// The caption of a control; empty if it has none.
+const char* captionOf(std::string_view control);
 
 } // namespace metrisk

@@ -1,5 +1,6 @@
 #include "shell/screens/MainPanels.h"
 
+#include "shell/Captions.h"
 #include "shell/screens/EntryBox.h"
 #include "shell/screens/Widgets.h"
 
@@ -17,10 +18,19 @@ namespace metrisk {
 
 namespace {
 
-QLabel* label(const char* name, const QString& text = {}, QWidget* buddy = nullptr) {
-    auto* made = named(new QLabel(text), name);
-    if (buddy) made->setBuddy(buddy);
+QLabel* label(const char* name) {
+    return named(new QLabel(caption(captionOf(name))), name);
+}
+
+QLabel* labelOf(QWidget* box, const char* text) {
+    auto* made = new QLabel(caption(text));
+    made->setBuddy(box);
     return made;
+}
+
+template <class Button>
+Button* button(const char* name, const char* toolTip) {
+    return named(new Button(caption(captionOf(name))), name, toolTip);
 }
 
 EntryBox* entry(const char* name, const char* toolTip) {
@@ -72,32 +82,28 @@ void addColumn(QGridLayout* grid, int column, QLabel* above, QWidget* box) {
 QWidget* makeIdentificationPanel() {
     auto* made = panel("pnl_IDData", "Identification");
     auto* grid = tightGrid(made);
-    auto* subject =
-        named(new QPushButton("SUBJECT UNIT"), "cmdSU", "Go to the subject unit's identification");
-    auto* measuring =
-        named(new QPushButton("MEASURING SYSTEM"), "cmdMTE", "Go to the measuring system's identification");
+    auto* subject = button<QPushButton>("cmdSU", "Go to the subject unit's identification");
+    auto* measuring = button<QPushButton>("cmdMTE", "Go to the measuring system's identification");
     grid->addWidget(subject, 0, 1);
     grid->addWidget(measuring, 0, 3);
     struct Row {
-        const char* text;
         const char* su;
         const char* mte;
     };
-    static constexpr Row rows[] = {{"Manufacturer", "SystemIDBox", "MTESystemIDBox"},
-                                   {"Model Number", "SUModelNumberBox", "MTEModelNumberBox"},
-                                   {"Description", "SUDescriptionBox", "MTEDescriptionBox"},
-                                   {"Parameter Name", "ParameterIDBox", "MTEParameterIDBox"},
-                                   {"Qualifier 1", "Qualifier1Box", "MTEQualifier1Box"},
-                                   {"Qualifier 2", "Qualifier2Box", "MTEQualifier2Box"}};
+    static constexpr Row rows[] = {
+        {"SystemIDBox", "MTESystemIDBox"},         {"SUModelNumberBox", "MTEModelNumberBox"},
+        {"SUDescriptionBox", "MTEDescriptionBox"}, {"ParameterIDBox", "MTEParameterIDBox"},
+        {"Qualifier1Box", "MTEQualifier1Box"},     {"Qualifier2Box", "MTEQualifier2Box"}};
     std::vector<QWidget*> subjectColumn = {subject};
     std::vector<QWidget*> measuringColumn = {measuring};
     int line = 1;
     for (const Row& row : rows) {
-        auto* su = named(new EntryBox, row.su, QString("%1 of the subject unit").arg(row.text));
-        auto* mte = named(new EntryBox, row.mte, QString("%1 of the measuring system").arg(row.text));
-        grid->addWidget(label(nullptr, row.text, su), line, 0);
+        const char* text = identificationLabels()[static_cast<std::size_t>(line - 1)];
+        auto* su = named(new EntryBox, row.su, QString("%1 of the subject unit").arg(caption(text)));
+        auto* mte = named(new EntryBox, row.mte, QString("%1 of the measuring system").arg(caption(text)));
+        grid->addWidget(labelOf(su, text), line, 0);
         grid->addWidget(su, line, 1);
-        grid->addWidget(label(nullptr, row.text, mte), line, 2);
+        grid->addWidget(labelOf(mte, text), line, 2);
         grid->addWidget(mte, line, 3);
         subjectColumn.push_back(su);
         measuringColumn.push_back(mte);
@@ -118,41 +124,35 @@ QWidget* makeIdentificationPanel() {
 QWidget* makeSubjectPanel() {
     auto* made = panel("pnl_SUSpecs", "Subject Parameter");
     auto* grid = tightGrid(made);
-    addColumn(grid, 0, label("pnl_NominalValueLabel", "Nominal or Reading Value"),
+    addColumn(grid, 0, label("pnl_NominalValueLabel"),
               entry("ModeBox", "Nominal value of the parameter, or the reading"));
     addColumn(grid, 1, label("pnl_SUUpper"),
               entry("UpperLimitBox", "Upper tolerance of the subject parameter"));
     addColumn(grid, 2, label("pnl_SULower"),
               entry("LowerLimitBox", "Lower tolerance of the subject parameter"));
-    addColumn(grid, 3, label("Lbl_SUPctInTol", "% In-Tolerance"),
+    addColumn(grid, 3, label("Lbl_SUPctInTol"),
               entry("PctInTolBox", "Percent of the subject parameters that are in tolerance"));
 
-    auto* options = panel("pnl_LblSUTolerances", "Subject Parameter Tolerance Options");
+    auto* options = panel("pnl_LblSUTolerances", captionOf("pnl_LblSUTolerances"));
     auto* row = tightGrid(options);
     auto* sides = new QButtonGroup(options);
-    const auto side = [&](const char* name, const char* text, const char* tip) {
-        auto* button = named(new QRadioButton(text), name, tip);
-        sides->addButton(button);
-        return button;
+    const auto side = [&](const char* name, const char* tip) {
+        auto* option = button<QRadioButton>(name, tip);
+        sides->addButton(option);
+        return option;
     };
-    row->addWidget(side("TwoSideOption", "Two-Sided", "Both tolerance limits exist"), 0, 0);
-    row->addWidget(side("SingleUpperOption", "Single-Sided Upper", "Only an upper limit exists"), 0, 1);
-    row->addWidget(side("SingleLowerOption", "Single-Sided Lower", "Only a lower limit exists"), 0, 2);
-    row->addWidget(named(new QCheckBox("Symmetric Tolerances"), "chk_Symmetric",
-                         "The lower tolerance follows the upper"),
-                   1, 0);
-    row->addWidget(named(new QCheckBox("Enter Physical Limit?"), "PhysLimitRequired",
-                         "There is a value that the parameter cannot pass"),
+    row->addWidget(side("TwoSideOption", "Both tolerance limits exist"), 0, 0);
+    row->addWidget(side("SingleUpperOption", "Only an upper limit exists"), 0, 1);
+    row->addWidget(side("SingleLowerOption", "Only a lower limit exists"), 0, 2);
+    row->addWidget(button<QCheckBox>("chk_Symmetric", "The lower tolerance follows the upper"), 1, 0);
+    row->addWidget(button<QCheckBox>("PhysLimitRequired", "There is a value that the parameter cannot pass"),
                    1, 1);
     auto* display = new QButtonGroup(options);
-    auto* limits =
-        named(new QRadioButton("Limits"), "optOffsets_0", "Show tolerance limits in nominal units");
-    auto* tolerances =
-        named(new QRadioButton("Tolerances"), "optOffsets_1", "Show tolerances in their own units");
+    auto* limits = button<QRadioButton>("optOffsets_0", "Show tolerance limits in nominal units");
+    auto* tolerances = button<QRadioButton>("optOffsets_1", "Show tolerances in their own units");
     display->addButton(limits);
     display->addButton(tolerances);
-    auto* caption = label("pnlOffsets", "Display\nOption");
-    row->addWidget(caption, 0, 3, 2, 1);
+    row->addWidget(label("pnlOffsets"), 0, 3, 2, 1);
     row->addWidget(limits, 0, 4);
     row->addWidget(tolerances, 1, 4);
     row->setColumnStretch(5, 1);
@@ -163,19 +163,18 @@ QWidget* makeSubjectPanel() {
 QWidget* makeMeasuringPanel() {
     auto* made = panel("pnl_MTESpecs", "Measuring Parameter");
     auto* grid = tightGrid(made);
-    addColumn(grid, 0, label("pnl_MTELimit", "Error Limit"),
+    addColumn(grid, 0, label("pnl_MTELimit"),
               entry("MTEOffsetBox", "Tolerance limit or expanded uncertainty of the measuring parameter"));
-    grid->addWidget(label("Lbl_Equals", "="), 1, 1);
-    addColumn(grid, 2, label("pnl_MTEFixed", "Fixed"),
+    grid->addWidget(label("Lbl_Equals"), 1, 1);
+    addColumn(grid, 2, label("pnl_MTEFixed"),
               entry("MTEFixedOffsetBox", "Fixed part of the tolerance, or the standard uncertainty"));
     grid->setColumnStretch(1, 0);
-    grid->addWidget(label("Lbl_Plus", "+"), 1, 3);
-    addColumn(grid, 4, label("pnl_PctReading", "% of Reading"),
+    grid->addWidget(label("Lbl_Plus"), 1, 3);
+    addColumn(grid, 4, label("pnl_PctReading"),
               entry("MTEPctOfReadingBox",
                     "Part of the tolerance in percent of the reading, or degrees of freedom"));
-    addColumn(grid, 5, label("pnl_Units", "Units"),
-              entry("MTEParameterUnitsBox", "Units of the measuring parameter"));
-    addColumn(grid, 6, label("LbL_MTEPctInTol", "% In-Tolerance"),
+    addColumn(grid, 5, label("pnl_Units"), entry("MTEParameterUnitsBox", "Units of the measuring parameter"));
+    addColumn(grid, 6, label("LbL_MTEPctInTol"),
               entry("MTEPctInTolBox", "Percent in-tolerance or confidence level of the measuring parameter"));
     return made;
 }
@@ -201,18 +200,16 @@ QWidget* makeComputedRisksPanel() {
     auto* made = panel("pnl_ComputedRisks", "");
     auto* grid = tightGrid(made);
     grid->addWidget(heading("Heading_0"), 0, 0, 1, 4);
-    addRisk(grid, 1, label("pnl_RiskLabel_0", "False Accept Risk"),
-            result("AcceptRisk", "Computed false accept risk"), unitsBox("AcceptUnits"));
-    addRisk(grid, 2, label("pnl_RiskLabel_1", "False Reject Risk"),
-            result("RejectRisk", "Computed false reject risk"), unitsBox("RejectUnits"));
-    grid->addWidget(label("pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"), 3, 0);
+    addRisk(grid, 1, label("pnl_RiskLabel_0"), result("AcceptRisk", "Computed false accept risk"),
+            unitsBox("AcceptUnits"));
+    addRisk(grid, 2, label("pnl_RiskLabel_1"), result("RejectRisk", "Computed false reject risk"),
+            unitsBox("RejectUnits"));
+    grid->addWidget(label("pnl_EqAccRatLabel"), 3, 0);
     grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3,
                     1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("AccRatEquivalent2Box"), 3, 3);
-    grid->addWidget(
-        named(new QPushButton("&COMPUTE  RISKS"), "ComputeResults", "Compute the risks of this analysis"), 5,
-        0, 1, 4);
+    grid->addWidget(button<QPushButton>("ComputeResults", "Compute the risks of this analysis"), 5, 0, 1, 4);
     grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
@@ -222,17 +219,15 @@ QWidget* makeBaselineRisksPanel() {
     auto* made = panel("pnl_BaselineRisks", "");
     auto* grid = tightGrid(made);
     grid->addWidget(heading("Heading_1"), 0, 0, 1, 4);
-    addRisk(grid, 1, label("pnl_BaseRiskLabel_0", "False Accept Risk"),
+    addRisk(grid, 1, label("pnl_BaseRiskLabel_0"),
             result("BaseAcceptRisk", "False accept risk of the baseline"), unitsBox("BaseAcceptUnits"));
-    addRisk(grid, 2, label("pnl_BaseRiskLabel_1", "False Reject Risk"),
+    addRisk(grid, 2, label("pnl_BaseRiskLabel_1"),
             result("BaseRejectRisk", "False reject risk of the baseline"), unitsBox("BaseRejectUnits"));
-    grid->addWidget(label("pnl_BaseAccRatLabel", "Accuracy Ratio"), 3, 0);
+    grid->addWidget(label("pnl_BaseAccRatLabel"), 3, 0);
     grid->addWidget(result("BaselineAccRat1Box", "Accuracy ratio of the baseline"), 3, 1);
     grid->addWidget(new QLabel(":"), 3, 2);
     grid->addWidget(unitsBox("BaselineAccRat2Box"), 3, 3);
-    grid->addWidget(
-        named(new QPushButton("COMPUTE  &BASELINE"), "cmd_Baseline", "Set and compute the baseline"), 5, 0, 1,
-        4);
+    grid->addWidget(button<QPushButton>("cmd_Baseline", "Set and compute the baseline"), 5, 0, 1, 4);
     grid->setRowStretch(4, 1);
     grid->setColumnStretch(1, 1);
     return made;
@@ -241,37 +236,32 @@ QWidget* makeBaselineRisksPanel() {
 QWidget* makeOptionsPanel() {
     auto* made = panel("pnl_Options", "Options");
     auto* grid = tightGrid(made);
-    grid->addWidget(label("pnl_UncRatioLabel", "Uncertainty Ratio"), 0, 0);
+    grid->addWidget(label("pnl_UncRatioLabel"), 0, 0);
     grid->addWidget(result("pnl_UncRatio", "Subject sigma over measuring sigma"), 0, 1, 1, 2);
-    grid->addWidget(label("pnlTURLabel", "Test Uncertainty Ratio"), 1, 0);
+    grid->addWidget(label("pnlTURLabel"), 1, 0);
     grid->addWidget(result("pnlTUR", "Subject tolerance over the measuring uncertainty at 95 %"), 1, 1, 1, 2);
 
-    grid->addWidget(label("pnl_GuardbandLabel", "Guardbands"), 2, 0);
+    grid->addWidget(label("pnl_GuardbandLabel"), 2, 0);
     auto* bands = new QButtonGroup(made);
-    auto* limits =
-        named(new QRadioButton("Show Limits"), "optGuardbands_0", "Show guardbands as test limits");
-    auto* multipliers =
-        named(new QRadioButton("Show Multipliers"), "optGuardbands_1", "Show guardband multipliers");
+    auto* limits = button<QRadioButton>("optGuardbands_0", "Show guardbands as test limits");
+    auto* multipliers = button<QRadioButton>("optGuardbands_1", "Show guardband multipliers");
     bands->addButton(limits);
     bands->addButton(multipliers);
     grid->addWidget(limits, 2, 1);
     grid->addWidget(multipliers, 2, 2);
     for (int i : {0, 1}) {
-        grid->addWidget(label(i == 0 ? "Lbl_Guardbands_0" : "Lbl_Guardbands_1", i == 0 ? "Upper" : "Lower"),
-                        3 + i, 0, Qt::AlignRight);
+        grid->addWidget(label(i == 0 ? "Lbl_Guardbands_0" : "Lbl_Guardbands_1"), 3 + i, 0, Qt::AlignRight);
         grid->addWidget(result(i == 0 ? "txt_GuardbandMultiplier_0" : "txt_GuardbandMultiplier_1",
                                i == 0 ? "Upper guardband" : "Lower guardband"),
                         3 + i, 1);
     }
-    grid->addWidget(
-        named(new QCheckBox("Include"), "chk_IncludeGuardbands", "Compute risks with the test limits"), 3, 2);
-    grid->addWidget(named(new QCheckBox("Symmetric"), "chk_SymmetricGBands", "One multiplier for both sides"),
-                    4, 2);
+    grid->addWidget(button<QCheckBox>("chk_IncludeGuardbands", "Compute risks with the test limits"), 3, 2);
+    grid->addWidget(button<QCheckBox>("chk_SymmetricGBands", "One multiplier for both sides"), 4, 2);
 
-    grid->addWidget(label("pnl_UncertaintyLabel", "Process Uncertainty"), 5, 0);
+    grid->addWidget(label("pnl_UncertaintyLabel"), 5, 0);
     grid->addWidget(result("pnl_ProcessUncertainty", "Total measurement process uncertainty"), 5, 1);
-    grid->addWidget(named(new QCheckBox("Include"), "chk_IncludeUncertainty",
-                          "Take the process uncertainty into the measuring parameter"),
+    grid->addWidget(button<QCheckBox>("chk_IncludeUncertainty",
+                                      "Take the process uncertainty into the measuring parameter"),
                     5, 2);
     grid->setColumnStretch(1, 1);
     return made;
