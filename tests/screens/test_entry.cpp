@@ -1,11 +1,13 @@
 // Entering an analysis on the main screen.
 #include "shell/MainDisplay.h"
+#include "shell/Menus.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/FiniteRecord.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QFile>
 #include <QLineEdit>
 
 namespace metrisk::testing {
@@ -21,6 +23,11 @@ class EntryTest final : public QObject {
     void cleanup() {
         QCOMPARE(desk_->boxes.faults(), QString());
         desk_.reset();
+    }
+
+    void everyToolbarImageIsThere() {
+        for (const char* image : toolbarImages())
+            QVERIFY2(QFile::exists(QString(":/icons/%1.svg").arg(image)), image);
     }
 
     void twoSidedFromBlank() {
