@@ -25,7 +25,7 @@ double startBelow(double v) {
 /// in blocks, since the integrand is cheaper for many points than for one. Ends by the count if not by
 /// the integrand.
 double walk(const AcceptanceIntegrand& f, double start, double step, double eps) {
-    constexpr std::size_t block = 16;
+    constexpr std::size_t block = 32;
     std::array<double, block> points;
     std::array<double, block> values;
     double floor = 0;

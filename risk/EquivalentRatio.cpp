@@ -115,8 +115,10 @@ double searchMeter(double error, double tolerance) {
 
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
                         double ratio, double error, double tolerance) {
-    screen.Lbl_Message2 = std::string(message) + "\nIteration " + std::to_string(iteration) + " = " +
-                          FormatNumber(ratio, iterationPicture, session.regional) + " : 1";
+    // Written into the old text's room: this runs once a pass.
+    std::string& text = screen.Lbl_Message2;
+    text.assign(message).append("\nIteration ").append(std::to_string(iteration)).append(" = ");
+    text.append(FormatNumber(ratio, iterationPicture, session.regional)).append(" : 1");
     screen.Meter = searchMeter(error, tolerance);
     session.ui.updateComputing(screen);
     session.ui.yield();
