@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QTimer>
+#include <exception>
 #include <memory>
 
 namespace {
@@ -60,7 +61,14 @@ int main(int argc, char** argv) {
     // The main screen follows the splash; the file comes once there is a screen to show boxes over.
     const std::string file = commandLineFile(argumentsOf(app));
     QTimer::singleShot(watched ? splashMilliseconds : 0, &window, [&] {
-        window.show();
+        try {
+            window.show();
+        } catch (const std::exception& error) {
+            ui.show({.text = std::string("Error loading Metrisk form.\n") + error.what(),
+                     .icon = BoxIcon::Exclamation});
+            QApplication::exit(1);
+            return;
+        }
         splash.reset();
         if (!file.empty()) window.openAtStart(QString::fromStdString(file));
         session.record.FirstDisplay = session.record.LoadInProgress = false;

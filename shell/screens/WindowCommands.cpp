@@ -16,6 +16,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -52,6 +53,7 @@ WindowCommands::WindowCommands(MainWindow& window, Session& session)
     buildMenus();
     buildToolbar();
     bind();
+    qApp->installEventFilter(this); // the help key of the modal screens
 }
 
 void WindowCommands::buildMenus() {
@@ -192,8 +194,31 @@ void WindowCommands::showHelp(const char* page) {
     // A help file of the user's own comes before the built-in pages.
     const QString file = qt(places_.HelpFilePath);
     if (QFileInfo(file).isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(file))) return;
-    if (!help_) help_ = new HelpWindow(&window_);
+    // A modal screen takes all input but that of its own windows.
+    QWidget* modal = QApplication::activeModalWidget();
+    QWidget* owner = modal ? modal : &window_;
+    if (!help_ || help_->parentWidget() != owner) {
+        delete help_;
+        help_ = new HelpWindow(owner);
+    }
     help_->open(page);
+}
+
+bool WindowCommands::eventFilter(QObject* watched, QEvent* event) {
+    static constexpr std::pair<const char*, const char*> pages[] = {{"FAFORM", "false-accept-option"},
+                                                                    {"EqRatio", "equivalent-ratio"},
+                                                                    {"BaselineAnalysis", "baseline"},
+                                                                    {"Computing", "computing"},
+                                                                    {"CommonDialogue", "files"}};
+    const QWidget* modal = QApplication::activeModalWidget();
+    const bool helpKey =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1;
+    if (!helpKey || !modal || !watched->isWidgetType()) return QObject::eventFilter(watched, event);
+    const char* page = "messages"; // any other modal window is a message box
+    for (const auto& [screen, itsPage] : pages)
+        if (modal->objectName() == screen) page = itsPage;
+    showHelp(page);
+    return true;
 }
 
 void WindowCommands::openFile(const QString& path) {

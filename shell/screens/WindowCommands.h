@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <functional>
 
 class QAction;
@@ -38,6 +39,9 @@ class WindowCommands final : public QObject {
     /// The file named on the command line.
     void openAtStart(const QString& path);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void showHelp(const char* page);
     void buildMenus();
@@ -56,7 +60,7 @@ class WindowCommands final : public QObject {
     QHash<QString, std::function<void()>> commands_;
     QMenu* recent_ = nullptr;
     Places places_;
-    HelpWindow* help_ = nullptr;
+    QPointer<HelpWindow> help_; // a modal screen's help goes with it
 };
 
 } // namespace metrisk

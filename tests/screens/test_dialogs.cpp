@@ -229,6 +229,21 @@ class DialogTest final : public QObject {
         }
     }
 
+    void helpKeyOpensThePageOfTheScreenInFront() {
+        Desk& d = *desk_;
+        d.boxes.expectScreen("EqRatio", [&d](QWidget& screen) {
+            QTest::keyClick(d.control("BeepOn", &screen), Qt::Key_F1);
+            QVERIFY(d.control<QTextBrowser>("helpText", &screen)
+                        ->toPlainText()
+                        .startsWith("Equivalent Accuracy Ratio"));
+            qobject_cast<QDialog*>(&screen)->reject();
+        });
+        d.choose("EqAccRatOptions");
+        d.choose("mnu_HelpContents"); // the dialogue's help has gone with it
+        QVERIFY(d.control<QTextBrowser>("helpText")->toPlainText().startsWith("Metrisk Help"));
+        d.control("HelpWindow")->close();
+    }
+
     void helpOpensItsPage() {
         Desk& d = *desk_;
         d.choose("mnu_HelpContents");
