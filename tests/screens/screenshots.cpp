@@ -3,6 +3,7 @@
 
 #include "risk/ComputingScreen.h"
 #include "risk/screens/ComputingDialog.h"
+#include "shell/screens/SplashScreen.h"
 
 #include <QAction>
 #include <QApplication>
@@ -79,6 +80,9 @@ int main(int argc, char** argv) {
     const QPalette light = QApplication::palette();
     Desk desk;
     Camera camera(desk, argv[1]);
+    SplashScreen splash(desk.session.regional);
+    splash.adjustSize();
+    camera.take(splash, "start-up");
     camera.take(*desk.window, "main-screen-empty");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
     desk.settle();
