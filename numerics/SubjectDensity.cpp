@@ -58,11 +58,6 @@ double SubjectDensity(const SubjectBias& subject, double z, double offset, doubl
     return 0;
 }
 
-PlotBounds normalPlotBounds(double centre, double sigma, double zoom) {
-    const Real reach = sigmasShown * Real(sigma) * zoom;
-    return {(Real(centre) - reach).value(), (Real(centre) + reach).value()};
-}
-
 void SetPlotBounds(const SubjectBias& su, double zoom, PlotBounds& bounds) {
     const Real mode = su.mode;
     Real up = 0;

@@ -18,7 +18,4 @@ struct PlotBounds {
 /// distribution leaves the bounds as they were. Raises RuntimeFault on an overflow.
 void SetPlotBounds(const SubjectBias& subject, double zoom, PlotBounds& bounds);
 
-/// The same for a normal parameter such as the measuring one: centre -/+ 4 sigma zoom.
-PlotBounds normalPlotBounds(double centre, double sigma, double zoom);
-
 } // namespace metrisk

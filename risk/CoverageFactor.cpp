@@ -4,12 +4,8 @@
 #include "numerics/Real.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
-#include "numerics/mathlib/Normal.h"
-#include "numerics/mathlib/StudentsT.h"
 
-#include <cmath>
 #include <numbers>
-#include <optional>
 
 namespace metrisk {
 
@@ -36,12 +32,6 @@ double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) 
     const WaitPointer wait(ui);
     const StatusText status(ui, solvingText);
     return checked(InverseStudentT(degFreedom, p, ui));
-}
-
-double confidenceOfFactor(double factor, double degFreedom) {
-    const double fraction =
-        usesStudentsT(degFreedom) ? tDistribution(factor, degFreedom) : 2 * Normal(factor) - 1;
-    return 100 * fraction;
 }
 
 } // namespace metrisk

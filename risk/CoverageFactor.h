@@ -16,7 +16,4 @@ double StandardFactor100();
 /// a numeric fault.
 double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui);
 
-/// The confidence in percent that a coverage factor holds.
-double confidenceOfFactor(double factor, double degFreedom);
-
 } // namespace metrisk

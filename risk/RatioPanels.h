@@ -13,8 +13,6 @@ struct RatioPanels {
     std::string pnlTUR;       // test uncertainty ratio: tolerance over the 95 % measuring uncertainty
 };
 
-inline constexpr const char* pnlTURLabel = "Test Uncertainty Ratio";
-
 RatioPanels ratioPanels(const Session& session);
 
 /// Tells the main screen that the ratios may differ now.

@@ -38,8 +38,6 @@ class MainScreen {
     /// Raises FileChanged if the record differs from the saved copy.
     void DetectChanges();
 
-    Session& session() { return session_; }
-
     /// Option optGuardbands: test limits instead of multipliers.
     bool guardbandsAsLimits = false;
 

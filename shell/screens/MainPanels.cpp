@@ -181,56 +181,59 @@ QWidget* makeMeasuringPanel() {
 
 namespace {
 
-/// One risk: label, figure, units.
-void addRisk(QGridLayout* grid, int row, QLabel* text, QLineEdit* value, QLineEdit* units) {
-    grid->addWidget(text, row, 0);
-    grid->addWidget(value, row, 1);
-    grid->addWidget(units, row, 3);
-}
-
 QLineEdit* unitsBox(const char* name) {
     auto* box = result(name, "Units of the risk", 5);
     box->setAlignment(Qt::AlignLeft);
     return box;
 }
 
-} // namespace
+/// A figure of a risks panel: the label's control, the box with its tool tip, and what stands behind it.
+struct RiskRow {
+    const char* label;
+    const char* box;
+    const char* toolTip;
+    const char* behind;
+};
 
-QWidget* makeComputedRisksPanel() {
-    auto* made = panel("pnl_ComputedRisks", "");
+/// Heading, two risks, a ratio in two figures, and the command.
+QWidget* makeRisksPanel(const char* name, const char* headingName, const RiskRow (&rows)[3],
+                        QPushButton* command) {
+    auto* made = panel(name, "");
     auto* grid = tightGrid(made);
-    grid->addWidget(heading("Heading_0"), 0, 0, 1, 4);
-    addRisk(grid, 1, label("pnl_RiskLabel_0"), result("AcceptRisk", "Computed false accept risk"),
-            unitsBox("AcceptUnits"));
-    addRisk(grid, 2, label("pnl_RiskLabel_1"), result("RejectRisk", "Computed false reject risk"),
-            unitsBox("RejectUnits"));
-    grid->addWidget(label("pnl_EqAccRatLabel"), 3, 0);
-    grid->addWidget(result("AccRatEquivalent1Box", "Accuracy ratio with the same risk in the baseline"), 3,
-                    1);
-    grid->addWidget(new QLabel(":"), 3, 2);
-    grid->addWidget(unitsBox("AccRatEquivalent2Box"), 3, 3);
-    grid->addWidget(button<QPushButton>("ComputeResults", "Compute the risks of this analysis"), 5, 0, 1, 4);
-    grid->setRowStretch(4, 1);
+    grid->addWidget(heading(headingName), 0, 0, 1, 4);
+    int line = 1;
+    for (const RiskRow& row : rows) {
+        grid->addWidget(label(row.label), line, 0);
+        grid->addWidget(result(row.box, row.toolTip), line, 1);
+        grid->addWidget(unitsBox(row.behind), line, 3);
+        ++line;
+    }
+    grid->addWidget(new QLabel(":"), line - 1, 2); // between the figures of the ratio
+    grid->setRowStretch(line, 1);
+    grid->addWidget(command, line + 1, 0, 1, 4);
     grid->setColumnStretch(1, 1);
     return made;
 }
 
+} // namespace
+
+QWidget* makeComputedRisksPanel() {
+    return makeRisksPanel("pnl_ComputedRisks", "Heading_0",
+                          {{"pnl_RiskLabel_0", "AcceptRisk", "Computed false accept risk", "AcceptUnits"},
+                           {"pnl_RiskLabel_1", "RejectRisk", "Computed false reject risk", "RejectUnits"},
+                           {"pnl_EqAccRatLabel", "AccRatEquivalent1Box",
+                            "Accuracy ratio with the same risk in the baseline", "AccRatEquivalent2Box"}},
+                          button<QPushButton>("ComputeResults", "Compute the risks of this analysis"));
+}
+
 QWidget* makeBaselineRisksPanel() {
-    auto* made = panel("pnl_BaselineRisks", "");
-    auto* grid = tightGrid(made);
-    grid->addWidget(heading("Heading_1"), 0, 0, 1, 4);
-    addRisk(grid, 1, label("pnl_BaseRiskLabel_0"),
-            result("BaseAcceptRisk", "False accept risk of the baseline"), unitsBox("BaseAcceptUnits"));
-    addRisk(grid, 2, label("pnl_BaseRiskLabel_1"),
-            result("BaseRejectRisk", "False reject risk of the baseline"), unitsBox("BaseRejectUnits"));
-    grid->addWidget(label("pnl_BaseAccRatLabel"), 3, 0);
-    grid->addWidget(result("BaselineAccRat1Box", "Accuracy ratio of the baseline"), 3, 1);
-    grid->addWidget(new QLabel(":"), 3, 2);
-    grid->addWidget(unitsBox("BaselineAccRat2Box"), 3, 3);
-    grid->addWidget(button<QPushButton>("cmd_Baseline", "Set and compute the baseline"), 5, 0, 1, 4);
-    grid->setRowStretch(4, 1);
-    grid->setColumnStretch(1, 1);
-    return made;
+    return makeRisksPanel(
+        "pnl_BaselineRisks", "Heading_1",
+        {{"pnl_BaseRiskLabel_0", "BaseAcceptRisk", "False accept risk of the baseline", "BaseAcceptUnits"},
+         {"pnl_BaseRiskLabel_1", "BaseRejectRisk", "False reject risk of the baseline", "BaseRejectUnits"},
+         {"pnl_BaseAccRatLabel", "BaselineAccRat1Box", "Accuracy ratio of the baseline",
+          "BaselineAccRat2Box"}},
+        button<QPushButton>("cmd_Baseline", "Set and compute the baseline"));
 }
 
 QWidget* makeOptionsPanel() {
