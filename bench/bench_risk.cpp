@@ -11,6 +11,7 @@
 #include "risk/ComputingScreen.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/LogNormalSearch.h"
+#include "risk/ValidateAndFit.h"
 
 #include <cmath>
 #include <vector>

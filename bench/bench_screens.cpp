@@ -1,8 +1,8 @@
 // The main screen against an empty window of the same size, in one run on the offscreen platform:
 // time to the first paint, resident memory, time to leave a box, time to open a file.
 // Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
-#include "model/ClearAnalysis.h"
-#include "shell/screens/EntryBox.h"
+#include "persistence/ClearAnalysis.h"
+#include "screens/EntryBox.h"
 #include "shell/screens/MainWindow.h"
 #include "shell/screens/QtInteraction.h"
 #include "tests/support/SilentSession.h"

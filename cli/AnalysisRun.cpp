@@ -1,7 +1,7 @@
 #include "cli/AnalysisRun.h"
 
-#include "model/ClearAnalysis.h"
 #include "persistence/AnalysisFile.h"
+#include "persistence/ClearAnalysis.h"
 
 #include <filesystem>
 

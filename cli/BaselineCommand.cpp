@@ -4,11 +4,11 @@
 #include "cli/JsonLine.h"
 #include "cli/Output.h"
 #include "cli/RiskText.h"
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
 #include "risk/BaselineRisks.h"
-#include "risk/DisplayRule.h"
 
 #include <limits>
 

@@ -4,11 +4,11 @@
 #include "cli/JsonLine.h"
 #include "cli/OrderedBatch.h"
 #include "cli/RiskText.h"
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
-#include "risk/DisplayRule.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "cli/RiskText.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberFormat.h"
-#include "risk/DisplayRule.h"
 
 #include <cmath>
 

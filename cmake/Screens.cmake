@@ -1,13 +1,11 @@
 # The window program: every screens/ folder and main.cpp over the core.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
 
-set(METRISK_SCREEN_FOLDERS risk shell)
-set(screen_sources)
-foreach(folder IN LISTS METRISK_SCREEN_FOLDERS)
-  file(GLOB found CONFIGURE_DEPENDS
-       "${PROJECT_SOURCE_DIR}/${folder}/screens/*.cpp" "${PROJECT_SOURCE_DIR}/${folder}/screens/*.h")
-  list(APPEND screen_sources ${found})
-endforeach()
+# The kit in screens/, and the screens/ folder of each subject.
+file(GLOB screen_sources CONFIGURE_DEPENDS
+     "${PROJECT_SOURCE_DIR}/screens/*.cpp" "${PROJECT_SOURCE_DIR}/screens/*.h"
+     "${PROJECT_SOURCE_DIR}/*/screens/*.cpp" "${PROJECT_SOURCE_DIR}/*/screens/*.h")
+list(FILTER screen_sources EXCLUDE REGEX "/(tests|build)/")
 
 file(GLOB icons CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/shell/icons/*.svg")
 file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html")

@@ -4,7 +4,7 @@
 #include "model/Analysis.h"
 #include "model/Interaction.h"
 #include "model/Regional.h"
-#include "persistence/Settings.h"
+#include "model/Settings.h"
 
 namespace metrisk {
 

@@ -1,8 +1,8 @@
 #include "persistence/BaselineDefaults.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
-#include "risk/DisplayRule.h"
 
 #include <algorithm>
 #include <cmath>

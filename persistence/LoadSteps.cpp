@@ -1,8 +1,8 @@
 #include "persistence/LoadSteps.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
-#include "risk/DisplayRule.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 

@@ -1,9 +1,9 @@
 // Settings in a private profile file of the user.
 #pragma once
 
+#include "model/Settings.h"
 #include "persistence/AtomicFile.h"
 #include "persistence/ProfileText.h"
-#include "persistence/Settings.h"
 
 #include <cstdint>
 #include <filesystem>

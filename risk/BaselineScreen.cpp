@@ -1,11 +1,11 @@
 #include "risk/BaselineScreen.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Questions.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
-#include "risk/DisplayRule.h"
 #include "risk/EqRatioScreen.h"
 
 #include <cmath>

@@ -1,17 +1,14 @@
 #include "risk/ComputePipeline.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
-#include "model/Validation.h"
 #include "numerics/Real.h"
 #include "risk/ComputingScreen.h"
-#include "risk/DisplayRule.h"
 #include "risk/EquivalentRatio.h"
-#include "risk/FitMeasuring.h"
-#include "risk/FitSubject.h"
-#include "risk/RatioPanels.h"
 #include "risk/Risks.h"
 #include "risk/Snapshot.h"
+#include "risk/ValidateAndFit.h"
 
 #include <string>
 
@@ -224,27 +221,6 @@ void runStep(Session& session, ComputingScreen& screen, Step step) noexcept {
 }
 
 } // namespace
-
-void ValidateAndFit(Session& session) noexcept {
-    Analysis& r = session.record;
-    r.AbortFlag = false;
-    const bool both = r.ComputeScope == "Both";
-    const bool subject = both || r.ComputeScope == "SU";
-    const bool measuring = both || r.ComputeScope == "MTE";
-    if (r.ComputeNeeded) {
-        if (both) CheckDataPresent(session);
-        if (r.AbortFlag) return;
-        if (subject) ValidateSubject(session);
-        if (r.AbortFlag) return;
-        if (measuring) ValidateMeasuring(session);
-        if (r.AbortFlag) return;
-    }
-    r.ComputeNeeded = false;
-    if (measuring) FitMeasuringParameter(session, r.MTE_PctInTol, r.MTE_Sigma);
-    const bool measuringFailed = r.AbortFlag;
-    if (subject && !measuringFailed) FitSubjectParameter(session, r.SU_PctInTol, r.SU_Sigma);
-    UpdateRatioPanels(session);
-}
 
 void ComputeResults_Click(Session& session) noexcept {
     try {

@@ -6,9 +6,6 @@ namespace metrisk {
 struct Session;
 class ComputingScreen;
 
-/// Validates (only if ComputeNeeded) and fits what ComputeScope names. Failure is AbortFlag.
-void ValidateAndFit(Session& session) noexcept;
-
 /// The compute button: compares with the snapshot, validates, fits, and runs the compute behind the
 /// progress screen. A numeric fault ends it silently with AbortFlag set.
 void ComputeResults_Click(Session& session) noexcept;

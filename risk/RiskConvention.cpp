@@ -1,8 +1,8 @@
 #include "risk/RiskConvention.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "persistence/BaselineDefaults.h"
-#include "risk/DisplayRule.h"
 
 #include <cmath>
 

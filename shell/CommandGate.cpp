@@ -1,7 +1,7 @@
 #include "shell/CommandGate.h"
 
 #include "model/Session.h"
-#include "risk/ComputePipeline.h"
+#include "risk/ValidateAndFit.h"
 
 namespace metrisk {
 

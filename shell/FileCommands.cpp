@@ -1,14 +1,14 @@
 #include "shell/FileCommands.h"
 
-#include "model/ClearAnalysis.h"
 #include "model/Session.h"
 #include "model/Text.h"
 #include "persistence/AnalysisFile.h"
-#include "risk/ComputePipeline.h"
+#include "persistence/ClearAnalysis.h"
 #include "risk/RatioPanels.h"
-#include "shell/MainScreen.h"
+#include "risk/ValidateAndFit.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include <filesystem>
 

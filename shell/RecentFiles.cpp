@@ -1,6 +1,6 @@
 #include "shell/RecentFiles.h"
 
-#include "persistence/Settings.h"
+#include "model/Settings.h"
 
 namespace metrisk {
 

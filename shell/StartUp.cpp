@@ -1,6 +1,6 @@
 #include "shell/StartUp.h"
 
-#include "persistence/Settings.h"
+#include "model/Settings.h"
 
 #include <filesystem>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 // The window program.
-#include "model/ClearAnalysis.h"
 #include "model/Session.h"
+#include "persistence/ClearAnalysis.h"
 #include "persistence/SettingsFile.h"
 #include "shell/StartUp.h"
 #include "shell/screens/MainWindow.h"

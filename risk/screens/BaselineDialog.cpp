@@ -1,8 +1,8 @@
 #include "risk/screens/BaselineDialog.h"
 
 #include "risk/screens/FalseAcceptDialog.h"
-#include "shell/screens/EntryBox.h"
-#include "shell/screens/Widgets.h"
+#include "screens/EntryBox.h"
+#include "screens/Widgets.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -149,8 +149,8 @@ void BaselineDialog::buildMenu(std::function<void(const char*)> showHelp) {
     plot->setEnabled(false); // the risk plot has no screen yet
     // External programs and their set-up are not part of the program yet.
     QMenu* run = bar->addMenu("Ru&n");
-    for (const auto& [name, text] : {std::pair{"mnu_Run_Options", "&External Application"},
-                                     std::pair{"mnu_RunSetups", "Se&lect"}}) {
+    for (const auto& [name, text] :
+         {std::pair{"mnu_Run_Options", "&External Application"}, std::pair{"mnu_RunSetups", "Se&lect"}}) {
         QAction* action = run->addAction(text);
         action->setObjectName(name);
         action->setEnabled(false);

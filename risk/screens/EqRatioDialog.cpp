@@ -1,6 +1,6 @@
 #include "risk/screens/EqRatioDialog.h"
 
-#include "shell/screens/Widgets.h"
+#include "screens/Widgets.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -26,8 +26,9 @@ EqRatioDialog::EqRatioDialog(Session& session, QWidget* parent) : QDialog(parent
     setObjectName("EqRatio");
     setWindowTitle("Equivalent Accuracy Ratio");
     for (int i : {0, 1})
-        compute_[i] = named(new QRadioButton(caption(EqRatioScreen::opt_Compute[i])),
-                            QString("opt_Compute_%1").arg(i), "Compute the equivalent accuracy ratio with the risks");
+        compute_[i] =
+            named(new QRadioButton(caption(EqRatioScreen::opt_Compute[i])), QString("opt_Compute_%1").arg(i),
+                  "Compute the equivalent accuracy ratio with the risks");
     falseAccept_ = named(new QRadioButton(caption(EqRatioScreen::OptFalseAcceptCaption)), "OptFalseAccept",
                          "Find the baseline ratio with the same false accept risk");
     falseReject_ = named(new QRadioButton(caption(EqRatioScreen::OptFalseRejectCaption)), "OptFalseReject",

@@ -1,6 +1,6 @@
 #include "risk/screens/FalseAcceptDialog.h"
 
-#include "shell/screens/Widgets.h"
+#include "screens/Widgets.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -12,10 +12,10 @@ namespace metrisk {
 
 FalseAcceptDialog::FalseAcceptDialog(FalseAcceptScreen& model, QWidget* parent)
     : QDialog(parent), model_(model),
-      consumer_(named(new QRadioButton(caption(FalseAcceptScreen::ConsumerRiskOptionCaption)), "ConsumerRiskOption",
-                      "The risk that an accepted unit is out of tolerance")),
-      producer_(named(new QRadioButton(caption(FalseAcceptScreen::ProducerRiskOptionCaption)), "ProducerRiskOption",
-                      "The risk that a unit is out of tolerance and accepted")),
+      consumer_(named(new QRadioButton(caption(FalseAcceptScreen::ConsumerRiskOptionCaption)),
+                      "ConsumerRiskOption", "The risk that an accepted unit is out of tolerance")),
+      producer_(named(new QRadioButton(caption(FalseAcceptScreen::ProducerRiskOptionCaption)),
+                      "ProducerRiskOption", "The risk that a unit is out of tolerance and accepted")),
       setDefault_(named(new QCheckBox(caption(FalseAcceptScreen::Chk_SetDefaultCaption)), "Chk_SetDefault",
                         "New analyses start with this option")) {
     setObjectName("FAFORM");
@@ -43,6 +43,8 @@ void FalseAcceptDialog::leave() {
     if (model_.leave()) QDialog::accept();
 }
 
-void runFalseAcceptDialog(FalseAcceptScreen& model, QWidget* parent) { FalseAcceptDialog(model, parent).exec(); }
+void runFalseAcceptDialog(FalseAcceptScreen& model, QWidget* parent) {
+    FalseAcceptDialog(model, parent).exec();
+}
 
 } // namespace metrisk

@@ -1,8 +1,8 @@
 #include "shell/screens/MainPanels.h"
 
-#include "shell/Captions.h"
-#include "shell/screens/EntryBox.h"
-#include "shell/screens/Widgets.h"
+#include "screens/EntryBox.h"
+#include "screens/Widgets.h"
+#include "shell/mainscreen/Captions.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

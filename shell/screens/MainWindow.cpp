@@ -2,12 +2,12 @@
 
 #include "model/Session.h"
 #include "risk/ComputePipeline.h"
-#include "shell/MainDisplay.h"
-#include "shell/ToleranceOptions.h"
-#include "shell/screens/EntryBox.h"
+#include "screens/EntryBox.h"
+#include "screens/Widgets.h"
+#include "shell/mainscreen/MainDisplay.h"
+#include "shell/mainscreen/ToleranceOptions.h"
 #include "shell/screens/MainPanels.h"
 #include "shell/screens/QtInteraction.h"
-#include "shell/screens/Widgets.h"
 #include "shell/screens/WindowCommands.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
 // The main screen: panels, menus and toolbar over the models of the core.
 #pragma once
 
-#include "shell/MainScreen.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include <QHash>
 #include <QMainWindow>

@@ -42,7 +42,9 @@ Answer answerOf(int pressed, BoxButtons buttons) {
     return buttons == BoxButtons::YesNo ? Answer::No : Answer::Cancel;
 }
 
-QString textOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString textOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 } // namespace
 
@@ -64,7 +66,8 @@ void QtInteraction::focus(std::string_view control, bool select) {
     const QString name = textOf(control);
     QWidget* found = nullptr;
     for (QWidget* window : {activeWindow(), mainWindow_.data()}) {
-        if (window && !found) found = window->objectName() == name ? window : window->findChild<QWidget*>(name);
+        if (window && !found)
+            found = window->objectName() == name ? window : window->findChild<QWidget*>(name);
     }
     if (!found) return;
     // Taking the focus here would commit the box that has it while its own rule still runs.
@@ -83,7 +86,9 @@ void QtInteraction::highlight(std::string_view panel) {
     if (onHighlight) onHighlight(std::string(panel));
 }
 
-void QtInteraction::yield() { QApplication::processEvents(); }
+void QtInteraction::yield() {
+    QApplication::processEvents();
+}
 
 void QtInteraction::status(std::string_view text) {
     if (onStatus) onStatus(std::string(text));
@@ -114,6 +119,8 @@ void QtInteraction::setBusy(bool busy) {
         QApplication::restoreOverrideCursor();
 }
 
-void QtInteraction::beep() { QApplication::beep(); }
+void QtInteraction::beep() {
+    QApplication::beep();
+}
 
 } // namespace metrisk

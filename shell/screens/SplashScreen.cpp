@@ -1,7 +1,7 @@
 #include "shell/screens/SplashScreen.h"
 
 #include "model/NumberText.h"
-#include "shell/screens/Widgets.h"
+#include "screens/Widgets.h"
 
 #include <QDate>
 #include <QIcon>

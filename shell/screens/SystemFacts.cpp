@@ -35,7 +35,9 @@ Regional systemRegional() {
     return regional;
 }
 
-std::string dataFolder() { return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString(); }
+std::string dataFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString();
+}
 
 std::string SymbolFontName() {
     const QStringList families = QFontDatabase::families();

@@ -4,12 +4,12 @@
 #include "risk/screens/BaselineDialog.h"
 #include "risk/screens/EqRatioDialog.h"
 #include "risk/screens/FalseAcceptDialog.h"
+#include "screens/HelpWindow.h"
+#include "screens/Widgets.h"
 #include "shell/Menus.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
-#include "shell/screens/HelpWindow.h"
 #include "shell/screens/MainWindow.h"
-#include "shell/screens/Widgets.h"
 
 #include <QAction>
 #include <QApplication>

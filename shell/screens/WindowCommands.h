@@ -1,9 +1,9 @@
 // The commands of the main screen's menus and toolbar.
 #pragma once
 
+#include "screens/QtFileChooser.h"
 #include "shell/FileCommands.h"
 #include "shell/StartUp.h"
-#include "shell/screens/QtFileChooser.h"
 
 #include <QHash>
 #include <QObject>

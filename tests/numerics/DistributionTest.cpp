@@ -1,7 +1,7 @@
 #include "numerics/IntegrationLimits.h"
 #include "numerics/Real.h"
 #include "numerics/SubjectDensity.h"
-#include "risk/ComputePipeline.h"
+#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 
 #include <boost/math/quadrature/gauss_kronrod.hpp>

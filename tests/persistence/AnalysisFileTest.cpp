@@ -1,6 +1,6 @@
 #include "persistence/AnalysisFile.h"
 
-#include "model/ClearAnalysis.h"
+#include "persistence/ClearAnalysis.h"
 #include "tests/persistence/GoldenFile.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestSession.h"

@@ -1,8 +1,8 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/BaselineRisks.h"
-#include "risk/ComputePipeline.h"
 #include "risk/ComputingScreen.h"
 #include "risk/RatioPanels.h"
+#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 
 #include <boost/math/distributions/normal.hpp>

@@ -1,8 +1,9 @@
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputingScreen.h"
-#include "risk/DisplayRule.h"
 #include "risk/Snapshot.h"
+#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 
 #include <gtest/gtest.h>

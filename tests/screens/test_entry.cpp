@@ -1,6 +1,6 @@
 // Entering an analysis on the main screen.
-#include "shell/MainDisplay.h"
 #include "shell/Menus.h"
+#include "shell/mainscreen/MainDisplay.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/FiniteRecord.h"
 

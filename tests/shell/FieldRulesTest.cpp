@@ -1,6 +1,6 @@
 // Typing into the boxes of the main screen: what is kept, how it is shown again, what is refused.
-#include "shell/MainDisplay.h"
-#include "shell/MainScreen.h"
+#include "shell/mainscreen/MainDisplay.h"
+#include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Opening and saving analyses, the questions before losing one, and the way out.
 #include "shell/FileCommands.h"
-#include "shell/MainDisplay.h"
-#include "shell/MainScreen.h"
 #include "shell/RecentFiles.h"
+#include "shell/mainscreen/MainDisplay.h"
+#include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,8 +1,8 @@
 // What the main screen shows of a record.
-#include "shell/MainDisplay.h"
-#include "shell/MainScreen.h"
+#include "shell/mainscreen/MainDisplay.h"
 #include "shell/Menus.h"
-#include "shell/ToleranceOptions.h"
+#include "shell/mainscreen/MainScreen.h"
+#include "shell/mainscreen/ToleranceOptions.h"
 #include "tests/support/Cases.h"
 
 #include <gtest/gtest.h>

@@ -40,10 +40,16 @@ inline void enter(Analysis& r, const Entry& e) {
 }
 
 inline Entry twoSided(double up, double down, double pct, double mteOffset = 0.125, double mtePct = 95) {
-    return {.upperOffset = up, .lowerOffset = down, .pctInTol = pct, .mteOffset = mteOffset, .mtePctInTol = mtePct};
+    return {.upperOffset = up,
+            .lowerOffset = down,
+            .pctInTol = pct,
+            .mteOffset = mteOffset,
+            .mtePctInTol = mtePct};
 }
 
-inline Entry single(Kind kind, double pct) { return {.kind = kind, .pctInTol = pct}; }
+inline Entry single(Kind kind, double pct) {
+    return {.kind = kind, .pctInTol = pct};
+}
 
 inline Entry withPhysicalLimit(Kind kind, double mode, double offset, double limit, double pct) {
     Entry e;

@@ -1,7 +1,7 @@
 // Settings that live in memory, for tests.
 #pragma once
 
-#include "persistence/Settings.h"
+#include "model/Settings.h"
 
 #include <map>
 #include <utility>

@@ -4,7 +4,9 @@
 
 namespace metrisk::testing {
 
-ScriptedInteraction::~ScriptedInteraction() { verifyAllShown(); }
+ScriptedInteraction::~ScriptedInteraction() {
+    verifyAllShown();
+}
 
 void ScriptedInteraction::expectBox(std::string title, std::string text, Answer answer) {
     expected_.push_back({std::move(title), std::move(text), answer});
@@ -37,9 +39,13 @@ void ScriptedInteraction::yield() {
     if (onYield) onYield();
 }
 
-void ScriptedInteraction::status(std::string_view text) { statusTexts.emplace_back(text); }
+void ScriptedInteraction::status(std::string_view text) {
+    statusTexts.emplace_back(text);
+}
 
-void ScriptedInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) { step(); }
+void ScriptedInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) {
+    step();
+}
 
 void ScriptedInteraction::updateComputing(const ComputingScreen& screen) {
     if (onProgress) onProgress(screen);

@@ -1,6 +1,6 @@
 #include "tests/screens/support/Desk.h"
 
-#include "model/ClearAnalysis.h"
+#include "persistence/ClearAnalysis.h"
 
 #include <QAbstractButton>
 #include <QAction>

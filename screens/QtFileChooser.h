@@ -1,7 +1,7 @@
 // File choosing by the desktop's own dialogs.
 #pragma once
 
-#include "shell/FileChooser.h"
+#include "model/FileChooser.h"
 
 class QWidget;
 

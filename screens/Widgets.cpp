@@ -1,4 +1,4 @@
-#include "shell/screens/Widgets.h"
+#include "screens/Widgets.h"
 
 #include <QAbstractButton>
 #include <QApplication>

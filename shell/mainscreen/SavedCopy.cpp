@@ -1,4 +1,4 @@
-#include "shell/SavedCopy.h"
+#include "shell/mainscreen/SavedCopy.h"
 
 #include "model/Analysis.h"
 

@@ -1,7 +1,7 @@
 // The row of the measuring parameter, entered by tolerance or by uncertainty.
 #pragma once
 
-#include "shell/MainDisplay.h"
+#include "shell/mainscreen/MainDisplay.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // The two rows of the subject parameter's limits, and those of its guardbands.
 #pragma once
 
-#include "shell/MainDisplay.h"
+#include "shell/mainscreen/MainDisplay.h"
 
 #include <string>
 

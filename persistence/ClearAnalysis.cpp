@@ -1,4 +1,4 @@
-#include "model/ClearAnalysis.h"
+#include "persistence/ClearAnalysis.h"
 
 #include "model/Text.h"
 #include "persistence/BaselineDefaults.h"

@@ -1,7 +1,7 @@
-#include "shell/ToleranceOptions.h"
+#include "shell/mainscreen/ToleranceOptions.h"
 
 #include "model/Session.h"
-#include "risk/ComputePipeline.h"
+#include "risk/ValidateAndFit.h"
 
 #include <string>
 

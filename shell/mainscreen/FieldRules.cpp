@@ -1,12 +1,12 @@
 // The subject parameter's boxes.
-#include "shell/FieldRules.h"
+#include "shell/mainscreen/FieldRules.h"
 
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
-#include "risk/ComputePipeline.h"
 #include "risk/RatioPanels.h"
-#include "shell/OffsetPictures.h"
+#include "risk/ValidateAndFit.h"
+#include "shell/mainscreen/OffsetPictures.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "shell/screens/EntryBox.h"
+#include "screens/EntryBox.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "model/ClearAnalysis.h"
+#include "persistence/ClearAnalysis.h"
 #include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>

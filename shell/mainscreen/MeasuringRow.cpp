@@ -1,8 +1,8 @@
-#include "shell/MeasuringRow.h"
+#include "shell/mainscreen/MeasuringRow.h"
 
 #include "model/NumberText.h"
 #include "model/Session.h"
-#include "shell/OffsetPictures.h"
+#include "shell/mainscreen/OffsetPictures.h"
 
 namespace metrisk {
 

@@ -1,4 +1,4 @@
-#include "shell/screens/HelpWindow.h"
+#include "screens/HelpWindow.h"
 
 #include <QAction>
 #include <QTextBrowser>

@@ -1,4 +1,4 @@
-#include "shell/Captions.h"
+#include "shell/mainscreen/Captions.h"
 
 namespace metrisk {
 

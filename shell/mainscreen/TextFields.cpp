@@ -1,7 +1,7 @@
-#include "shell/TextFields.h"
+#include "shell/mainscreen/TextFields.h"
 
 #include "model/Session.h"
-#include "shell/FieldRules.h"
+#include "shell/mainscreen/FieldRules.h"
 
 namespace metrisk {
 

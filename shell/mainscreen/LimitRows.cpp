@@ -1,4 +1,4 @@
-#include "shell/LimitRows.h"
+#include "shell/mainscreen/LimitRows.h"
 
 #include "model/NumberText.h"
 #include "model/Session.h"

@@ -2,10 +2,10 @@
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
-#include "risk/ComputePipeline.h"
 #include "risk/CoverageFactor.h"
-#include "shell/FieldRules.h"
-#include "shell/OffsetPictures.h"
+#include "risk/ValidateAndFit.h"
+#include "shell/mainscreen/FieldRules.h"
+#include "shell/mainscreen/OffsetPictures.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
-#include "shell/MainScreen.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
 #include "risk/Snapshot.h"
-#include "shell/EntryGuard.h"
-#include "shell/FieldRules.h"
-#include "shell/MainDisplay.h"
+#include "shell/mainscreen/EntryGuard.h"
+#include "shell/mainscreen/FieldRules.h"
+#include "shell/mainscreen/MainDisplay.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "risk/DisplayRule.h"
+#include "model/DisplayRule.h"
 
 #include "model/Analysis.h"
 

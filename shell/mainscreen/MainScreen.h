@@ -2,7 +2,7 @@
 #pragma once
 
 #include "model/FieldResult.h"
-#include "shell/SavedCopy.h"
+#include "shell/mainscreen/SavedCopy.h"
 
 #include <map>
 #include <optional>

@@ -1,13 +1,13 @@
-#include "shell/MainDisplay.h"
+#include "shell/mainscreen/MainDisplay.h"
 
+#include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
-#include "risk/DisplayRule.h"
 #include "risk/RatioPanels.h"
-#include "shell/LimitRows.h"
-#include "shell/MeasuringRow.h"
-#include "shell/OffsetPictures.h"
-#include "shell/TextFields.h"
+#include "shell/mainscreen/LimitRows.h"
+#include "shell/mainscreen/MeasuringRow.h"
+#include "shell/mainscreen/OffsetPictures.h"
+#include "shell/mainscreen/TextFields.h"
 
 namespace metrisk {
 

@@ -1,4 +1,4 @@
-#include "shell/OffsetPictures.h"
+#include "shell/mainscreen/OffsetPictures.h"
 
 #include "model/NumberText.h"
 #include "model/Session.h"

@@ -1,6 +1,6 @@
-#include "shell/screens/QtFileChooser.h"
+#include "screens/QtFileChooser.h"
 
-#include "shell/screens/Widgets.h"
+#include "screens/Widgets.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,0 +1,32 @@
+#include "risk/ValidateAndFit.h"
+
+#include "model/Session.h"
+#include "model/Validation.h"
+#include "risk/FitMeasuring.h"
+#include "risk/FitSubject.h"
+#include "risk/RatioPanels.h"
+
+namespace metrisk {
+
+void ValidateAndFit(Session& session) noexcept {
+    Analysis& r = session.record;
+    r.AbortFlag = false;
+    const bool both = r.ComputeScope == "Both";
+    const bool subject = both || r.ComputeScope == "SU";
+    const bool measuring = both || r.ComputeScope == "MTE";
+    if (r.ComputeNeeded) {
+        if (both) CheckDataPresent(session);
+        if (r.AbortFlag) return;
+        if (subject) ValidateSubject(session);
+        if (r.AbortFlag) return;
+        if (measuring) ValidateMeasuring(session);
+        if (r.AbortFlag) return;
+    }
+    r.ComputeNeeded = false;
+    if (measuring) FitMeasuringParameter(session, r.MTE_PctInTol, r.MTE_Sigma);
+    const bool measuringFailed = r.AbortFlag;
+    if (subject && !measuringFailed) FitSubjectParameter(session, r.SU_PctInTol, r.SU_Sigma);
+    UpdateRatioPanels(session);
+}
+
+} // namespace metrisk
