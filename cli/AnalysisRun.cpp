@@ -1,7 +1,8 @@
 #include "cli/AnalysisRun.h"
 
-#include "persistence/AnalysisFile.h"
+#include "model/Message.h"
 #include "persistence/ClearAnalysis.h"
+#include "persistence/OpenAnalysis.h"
 
 #include <filesystem>
 
@@ -18,21 +19,22 @@ Workplace::Workplace(const std::string& settingsPath)
 
 bool AnalysisRun::open(const std::string& path) {
     record = workplace_.newAnalysis;
-    record.AnalysisFileName = path;
-    record.AbortFlag = false;
-    ReadAnalysis(session, path);
-    return !record.AbortFlag;
+    const ReadOutcome outcome = OpenAnalysis(session, path);
+    if (outcome.fault == ReadFault::None) return true;
+    notes_ += diagnosticLine(path, causeOf(outcome));
+    return false;
 }
 
 bool AnalysisRun::save(const std::string& path) {
-    record.AbortFlag = false;
-    WriteAnalysis(session, NormalizeAnalysisName(path));
-    return !record.AbortFlag;
+    const std::string target = NormalizeAnalysisName(path);
+    WriteAnalysis(session, target);
+    if (record.AbortFlag) return false;
+    if (target != path) notes_ += diagnosticLine(path, "saved as " + target);
+    return true;
 }
 
-bool saveWouldReplace(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(NormalizeAnalysisName(path), ignored);
+std::string AnalysisRun::diagnostics(const std::string& name) const {
+    return diagnosticLines(name, ui.messages()) + notes_;
 }
 
 } // namespace metrisk::cli

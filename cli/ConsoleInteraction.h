@@ -9,16 +9,17 @@
 namespace metrisk::cli {
 
 /// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No").
-struct Message {
+struct Told {
     std::string title;
     std::string text;
     std::string answer;
+    bool asked; // there was a choice of answers
 };
 
 class ConsoleInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
-    const std::vector<Message>& messages() const { return messages_; }
+    const std::vector<Told>& messages() const { return messages_; }
 
     Answer show(const Box& box) override;
     void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
@@ -32,7 +33,7 @@ class ConsoleInteraction final : public Interaction {
     void beep() override {}
 
   private:
-    std::vector<Message> messages_;
+    std::vector<Told> messages_;
 };
 
 } // namespace metrisk::cli

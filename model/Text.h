@@ -16,6 +16,9 @@ std::string_view withoutOuterBlanks(std::string_view text);
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 std::size_t countCharacters(std::string_view text);
 
+/// Without the mark that some programs put before UTF-8.
+std::string_view withoutByteOrderMark(std::string_view text);
+
 bool isValidUtf8(std::string_view text);
 
 /// The text as UTF-8: unchanged if it is that already, else taken as Windows-1252.

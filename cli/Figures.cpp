@@ -1,0 +1,17 @@
+#include "cli/Figures.h"
+
+#include "model/RiskText.h"
+#include "model/Text.h"
+
+#include <cmath>
+
+namespace metrisk::cli {
+
+std::string riskCell(double fraction, std::string (*picture)(std::string_view units)) {
+    if (std::isnan(fraction)) return "not computed";
+    const ShownRisk shown = shownRisk(notNegative(fraction));
+    const std::string number = riskText(shown, picture(shown.units), {});
+    return std::string(withoutOuterBlanks(number)) + " " + shown.units;
+}
+
+} // namespace metrisk::cli
