@@ -1,16 +1,14 @@
 #include "model/Validation.h"
 
 #include "model/Session.h"
+#include "model/Symmetry.h"
 
-#include <cmath>
 #include <initializer_list>
 #include <string>
 
 namespace metrisk {
 
 namespace {
-
-constexpr double sameOffset = 1e-13;
 
 namespace title {
 constexpr const char* insufficient = "Insufficient Data Available";
@@ -70,10 +68,6 @@ bool allZero(std::initializer_list<double> values) {
 
 bool subjectEmpty(const Analysis& r) {
     return allZero({r.SU_Mode, r.SU_UpperLimit, r.SU_LowerLimit, r.SU_PctInTol});
-}
-
-bool hasEqualOffsets(const Analysis& r) {
-    return r.OptTwoSided && std::fabs(r.SU_UpperOffset - r.SU_LowerOffset) < sameOffset;
 }
 
 struct Failure {
@@ -186,7 +180,7 @@ void ValidateSubject(Session& session) {
     const bool hundred = r.SU_PctInTol == 100;
     if (!r.Ack100Pct && !validationIsQuiet(session)) {
         r.Ack100Pct = true;
-        if (hundred && hasEqualOffsets(r) && !userGoesOn(session, text::hundredPercent)) {
+        if (hundred && isSymmetric(r) && !userGoesOn(session, text::hundredPercent)) {
             r.AbortFlag = true;
             return;
         }
@@ -195,7 +189,7 @@ void ValidateSubject(Session& session) {
         return fail(session, {title::upperLimit, text::notBelowMode, "UpperLimitBox"}, true);
     if (r.SU_LowerLimit > r.SU_Mode && !r.OptSingleUpper)
         return fail(session, {title::lowerLimit, text::notAboveMode, "LowerLimitBox"}, true);
-    if (hundred && !hasEqualOffsets(r))
+    if (hundred && !isSymmetric(r))
         return fail(session, {title::subjectPct, text::hundredOnlySymmetric, "PctInTolBox"}, true);
     if (r.OptTwoSided && r.SU_UpperLimit == r.SU_Mode && r.SU_LowerLimit == r.SU_Mode)
         return fail(session, {title::subjectTolerance, text::limitsOnMode, "UpperLimitBox"}, !entering);
