@@ -211,6 +211,26 @@ TEST(AnalysisFile, NumbersHaveTheirShortForm) {
     }
 }
 
+TEST(AnalysisFile, AQuoteBecomesADoublePrimeWhereverItComesFrom) {
+    TestSession t;
+    t.settings.values[{"ReportFormat", "Submitter"}] = "J. \"Jo\" Doe";
+    t.settings.values[{"ErrorSourceNames", "Ancillary"}] = "12\" rule";
+    t.settings.values[{"BaselineDefaults", "UserOption"}] = "\"";
+    ClearAnalysis(t.session);
+    EXPECT_EQ(t.record.Submitter, "J. ″Jo″ Doe");
+    EXPECT_EQ(t.record.ErrorSourceName[5], "12″ rule");
+    EXPECT_EQ(t.record.UserOption, "″");
+    ReadAnalysisText(t.session, goldenWith(5, "half \" inch"), "a.mrk");
+    EXPECT_EQ(t.record.SU_Manufacturer, "half ″ inch");
+    t.record.SU_ModelNumber = "3/4\"";
+    t.record.Organization = std::string(60, '"');
+    TestSession again;
+    ReadAnalysisText(again.session, AnalysisText(t.record), "a.mrk");
+    EXPECT_EQ(again.record.SU_Manufacturer, "half ″ inch");
+    EXPECT_EQ(again.record.SU_ModelNumber, "3/4″");
+    EXPECT_EQ(again.record.Organization.substr(0, 6), "″″");
+}
+
 TEST(AnalysisFile, AnUnnamedOldRowIsCalledStressResponse) {
     TestSession test;
     ReadAnalysisText(test.session, goldenWith(97, "\"  \""), "a.mrk");
