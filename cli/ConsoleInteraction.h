@@ -4,6 +4,7 @@
 #include "model/Interaction.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace metrisk::cli {
@@ -19,6 +20,9 @@ class ConsoleInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
     const std::vector<Message>& messages() const { return messages_; }
+
+    /// Adds what the window tells in its status line.
+    void note(Message message) { messages_.push_back(std::move(message)); }
 
     Answer show(const Box& box) override;
     void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;

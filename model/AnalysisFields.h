@@ -338,6 +338,7 @@ void visitSessionState(Record& record, Visitor& visit) {
     METRISK_FIELD(GuardbandsUnchanged);
     METRISK_FIELD(BaselineUnchanged);
     METRISK_FIELD(BaselineComputed);
+    METRISK_FIELD(LimitsReformed);
     METRISK_FIELD(LoadInProgress);
     METRISK_FIELD(ObservedWorksheetOpen);
     METRISK_FIELD(UncertaintyWorksheetOpen);
