@@ -9,6 +9,7 @@
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
+#include "risk/EquivalentRatio.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,6 +81,10 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
     line.add("FalseRejectUnits", r.FalseRejectUnits);
     line.add("EqAccRat", r.EqAccRat);
     line.add("EqAccRatDen", r.EqAccRatDen);
+    if (status == allDone && r.ComputeEqRatio)
+        line.add("EqAccRatAttained", ratioAttained(r.EqAccRat));
+    else
+        line.addNull("EqAccRatAttained");
     line.add("FalseAcceptOption", r.FalseAcceptOption);
     return line.text();
 }
@@ -88,6 +93,11 @@ std::string tableRow(const char* label, const std::string& value) {
     std::string row = "  " + std::string(label);
     row.resize(30, ' ');
     return row + value + "\n";
+}
+
+std::string ratioText(const Analysis& r, const Regional& regional) {
+    const std::string ratio = FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen;
+    return ratioAttained(r.EqAccRat) ? ratio : ratio + ", no such ratio";
 }
 
 std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
@@ -107,9 +117,7 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
         table += tableRow("False accept risk", riskText(figures.falseAccept, riskPicture));
         table += tableRow("False reject risk", riskText(figures.falseReject, riskPicture));
-        table += tableRow("Equivalent accuracy ratio",
-                          ratioFound ? FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen
-                                     : "not computed");
+        table += tableRow("Equivalent accuracy ratio", ratioFound ? ratioText(r, regional) : "not computed");
     }
     table += tableRow("Baseline false accept risk", riskText(figures.baselineFalseAccept, baselinePicture));
     table += tableRow("Baseline false reject risk", riskText(figures.baselineFalseReject, baselinePicture));

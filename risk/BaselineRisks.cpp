@@ -1,5 +1,6 @@
 #include "risk/BaselineRisks.h"
 
+#include "model/DisplayRule.h"
 #include "model/Session.h"
 #include "numerics/AcceptanceIntegral.h"
 #include "numerics/Real.h"
@@ -12,8 +13,6 @@
 namespace metrisk {
 
 namespace {
-
-constexpr const char* baselineUnrealisticText = "Unable to compute risks.  Baseline may be unrealistic.";
 
 bool isProbability(double p) {
     return p > 0 && p < 1;
@@ -57,8 +56,8 @@ bool ComputeBaselineRisks(Session& session, double ratio, double subjectInTol, d
         const BaselineModel::Probabilities p = BaselineModel(subjectInTol, measuringInTol).at(ratio);
         if (p.joint == 0 || p.inTolerance == 0) return report(baselineUnrealisticText, computeFailedTitle);
         const double accept = baselineFalseAccept(p, session.record.FalseAcceptOption);
-        falseReject = p.inTolerance - p.joint;
-        falseAccept = accept;
+        falseReject = notNegative(p.inTolerance - p.joint);
+        falseAccept = notNegative(accept);
         return true;
     } catch (const RuntimeFault&) {
         return report(integrationErrorText, integrationErrorTitle);

@@ -5,9 +5,12 @@ namespace metrisk {
 
 struct Session;
 
+inline constexpr const char* baselineUnrealisticText =
+    "Unable to compute risks.  Baseline may be unrealistic.";
+
 /// `ratio` is the accuracy ratio, both in-tolerance figures are fractions strictly between 0 and 1.
-/// The risks are fractions, under the record's false accept option. On a figure out of range or a
-/// failure the outputs are unchanged and false is returned; a result of 0 probability shows a message
+/// The risks are fractions, under the record's false accept option, never negative. On a figure out of range
+/// or a failure the outputs are unchanged and false is returned; a result of 0 probability shows a message
 /// unless `quiet`. AbortFlag is left clear.
 bool ComputeBaselineRisks(Session& session, double ratio, double subjectInTol, double measuringInTol,
                           double& falseAccept, double& falseReject, bool quiet = false) noexcept;

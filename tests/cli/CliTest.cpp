@@ -107,6 +107,7 @@ TEST_F(Cli, JsonHasTheKeysInOrderAndSeventeenDigits) {
                                                "FalseRejectUnits",
                                                "EqAccRat",
                                                "EqAccRatDen",
+                                               "EqAccRatAttained",
                                                "FalseAcceptOption"};
     EXPECT_EQ(keys, expected);
     EXPECT_NE(one.out.find("\"MTE_kFactor\":1.959963984540"), std::string::npos) << one.out;
