@@ -28,7 +28,7 @@ struct SessionState {
     Flag GuardbandsUnchanged;
     Flag BaselineUnchanged;
     Flag BaselineComputed;
-    Flag LimitsReformed;   // the file's limits contradicted its mode and offsets, which won
+    Flag LimitsReformed; // the file's limits contradicted its mode and offsets, which won
     Flag LoadInProgress; // no boxes for missing data, no focus moves
     Flag ObservedWorksheetOpen;
     Flag UncertaintyWorksheetOpen;
@@ -47,6 +47,13 @@ struct SessionState {
     Flag Ack100Pct;
     Flag AckPhysLimitLow;
     Flag AckPhysLimitHigh;
+
+    /// An entry has changed.
+    void markChanged() { ComputeNeeded = FileChanged = true; }
+    void markChanged(const char* scope) {
+        ComputeScope = scope;
+        markChanged();
+    }
 
     // Never set in ordinary use: the pipeline without a progress screen, and a forced compute.
     Flag DirectCompute;

@@ -1,8 +1,7 @@
 #include "risk/BaselineScreen.h"
 
-#include "model/DisplayRule.h"
 #include "model/NumberText.h"
-#include "model/Questions.h"
+#include "model/RiskText.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
@@ -17,29 +16,26 @@ namespace {
 
 constexpr const char* ratioPicture = "###,##0.00";
 constexpr const char* pctPicture = "##0.0000";
-constexpr const char* ratioText = "Accuracy Ratio Entry must be greater than Zero";
-constexpr const char* ratioTitle = "Baseline Accuracy Ratio";
+constexpr Message noRatio{ratioTooLowText, "Baseline Accuracy Ratio"};
 constexpr const char* pctText = "In Tolerance Percent must be greater than Zero";
-constexpr const char* measuringPctTitle = "Baseline MTE Parameter % In-Tolerance";
-constexpr const char* subjectPctTitle = "Baseline Subject Parameter % In-Tolerance";
-constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
-constexpr const char* measuringRangeTitle = "Inappropriate MTE % In-tolerance";
-constexpr const char* subjectRangeTitle = "Inappropriate Subject Parameter % In-tolerance";
-constexpr const char* defaultKeyTitle = "Default Baseline Procedure";
-constexpr const char* defaultKeyText =
-    "To change the default baseline, enter changes in the analysis baseline and "
-    "click 'Set default baseline.'";
-constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
-constexpr const char* usedDefaultText = "By using the default baseline, you have changed\n"
-                                        "the current False Accept option.  This will\n"
-                                        "necessitate recomputing the false accept risk and\n"
-                                        "equivalent accuracy ratio.  Continue?";
-constexpr const char* storedDefaultText = "You have changed the default baseline False\n"
-                                          "Accept Option.\n"
-                                          "Continuing will not only store the default baseline\n"
-                                          "value, but may also change the main system False\n"
-                                          "Accept Option.";
-constexpr const char* belowOneText = " < 1";
+constexpr Message noMeasuringPct{pctText, "Baseline MTE Parameter % In-Tolerance"};
+constexpr Message noSubjectPct{pctText, "Baseline Subject Parameter % In-Tolerance"};
+constexpr Message measuringPctRange{pctRangeText, "Inappropriate MTE % In-tolerance"};
+constexpr Message subjectPctRange{pctRangeText, "Inappropriate Subject Parameter % In-tolerance"};
+constexpr Message defaultKey{"To change the default baseline, enter changes in the analysis baseline and "
+                             "click 'Set default baseline.'",
+                             "Default Baseline Procedure", BoxIcon::Information};
+constexpr Question usedDefault{"By using the default baseline, you have changed\n"
+                               "the current False Accept option.  This will\n"
+                               "necessitate recomputing the false accept risk and\n"
+                               "equivalent accuracy ratio.  Continue?",
+                               optionChangeTitle, BoxButtons::OkCancel, Answer::Cancel};
+constexpr Question storedDefault{"You have changed the default baseline False\n"
+                                 "Accept Option.\n"
+                                 "Continuing will not only store the default baseline\n"
+                                 "value, but may also change the main system False\n"
+                                 "Accept Option.",
+                                 optionChangeTitle, BoxButtons::YesNo, Answer::No};
 constexpr const char* boxNames[] = {"BaseAccRat1", "BaseAccRat2", "BaselinePctInTol1", "BaselinePctInTol2"};
 
 // ANSI/NCSL Z540.3: 4 : 1, a subject parameter of 85 %, and the measuring figure by convention.
@@ -51,9 +47,8 @@ const char* optionCaption(int option) {
     return option == 1 ? "Producer Option" : "Consumer Option";
 }
 
-std::string riskText(double value, const std::string& units, const Regional& regional) {
-    if (units == ppmUnits && value < 1) return belowOneText;
-    return FormatNumber(value, baselinePicture(units), regional);
+std::string figureText(const ShownRisk& risk, const Regional& regional) {
+    return riskText(risk, baselinePicture(risk.units), regional);
 }
 
 BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption, const Regional& regional) {
@@ -62,8 +57,8 @@ BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption
     side.AccRat2 = FormatNumber(b.Base_AccRatDen, ratioPicture, regional);
     side.PctInTol1 = FormatNumber(b.Base_MTEPctInTol, pctPicture, regional);
     side.PctInTol2 = FormatNumber(b.Base_SUPctInTol, pctPicture, regional);
-    side.FalseAccept = riskText(b.Base_FalseAccept, b.Base_AcceptUnits, regional);
-    side.FalseReject = riskText(b.Base_FalseReject, b.Base_RejectUnits, regional);
+    side.FalseAccept = figureText({b.Base_FalseAccept, b.Base_AcceptUnits}, regional);
+    side.FalseReject = figureText({b.Base_FalseReject, b.Base_RejectUnits}, regional);
     side.FalseAcceptRiskUnits = b.Base_AcceptUnits;
     side.FalseRejectRiskUnits = b.Base_RejectUnits;
     side.falseAccept = b.Base_FalseAccept;
@@ -77,38 +72,12 @@ BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption
 } // namespace
 
 BaselineScreen::BaselineScreen(Session& session)
-    : session_(session), kept_(keep(session.record)),
-      storedOption_(ReadFalseAcceptConvention(session.settings)) {
+    : session_(session), kept_(session.record), storedOption_(ReadFalseAcceptConvention(session.settings)) {
     const Analysis& r = session.record;
     analysis = sideOf(r, r.FalseAcceptOption, r.UserOption, session.regional);
     const BaselineDefaults stored = ReadBaselineDefaults(session.settings, r.Base_EqRatioTarget);
     defaults = sideOf(stored.figures, stored.FalseAcceptOption, stored.UserOption, session.regional);
     opened_ = analysis;
-}
-
-BaselineScreen::Kept BaselineScreen::keep(const Analysis& r) {
-    return {r.FalseAcceptRisk,  r.FalseRejectRisk,  r.EqAccRat,     r.FalseAcceptUnits,  r.FalseRejectUnits,
-            r.EqAccRatDen,      r.RisksNeedCompute, r.FileChanged,  r.IncludeGuardbands, r.GuardbandsChanged,
-            r.GB_EqAccRatValid, r.GB_RisksStale,    r.GB_MainStale, r.BaselineComputed,  r.FalseAcceptOption};
-}
-
-void BaselineScreen::restore() {
-    Analysis& r = session_.record;
-    r.FalseAcceptRisk = kept_.FalseAcceptRisk;
-    r.FalseAcceptUnits = kept_.FalseAcceptUnits;
-    r.FalseRejectRisk = kept_.FalseRejectRisk;
-    r.FalseRejectUnits = kept_.FalseRejectUnits;
-    r.EqAccRat = kept_.EqAccRat;
-    r.EqAccRatDen = kept_.EqAccRatDen;
-    r.RisksNeedCompute = kept_.RisksNeedCompute;
-    r.FileChanged = kept_.FileChanged;
-    r.FalseAcceptOption = kept_.FalseAcceptOption;
-    r.IncludeGuardbands = kept_.IncludeGuardbands;
-    r.GuardbandsChanged = kept_.GuardbandsChanged;
-    r.GB_EqAccRatValid = kept_.GB_EqAccRatValid;
-    r.GB_RisksStale = kept_.GB_RisksStale;
-    r.GB_MainStale = kept_.GB_MainStale;
-    r.BaselineComputed = kept_.BaselineComputed;
 }
 
 double BaselineScreen::valueOf(const std::string& text) const {
@@ -124,11 +93,6 @@ std::string& BaselineScreen::textOf(BaselineBox box) {
     }
 }
 
-void BaselineScreen::refuse(const char* boxTitle, const char* text, const char* box) {
-    session_.ui.show({.text = text, .title = boxTitle, .icon = BoxIcon::Exclamation});
-    if (box) session_.ui.focus(box, true);
-}
-
 FieldResult BaselineScreen::lostFocus(BaselineBox box, const std::string& text) {
     std::string& shown = textOf(box);
     if (boxesLocked() || text == shown) return {false, shown};
@@ -138,16 +102,15 @@ FieldResult BaselineScreen::lostFocus(BaselineBox box, const std::string& text) 
     // What counts is the figure as it will be read back.
     const double value = valueOf(rewritten);
     if (!isRatio && !(value > 0 && value < 100)) {
-        refuse(box == BaselineBox::BaselinePctInTol1 ? measuringRangeTitle : subjectRangeTitle, pctRangeText,
-               nullptr);
-        return {true, text};
+        const bool measuring = box == BaselineBox::BaselinePctInTol1;
+        return refuseEntry(session_.ui, measuring ? measuringPctRange : subjectPctRange, text);
     }
     shown = std::move(rewritten);
     return {false, shown};
 }
 
 void BaselineScreen::defaultKeyPressed() {
-    session_.ui.show({.text = defaultKeyText, .title = defaultKeyTitle});
+    tell(session_.ui, defaultKey);
 }
 
 void BaselineScreen::setZ540Figures() {
@@ -174,13 +137,10 @@ bool BaselineScreen::validate() {
     for (const BaselineBox box : {BaselineBox::BaseAccRat1, BaselineBox::BaseAccRat2,
                                   BaselineBox::BaselinePctInTol1, BaselineBox::BaselinePctInTol2}) {
         if (valueOf(textOf(box)) > 0) continue;
-        const char* name = boxNames[static_cast<int>(box)];
-        if (box == BaselineBox::BaselinePctInTol1)
-            refuse(measuringPctTitle, pctText, name);
-        else if (box == BaselineBox::BaselinePctInTol2)
-            refuse(subjectPctTitle, pctText, name);
-        else
-            refuse(ratioTitle, ratioText, name);
+        tell(session_.ui, box == BaselineBox::BaselinePctInTol1   ? noMeasuringPct
+                          : box == BaselineBox::BaselinePctInTol2 ? noSubjectPct
+                                                                  : noRatio);
+        session_.ui.focus(boxNames[static_cast<int>(box)], true);
         return false;
     }
     return true;
@@ -211,8 +171,8 @@ void BaselineScreen::showRisks(double falseAccept, double falseReject) {
     analysis.falseReject = reject.value;
     analysis.FalseAcceptRiskUnits = accept.units;
     analysis.FalseRejectRiskUnits = reject.units;
-    analysis.FalseAccept = riskText(accept.value, accept.units, session_.regional);
-    analysis.FalseReject = riskText(reject.value, reject.units, session_.regional);
+    analysis.FalseAccept = figureText(accept, session_.regional);
+    analysis.FalseReject = figureText(reject, session_.regional);
     session_.record.BaselineComputed = true;
 }
 
@@ -258,9 +218,9 @@ bool BaselineScreen::changed() const {
 
 bool BaselineScreen::mnu_Exit() {
     if (!changed()) return true;
-    switch (askRetainChanges(session_.ui)) {
+    switch (ask(session_.ui, retainChanges)) {
     case Answer::Yes: return cmd_OK();
-    case Answer::No: restore(); return true;
+    case Answer::No: kept_.restore(session_.record); return true;
     default: return false;
     }
 }
@@ -285,20 +245,12 @@ bool BaselineScreen::confirmUsedDefault() {
     const Analysis& r = session_.record;
     const bool hasRisks = r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
     if (!defaultUsed_ || defaults.falseAcceptOption == r.FalseAcceptOption || !hasRisks) return true;
-    return session_.ui.show({.text = usedDefaultText,
-                             .title = optionChangeTitle,
-                             .icon = BoxIcon::Question,
-                             .buttons = BoxButtons::OkCancel,
-                             .unattended = Answer::Cancel}) == Answer::Ok;
+    return ask(session_.ui, usedDefault) == Answer::Ok;
 }
 
 bool BaselineScreen::confirmStoredDefault() {
     if (!storeDefault_ || defaults.falseAcceptOption == storedOption_) return true;
-    return session_.ui.show({.text = storedDefaultText,
-                             .title = optionChangeTitle,
-                             .icon = BoxIcon::Question,
-                             .buttons = BoxButtons::YesNo,
-                             .unattended = Answer::No}) == Answer::Yes;
+    return ask(session_.ui, storedDefault) == Answer::Yes;
 }
 
 BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {

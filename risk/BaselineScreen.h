@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/FieldResult.h"
+#include "model/KeptFields.h"
 #include "risk/FalseAcceptScreen.h"
 
 #include <functional>
@@ -10,8 +11,10 @@
 namespace metrisk {
 
 struct Session;
-struct Analysis;
 struct BaselineDefaults;
+
+/// Title over a change that reaches the false accept option.
+inline constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
 
 /// The texts of one side. Its controls are the members' names behind "Base" (BaselinePctInTol1,
 /// FalseAcceptRiskUnits) on the analysis side and behind "Def" on the default side.
@@ -85,13 +88,12 @@ class BaselineScreen {
 
   private:
     /// What leaving without retaining puts back.
-    struct Kept {
-        double FalseAcceptRisk, FalseRejectRisk, EqAccRat;
-        std::string FalseAcceptUnits, FalseRejectUnits, EqAccRatDen;
-        bool RisksNeedCompute, FileChanged, IncludeGuardbands, GuardbandsChanged, GB_EqAccRatValid,
-            GB_RisksStale, GB_MainStale, BaselineComputed;
-        int FalseAcceptOption;
-    };
+    using Kept =
+        KeptFields<&Analysis::FalseAcceptRisk, &Analysis::FalseRejectRisk, &Analysis::EqAccRat,
+                   &Analysis::FalseAcceptUnits, &Analysis::FalseRejectUnits, &Analysis::EqAccRatDen,
+                   &Analysis::RisksNeedCompute, &Analysis::FileChanged, &Analysis::IncludeGuardbands,
+                   &Analysis::GuardbandsChanged, &Analysis::GB_EqAccRatValid, &Analysis::GB_RisksStale,
+                   &Analysis::GB_MainStale, &Analysis::BaselineComputed, &Analysis::FalseAcceptOption>;
 
     Session& session_;
     Kept kept_;
@@ -100,13 +102,10 @@ class BaselineScreen {
     bool storeDefault_ = false;
     bool defaultUsed_ = false;
 
-    static Kept keep(const Analysis& record);
-    void restore();
     double valueOf(const std::string& text) const;
     BaselineDefaults figuresOf(const BaselineSide& side) const;
     std::string& textOf(BaselineBox box);
     bool validate();
-    void refuse(const char* boxTitle, const char* text, const char* box);
     void setZ540Figures();
     void showRisks(double falseAccept, double falseReject);
     bool confirmUsedDefault();

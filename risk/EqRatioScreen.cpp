@@ -1,6 +1,6 @@
 #include "risk/EqRatioScreen.h"
 
-#include "model/Questions.h"
+#include "model/Message.h"
 #include "model/Session.h"
 
 namespace metrisk {
@@ -27,7 +27,7 @@ void EqRatioScreen::ok() {
 
 bool EqRatioScreen::cancel() {
     if (!changed()) return true;
-    switch (askRetainChanges(session_.ui)) {
+    switch (ask(session_.ui, retainChanges)) {
     case Answer::Yes: ok(); return true;
     case Answer::Cancel: return false;
     default: return true;

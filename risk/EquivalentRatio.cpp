@@ -2,11 +2,11 @@
 
 #include "model/NumberText.h"
 #include "model/Session.h"
-#include "numerics/AcceptanceIntegral.h"
+#include "model/SubjectSide.h"
 #include "numerics/Real.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputingScreen.h"
-#include "risk/Risks.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 #include <numbers>
@@ -116,7 +116,7 @@ bool ratioAttained(double ratio) {
 
 double ratioTolerance(const Analysis& r) {
     if (r.OptTwoSided) return (r.SU_LowerOffset + r.SU_UpperOffset) / 2;
-    return r.OptSingleUpper ? r.SU_UpperOffset : r.SU_LowerOffset;
+    return r.*presentSide(r).offset;
 }
 
 double searchMeter(double error, double tolerance) {
@@ -145,9 +145,9 @@ void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targ
                           double targetFalseReject, double& ratio, bool& failed) noexcept {
     Analysis& r = session.record;
     failed = false;
-    const auto tell = [&](const char* text, const char* title) {
+    const auto fail = [&](const Message& message) {
         r.AbortFlag = true;
-        session.ui.show({.text = text, .title = title, .icon = BoxIcon::Exclamation});
+        tell(session.ui, message);
     };
     try {
         if (!(r.MTE_Offset > 0)) return;
@@ -159,9 +159,9 @@ void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targ
         session.ui.updateComputing(screen);
         RatioSearch(session, screen, targetFalseAccept, targetFalseReject).run(ratio, failed);
     } catch (const NoBaseline&) {
-        tell(baselineUnrealisticText, computeFailedTitle);
+        fail(baselineUnrealistic);
     } catch (const RuntimeFault&) {
-        tell(integrationErrorText, integrationErrorTitle);
+        fail(integrationFault);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "shell/CommandGate.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
 #include "risk/ValidateAndFit.h"
 
@@ -7,8 +8,7 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* noDataTitle = "No Data Available";
-constexpr const char* noDataText = "No data to plot.";
+constexpr Message noData{"No data to plot.", "No Data Available", BoxIcon::Information};
 
 bool hasSubjectData(const Analysis& r) {
     return r.SU_Mode != 0 || r.SU_UpperLimit != 0 || r.SU_LowerLimit != 0 || r.SU_PctInTol != 0;
@@ -24,7 +24,7 @@ bool commandMayRun(Session& session, GatedCommand command) {
     Analysis& r = session.record;
     const bool subjectOnly = command == GatedCommand::SubjectPlot;
     if (command != GatedCommand::Print && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
-        session.ui.show({.text = noDataText, .title = noDataTitle});
+        tell(session.ui, noData);
         return false;
     }
     r.ComputeScope = subjectOnly ? "SU" : "Both";

@@ -3,12 +3,7 @@
 
 #include "shell/mainscreen/MainDisplay.h"
 
-#include <string>
-
 namespace metrisk {
-
-/// "NUMBER UNITS"; without units, or without a number, no blank.
-std::string withUnits(std::string number, const std::string& units);
 
 /// pnl_SUUpper, UpperLimitBox, pnl_SULower, LowerLimitBox.
 void showLimitRows(ScreenState& screen, const Session& session);

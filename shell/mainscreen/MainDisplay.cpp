@@ -1,8 +1,10 @@
 #include "shell/mainscreen/MainDisplay.h"
 
-#include "model/DisplayRule.h"
 #include "model/NumberText.h"
+#include "model/RelativeUnits.h"
+#include "model/RiskText.h"
 #include "model/Session.h"
+#include "model/ToleranceUnits.h"
 #include "risk/RatioPanels.h"
 #include "shell/mainscreen/LimitRows.h"
 #include "shell/mainscreen/MeasuringRow.h"
@@ -13,7 +15,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* belowOneText = " < 1";
 constexpr const char* product = "Metrisk";
 constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* baselineRatioPicture = "##0.00";
@@ -69,10 +70,10 @@ void showRisks(ScreenState& screen, const Session& session) {
     screen["Heading_1"] =
         shown(producer ? "    BASELINE RISKS (Producer Option)" : "    BASELINE RISKS (Consumer Option)");
     screen["AcceptRisk"] =
-        shown(riskBoxText(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt, session));
+        shown(riskText({r.FalseAcceptRisk, r.FalseAcceptUnits}, r.FalseAccept_fmt, regional));
     screen["AcceptUnits"] = shown(r.FalseAcceptUnits);
     screen["RejectRisk"] =
-        shown(riskBoxText(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt, session));
+        shown(riskText({r.FalseRejectRisk, r.FalseRejectUnits}, r.FalseReject_fmt, regional));
     screen["RejectUnits"] = shown(r.FalseRejectUnits);
     screen["AccRatEquivalent1Box"] = shown(FormatNumber(r.EqAccRat, ratioPicture, regional));
     screen["AccRatEquivalent2Box"] = shown(
@@ -82,7 +83,7 @@ void showRisks(ScreenState& screen, const Session& session) {
     screen["pnl_RiskLabel_1"].emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
 
     const auto baselineText = [&](double value, const std::string& units) {
-        return riskBoxText(value, units, units == ppmUnits ? "##0.0" : "##0.0000", session);
+        return riskText({value, units}, units == ppmUnits ? "##0.0" : "##0.0000", regional);
     };
     screen["BaseAcceptRisk"] = shown(baselineText(r.Base_FalseAccept, r.Base_AcceptUnits));
     screen["BaseAcceptUnits"] = shown(r.Base_AcceptUnits);
@@ -94,10 +95,10 @@ void showRisks(ScreenState& screen, const Session& session) {
 
 void showOptions(ScreenState& screen, const Session& session) {
     const Analysis& r = session.record;
-    const double process = r.ProcessUncertainty * (r.MTE_TolUnitsFactor == 0 ? 1 : r.MTE_TolUnitsFactor);
-    screen["pnl_ProcessUncertainty"] =
-        shown(withUnits(FormatNumber(process, WidenPicture(process, processPicture), session.regional),
-                        r.MTE_ToleranceUnits));
+    const ToleranceUnits units = measuringUnits(r);
+    const double process = units.shown(r.ProcessUncertainty);
+    screen["pnl_ProcessUncertainty"] = shown(withUnits(
+        FormatNumber(process, WidenPicture(process, processPicture), session.regional), units.name));
     screen["chk_IncludeUncertainty"] = tick(r.IncludeUncertainty);
     const RatioPanels ratios = ratioPanels(session);
     screen["pnl_UncRatio"] = shown(ratios.pnl_UncRatio);
@@ -105,12 +106,6 @@ void showOptions(ScreenState& screen, const Session& session) {
 }
 
 } // namespace
-
-std::string riskBoxText(double value, std::string_view units, std::string_view picture,
-                        const Session& session) {
-    if (units == ppmUnits && value < 1) return belowOneText;
-    return FormatNumber(value, picture, session.regional);
-}
 
 std::string mainCaption(const Session& session) {
     return session.record.AnalysisFileName + " - " + product;

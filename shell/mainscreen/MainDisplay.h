@@ -29,8 +29,4 @@ ScreenState mainDisplay(const Session& session, bool guardbandsAsLimits = false)
 /// "NAME - Metrisk".
 std::string mainCaption(const Session& session);
 
-/// The value in its picture; a ppm value below 1 is " < 1".
-std::string riskBoxText(double value, std::string_view units, std::string_view picture,
-                        const Session& session);
-
 } // namespace metrisk

@@ -1,10 +1,10 @@
 #include "shell/mainscreen/MainScreen.h"
 
-#include "model/NumberText.h"
+#include "model/FlagGuard.h"
 #include "model/Session.h"
+#include "model/SubjectSide.h"
 #include "numerics/Real.h"
 #include "risk/Snapshot.h"
-#include "shell/mainscreen/EntryGuard.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/MainDisplay.h"
 
@@ -26,12 +26,12 @@ const BoxRule boxRules[] = {
     {"ModeBox", commitMode, true},
     {"UpperLimitBox",
      [](Session& s, const std::string& text, const std::string& last) {
-         return commitLimit(s, LimitRow::Upper, text, last);
+         return commitLimit(s, upperSide, text, last);
      },
      true},
     {"LowerLimitBox",
      [](Session& s, const std::string& text, const std::string& last) {
-         return commitLimit(s, LimitRow::Lower, text, last);
+         return commitLimit(s, lowerSide, text, last);
      },
      true},
     {"PctInTolBox",
@@ -56,9 +56,7 @@ const BoxRule* ruleOf(std::string_view box) {
 
 } // namespace
 
-MainScreen::MainScreen(Session& session) : session_(session) {
-    TakeSavedCopy();
-}
+MainScreen::MainScreen(Session& session) : session_(session), saved_(session.record) {}
 
 void MainScreen::gotFocus(std::string_view box, std::string text) {
     lastTexts_.insert_or_assign(std::string(box), std::move(text));
@@ -94,7 +92,7 @@ FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text)
     if (!rule || session_.record.EntryBoxChanged) return {false, text};
 
     const Analysis before = session_.record;
-    const EntryGuard entering(session_);
+    const FlagGuard entering(session_.record.EntryBoxChanged);
     session_.record.AbortFlag = false;
     FieldResult result;
     try {
@@ -114,11 +112,11 @@ FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text)
 }
 
 void MainScreen::TakeSavedCopy() {
-    saved_ = savedCopyOf(session_.record);
+    saved_ = SavedCopy(session_.record);
 }
 
 void MainScreen::DetectChanges() {
-    if (differs(saved_, savedCopyOf(session_.record))) session_.record.FileChanged = true;
+    if (saved_.differs(session_.record)) session_.record.FileChanged = true;
 }
 
 void RefreshMainScreen(Session& session) {

@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/ToleranceUnits.h"
 #include "shell/mainscreen/OffsetPictures.h"
 
 namespace metrisk {
@@ -21,10 +22,9 @@ constexpr Labels byUncertainty{"Expanded Uncertainty", "Standard Uncertainty", "
                                "Confidence Level"};
 
 std::string offsetText(double value, const std::string& picture, const Session& session) {
-    const Analysis& r = session.record;
-    const double shown = value * (r.MTE_TolUnitsFactor == 0 ? 1 : r.MTE_TolUnitsFactor);
-    return FormatNumber(shown, WidenPicture(shown, ShownOffsetPicture(picture, r.SU_SigDigits)),
-                        session.regional);
+    const ToleranceUnits units = measuringUnits(session.record);
+    const double shown = units.shown(value);
+    return FormatNumber(shown, WidenPicture(shown, units.shownPicture(picture)), session.regional);
 }
 
 std::string lastBoxText(const Session& session) {
