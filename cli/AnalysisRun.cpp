@@ -8,6 +8,13 @@
 
 namespace metrisk::cli {
 
+namespace {
+
+/// The window says so in its status line.
+constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon::Information};
+
+} // namespace
+
 Workplace::Workplace(const std::string& settingsPath)
     : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {
     ConsoleInteraction ui;
@@ -20,6 +27,7 @@ Workplace::Workplace(const std::string& settingsPath)
 bool AnalysisRun::open(const std::string& path) {
     record = workplace_.newAnalysis;
     const ReadOutcome outcome = OpenAnalysis(session, path);
+    if (record.LimitsReformed) tell(ui, limitsReformed);
     if (outcome.fault == ReadFault::None) return true;
     notes_ += diagnosticLine(path, causeOf(outcome));
     return false;

@@ -10,11 +10,13 @@
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
+#include "risk/EquivalentRatio.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <span>
 
 namespace metrisk::cli {
 
@@ -46,14 +48,16 @@ const char* statusWord(int status) {
     return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
 }
 
-/// Some faults end silently in the window, whose user sees that there are no figures.
-bool reasonGiven(const AnalysisRun& run) {
-    return std::ranges::any_of(run.ui.messages(), [](const Told& message) { return !message.asked; });
+/// Some faults end silently in the window, whose user sees that there are no figures. What the load told
+/// is no reason, nor is a question.
+bool reasonGiven(std::span<const Told> messages) {
+    return std::ranges::any_of(messages, [](const Told& message) { return !message.asked; });
 }
 
 /// Computes afresh, whatever the file holds of earlier computes; false when the analysis is refused.
 bool compute(AnalysisRun& run, Figures& figures) {
     Analysis& r = run.record;
+    const std::size_t told = run.ui.messages().size();
     r.RisksNeedCompute = true;
     r.RisksComputed = false;
     r.SubjectFitValid = false;
@@ -62,7 +66,7 @@ bool compute(AnalysisRun& run, Figures& figures) {
     figures.subjectFitted = r.SubjectFitValid;
     figures.measuringFitted = r.MTE_Sigma > 0;
     if (!r.RisksComputed) {
-        if (!reasonGiven(run)) tell(run.ui, noFiniteRisk);
+        if (!reasonGiven(std::span(run.ui.messages()).subspan(told))) tell(run.ui, noFiniteRisk);
         return false;
     }
     figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
@@ -121,6 +125,7 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
                      {"FalseRejectUnits", given(computed, r.FalseRejectUnits)},
                      {"EqAccRat", given(ratio, r.EqAccRat)},
                      {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
+                     {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
                      {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)}});
 }
 
@@ -128,6 +133,11 @@ std::string tableRow(const char* label, const std::string& value) {
     std::string row = "  " + std::string(label);
     row.resize(30, ' ');
     return row + value + "\n";
+}
+
+std::string ratioText(const Analysis& r, const Regional& regional) {
+    const std::string ratio = FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen;
+    return ratioAttained(r.EqAccRat) ? ratio : ratio + ", no such ratio";
 }
 
 std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
@@ -147,9 +157,7 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
         table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture));
         table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture));
-        table += tableRow("Equivalent accuracy ratio",
-                          ratioFound ? FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen
-                                     : "not computed");
+        table += tableRow("Equivalent accuracy ratio", ratioFound ? ratioText(r, regional) : "not computed");
     }
     table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture));
     table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture));

@@ -71,40 +71,40 @@ bool convertOlderVersion(Session& session) {
     return session.ui.show(box) == Answer::Ok;
 }
 
-/// Raises RuntimeFault where the content is no analysis although it begins like one.
-ReadFault readItems(Session& session, ItemReader& file, std::size_t size) {
+ReadOutcome readContent(Session& session, std::string_view content) {
     Analysis& record = session.record;
-    std::string mark;
-    file.item(mark);
-    if (mark != fileMark) return ReadFault::NotAnAnalysis;
-    float version = 0;
-    file.item(version);
-    if (std::ranges::find(readableVersions, version) == readableVersions.end())
-        return ReadFault::UnknownVersion;
-    file.setVersion(version);
-    if (version == versionWithoutTable && !convertOlderVersion(session)) return ReadFault::Declined;
-    if (size > largestFile) return ReadFault::TooLarge;
+    bool changed = false;
+    ItemReader file(content, [&](LayoutPoint point) { changed |= runLoadStep(session, point); });
+    try {
+        std::string mark;
+        file.item(mark);
+        if (mark != fileMark) return {ReadFault::NotAnAnalysis};
+        float version = 0;
+        file.item(version);
+        if (std::ranges::find(readableVersions, version) == readableVersions.end())
+            return {ReadFault::UnknownVersion};
+        file.setVersion(version);
+        if (version == versionWithoutTable && !convertOlderVersion(session)) return {ReadFault::Declined};
+        if (content.size() > largestFile) return {ReadFault::TooLarge};
 
-    record.Remarks.clear();
-    record.BaselineComputed = false;
-    layoutAnalysis(file, record);
-    finishLoad(session);
-    record.FileChanged = version <= versionWithoutWorksheets;
-    return ReadFault::None;
+        record.Remarks.clear();
+        record.BaselineComputed = false;
+        layoutAnalysis(file, record);
+        changed |= finishLoad(session);
+        record.FileChanged = changed || version <= versionWithoutWorksheets;
+        record.ResultsStale = false;
+        return {};
+    } catch (const RuntimeFault&) {
+        return {ReadFault::Damaged, file.lineNumber()};
+    }
 }
 
-/// Every fault ends here, under the wait pointer; its box comes after it.
+/// Every other fault ends here, under the wait pointer; its box comes after it.
 ReadOutcome tryContent(Session& session, std::string content) noexcept {
     const WaitPointer wait(session.ui);
     try {
         content = toUtf8(std::move(content));
-        const std::string_view text = withoutByteOrderMark(content);
-        ItemReader file(text, [&](LayoutPoint point) { runLoadStep(session, point); });
-        try {
-            return {readItems(session, file, text.size())};
-        } catch (const RuntimeFault&) {
-            return {ReadFault::Damaged, file.lineNumber()};
-        }
+        return readContent(session, withoutByteOrderMark(content));
     } catch (const std::exception&) {
         return {ReadFault::Unreadable};
     }

@@ -165,8 +165,8 @@ bool BaselineScreen::ComputeBaselineResults() {
 }
 
 void BaselineScreen::showRisks(double falseAccept, double falseReject) {
-    const ShownRisk accept = shownRisk(notNegative(falseAccept));
-    const ShownRisk reject = shownRisk(notNegative(falseReject));
+    const ShownRisk accept = shownRisk(falseAccept);
+    const ShownRisk reject = shownRisk(falseReject);
     analysis.falseAccept = accept.value;
     analysis.falseReject = reject.value;
     analysis.FalseAcceptRiskUnits = accept.units;

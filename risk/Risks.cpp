@@ -4,6 +4,7 @@
 #include "numerics/AcceptanceIntegral.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/Normal.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 #include <numbers>
@@ -13,7 +14,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* computingText = "Computing risks...";
-constexpr const char* limitsUnrealisticText = "Unable to compute risks.  Limits may be unrealistic.";
 
 /// The integrand's cut-off, and the standard value at which the normal density has that height.
 constexpr double eps = 1e-14;
@@ -77,13 +77,14 @@ class RiskComputation {
 
     /// Raises RuntimeFault.
     RiskOutcome run(double& falseAccept, double& falseReject) {
-        if (su_.sigma == 0) return RiskOutcome::Unchanged;
+        if (su_.sigma == 0) return RiskOutcome::NoSpread;
         bounds_ = acceptanceBounds(su_, lower_, upper_);
-        if (!bounds_.usable) return RiskOutcome::Unchanged;
+        if (!bounds_.usable) return RiskOutcome::NoSpread;
 
         const AcceptanceIntegral joint = integrate("xy");
         if (joint.outcome == IntegralOutcome::Fault) return failed(RiskOutcome::FailedAndReported);
-        if (joint.outcome == IntegralOutcome::NoScale || joint.value < 0) return RiskOutcome::Unchanged;
+        if (joint.outcome == IntegralOutcome::NoScale) return RiskOutcome::NoSpread;
+        if (joint.value < 0) return RiskOutcome::Negative;
         if (joint.value == 0) {
             r_.SearchAbort = true;
             return failed(RiskOutcome::Failed);
@@ -96,14 +97,14 @@ class RiskComputation {
         } else if (!uniform) {
             const AcceptanceIntegral marginal = integrate("y");
             if (marginal.outcome == IntegralOutcome::Fault) return failed(RiskOutcome::FailedAndReported);
-            if (marginal.outcome == IntegralOutcome::NoScale || marginal.value < 0)
-                return RiskOutcome::Unchanged;
+            if (marginal.outcome == IntegralOutcome::NoScale) return RiskOutcome::NoSpread;
             accepted = marginal.value;
         }
-        if (!uniform && accepted == 0) return refused(guardbandUnrealisticText);
+        if (!uniform && accepted < 0) return RiskOutcome::Negative;
+        if (!uniform && accepted == 0) return refused(guardbandUnrealistic);
 
         const double conforming = inTolerance(su_);
-        if (conforming == 0) return refused(limitsUnrealisticText);
+        if (conforming == 0) return refused(limitsUnrealistic);
 
         const double accept = uniform                     ? 0
                               : r_.FalseAcceptOption == 1 ? accepted - joint.value
@@ -125,8 +126,8 @@ class RiskComputation {
         return outcome;
     }
 
-    RiskOutcome refused(const char* text) {
-        if (shown_) ui_.show({.text = text, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+    RiskOutcome refused(const Message& message) {
+        if (shown_) tell(ui_, message);
         return failed(RiskOutcome::FailedAndReported);
     }
 

@@ -35,6 +35,6 @@ FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::strin
 /// True and stored if the box is one of the texts: identification and measuring units.
 bool commitText(Session& session, std::string_view box, const std::string& text);
 /// The texts' form in the record: a double quote, which the file cannot hold, becomes a double prime.
-std::string withoutQuotes(std::string text);
+std::string entryText(std::string text);
 
 } // namespace metrisk

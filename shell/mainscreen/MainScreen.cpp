@@ -86,7 +86,7 @@ void MainScreen::forgetLastTexts() {
 FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text) noexcept {
     const std::optional<std::string> last = lastText(box);
     if (last == text) return {false, text};
-    if (commitText(session_, box, text)) return {false, withoutQuotes(text)};
+    if (commitText(session_, box, text)) return {false, entryText(text)};
     const BoxRule* rule = ruleOf(box);
     // A message of the rule at work takes the focus from whatever has it.
     if (!rule || session_.record.EntryBoxChanged) return {false, text};
