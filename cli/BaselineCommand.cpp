@@ -16,9 +16,6 @@ namespace metrisk::cli {
 
 namespace {
 
-constexpr const char* ratioText = "Accuracy Ratio Entry must be greater than Zero";
-constexpr const char* pctText = "Must be between 0.0001% and 99.9999%.";
-
 /// Numerator over denominator of "4:1", or of a single figure; 0 when there is no such ratio.
 double parseRatio(const std::string& text) {
     const auto colon = text.find(':');
@@ -42,9 +39,9 @@ int baselineCommand(const BaselineOptions& options) {
         emit(output);
         return output.status;
     };
-    if (!(ratio > 0)) return refuse("--ratio: " + std::string(ratioText));
-    if (!isPct(options.measuringPct)) return refuse("--mte: " + std::string(pctText));
-    if (!isPct(options.subjectPct)) return refuse("--su: " + std::string(pctText));
+    if (!(ratio > 0)) return refuse("--ratio: " + std::string(ratioTooLowText));
+    if (!isPct(options.measuringPct)) return refuse("--mte: " + std::string(pctRangeText));
+    if (!isPct(options.subjectPct)) return refuse("--su: " + std::string(pctRangeText));
 
     SettingsFile settings(defaultSettingsPath());
     ConsoleInteraction ui;
@@ -62,8 +59,8 @@ int baselineCommand(const BaselineOptions& options) {
         line.add("messages", ui.messages());
         output.results = line.text();
     } else if (output.status == allDone) {
-        output.results = "Baseline false accept risk  " + riskText(falseAccept, baselinePicture) +
-                         "\nBaseline false reject risk  " + riskText(falseReject, baselinePicture) + "\n";
+        output.results = "Baseline false accept risk  " + riskCell(falseAccept, baselinePicture) +
+                         "\nBaseline false reject risk  " + riskCell(falseReject, baselinePicture) + "\n";
     }
     output.diagnostics = diagnosticLines("baseline", ui.messages());
     if (!emit(output) && output.status == allDone) output.status = refused;

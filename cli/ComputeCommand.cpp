@@ -105,14 +105,14 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         table += tableRow("Subject parameter", r.SU_Distribution + ", sigma " + withUnits(r.SU_Sigma));
         table += tableRow("Measuring parameter", "Normal, sigma " + withUnits(r.MTE_Sigma));
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
-        table += tableRow("False accept risk", riskText(figures.falseAccept, riskPicture));
-        table += tableRow("False reject risk", riskText(figures.falseReject, riskPicture));
+        table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture));
+        table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture));
         table += tableRow("Equivalent accuracy ratio",
                           ratioFound ? FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen
                                      : "not computed");
     }
-    table += tableRow("Baseline false accept risk", riskText(figures.baselineFalseAccept, baselinePicture));
-    table += tableRow("Baseline false reject risk", riskText(figures.baselineFalseReject, baselinePicture));
+    table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture));
+    table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture));
     return table + "\n";
 }
 

@@ -1,17 +1,17 @@
 #include "cli/RiskText.h"
 
-#include "model/DisplayRule.h"
-#include "model/NumberFormat.h"
+#include "model/RiskText.h"
+#include "model/Text.h"
 
 #include <cmath>
 
 namespace metrisk::cli {
 
-std::string riskText(double fraction, std::string (*picture)(std::string_view units)) {
+std::string riskCell(double fraction, std::string (*picture)(std::string_view units)) {
     if (std::isnan(fraction)) return "not computed";
     const ShownRisk shown = shownRisk(notNegative(fraction));
-    if (shown.units == ppmUnits && shown.value < 1) return "< 1 ppm";
-    return FormatNumber(shown.value, picture(shown.units), {}) + " " + shown.units;
+    const std::string number = riskText(shown, picture(shown.units), {});
+    return std::string(withoutOuterBlanks(number)) + " " + shown.units;
 }
 
 } // namespace metrisk::cli

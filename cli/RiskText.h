@@ -8,6 +8,6 @@ namespace metrisk::cli {
 
 /// "1.23 %", "< 1 ppm", or "not computed" for a fraction that is not a number. `picture` is riskPicture or
 /// baselinePicture of the display rule.
-std::string riskText(double fraction, std::string (*picture)(std::string_view units));
+std::string riskCell(double fraction, std::string (*picture)(std::string_view units));
 
 } // namespace metrisk::cli

@@ -7,8 +7,6 @@ namespace metrisk {
 namespace {
 
 constexpr double smallRisk = 0.001;
-constexpr double perMillion = 1000000;
-constexpr double perHundred = 100;
 
 } // namespace
 

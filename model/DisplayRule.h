@@ -1,6 +1,8 @@
 // How a risk fraction is shown: in ppm when small, in percent otherwise.
 #pragma once
 
+#include "model/RelativeUnits.h"
+
 #include <string>
 #include <string_view>
 
@@ -8,8 +10,6 @@ namespace metrisk {
 
 struct Analysis;
 
-inline constexpr const char* percentUnits = "%";
-inline constexpr const char* ppmUnits = "ppm";
 /// What stands for a risk that rounding made negative: it shows as 0 ppm.
 inline constexpr double negativeRiskStandIn = 4e-07;
 

@@ -1,20 +1,20 @@
-// A flag that is up for the life of the object.
+// Sets a flag for the life of an object.
 #pragma once
+
+#include "model/Flag.h"
 
 namespace metrisk {
 
-/// `FlagType` is bool or Flag. Nested guards of one flag leave it up until the outermost ends.
-template <class FlagType>
+/// Cleared at the end, whatever it was before.
 class FlagGuard {
   public:
-    explicit FlagGuard(FlagType& flag) : flag_(flag), before_(flag) { flag_ = true; }
-    ~FlagGuard() { flag_ = before_; }
+    explicit FlagGuard(Flag& flag) : flag_(flag) { flag_ = true; }
+    ~FlagGuard() { flag_ = false; }
     FlagGuard(const FlagGuard&) = delete;
     FlagGuard& operator=(const FlagGuard&) = delete;
 
   private:
-    FlagType& flag_;
-    FlagType before_;
+    Flag& flag_;
 };
 
 } // namespace metrisk

@@ -1,31 +1,25 @@
-// Copies of some fields of a record, to be put back or compared with.
+// A copy of some fields of the record, to be compared with or put back.
 #pragma once
 
+#include "model/Analysis.h"
+
 #include <tuple>
+#include <type_traits>
+#include <utility>
 
 namespace metrisk {
 
-/// KeptFields<&Analysis::SU_Mode, ...>: every field is named once.
+/// KeptFields<&Analysis::SU_Mode, &Analysis::NominalUnits>: named once, kept, compared and put back.
 template <auto... Fields>
 class KeptFields {
   public:
-    template <class Record>
-    explicit KeptFields(const Record& record) : values_(record.*Fields...) {}
+    explicit KeptFields(const Analysis& record) : values_(record.*Fields...) {}
 
-    template <class Record>
-    void restore(Record& record) const {
-        std::apply([&record](const auto&... values) { ((record.*Fields = values), ...); }, values_);
-    }
-
-    template <class Record>
-    bool differ(const Record& record) const {
-        return values_ != std::tie(record.*Fields...);
-    }
+    void restore(Analysis& record) const { std::tie(record.*Fields...) = values_; }
+    bool differ(const Analysis& record) const { return values_ != std::tie(record.*Fields...); }
 
   private:
-    template <class Record, class Value>
-    static Value valueOf(Value Record::*);
-    std::tuple<decltype(valueOf(Fields))...> values_;
+    std::tuple<std::remove_cvref_t<decltype(std::declval<const Analysis&>().*Fields)>...> values_;
 };
 
 } // namespace metrisk

@@ -46,6 +46,13 @@ struct SessionState {
     Flag AckPhysLimitLow;
     Flag AckPhysLimitHigh;
 
+    /// An entry has changed.
+    void markChanged() { ComputeNeeded = FileChanged = true; }
+    void markChanged(const char* scope) {
+        ComputeScope = scope;
+        markChanged();
+    }
+
     // Never set in ordinary use: the pipeline without a progress screen, and a forced compute.
     Flag DirectCompute;
     Flag DirectComputeChanged;

@@ -1,6 +1,8 @@
 #include "model/Validation.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
+#include "model/SubjectSide.h"
 
 #include <cmath>
 #include <initializer_list>
@@ -15,12 +17,8 @@ constexpr double sameOffset = 1e-13;
 namespace title {
 constexpr const char* insufficient = "Insufficient Data Available";
 constexpr const char* nonPhysical = "Non-Physical Situation";
-constexpr const char* upperLimit = "Subject Parameter Upper Limit";
-constexpr const char* lowerLimit = "Subject Parameter Lower Limit";
-constexpr const char* subjectPct = "Subject Parameter % In-Tolerance";
 constexpr const char* subjectTolerance = "Subject Parameter Tolerance Violation";
 constexpr const char* physicalMissing = "Missing Physical Limit";
-constexpr const char* physicalViolation = "Physical Limit Violation";
 constexpr const char* modeOrReading = "Mode or Reading";
 constexpr const char* measuringOffset = "MTE Tolerance Offset";
 constexpr const char* measuringFixed = "MTE Fixed Offset";
@@ -44,7 +42,6 @@ constexpr const char* hundredOnlySymmetric = "Cannot be 100% unless you select T
 constexpr const char* limitsOnMode = "Both tolerance limits cannot equal Mode.";
 constexpr const char* aboveZero = "Must be greater than zero.";
 constexpr const char* below100 = "Must be less than 100%.";
-constexpr const char* zeroOrAbove = "Must be greater than or equal to zero.";
 constexpr const char* nonZero = "Must be nonzero.";
 constexpr const char* physicalNotEntered = "You indicated an Physical Limit was to entered,\n"
                                            "but did not enter one.  Try again.";
@@ -87,72 +84,48 @@ struct Failure {
 void fail(Session& session, const Failure& failure, bool speaks) {
     session.record.AbortFlag = true;
     if (!speaks || validationIsQuiet(session)) return;
-    session.ui.show({.text = failure.text, .title = failure.title, .icon = BoxIcon::Exclamation});
+    tell(session.ui, {failure.text, failure.title});
     session.ui.focus(failure.box, true);
     if (failure.panel) session.ui.highlight(failure.panel);
 }
 
 bool userGoesOn(Session& session, const char* question) {
-    return session.ui.show({.text = question,
-                            .title = title::nonPhysical,
-                            .icon = BoxIcon::Question,
-                            .buttons = BoxButtons::YesNo,
-                            .unattended = Answer::Yes}) == Answer::Yes;
-}
-
-/// What differs between the two single-sided kinds.
-struct Side {
-    const char* limitBox;
-    const char* physicalLimitBox;
-    const char* limitTitle;
-    const char* limitText;
-    const char* physicalText;
-    bool limitWrong;    // not on its side of the mode
-    bool physicalWrong; // between the mode and the limit, or on the limit
-};
-
-Side sideOf(const Analysis& r) {
-    const double p = r.PhysicalLimit;
-    if (r.OptSingleLower)
-        return {"LowerLimitBox",
-                "UpperLimitBox",
-                title::lowerLimit,
-                text::lowerNotBelow,
-                text::physicalBelowMode,
-                r.SU_Mode <= r.SU_LowerLimit,
-                p < r.SU_Mode && p >= r.SU_LowerLimit};
-    return {"UpperLimitBox",
-            "LowerLimitBox",
-            title::upperLimit,
-            text::upperNotAbove,
-            text::physicalAboveMode,
-            r.SU_Mode >= r.SU_UpperLimit,
-            p > r.SU_Mode && p <= r.SU_UpperLimit};
+    return ask(session.ui, {question, title::nonPhysical, BoxButtons::YesNo, Answer::Yes}) == Answer::Yes;
 }
 
 void validateSingleSided(Session& session) {
     Analysis& r = session.record;
-    const Side side = sideOf(r);
+    const SubjectSide& side = presentSide(r);
+    const char* physicalLimitBox = otherSide(side).limitBox;
+    const double mode = side.sign * r.SU_Mode;
+    const double limit = side.sign * r.*side.limit;
+    const double physical = side.sign * r.PhysicalLimit;
     const bool entering = r.EntryBoxChanged;
     if (r.PhysLimitRequired && !r.PhysicalLimitEntered)
-        return fail(session, {title::physicalMissing, text::physicalNotEntered, side.physicalLimitBox},
-                    !entering);
-    if (r.PhysLimitRequired && r.PhysicalLimitEntered && side.physicalWrong)
-        return fail(session, {title::physicalViolation, side.physicalText, side.physicalLimitBox}, true);
+        return fail(session, {title::physicalMissing, text::physicalNotEntered, physicalLimitBox}, !entering);
+    if (r.PhysLimitRequired && r.PhysicalLimitEntered && physical > mode && physical <= limit)
+        return fail(session,
+                    {physicalLimitTitle, r.OptSingleLower ? text::physicalBelowMode : text::physicalAboveMode,
+                     physicalLimitBox},
+                    true);
 
     Flag& acknowledged = r.OptSingleLower ? r.AckPhysLimitLow : r.AckPhysLimitHigh;
-    if (r.PhysLimitRequired && r.PhysicalLimitEntered && r.PhysicalLimit == r.SU_Mode && !acknowledged &&
+    if (r.PhysLimitRequired && r.PhysicalLimitEntered && physical == mode && !acknowledged &&
         !validationIsQuiet(session)) {
         if (!userGoesOn(session, text::physicalOnMode)) {
             r.AbortFlag = true;
-            session.ui.focus(side.physicalLimitBox, true);
+            session.ui.focus(physicalLimitBox, true);
             return;
         }
         acknowledged = true;
     }
-    if (side.limitWrong) return fail(session, {side.limitTitle, side.limitText, side.limitBox}, !entering);
+    if (limit <= mode)
+        return fail(
+            session,
+            {side.limitTitle, r.OptSingleLower ? text::lowerNotBelow : text::upperNotAbove, side.limitBox},
+            !entering);
     if (r.SU_PctInTol <= 50 && !r.PhysLimitRequired)
-        return fail(session, {title::subjectPct, text::above50, "PctInTolBox"}, true);
+        return fail(session, {subjectPctTitle, text::above50, "PctInTolBox"}, true);
 }
 
 } // namespace
@@ -192,16 +165,16 @@ void ValidateSubject(Session& session) {
         }
     }
     if (r.SU_UpperLimit < r.SU_Mode && !r.OptSingleLower)
-        return fail(session, {title::upperLimit, text::notBelowMode, "UpperLimitBox"}, true);
+        return fail(session, {upperSide.limitTitle, text::notBelowMode, upperSide.limitBox}, true);
     if (r.SU_LowerLimit > r.SU_Mode && !r.OptSingleUpper)
-        return fail(session, {title::lowerLimit, text::notAboveMode, "LowerLimitBox"}, true);
+        return fail(session, {lowerSide.limitTitle, text::notAboveMode, lowerSide.limitBox}, true);
     if (hundred && !hasEqualOffsets(r))
-        return fail(session, {title::subjectPct, text::hundredOnlySymmetric, "PctInTolBox"}, true);
+        return fail(session, {subjectPctTitle, text::hundredOnlySymmetric, "PctInTolBox"}, true);
     if (r.OptTwoSided && r.SU_UpperLimit == r.SU_Mode && r.SU_LowerLimit == r.SU_Mode)
-        return fail(session, {title::subjectTolerance, text::limitsOnMode, "UpperLimitBox"}, !entering);
+        return fail(session, {title::subjectTolerance, text::limitsOnMode, upperSide.limitBox}, !entering);
     if (r.SU_PctInTol <= 0)
-        return fail(session, {title::subjectPct, text::aboveZero, "PctInTolBox"}, !entering);
-    if (r.SU_PctInTol > 100) return fail(session, {title::subjectPct, text::below100, "PctInTolBox"}, true);
+        return fail(session, {subjectPctTitle, text::aboveZero, "PctInTolBox"}, !entering);
+    if (r.SU_PctInTol > 100) return fail(session, {subjectPctTitle, text::below100, "PctInTolBox"}, true);
 
     if (r.OptSingleLower || r.OptSingleUpper) validateSingleSided(session);
 }
@@ -220,7 +193,7 @@ void ValidateMeasuring(Session& session) {
     }
     if (r.MTE_FixedOffset < 0)
         return fail(session,
-                    {title::measuringFixed, text::zeroOrAbove, "MTEFixedOffsetBox", "pnl_MTEFixedOffset"},
+                    {title::measuringFixed, zeroOrAboveText, "MTEFixedOffsetBox", "pnl_MTEFixedOffset"},
                     speaks);
     if (r.MTE_PctInTol <= 0)
         return fail(session, {title::measuringPct, text::aboveZero, "MTEPctInTolBox", "pnl_MTEPctInTol"},
@@ -232,8 +205,7 @@ void ValidateMeasuring(Session& session) {
     if (r.ProcessUncertainty < 0) {
         r.AbortFlag = true;
         if (validationIsQuiet(session) || !r.Computing) return;
-        session.ui.show(
-            {.text = text::zeroOrAbove, .title = title::processUncertainty, .icon = BoxIcon::Exclamation});
+        tell(session.ui, {zeroOrAboveText, title::processUncertainty});
         if (r.UncertaintyWorksheetOpen) session.ui.focus("txt_ProcessUncertainty", true);
     }
 }

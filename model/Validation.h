@@ -5,6 +5,11 @@ namespace metrisk {
 
 struct Session;
 
+/// Titles and texts of these checks that fits and field rules use as well.
+inline constexpr const char* subjectPctTitle = "Subject Parameter % In-Tolerance";
+inline constexpr const char* physicalLimitTitle = "Physical Limit Violation";
+inline constexpr const char* zeroOrAboveText = "Must be greater than or equal to zero.";
+
 /// Each clears nothing but answers through record.AbortFlag: set on the first violated rule, whose
 /// message is shown and whose box gets the focus. Inputs and results stay as they are.
 ///

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Controls.h"
+#include "model/Flag.h"
 #include "model/Menu.h"
 
 #include <string>
@@ -62,7 +63,7 @@ class Worksheet {
     friend struct Control;
     std::vector<Control*> controls_;
     std::optional<Way> closedBy_;
-    bool leaving_ = false;
+    Flag leaving_;
 };
 
 } // namespace metrisk

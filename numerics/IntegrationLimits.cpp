@@ -1,5 +1,6 @@
 #include "numerics/IntegrationLimits.h"
 
+#include "model/RelativeUnits.h"
 #include "numerics/Real.h"
 
 #include <array>
@@ -158,7 +159,7 @@ void IntegrationSpanFromRisk(float& zone, double risk, const char* units) {
     static constexpr Row rows[] = {{0.00001, 4.5f}, {0.0005, 4.48f}, {0.0001, 4.38f}, {0.001, 3.9f},
                                    {0.005, 3.5f},   {0.01, 3.0f},    {0.05, 2.4f},    {0.1, 1.7f},
                                    {0.5, 1.2f},     {1, 1.0f}};
-    if (std::string_view(units) == "ppm") risk /= 10000;
+    if (std::string_view(units) == ppmUnits) risk /= 10000;
     for (const Row& row : rows) {
         if (risk <= row.atMost) {
             zone = row.zone;

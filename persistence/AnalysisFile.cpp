@@ -1,5 +1,6 @@
 #include "persistence/AnalysisFile.h"
 
+#include "model/Message.h"
 #include "model/Text.h"
 #include "numerics/Real.h"
 #include "persistence/AnalysisLayout.h"
@@ -39,7 +40,7 @@ constexpr Refusal unwritable{writeError, BoxIcon::Exclamation};
 
 void refuse(Session& session, const Refusal& refusal, const std::string& name) {
     session.record.AbortFlag = true;
-    session.ui.show({refusal.text, name, refusal.icon, BoxButtons::Ok, Answer::Ok});
+    tell(session.ui, {refusal.text, name, refusal.icon});
 }
 
 std::string nameOf(const std::string& path) {
@@ -50,7 +51,6 @@ bool convertOlderVersion(Session& session) {
     Box box;
     box.text = olderVersion;
     box.buttons = BoxButtons::OkCancel;
-    box.unattended = Answer::Ok;
     return session.ui.show(box) == Answer::Ok;
 }
 

@@ -62,7 +62,8 @@ BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTar
 
     defaults.FalseAcceptOption = optionOf(text(falseAcceptCriterion, "Consumer"));
     defaults.UserOption = text(userOption, "User");
-    if (base.Base_RejectUnits != "%" && base.Base_RejectUnits != "ppm") defaults.UserOption = "User";
+    if (base.Base_RejectUnits != percentUnits && base.Base_RejectUnits != ppmUnits)
+        defaults.UserOption = "User";
     return defaults;
 }
 

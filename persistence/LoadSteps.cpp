@@ -3,6 +3,7 @@
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
+#include "model/ToleranceUnits.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
@@ -58,11 +59,11 @@ void settleUnits(Analysis& record) {
 
 /// Row 0, the measuring parameter's bias, is never stored: it comes from the parameter itself.
 void composeBiasRow(Analysis& record, const Regional& regional) {
-    const double factor = record.MTE_TolUnitsFactor;
+    const ToleranceUnits units = measuringUnits(record);
     auto& row = record.ErrTableDisplay[1];
-    row[1] = FormatNumber(record.MTE_Offset * factor, "##0.0000", regional);
+    row[1] = FormatNumber(units.shown(record.MTE_Offset), "##0.0000", regional);
     row[2] = FormatNumber(record.MTE_PctInTol, "##0.000", regional);
-    row[3] = FormatNumber(record.MTE_Sigma * factor, "##0.0000", regional);
+    row[3] = FormatNumber(units.shown(record.MTE_Sigma), "##0.0000", regional);
     row[4] = record.IncludeMTEBias ? "True" : "False";
     row[5] = "MTE Bias";
     row[6] =
@@ -70,17 +71,14 @@ void composeBiasRow(Analysis& record, const Regional& regional) {
 }
 
 /// The picture of a part of an offset, from the decimals that the part has in its tolerance units.
-std::string pictureOfPart(double part, double factor, int shift) {
-    return HeldOffsetPicture(DecimalsOfValue(part * (factor == 0 ? 1 : factor), 0), shift);
+std::string pictureOfPart(double part, const ToleranceUnits& units) {
+    return HeldOffsetPicture(DecimalsOfValue(units.shown(part), 0), units.shift);
 }
 
 void derivePictures(Analysis& record) {
-    const double factor = record.SU_TolUnitsFactor;
-    const int shift = record.SU_TolDecimalShift;
-    if (record.SU_UpperFixed != 0)
-        record.SU_UpperFixed_fmt = pictureOfPart(record.SU_UpperFixed, factor, shift);
-    if (record.SU_LowerFixed != 0)
-        record.SU_LowerFixed_fmt = pictureOfPart(record.SU_LowerFixed, factor, shift);
+    const ToleranceUnits units = subjectUnits(record);
+    if (record.SU_UpperFixed != 0) record.SU_UpperFixed_fmt = pictureOfPart(record.SU_UpperFixed, units);
+    if (record.SU_LowerFixed != 0) record.SU_LowerFixed_fmt = pictureOfPart(record.SU_LowerFixed, units);
     record.SU_UpperPctReading_fmt = picturePctReading(record.SU_UpperPctReading);
     record.SU_LowerPctReading_fmt = picturePctReading(record.SU_LowerPctReading);
     record.SU_PctInTol_fmt = "##0.0000";

@@ -5,6 +5,10 @@ namespace metrisk {
 
 struct Session;
 
+/// What is said of a ratio or a percentage that the reference case does not allow.
+inline constexpr const char* ratioTooLowText = "Accuracy Ratio Entry must be greater than Zero";
+inline constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
+
 /// `ratio` is the accuracy ratio, both in-tolerance figures are fractions strictly between 0 and 1.
 /// The risks are fractions, under the record's false accept option. On a figure out of range or a
 /// failure the outputs are unchanged and false is returned; a result of 0 probability shows a message

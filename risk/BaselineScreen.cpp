@@ -1,8 +1,7 @@
 #include "risk/BaselineScreen.h"
 
-#include "model/DisplayRule.h"
 #include "model/NumberText.h"
-#include "model/Questions.h"
+#include "model/RiskText.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
@@ -18,29 +17,26 @@ namespace {
 
 constexpr const char* ratioPicture = "###,##0.00";
 constexpr const char* pctPicture = "##0.0000";
-constexpr const char* ratioText = "Accuracy Ratio Entry must be greater than Zero";
-constexpr const char* ratioTitle = "Baseline Accuracy Ratio";
+constexpr Message noRatio{ratioTooLowText, "Baseline Accuracy Ratio"};
 constexpr const char* pctText = "In Tolerance Percent must be greater than Zero";
-constexpr const char* measuringPctTitle = "Baseline MTE Parameter % In-Tolerance";
-constexpr const char* subjectPctTitle = "Baseline Subject Parameter % In-Tolerance";
-constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
-constexpr const char* measuringRangeTitle = "Inappropriate MTE % In-tolerance";
-constexpr const char* subjectRangeTitle = "Inappropriate Subject Parameter % In-tolerance";
-constexpr const char* defaultKeyTitle = "Default Baseline Procedure";
-constexpr const char* defaultKeyText =
-    "To change the default baseline, enter changes in the analysis baseline and "
-    "click 'Set default baseline.'";
-constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
-constexpr const char* usedDefaultText = "By using the default baseline, you have changed\n"
-                                        "the current False Accept option.  This will\n"
-                                        "necessitate recomputing the false accept risk and\n"
-                                        "equivalent accuracy ratio.  Continue?";
-constexpr const char* storedDefaultText = "You have changed the default baseline False\n"
-                                          "Accept Option.\n"
-                                          "Continuing will not only store the default baseline\n"
-                                          "value, but may also change the main system False\n"
-                                          "Accept Option.";
-constexpr const char* belowOneText = " < 1";
+constexpr Message noMeasuringPct{pctText, "Baseline MTE Parameter % In-Tolerance"};
+constexpr Message noSubjectPct{pctText, "Baseline Subject Parameter % In-Tolerance"};
+constexpr Message measuringPctRange{pctRangeText, "Inappropriate MTE % In-tolerance"};
+constexpr Message subjectPctRange{pctRangeText, "Inappropriate Subject Parameter % In-tolerance"};
+constexpr Message defaultKey{"To change the default baseline, enter changes in the analysis baseline and "
+                             "click 'Set default baseline.'",
+                             "Default Baseline Procedure", BoxIcon::Information};
+constexpr Question usedDefault{"By using the default baseline, you have changed\n"
+                               "the current False Accept option.  This will\n"
+                               "necessitate recomputing the false accept risk and\n"
+                               "equivalent accuracy ratio.  Continue?",
+                               optionChangeTitle, BoxButtons::OkCancel, Answer::Cancel};
+constexpr Question storedDefault{"You have changed the default baseline False\n"
+                                 "Accept Option.\n"
+                                 "Continuing will not only store the default baseline\n"
+                                 "value, but may also change the main system False\n"
+                                 "Accept Option.",
+                                 optionChangeTitle, BoxButtons::YesNo, Answer::No};
 constexpr const char* showDefaultsCaption = "Show &Defaults";
 constexpr const char* hideDefaultsCaption = "Hide &Defaults";
 constexpr const char* computingCaption = "COMPUTING";
@@ -54,9 +50,8 @@ const char* optionCaption(int option) {
     return option == 1 ? "Producer Option" : "Consumer Option";
 }
 
-std::string riskText(double value, const std::string& units, const Regional& regional) {
-    if (units == ppmUnits && value < 1) return belowOneText;
-    return FormatNumber(value, baselinePicture(units), regional);
+std::string figureText(const ShownRisk& risk, const Regional& regional) {
+    return riskText(risk, baselinePicture(risk.units), regional);
 }
 
 BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption, const Regional& regional) {
@@ -65,8 +60,8 @@ BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption
     side.AccRat2 = FormatNumber(b.Base_AccRatDen, ratioPicture, regional);
     side.PctInTol1 = FormatNumber(b.Base_MTEPctInTol, pctPicture, regional);
     side.PctInTol2 = FormatNumber(b.Base_SUPctInTol, pctPicture, regional);
-    side.FalseAccept = riskText(b.Base_FalseAccept, b.Base_AcceptUnits, regional);
-    side.FalseReject = riskText(b.Base_FalseReject, b.Base_RejectUnits, regional);
+    side.FalseAccept = figureText({b.Base_FalseAccept, b.Base_AcceptUnits}, regional);
+    side.FalseReject = figureText({b.Base_FalseReject, b.Base_RejectUnits}, regional);
     side.FalseAcceptRiskUnits = b.Base_AcceptUnits;
     side.FalseRejectRiskUnits = b.Base_RejectUnits;
     side.falseAccept = b.Base_FalseAccept;
@@ -88,13 +83,13 @@ BaselineScreen::BaselineScreen(Session& session)
     defaults_ = sideOf(stored.figures, stored.FalseAcceptOption, stored.UserOption, session.regional);
     opened_ = analysis_;
 
-    bindBox(BaseAccRat1, &BaselineSide::AccRat1, nullptr);
-    bindBox(BaseAccRat2, &BaselineSide::AccRat2, nullptr);
-    bindBox(BaselinePctInTol1, &BaselineSide::PctInTol1, measuringRangeTitle);
-    bindBox(BaselinePctInTol2, &BaselineSide::PctInTol2, subjectRangeTitle);
+    bindBox(BaseAccRat1, &BaselineSide::AccRat1);
+    bindBox(BaseAccRat2, &BaselineSide::AccRat2);
+    bindBox(BaselinePctInTol1, &BaselineSide::PctInTol1, &measuringPctRange);
+    bindBox(BaselinePctInTol2, &BaselineSide::PctInTol2, &subjectPctRange);
     for (TextBox* box :
          {&DefAccRat1, &DefAccRat2, &DefPctInTol1, &DefPctInTol2, &DefFalseAccept, &DefFalseReject})
-        box->keyPressed = [this] { session_.ui.show({.text = defaultKeyText, .title = defaultKeyTitle}); };
+        box->keyPressed = [this] { tell(session_.ui, defaultKey); };
     optUserBaseline.clicked = [this](bool) { analysis_.BaselineOption = "User"; };
     optZ540Baseline.clicked = [this](bool) { chooseZ540(); };
     cmd_FAOption.clicked = [this](bool) { changeOption(); };
@@ -154,24 +149,18 @@ double BaselineScreen::valueOf(const std::string& text) const {
     return ParseValue(text, session_.regional);
 }
 
-/// A % box has a title for a figure out of range; a ratio box takes any.
-void BaselineScreen::bindBox(TextBox& box, std::string BaselineSide::*text, const char* rangeTitle) {
-    box.left = [this, text, rangeTitle](const std::string& entry) {
-        return leaveBox(analysis_.*text, entry, rangeTitle);
+/// A % box has a range; a ratio box takes any figure.
+void BaselineScreen::bindBox(TextBox& box, std::string BaselineSide::*text, const Message* outOfRange) {
+    box.left = [this, text, outOfRange](const std::string& entry) -> FieldResult {
+        std::string& shown = analysis_.*text;
+        std::string rewritten =
+            FormatNumber(valueOf(entry), outOfRange ? pctPicture : ratioPicture, session_.regional);
+        // What counts is the figure as it will be read back.
+        const double value = valueOf(rewritten);
+        if (outOfRange && !(value > 0 && value < 100)) return refuseEntry(session_.ui, *outOfRange, shown);
+        shown = std::move(rewritten);
+        return {false, shown};
     };
-}
-
-FieldResult BaselineScreen::leaveBox(std::string& shown, const std::string& text, const char* rangeTitle) {
-    std::string rewritten =
-        FormatNumber(valueOf(text), rangeTitle ? pctPicture : ratioPicture, session_.regional);
-    // What counts is the figure as it will be read back.
-    const double value = valueOf(rewritten);
-    if (rangeTitle && !(value > 0 && value < 100)) {
-        session_.ui.show({.text = pctRangeText, .title = rangeTitle, .icon = BoxIcon::Exclamation});
-        return {true, shown};
-    }
-    shown = std::move(rewritten);
-    return {false, shown};
 }
 
 void BaselineScreen::setZ540Figures() {
@@ -192,19 +181,16 @@ void BaselineScreen::chooseZ540() {
 bool BaselineScreen::validate() {
     struct Check {
         const std::string& text;
-        const char* message;
-        const char* title;
+        const Message& message;
         const TextBox& box;
     };
-    const Check checks[] = {
-        {analysis_.AccRat1, ratioText, ratioTitle, BaseAccRat1},
-        {analysis_.AccRat2, ratioText, ratioTitle, BaseAccRat2},
-        {analysis_.PctInTol1, pctText, measuringPctTitle, BaselinePctInTol1},
-        {analysis_.PctInTol2, pctText, subjectPctTitle, BaselinePctInTol2},
-    };
+    const Check checks[] = {{analysis_.AccRat1, noRatio, BaseAccRat1},
+                            {analysis_.AccRat2, noRatio, BaseAccRat2},
+                            {analysis_.PctInTol1, noMeasuringPct, BaselinePctInTol1},
+                            {analysis_.PctInTol2, noSubjectPct, BaselinePctInTol2}};
     for (const Check& check : checks) {
         if (valueOf(check.text) > 0) continue;
-        session_.ui.show({.text = check.message, .title = check.title, .icon = BoxIcon::Exclamation});
+        tell(session_.ui, check.message);
         session_.ui.focus({name, check.box.name}, true);
         return false;
     }
@@ -232,8 +218,8 @@ void BaselineScreen::showRisks(double falseAccept, double falseReject) {
     analysis_.falseReject = reject.value;
     analysis_.FalseAcceptRiskUnits = accept.units;
     analysis_.FalseRejectRiskUnits = reject.units;
-    analysis_.FalseAccept = riskText(accept.value, accept.units, session_.regional);
-    analysis_.FalseReject = riskText(reject.value, reject.units, session_.regional);
+    analysis_.FalseAccept = figureText(accept, session_.regional);
+    analysis_.FalseReject = figureText(reject, session_.regional);
     session_.record.BaselineComputed = true;
 }
 
@@ -270,7 +256,7 @@ bool BaselineScreen::changed() const {
 
 bool BaselineScreen::mayClose(Way way) {
     if (!changed()) return true;
-    switch (way == Way::Ok ? Answer::Yes : askRetainChanges(session_.ui)) {
+    switch (way == Way::Ok ? Answer::Yes : ask(session_.ui, retainChanges)) {
     case Answer::Yes: return store();
     case Answer::No: kept_.restore(session_.record); return true;
     default: return false;
@@ -297,20 +283,12 @@ bool BaselineScreen::confirmUsedDefault() {
     const Analysis& r = session_.record;
     const bool hasRisks = r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
     if (!defaultUsed_ || defaults_.falseAcceptOption == r.FalseAcceptOption || !hasRisks) return true;
-    return session_.ui.show({.text = usedDefaultText,
-                             .title = optionChangeTitle,
-                             .icon = BoxIcon::Question,
-                             .buttons = BoxButtons::OkCancel,
-                             .unattended = Answer::Cancel}) == Answer::Ok;
+    return ask(session_.ui, usedDefault) == Answer::Ok;
 }
 
 bool BaselineScreen::confirmStoredDefault() {
     if (!storeDefault_ || defaults_.falseAcceptOption == storedOption_) return true;
-    return session_.ui.show({.text = storedDefaultText,
-                             .title = optionChangeTitle,
-                             .icon = BoxIcon::Question,
-                             .buttons = BoxButtons::YesNo,
-                             .unattended = Answer::No}) == Answer::Yes;
+    return ask(session_.ui, storedDefault) == Answer::Yes;
 }
 
 BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {

@@ -9,8 +9,12 @@
 
 namespace metrisk {
 
+struct Message;
 struct Session;
 struct BaselineDefaults;
+
+/// Title over a change that reaches the false accept option.
+inline constexpr const char* optionChangeTitle = "False Accept Risk Option Change";
 
 /// The texts of one side, and the figures behind those of the risks.
 struct BaselineSide {
@@ -103,8 +107,7 @@ class BaselineScreen final : public Worksheet {
     BaselineDefaults figuresOf(const BaselineSide& side) const;
     bool isZ540() const { return analysis_.BaselineOption == "Z540"; }
     bool changed() const;
-    void bindBox(TextBox& box, std::string BaselineSide::*text, const char* rangeTitle);
-    FieldResult leaveBox(std::string& shown, const std::string& text, const char* rangeTitle);
+    void bindBox(TextBox& box, std::string BaselineSide::*text, const Message* outOfRange = nullptr);
     bool validate();
     void chooseZ540();
     void changeOption();

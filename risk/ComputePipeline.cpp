@@ -1,7 +1,8 @@
 #include "risk/ComputePipeline.h"
 
-#include "model/DisplayRule.h"
+#include "model/Message.h"
 #include "model/NumberText.h"
+#include "model/RiskText.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
 #include "risk/ComputingScreen.h"
@@ -16,8 +17,8 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* notRequiredTitle = "Compute Not Required";
-constexpr const char* notRequiredText = "Compute not required.\nNo changes have been made.";
+constexpr Message notRequired{"Compute not required.\nNo changes have been made.", "Compute Not Required",
+                              BoxIcon::Information};
 constexpr const char* computingRisksText = "Computing Risks";
 constexpr const char* ratioFailureTitle = "Equivalent Accuracy Ratio Failure";
 constexpr const char* ratioFailureOnAccept = "Unable to compute a precise equivalent accuracy ratio\n"
@@ -43,8 +44,9 @@ bool everythingUnchanged(const Analysis& r) {
 
 std::string riskLine(const char* label, double value, const std::string& units, const std::string& picture,
                      bool alwaysNumber, const Regional& regional) {
-    if (units == ppmUnits && value < 1 && !alwaysNumber) return std::string(label) + " < 1 " + units;
-    return std::string(label) + FormatNumber(value, picture, regional) + " " + units;
+    const std::string text =
+        alwaysNumber ? FormatNumber(value, picture, regional) : riskText({value, units}, picture, regional);
+    return label + text + " " + units;
 }
 
 std::string riskLines(const Session& session) {
@@ -82,7 +84,7 @@ void computeResults(Session& session) {
     CompareBaseline(session);
     if (!r.DirectCompute && !r.DirectComputeChanged && everythingUnchanged(r)) {
         r.AbortFlag = true;
-        session.ui.show({.text = notRequiredText, .title = notRequiredTitle});
+        tell(session.ui, notRequired);
         return;
     }
     r.ComputeScope = "Both";
@@ -118,12 +120,8 @@ void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, 
         SolveEquivalentRatio(session, screen, falseAccept, falseReject, r.EqAccRat, failed);
         if (!failed) return;
         const bool onAccept = r.EqRatioOnFalseAccept;
-        const Answer answer = session.ui.show({.text = onAccept ? ratioFailureOnAccept : ratioFailureOnReject,
-                                               .title = ratioFailureTitle,
-                                               .icon = BoxIcon::Question,
-                                               .buttons = BoxButtons::YesNo,
-                                               .unattended = Answer::No});
-        if (answer != Answer::Yes) {
+        if (ask(session.ui, {onAccept ? ratioFailureOnAccept : ratioFailureOnReject, ratioFailureTitle,
+                             BoxButtons::YesNo, Answer::No}) != Answer::Yes) {
             r.EqAccRat = 0;
             return;
         }
@@ -140,9 +138,7 @@ bool computeAndPublish(Session& session, double& falseAccept, double& falseRejec
     const RiskOutcome outcome = ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject);
     r.RisksComputed = outcome == RiskOutcome::Computed;
     session.ui.yield();
-    if (outcome == RiskOutcome::Failed)
-        session.ui.show(
-            {.text = guardbandUnrealisticText, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+    if (outcome == RiskOutcome::Failed) tell(session.ui, {guardbandUnrealisticText, computeFailedTitle});
     if (outcome == RiskOutcome::Failed || outcome == RiskOutcome::FailedAndReported) return false;
     falseAccept = notNegative(falseAccept);
     falseReject = notNegative(falseReject);
@@ -197,9 +193,8 @@ void guardbandComputeStep(Session& session, ComputingScreen& screen) {
     SolveEquivalentRatio(session, screen, r.GB_FARisk, r.GB_FRRisk, r.GB_EqAccRat, failed);
     if (!failed) return;
     r.AbortFlag = true;
-    session.ui.show({.text = r.EqRatioOnFalseAccept ? worksheetFailureOnAccept : worksheetFailureOnReject,
-                     .title = ratioFailureTitle,
-                     .icon = BoxIcon::Exclamation});
+    tell(session.ui,
+         {r.EqRatioOnFalseAccept ? worksheetFailureOnAccept : worksheetFailureOnReject, ratioFailureTitle});
 }
 
 /// What both steps begin and end with.

@@ -1,6 +1,6 @@
 #include "risk/EqRatioScreen.h"
 
-#include "model/Questions.h"
+#include "model/Message.h"
 #include "model/Session.h"
 
 namespace metrisk {
@@ -47,7 +47,7 @@ void EqRatioScreen::store() {
 
 bool EqRatioScreen::mayClose(Way way) {
     if (!changed()) return true;
-    const Answer retain = way == Way::Ok ? Answer::Yes : askRetainChanges(session_.ui);
+    const Answer retain = way == Way::Ok ? Answer::Yes : ask(session_.ui, retainChanges);
     if (retain == Answer::Yes) store();
     return retain != Answer::Cancel;
 }

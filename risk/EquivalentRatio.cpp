@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/SubjectSide.h"
 #include "numerics/Real.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputingScreen.h"
@@ -99,7 +100,7 @@ class RatioSearch {
 
 double ratioTolerance(const Analysis& r) {
     if (r.OptTwoSided) return (r.SU_LowerOffset + r.SU_UpperOffset) / 2;
-    return r.OptSingleUpper ? r.SU_UpperOffset : r.SU_LowerOffset;
+    return r.*presentSide(r).offset;
 }
 
 double searchMeter(double error, double tolerance) {

@@ -1,5 +1,6 @@
 #include "risk/FalseAcceptScreen.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/RiskConvention.h"
@@ -8,8 +9,8 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* keepTitle = "Change Made";
-constexpr const char* keepText = "Do you want to keep the new risk option?";
+constexpr Question keepOption{"Do you want to keep the new risk option?", "Change Made",
+                              BoxButtons::YesNoCancel, Answer::Cancel};
 
 } // namespace
 
@@ -30,11 +31,7 @@ void FalseAcceptScreen::choose(int option) {
 
 bool FalseAcceptScreen::mayClose(Way) {
     if (option() != session_.record.FalseAcceptOption) {
-        const Answer answer = session_.ui.show({.text = keepText,
-                                                .title = keepTitle,
-                                                .icon = BoxIcon::Question,
-                                                .buttons = BoxButtons::YesNoCancel,
-                                                .unattended = Answer::Cancel});
+        const Answer answer = ask(session_.ui, keepOption);
         if (answer == Answer::Cancel) return false;
         if (answer == Answer::No) return true;
         Analysis& r = session_.record;

@@ -1,7 +1,9 @@
 #include "risk/FitSubject.h"
 
+#include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/SubjectSide.h"
 #include "model/Validation.h"
 #include "numerics/Distribution.h"
 #include "numerics/Real.h"
@@ -20,13 +22,9 @@ constexpr double sameOffset = 1e-13;
 constexpr double sameLimit = 1e-12; // relative
 constexpr const char* fittingText = "Fitting the subject parameter...";
 
-constexpr const char* lowerTitle = "Subject Parameter Lower Limit";
 constexpr const char* lowerText = "Must be less than the\nMode for the case in question.";
-constexpr const char* pctTitle = "Subject Parameter % In-Tolerance";
 constexpr const char* pctText = "Must be greater than 50% for \nthe case in question.";
-constexpr const char* upperTitle = "Subject Parameter Upper Limit";
 constexpr const char* upperText = "Must be greater than the Mode\nfor the case in question.";
-constexpr const char* physicalTitle = "Physical Limit Violation";
 constexpr const char* physicalText = "The Physical Limit must lie outside the range\n";
 
 /// A refusal that has been shown; the fit ends.
@@ -61,7 +59,7 @@ class SubjectFit {
         r_.ZTwoSided = checked(InvNorm((p_ + 1) / 2));
     }
 
-    double sideLimit() const { return r_.OptSingleUpper ? r_.SU_UpperLimit : r_.SU_LowerLimit; }
+    double sideLimit() const { return r_.*presentSide(r_).limit; }
 
     void chooseDistribution() {
         if (r_.OptTwoSided) {
@@ -92,12 +90,12 @@ class SubjectFit {
         }
         if (r_.OptSingleLower) {
             r_.SU_CaseCode = 4;
-            if (r_.SU_LowerLimit >= r_.SU_Mode) refuse(lowerTitle, lowerText, "LowerLimitBox");
+            if (r_.SU_LowerLimit >= r_.SU_Mode) refuse(lowerSide.limitTitle, lowerText, lowerSide.limitBox);
             requireAboveHalf();
             return (mode - r_.SU_LowerLimit) / InvNorm(p_);
         }
         r_.SU_CaseCode = 5;
-        if (r_.SU_UpperLimit <= r_.SU_Mode) refuse(upperTitle, upperText, "UpperLimitBox");
+        if (r_.SU_UpperLimit <= r_.SU_Mode) refuse(upperSide.limitTitle, upperText, upperSide.limitBox);
         requireAboveHalf();
         return (r_.SU_UpperLimit - mode) / InvNorm(p_);
     }
@@ -143,7 +141,7 @@ class SubjectFit {
     /// The limit lies between the physical limit and the mode; the smaller of two shapes is taken.
     Real shapeBetween(Real ratio) {
         const Real z = checked(InvNorm(1 - p_));
-        if (z >= 0) refuse(pctTitle, pctText, "PctInTolBox");
+        if (z >= 0) refuse(subjectPctTitle, pctText, "PctInTolBox");
         const Real h = z / 2;
         const Real discriminant = h * h + log(ratio);
         if (discriminant < 0) {
@@ -179,16 +177,15 @@ class SubjectFit {
         const std::string mode = FormatNumber(r_.SU_Mode, r_.SU_Mode_fmt, session_.regional);
         const std::string edge = FormatNumber(bound, r_.SU_Mode_fmt, session_.regional);
         const std::string range = bound > r_.PhysicalLimit ? mode + " to " + edge : edge + " to " + mode;
-        refuse(physicalTitle, physicalText + range + ".",
-               r_.OptSingleLower ? "UpperLimitBox" : "LowerLimitBox");
+        refuse(physicalLimitTitle, physicalText + range + ".", otherSide(presentSide(r_)).limitBox);
     }
 
     void requireAboveHalf() {
-        if (!(p_ > 0.5)) refuse(pctTitle, pctText, "PctInTolBox");
+        if (!(p_ > 0.5)) refuse(subjectPctTitle, pctText, "PctInTolBox");
     }
 
     [[noreturn]] void refuse(const char* title, const std::string& text, const char* box) {
-        session_.ui.show({.text = text, .title = title, .icon = BoxIcon::Exclamation});
+        tell(session_.ui, {text, title});
         if (!validationIsQuiet(session_)) session_.ui.focus(box, true);
         throw Refused{};
     }

@@ -1,5 +1,7 @@
 #include "shell/FileCommands.h"
 
+#include "model/FlagGuard.h"
+#include "model/Message.h"
 #include "model/Session.h"
 #include "model/Text.h"
 #include "persistence/AnalysisFile.h"
@@ -24,10 +26,9 @@ constexpr const char* saveAsTitle = "Save Analysis As";
 constexpr const char* saveAsFilter = "Analysis Files (*.mrk)|*.mrk";
 constexpr const char* saveAsHelp = "saving analysis files";
 constexpr const char* anyAnalysis = "*.mrk";
-constexpr const char* readOnlyTitle = "Read Only File";
-constexpr const char* readOnlyText = "File is read only.  Cannot save changes.";
-constexpr const char* exitTitle = "Exit Metrisk";
-constexpr const char* exitText = "This will end your Metrisk session.";
+constexpr Message readOnly{"File is read only.  Cannot save changes.", "Read Only File"};
+constexpr Question exitProgram{"This will end your Metrisk session.", "Exit Metrisk", BoxButtons::OkCancel,
+                               Answer::Ok};
 constexpr const char* untitledFile = "(UNTITLED).MRK";
 
 bool isUntitled(const Session& session) {
@@ -41,29 +42,14 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-/// Marks the record as being filled for the life of the object.
-class LoadGuard {
-  public:
-    explicit LoadGuard(Session& session) : session_(session) { session_.record.LoadInProgress = true; }
-    ~LoadGuard() { session_.record.LoadInProgress = false; }
-    LoadGuard(const LoadGuard&) = delete;
-    LoadGuard& operator=(const LoadGuard&) = delete;
-
-  private:
-    Session& session_;
-};
-
 } // namespace
 
 /// False if the user wants to keep the analysis, or a save that was asked for did not come about.
 bool FileCommands::changesSettled() {
     const Analysis& r = session_.record;
     if (!r.FileChanged || r.FileReadOnly) return true;
-    switch (session_.ui.show({.text = "Save changes to " + r.AnalysisFileName + "?",
-                              .title = saveTitle,
-                              .icon = BoxIcon::Question,
-                              .buttons = BoxButtons::YesNoCancel,
-                              .unattended = Answer::Cancel})) {
+    switch (ask(session_.ui, {"Save changes to " + r.AnalysisFileName + "?", saveTitle,
+                              BoxButtons::YesNoCancel, Answer::Cancel})) {
     case Answer::Yes: return mnu_File_Save();
     case Answer::No: return true;
     default: return false;
@@ -109,7 +95,7 @@ bool FileCommands::load(const std::string& path) {
     r.AnalysisFileName = trimmed(path);
     r.AbortFlag = false;
     {
-        const LoadGuard loading(session_);
+        const FlagGuard loading(r.LoadInProgress);
         ReadAnalysis(session_, r.AnalysisFileName);
     }
     if (r.AbortFlag) {
@@ -137,7 +123,7 @@ bool FileCommands::load(const std::string& path) {
 bool FileCommands::mnu_File_Save() {
     if (isUntitled(session_)) return mnu_File_SaveAs();
     if (session_.record.FileReadOnly) {
-        session_.ui.show({.text = readOnlyText, .title = readOnlyTitle, .icon = BoxIcon::Exclamation});
+        tell(session_.ui, readOnly);
         return false;
     }
     return saveTo(session_.record.AnalysisFileName);
@@ -158,11 +144,8 @@ bool FileCommands::mnu_File_SaveAs() {
 bool FileCommands::mayReplace(const std::string& path) {
     std::error_code none;
     if (!std::filesystem::exists(path, none)) return true;
-    return session_.ui.show({.text = path + " already exists.\nDo you want to replace it?",
-                             .title = saveAsTitle,
-                             .icon = BoxIcon::Question,
-                             .buttons = BoxButtons::YesNo,
-                             .unattended = Answer::No}) == Answer::Yes;
+    return ask(session_.ui, {path + " already exists.\nDo you want to replace it?", saveAsTitle,
+                             BoxButtons::YesNo, Answer::No}) == Answer::Yes;
 }
 
 bool FileCommands::saveTo(const std::string& path) {
@@ -184,12 +167,7 @@ bool FileCommands::saveTo(const std::string& path) {
 }
 
 bool FileCommands::ConfirmExit(const std::function<void()>& onConfirmed) {
-    if (session_.ui.show({.text = exitText,
-                          .title = exitTitle,
-                          .icon = BoxIcon::Question,
-                          .buttons = BoxButtons::OkCancel,
-                          .unattended = Answer::Ok}) != Answer::Ok)
-        return false;
+    if (ask(session_.ui, exitProgram) != Answer::Ok) return false;
     onConfirmed();
     return true;
 }

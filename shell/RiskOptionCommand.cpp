@@ -1,8 +1,11 @@
 #include "shell/RiskOptionCommand.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
+#include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
+#include "risk/FalseAcceptScreen.h"
 
 #include <string>
 
@@ -10,13 +13,13 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* noticeTitle = "False Accept Risk Option Change";
-constexpr const char* noticeText = "Changing the False Accept Risk option will cause a\n"
-                                   "recalculation of the Baseline False Accept Risk.\n"
-                                   "\n"
-                                   "The Computed False Accept Risk, and the Equivalent\n"
-                                   "Accuracy Ratio will automatically be updated when\n"
-                                   "the Baseline Risk Analysis screen is closed.";
+constexpr Message optionNotice{"Changing the False Accept Risk option will cause a\n"
+                               "recalculation of the Baseline False Accept Risk.\n"
+                               "\n"
+                               "The Computed False Accept Risk, and the Equivalent\n"
+                               "Accuracy Ratio will automatically be updated when\n"
+                               "the Baseline Risk Analysis screen is closed.",
+                               optionChangeTitle, BoxIcon::Information};
 constexpr const char* reminderTitle = "False Accept Risk Option Reminder";
 constexpr const char* reminderAnalysis = "Notice: In this analysis, the False Accept Risk Option is\n"
                                          "referenced to the ";
@@ -26,20 +29,19 @@ constexpr const char* producerPerspective = "producer's perspective.";
 
 } // namespace
 
-void FalseAcceptOptions_Click(Session& session, const RunFalseAcceptScreen& runChoice,
-                              const RunBaselineScreen& runBaseline) {
+void FalseAcceptOptions_Click(Session& session) {
     Analysis& r = session.record;
     const int before = r.FalseAcceptOption;
     const bool figuresCurrent = !r.RisksNeedCompute;
     FalseAcceptScreen choice(session);
-    runChoice(choice);
+    session.ui.run(choice);
     if (r.FalseAcceptOption == before) return;
     session.ui.repaintMainScreen();
     if (figuresCurrent) {
-        session.ui.show({.text = noticeText, .title = noticeTitle});
+        tell(session.ui, optionNotice);
         BaselineScreen baseline(session);
-        baseline.ComputeBaselineResults();
-        runBaseline(baseline);
+        baseline.computeRisks();
+        session.ui.run(baseline);
     }
     ComputeResults_Click(session);
 }
@@ -48,10 +50,9 @@ void remindOfRiskOption(Session& session) {
     const bool producer = session.record.FalseAcceptOption == 1;
     const bool producerByDefault = ReadFalseAcceptConvention(session.settings) == 1;
     if (producer == producerByDefault) return;
-    session.ui.show({.text = std::string(reminderAnalysis) +
-                             (producer ? producerPerspective : consumerPerspective) + reminderDefault +
-                             (producerByDefault ? producerPerspective : consumerPerspective),
-                     .title = reminderTitle});
+    tell(session.ui, {std::string(reminderAnalysis) + (producer ? producerPerspective : consumerPerspective) +
+                          reminderDefault + (producerByDefault ? producerPerspective : consumerPerspective),
+                      reminderTitle, BoxIcon::Information});
 }
 
 } // namespace metrisk

@@ -1,5 +1,6 @@
 #include "uncertainty/CombinedUncertainty.h"
 
+#include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "uncertainty/ErrorRows.h"
 
@@ -8,7 +9,7 @@ namespace metrisk {
 Combined CombinedUncertainty(const Analysis& record, const Regional& regional) {
     const Real bias = record.MTE_StdUncertainty;
     const Real process = record.ProcessUncertainty;
-    const Real factor = mteUnitsFactor(record);
+    const Real factor = measuringUnits(record).factor;
     const ErrorRows table = readErrorRows(record, regional);
 
     Real variance = bias * bias + process * process;

@@ -27,10 +27,6 @@ ErrorRows readErrorRows(const ProcessErrors& errors, const Regional& regional) {
     return table;
 }
 
-double mteUnitsFactor(const MeasuringParameter& measuring) {
-    return measuring.MTE_TolUnitsFactor == 0 ? 1.0 : measuring.MTE_TolUnitsFactor;
-}
-
 void EffectiveFreedom::add(double uncertainty, double degFreedom) {
     const Real square = Real(uncertainty) * uncertainty;
     squares = (squares + square).value();

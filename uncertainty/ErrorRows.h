@@ -20,9 +20,6 @@ struct ErrorRows {
 
 ErrorRows readErrorRows(const ProcessErrors& errors, const Regional& regional);
 
-/// The factor from nominal to tolerance units; a factor of 0 counts as 1.
-double mteUnitsFactor(const MeasuringParameter& measuring);
-
 /// Sums of the Welch-Satterthwaite formula: effective degrees of freedom = A^2 / B.
 struct EffectiveFreedom {
     double squares = 0;            // A = sum of u^2

@@ -1,6 +1,7 @@
 #include "uncertainty/ProcessTotals.h"
 
 #include "model/NumberText.h"
+#include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "uncertainty/ErrorRows.h"
 
@@ -45,7 +46,7 @@ Totals ComputeTotals(const ErrorRows& table, const Analysis& record) {
     }
     totals.processFreedom = std::max(freedom.value(), 0.0);
 
-    const double bias = (Real(mteUnitsFactor(record)) * record.MTE_StdUncertainty).value();
+    const double bias = (Real(measuringUnits(record).factor) * record.MTE_StdUncertainty).value();
     freedom.add(bias, record.MTE_DegFreedom);
     const double all = freedom.value();
     totals.totalFreedom = all <= largestDegFreedom ? all : 0;
@@ -59,7 +60,7 @@ void SumProcessUncertainty(Session& session) noexcept {
     try {
         const ErrorRows table = readErrorRows(record, session.regional);
         const Totals totals = ComputeTotals(table, record);
-        const double uncertainty = (Real(totals.uncertainty) / mteUnitsFactor(record)).value();
+        const double uncertainty = (Real(totals.uncertainty) / measuringUnits(record).factor).value();
         std::string picture = WidenPicture(record.ProcessUncertainty, record.ProcessUncertainty_fmt);
         if (table.anyUncertainty)
             picture = WidenPicture(uncertainty, HeldOffsetPicture(totals.decimals, record.SU_SigDigits));

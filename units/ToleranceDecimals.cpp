@@ -1,5 +1,7 @@
 #include "units/ToleranceDecimals.h"
 
+#include "model/RelativeUnits.h"
+#include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 
 #include <cmath>
@@ -8,7 +10,6 @@ namespace metrisk {
 namespace {
 
 constexpr int ppmDecimals = 6;
-constexpr double ppmPerUnit = 1000000;
 
 Real log10Of(Real value) {
     return std::log10(value.value());
@@ -20,7 +21,7 @@ int roundedLog(double ratio) {
 
 /// A smaller unit gains whole decades; a larger one loses only the decades it surely has.
 int shiftOfFactor(double factor) {
-    const double decades = log10Of(factor == 0 ? 1.0 : factor).value();
+    const double decades = log10Of(factor).value();
     return static_cast<int>(decades < 0 ? std::trunc(decades) : std::round(decades));
 }
 
@@ -28,14 +29,15 @@ int shiftOfFactor(double factor) {
 
 void UpdateToleranceDecimals(Analysis& record) noexcept {
     try {
-        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty() || record.MeasurementArea == " ")
+        if (record.NominalUnits == ppmUnits || record.MeasurementArea.empty() ||
+            record.MeasurementArea == " ")
             record.SU_TolDecimalShift = 0;
-        else if (record.SU_ToleranceUnits != "ppm")
-            record.SU_TolDecimalShift = shiftOfFactor(record.SU_TolUnitsFactor);
+        else if (!subjectUnits(record).isPpm())
+            record.SU_TolDecimalShift = shiftOfFactor(subjectUnits(record).factor);
         else if (record.SU_Mode == 0)
             record.SU_TolDecimalShift = ppmDecimals;
         else
-            record.SU_TolDecimalShift = roundedLog((Real(ppmPerUnit) / std::fabs(record.SU_Mode)).value());
+            record.SU_TolDecimalShift = roundedLog((Real(perMillion) / std::fabs(record.SU_Mode)).value());
     } catch (const RuntimeFault&) {
         return; // no such units: the picture stays
     }
@@ -43,12 +45,12 @@ void UpdateToleranceDecimals(Analysis& record) noexcept {
 
 void UpdateMTEToleranceDecimals(Analysis& record) noexcept {
     try {
-        if (record.NominalUnits == "ppm" || record.MeasurementArea.empty())
+        if (record.NominalUnits == ppmUnits || record.MeasurementArea.empty())
             record.SU_SigDigits = 0;
-        else if (record.MTE_ToleranceUnits == "ppm")
+        else if (measuringUnits(record).isPpm())
             record.SU_SigDigits = ppmDecimals;
         else
-            record.SU_SigDigits = shiftOfFactor(record.MTE_TolUnitsFactor);
+            record.SU_SigDigits = shiftOfFactor(measuringUnits(record).factor);
     } catch (const RuntimeFault&) {
         return;
     }

@@ -1,5 +1,6 @@
-#include "shell/CommandGate.h"
+#include "shell/mainscreen/DataGate.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
 #include "risk/ValidateAndFit.h"
 
@@ -7,8 +8,7 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* noDataTitle = "No Data Available";
-constexpr const char* noDataText = "No data to plot.";
+constexpr Message noData{"No data to plot.", "No Data Available", BoxIcon::Information};
 
 bool hasSubjectData(const Analysis& r) {
     return r.SU_Mode != 0 || r.SU_UpperLimit != 0 || r.SU_LowerLimit != 0 || r.SU_PctInTol != 0;
@@ -20,11 +20,11 @@ bool hasMeasuringData(const Analysis& r) {
 
 } // namespace
 
-bool commandMayRun(Session& session, GatedCommand command) {
+bool haveData(Session& session, Needs needs) {
     Analysis& r = session.record;
-    const bool subjectOnly = command == GatedCommand::SubjectPlot;
-    if (command != GatedCommand::Print && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
-        session.ui.show({.text = noDataText, .title = noDataTitle});
+    const bool subjectOnly = needs == Needs::Subject;
+    if (needs != Needs::Both && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
+        tell(session.ui, noData);
         return false;
     }
     r.ComputeScope = subjectOnly ? "SU" : "Both";

@@ -1,6 +1,6 @@
 // The field rules of the main screen's boxes, one routine a kind of box.
 //
-// Each is called only for a changed text, while an EntryGuard lives; `last` is the text before the
+// Each is called only for a changed text, while EntryBoxChanged is set; `last` is the text before the
 // entry. A refused entry leaves the record alone. They raise RuntimeFault on a numeric fault, with
 // the record in any state: the caller puts it back.
 #pragma once
@@ -8,17 +8,21 @@
 #include "model/FieldResult.h"
 
 #include <string>
-#include <string_view>
 
 namespace metrisk {
 
+struct Analysis;
 struct Session;
+struct SubjectSide;
+
+/// Title over a percentage out of range.
+inline constexpr const char* illegalEntryTitle = "Illegal Entry";
 
 FieldResult commitMode(Session& session, const std::string& text, const std::string& last);
 
-/// Which of the two rows of the subject parameter.
-enum class LimitRow { Upper, Lower };
-FieldResult commitLimit(Session& session, LimitRow row, const std::string& text, const std::string& last);
+/// The side that the tolerance kind lacks takes the physical limit.
+FieldResult commitLimit(Session& session, const SubjectSide& side, const std::string& text,
+                        const std::string& last);
 
 FieldResult commitPctInTol(Session& session, const std::string& text);
 FieldResult commitMTEPctInTol(Session& session, const std::string& text);
@@ -28,8 +32,8 @@ FieldResult commitMTEPctInTol(Session& session, const std::string& text);
 enum class MeasuringBox { Offset, Fixed, PctOfReading };
 FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::string& text);
 
-/// True and stored if the box is one of the texts: identification and measuring units.
-bool commitText(Session& session, std::string_view box, const std::string& text);
+/// Identification and measuring units: the text goes to its field.
+void commitText(Session& session, std::string Analysis::*field, const std::string& text);
 /// The texts' form in the record: a double quote, which the file cannot hold, becomes a double prime.
 std::string withoutQuotes(std::string text);
 

@@ -2,6 +2,9 @@
 
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/SubjectSide.h"
+#include "model/ToleranceUnits.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>
 
@@ -11,49 +14,35 @@ namespace {
 
 constexpr const char* physicalLimitCaption = "Physical Limit";
 
-/// One row, told apart once.
+/// One row of the subject parameter's limits.
 struct Row {
-    const char* label;
-    const char* box;
+    const SubjectSide& side;
+    Label MainScreen::*label;
+    TextBox MainScreen::*box;
     const char* limitsCaption;
     const char* offsetsCaption;
-    double limit;        // nominal units
-    double offset;       // nominal units
-    std::string picture; // of the offset, held for nominal units
-    bool absent;         // the tolerance kind has no such side
 };
 
-Row upperRow(const Analysis& r) {
-    return {"pnl_SUUpper",   "UpperLimitBox",  "Upper Tolerance",    "Upper Tolerance Limit",
-            r.SU_UpperLimit, r.SU_UpperOffset, r.SU_UpperOffset_fmt, r.OptSingleLower};
-}
+const Row upperRow{upperSide, &MainScreen::pnl_SUUpper, &MainScreen::UpperLimitBox, "Upper Tolerance", "Upper Tolerance Limit"};
+const Row lowerRow{lowerSide, &MainScreen::pnl_SULower, &MainScreen::LowerLimitBox, "Lower Tolerance", "Lower Tolerance Limit"};
 
-Row lowerRow(const Analysis& r) {
-    return {"pnl_SULower",   "LowerLimitBox",  "Lower Tolerance",    "Lower Tolerance Limit",
-            r.SU_LowerLimit, r.SU_LowerOffset, r.SU_LowerOffset_fmt, r.OptSingleUpper};
-}
-
-std::string limitText(const Row& row, const Session& session) {
+std::string limitText(const SubjectSide& side, const Session& session) {
     const Analysis& r = session.record;
     if (r.SU_UpperOffset == 0 && r.SU_LowerOffset == 0) return "";
-    if (!r.ShowLimits) {
-        const double factor = r.SU_TolUnitsFactor == 0 ? 1 : r.SU_TolUnitsFactor;
-        return withUnits(FormatNumber(row.offset * factor,
-                                      ShownOffsetPicture(row.picture, r.SU_TolDecimalShift),
-                                      session.regional),
-                         r.SU_ToleranceUnits);
-    }
+    const std::string& picture = r.*side.offsetPicture;
+    if (!r.ShowLimits) return subjectUnits(r).text(r.*side.offset, picture, session.regional);
     // The offset's decimals, and those of the mode where the limit needs them.
-    const int needed = std::min(PictureDecimals(r.SU_Mode_fmt), DecimalsOfValue(row.limit, 0));
-    const int decimals = std::max(PictureDecimals(row.picture), needed);
-    return withUnits(FormatNumber(row.limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
+    const double limit = r.*side.limit;
+    const int needed = std::min(PictureDecimals(r.SU_Mode_fmt), DecimalsOfValue(limit, 0));
+    const int decimals = std::max(PictureDecimals(picture), needed);
+    return withUnits(FormatNumber(limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
 }
 
-void showRow(ScreenState& screen, const Session& session, const Row& row, bool follows) {
+void showRow(MainScreen& screen, const Session& session, const Row& row, bool follows) {
     const Analysis& r = session.record;
-    ControlState& label = screen[row.label];
-    ControlState& box = screen[row.box];
-    if (row.absent) {
+    Label& label = screen.*row.label;
+    TextBox& box = screen.*row.box;
+    if (r.*row.side.absent) {
         label.text = physicalLimitCaption;
         const bool entered = r.PhysLimitRequired && r.PhysicalLimitEntered;
         box.text = entered ? withUnits(FormatNumber(r.PhysicalLimit, r.PhysicalLimit_fmt, session.regional),
@@ -63,7 +52,7 @@ void showRow(ScreenState& screen, const Session& session, const Row& row, bool f
         return;
     }
     label.text = r.ShowLimits ? row.limitsCaption : row.offsetsCaption;
-    box.text = limitText(row, session);
+    box.text = limitText(row.side, session);
     box.locked = follows;
 }
 
@@ -74,44 +63,39 @@ std::string multiplierText(double multiplier, const Session& session) {
                         session.regional);
 }
 
-void showGuardband(ScreenState& screen, const Session& session, const Row& row, double multiplier,
-                   double sign, const char* index, bool asLimits) {
+void showGuardband(Label& label, TextBox& box, const Session& session, const SubjectSide& side, bool asLimits) {
     const Analysis& r = session.record;
-    ControlState& box = screen[std::string("txt_GuardbandMultiplier_") + index];
-    box.locked = true; // entered on the guardband worksheet
-    box.visible = screen[std::string("Lbl_Guardbands_") + index].visible = !row.absent;
+    box.visible = label.visible = !(r.*side.absent);
+    const double multiplier = r.*side.multiplier;
     if (!asLimits) {
         box.text = multiplierText(multiplier, session);
         return;
     }
     constexpr int most = 8;
-    const double limit = r.SU_Mode + sign * multiplier * row.offset;
-    const int decimals = std::min(most, PictureDecimals(row.picture) + DecimalsOfValue(multiplier, 0));
+    const double limit = r.SU_Mode + side.sign * multiplier * r.*side.offset;
+    const int decimals =
+        std::min(most, PictureDecimals(r.*side.offsetPicture) + DecimalsOfValue(multiplier, 0));
     box.text = withUnits(FormatNumber(limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
 }
 
 } // namespace
 
-std::string withUnits(std::string number, const std::string& units) {
-    if (!number.empty() && !units.empty()) number += " " + units;
-    return number;
+void showLimitRows(MainScreen& screen, const Session& session) {
+    const Analysis& r = session.record;
+    showRow(screen, session, upperRow, false);
+    showRow(screen, session, lowerRow, r.OptTwoSided && r.SymmetricTolerances);
 }
 
-void showLimitRows(ScreenState& screen, const Session& session) {
+void showGuardbandRows(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
-    showRow(screen, session, upperRow(r), false);
-    showRow(screen, session, lowerRow(r), r.OptTwoSided && r.SymmetricTolerances);
-}
-
-void showGuardbandRows(ScreenState& screen, const Session& session, bool asLimits) {
-    const Analysis& r = session.record;
-    showGuardband(screen, session, upperRow(r), r.GB_UpperMult, 1, "0", asLimits);
-    showGuardband(screen, session, lowerRow(r), r.GB_LowerMult, -1, "1", asLimits);
-    screen["optGuardbands_0"].checked = asLimits;
-    screen["optGuardbands_1"].checked = !asLimits;
-    screen["chk_IncludeGuardbands"].checked = r.IncludeGuardbands;
-    screen["chk_SymmetricGBands"].checked = r.GB_SymmetricMult;
-    screen["chk_SymmetricGBands"].visible = r.OptTwoSided;
+    const bool asLimits = screen.guardbandsAsLimits;
+    showGuardband(screen.Lbl_Guardbands_0, screen.txt_GuardbandMultiplier_0, session, upperSide, asLimits);
+    showGuardband(screen.Lbl_Guardbands_1, screen.txt_GuardbandMultiplier_1, session, lowerSide, asLimits);
+    screen.optGuardbands_0.checked = asLimits;
+    screen.optGuardbands_1.checked = !asLimits;
+    screen.chk_IncludeGuardbands.checked = r.IncludeGuardbands;
+    screen.chk_SymmetricGBands.checked = r.GB_SymmetricMult;
+    screen.chk_SymmetricGBands.visible = r.OptTwoSided;
 }
 
 } // namespace metrisk

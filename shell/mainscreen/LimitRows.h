@@ -1,18 +1,15 @@
 // The two rows of the subject parameter's limits, and those of its guardbands.
 #pragma once
 
-#include "shell/mainscreen/MainDisplay.h"
-
-#include <string>
 
 namespace metrisk {
 
-/// "NUMBER UNITS"; without units, or without a number, no blank.
-std::string withUnits(std::string number, const std::string& units);
+class MainScreen;
+struct Session;
 
 /// pnl_SUUpper, UpperLimitBox, pnl_SULower, LowerLimitBox.
-void showLimitRows(ScreenState& screen, const Session& session);
+void showLimitRows(MainScreen& screen, const Session& session);
 
-void showGuardbandRows(ScreenState& screen, const Session& session, bool asLimits);
+void showGuardbandRows(MainScreen& screen, const Session& session);
 
 } // namespace metrisk

@@ -1,6 +1,8 @@
 // The measuring parameter's boxes.
+#include "model/NumberEntry.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "risk/CoverageFactor.h"
 #include "risk/ValidateAndFit.h"
@@ -14,9 +16,8 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* illegalTitle = "Illegal Entry";
-constexpr const char* pctText =
-    "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.";
+constexpr Message pctMessage{
+    "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.", illegalEntryTitle};
 constexpr const char* noPctReading = "##0";
 
 std::string pctReadingPicture(int decimals) {
@@ -52,21 +53,19 @@ void fitMeasuring(Session& session) {
     Analysis& r = session.record;
     r.MTE_UpperLimit = checked(r.MTE_Mode + r.MTE_Offset);
     r.MTE_LowerLimit = checked(r.MTE_Mode - r.MTE_Offset);
-    r.ComputeScope = "MTE";
-    r.ComputeNeeded = true;
-    r.FileChanged = true;
+    r.markChanged("MTE");
     r.AbortFlag = false;
     ValidateAndFit(session);
 }
 
-struct Entry {
-    double value;        // nominal units for what has units
+/// The number typed, also as a part of the tolerance.
+struct PartEntry {
+    NumberEntry typed;
+    double value;        // nominal units
     std::string picture; // held
-    double number;       // as typed
-    int decimals;
 };
 
-void commitTolerance(Analysis& r, MeasuringBox box, const Entry& entry) {
+void commitTolerance(Analysis& r, MeasuringBox box, const PartEntry& entry) {
     switch (box) {
     case MeasuringBox::Offset:
         r.MTE_Offset = entry.value;
@@ -82,14 +81,14 @@ void commitTolerance(Analysis& r, MeasuringBox box, const Entry& entry) {
         r.MTE_FixedOffset_fmt = entry.picture;
         break;
     case MeasuringBox::PctOfReading:
-        r.MTE_PctReading = entry.number;
-        r.MTE_PctReading_fmt = pctReadingPicture(entry.decimals);
+        r.MTE_PctReading = entry.typed.value;
+        r.MTE_PctReading_fmt = pctReadingPicture(entry.typed.decimals);
         break;
     }
     composeOffset(r);
 }
 
-void commitUncertainty(Session& session, MeasuringBox box, const Entry& entry) {
+void commitUncertainty(Session& session, MeasuringBox box, const PartEntry& entry) {
     Analysis& r = session.record;
     switch (box) {
     case MeasuringBox::Offset:
@@ -102,7 +101,7 @@ void commitUncertainty(Session& session, MeasuringBox box, const Entry& entry) {
         r.MTE_StdUncertainty_fmt = entry.picture;
         if (entry.value == 0) r.MTE_Offset = 0;
         break;
-    case MeasuringBox::PctOfReading: r.MTE_DegFreedom = std::max(entry.number, 0.0); break;
+    case MeasuringBox::PctOfReading: r.MTE_DegFreedom = std::max(entry.typed.value, 0.0); break;
     }
     expandUncertainty(session);
 }
@@ -111,10 +110,10 @@ void commitUncertainty(Session& session, MeasuringBox box, const Entry& entry) {
 
 FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::string& text) {
     Analysis& r = session.record;
-    const double number = ParseValue(text, session.regional);
-    const int decimals = DigitsForEntry(text, session.regional);
-    const Entry entry{checked(number / nonZeroFactor(r.MTE_TolUnitsFactor)),
-                      HeldOffsetPicture(decimals, r.SU_SigDigits), number, decimals};
+    const ToleranceUnits units = measuringUnits(r);
+    r.MTE_TolUnitsFactor = units.factor; // a factor of 0 is not kept
+    const NumberEntry typed = NumberEntry::read(text, session.regional);
+    const PartEntry entry{typed, units.toNominal(typed.value), units.heldPicture(typed)};
     if (r.MTE_EntryByUncertainty)
         commitUncertainty(session, box, entry);
     else
@@ -127,14 +126,12 @@ FieldResult commitMTEPctInTol(Session& session, const std::string& text) {
     Analysis& r = session.record;
     const double value = ParseValue(text, session.regional);
     const bool tooHigh = r.MTE_EntryByUncertainty ? value > 100 : value >= 100;
-    if (tooHigh || value <= 0) {
-        session.ui.show({.text = pctText, .title = illegalTitle, .icon = BoxIcon::Exclamation});
-        return {true, FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional)};
-    }
+    if (tooHigh || value <= 0)
+        return refuseEntry(session.ui, pctMessage,
+                           FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional));
     if (value == r.MTE_PctInTol) return {false, text};
     r.MTE_PctInTol = value;
-    r.ComputeNeeded = true;
-    r.FileChanged = true;
+    r.markChanged();
     if (r.MTE_EntryByUncertainty) expandUncertainty(session);
     // A bias that a worksheet has computed is not fitted again from here.
     if (!r.MTE_EntryByUncertainty || !r.MTE_BiasFromWorksheet) fitMeasuring(session);

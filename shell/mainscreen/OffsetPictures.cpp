@@ -1,7 +1,9 @@
 #include "shell/mainscreen/OffsetPictures.h"
 
 #include "model/NumberText.h"
+#include "model/RelativeUnits.h"
 #include "model/Session.h"
+#include "model/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
 
 #include <algorithm>
@@ -12,9 +14,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* ppm = "ppm";
-constexpr double partsPerUnit = 1000000;
-
 void movePicture(double value, std::string& picture, int decimals) {
     const int held = PictureDecimals(picture);
     const int needed = std::min(held, DecimalsOfValue(value, 0));
@@ -23,17 +22,12 @@ void movePicture(double value, std::string& picture, int decimals) {
 
 } // namespace
 
-double nonZeroFactor(double& factor) {
-    if (factor == 0) factor = 1;
-    return factor;
-}
-
 void followModeInUnits(Session& session) {
     Analysis& r = session.record;
-    if (r.NominalUnits != ppm && !r.MeasurementArea.empty() && r.SU_Mode != 0) {
-        const double factor = partsPerUnit / std::fabs(r.SU_Mode);
-        if (r.SU_ToleranceUnits == ppm) r.SU_TolUnitsFactor = factor;
-        if (r.MTE_ToleranceUnits == ppm) r.MTE_TolUnitsFactor = factor;
+    if (r.NominalUnits != ppmUnits && !r.MeasurementArea.empty() && r.SU_Mode != 0) {
+        const double factor = perMillion / std::fabs(r.SU_Mode);
+        if (subjectUnits(r).isPpm()) r.SU_TolUnitsFactor = factor;
+        if (measuringUnits(r).isPpm()) r.MTE_TolUnitsFactor = factor;
     }
     UpdateToleranceDecimals(r);
     UpdateMTEToleranceDecimals(r);

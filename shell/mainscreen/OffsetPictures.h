@@ -9,9 +9,6 @@ struct Session;
 /// Picture of a percent box after a commit.
 inline constexpr const char* pctEntryPicture = "#0.0000";
 
-/// A zero factor never stands: it is replaced by 1.
-double nonZeroFactor(double& factor);
-
 /// After the mode has changed: the factors of relative units and both decimal shifts.
 void followModeInUnits(Session& session);
 

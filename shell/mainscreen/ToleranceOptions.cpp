@@ -11,11 +11,6 @@ namespace {
 
 constexpr const char* newPhysicalPicture = "#,##0.0000";
 
-void markChanged(Analysis& r) {
-    r.ComputeNeeded = true;
-    r.FileChanged = true;
-}
-
 } // namespace
 
 void chooseTolerance(Session& session, ToleranceKind kind) {
@@ -35,14 +30,14 @@ void chooseTolerance(Session& session, ToleranceKind kind) {
     if (!changes) return;
     // A limit below the mode means nothing to the kind that needs one above it.
     r.PhysicalLimitEntered = false;
-    markChanged(r);
+    r.markChanged();
 }
 
 void PhysLimitRequired_Click(Session& session, bool checked) {
     Analysis& r = session.record;
     if (r.OptTwoSided || r.PhysLimitRequired == checked) return;
     r.PhysLimitRequired = checked;
-    markChanged(r);
+    r.markChanged();
 }
 
 void chk_Symmetric_Click(Session& session, bool checked) {
@@ -59,7 +54,7 @@ void chk_Symmetric_Click(Session& session, bool checked) {
         r.SU_LowerPctReading_fmt = r.SU_UpperPctReading_fmt;
         r.SU_LowerLimit = r.SU_Mode - r.SU_UpperOffset;
     }
-    markChanged(r);
+    r.markChanged();
 }
 
 void optOffsets_Click(Session& session, int index) {
@@ -70,7 +65,7 @@ void chk_IncludeUncertainty_Click(Session& session, bool checked) {
     Analysis& r = session.record;
     if (r.IncludeUncertainty == checked) return;
     r.IncludeUncertainty = checked;
-    markChanged(r);
+    r.markChanged();
     r.ComputeScope = "MTE";
     ValidateAndFit(session);
 }

@@ -1,4 +1,5 @@
 // Entering an analysis on the main screen.
+#include "model/RiskText.h"
 #include "shell/Menus.h"
 #include "shell/mainscreen/MainDisplay.h"
 #include "tests/screens/support/Desk.h"
@@ -49,8 +50,8 @@ class EntryTest final : public QObject {
         QCOMPARE(d.focused(), QString("SystemIDBox"));
         const QString accept = d.text("AcceptRisk");
         QCOMPARE(accept + " " + d.text("AcceptUnits"),
-                 QString::fromStdString(riskBoxText(d.record.FalseAcceptRisk, d.record.FalseAcceptUnits,
-                                                    d.record.FalseAccept_fmt, d.session) +
+                 QString::fromStdString(riskText({d.record.FalseAcceptRisk, d.record.FalseAcceptUnits},
+                                                 d.record.FalseAccept_fmt, d.session.regional) +
                                         " " + d.record.FalseAcceptUnits));
         QVERIFY(d.record.FalseAcceptRisk > 0 && d.record.FalseRejectRisk > 0);
         QCOMPARE(d.text("AccRatEquivalent2Box"), QString("1.00"));

@@ -1,0 +1,19 @@
+#include "model/Message.h"
+
+#include <string>
+
+namespace metrisk {
+
+void tell(Interaction& ui, const Message& message) {
+    ui.show({.text = std::string(message.text), .title = std::string(message.title), .icon = message.icon});
+}
+
+Answer ask(Interaction& ui, const Question& question) {
+    return ui.show({.text = std::string(question.text),
+                    .title = std::string(question.title),
+                    .icon = BoxIcon::Question,
+                    .buttons = question.buttons,
+                    .unattended = question.unattended});
+}
+
+} // namespace metrisk

@@ -1,0 +1,16 @@
+#include "model/NumberEntry.h"
+
+#include "model/NumberText.h"
+
+namespace metrisk {
+
+NumberEntry NumberEntry::read(std::string_view text, const Regional& regional) {
+    return {ParseValue(text, regional), DigitsForEntry(text, regional),
+            text.find_first_not_of(" \t\r\n") == text.npos};
+}
+
+std::string NumberEntry::picture() const {
+    return PictureForDecimals(decimals);
+}
+
+} // namespace metrisk
