@@ -21,6 +21,7 @@ bool AnalysisRun::open(const std::string& path) {
     record.AnalysisFileName = path;
     record.AbortFlag = false;
     ReadAnalysis(session, path);
+    if (record.LimitsReformed) ui.note({"Tolerance Limits", limitsReformedText, "OK"});
     return !record.AbortFlag;
 }
 

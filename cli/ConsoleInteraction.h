@@ -4,6 +4,7 @@
 #include "model/Interaction.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace metrisk::cli {
@@ -20,14 +21,20 @@ class ConsoleInteraction final : public Interaction {
     /// Everything shown so far, in order.
     const std::vector<Message>& messages() const { return messages_; }
 
-    Answer show(const Box& box) override;
-    void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
+    /// Adds what the window tells in its status line.
+    void note(Message message) { messages_.push_back(std::move(message)); }
 
-    void focus(std::string_view, bool) override {}
+    Answer show(const Box& box) override;
+    /// Does the screen's work; a screen without work is left by Cancel at once.
+    void run(Worksheet& screen, const std::function<void()>& work) override;
+
+    void refresh(Worksheet&) override {}
+    void repaintMainScreen() override {}
+    void focus(const ControlName&, bool) override {}
+    void highlight(std::string_view) override {}
     void yield() override {}
     void status(std::string_view) override {}
-    void updateComputing(const ComputingScreen&) override {}
-    void repaintMainScreen() override {}
+    void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
 

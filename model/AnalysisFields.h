@@ -332,11 +332,13 @@ void visitSessionState(Record& record, Visitor& visit) {
     METRISK_FIELD(EntryBoxChanged);
     METRISK_FIELD(RisksNeedCompute);
     METRISK_FIELD(RisksComputed);
+    METRISK_FIELD(ResultsStale);
     METRISK_FIELD(ComputeRequested);
     METRISK_FIELD(NothingChanged);
     METRISK_FIELD(GuardbandsUnchanged);
     METRISK_FIELD(BaselineUnchanged);
     METRISK_FIELD(BaselineComputed);
+    METRISK_FIELD(LimitsReformed);
     METRISK_FIELD(LoadInProgress);
     METRISK_FIELD(ObservedWorksheetOpen);
     METRISK_FIELD(UncertaintyWorksheetOpen);

@@ -21,12 +21,14 @@ struct SessionState {
     Flag Computing;       // the compute button's handling is in progress
     Flag EntryBoxChanged; // a lost-focus rule is committing an entry
     Flag RisksNeedCompute;
-    Flag RisksComputed;    // the last risk compute gave figures of its own
+    Flag RisksComputed;    // the last risk compute gave figures, or found that those shown stand
+    Flag ResultsStale;     // the last compute gave none: the results shown belong to earlier entries
     Flag ComputeRequested; // the progress screen is to compute when it becomes active
     Flag NothingChanged;   // results of the snapshot comparison
     Flag GuardbandsUnchanged;
     Flag BaselineUnchanged;
     Flag BaselineComputed;
+    Flag LimitsReformed;   // the file's limits contradicted its mode and offsets, which won
     Flag LoadInProgress; // no boxes for missing data, no focus moves
     Flag ObservedWorksheetOpen;
     Flag UncertaintyWorksheetOpen;

@@ -71,6 +71,12 @@ std::size_t countCharacters(std::string_view text) {
     return count;
 }
 
+std::string withoutQuotes(std::string text) {
+    constexpr const char* doublePrime = "\u2033";
+    for (std::size_t at = 0; (at = text.find('"', at)) != text.npos;) text.replace(at, 1, doublePrime);
+    return text;
+}
+
 bool isValidUtf8(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t length = sequenceAt(text, i);

@@ -3,16 +3,14 @@
 #include "model/Message.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
+#include "model/Symmetry.h"
 
-#include <cmath>
 #include <initializer_list>
 #include <string>
 
 namespace metrisk {
 
 namespace {
-
-constexpr double sameOffset = 1e-13;
 
 namespace title {
 constexpr const char* insufficient = "Insufficient Data Available";
@@ -67,10 +65,6 @@ bool allZero(std::initializer_list<double> values) {
 
 bool subjectEmpty(const Analysis& r) {
     return allZero({r.SU_Mode, r.SU_UpperLimit, r.SU_LowerLimit, r.SU_PctInTol});
-}
-
-bool hasEqualOffsets(const Analysis& r) {
-    return r.OptTwoSided && std::fabs(r.SU_UpperOffset - r.SU_LowerOffset) < sameOffset;
 }
 
 struct Failure {
@@ -159,7 +153,7 @@ void ValidateSubject(Session& session) {
     const bool hundred = r.SU_PctInTol == 100;
     if (!r.Ack100Pct && !validationIsQuiet(session)) {
         r.Ack100Pct = true;
-        if (hundred && hasEqualOffsets(r) && !userGoesOn(session, text::hundredPercent)) {
+        if (hundred && isSymmetric(r) && !userGoesOn(session, text::hundredPercent)) {
             r.AbortFlag = true;
             return;
         }
@@ -168,7 +162,7 @@ void ValidateSubject(Session& session) {
         return fail(session, {upperSide.limitTitle, text::notBelowMode, upperSide.limitBox}, true);
     if (r.SU_LowerLimit > r.SU_Mode && !r.OptSingleUpper)
         return fail(session, {lowerSide.limitTitle, text::notAboveMode, lowerSide.limitBox}, true);
-    if (hundred && !hasEqualOffsets(r))
+    if (hundred && !isSymmetric(r))
         return fail(session, {subjectPctTitle, text::hundredOnlySymmetric, "PctInTolBox"}, true);
     if (r.OptTwoSided && r.SU_UpperLimit == r.SU_Mode && r.SU_LowerLimit == r.SU_Mode)
         return fail(session, {title::subjectTolerance, text::limitsOnMode, upperSide.limitBox}, !entering);

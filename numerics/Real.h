@@ -43,6 +43,7 @@ class Real {
     friend auto operator<=>(Real a, Real b) { return a.value_ <=> b.value_; }
 
     friend Real exp(Real x) { return std::exp(x.value_); }
+    friend Real expm1(Real x) { return std::expm1(x.value_); }
     friend Real log(Real x) { return std::log(x.value_); }
     friend Real sqrt(Real x) { return std::sqrt(x.value_); }
     friend Real abs(Real x) { return std::fabs(x.value_); }

@@ -57,7 +57,8 @@ bool convertOlderVersion(Session& session) {
 /// Raises RuntimeFault where the content is no analysis although it begins like one.
 std::optional<Refusal> readContent(Session& session, std::string_view content) {
     Analysis& record = session.record;
-    ItemReader file(content, [&](LayoutPoint point) { runLoadStep(session, point); });
+    bool changed = false;
+    ItemReader file(content, [&](LayoutPoint point) { changed |= runLoadStep(session, point); });
 
     std::string mark;
     file.item(mark);
@@ -76,8 +77,9 @@ std::optional<Refusal> readContent(Session& session, std::string_view content) {
     record.Remarks.clear();
     record.BaselineComputed = false;
     layoutAnalysis(file, record);
-    finishLoad(session);
-    record.FileChanged = version <= versionWithoutWorksheets;
+    changed |= finishLoad(session);
+    record.FileChanged = changed || version <= versionWithoutWorksheets;
+    record.ResultsStale = false;
     return std::nullopt;
 }
 

@@ -9,9 +9,14 @@
 
 namespace metrisk {
 
+/// What is told when LimitsReformed is set.
+inline constexpr const char* limitsReformedText =
+    "The tolerance limits of the file contradict its mode and offsets and were formed anew from them.";
+
 /// Fills the record from a file. On failure a box titled with the file's name tells so, AbortFlag is
 /// set and the record holds what had been read so far; FileChanged then stays. Afterwards FileChanged
-/// is true if the file has the oldest two forms, since it would be saved differently. Tolerance kinds of
+/// is true if the file has the oldest two forms, limits that contradict its offsets (LimitsReformed then
+/// is true too) or correlations beyond 1, since it would be saved differently. Tolerance kinds of
 /// which not exactly one is true become two-sided, a FalseAcceptOption other than 1 becomes 0. The caller
 /// clears the record first and sets AnalysisFileName.
 void ReadAnalysis(Session& session, const std::string& path) noexcept;

@@ -86,7 +86,10 @@ void options(File& file, Record& r) {
         file.line(r.SUPlot_ShowTolerances, r.MTEPlot_ShowOffsets, r.ErrorPlot_Flag);
     }
     file.line(r.FalseAcceptOption);
-    if (file.from(1.512F)) file.line(r.UserOption);
+    if (file.from(1.512F))
+        file.line(r.UserOption);
+    else if constexpr (File::reading)
+        r.UserOption = "User"; // whatever the settings' default is
 }
 
 template <class File, class Record>

@@ -39,7 +39,7 @@ int optionOf(std::string_view word) {
 BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget) {
     using namespace baselineKeys;
     const auto text = [&](const char* key, const char* otherwise) {
-        return settings.ReadSetting(section, key, otherwise, bufferLength);
+        return withoutQuotes(settings.ReadSetting(section, key, otherwise, bufferLength));
     };
     const auto number = [&](const char* key, const char* otherwise) { return figure(text(key, otherwise)); };
 

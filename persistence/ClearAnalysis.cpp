@@ -15,13 +15,14 @@ void readSourceNames(const Settings& settings, ProcessErrors& errors) {
     for (int row = 1; row <= 8; ++row) {
         const char* name = defaultSourceNames[row - 1];
         const bool fixed = row == 1 || row == 7;
-        errors.ErrorSourceName[row] = fixed ? name : settings.ReadSetting("ErrorSourceNames", name, name, 30);
+        errors.ErrorSourceName[row] =
+            fixed ? name : withoutQuotes(settings.ReadSetting("ErrorSourceNames", name, name, 30));
     }
 }
 
 void readReportFields(const Settings& settings, ReportFields& report) {
     const auto text = [&](const char* key, int length) {
-        return settings.ReadSetting("ReportFormat", key, "", length);
+        return withoutQuotes(settings.ReadSetting("ReportFormat", key, "", length));
     };
     const auto yes = [&](const char* key, int length) {
         return equalCaseBlind(settings.ReadSetting("ReportFormat", key, "No", length), "YES");

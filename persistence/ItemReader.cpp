@@ -108,8 +108,13 @@ void ItemReader::item(Flag& value) {
     value = Flag::fromStored(integer(-32768, 32767));
 }
 
+std::string ItemReader::text() {
+    const Item item = next();
+    return item.quoted ? std::string(item.text) : withoutQuotes(std::string(item.text));
+}
+
 void ItemReader::item(std::string& value) {
-    value = next().text;
+    value = text();
 }
 
 void ItemReader::item(AsLong<Flag> value) {
@@ -117,7 +122,7 @@ void ItemReader::item(AsLong<Flag> value) {
 }
 
 void ItemReader::item(AsFixed<std::string> value) {
-    value.text = withoutOuterBlanks(firstCharacters(next().text, fixedTextLength));
+    value.text = withoutOuterBlanks(firstCharacters(text(), fixedTextLength));
 }
 
 void ItemReader::item(AsSampleSize<int> value) {

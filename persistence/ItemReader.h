@@ -61,6 +61,7 @@ class ItemReader {
 
     Item next();
     bool takeDelimiter();
+    std::string text();
     double number();
     long integer(long smallest, long largest);
 

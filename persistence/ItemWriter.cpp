@@ -12,7 +12,7 @@ constexpr int doubleDigits = 15;
 constexpr int singleDigits = 7;
 
 std::string quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
+    return '"' + withoutQuotes(std::string(text)) + '"';
 }
 
 } // namespace

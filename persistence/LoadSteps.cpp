@@ -4,8 +4,12 @@
 #include "model/NumberText.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
+#include "numerics/Real.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace metrisk {
 namespace {
@@ -89,9 +93,44 @@ void derivePictures(Analysis& record) {
     record.Base_Reject_fmt = baselinePicture(record.Base_RejectUnits);
 }
 
+/// As an entry of the correlation worksheet would be refused.
+bool refuseCorrelations(Session& session) {
+    bool refused = false;
+    for (auto& row : session.record.CorrelationMatrix)
+        for (double& correlation : row)
+            if (std::fabs(correlation) > 1) {
+                correlation = 0;
+                refused = true;
+            }
+    if (refused)
+        session.ui.show(
+            {.text = "The correlation coefficient must be between -1 and 1.", .title = "Unlawful Entry"});
+    return refused;
+}
+
+bool agrees(double limit, double mode, double offset) {
+    constexpr double fileRounding = 4e-14; // three figures of 15 digits
+    const double largest = std::max({std::fabs(limit), std::fabs(mode), std::fabs(offset)});
+    return std::fabs(limit - (mode + offset)) <= fileRounding * largest;
+}
+
+void settleLimits(Analysis& r) {
+    r.LimitsReformed = false;
+    const auto settle = [&r](double& limit, double mode, double offset, bool used) {
+        if (agrees(limit, mode, offset)) return;
+        limit = checked(mode + offset);
+        if (used) r.LimitsReformed = true;
+    };
+    settle(r.SU_UpperLimit, r.SU_Mode, r.SU_UpperOffset, !r.OptSingleLower);
+    settle(r.SU_LowerLimit, r.SU_Mode, -r.SU_LowerOffset, !r.OptSingleUpper);
+    settle(r.MTE_UpperLimit, r.MTE_Mode, r.MTE_Offset, true);
+    settle(r.MTE_LowerLimit, r.MTE_Mode, -r.MTE_Offset, true);
+}
+
 } // namespace
 
-void runLoadStep(Session& session, LayoutPoint point) {
+bool runLoadStep(Session& session, LayoutPoint point) {
+    bool changed = false;
     switch (point) {
     case LayoutPoint::Options:
         settleToleranceKind(session.record);
@@ -104,13 +143,21 @@ void runLoadStep(Session& session, LayoutPoint point) {
         settleConvention(session.record);
         settleUnits(session.record);
         break;
-    case LayoutPoint::Statistics: SumProcessUncertainty(session); break;
+    case LayoutPoint::Statistics:
+        changed = refuseCorrelations(session);
+        SettleTableMarks(session);
+        copyErrorTable(session.record);
+        SumProcessUncertainty(session);
+        break;
     }
+    return changed;
 }
 
-void finishLoad(Session& session) {
+bool finishLoad(Session& session) {
+    settleLimits(session.record);
     composeBiasRow(session.record, session.regional);
     derivePictures(session.record);
+    return session.record.LimitsReformed;
 }
 
 } // namespace metrisk

@@ -38,8 +38,13 @@ constexpr const char* worksheetFailureOnReject =
 
 constexpr const char* foundRatioDen = "1.00";
 
+/// The risks in the record are those of the entries.
+bool shownRisksStand(const Analysis& r) {
+    return r.NothingChanged && r.GuardbandsUnchanged && !r.RisksNeedCompute && !r.ResultsStale;
+}
+
 bool everythingUnchanged(const Analysis& r) {
-    return r.BaselineUnchanged && r.GuardbandsUnchanged && r.NothingChanged && !r.RisksNeedCompute;
+    return r.BaselineUnchanged && shownRisksStand(r);
 }
 
 std::string riskLine(const char* label, double value, const std::string& units, const std::string& picture,
@@ -70,6 +75,22 @@ void handToGuardbandWorksheet(Analysis& r) {
     r.GuardbandsChanged = false;
 }
 
+/// The risks at the acceptance limits. False when there are none, which the user knows then.
+bool risksAtLimits(Session& session, bool guardbanded, double& falseAccept, double& falseReject) {
+    const AcceptanceLimits limits = acceptanceLimits(session, guardbanded);
+    const char* text = guardbandUnrealisticText;
+    switch (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject)) {
+    case RiskOutcome::Computed: return true;
+    case RiskOutcome::FailedAndReported: return false;
+    case RiskOutcome::NoSpread: text = limitsUnrealisticText; break;
+    case RiskOutcome::Negative:
+    case RiskOutcome::Failed: break;
+    }
+    session.record.AbortFlag = true;
+    session.ui.show({.text = text, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+    return false;
+}
+
 /// The steps between pressing the button and its being ready again.
 void computeResults(Session& session) {
     Analysis& r = session.record;
@@ -89,20 +110,22 @@ void computeResults(Session& session) {
     }
     r.ComputeScope = "Both";
     r.ComputeNeeded = true;
+    r.RisksComputed = false;
     ValidateAndFit(session);
-    if (r.AbortFlag) return;
-
-    if (r.DirectCompute)
+    const bool fitted = !r.AbortFlag;
+    if (fitted && r.DirectCompute)
         ComputeRisksDirect(session);
-    else
+    else if (fitted)
         requestCompute(session);
-
+    r.ResultsStale = !r.RisksComputed;
     session.ui.repaintMainScreen();
+    if (!fitted) return;
+
     r.GB_MainStale = true;
     r.GB_RisksStale = true;
     r.GB_EqAccRatValid = false;
     session.ui.yield();
-    if (r.IncludeGuardbands) handToGuardbandWorksheet(r);
+    if (r.IncludeGuardbands && r.RisksComputed) handToGuardbandWorksheet(r);
     session.ui.repaintMainScreen();
     r.Computing = false;
     session.ui.focus("SystemIDBox");
@@ -133,13 +156,9 @@ void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, 
 bool computeAndPublish(Session& session, double& falseAccept, double& falseReject) {
     Analysis& r = session.record;
     session.ui.yield();
-    const AcceptanceLimits limits = acceptanceLimits(session, r.IncludeGuardbands);
-    r.RisksComputed = false;
-    const RiskOutcome outcome = ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject);
-    r.RisksComputed = outcome == RiskOutcome::Computed;
+    const bool computed = risksAtLimits(session, r.IncludeGuardbands, falseAccept, falseReject);
     session.ui.yield();
-    if (outcome == RiskOutcome::Failed) tell(session.ui, {guardbandUnrealisticText, computeFailedTitle});
-    if (outcome == RiskOutcome::Failed || outcome == RiskOutcome::FailedAndReported) return false;
+    if (!computed) return false;
     falseAccept = notNegative(falseAccept);
     falseReject = notNegative(falseReject);
     publishRisks(r, falseAccept, falseReject);
@@ -152,14 +171,15 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     Analysis& r = session.record;
     double falseAccept = checked(riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits));
     double falseReject = checked(riskFraction(r.FalseRejectRisk, r.FalseRejectUnits));
-    const bool shownRisksStand = r.NothingChanged && r.GuardbandsUnchanged && !r.RisksNeedCompute;
-    if (shownRisksStand) {
+    r.RisksComputed = false;
+    if (shownRisksStand(r)) {
         TakeSnapshot(r);
     } else {
         screen.Lbl_Message1.text = computingRisksText;
         session.ui.refresh(screen);
         if (!computeAndPublish(session, falseAccept, falseReject)) return false;
     }
+    r.RisksComputed = true;
     if (!r.ComputeEqRatio || r.AbortFlag || everythingUnchanged(r)) {
         r.RisksNeedCompute = false;
         return true;
@@ -267,17 +287,15 @@ void ComputeRisksDirect(Session& session) noexcept {
     try {
         const double conforming = r.SU_PctInTol / 100;
         session.ui.yield();
-        const AcceptanceLimits limits =
-            acceptanceLimits(session, r.IncludeGuardbands && !r.ObservedIgnoresGuardbands);
+        const bool guardbanded = r.IncludeGuardbands && !r.ObservedIgnoresGuardbands;
         double falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
         double falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
-        if (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject) !=
-            RiskOutcome::Computed)
-            return;
+        if (!risksAtLimits(session, guardbanded, falseAccept, falseReject)) return;
         // Restates the Producer's joint figure as a conditional one.
         if (r.FalseAcceptOption == 1)
             falseAccept = ((conforming - Real(falseReject)) * falseAccept / (1 - Real(falseAccept))).value();
         publishRisks(r, notNegative(falseAccept), notNegative(falseReject));
+        r.RisksComputed = true;
     } catch (const RuntimeFault&) {
         r.AbortFlag = true;
     }

@@ -98,6 +98,10 @@ class RatioSearch {
 
 } // namespace
 
+bool ratioAttained(double ratio) {
+    return ratio >= 0.01 && ratio <= 10000;
+}
+
 double ratioTolerance(const Analysis& r) {
     if (r.OptTwoSided) return (r.SU_LowerOffset + r.SU_UpperOffset) / 2;
     return r.*presentSide(r).offset;

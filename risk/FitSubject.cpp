@@ -4,11 +4,13 @@
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
+#include "model/Symmetry.h"
 #include "model/Validation.h"
 #include "numerics/Distribution.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "risk/LogNormalSearch.h"
+#include "risk/Risks.h"
 
 #include <cmath>
 #include <numbers>
@@ -18,7 +20,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr double sameOffset = 1e-13;
 constexpr double sameLimit = 1e-12; // relative
 constexpr const char* fittingText = "Fitting the subject parameter...";
 
@@ -49,6 +50,7 @@ class SubjectFit {
         case Distribution::LogNormal:
         case Distribution::None: sigma = fitLogNormal(); break;
         }
+        if (!(sigma > 0)) refuseWithoutSpread();
         return sigma.value();
     }
 
@@ -63,15 +65,12 @@ class SubjectFit {
 
     void chooseDistribution() {
         if (r_.OptTwoSided) {
-            const double a = std::fabs(r_.SU_UpperLimit - r_.SU_Mode);
-            double b = std::fabs(r_.SU_LowerLimit - r_.SU_Mode);
-            if (std::fabs(b - a) < sameOffset) b = a;
-            if (a != b) {
-                r_.SU_Distribution = logNormalName;
-                r_.PhysLimitBelow = a > b;
-                r_.PhysLimitAbove = a < b;
-            } else {
+            if (isSymmetric(r_)) {
                 r_.SU_Distribution = pctInTol_ == 100 ? uniformName : normalName;
+            } else {
+                r_.SU_Distribution = logNormalName;
+                r_.PhysLimitBelow = r_.SU_UpperOffset > r_.SU_LowerOffset;
+                r_.PhysLimitAbove = !r_.PhysLimitBelow;
             }
         } else if (!r_.PhysLimitRequired) {
             r_.SU_Distribution = normalName;
@@ -82,22 +81,22 @@ class SubjectFit {
         }
     }
 
+    /// By the offset, which a large mode does not round.
     Real fitNormal() {
-        const Real mode = r_.SU_Mode;
         if (r_.OptTwoSided) {
             r_.SU_CaseCode = 6;
-            return (r_.SU_UpperLimit - mode) / r_.ZTwoSided;
+            return Real(r_.SU_UpperOffset) / r_.ZTwoSided;
         }
         if (r_.OptSingleLower) {
             r_.SU_CaseCode = 4;
             if (r_.SU_LowerLimit >= r_.SU_Mode) refuse(lowerSide.limitTitle, lowerText, lowerSide.limitBox);
             requireAboveHalf();
-            return (mode - r_.SU_LowerLimit) / InvNorm(p_);
+            return Real(r_.SU_LowerOffset) / InvNorm(p_);
         }
         r_.SU_CaseCode = 5;
         if (r_.SU_UpperLimit <= r_.SU_Mode) refuse(upperSide.limitTitle, upperText, upperSide.limitBox);
         requireAboveHalf();
-        return (r_.SU_UpperLimit - mode) / InvNorm(p_);
+        return Real(r_.SU_UpperOffset) / InvNorm(p_);
     }
 
     Real fitExponential() {
@@ -115,7 +114,7 @@ class SubjectFit {
 
     Real fitUniform() {
         r_.SU_CaseCode = 9;
-        return (Real(r_.SU_UpperLimit) - r_.SU_LowerLimit) / (2 * std::numbers::sqrt3);
+        return (Real(r_.SU_UpperOffset) + r_.SU_LowerOffset) / (2 * std::numbers::sqrt3);
     }
 
     Real fitLogNormal() {
@@ -128,9 +127,10 @@ class SubjectFit {
             r_.LimitRatioNear = ratio.value();
             r_.SU_LogSigma = (beyondMode ? shapeBeyondMode(ratio) : shapeBetween(ratio)).value();
         }
-        const Real omega = exp(Real(r_.SU_LogSigma) * r_.SU_LogSigma);
+        const Real square = Real(r_.SU_LogSigma) * r_.SU_LogSigma;
+        const Real omega = exp(square);
         r_.SU_LogOmega = omega.value();
-        return abs(Real(r_.SU_Mode) - r_.PhysicalLimit) * sqrt(omega * omega * omega * (omega - 1));
+        return abs(Real(r_.SU_Mode) - r_.PhysicalLimit) * sqrt(omega * omega * omega * expm1(square));
     }
 
     Real shapeBeyondMode(Real ratio) const {
@@ -182,6 +182,14 @@ class SubjectFit {
 
     void requireAboveHalf() {
         if (!(p_ > 0.5)) refuse(subjectPctTitle, pctText, "PctInTolBox");
+    }
+
+    /// Limits may lie too close for the arithmetic. No tolerance at all is an analysis still being entered.
+    [[noreturn]] void refuseWithoutSpread() {
+        if (r_.SU_UpperOffset == 0 && r_.SU_LowerOffset == 0) throw RuntimeFault{};
+        session_.ui.show(
+            {.text = limitsUnrealisticText, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+        throw Refused{};
     }
 
     [[noreturn]] void refuse(const char* title, const std::string& text, const char* box) {

@@ -13,7 +13,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* computingText = "Computing risks...";
-constexpr const char* limitsUnrealisticText = "Unable to compute risks.  Limits may be unrealistic.";
 
 /// The integrand's cut-off, and the standard value at which the normal density has that height.
 constexpr double eps = 1e-14;
@@ -77,13 +76,14 @@ class RiskComputation {
 
     /// Raises RuntimeFault.
     RiskOutcome run(double& falseAccept, double& falseReject) {
-        if (su_.sigma == 0) return RiskOutcome::Unchanged;
+        if (su_.sigma == 0) return RiskOutcome::NoSpread;
         bounds_ = acceptanceBounds(su_, lower_, upper_);
-        if (!bounds_.usable) return RiskOutcome::Unchanged;
+        if (!bounds_.usable) return RiskOutcome::NoSpread;
 
         const AcceptanceIntegral joint = integrate("xy");
         if (joint.outcome == IntegralOutcome::Fault) return failed(RiskOutcome::FailedAndReported);
-        if (joint.outcome == IntegralOutcome::NoScale || joint.value < 0) return RiskOutcome::Unchanged;
+        if (joint.outcome == IntegralOutcome::NoScale) return RiskOutcome::NoSpread;
+        if (joint.value < 0) return RiskOutcome::Negative;
         if (joint.value == 0) {
             r_.SearchAbort = true;
             return failed(RiskOutcome::Failed);
@@ -96,10 +96,10 @@ class RiskComputation {
         } else if (!uniform) {
             const AcceptanceIntegral marginal = integrate("y");
             if (marginal.outcome == IntegralOutcome::Fault) return failed(RiskOutcome::FailedAndReported);
-            if (marginal.outcome == IntegralOutcome::NoScale || marginal.value < 0)
-                return RiskOutcome::Unchanged;
+            if (marginal.outcome == IntegralOutcome::NoScale) return RiskOutcome::NoSpread;
             accepted = marginal.value;
         }
+        if (!uniform && accepted < 0) return RiskOutcome::Negative;
         if (!uniform && accepted == 0) return refused(guardbandUnrealisticText);
 
         const double conforming = inTolerance(su_);

@@ -9,12 +9,14 @@ struct SubjectBias;
 inline constexpr const char* computeFailedTitle = "Compute Failed";
 inline constexpr const char* guardbandUnrealisticText =
     "Unable to compute risks.  Guardband may be unrealistic.";
+inline constexpr const char* limitsUnrealisticText = "Unable to compute risks.  Limits may be unrealistic.";
 
 enum class RiskReport { Shown, Quiet };
 
 enum class RiskOutcome {
     Computed,
-    Unchanged,        // nothing to compute: flags clear, outputs as the caller left them
+    NoSpread,         // no scale to compute with: flags clear, outputs as the caller left them
+    Negative,         // a probability came out negative: the same
     Failed,           // AbortFlag is set; the caller tells the user
     FailedAndReported // AbortFlag is set; the user has been told, unless quiet
 };

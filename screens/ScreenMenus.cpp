@@ -2,6 +2,7 @@
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -13,6 +14,12 @@
 namespace metrisk {
 
 void ScreenBinder::buildMenus(QMenuBar& bar) {
+    // A letter of the menu bar must act at the first press: a button of the same letter keeps its line alone.
+    for (auto* button : window_.findChildren<QAbstractButton*>())
+        for (const MenuItem& item : model_.menus)
+            if (!button->shortcut().isEmpty() &&
+                button->shortcut() == QKeySequence::mnemonic(qt(item.caption)))
+                button->setShortcut({});
     for (const MenuItem& item : model_.menus) {
         if (!item.isMenu()) {
             bar.addAction(makeAction(item));

@@ -25,18 +25,23 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
         layout->setMenuBar(bar);
     }
     connect(binder_, &ScreenBinder::closed, this, &QDialog::accept);
-    // A part that is shown or hidden makes the screen larger or smaller, but never past the desktop.
-    connect(binder_, &ScreenBinder::shown, this, [this] {
-        if (!isVisible() || work_) return;
-        layout()->activate();
-        resize(sizeHint().boundedTo(screen()->availableSize()));
-        const QRect desktop = screen()->availableGeometry();
-        QRect frame = frameGeometry();
-        frame.moveRight(std::min(frame.right(), desktop.right()));
-        frame.moveBottom(std::min(frame.bottom(), desktop.bottom()));
-        frame.moveTopLeft({std::max(frame.left(), desktop.left()), std::max(frame.top(), desktop.top())});
-        if (frame != frameGeometry()) move(frame.topLeft());
-    });
+    connect(binder_, &ScreenBinder::shown, this, &WorksheetDialog::followContent);
+}
+
+/// A part that is shown or hidden makes the screen larger or smaller, but never past the desktop.
+void WorksheetDialog::followContent() {
+    if (!isVisible() || work_) return;
+    layout()->activate();
+    const QSize hint = sizeHint();
+    if (hint == content_) return;
+    const QRect desktop = screen()->availableGeometry();
+    resize((size() + hint - content_).expandedTo(hint).boundedTo(desktop.size()));
+    content_ = hint;
+    QRect frame = frameGeometry();
+    frame.moveRight(std::min(frame.right(), desktop.right()));
+    frame.moveBottom(std::min(frame.bottom(), desktop.bottom()));
+    frame.moveTopLeft({std::max(frame.left(), desktop.left()), std::max(frame.top(), desktop.top())});
+    if (frame != frameGeometry()) move(frame.topLeft());
 }
 
 void WorksheetDialog::run(const std::function<void()>& work) {
@@ -50,6 +55,7 @@ void WorksheetDialog::reject() {
 
 void WorksheetDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    content_ = sizeHint();
     if (!work_ || event->spontaneous()) return;
     // A progress screen does not change its size while its texts do, and stands where it is seen.
     setFixedSize(size());

@@ -29,8 +29,11 @@ class WorksheetDialog final : public QDialog {
     void showEvent(QShowEvent* event) override;
 
   private:
+    void followContent();
+
     ScreenBinder* binder_;
     std::function<void()> work_;
+    QSize content_; // the size that the shown parts ask for
 };
 
 } // namespace metrisk

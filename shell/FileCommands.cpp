@@ -117,6 +117,7 @@ bool FileCommands::load(const std::string& path) {
     RefreshMainScreen(session_);
     screen_.TakeSavedCopy();
     addRecentFile(session_.settings, r.AnalysisFileName);
+    if (r.LimitsReformed) session_.ui.status(limitsReformedText);
     return true;
 }
 

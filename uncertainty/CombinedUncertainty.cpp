@@ -25,7 +25,7 @@ Combined CombinedUncertainty(const Analysis& record, const Regional& regional) {
     freedom.add(bias.value(), record.MTE_DegFreedom);
 
     const double effective = freedom.value();
-    return {sqrt(variance).value(), effective <= largestDegFreedom ? effective : 0};
+    return {variance > 0 ? sqrt(variance).value() : 0, effective <= largestDegFreedom ? effective : 0};
 }
 
 } // namespace metrisk

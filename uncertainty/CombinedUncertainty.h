@@ -12,7 +12,8 @@ struct Combined {
 };
 
 /// sqrt(u0^2 + P^2 + 2 sum of rho[2][j] u0 u_j) with u0 = MTE_StdUncertainty, P = ProcessUncertainty
-/// and u_j the included rows of the process errors table, all in nominal units. Without such rows P
+/// and u_j the included rows of the process errors table, all in nominal units; a sum below 0 counts as 0.
+/// Without such rows P
 /// counts as one source with Process_DegFreedom. Raises RuntimeFault on a numeric fault.
 Combined CombinedUncertainty(const Analysis& record, const Regional& regional);
 

@@ -6,27 +6,26 @@
 #include "uncertainty/ErrorRows.h"
 
 #include <algorithm>
-#include <cmath>
+#include <string>
+#include <utility>
 
 namespace metrisk {
 namespace {
 
-/// Root of the variance with correlations. Fully anticorrelated rows may leave a rounding error
-/// below zero, which is no fault.
+constexpr double sameTotal = 1e-9; // relative; a stored total has 15 digits
+constexpr int numberColumns[] = {1, 2, 3, 6};
+
+/// Root of the variance with correlations. Correlations that contradict each other may leave less than
+/// nothing, which counts as nothing.
 double correlatedSum(const ErrorRows& table, const ProcessErrors& errors) {
-    Real variance = 0, magnitude = 0;
-    const auto add = [&](Real term) {
-        variance += term;
-        magnitude += abs(term);
-    };
+    Real variance = 0;
     for (int i = 1; i <= 8; ++i) {
         const Real ui = table.rows[i].uncertainty;
-        add(ui * ui);
+        variance += ui * ui;
         for (int j = i + 1; j <= 8; ++j)
-            add(2 * Real(errors.CorrelationMatrix[i + 2][j + 2]) * ui * table.rows[j].uncertainty);
+            variance += 2 * Real(errors.CorrelationMatrix[i + 2][j + 2]) * ui * table.rows[j].uncertainty;
     }
-    if (variance < 0 && abs(variance) <= 1e-14 * magnitude) return 0;
-    return sqrt(variance).value();
+    return variance > 0 ? sqrt(variance).value() : 0;
 }
 
 struct Totals {
@@ -53,7 +52,37 @@ Totals ComputeTotals(const ErrorRows& table, const Analysis& record) {
     return totals;
 }
 
+/// Whether the table, read with these marks, gives the process uncertainty that the record holds.
+bool givesStoredTotal(const Analysis& record, const Regional& regional) {
+    const ErrorRows table = readErrorRows(record, regional);
+    if (!table.anyUncertainty) return true;
+    const Real total = Real(correlatedSum(table, record)) / measuringUnits(record).factor;
+    return abs(total - record.ProcessUncertainty) <= sameTotal * abs(total);
+}
+
+/// A number in the marks of `from`, in those of `to` and without grouping.
+std::string inMarksOf(const Regional& to, std::string text, const Regional& from) {
+    if (!isNumeric(text, from)) return text;
+    std::erase(text, from.ThousandSeparator.front());
+    const std::size_t mark = text.find(from.DecimalSymbol);
+    return mark == text.npos ? text : text.replace(mark, from.DecimalSymbol.size(), to.DecimalSymbol);
+}
+
 } // namespace
+
+void SettleTableMarks(Session& session) noexcept {
+    Analysis& record = session.record;
+    Regional other = session.regional;
+    std::swap(other.DecimalSymbol, other.ThousandSeparator);
+    try {
+        if (givesStoredTotal(record, session.regional) || !givesStoredTotal(record, other)) return;
+        for (auto& row : record.ErrTableText)
+            for (const int column : numberColumns)
+                row[column] = inMarksOf(session.regional, std::move(row[column]), other);
+    } catch (const std::exception&) {
+        return; // a total that cannot be formed tells nothing about the marks
+    }
+}
 
 void SumProcessUncertainty(Session& session) noexcept {
     Analysis& record = session.record;

@@ -35,6 +35,6 @@ FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::strin
 /// Identification and measuring units: the text goes to its field.
 void commitText(Session& session, std::string Analysis::*field, const std::string& text);
 /// The texts' form in the record: a double quote, which the file cannot hold, becomes a double prime.
-std::string withoutQuotes(std::string text);
+std::string entryText(std::string text);
 
 } // namespace metrisk

@@ -23,8 +23,10 @@ struct Row {
     const char* offsetsCaption;
 };
 
-const Row upperRow{upperSide, &MainScreen::pnl_SUUpper, &MainScreen::UpperLimitBox, "Upper Tolerance", "Upper Tolerance Limit"};
-const Row lowerRow{lowerSide, &MainScreen::pnl_SULower, &MainScreen::LowerLimitBox, "Lower Tolerance", "Lower Tolerance Limit"};
+const Row upperRow{upperSide, &MainScreen::pnl_SUUpper, &MainScreen::UpperLimitBox, "Upper Tolerance",
+                   "Upper Tolerance Limit"};
+const Row lowerRow{lowerSide, &MainScreen::pnl_SULower, &MainScreen::LowerLimitBox, "Lower Tolerance",
+                   "Lower Tolerance Limit"};
 
 std::string limitText(const SubjectSide& side, const Session& session) {
     const Analysis& r = session.record;
@@ -63,7 +65,8 @@ std::string multiplierText(double multiplier, const Session& session) {
                         session.regional);
 }
 
-void showGuardband(Label& label, TextBox& box, const Session& session, const SubjectSide& side, bool asLimits) {
+void showGuardband(Label& label, TextBox& box, const Session& session, const SubjectSide& side,
+                   bool asLimits) {
     const Analysis& r = session.record;
     box.visible = label.visible = !(r.*side.absent);
     const double multiplier = r.*side.multiplier;

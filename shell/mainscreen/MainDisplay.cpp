@@ -64,9 +64,9 @@ std::string nextStep(const Session& session) {
 
 void showSubject(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
-    screen.ModeBox.text = (
-        modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
-                       : "");
+    screen.ModeBox.text =
+        (modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
+                        : "");
     screen.PctInTolBox.text = (pctText(r.SU_PctInTol, session.regional));
     screen.TwoSideOption.checked = (r.OptTwoSided);
     screen.SingleUpperOption.checked = (r.OptSingleUpper);
@@ -104,6 +104,7 @@ void showRisks(MainScreen& screen, const Session& session) {
                               : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional);
     screen.Lbl_EqAccRatColon.text = searched ? ":" : "";
     screen.Lbl_EqAccRatNote.text = searched && !ratioAttained(r.EqAccRat) ? noSuchRatioText : "";
+    screen.Lbl_EqAccRatNote.visible = !screen.Lbl_EqAccRatNote.text.empty();
     screen.pnl_RiskLabel_0.emphasised = r.ComputeEqRatio && r.EqRatioOnFalseAccept;
     screen.pnl_RiskLabel_1.emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
 

@@ -16,7 +16,8 @@
 namespace metrisk {
 
 MainScreen::MainScreen(Session& session)
-    : Worksheet("MainScreen", mainCaption(session), "main-screen"), session_(session), saved_(session.record) {
+    : Worksheet("MainScreen", mainCaption(session), "main-screen"), session_(session),
+      saved_(session.record) {
     bindTexts();
     bindNumbers();
     bindOptions();

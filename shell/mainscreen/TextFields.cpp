@@ -1,6 +1,7 @@
 #include "shell/mainscreen/TextFields.h"
 
 #include "model/Session.h"
+#include "model/Text.h"
 #include "shell/mainscreen/FieldRules.h"
 
 namespace metrisk {
@@ -21,9 +22,8 @@ const std::array<TextField, 13> textFields{{
     {&MainScreen::MTEParameterUnitsBox, &Analysis::MTE_ParameterUnits},
 }};
 
-std::string withoutQuotes(std::string text) {
-    constexpr const char* doublePrime = "\u2033";
-    for (std::size_t at; (at = text.find('"')) != std::string::npos;) text.replace(at, 1, doublePrime);
+std::string entryText(std::string text) {
+    text = withoutQuotes(std::move(text));
     // An item of the file is one line.
     for (char& c : text)
         if (c == '\n' || c == '\r') c = ' ';
@@ -32,7 +32,7 @@ std::string withoutQuotes(std::string text) {
 
 void commitText(Session& session, std::string Analysis::*field, const std::string& text) {
     std::string& stored = session.record.*field;
-    std::string wanted = withoutQuotes(text);
+    std::string wanted = entryText(text);
     if (stored == wanted) return;
     stored = std::move(wanted);
     session.record.FileChanged = true;

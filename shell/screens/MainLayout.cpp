@@ -15,9 +15,9 @@ constexpr int figureCharacters = 12; // 1,000,000.00
 
 /// Little air, so that the whole screen has room at 1024 x 768.
 QGridLayout* tight(QGridLayout* grid) {
-    grid->setContentsMargins(8, 2, 8, 4);
-    grid->setVerticalSpacing(3);
-    grid->setHorizontalSpacing(8);
+    grid->setContentsMargins(6, 1, 6, 3);
+    grid->setVerticalSpacing(2);
+    grid->setHorizontalSpacing(6);
     return grid;
 }
 
@@ -71,7 +71,7 @@ QWidget* identification(const WidgetMaker& w) {
     labels->setLayout(grid);
     auto* outer = tight(rows({{labels}}));
     outer->setContentsMargins(0, 0, 0, 0);
-    return panel("pnl_IDData", "Identification", outer);
+    return panel("pnl_IDData", "", outer);
 }
 
 QWidget* subject(const WidgetMaker& w) {
@@ -80,39 +80,41 @@ QWidget* subject(const WidgetMaker& w) {
               tight(rows({{w("TwoSideOption"), w("SingleUpperOption"), w("SingleLowerOption"),
                            w("pnlOffsets"), w("optOffsets_0")},
                           {w("chk_Symmetric"), {w("PhysLimitRequired"), 2}, {}, w("optOffsets_1")}})));
-    QWidget* columns = across(
-        {column(w("pnl_NominalValueLabel"), w("ModeBox")), column(w("pnl_SUUpper"), w("UpperLimitBox")),
-         column(w("pnl_SULower"), w("LowerLimitBox")), column(w("Lbl_SUPctInTol"), w("PctInTolBox"))});
+    QWidget* columns = across({column(w("pnl_NominalValueLabel"), w.box("ModeBox", 10)),
+                               column(w("pnl_SUUpper"), w.box("UpperLimitBox", 10)),
+                               column(w("pnl_SULower"), w.box("LowerLimitBox", 10)),
+                               column(w("Lbl_SUPctInTol"), w.box("PctInTolBox", 10))});
     return panel("pnl_SUSpecs", "Subject Parameter", tight(rows({{columns}, {options}})));
 }
 
 QWidget* measuring(const WidgetMaker& w) {
-    QWidget* columns = across({column(w("pnl_MTELimit"), w("MTEOffsetBox"), "pnl_MTEOffset"),
-                               column(new QLabel, w("Lbl_Equals")),
-                               column(w("pnl_MTEFixed"), w("MTEFixedOffsetBox"), "pnl_MTEFixedOffset"),
-                               column(new QLabel, w("Lbl_Plus")),
-                               column(w("pnl_PctReading"), w("MTEPctOfReadingBox"), "pnl_MTEPctOfReading"),
-                               column(w("pnl_Units"), w("MTEParameterUnitsBox")),
-                               column(w("LbL_MTEPctInTol"), w("MTEPctInTolBox"), "pnl_MTEPctInTol")});
+    QWidget* columns =
+        across({column(w("pnl_MTELimit"), w.box("MTEOffsetBox", 10), "pnl_MTEOffset"),
+                column(new QLabel, w("Lbl_Equals")),
+                column(w("pnl_MTEFixed"), w.box("MTEFixedOffsetBox", 10), "pnl_MTEFixedOffset"),
+                column(new QLabel, w("Lbl_Plus")),
+                column(w("pnl_PctReading"), w.box("MTEPctOfReadingBox", 10), "pnl_MTEPctOfReading"),
+                column(w("pnl_Units"), w.box("MTEParameterUnitsBox", 10)),
+                column(w("LbL_MTEPctInTol"), w.box("MTEPctInTolBox", 10), "pnl_MTEPctInTol")});
     return panel("pnl_MTESpecs", "Measuring Parameter", tight(rows({{columns}})));
 }
 
 /// Figures first, the command at the foot.
 QWidget* risks(const char* name, QGridLayout* grid) {
     tight(grid);
-    grid->setColumnStretch(0, 0);
     grid->setColumnStretch(1, 1);
+    grid->setRowStretch(grid->rowCount(), 1);
     return panel(name, "", grid);
 }
 
 QWidget* computedRisks(const WidgetMaker& w) {
-    constexpr double large = 1.25;
+    constexpr double large = 1.2;
     return risks("pnl_ComputedRisks",
                  rows({{{w.heading("Heading_0"), 4}},
                        {w("pnl_RiskLabel_0"), figure(w, "AcceptRisk", large), {w("AcceptUnits"), 2}},
                        {w("pnl_RiskLabel_1"), figure(w, "RejectRisk", large), {w("RejectUnits"), 2}},
                        {w("pnl_EqAccRatLabel"), figure(w, "AccRatEquivalent1Box", large),
-                        w("Lbl_EqAccRatColon"), w.box("AccRatEquivalent2Box", 5)},
+                        w("Lbl_EqAccRatColon"), w.box("AccRatEquivalent2Box", 4)},
                        {{w("Lbl_EqAccRatNote"), 4}},
                        {{w("ComputeResults"), 4}}}));
 }
@@ -123,19 +125,27 @@ QWidget* baselineRisks(const WidgetMaker& w) {
                        {w("pnl_BaseRiskLabel_0"), figure(w, "BaseAcceptRisk", 1), {w("BaseAcceptUnits"), 2}},
                        {w("pnl_BaseRiskLabel_1"), figure(w, "BaseRejectRisk", 1), {w("BaseRejectUnits"), 2}},
                        {w("pnl_BaseAccRatLabel"), figure(w, "BaselineAccRat1Box", 1), ":",
-                        w.box("BaselineAccRat2Box", 5)},
+                        w.box("BaselineAccRat2Box", 4)},
                        {{w("cmd_Baseline"), 4}}}));
 }
 
 QWidget* options(const WidgetMaker& w) {
+    constexpr int narrow = 9;
+    QWidget* upperLabel = w("Lbl_Guardbands_0");
+    QWidget* upper = w.box("txt_GuardbandMultiplier_0", narrow);
+    QWidget* lowerLabel = w("Lbl_Guardbands_1");
+    QWidget* lower = w.box("txt_GuardbandMultiplier_1", narrow);
+    nameBy(upperLabel, upper);
+    nameBy(lowerLabel, lower);
     return panel(
         "pnl_Options", "Options",
-        tight(rows({{w("pnl_UncRatioLabel"), {w("pnl_UncRatio"), 2}},
-                    {w("pnlTURLabel"), {w("pnlTUR"), 2}},
-                    {w("pnl_GuardbandLabel"), w("optGuardbands_0"), w("optGuardbands_1")},
-                    {w("Lbl_Guardbands_0"), w("txt_GuardbandMultiplier_0"), w("chk_IncludeGuardbands")},
-                    {w("Lbl_Guardbands_1"), w("txt_GuardbandMultiplier_1"), w("chk_SymmetricGBands")},
-                    {w("pnl_UncertaintyLabel"), w("pnl_ProcessUncertainty"), w("chk_IncludeUncertainty")}})));
+        tight(rows({{w("pnl_UncRatioLabel"), w.box("pnl_UncRatio", narrow)},
+                    {w("pnlTURLabel"), w.box("pnlTUR", narrow)},
+                    {{across({w("pnl_GuardbandLabel"), w("optGuardbands_0"), w("optGuardbands_1")}), 3}},
+                    {{across({upperLabel, upper, lowerLabel, lower}), 3}},
+                    {{across({w("chk_IncludeGuardbands"), w("chk_SymmetricGBands")}), 3}},
+                    {w("pnl_UncertaintyLabel"), w.box("pnl_ProcessUncertainty", narrow),
+                     w("chk_IncludeUncertainty")}})));
 }
 
 } // namespace
@@ -143,8 +153,9 @@ QWidget* options(const WidgetMaker& w) {
 QWidget* layoutMainScreen(const WidgetMaker& w) {
     auto* made = named(new QWidget, "pnl_Controls");
     auto* grid = new QGridLayout(made);
-    grid->setContentsMargins(8, 2, 8, 2);
-    grid->setVerticalSpacing(3);
+    grid->setContentsMargins(6, 2, 6, 2);
+    grid->setVerticalSpacing(2);
+    grid->setHorizontalSpacing(4);
     grid->addWidget(identification(w), 1, 0, 1, 3);
     grid->addWidget(subject(w), 2, 0, 1, 3);
     grid->addWidget(measuring(w), 3, 0, 1, 3);

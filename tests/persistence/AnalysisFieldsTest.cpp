@@ -117,7 +117,13 @@ TEST(AnalysisFile, EveryFieldSurvivesARoundTrip) {
     one.record.Stat_SampleSize.fill(maxSampleSize);
     one.record.ErrTableText.fill({}); // so that the sum of the table is the one that was read
     for (int i = 1; i <= 10; ++i)
-        for (int j = 1; j <= i; ++j) one.record.CorrelationMatrix[i][j] = 0; // unused half
+        for (int j = 1; j <= 10; ++j) // half is unused
+            one.record.CorrelationMatrix[i][j] = i < j ? one.record.CorrelationMatrix[i][j] / 1024 : 0;
+    // What the load would settle.
+    one.record.SU_UpperOffset = one.record.SU_UpperLimit - one.record.SU_Mode;
+    one.record.SU_LowerOffset = one.record.SU_Mode - one.record.SU_LowerLimit;
+    one.record.MTE_UpperLimit = one.record.MTE_Mode + one.record.MTE_Offset;
+    one.record.MTE_LowerLimit = one.record.MTE_Mode - one.record.MTE_Offset;
     EXPECT_GT(count, 1000);
 
     ReadAnalysisText(two.session, AnalysisText(one.record), "round.mrk");

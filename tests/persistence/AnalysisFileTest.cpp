@@ -211,6 +211,89 @@ TEST(AnalysisFile, NumbersHaveTheirShortForm) {
     }
 }
 
+TEST(AnalysisFile, AQuoteBecomesADoublePrimeWhereverItComesFrom) {
+    TestSession t;
+    t.settings.values[{"ReportFormat", "Submitter"}] = "J. \"Jo\" Doe";
+    t.settings.values[{"ErrorSourceNames", "Ancillary"}] = "12\" rule";
+    t.settings.values[{"BaselineDefaults", "UserOption"}] = "\"";
+    ClearAnalysis(t.session);
+    EXPECT_EQ(t.record.Submitter, "J. ″Jo″ Doe");
+    EXPECT_EQ(t.record.ErrorSourceName[5], "12″ rule");
+    EXPECT_EQ(t.record.UserOption, "″");
+    ReadAnalysisText(t.session, goldenWith(5, "half \" inch"), "a.mrk");
+    EXPECT_EQ(t.record.SU_Manufacturer, "half ″ inch");
+    t.record.SU_ModelNumber = "3/4\"";
+    t.record.Organization = std::string(60, '"');
+    TestSession again;
+    ReadAnalysisText(again.session, AnalysisText(t.record), "a.mrk");
+    EXPECT_EQ(again.record.SU_Manufacturer, "half ″ inch");
+    EXPECT_EQ(again.record.SU_ModelNumber, "3/4″");
+    EXPECT_EQ(again.record.Organization.substr(0, 6), "″″");
+}
+
+TEST(AnalysisFile, LimitsThatContradictTheOffsetsAreFormedAnew) {
+    struct Row {
+        const char* subject; // mode, limits
+        const char* kind;    // two-sided, upper, lower
+        double upper, lower;
+        bool told;
+    };
+    for (const Row& row :
+         {Row{"10,10.25,9.5", "-1,0,0", 10.25, 9.5, false},
+          Row{"10,10.2500000000004,9.4999999999996", "-1,0,0", 10.2500000000004, 9.4999999999996, false},
+          Row{"10,10.2500000000005,9.5", "-1,0,0", 10.25, 9.5, true},
+          Row{"10,10.25,9", "-1,0,0", 10.25, 9.5, true}, Row{"11,10.25,9.5", "-1,0,0", 11.25, 10.5, true},
+          Row{"10,10.25,0", "0,-1,0", 10.25, 9.5, false}, Row{"10,0,9.5", "0,-1,0", 10.25, 9.5, true}}) {
+        Lines lines = linesOf(goldenWith(12, std::string(row.subject) + ",95.45,-.125"));
+        lines[1] = row.kind;
+        TestSession t;
+        ReadAnalysisText(t.session, joined(lines), "a.mrk");
+        EXPECT_EQ(t.record.SU_UpperLimit, row.upper) << row.subject;
+        EXPECT_EQ(t.record.SU_LowerLimit, row.lower) << row.subject;
+        EXPECT_EQ(t.record.LimitsReformed, row.told) << row.subject;
+        EXPECT_EQ(t.record.FileChanged, row.told) << row.subject;
+    }
+    TestSession measuring;
+    ReadAnalysisText(measuring.session, goldenWith(21, "10,10.1,9.9375,99"), "a.mrk");
+    EXPECT_EQ(measuring.record.MTE_UpperLimit, 10.0625);
+    EXPECT_TRUE(measuring.record.LimitsReformed);
+}
+
+TEST(AnalysisFile, CorrelationsBeyondOneAreRefused) {
+    TestSession t;
+    t.ui.expectBox("Unlawful Entry", "The correlation coefficient must be between -1 and 1.");
+    Lines lines = linesOf(goldenWith(31, "1.5"));
+    lines[31] = "-1.001";
+    ReadAnalysisText(t.session, joined(lines), "a.mrk");
+    EXPECT_EQ(t.record.CorrelationMatrix[1][2], 0);
+    EXPECT_EQ(t.record.CorrelationMatrix[1][3], 0);
+    EXPECT_EQ(t.record.CorrelationMatrix[1][4], 0.03);
+    EXPECT_TRUE(t.record.FileChanged);
+}
+
+TEST(AnalysisFile, TheTableIsReadWithTheMarkThatGivesItsTotal) {
+    struct Row {
+        const char* text;
+        const char* stored;
+        const char* decimal; // of the session
+        const char* read;
+    };
+    for (const Row& row : {Row{"1,234", ".001234", ".", "1.234"}, Row{"1,234", "1.234", ".", "1,234"},
+                           Row{"1,234", "7", ".", "1,234"}, Row{"1,234", "1.234", ",", "1234"},
+                           Row{"1.234", ".001234", ",", "1.234"}, Row{"0,5", ".0005", ".", "0,5"}}) {
+        Lines lines = linesOf(fileContent(goldenPath)); // in mV, the total in V
+        for (std::size_t n = 23; n <= 30; ++n) lines[n - 1] = R"("","","","","","")";
+        lines[23] = std::string(R"("","95",")") + row.text + R"(","True","Resolution","")";
+        lines[91] = std::string(row.stored) + ",-1";
+        lines[108] = R"("mV",1000,"#,##0.0000","#,##0.0000")";
+        TestSession t;
+        if (*row.decimal == ',') t.session.regional = {";", ",", ".", "-"};
+        ReadAnalysisText(t.session, joined(lines), "a.mrk");
+        EXPECT_EQ(t.record.ErrTableText[2][3], row.read) << row.stored << " in a session of " << row.decimal;
+        EXPECT_EQ(t.record.ErrTableDisplay[3][3], row.read);
+    }
+}
+
 TEST(AnalysisFile, AnUnnamedOldRowIsCalledStressResponse) {
     TestSession test;
     ReadAnalysisText(test.session, goldenWith(97, "\"  \""), "a.mrk");

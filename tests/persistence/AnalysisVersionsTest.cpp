@@ -29,6 +29,7 @@ TEST(AnalysisFile, EveryOlderVersionIsRead) {
         const OldFile file = oldFile(version, golden, fresh);
         TestSession test;
         ClearAnalysis(test.session);
+        test.record.UserOption = "Z540"; // of the settings, not of the file
         if (std::string(version) == "1") test.ui.expectBox("Metrisk", olderVersionText);
         ReadAnalysisText(test.session, joined(file.lines), "old.mrk");
         ASSERT_FALSE(test.record.AbortFlag) << version;

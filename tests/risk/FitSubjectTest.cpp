@@ -1,12 +1,14 @@
 #include "risk/FitSubject.h"
 #include "model/NumberText.h"
 #include "numerics/Distribution.h"
+#include "persistence/AnalysisFile.h"
 #include "risk/Risks.h"
 #include "tests/support/Cases.h"
 
 #include <boost/math/distributions/normal.hpp>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -121,6 +123,65 @@ TEST(FitSubject, DoesNotDependOnTheUnitOfMeasurement) {
         EXPECT_NEAR(scaled.record.PhysicalLimit / unit / base.record.PhysicalLimit, 1, 1e-11) << unit;
         EXPECT_NEAR(scaled.record.SU_LogSigma, base.record.SU_LogSigma, 1e-12) << unit;
     }
+}
+
+TEST(FitSubject, SymmetricTolerancesStaySymmetricWhateverTheirSizeAndThroughAFile) {
+    std::mt19937 random(20250101);
+    std::uniform_real_distribution<double> unit;
+    const auto figure = [&](double size, int digits) { // typed with so many digits
+        const double grain = std::pow(10, std::floor(std::log10(size)) + 1 - digits);
+        return std::round(size / grain) * grain;
+    };
+    for (int i = 0; i < 480; ++i) {
+        const double mode = figure(std::pow(10, -3 + 8 * unit(random)), 6);
+        const double offset = figure(mode * std::pow(10, -5 + 4 * unit(random)), 3);
+        TestSession t;
+        enter(t.record, {.mode = mode,
+                         .upperOffset = offset,
+                         .lowerOffset = offset,
+                         .pctInTol = i % 3 == 0 ? 100.0 : 90.0});
+        if (i % 2) { // entered as limits
+            t.record.SU_UpperOffset = t.record.SU_UpperLimit - mode;
+            t.record.SU_LowerOffset = mode - t.record.SU_LowerLimit;
+        }
+        const char* expected = i % 3 == 0 ? "Uniform" : "Normal";
+        FitSubjectParameter(t.session, t.record.SU_PctInTol, t.record.SU_Sigma);
+        EXPECT_EQ(t.record.SU_Distribution, expected) << mode << " +/- " << offset;
+        TestSession again;
+        ReadAnalysisText(again.session, AnalysisText(t.record), "a.mrk");
+        FitSubjectParameter(again.session, again.record.SU_PctInTol, again.record.SU_Sigma);
+        EXPECT_EQ(again.record.SU_Distribution, expected) << mode << " +/- " << offset << ", reloaded";
+        EXPECT_NEAR(again.record.SU_Sigma / t.record.SU_Sigma, 1, 1e-10) << mode << " +/- " << offset;
+    }
+}
+
+TEST(FitSubject, OffsetsAreUnequalByTheirSize) {
+    struct Row {
+        double mode, upper, lower;
+        bool symmetric;
+    };
+    for (const Row& row :
+         {Row{1020.3, 30.1, 30.1, true}, Row{0, 1e-14, 2e-14, false}, Row{0, 1e-14, 1e-14, true},
+          Row{0, 1, 1 + 0.9e-7, true}, Row{0, 1, 1 + 1.1e-7, false}, Row{1e9, 1, 1 + 1e-6, true},
+          Row{1e9, 1, 1 + 3e-6, false}, Row{-1020.3, 30.1, 30.1, true}}) {
+        TestSession t;
+        enter(t.record, {.mode = row.mode, .upperOffset = row.upper, .lowerOffset = row.lower});
+        FitSubjectParameter(t.session, 95, t.record.SU_Sigma);
+        EXPECT_EQ(t.record.SU_Distribution, row.symmetric ? "Normal" : "LogNormal")
+            << row.mode << ": " << row.lower;
+        const bool near = row.upper == 1 && row.mode == 0;
+        const double normal = row.upper / boost::math::quantile(boost::math::normal(), 0.975);
+        EXPECT_TRUE(!near || std::fabs(t.record.SU_Sigma - normal) < 1e-6) << "the two models meet";
+    }
+}
+
+TEST(FitSubject, ASpreadOfNothingIsAFailedFit) {
+    TestSession t;
+    enter(t.record, withPhysicalLimit(Kind::SingleUpper, 5, 2, -1e18, 90));
+    t.ui.expectBox("Compute Failed", "Unable to compute risks.  Limits may be unrealistic.");
+    FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
+    EXPECT_TRUE(t.record.AbortFlag);
+    EXPECT_EQ(t.record.SU_Distribution, "");
 }
 
 TEST(FitSubject, GivesTheSpreadOfEachDistribution) {

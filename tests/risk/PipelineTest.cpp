@@ -197,17 +197,60 @@ TEST(Pipeline, ARefusedEntryLeavesResultsAlone) {
     EXPECT_FALSE(t.record.Computing);
 }
 
-TEST(Pipeline, AnUnrealisticGuardbandFailsAndKeepsTheResults) {
-    Computed t;
-    const Analysis before = t.record;
-    t.record.IncludeGuardbands = true;
-    t.record.GB_UpperMult = 1000;
-    t.record.GB_LowerMult = -999.9;
-    t.ui.expectBox("Compute Failed", "Unable to compute risks.  Guardband may be unrealistic.");
-    ComputeResults_Click(t.session);
-    EXPECT_EQ(t.record.FalseAcceptRisk, before.FalseAcceptRisk);
-    EXPECT_EQ(t.record.Last_GBUpper, before.Last_GBUpper) << "no snapshot of a failed compute";
-    EXPECT_FALSE(t.record.RisksComputed);
+TEST(Pipeline, AComputeWithoutFiguresPublishesNothing) {
+    struct Row {
+        const char* name;
+        void (*change)(Analysis&);
+        const char* title;
+        const char* text; // null: silent
+    };
+    constexpr const char* failed = "Compute Failed";
+    constexpr const char* guardband = "Unable to compute risks.  Guardband may be unrealistic.";
+    const Row rows[] = {
+        {"nothing accepted",
+         [](Analysis& r) { r.GB_UpperMult = 1000, r.GB_LowerMult = -999.9, r.IncludeGuardbands = true; },
+         failed, guardband},
+        {"limits crossed",
+         [](Analysis& r) { r.GB_UpperMult = r.GB_LowerMult = -0.5, r.IncludeGuardbands = true; }, failed,
+         guardband},
+        {"no spread", [](Analysis& r) { enter(r, withPhysicalLimit(Kind::SingleUpper, 5, 2, -1e18, 90)); },
+         failed, "Unable to compute risks.  Limits may be unrealistic."},
+        {"refused", [](Analysis& r) { r.SU_PctInTol = 0; }, "Subject Parameter % In-Tolerance",
+         "Must be greater than zero."},
+        {"a fault in the fit",
+         [](Analysis& r) { r.SU_UpperOffset = 1, r.SU_UpperLimit = 11, r.SU_PctInTol = 1e-300; }, nullptr,
+         nullptr},
+    };
+    for (const bool direct : {false, true})
+        for (const Row& row : rows) {
+            Computed t;
+            t.record.DirectCompute = direct;
+            const Analysis before = t.record;
+            row.change(t.record);
+            if (row.text) t.ui.expectBox(row.title, row.text);
+            t.ui.onProgress = [&](const ComputingScreen& screen) {
+                EXPECT_FALSE(screen.searchVisible) << row.name << ": no ratio for no figures";
+            };
+            ComputeResults_Click(t.session);
+            t.ui.verifyAllShown();
+            EXPECT_TRUE(t.record.AbortFlag) << row.name;
+            EXPECT_TRUE(t.record.ResultsStale) << row.name;
+            EXPECT_FALSE(t.record.RisksComputed) << row.name;
+            EXPECT_EQ(t.record.FalseAcceptRisk, before.FalseAcceptRisk) << row.name;
+            EXPECT_EQ(t.record.GB_FARisk, before.GB_FARisk) << row.name;
+            EXPECT_EQ(t.record.EqAccRat, before.EqAccRat) << row.name;
+            EXPECT_EQ(t.record.Last_GBUpper, before.Last_GBUpper) << row.name << ": no snapshot";
+            EXPECT_EQ(t.record.Last_PctInTol, before.Last_PctInTol) << row.name << ": no snapshot";
+
+            // Back at the entries of the figures shown, the same figures come again without a word.
+            t.ui.onProgress = nullptr;
+            const Flag stale = t.record.ResultsStale;
+            t.record = before;
+            t.record.ResultsStale = stale;
+            ComputeResults_Click(t.session);
+            EXPECT_FALSE(t.record.ResultsStale) << row.name;
+            EXPECT_EQ(t.record.FalseAcceptRisk, before.FalseAcceptRisk) << row.name;
+        }
 }
 
 TEST(Pipeline, AFailedSearchAsksForTheOtherKey) {

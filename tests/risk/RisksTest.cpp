@@ -185,18 +185,18 @@ TEST(Risks, EndWithoutAResultAsTheirCauseDemands) {
     enter(r, twoSided(0.5, 0.5, 90));
     FitMeasuringParameter(t.session, 95, r.MTE_Sigma);
     double fa = 7, fr = 8;
-    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::Unchanged) << "no sigma";
+    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::NoSpread) << "no sigma";
     EXPECT_FALSE(r.AbortFlag);
 
     FitSubjectParameter(t.session, 90, r.SU_Sigma);
-    EXPECT_EQ(ComputeRisks(t.session, 10.5, 9.5, fa, fr), RiskOutcome::Unchanged) << "limits crossed";
+    EXPECT_EQ(ComputeRisks(t.session, 10.5, 9.5, fa, fr), RiskOutcome::Negative) << "limits crossed";
     EXPECT_EQ(ComputeRisks(t.session, 1e3, 2e3, fa, fr), RiskOutcome::Failed) << "nothing accepted";
     EXPECT_TRUE(r.AbortFlag);
     EXPECT_TRUE(r.SearchAbort);
 
     const double sigma = r.MTE_Sigma;
     r.MTE_Sigma = 0;
-    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::Unchanged) << "no measuring sigma";
+    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::NoSpread) << "no measuring sigma";
     r.MTE_Sigma = sigma;
 
     enter(r, withPhysicalLimit(Kind::SingleUpper, 0, 2, 0, 90));

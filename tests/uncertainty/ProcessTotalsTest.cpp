@@ -78,12 +78,18 @@ TEST(ProcessTotals, FaultsLeaveTheFigures) {
     SumProcessUncertainty(test.session);
     EXPECT_EQ(record.ProcessUncertainty, 5);
     EXPECT_THROW(CombinedUncertainty(record, test.session.regional), RuntimeFault);
+}
 
-    setRow(record, 2, "1", "True");
-    setRow(record, 3, "1", "True");
-    record.CorrelationMatrix[4][5] = -3; // no correlation: a negative variance
+TEST(ProcessTotals, ContradictingCorrelationsLeaveNothing) {
+    TestSession test;
+    Analysis& record = test.record;
+    record.MTE_StdUncertainty = 1;
+    for (int row : {2, 3, 4}) setRow(record, row, "1", "True");
+    for (const auto& [i, j] : {std::pair{4, 5}, {4, 6}, {5, 6}}) record.CorrelationMatrix[i][j] = -1;
     SumProcessUncertainty(test.session);
-    EXPECT_EQ(record.ProcessUncertainty, 5);
+    EXPECT_EQ(record.ProcessUncertainty, 0);
+    for (int j : {4, 5, 6}) record.CorrelationMatrix[2][j] = -1;
+    EXPECT_EQ(CombinedUncertainty(record, test.session.regional).uncertainty, 0);
 }
 
 TEST(ProcessTotals, FullAnticorrelationCancels) {
