@@ -10,6 +10,7 @@
 #include <functional>
 
 class QAction;
+class QLineEdit;
 class QMenu;
 class QMenuBar;
 class QWidget;

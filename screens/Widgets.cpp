@@ -105,6 +105,14 @@ void nameBy(QWidget* label, QWidget* box) {
     if (text && box) text->setBuddy(box);
 }
 
+namespace {
+
+bool isSign(const QLabel& label) {
+    return label.text() == ":" || label.objectName().contains("Colon");
+}
+
+} // namespace
+
 QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
     auto* grid = new QGridLayout;
     int row = 0;
@@ -118,10 +126,12 @@ QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
                     qobject_cast<QLineEdit*>(cell.widget) || qobject_cast<QComboBox*>(cell.widget);
                 if (box) {
                     nameBy(naming, cell.widget);
+                    if (!naming) cell.widget->setAccessibleName(cell.widget->toolTip());
                     naming = nullptr;
                     if (cell.span == 1) grid->setColumnStretch(column, 1);
                 } else if (auto* label = qobject_cast<QLabel*>(cell.widget)) {
-                    naming = label;
+                    // A sign between two figures names neither.
+                    naming = isSign(*label) ? nullptr : label;
                 }
             }
             column += cell.span;

@@ -97,11 +97,12 @@ void showRisks(MainScreen& screen, const Session& session) {
     screen.RejectRisk.text = figure(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt);
     screen.RejectUnits.text = computed ? r.FalseRejectUnits : "";
 
-    const bool searched = !r.EqAccRatDen.empty() || r.EqAccRat != 0;
+    const bool searched = r.EqAccRat != 0 || (computed && r.ComputeEqRatio && !r.EqAccRatDen.empty());
     screen.AccRatEquivalent1Box.text = searched ? FormatNumber(r.EqAccRat, ratioPicture, regional) : "";
     screen.AccRatEquivalent2Box.text =
-        r.EqAccRatDen.empty() ? ""
-                              : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional);
+        !searched || r.EqAccRatDen.empty()
+            ? ""
+            : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional);
     screen.Lbl_EqAccRatColon.text = searched ? ":" : "";
     screen.Lbl_EqAccRatNote.text = searched && !ratioAttained(r.EqAccRat) ? noSuchRatioText : "";
     screen.Lbl_EqAccRatNote.visible = !screen.Lbl_EqAccRatNote.text.empty();

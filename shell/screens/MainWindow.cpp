@@ -45,6 +45,7 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     binder_->buildMenus(*menuBar());
     buildToolbar();
     connect(binder_, &ScreenBinder::shown, this, [this] { nextStep_->setText(qt(model_.nextStep)); });
+    connect(binder_, &ScreenBinder::closed, this, &QWidget::close);
     nextStep_->setText(qt(model_.nextStep));
     ui_.setMainScreen(binder_);
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };

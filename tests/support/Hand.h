@@ -10,7 +10,8 @@ namespace metrisk::testing {
 template <class Kind>
 Kind& control(Worksheet& screen, std::string_view name) {
     auto* found = dynamic_cast<Kind*>(screen.find(name));
-    if (!found) throw std::logic_error(std::string(screen.name) + " has no such control " + std::string(name));
+    if (!found)
+        throw std::logic_error(std::string(screen.name) + " has no such control " + std::string(name));
     return *found;
 }
 

@@ -62,7 +62,7 @@ void ScriptedInteraction::run(Worksheet& screen, const std::function<void()>& wo
         expected_.pop_front();
         act(screen);
     }
-    if (!screen.closedBy()) EXPECT_TRUE(screen.close(Way::Cancel)) << screen.name << " stays open";
+    if (!screen.closedBy() && !screen.close(Way::Cancel)) ADD_FAILURE() << screen.name << " stays open";
 }
 
 void ScriptedInteraction::refresh(Worksheet& screen) {

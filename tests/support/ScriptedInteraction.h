@@ -18,7 +18,8 @@ class ScriptedInteraction final : public Interaction {
     void expectBox(std::string title, std::string text, Answer answer = Answer::Ok);
     /// The next screen must be that one; `act` uses it. A screen that `act` leaves open is left by Cancel. A
     /// progress screen needs no expectation.
-    void expectScreen(std::string name, std::function<void(Worksheet&)> act = [](Worksheet&) {});
+    void expectScreen(
+        std::string name, std::function<void(Worksheet&)> act = [](Worksheet&) {});
     /// Fails the test if expected boxes have not been shown.
     void verifyAllShown();
 

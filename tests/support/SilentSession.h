@@ -8,7 +8,7 @@
 
 namespace metrisk::testing {
 
-class SilentInteraction final : public Interaction {
+class SilentInteraction : public Interaction {
   public:
     int boxes = 0;
     int reports = 0; // of progress
