@@ -19,7 +19,7 @@ const char* answerWord(Answer answer) {
 } // namespace
 
 Answer ConsoleInteraction::show(const Box& box) {
-    messages_.push_back({box.title, box.text, answerWord(box.unattended)});
+    messages_.push_back({box.title, box.text, answerWord(box.unattended), box.buttons != BoxButtons::Ok});
     return box.unattended;
 }
 

@@ -4,25 +4,22 @@
 #include "model/Interaction.h"
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace metrisk::cli {
 
 /// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No").
-struct Message {
+struct Told {
     std::string title;
     std::string text;
     std::string answer;
+    bool asked; // there was a choice of answers
 };
 
 class ConsoleInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
-    const std::vector<Message>& messages() const { return messages_; }
-
-    /// Adds what the window tells in its status line.
-    void note(Message message) { messages_.push_back(std::move(message)); }
+    const std::vector<Told>& messages() const { return messages_; }
 
     Answer show(const Box& box) override;
     /// Does the screen's work; a screen without work is left by Cancel at once.
@@ -39,7 +36,7 @@ class ConsoleInteraction final : public Interaction {
     void beep() override {}
 
   private:
-    std::vector<Message> messages_;
+    std::vector<Told> messages_;
 };
 
 } // namespace metrisk::cli

@@ -28,7 +28,7 @@ struct SessionState {
     Flag GuardbandsUnchanged;
     Flag BaselineUnchanged;
     Flag BaselineComputed;
-    Flag LimitsReformed;   // the file's limits contradicted its mode and offsets, which won
+    Flag LimitsReformed; // the file's limits contradicted its mode and offsets, which won
     Flag LoadInProgress; // no boxes for missing data, no focus moves
     Flag ObservedWorksheetOpen;
     Flag UncertaintyWorksheetOpen;

@@ -1,6 +1,7 @@
 #include "persistence/LoadSteps.h"
 
 #include "model/DisplayRule.h"
+#include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
@@ -93,6 +94,9 @@ void derivePictures(Analysis& record) {
     record.Base_Reject_fmt = baselinePicture(record.Base_RejectUnits);
 }
 
+constexpr Message unlawfulCorrelation{"The correlation coefficient must be between -1 and 1.",
+                                      "Unlawful Entry", BoxIcon::Information};
+
 /// As an entry of the correlation worksheet would be refused.
 bool refuseCorrelations(Session& session) {
     bool refused = false;
@@ -102,9 +106,7 @@ bool refuseCorrelations(Session& session) {
                 correlation = 0;
                 refused = true;
             }
-    if (refused)
-        session.ui.show(
-            {.text = "The correlation coefficient must be between -1 and 1.", .title = "Unlawful Entry"});
+    if (refused) tell(session.ui, unlawfulCorrelation);
     return refused;
 }
 

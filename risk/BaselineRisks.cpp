@@ -1,19 +1,18 @@
 #include "risk/BaselineRisks.h"
 
+#include "model/DisplayRule.h"
 #include "model/Session.h"
 #include "numerics/AcceptanceIntegral.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
-#include "risk/Risks.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 
 namespace metrisk {
 
 namespace {
-
-constexpr const char* baselineUnrealisticText = "Unable to compute risks.  Baseline may be unrealistic.";
 
 bool isProbability(double p) {
     return p > 0 && p < 1;
@@ -49,19 +48,19 @@ bool ComputeBaselineRisks(Session& session, double ratio, double subjectInTol, d
                           double& falseAccept, double& falseReject, bool quiet) noexcept {
     if (!isProbability(subjectInTol) || !isProbability(measuringInTol)) return false;
     session.record.AbortFlag = false;
-    const auto report = [&](const char* text, const char* title) {
-        if (!quiet) session.ui.show({.text = text, .title = title, .icon = BoxIcon::Exclamation});
+    const auto report = [&](const Message& message) {
+        if (!quiet) tell(session.ui, message);
         return false;
     };
     try {
         const BaselineModel::Probabilities p = BaselineModel(subjectInTol, measuringInTol).at(ratio);
-        if (p.joint == 0 || p.inTolerance == 0) return report(baselineUnrealisticText, computeFailedTitle);
+        if (p.joint == 0 || p.inTolerance == 0) return report(baselineUnrealistic);
         const double accept = baselineFalseAccept(p, session.record.FalseAcceptOption);
-        falseReject = p.inTolerance - p.joint;
-        falseAccept = accept;
+        falseReject = notNegative(p.inTolerance - p.joint);
+        falseAccept = notNegative(accept);
         return true;
     } catch (const RuntimeFault&) {
-        return report(integrationErrorText, integrationErrorTitle);
+        return report(integrationFault);
     }
 }
 

@@ -10,8 +10,8 @@ inline constexpr const char* ratioTooLowText = "Accuracy Ratio Entry must be gre
 inline constexpr const char* pctRangeText = "Must be between 0.0001% and 99.9999%.";
 
 /// `ratio` is the accuracy ratio, both in-tolerance figures are fractions strictly between 0 and 1.
-/// The risks are fractions, under the record's false accept option. On a figure out of range or a
-/// failure the outputs are unchanged and false is returned; a result of 0 probability shows a message
+/// The risks are fractions, under the record's false accept option, never negative. On a figure out of range
+/// or a failure the outputs are unchanged and false is returned; a result of 0 probability shows a message
 /// unless `quiet`. AbortFlag is left clear.
 bool ComputeBaselineRisks(Session& session, double ratio, double subjectInTol, double measuringInTol,
                           double& falseAccept, double& falseReject, bool quiet = false) noexcept;

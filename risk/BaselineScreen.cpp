@@ -212,8 +212,8 @@ bool BaselineScreen::computeRisks() {
 }
 
 void BaselineScreen::showRisks(double falseAccept, double falseReject) {
-    const ShownRisk accept = shownRisk(notNegative(falseAccept));
-    const ShownRisk reject = shownRisk(notNegative(falseReject));
+    const ShownRisk accept = shownRisk(falseAccept);
+    const ShownRisk reject = shownRisk(falseReject);
     analysis_.falseAccept = accept.value;
     analysis_.falseReject = reject.value;
     analysis_.FalseAcceptRiskUnits = accept.units;

@@ -7,6 +7,7 @@
 #include "numerics/Real.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EquivalentRatio.h"
+#include "risk/RiskMessages.h"
 #include "risk/Risks.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
@@ -78,16 +79,16 @@ void handToGuardbandWorksheet(Analysis& r) {
 /// The risks at the acceptance limits. False when there are none, which the user knows then.
 bool risksAtLimits(Session& session, bool guardbanded, double& falseAccept, double& falseReject) {
     const AcceptanceLimits limits = acceptanceLimits(session, guardbanded);
-    const char* text = guardbandUnrealisticText;
+    const Message* message = &guardbandUnrealistic;
     switch (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject)) {
     case RiskOutcome::Computed: return true;
     case RiskOutcome::FailedAndReported: return false;
-    case RiskOutcome::NoSpread: text = limitsUnrealisticText; break;
+    case RiskOutcome::NoSpread: message = &limitsUnrealistic; break;
     case RiskOutcome::Negative:
     case RiskOutcome::Failed: break;
     }
     session.record.AbortFlag = true;
-    session.ui.show({.text = text, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+    tell(session.ui, *message);
     return false;
 }
 

@@ -6,6 +6,7 @@
 #include "numerics/Real.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputingScreen.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 #include <numbers>
@@ -36,11 +37,22 @@ bool isOwnBaseline(const Analysis& r) {
            r.MTE_PctInTol == r.Base_MTEPctInTol && r.SU_CaseCode == 6 && !r.MTEPlot_IncludeUncertainty;
 }
 
+/// The baseline's figures describe no reference case.
+struct NoBaseline : std::exception {};
+
+BaselineModel baselineModel(double subjectInTol, double measuringInTol) {
+    try {
+        return BaselineModel(subjectInTol, measuringInTol);
+    } catch (const RuntimeFault&) {
+        throw NoBaseline{};
+    }
+}
+
 class RatioSearch {
   public:
     RatioSearch(Session& session, ComputingScreen& screen, double targetAccept, double targetReject)
         : session_(session), r_(session.record), screen_(screen),
-          model_(r_.Base_SUPctInTol / 100, r_.Base_MTEPctInTol / 100) {
+          model_(baselineModel(r_.Base_SUPctInTol / 100, r_.Base_MTEPctInTol / 100)) {
         if (r_.SU_CaseCode == 9) r_.EqRatioOnFalseAccept = false;
         target_ = r_.EqRatioOnFalseAccept ? targetAccept : targetReject;
     }
@@ -133,6 +145,10 @@ void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targ
                           double targetFalseReject, double& ratio, bool& failed) noexcept {
     Analysis& r = session.record;
     failed = false;
+    const auto fail = [&](const Message& message) {
+        r.AbortFlag = true;
+        tell(session.ui, message);
+    };
     try {
         if (!(r.MTE_Offset > 0)) return;
         if (isOwnBaseline(r)) {
@@ -142,8 +158,10 @@ void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targ
         screen.Lbl_Message2.text = std::string(solvingText) + "\n" + initializingText;
         session.ui.refresh(screen);
         RatioSearch(session, screen, targetFalseAccept, targetFalseReject).run(ratio, failed);
+    } catch (const NoBaseline&) {
+        fail(baselineUnrealistic);
     } catch (const RuntimeFault&) {
-        r.AbortFlag = true;
+        fail(integrationFault);
     }
 }
 

@@ -7,11 +7,15 @@ struct Analysis;
 struct Session;
 class ComputingScreen;
 
+/// A search whose target no ratio reaches ends at a figure without a meaning. True for one from 0.01 to
+/// 10,000 : 1.
+bool ratioAttained(double ratio);
+
 /// Targets are fractions; the risk in use follows EqRatioOnFalseAccept, except that a uniform subject
 /// parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the
 /// last ratio tried, also on failure; with MTE_Offset not above 0 it is unchanged. `failed` tells that
-/// the step became too small. AbortFlag, tested at each pass, ends the search: cancel, or a numeric
-/// fault.
+/// the step became too small. AbortFlag, tested at each pass, ends the search: cancel, or a fault, which
+/// is told: a baseline that is none, or an integral that cannot be formed.
 void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
                           double targetFalseReject, double& ratio, bool& failed) noexcept;
 

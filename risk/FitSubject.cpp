@@ -10,7 +10,7 @@
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "risk/LogNormalSearch.h"
-#include "risk/Risks.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 #include <numbers>
@@ -187,8 +187,7 @@ class SubjectFit {
     /// Limits may lie too close for the arithmetic. No tolerance at all is an analysis still being entered.
     [[noreturn]] void refuseWithoutSpread() {
         if (r_.SU_UpperOffset == 0 && r_.SU_LowerOffset == 0) throw RuntimeFault{};
-        session_.ui.show(
-            {.text = limitsUnrealisticText, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+        tell(session_.ui, limitsUnrealistic);
         throw Refused{};
     }
 

@@ -4,6 +4,7 @@
 #include "numerics/AcceptanceIntegral.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/Normal.h"
+#include "risk/RiskMessages.h"
 
 #include <cmath>
 #include <numbers>
@@ -100,10 +101,10 @@ class RiskComputation {
             accepted = marginal.value;
         }
         if (!uniform && accepted < 0) return RiskOutcome::Negative;
-        if (!uniform && accepted == 0) return refused(guardbandUnrealisticText);
+        if (!uniform && accepted == 0) return refused(guardbandUnrealistic);
 
         const double conforming = inTolerance(su_);
-        if (conforming == 0) return refused(limitsUnrealisticText);
+        if (conforming == 0) return refused(limitsUnrealistic);
 
         const double accept = uniform                     ? 0
                               : r_.FalseAcceptOption == 1 ? accepted - joint.value
@@ -125,8 +126,8 @@ class RiskComputation {
         return outcome;
     }
 
-    RiskOutcome refused(const char* text) {
-        if (shown_) ui_.show({.text = text, .title = computeFailedTitle, .icon = BoxIcon::Exclamation});
+    RiskOutcome refused(const Message& message) {
+        if (shown_) tell(ui_, message);
         return failed(RiskOutcome::FailedAndReported);
     }
 

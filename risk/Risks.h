@@ -6,11 +6,6 @@ namespace metrisk {
 struct Session;
 struct SubjectBias;
 
-inline constexpr const char* computeFailedTitle = "Compute Failed";
-inline constexpr const char* guardbandUnrealisticText =
-    "Unable to compute risks.  Guardband may be unrealistic.";
-inline constexpr const char* limitsUnrealisticText = "Unable to compute risks.  Limits may be unrealistic.";
-
 enum class RiskReport { Shown, Quiet };
 
 enum class RiskOutcome {

@@ -65,6 +65,19 @@ TEST(Baseline, DefaultsGiveTheDefaultRisks) {
     EXPECT_NEAR(100 * fa, 2.0, 0.005);
 }
 
+TEST(Baseline, RisksAreNeverNegative) {
+    for (double ratio : {50.0, 1e4, 1e6})
+        for (double su : {0.05, 0.72, 0.95})
+            for (int option : {0, 1}) {
+                TestSession t;
+                t.record.FalseAcceptOption = option;
+                double fa = -1, fr = -1;
+                ASSERT_TRUE(ComputeBaselineRisks(t.session, ratio, su, 0.9999, fa, fr));
+                EXPECT_GE(fa, 0) << ratio << " : 1, " << su;
+                EXPECT_GE(fr, 0) << ratio << " : 1, " << su;
+            }
+}
+
 TEST(Baseline, RefusesWhatIsNoReferenceCase) {
     TestSession t;
     double fa = 7, fr = 8;
@@ -156,6 +169,32 @@ TEST(EquivalentRatio, EndsWhateverTheTarget) {
     none.t.record.MTE_Offset = 0;
     none.solve(0.1, 0.1);
     EXPECT_EQ(none.ratio, -1);
+}
+
+TEST(EquivalentRatio, TellsItsFaultsOnce) {
+    struct Row {
+        double su, mte, mteOffset;
+        const char *title, *text;
+    };
+    constexpr const char* unrealistic = "Unable to compute risks.  Baseline may be unrealistic.";
+    for (const Row& row :
+         {Row{0, 85, 0.1, "Compute Failed", unrealistic}, Row{100, 85, 0.1, "Compute Failed", unrealistic},
+          Row{72, 100, 0.1, "Compute Failed", unrealistic},
+          Row{72, 85, 1e-310, "Function Integration Error",
+              "A fatal math error occurred during integration.  Please try a different set of inputs."}}) {
+        SearchSetup s({.pctInTol = 90, .mteOffset = row.mteOffset});
+        s.t.record.Base_SUPctInTol = row.su;
+        s.t.record.Base_MTEPctInTol = row.mte;
+        s.t.ui.expectBox(row.title, row.text);
+        s.solve(0.02, 0.02);
+        EXPECT_TRUE(s.t.record.AbortFlag) << row.su;
+    }
+}
+
+TEST(EquivalentRatio, IsAttainedFromAHundredthToTenThousand) {
+    for (double ratio : {0.01, 4.0, 10000.0}) EXPECT_TRUE(ratioAttained(ratio)) << ratio;
+    for (double ratio : {0.0, 1e-13, 0.00999, 10000.1, 1e6, std::nan("")})
+        EXPECT_FALSE(ratioAttained(ratio)) << ratio;
 }
 
 TEST(EquivalentRatio, CancelStopsBetweenPasses) {

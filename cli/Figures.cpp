@@ -1,4 +1,4 @@
-#include "cli/RiskText.h"
+#include "cli/Figures.h"
 
 #include "model/RiskText.h"
 #include "model/Text.h"
@@ -9,7 +9,7 @@ namespace metrisk::cli {
 
 std::string riskCell(double fraction, std::string (*picture)(std::string_view units)) {
     if (std::isnan(fraction)) return "not computed";
-    const ShownRisk shown = shownRisk(notNegative(fraction));
+    const ShownRisk shown = shownRisk(fraction);
     const std::string number = riskText(shown, picture(shown.units), {});
     return std::string(withoutOuterBlanks(number)) + " " + shown.units;
 }
