@@ -60,6 +60,7 @@ class ItemReader {
     };
 
     Item next();
+    void skipBlanks();
     bool takeDelimiter();
     std::string text();
     double number();
