@@ -1,5 +1,7 @@
 #include "cli/ConsoleInteraction.h"
 
+#include "model/Worksheet.h"
+
 namespace metrisk::cli {
 
 namespace {
@@ -21,8 +23,11 @@ Answer ConsoleInteraction::show(const Box& box) {
     return box.unattended;
 }
 
-void ConsoleInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) {
-    step();
+void ConsoleInteraction::run(Worksheet& screen, const std::function<void()>& work) {
+    if (work)
+        work();
+    else
+        screen.close(Way::Cancel);
 }
 
 } // namespace metrisk::cli

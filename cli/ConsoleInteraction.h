@@ -22,13 +22,16 @@ class ConsoleInteraction final : public Interaction {
     const std::vector<Told>& messages() const { return messages_; }
 
     Answer show(const Box& box) override;
-    void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
+    /// Does the screen's work; a screen without work is left by Cancel at once.
+    void run(Worksheet& screen, const std::function<void()>& work) override;
 
-    void focus(std::string_view, bool) override {}
+    void refresh(Worksheet&) override {}
+    void repaintMainScreen() override {}
+    void focus(const ControlName&, bool) override {}
+    void highlight(std::string_view) override {}
     void yield() override {}
     void status(std::string_view) override {}
-    void updateComputing(const ComputingScreen&) override {}
-    void repaintMainScreen() override {}
+    void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
 

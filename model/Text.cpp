@@ -54,9 +54,10 @@ bool equalCaseBlind(std::string_view a, std::string_view b) {
 }
 
 std::string_view withoutOuterBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 std::string_view firstCharacters(std::string_view text, std::size_t count) {

@@ -12,13 +12,23 @@
 namespace metrisk {
 namespace {
 
-constexpr std::string_view blanks = " \t";
+// Characters are looked at one by one: items are short, so that a search by a library call costs more.
+
+constexpr bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+constexpr bool endsItem(char c) {
+    return c == ',' || c == '\r' || c == '\n';
+}
+constexpr bool mayBeInNumber(char c) {
+    return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
+}
 
 /// The whole text as a number. Too small for a double is 0, too large is a fault.
 double parseNumber(std::string_view text) {
     if (text.starts_with('+')) text.remove_prefix(1);
     const std::string_view digits = text.substr(text.starts_with('-') ? 1 : 0);
-    if (digits.empty() || digits.find_first_not_of("0123456789.eE+-") != digits.npos || digits[0] == '+')
+    if (digits.empty() || digits[0] == '+' || !std::ranges::all_of(digits, mayBeInNumber))
         throw RuntimeFault{};
     double value = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -38,19 +48,18 @@ double parseNumber(std::string_view text) {
 } // namespace
 
 bool ItemReader::takeDelimiter() {
-    if (at_ >= text_.size()) return false;
-    if (text_.substr(at_).starts_with("\r\n")) {
-        at_ += 2;
-        return true;
-    }
-    const char c = text_[at_];
-    if (c != ',' && c != '\n' && c != '\r') return false;
-    ++at_;
+    if (at_ >= text_.size() || !endsItem(text_[at_])) return false;
+    const bool carriageReturn = text_[at_++] == '\r';
+    if (carriageReturn && at_ < text_.size() && text_[at_] == '\n') ++at_;
     return true;
 }
 
+void ItemReader::skipBlanks() {
+    while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+}
+
 ItemReader::Item ItemReader::next() {
-    at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size());
+    skipBlanks();
     itemAt_ = at_;
     if (at_ >= text_.size()) throw RuntimeFault{};
 
@@ -60,11 +69,12 @@ ItemReader::Item ItemReader::next() {
         const std::size_t close = text_.find('"', at_ + 1);
         if (close == text_.npos) throw RuntimeFault{};
         item.text = text_.substr(at_ + 1, close - at_ - 1);
-        at_ = std::min(text_.find_first_not_of(blanks, close + 1), text_.size());
+        at_ = close + 1;
+        skipBlanks();
     } else {
-        const std::size_t end = std::min(text_.find_first_of(",\r\n", at_), text_.size());
-        item.text = withoutOuterBlanks(text_.substr(at_, end - at_));
-        at_ = end;
+        const std::size_t start = at_;
+        while (at_ < text_.size() && !endsItem(text_[at_])) ++at_;
+        item.text = withoutOuterBlanks(text_.substr(start, at_ - start));
     }
     item.complete = takeDelimiter();
     return item;

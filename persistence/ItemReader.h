@@ -62,6 +62,7 @@ class ItemReader {
     };
 
     Item next();
+    void skipBlanks();
     bool takeDelimiter();
     std::string text();
     double number();

@@ -133,11 +133,11 @@ double searchMeter(double error, double tolerance) {
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
                         double ratio, double error, double tolerance) {
     // Written into the old text's room: this runs once a pass.
-    std::string& text = screen.Lbl_Message2;
+    std::string& text = screen.Lbl_Message2.text;
     text.assign(message).append("\nIteration ").append(std::to_string(iteration)).append(" = ");
     text.append(FormatNumber(ratio, iterationPicture, session.regional)).append(" : 1");
-    screen.Meter = searchMeter(error, tolerance);
-    session.ui.updateComputing(screen);
+    screen.Meter.value = searchMeter(error, tolerance);
+    session.ui.refresh(screen);
     session.ui.yield();
 }
 
@@ -155,8 +155,8 @@ void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targ
             ratio = checked(r.SU_UpperOffset / r.MTE_Offset);
             return;
         }
-        screen.Lbl_Message2 = std::string(solvingText) + "\n" + initializingText;
-        session.ui.updateComputing(screen);
+        screen.Lbl_Message2.text = std::string(solvingText) + "\n" + initializingText;
+        session.ui.refresh(screen);
         RatioSearch(session, screen, targetFalseAccept, targetFalseReject).run(ratio, failed);
     } catch (const NoBaseline&) {
         fail(baselineUnrealistic);

@@ -19,6 +19,9 @@ bool ratioAttained(double ratio);
 void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
                           double targetFalseReject, double& ratio, bool& failed) noexcept;
 
+/// A ratio from 0.01 to 10,000. One beyond tells that the baseline cannot have the target's risk.
+bool ratioAttained(double ratio);
+
 /// Writes "Iteration n = r : 1" under the message, moves the meter by the error that is left and yields.
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
                         double ratio, double error, double tolerance);

@@ -45,6 +45,15 @@ struct Scaled {
     }
 };
 
+/// What a pass hands on to the next; the error follows from q.
+struct Steps {
+    Real q;
+    Real step;
+    int direction;
+
+    friend bool operator==(const Steps&, const Steps&) = default;
+};
+
 } // namespace
 
 LogNormalFit searchLogNormal(const LogNormalCase& c) {
@@ -57,27 +66,38 @@ LogNormalFit searchLogNormal(const LogNormalCase& c) {
 
     const int outward = c.physLimitBelow ? -1 : 1;
     const Real edge = s.near + s.d * outward;
-    Real step = abs(Real(c.far) - c.near) / abs(farWidth - nearWidth);
-    int direction = outward;
-    Real q = edge + step * direction;
-    Real error = s.error(q);
+    Steps steps{
+        .q = edge, .step = abs(Real(c.far) - c.near) / abs(farWidth - nearWidth), .direction = outward};
+    steps.q += steps.step * outward;
+    Real error = s.error(steps.q);
 
-    // The number of steps is the only end: a step that has shrunk to nothing just repeats its error.
-    for (int pass = 0; pass < passes; ++pass) {
+    // The number of passes is the only end: a step that has shrunk to nothing just repeats its error. Where
+    // the steps repeat earlier ones, whole rounds of the repetition are left out.
+    Steps kept = steps;
+    int keptPass = 0;
+    for (int pass = 1; pass <= passes; ++pass) {
         const Real oldSize = abs(error);
         const int oldSign = signOf(error);
-        q += step * direction;
-        if (c.physLimitBelow ? q > edge : q < edge) q = edge;
-        error = s.error(q);
+        steps.q += steps.step * steps.direction;
+        if (c.physLimitBelow ? steps.q > edge : steps.q < edge) steps.q = edge;
+        error = s.error(steps.q);
         const int sign = signOf(error);
         if (sign == oldSign && abs(error) > oldSize) {
-            direction = -direction;
+            steps.direction = -steps.direction;
         } else if (sign != 0 && sign == -oldSign) {
-            direction = -direction;
-            step /= std::sqrt(std::numbers::pi);
+            steps.direction = -steps.direction;
+            steps.step /= std::sqrt(std::numbers::pi);
+        }
+        if (steps == kept) {
+            const int round = pass - keptPass;
+            pass += (passes - pass) / round * round;
+        } else if (pass >= keptPass + keptPass / 4 + 4) {
+            kept = steps;
+            keptPass = pass;
         }
     }
 
+    const Real q = steps.q;
     const Real near = (s.near - q) / -q;
     const Real far = (s.far - q) / -q;
     return {(mode + unit * q).value(), near.value(), far.value(), (log(far / near) / s.zSpan).value()};

@@ -18,6 +18,7 @@ ErrorRows readErrorRows(const ProcessErrors& errors, const Regional& regional) {
     for (int r = 1; r <= 8; ++r) {
         const auto& cells = errors.ErrTableText[r];
         const std::string& typed = cells[uncertaintyColumn];
+        if (typed.empty()) continue; // most rows
         const double uncertainty = ParseValue(typed, regional);
         table.anyUncertainty |= uncertainty != 0;
         if (!equalCaseBlind(withoutOuterBlanks(cells[includeColumn]), "True")) continue;

@@ -74,9 +74,9 @@ struct Gaussian {
         const double shifted = toInteger - half * log2e, n = shifted - toInteger;
         const double rest = ((-half - n * ln2Head) - n * ln2Tail) - halfRest;
         mantissa = polynomial(exponential, rest);
-        // 2^(n + 64), which is a normal double for every n that occurs.
-        power = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + (1023 + 64)) << 52);
-        unscale = a < farthest ? 0x1p-64 : 0; // a plain 0 is cheaper than an underflow
+        // 2^(n + 128): with n down to -1086 the products with it stay clear of the slow subnormal numbers.
+        power = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + (1023 + 128)) << 52);
+        unscale = a < farthest ? 0x1p-128 : 0; // a plain 0 is cheaper than an underflow
     }
 
     double times(double factor) const { return mantissa * factor * power * unscale; }
