@@ -47,11 +47,13 @@ int baselineCommand(const BaselineOptions& options) {
     ConsoleInteraction ui;
     Session session{settings, ui};
     session.record.FalseAcceptOption = options.producer ? 1 : 0;
-    double falseAccept = std::numeric_limits<double>::quiet_NaN();
-    double falseReject = falseAccept;
-    if (!ComputeBaselineRisks(session, ratio, options.subjectPct / 100, options.measuringPct / 100,
-                              falseAccept, falseReject))
-        output.status = refused;
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    const std::optional<Risks> risks =
+        ComputeBaselineRisks(session, {.ratio = ratio,
+                                       .subjectInTol = options.subjectPct / 100,
+                                       .measuringInTol = options.measuringPct / 100});
+    const auto [falseAccept, falseReject] = risks.value_or(Risks{none, none});
+    if (!risks) output.status = refused;
     if (options.json) {
         JsonLine line;
         line.add("BaselineFalseAccept", falseAccept);

@@ -50,8 +50,13 @@ bool compute(AnalysisRun& run, Figures& figures) {
 void computeBaseline(AnalysisRun& run, Figures& figures) {
     const Analysis& r = run.record;
     if (!(r.Base_AccRatNum > 0) || !(r.Base_AccRatDen > 0)) return;
-    ComputeBaselineRisks(run.session, r.Base_AccRatNum / r.Base_AccRatDen, r.Base_SUPctInTol / 100,
-                         r.Base_MTEPctInTol / 100, figures.baselineFalseAccept, figures.baselineFalseReject);
+    const std::optional<Risks> risks =
+        ComputeBaselineRisks(run.session, {.ratio = r.Base_AccRatNum / r.Base_AccRatDen,
+                                           .subjectInTol = r.Base_SUPctInTol / 100,
+                                           .measuringInTol = r.Base_MTEPctInTol / 100});
+    if (!risks) return;
+    figures.baselineFalseAccept = risks->falseAccept;
+    figures.baselineFalseReject = risks->falseReject;
 }
 
 std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
@@ -130,7 +135,8 @@ std::string silentFaults(const std::string& file, int status, const AnalysisRun&
     std::string lines;
     const auto wentOn = [](const Message& message) { return message.answer == "Yes"; };
     if (status == refused && std::ranges::all_of(run.ui.messages(), wentOn))
-        lines += file + ": not computed: these entries lead to no finite risk\n";
+        lines +=
+            file + ": not computed: these entries lead to no finite risk (" + run.record.SilentFault + ")\n";
     if (status != unreadable && std::isnan(figures.baselineFalseAccept))
         lines += file + ": no baseline risks: the baseline's figures allow none\n";
     return lines;

@@ -153,15 +153,14 @@ bool BaselineScreen::ComputeBaselineResults() {
     }
     ComputeBaselineResultsCaption = computingCaption;
     repaint();
-    double falseAccept = 0;
-    double falseReject = 0;
-    const bool computed = ComputeBaselineRisks(
-        session_, valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2), valueOf(analysis.PctInTol2) / 100,
-        valueOf(analysis.PctInTol1) / 100, falseAccept, falseReject);
-    if (computed) showRisks(falseAccept, falseReject);
+    const std::optional<Risks> risks =
+        ComputeBaselineRisks(session_, {.ratio = valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2),
+                                        .subjectInTol = valueOf(analysis.PctInTol2) / 100,
+                                        .measuringInTol = valueOf(analysis.PctInTol1) / 100});
+    if (risks) showRisks(risks->falseAccept, risks->falseReject);
     ComputeBaselineResultsCaption = computeCaption;
     repaint();
-    return computed;
+    return risks.has_value();
 }
 
 void BaselineScreen::showRisks(double falseAccept, double falseReject) {

@@ -1,6 +1,8 @@
 // The road from the compute button to the figures in the result boxes.
 #pragma once
 
+#include "risk/Risks.h"
+
 namespace metrisk {
 
 struct Session;
@@ -22,11 +24,6 @@ void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept;
 /// The ratio search on behalf of the guardband worksheet: from GB_FARisk and GB_FRRisk (fractions at
 /// that time) into GB_EqAccRat.
 void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept;
-
-struct AcceptanceLimits {
-    double lower; // nominal units
-    double upper;
-};
 
 /// The tolerance limits or, with `guardbanded`, the test limits.
 AcceptanceLimits acceptanceLimits(const Session& session, bool guardbanded);
