@@ -3,8 +3,9 @@
 // Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
 #include "persistence/ClearAnalysis.h"
 #include "screens/EntryBox.h"
+#include "screens/QtInteraction.h"
+#include "shell/screens/Layouts.h"
 #include "shell/screens/MainWindow.h"
-#include "shell/screens/QtInteraction.h"
 #include "tests/support/SilentSession.h"
 
 #include <QApplication>
@@ -69,7 +70,7 @@ void paint(QWidget& window) {
 
 struct Desk {
     testing::NoSettings settings;
-    QtInteraction ui;
+    QtInteraction ui{layoutOf};
     Session session{settings, ui};
     std::unique_ptr<MainWindow> window;
 

@@ -1,11 +1,19 @@
 #include "cli/AnalysisRun.h"
 
-#include "persistence/AnalysisFile.h"
+#include "model/Message.h"
 #include "persistence/ClearAnalysis.h"
+#include "persistence/OpenAnalysis.h"
 
 #include <filesystem>
 
 namespace metrisk::cli {
+
+namespace {
+
+/// The window says so in its status line.
+constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon::Information};
+
+} // namespace
 
 Workplace::Workplace(const std::string& settingsPath)
     : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {
@@ -18,22 +26,23 @@ Workplace::Workplace(const std::string& settingsPath)
 
 bool AnalysisRun::open(const std::string& path) {
     record = workplace_.newAnalysis;
-    record.AnalysisFileName = path;
-    record.AbortFlag = false;
-    ReadAnalysis(session, path);
-    if (record.LimitsReformed) ui.note({"Tolerance Limits", limitsReformedText, "OK"});
-    return !record.AbortFlag;
+    const ReadOutcome outcome = OpenAnalysis(session, path);
+    if (record.LimitsReformed) tell(ui, limitsReformed);
+    if (outcome.fault == ReadFault::None) return true;
+    notes_ += diagnosticLine(path, causeOf(outcome));
+    return false;
 }
 
 bool AnalysisRun::save(const std::string& path) {
-    record.AbortFlag = false;
-    WriteAnalysis(session, NormalizeAnalysisName(path));
-    return !record.AbortFlag;
+    const std::string target = NormalizeAnalysisName(path);
+    WriteAnalysis(session, target);
+    if (record.AbortFlag) return false;
+    if (target != path) notes_ += diagnosticLine(path, "saved as " + target);
+    return true;
 }
 
-bool saveWouldReplace(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(NormalizeAnalysisName(path), ignored);
+std::string AnalysisRun::diagnostics(const std::string& name) const {
+    return diagnosticLines(name, ui.messages()) + notes_;
 }
 
 } // namespace metrisk::cli

@@ -25,11 +25,12 @@ class AnalysisRun {
 
     /// Reads the file into a new analysis; false when it cannot be read.
     bool open(const std::string& path);
-    /// Writes under the name an analysis is saved as; false when it cannot be written.
+    /// Writes under the name an analysis is saved as and tells if that is another; false when it cannot
+    /// be written.
     bool save(const std::string& path);
 
-    /// The messages so far, named after the file, for stderr.
-    std::string diagnostics(const std::string& name) const { return diagnosticLines(name, ui.messages()); }
+    /// All that was said so far, named after the file, for stderr.
+    std::string diagnostics(const std::string& name) const;
 
     ConsoleInteraction ui;
     Session session;
@@ -37,9 +38,7 @@ class AnalysisRun {
 
   private:
     const Workplace& workplace_;
+    std::string notes_; // what the boxes do not tell
 };
-
-/// The path under which a save to `path` would land exists already.
-bool saveWouldReplace(const std::string& path);
 
 } // namespace metrisk::cli

@@ -1,72 +1,105 @@
 // metrisk-cli baseline: risks of the reference case.
 #include "cli/Commands.h"
 #include "cli/ConsoleInteraction.h"
-#include "cli/JsonLine.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
 #include "cli/Output.h"
-#include "cli/RiskText.h"
 #include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
 #include "risk/BaselineRisks.h"
 
-#include <limits>
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
 
 namespace metrisk::cli {
 
 namespace {
 
-/// Numerator over denominator of "4:1", or of a single figure; 0 when there is no such ratio.
-double parseRatio(const std::string& text) {
-    const auto colon = text.find(':');
-    const double numerator = ParseValue(text.substr(0, colon), {});
-    const double denominator = colon == std::string::npos ? 1 : ParseValue(text.substr(colon + 1), {});
-    return numerator > 0 && denominator > 0 ? numerator / denominator : 0;
+struct Options {
+    double ratio = 0;
+    double measuringPct = 0; // percent
+    double subjectPct = 0;   // percent
+    bool producer = false;
+    bool json = false;
+};
+
+/// Plain digits with an optional period, above 0; else 0.
+double positiveNumber(std::string_view text) {
+    double value = 0;
+    const auto read =
+        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+    const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
+    return whole && std::isfinite(value) && value > 0 ? value : 0;
 }
 
-bool isPct(double pct) {
-    return pct > 0 && pct < 100;
+/// The quotient of "4:1", or "4" itself, as the number that the option holds.
+std::string quotient(std::string& text) {
+    const std::string_view ratio = text;
+    const auto colon = ratio.find(':');
+    const double numerator = positiveNumber(ratio.substr(0, colon));
+    const double denominator = colon == ratio.npos ? 1 : positiveNumber(ratio.substr(colon + 1));
+    const double value = numerator / denominator;
+    if (!(value > 0) || !std::isfinite(value)) return ratioTooLowText;
+    char digits[32];
+    text.assign(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+    return "";
 }
 
-} // namespace
+std::string isPct(const std::string& text) {
+    const double pct = positiveNumber(text);
+    return pct > 0 && pct < 100 ? "" : pctRangeText;
+}
 
-int baselineCommand(const BaselineOptions& options) {
-    Output output;
-    const double ratio = parseRatio(options.ratio);
-    const auto refuse = [&](const std::string& text) {
-        output.diagnostics = text + "\n";
-        output.status = wrongUsage;
-        emit(output);
-        return output.status;
-    };
-    if (!(ratio > 0)) return refuse("--ratio: " + std::string(ratioTooLowText));
-    if (!isPct(options.measuringPct)) return refuse("--mte: " + std::string(pctRangeText));
-    if (!isPct(options.subjectPct)) return refuse("--su: " + std::string(pctRangeText));
-
+int baseline(const Options& options) {
     SettingsFile settings(defaultSettingsPath());
     ConsoleInteraction ui;
     Session session{settings, ui};
     session.record.FalseAcceptOption = options.producer ? 1 : 0;
-    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    Output output;
     const std::optional<Risks> risks =
-        ComputeBaselineRisks(session, {.ratio = ratio,
+        ComputeBaselineRisks(session, {.ratio = options.ratio,
                                        .subjectInTol = options.subjectPct / 100,
                                        .measuringInTol = options.measuringPct / 100});
-    const auto [falseAccept, falseReject] = risks.value_or(Risks{none, none});
-    if (!risks) output.status = refused;
-    if (options.json) {
-        JsonLine line;
-        line.add("BaselineFalseAccept", falseAccept);
-        line.add("BaselineFalseReject", falseReject);
-        line.add("messages", ui.messages());
-        output.results = line.text();
-    } else if (output.status == allDone) {
+    const auto [falseAccept, falseReject] = risks.value_or(Risks{noFigure, noFigure});
+    if (!risks) {
+        output.status = refused;
+        if (ui.messages().empty()) tell(ui, noBaselineRisks);
+    }
+    if (options.json)
+        output.results = jsonLine({{"BaselineFalseAccept", falseAccept},
+                                   {"BaselineFalseReject", falseReject},
+                                   {"messages", messagesJson(ui.messages())}});
+    else if (output.status == allDone)
         output.results = "Baseline false accept risk  " + riskCell(falseAccept, baselinePicture) +
                          "\nBaseline false reject risk  " + riskCell(falseReject, baselinePicture) + "\n";
-    }
     output.diagnostics = diagnosticLines("baseline", ui.messages());
-    if (!emit(output) && output.status == allDone) output.status = refused;
-    return output.status;
+    return finish(output);
+}
+
+} // namespace
+
+void addBaseline(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("baseline", "Compute the risks of a reference case");
+    command->add_option("--ratio", options->ratio, "Accuracy ratio, as in 4:1 or 4")
+        ->option_text("N:1")
+        ->required()
+        ->transform(CLI::Validator(quotient, ""));
+    command->add_option("--mte", options->measuringPct, "Measuring parameter % in-tolerance")
+        ->option_text("PERCENT")
+        ->required()
+        ->check(isPct);
+    command->add_option("--su", options->subjectPct, "Subject parameter % in-tolerance")
+        ->option_text("PERCENT")
+        ->required()
+        ->check(isPct);
+    command->add_flag("--producer", options->producer,
+                      "Producer's false accept risk instead of the Consumer's");
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    command->callback([options, &chosen] { chosen = [options] { return baseline(*options); }; });
 }
 
 } // namespace metrisk::cli

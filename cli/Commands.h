@@ -1,43 +1,25 @@
-// The commands of metrisk-cli. Each returns its exit status.
+// The commands of metrisk-cli: each describes its options and, once it is chosen, runs.
 #pragma once
 
+#include <functional>
 #include <string>
-#include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace metrisk::cli {
 
-struct ComputeOptions {
-    std::vector<std::string> files;
-    std::string settings; // empty: the user's own
-    bool json = false;
-    bool save = false;
-    bool force = false;
-    unsigned threads = 0; // 0: all cores
-};
-int computeCommand(const ComputeOptions& options);
+/// Gives the exit status.
+using Command = std::function<int()>;
 
-struct ConvertOptions {
-    std::string in;
-    std::string out;
-    std::string settings;
-    bool force = false;
-};
-int convertCommand(const ConvertOptions& options);
+/// Each adds its command to the program; parsing its name puts what it does into `chosen`.
+void addCompute(CLI::App& program, Command& chosen);
+void addConvert(CLI::App& program, Command& chosen);
+void addShow(CLI::App& program, Command& chosen);
+void addBaseline(CLI::App& program, Command& chosen);
 
-struct ShowOptions {
-    std::string file;
-    std::string settings;
-    bool json = false;
-};
-int showCommand(const ShowOptions& options);
-
-struct BaselineOptions {
-    std::string ratio;       // "4:1"
-    double measuringPct = 0; // percent
-    double subjectPct = 0;   // percent
-    bool producer = false;
-    bool json = false;
-};
-int baselineCommand(const BaselineOptions& options);
+/// Adds --settings, the name of a settings file that must exist; empty means the user's own.
+void addSettingsOption(CLI::App& command, std::string& path);
 
 } // namespace metrisk::cli

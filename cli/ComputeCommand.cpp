@@ -1,47 +1,76 @@
 // metrisk-cli compute: risks and equivalent accuracy ratio of analysis files.
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
-#include "cli/JsonLine.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
 #include "cli/OrderedBatch.h"
-#include "cli/RiskText.h"
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
+#include "model/ToleranceUnits.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
 #include "risk/EquivalentRatio.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <limits>
-#include <unistd.h>
+#include <filesystem>
+#include <span>
 
 namespace metrisk::cli {
 
 namespace {
 
-constexpr double noFigure = std::numeric_limits<double>::quiet_NaN();
+constexpr const char* notComputedTitle = "Not Computed";
+constexpr const char* notSavedTitle = "Not Saved";
 
-/// Fractions; not a number where there is no figure.
+struct Options {
+    std::vector<std::string> files;
+    std::string settings;
+    bool json = false;
+    bool save = false;
+    bool force = false;
+    unsigned threads = 0;
+};
+
+/// What this run has computed. Risks are fractions.
 struct Figures {
     double falseAccept = noFigure;
     double falseReject = noFigure;
     double baselineFalseAccept = noFigure;
     double baselineFalseReject = noFigure;
+    bool subjectFitted = false;
+    bool measuringFitted = false;
 };
 
 const char* statusWord(int status) {
     return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
 }
 
-/// Computes afresh, whatever the snapshot in the file says; false when the analysis is refused.
+/// Some faults end silently in the window, whose user sees that there are no figures. What the load told
+/// is no reason, nor is a question.
+bool reasonGiven(std::span<const Told> messages) {
+    return std::ranges::any_of(messages, [](const Told& message) { return !message.asked; });
+}
+
+/// Computes afresh, whatever the file holds of earlier computes; false when the analysis is refused.
 bool compute(AnalysisRun& run, Figures& figures) {
     Analysis& r = run.record;
+    const std::size_t told = run.ui.messages().size();
     r.RisksNeedCompute = true;
     r.RisksComputed = false;
+    r.SubjectFitValid = false;
+    r.MTE_Sigma = 0;
     ComputeResults_Click(run.session);
-    if (!r.RisksComputed) return false;
+    figures.subjectFitted = r.SubjectFitValid;
+    figures.measuringFitted = r.MTE_Sigma > 0;
+    if (!r.RisksComputed) {
+        const std::string fault = r.SilentFault.empty() ? "" : " (" + r.SilentFault + ")";
+        if (!reasonGiven(std::span(run.ui.messages()).subspan(told)))
+            tell(run.ui, {"These entries lead to no finite risk" + fault + ".", notComputedTitle});
+        return false;
+    }
     figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
     figures.falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
     return true;
@@ -49,49 +78,60 @@ bool compute(AnalysisRun& run, Figures& figures) {
 
 void computeBaseline(AnalysisRun& run, Figures& figures) {
     const Analysis& r = run.record;
-    if (!(r.Base_AccRatNum > 0) || !(r.Base_AccRatDen > 0)) return;
-    const std::optional<Risks> risks =
-        ComputeBaselineRisks(run.session, {.ratio = r.Base_AccRatNum / r.Base_AccRatDen,
-                                           .subjectInTol = r.Base_SUPctInTol / 100,
-                                           .measuringInTol = r.Base_MTEPctInTol / 100});
-    if (!risks) return;
-    figures.baselineFalseAccept = risks->falseAccept;
-    figures.baselineFalseReject = risks->falseReject;
+    const std::size_t told = run.ui.messages().size();
+    std::optional<Risks> risks;
+    if (r.Base_AccRatNum > 0 && r.Base_AccRatDen > 0)
+        risks = ComputeBaselineRisks(run.session, {.ratio = r.Base_AccRatNum / r.Base_AccRatDen,
+                                                   .subjectInTol = r.Base_SUPctInTol / 100,
+                                                   .measuringInTol = r.Base_MTEPctInTol / 100});
+    if (risks)
+        figures.baselineFalseAccept = risks->falseAccept, figures.baselineFalseReject = risks->falseReject;
+    else if (run.ui.messages().size() == told)
+        tell(run.ui, noBaselineRisks);
+}
+
+/// Writes to the file that was read, or beside it under the extension of today; false if it did not.
+bool save(AnalysisRun& run, const std::string& file, bool force) {
+    const std::string target = NormalizeAnalysisName(file);
+    std::error_code none;
+    if (target == file || force || !std::filesystem::exists(target, none)) return run.save(file);
+    tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});
+    return false;
 }
 
 std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
-    JsonLine line;
-    line.add("file", file);
-    line.add("status", statusWord(status));
-    line.add("messages", run.ui.messages());
-    line.add("FalseAccept", figures.falseAccept);
-    line.add("FalseReject", figures.falseReject);
-    line.add("BaselineFalseAccept", figures.baselineFalseAccept);
-    line.add("BaselineFalseReject", figures.baselineFalseReject);
     const Analysis& r = run.record;
-    line.add("SU_Distribution", r.SU_Distribution);
-    line.add("SU_CaseCode", r.SU_CaseCode);
-    line.add("SU_Sigma", r.SU_Sigma);
-    line.add("SU_LogSigma", r.SU_LogSigma);
-    line.add("SU_LogOmega", r.SU_LogOmega);
-    line.add("SU_ExpExponent", r.SU_ExpExponent);
-    line.add("SU_ExpRate", r.SU_ExpRate);
-    line.add("PhysicalLimit", r.PhysicalLimit);
-    line.add("MTE_Sigma", r.MTE_Sigma);
-    line.add("MTE_kFactor", r.MTE_kFactor);
-    line.add("MTE_StdUncertainty", r.MTE_StdUncertainty);
-    line.add("FalseAcceptRisk", r.FalseAcceptRisk);
-    line.add("FalseAcceptUnits", r.FalseAcceptUnits);
-    line.add("FalseRejectRisk", r.FalseRejectRisk);
-    line.add("FalseRejectUnits", r.FalseRejectUnits);
-    line.add("EqAccRat", r.EqAccRat);
-    line.add("EqAccRatDen", r.EqAccRatDen);
-    if (status == allDone && r.ComputeEqRatio)
-        line.add("EqAccRatAttained", ratioAttained(r.EqAccRat));
-    else
-        line.addNull("EqAccRatAttained");
-    line.add("FalseAcceptOption", r.FalseAcceptOption);
-    return line.text();
+    const auto given = [](bool there, const auto& value) { return there ? Json(value) : Json(); };
+    const auto subject = [&](const auto& value) { return given(figures.subjectFitted, value); };
+    const auto measuring = [&](const auto& value) { return given(figures.measuringFitted, value); };
+    const bool computed = !std::isnan(figures.falseAccept);
+    const bool ratio = computed && r.ComputeEqRatio;
+    return jsonLine({{"file", file},
+                     {"status", statusWord(status)},
+                     {"messages", messagesJson(run.ui.messages())},
+                     {"FalseAccept", figures.falseAccept},
+                     {"FalseReject", figures.falseReject},
+                     {"BaselineFalseAccept", figures.baselineFalseAccept},
+                     {"BaselineFalseReject", figures.baselineFalseReject},
+                     {"SU_Distribution", subject(r.SU_Distribution)},
+                     {"SU_CaseCode", subject(r.SU_CaseCode)},
+                     {"SU_Sigma", subject(r.SU_Sigma)},
+                     {"SU_LogSigma", subject(r.SU_LogSigma)},
+                     {"SU_LogOmega", subject(r.SU_LogOmega)},
+                     {"SU_ExpExponent", subject(r.SU_ExpExponent)},
+                     {"SU_ExpRate", subject(r.SU_ExpRate)},
+                     {"PhysicalLimit", subject(r.PhysicalLimit)},
+                     {"MTE_Sigma", measuring(r.MTE_Sigma)},
+                     {"MTE_kFactor", measuring(r.MTE_kFactor)},
+                     {"MTE_StdUncertainty", measuring(r.MTE_StdUncertainty)},
+                     {"FalseAcceptRisk", given(computed, r.FalseAcceptRisk)},
+                     {"FalseAcceptUnits", given(computed, r.FalseAcceptUnits)},
+                     {"FalseRejectRisk", given(computed, r.FalseRejectRisk)},
+                     {"FalseRejectUnits", given(computed, r.FalseRejectUnits)},
+                     {"EqAccRat", given(ratio, r.EqAccRat)},
+                     {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
+                     {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
+                     {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)}});
 }
 
 std::string tableRow(const char* label, const std::string& value) {
@@ -108,17 +148,17 @@ std::string ratioText(const Analysis& r, const Regional& regional) {
 std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
     const Analysis& r = run.record;
     const Regional& regional = run.session.regional;
-    std::string table = file + "\n";
-    if (status == unreadable) return table + tableRow("Status", "unreadable") + "\n";
-    if (status == refused) table += tableRow("Status", "refused");
-    const auto withUnits = [&](double value) {
-        const std::string text = GeneralText(value, regional);
-        return r.NominalUnits.empty() ? text : text + " " + r.NominalUnits;
+    std::string table = forResults(file) + "\n";
+    if (status != allDone) table += tableRow("Status", statusWord(status));
+    if (status == unreadable) return table + "\n";
+    const auto sigma = [&](const std::string& distribution, double value) {
+        return distribution + ", sigma " +
+               forResults(withUnits(GeneralText(value, regional), r.NominalUnits));
     };
     if (status == allDone) {
         const bool ratioFound = r.ComputeEqRatio && r.EqAccRat > 0;
-        table += tableRow("Subject parameter", r.SU_Distribution + ", sigma " + withUnits(r.SU_Sigma));
-        table += tableRow("Measuring parameter", "Normal, sigma " + withUnits(r.MTE_Sigma));
+        table += tableRow("Subject parameter", sigma(r.SU_Distribution, r.SU_Sigma));
+        table += tableRow("Measuring parameter", sigma("Normal", r.MTE_Sigma));
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
         table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture));
         table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture));
@@ -129,76 +169,45 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
     return table + "\n";
 }
 
-/// Some faults end silently in the window, whose user sees that the figures stand; here a line says so.
-std::string silentFaults(const std::string& file, int status, const AnalysisRun& run,
-                         const Figures& figures) {
-    std::string lines;
-    const auto wentOn = [](const Message& message) { return message.answer == "Yes"; };
-    if (status == refused && std::ranges::all_of(run.ui.messages(), wentOn))
-        lines +=
-            file + ": not computed: these entries lead to no finite risk (" + run.record.SilentFault + ")\n";
-    if (status != unreadable && std::isnan(figures.baselineFalseAccept))
-        lines += file + ": no baseline risks: the baseline's figures allow none\n";
-    return lines;
-}
-
-Output computeFile(Workplace& workplace, const std::string& file, const ComputeOptions& options) {
-    Output output;
+Output computeFile(Workplace& workplace, const std::string& file, const Options& options) {
     AnalysisRun run(workplace);
     Figures figures;
-    if (!run.open(file)) {
-        output.status = unreadable;
-    } else {
-        output.status = compute(run, figures) ? allDone : refused;
+    int status = unreadable;
+    bool saved = true;
+    if (run.open(file)) {
+        status = compute(run, figures) ? allDone : refused;
         computeBaseline(run, figures);
+        if (options.save && status == allDone) saved = save(run, file, options.force);
     }
-    output.diagnostics = run.diagnostics(file) + silentFaults(file, output.status, run, figures);
-    output.results =
-        options.json ? asJson(file, output.status, run, figures) : asTable(file, output.status, run, figures);
-    if (options.save && output.status == allDone) {
-        const std::string target = NormalizeAnalysisName(file);
-        if (target != file && !options.force && saveWouldReplace(file)) {
-            output.diagnostics += file + ": not saved: " + target + " exists; use --force to replace it\n";
-            output.status = refused;
-        } else if (!run.save(file)) {
-            output.diagnostics += file + ": not saved\n";
-            output.status = refused;
-        }
-    }
-    return output;
+    return {.results = (options.json ? asJson : asTable)(file, status, run, figures),
+            .diagnostics = run.diagnostics(file),
+            .status = saved ? status : refused};
 }
 
-/// A bar on stderr, when that is a terminal and there is something to wait for.
-class ProgressBar {
-  public:
-    explicit ProgressBar(std::size_t total)
-        : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
-
-    void show(std::size_t done) {
-        if (!shown_) return;
-        const std::size_t filled = done * width / total_;
-        if (filled == filled_ && done != total_) return;
-        filled_ = filled;
-        const std::string bar = std::string(filled, '#') + std::string(width - filled, ' ');
-        std::fprintf(stderr, "\r[%s] %zu/%zu%s", bar.c_str(), done, total_, done == total_ ? "\n" : "");
-    }
-
-  private:
-    static constexpr std::size_t width = 40;
-    std::size_t total_;
-    std::size_t filled_ = width + 1;
-    bool shown_;
-};
+int computeAll(const Options& options) {
+    Workplace workplace(options.settings);
+    Outlet outlet(options.files.size());
+    runOrdered(
+        options.files.size(), options.threads,
+        [&](std::size_t i) { return computeFile(workplace, options.files[i], options); },
+        [&](const Output& output) { outlet.put(output); });
+    return outlet.status();
+}
 
 } // namespace
 
-int computeCommand(const ComputeOptions& options) {
-    Workplace workplace(options.settings);
-    ProgressBar bar(options.files.size());
-    return runOrdered(
-        options.files.size(), options.threads,
-        [&](std::size_t i) { return computeFile(workplace, options.files[i], options); },
-        [&](std::size_t done) { bar.show(done); });
+void addCompute(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("compute", "Compute risks and equivalent accuracy ratio of analysis files");
+    command->add_option("FILE", options->files, "Analysis files")->option_text("...")->required();
+    command->add_flag("--json", options->json, "Print one JSON object per file, each on one line");
+    command->add_flag("--save", options->save, "Write the results back to each file");
+    command->add_flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
+    addSettingsOption(*command, options->settings);
+    command->add_option("--threads", options->threads, "Threads to use; 0, the default, means one a core")
+        ->option_text("N");
+    command->callback([options, &chosen] { chosen = [options] { return computeAll(*options); }; });
 }
 
 } // namespace metrisk::cli

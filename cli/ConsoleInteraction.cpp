@@ -1,5 +1,7 @@
 #include "cli/ConsoleInteraction.h"
 
+#include "model/Worksheet.h"
+
 namespace metrisk::cli {
 
 namespace {
@@ -17,12 +19,15 @@ const char* answerWord(Answer answer) {
 } // namespace
 
 Answer ConsoleInteraction::show(const Box& box) {
-    messages_.push_back({box.title, box.text, answerWord(box.unattended)});
+    messages_.push_back({box.title, box.text, answerWord(box.unattended), box.buttons != BoxButtons::Ok});
     return box.unattended;
 }
 
-void ConsoleInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) {
-    step();
+void ConsoleInteraction::run(Worksheet& screen, const std::function<void()>& work) {
+    if (work)
+        work();
+    else
+        screen.close(Way::Cancel);
 }
 
 } // namespace metrisk::cli

@@ -4,39 +4,39 @@
 #include "model/Interaction.h"
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace metrisk::cli {
 
 /// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No").
-struct Message {
+struct Told {
     std::string title;
     std::string text;
     std::string answer;
+    bool asked; // there was a choice of answers
 };
 
 class ConsoleInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
-    const std::vector<Message>& messages() const { return messages_; }
-
-    /// Adds what the window tells in its status line.
-    void note(Message message) { messages_.push_back(std::move(message)); }
+    const std::vector<Told>& messages() const { return messages_; }
 
     Answer show(const Box& box) override;
-    void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
+    /// Does the screen's work; a screen without work is left by Cancel at once.
+    void run(Worksheet& screen, const std::function<void()>& work) override;
 
-    void focus(std::string_view, bool) override {}
+    void refresh(Worksheet&) override {}
+    void repaintMainScreen() override {}
+    void focus(const ControlName&, bool) override {}
+    void highlight(std::string_view) override {}
     void yield() override {}
     void status(std::string_view) override {}
-    void updateComputing(const ComputingScreen&) override {}
-    void repaintMainScreen() override {}
+    void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
 
   private:
-    std::vector<Message> messages_;
+    std::vector<Told> messages_;
 };
 
 } // namespace metrisk::cli

@@ -20,10 +20,10 @@ constexpr std::size_t windowSize = 256;
 /// it, so that no thread is woken just to write.
 class Emitter {
   public:
-    explicit Emitter(const std::function<void(std::size_t)>& progress) : progress_(progress) {}
+    explicit Emitter(const std::function<void(const Output&)>& put) : put_(put) {}
 
     /// Waits while the item is too far ahead of what has been written.
-    void put(std::size_t item, Output output) {
+    void take(std::size_t item, Output output) {
         std::unique_lock lock(mutex_);
         moved_.wait(lock, [&] { return item < next_ + windowSize; });
         slots_[item % windowSize] = std::move(output);
@@ -33,7 +33,7 @@ class Emitter {
             const Output ready = std::move(*slot);
             slot.reset();
             lock.unlock();
-            write(ready);
+            put_(ready);
             lock.lock();
             ++next_;
             moved_.notify_all();
@@ -41,33 +41,23 @@ class Emitter {
         writing_ = false;
     }
 
-    int status() const { return status_; }
-
   private:
-    /// By one thread at a time.
-    void write(const Output& output) {
-        status_ = std::max(status_, output.status);
-        if (!emit(output)) status_ = std::max<int>(status_, refused);
-        progress_(next_ + 1);
-    }
-
-    const std::function<void(std::size_t)>& progress_;
+    const std::function<void(const Output&)>& put_; // called by one thread at a time
     std::mutex mutex_;
     std::condition_variable moved_;
     std::size_t next_ = 0;
     bool writing_ = false;
-    int status_ = allDone;
     std::array<std::optional<Output>, windowSize> slots_;
 };
 
 } // namespace
 
-int runOrdered(std::size_t items, unsigned threads, const std::function<Output(std::size_t)>& job,
-               const std::function<void(std::size_t)>& progress) {
-    Emitter emitter(progress);
+void runOrdered(std::size_t items, unsigned threads, const std::function<Output(std::size_t)>& job,
+                const std::function<void(const Output&)>& put) {
+    Emitter emitter(put);
     std::atomic<std::size_t> nextItem = 0;
     const auto work = [&] {
-        for (std::size_t item; (item = nextItem++) < items;) emitter.put(item, job(item));
+        for (std::size_t item; (item = nextItem++) < items;) emitter.take(item, job(item));
     };
     if (threads == 0) threads = std::max(1u, std::thread::hardware_concurrency());
     threads = static_cast<unsigned>(std::min<std::size_t>(threads, items));
@@ -80,7 +70,6 @@ int runOrdered(std::size_t items, unsigned threads, const std::function<Output(s
         }
         work();
     }
-    return emitter.status();
 }
 
 } // namespace metrisk::cli

@@ -1,25 +1,102 @@
 #include "cli/Output.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <unistd.h>
 
 namespace metrisk::cli {
 
-std::string diagnosticLines(const std::string& name, const std::vector<Message>& messages) {
+namespace {
+
+constexpr std::size_t barWidth = 40;
+
+std::string escaped(unsigned char c) {
+    constexpr const char* digits = "0123456789abcdef";
+    switch (c) {
+    case '\n': return "\\n";
+    case '\r': return "\\r";
+    case '\t': return "\\t";
+    default: return std::string("\\x") + digits[c >> 4] + digits[c & 15];
+    }
+}
+
+bool isTerminal(std::FILE* stream) {
+    return ::isatty(::fileno(stream)) != 0;
+}
+
+} // namespace
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        if (c < 0x20 || c == 0x7F)
+            shown += escaped(c);
+        else if (c == 0xC2 && next >= 0x80 && next < 0xA0)
+            shown += escaped(static_cast<unsigned char>(text[++i])); // U+0080 to U+009F
+        else
+            shown += text[i];
+    }
+    return shown;
+}
+
+std::string forResults(std::string_view text) {
+    return isTerminal(stdout) ? printable(text) : std::string(text);
+}
+
+std::string forDiagnostics(std::string_view text) {
+    return isTerminal(stderr) ? printable(text) : std::string(text);
+}
+
+std::string diagnosticLine(const std::string& name, const std::string& text) {
+    return forDiagnostics(name + ": " + text) + "\n";
+}
+
+std::string diagnosticLines(const std::string& name, const std::vector<Told>& messages) {
     std::string lines;
-    for (const Message& message : messages) {
-        std::string text = message.text;
+    for (const Told& message : messages) {
+        std::string text = message.title + ": " + message.text + " [" + message.answer + "]";
         std::replace(text.begin(), text.end(), '\n', ' ');
-        lines += name + ": " + message.title + ": " + text + " [" + message.answer + "]\n";
+        lines += diagnosticLine(name, text);
     }
     return lines;
 }
 
-bool emit(const Output& output) {
+Outlet::Outlet(std::size_t outputs) : total_(outputs), hasBar_(outputs > 1 && isTerminal(stderr)) {}
+
+void Outlet::put(const Output& output) {
+    clearBar();
     std::fwrite(output.diagnostics.data(), 1, output.diagnostics.size(), stderr);
+    status_ = std::max(status_, output.status);
     const bool written =
-        std::fwrite(output.results.data(), 1, output.results.size(), stdout) == output.results.size();
-    return written && std::fflush(stdout) == 0;
+        std::fwrite(output.results.data(), 1, output.results.size(), stdout) == output.results.size() &&
+        std::fflush(stdout) == 0;
+    if (!written) {
+        if (!full_) std::fprintf(stderr, "metrisk-cli: standard output: %s\n", std::strerror(errno));
+        full_ = true;
+        status_ = std::max<int>(status_, refused);
+    }
+    if (++done_ < total_) showBar();
+}
+
+void Outlet::clearBar() {
+    if (hasBar_ && done_ > 0) std::fputs("\r\x1b[K", stderr);
+}
+
+void Outlet::showBar() {
+    if (!hasBar_) return;
+    const std::size_t filled = done_ * barWidth / total_;
+    const std::string bar = std::string(filled, '#') + std::string(barWidth - filled, ' ');
+    std::fprintf(stderr, "[%s] %zu/%zu", bar.c_str(), done_, total_);
+}
+
+int finish(const Output& output) {
+    Outlet outlet;
+    outlet.put(output);
+    return outlet.status();
 }
 
 } // namespace metrisk::cli

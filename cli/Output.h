@@ -3,7 +3,9 @@
 
 #include "cli/ConsoleInteraction.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace metrisk::cli {
@@ -11,15 +13,45 @@ namespace metrisk::cli {
 enum ExitStatus { allDone = 0, refused = 1, wrongUsage = 2, unreadable = 3 };
 
 struct Output {
-    std::string results;
-    std::string diagnostics;
+    std::string results{};
+    std::string diagnostics{};
     int status = allDone;
 };
 
-/// One line of diagnostics for each message, "NAME: TITLE: TEXT [ANSWER]", line breaks as blanks.
-std::string diagnosticLines(const std::string& name, const std::vector<Message>& messages);
+/// The text with its control characters written out ("\n", "\x1b"), so that no name or note can steer a
+/// terminal.
+std::string printable(std::string_view text);
+/// The text for stdout or for stderr: printable where that is a terminal, else as it is.
+std::string forResults(std::string_view text);
+std::string forDiagnostics(std::string_view text);
 
-/// Writes both streams; false when stdout could not take the results.
-bool emit(const Output& output);
+/// "NAME: TEXT".
+std::string diagnosticLine(const std::string& name, const std::string& text);
+/// One line for each message, "NAME: TITLE: TEXT [ANSWER]", line breaks as blanks.
+std::string diagnosticLines(const std::string& name, const std::vector<Told>& messages);
+
+/// Where the outputs of a command go, one after the other. With several to come a bar on stderr shows
+/// how far it is, if that is a terminal.
+class Outlet {
+  public:
+    explicit Outlet(std::size_t outputs = 1);
+
+    void put(const Output& output);
+    /// The highest of all outputs, `refused` at least if stdout could not take one.
+    int status() const { return status_; }
+
+  private:
+    void clearBar();
+    void showBar();
+
+    std::size_t total_;
+    std::size_t done_ = 0;
+    bool hasBar_;
+    int status_ = allDone;
+    bool full_ = false;
+};
+
+/// Puts the only output of a command; its exit status.
+int finish(const Output& output);
 
 } // namespace metrisk::cli

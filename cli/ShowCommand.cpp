@@ -1,16 +1,24 @@
 // metrisk-cli show: every field of an analysis by its name.
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
-#include "cli/JsonLine.h"
+#include "cli/Json.h"
 #include "model/AnalysisFields.h"
 #include "model/NumberText.h"
+
+#include <CLI/CLI.hpp>
 
 namespace metrisk::cli {
 
 namespace {
 
+struct Options {
+    std::string file;
+    std::string settings;
+    bool json = false;
+};
+
 std::string fieldText(const std::string& text) {
-    return "\"" + text + "\"";
+    return "\"" + forResults(text) + "\"";
 }
 std::string fieldText(double number) {
     return GeneralText(number, {});
@@ -39,26 +47,42 @@ std::string lines(const std::string& name, const Value& value) {
     }
 }
 
-} // namespace
+std::string asJson(const Analysis& record) {
+    Json fields;
+    visitFields(record, [&](std::string_view name, const auto& value) {
+        fields.emplace(std::string(name), fieldJson(value));
+    });
+    return jsonLine(fields);
+}
 
-int showCommand(const ShowOptions& options) {
+std::string asText(const Analysis& record) {
+    std::string text;
+    visitFields(record,
+                [&](std::string_view name, const auto& value) { text += lines(std::string(name), value); });
+    return text;
+}
+
+int show(const Options& options) {
     Output output;
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
-    if (!run.open(options.file)) {
+    if (run.open(options.file))
+        output.results = options.json ? asJson(run.record) : asText(run.record);
+    else
         output.status = unreadable;
-    } else if (options.json) {
-        JsonLine line;
-        visitFields(run.record, [&](std::string_view name, const auto& value) { line.add(name, value); });
-        output.results = line.text();
-    } else {
-        visitFields(run.record, [&](std::string_view name, const auto& value) {
-            output.results += lines(std::string(name), value);
-        });
-    }
     output.diagnostics = run.diagnostics(options.file);
-    if (!emit(output) && output.status == allDone) output.status = refused;
-    return output.status;
+    return finish(output);
+}
+
+} // namespace
+
+void addShow(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("show", "Print every field of an analysis by name");
+    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] { chosen = [options] { return show(*options); }; });
 }
 
 } // namespace metrisk::cli

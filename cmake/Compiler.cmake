@@ -12,7 +12,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 if(METRISK_SANITIZE)
-  set(metrisk_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  set(metrisk_sanitizers -fsanitize=${METRISK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(metrisk_options INTERFACE ${metrisk_sanitizers})
   target_link_options(metrisk_options INTERFACE ${metrisk_sanitizers})
 endif()

@@ -25,8 +25,8 @@ install_packages() {
 }
 
 # build PRESET TARGET: configures once, then builds what has changed. A preset is configured again when
-# that has failed before.
+# that has failed before or the presets have changed.
 build() {
-  [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >/dev/null
+  [ "build/$1/build.ninja" -nt CMakePresets.json ] || cmake --preset "$1" >/dev/null
   cmake --build --preset "$1" --target "$2" -- --quiet
 }

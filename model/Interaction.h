@@ -7,7 +7,7 @@
 
 namespace metrisk {
 
-class ComputingScreen;
+class Worksheet;
 
 enum class BoxIcon { None, Information, Exclamation, Question };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
@@ -23,6 +23,15 @@ struct Box {
     Answer unattended = Answer::Ok;
 };
 
+/// A control of a screen; by its name alone one of the main screen.
+struct ControlName {
+    std::string_view screen = "MainScreen";
+    std::string_view control;
+
+    ControlName(const char* name) : control(name) {}
+    ControlName(std::string_view itsScreen, std::string_view name) : screen(itsScreen), control(name) {}
+};
+
 class Interaction {
   public:
     virtual ~Interaction() = default;
@@ -30,11 +39,21 @@ class Interaction {
     /// Shows the box and returns the button pressed.
     virtual Answer show(const Box& box) = 0;
 
-    /// Moves focus to the control of that name; with `select` its whole text is selected.
-    virtual void focus(std::string_view control, bool select = false) = 0;
+    /// Shows the screen until it is left. `work` starts once the screen is seen and ends it: such a screen
+    /// tells of progress.
+    virtual void run(Worksheet& screen, const std::function<void()>& work = {}) = 0;
 
-    /// Makes a panel stand out until the next entry.
-    virtual void highlight(std::string_view /*panel*/) {}
+    /// The screen's own state has changed in the midst of a rule.
+    virtual void refresh(Worksheet& screen) = 0;
+
+    /// The record changed in a way that the main screen shows.
+    virtual void repaintMainScreen() = 0;
+
+    /// Moves focus to the control; with `select` its whole text is selected.
+    virtual void focus(const ControlName& control, bool select = false) = 0;
+
+    /// Makes a panel of the main screen stand out until the next entry; none if the name is empty.
+    virtual void highlight(std::string_view panel) = 0;
 
     /// Lets pending events run (cancel, repaint).
     virtual void yield() = 0;
@@ -42,17 +61,8 @@ class Interaction {
     /// The status line; an empty text clears it.
     virtual void status(std::string_view text) = 0;
 
-    /// Runs `step` behind the modal progress screen and returns when it has closed.
-    virtual void runComputing(ComputingScreen& screen, const std::function<void()>& step) = 0;
-
-    /// The progress screen's texts or meter have changed.
-    virtual void updateComputing(const ComputingScreen& screen) = 0;
-
-    /// The record changed in a way that the main screen shows.
-    virtual void repaintMainScreen() = 0;
-
-    /// The accuracy ratios of the fitted parameters may differ now.
-    virtual void repaintRatioPanels() {}
+    /// Opens the help page of that name.
+    virtual void help(std::string_view page) = 0;
 
     /// Wait pointer; calls nest. Use WaitPointer.
     virtual void setBusy(bool busy) = 0;

@@ -72,6 +72,12 @@ std::size_t countCharacters(std::string_view text) {
     return count;
 }
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (text.starts_with(mark)) text.remove_prefix(mark.size());
+    return text;
+}
+
 std::string withoutQuotes(std::string text) {
     constexpr const char* doublePrime = "\u2033";
     for (std::size_t at = 0; (at = text.find('"', at)) != text.npos;) text.replace(at, 1, doublePrime);

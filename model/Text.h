@@ -16,6 +16,8 @@ std::string_view withoutOuterBlanks(std::string_view text);
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 std::size_t countCharacters(std::string_view text);
 
+/// Without the mark that some programs put before UTF-8.
+std::string_view withoutByteOrderMark(std::string_view text);
 /// With a double prime (U+2033) in place of each double quote, which no text of an analysis file can hold.
 std::string withoutQuotes(std::string text);
 

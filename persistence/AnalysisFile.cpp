@@ -12,6 +12,9 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <system_error>
+
+#include <unistd.h>
 
 namespace metrisk {
 namespace {
@@ -30,17 +33,31 @@ constexpr const char* olderVersion =
 /// Beyond any analysis: with 200 samples a parameter a file has some 20 thousand characters.
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
-/// Why an analysis could not be read or written.
-struct Refusal {
-    const char* text;
-    BoxIcon icon;
-};
-constexpr Refusal unreadable{readError, BoxIcon::Exclamation};
-constexpr Refusal unwritable{writeError, BoxIcon::Exclamation};
-
-void refuse(Session& session, const Refusal& refusal, const std::string& name) {
+void refuse(Session& session, const std::string& name, const char* text,
+            BoxIcon icon = BoxIcon::Exclamation) {
     session.record.AbortFlag = true;
-    tell(session.ui, {refusal.text, name, refusal.icon});
+    tell(session.ui, {text, name, icon});
+}
+
+ReadOutcome refused(Session& session, const std::string& name, const ReadOutcome& outcome) {
+    switch (outcome.fault) {
+    case ReadFault::None: break;
+    case ReadFault::Declined: session.record.AbortFlag = true; break;
+    case ReadFault::NotAnAnalysis: refuse(session, name, notAnAnalysis, BoxIcon::Information); break;
+    case ReadFault::UnknownVersion: refuse(session, name, invalidStructure, BoxIcon::Information); break;
+    default: refuse(session, name, readError);
+    }
+    return outcome;
+}
+
+/// Why there is no content.
+ReadFault faultOf(const std::string& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status))
+        return error == std::errc::permission_denied ? ReadFault::NotPermitted : ReadFault::Missing;
+    if (!std::filesystem::is_regular_file(status)) return ReadFault::NotAFile;
+    return ::access(path.c_str(), R_OK) == 0 ? ReadFault::Unreadable : ReadFault::NotPermitted;
 }
 
 std::string nameOf(const std::string& path) {
@@ -54,45 +71,42 @@ bool convertOlderVersion(Session& session) {
     return session.ui.show(box) == Answer::Ok;
 }
 
-/// Raises RuntimeFault where the content is no analysis although it begins like one.
-std::optional<Refusal> readContent(Session& session, std::string_view content) {
+ReadOutcome readContent(Session& session, std::string_view content) {
     Analysis& record = session.record;
     bool changed = false;
     ItemReader file(content, [&](LayoutPoint point) { changed |= runLoadStep(session, point); });
+    try {
+        std::string mark;
+        file.item(mark);
+        if (mark != fileMark) return {ReadFault::NotAnAnalysis};
+        float version = 0;
+        file.item(version);
+        if (std::ranges::find(readableVersions, version) == readableVersions.end())
+            return {ReadFault::UnknownVersion};
+        file.setVersion(version);
+        if (version == versionWithoutTable && !convertOlderVersion(session)) return {ReadFault::Declined};
+        if (content.size() > largestFile) return {ReadFault::TooLarge};
 
-    std::string mark;
-    file.item(mark);
-    if (mark != fileMark) return Refusal{notAnAnalysis, BoxIcon::Information};
-    float version = 0;
-    file.item(version);
-    if (std::ranges::find(readableVersions, version) == readableVersions.end())
-        return Refusal{invalidStructure, BoxIcon::Information};
-    file.setVersion(version);
-    if (version == versionWithoutTable && !convertOlderVersion(session)) {
-        record.AbortFlag = true;
-        return std::nullopt;
+        record.Remarks.clear();
+        record.BaselineComputed = false;
+        layoutAnalysis(file, record);
+        changed |= finishLoad(session);
+        record.FileChanged = changed || version <= versionWithoutWorksheets;
+        record.ResultsStale = false;
+        return {};
+    } catch (const RuntimeFault&) {
+        return {ReadFault::Damaged, file.lineNumber()};
     }
-    if (content.size() > largestFile) return unreadable;
-
-    record.Remarks.clear();
-    record.BaselineComputed = false;
-    layoutAnalysis(file, record);
-    changed |= finishLoad(session);
-    record.FileChanged = changed || version <= versionWithoutWorksheets;
-    record.ResultsStale = false;
-    return std::nullopt;
 }
 
-/// Every fault ends here, under the wait pointer; its box comes after it.
-std::optional<Refusal> tryContent(Session& session, std::string content) noexcept {
+/// Every other fault ends here, under the wait pointer; its box comes after it.
+ReadOutcome tryContent(Session& session, std::string content) noexcept {
     const WaitPointer wait(session.ui);
     try {
         content = toUtf8(std::move(content));
-        std::string_view text = content;
-        if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-        return readContent(session, text);
+        return readContent(session, withoutByteOrderMark(content));
     } catch (const std::exception&) {
-        return unreadable;
+        return {ReadFault::Unreadable};
     }
 }
 
@@ -102,12 +116,12 @@ bool endsCaseBlind(std::string_view text, std::string_view end) {
 
 } // namespace
 
-void ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept {
+ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept {
     session.record.AbortFlag = false;
-    if (const auto refusal = tryContent(session, std::move(content))) refuse(session, *refusal, name);
+    return refused(session, name, tryContent(session, std::move(content)));
 }
 
-void ReadAnalysis(Session& session, const std::string& path) noexcept {
+ReadOutcome ReadAnalysis(Session& session, const std::string& path) noexcept {
     std::optional<std::string> content;
     try {
         // One byte more than can be an analysis tells a file that is too large from one that is not.
@@ -116,7 +130,23 @@ void ReadAnalysis(Session& session, const std::string& path) noexcept {
         content.reset(); // no memory for it
     }
     if (content) return ReadAnalysisText(session, std::move(*content), nameOf(path));
-    refuse(session, unreadable, nameOf(path));
+    return refused(session, nameOf(path), {faultOf(path)});
+}
+
+std::string causeOf(const ReadOutcome& outcome) {
+    switch (outcome.fault) {
+    case ReadFault::None: return "";
+    case ReadFault::Missing: return "no such file";
+    case ReadFault::NotPermitted: return "no permission to read it";
+    case ReadFault::NotAFile: return "not a regular file";
+    case ReadFault::Unreadable: return "the system cannot read it";
+    case ReadFault::NotAnAnalysis: return "not an analysis";
+    case ReadFault::UnknownVersion: return "of a version that this program does not know";
+    case ReadFault::TooLarge: return "larger than any analysis";
+    case ReadFault::Declined: return "its conversion was declined";
+    case ReadFault::Damaged: return "damaged at line " + std::to_string(outcome.line);
+    }
+    return "";
 }
 
 std::string AnalysisText(const Analysis& record) {
@@ -135,7 +165,7 @@ void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& p
     } catch (const std::exception&) {
         written = false;
     }
-    if (!written) return refuse(session, unwritable, nameOf(path));
+    if (!written) return refuse(session, nameOf(path), writeError);
     record.FileChanged = false;
 }
 

@@ -9,6 +9,25 @@
 
 namespace metrisk {
 
+/// Why a file was not read.
+enum class ReadFault {
+    None,
+    Missing,
+    NotPermitted,
+    NotAFile,
+    Unreadable,
+    NotAnAnalysis,
+    UnknownVersion,
+    TooLarge,
+    Declined, // by the user, who was asked whether to convert it
+    Damaged
+};
+struct ReadOutcome {
+    ReadFault fault = ReadFault::None;
+    std::size_t line = 0; // of the damage, from 1
+};
+/// The fault in a few words, empty if there is none.
+std::string causeOf(const ReadOutcome& outcome);
 /// What is told when LimitsReformed is set.
 inline constexpr const char* limitsReformedText =
     "The tolerance limits of the file contradict its mode and offsets and were formed anew from them.";
@@ -19,10 +38,10 @@ inline constexpr const char* limitsReformedText =
 /// is true too) or correlations beyond 1, since it would be saved differently. Tolerance kinds of
 /// which not exactly one is true become two-sided, a FalseAcceptOption other than 1 becomes 0. The caller
 /// clears the record first and sets AnalysisFileName.
-void ReadAnalysis(Session& session, const std::string& path) noexcept;
+ReadOutcome ReadAnalysis(Session& session, const std::string& path) noexcept;
 
 /// The same from the content of a file; `name` is the title of the boxes.
-void ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept;
+ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept;
 
 /// Writes the record in the newest form and clears FileChanged. On failure a box titled with the
 /// file's name tells so, AbortFlag is set, and an existing file stays as it was.

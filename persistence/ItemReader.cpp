@@ -60,6 +60,7 @@ void ItemReader::skipBlanks() {
 
 ItemReader::Item ItemReader::next() {
     skipBlanks();
+    itemAt_ = at_;
     if (at_ >= text_.size()) throw RuntimeFault{};
 
     Item item;
@@ -77,6 +78,14 @@ ItemReader::Item ItemReader::next() {
     }
     item.complete = takeDelimiter();
     return item;
+}
+
+std::size_t ItemReader::lineNumber() const {
+    const std::string_view before = text_.substr(0, itemAt_);
+    std::size_t ends = 0;
+    for (std::size_t at = 0; (at = before.find_first_of("\r\n", at)) != before.npos; ++ends)
+        at += before.substr(at).starts_with("\r\n") ? 2 : 1;
+    return ends + 1;
 }
 
 double ItemReader::number() {

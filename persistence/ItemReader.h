@@ -24,6 +24,8 @@ class ItemReader {
 
     void setVersion(float version) { version_ = version; }
     float version() const { return version_; }
+    /// Where the item read last begins, or was looked for: lines count from 1.
+    std::size_t lineNumber() const;
     bool from(float version) const { return version_ >= version; }
     bool after(float version) const { return version_ > version; }
 
@@ -69,6 +71,7 @@ class ItemReader {
     std::string_view text_;
     std::function<void(LayoutPoint)> onPoint_;
     std::size_t at_ = 0;
+    std::size_t itemAt_ = 0;
     float version_ = 0;
 };
 

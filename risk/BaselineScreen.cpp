@@ -6,6 +6,7 @@
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
 #include "risk/EqRatioScreen.h"
+#include "risk/FalseAcceptScreen.h"
 
 #include <cmath>
 #include <utility>
@@ -36,7 +37,9 @@ constexpr Question storedDefault{"You have changed the default baseline False\n"
                                  "value, but may also change the main system False\n"
                                  "Accept Option.",
                                  optionChangeTitle, BoxButtons::YesNo, Answer::No};
-constexpr const char* boxNames[] = {"BaseAccRat1", "BaseAccRat2", "BaselinePctInTol1", "BaselinePctInTol2"};
+constexpr const char* showDefaultsCaption = "Show &Defaults";
+constexpr const char* hideDefaultsCaption = "Hide &Defaults";
+constexpr const char* computingCaption = "COMPUTING";
 
 // ANSI/NCSL Z540.3: 4 : 1, a subject parameter of 85 %, and the measuring figure by convention.
 constexpr double z540Ratio = 4;
@@ -72,168 +75,203 @@ BaselineSide sideOf(const Baseline& b, int option, const std::string& userOption
 } // namespace
 
 BaselineScreen::BaselineScreen(Session& session)
-    : session_(session), kept_(session.record), storedOption_(ReadFalseAcceptConvention(session.settings)) {
+    : Worksheet("BaselineAnalysis", "Risk Baseline Analysis", "baseline"), session_(session),
+      kept_(session.record), storedOption_(ReadFalseAcceptConvention(session.settings)) {
     const Analysis& r = session.record;
-    analysis = sideOf(r, r.FalseAcceptOption, r.UserOption, session.regional);
+    analysis_ = sideOf(r, r.FalseAcceptOption, r.UserOption, session.regional);
     const BaselineDefaults stored = ReadBaselineDefaults(session.settings, r.Base_EqRatioTarget);
-    defaults = sideOf(stored.figures, stored.FalseAcceptOption, stored.UserOption, session.regional);
-    opened_ = analysis;
+    defaults_ = sideOf(stored.figures, stored.FalseAcceptOption, stored.UserOption, session.regional);
+    opened_ = analysis_;
+
+    bindBox(BaseAccRat1, &BaselineSide::AccRat1);
+    bindBox(BaseAccRat2, &BaselineSide::AccRat2);
+    bindBox(BaselinePctInTol1, &BaselineSide::PctInTol1, &measuringPctRange);
+    bindBox(BaselinePctInTol2, &BaselineSide::PctInTol2, &subjectPctRange);
+    for (TextBox* box :
+         {&DefAccRat1, &DefAccRat2, &DefPctInTol1, &DefPctInTol2, &DefFalseAccept, &DefFalseReject})
+        box->keyPressed = [this] { tell(session_.ui, defaultKey); };
+    optUserBaseline.clicked = [this](bool) { analysis_.BaselineOption = "User"; };
+    optZ540Baseline.clicked = [this](bool) { chooseZ540(); };
+    cmd_FAOption.clicked = [this](bool) { changeOption(); };
+    ComputeBaselineResults.clicked = [this](bool) { computeRisks(); };
+    Cmd_SetDefaultBaseline.clicked = [this](bool) { setDefault(); };
+    Cmd_RetrieveDefaultBaseline.clicked = [this](bool) { retrieveDefault(); };
+    cmd_OK.closes = Way::Ok;
+    cmd_OK.isDefault = true;
+    mnu_Exit.closes = Way::Cancel;
+    menus = {
+        {.control = "mnu_View",
+         .caption = "&View",
+         .items = {{.control = "mnu_ShowDefaults",
+                    .caption = showDefaultsCaption,
+                    .run = [this] { defaultsShown_ = !defaultsShown_; }},
+                   {.control = "mnu_Plot", .caption = "&Plot"}}},
+        {.control = "mnu_Run",
+         .caption = "Ru&n",
+         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
+                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
+    };
+    refresh();
+}
+
+void BaselineScreen::refresh() {
+    optUserBaseline.checked = !isZ540();
+    optZ540Baseline.checked = isZ540();
+    for (TextBox* box : {&BaseAccRat1, &BaseAccRat2, &BaselinePctInTol1, &BaselinePctInTol2})
+        box->locked = isZ540();
+    BaseAccRat1.text = analysis_.AccRat1;
+    BaseAccRat2.text = analysis_.AccRat2;
+    BaselinePctInTol1.text = analysis_.PctInTol1;
+    BaselinePctInTol2.text = analysis_.PctInTol2;
+    BaseFalseAccept.text = analysis_.FalseAccept;
+    BaseFalseReject.text = analysis_.FalseReject;
+    FalseAcceptRiskUnits.text = analysis_.FalseAcceptRiskUnits;
+    FalseRejectRiskUnits.text = analysis_.FalseRejectRiskUnits;
+    pnl_FAOption.text = analysis_.FAOption;
+
+    DefAccRat1.text = defaults_.AccRat1;
+    DefAccRat2.text = defaults_.AccRat2;
+    DefPctInTol1.text = defaults_.PctInTol1;
+    DefPctInTol2.text = defaults_.PctInTol2;
+    DefFalseAccept.text = defaults_.FalseAccept;
+    DefFalseReject.text = defaults_.FalseReject;
+    DefFalseAcceptRiskUnits.text = defaults_.FalseAcceptRiskUnits;
+    DefFalseRejectRiskUnits.text = defaults_.FalseRejectRiskUnits;
+    pnl_DefaultFAOption.text = defaults_.FAOption;
+    pnlDefBaselineOption.text = defaults_.BaselineOption;
+    pnl_Defaults.visible = Cmd_RetrieveDefaultBaseline.visible = Cmd_SetDefaultBaseline.visible =
+        defaultsShown_;
+    menus.front().items.front().caption = defaultsShown_ ? hideDefaultsCaption : showDefaultsCaption;
 }
 
 double BaselineScreen::valueOf(const std::string& text) const {
     return ParseValue(text, session_.regional);
 }
 
-std::string& BaselineScreen::textOf(BaselineBox box) {
-    switch (box) {
-    case BaselineBox::BaseAccRat1: return analysis.AccRat1;
-    case BaselineBox::BaseAccRat2: return analysis.AccRat2;
-    case BaselineBox::BaselinePctInTol1: return analysis.PctInTol1;
-    default: return analysis.PctInTol2;
-    }
-}
-
-FieldResult BaselineScreen::lostFocus(BaselineBox box, const std::string& text) {
-    std::string& shown = textOf(box);
-    if (boxesLocked() || text == shown) return {false, shown};
-    const bool isRatio = box == BaselineBox::BaseAccRat1 || box == BaselineBox::BaseAccRat2;
-    std::string rewritten =
-        FormatNumber(valueOf(text), isRatio ? ratioPicture : pctPicture, session_.regional);
-    // What counts is the figure as it will be read back.
-    const double value = valueOf(rewritten);
-    if (!isRatio && !(value > 0 && value < 100)) {
-        const bool measuring = box == BaselineBox::BaselinePctInTol1;
-        return refuseEntry(session_.ui, measuring ? measuringPctRange : subjectPctRange, text);
-    }
-    shown = std::move(rewritten);
-    return {false, shown};
-}
-
-void BaselineScreen::defaultKeyPressed() {
-    tell(session_.ui, defaultKey);
+/// A % box has a range; a ratio box takes any figure.
+void BaselineScreen::bindBox(TextBox& box, std::string BaselineSide::*text, const Message* outOfRange) {
+    box.left = [this, text, outOfRange](const std::string& entry) -> FieldResult {
+        std::string& shown = analysis_.*text;
+        std::string rewritten =
+            FormatNumber(valueOf(entry), outOfRange ? pctPicture : ratioPicture, session_.regional);
+        // What counts is the figure as it will be read back.
+        const double value = valueOf(rewritten);
+        if (outOfRange && !(value > 0 && value < 100)) return refuseEntry(session_.ui, *outOfRange, shown);
+        shown = std::move(rewritten);
+        return {false, shown};
+    };
 }
 
 void BaselineScreen::setZ540Figures() {
     const Regional& regional = session_.regional;
-    const bool producer = analysis.FAOption == optionCaption(1);
-    analysis.BaselineOption = "Z540";
-    analysis.AccRat1 = FormatNumber(z540Ratio, "0.00", regional);
-    analysis.AccRat2 = FormatNumber(1, "0.00", regional);
-    analysis.PctInTol2 = FormatNumber(z540Subject, "0.000", regional);
-    analysis.PctInTol1 = FormatNumber(z540Measuring[producer ? 1 : 0], "0.000", regional);
+    const bool producer = analysis_.FAOption == optionCaption(1);
+    analysis_.BaselineOption = "Z540";
+    analysis_.AccRat1 = FormatNumber(z540Ratio, "0.00", regional);
+    analysis_.AccRat2 = FormatNumber(1, "0.00", regional);
+    analysis_.PctInTol2 = FormatNumber(z540Subject, "0.000", regional);
+    analysis_.PctInTol1 = FormatNumber(z540Measuring[producer ? 1 : 0], "0.000", regional);
 }
 
 void BaselineScreen::chooseZ540() {
     setZ540Figures();
-    ComputeBaselineResults();
-}
-
-void BaselineScreen::chooseUser() {
-    analysis.BaselineOption = "User";
-    repaint();
+    computeRisks();
 }
 
 bool BaselineScreen::validate() {
-    for (const BaselineBox box : {BaselineBox::BaseAccRat1, BaselineBox::BaseAccRat2,
-                                  BaselineBox::BaselinePctInTol1, BaselineBox::BaselinePctInTol2}) {
-        if (valueOf(textOf(box)) > 0) continue;
-        tell(session_.ui, box == BaselineBox::BaselinePctInTol1   ? noMeasuringPct
-                          : box == BaselineBox::BaselinePctInTol2 ? noSubjectPct
-                                                                  : noRatio);
-        session_.ui.focus(boxNames[static_cast<int>(box)], true);
+    struct Check {
+        const std::string& text;
+        const Message& message;
+        const TextBox& box;
+    };
+    const Check checks[] = {{analysis_.AccRat1, noRatio, BaseAccRat1},
+                            {analysis_.AccRat2, noRatio, BaseAccRat2},
+                            {analysis_.PctInTol1, noMeasuringPct, BaselinePctInTol1},
+                            {analysis_.PctInTol2, noSubjectPct, BaselinePctInTol2}};
+    for (const Check& check : checks) {
+        if (valueOf(check.text) > 0) continue;
+        tell(session_.ui, check.message);
+        session_.ui.focus({name, check.box.name}, true);
         return false;
     }
     return true;
 }
 
-bool BaselineScreen::ComputeBaselineResults() {
-    if (!validate()) {
-        repaint();
-        return false;
-    }
-    ComputeBaselineResultsCaption = computingCaption;
-    repaint();
+bool BaselineScreen::computeRisks() {
+    if (!validate()) return false;
+    ComputeBaselineResults.text = computingCaption;
+    session_.ui.refresh(*this);
     const std::optional<Risks> risks =
-        ComputeBaselineRisks(session_, {.ratio = valueOf(analysis.AccRat1) / valueOf(analysis.AccRat2),
-                                        .subjectInTol = valueOf(analysis.PctInTol2) / 100,
-                                        .measuringInTol = valueOf(analysis.PctInTol1) / 100});
+        ComputeBaselineRisks(session_, {.ratio = valueOf(analysis_.AccRat1) / valueOf(analysis_.AccRat2),
+                                        .subjectInTol = valueOf(analysis_.PctInTol2) / 100,
+                                        .measuringInTol = valueOf(analysis_.PctInTol1) / 100});
     if (risks) showRisks(risks->falseAccept, risks->falseReject);
-    ComputeBaselineResultsCaption = computeCaption;
-    repaint();
+    ComputeBaselineResults.text = computeCaption;
     return risks.has_value();
 }
 
 void BaselineScreen::showRisks(double falseAccept, double falseReject) {
     const ShownRisk accept = shownRisk(falseAccept);
     const ShownRisk reject = shownRisk(falseReject);
-    analysis.falseAccept = accept.value;
-    analysis.falseReject = reject.value;
-    analysis.FalseAcceptRiskUnits = accept.units;
-    analysis.FalseRejectRiskUnits = reject.units;
-    analysis.FalseAccept = figureText(accept, session_.regional);
-    analysis.FalseReject = figureText(reject, session_.regional);
+    analysis_.falseAccept = accept.value;
+    analysis_.falseReject = reject.value;
+    analysis_.FalseAcceptRiskUnits = accept.units;
+    analysis_.FalseRejectRiskUnits = reject.units;
+    analysis_.FalseAccept = figureText(accept, session_.regional);
+    analysis_.FalseReject = figureText(reject, session_.regional);
     session_.record.BaselineComputed = true;
 }
 
-void BaselineScreen::cmd_FAOption(const RunFalseAcceptScreen& run) {
+void BaselineScreen::changeOption() {
     Analysis& r = session_.record;
     r.AbortFlag = false;
     FalseAcceptScreen screen(session_);
-    run(screen);
+    session_.ui.run(screen);
     if (r.AbortFlag || !r.RisksNeedCompute) return;
-    analysis.falseAcceptOption = r.FalseAcceptOption;
-    analysis.FAOption = optionCaption(r.FalseAcceptOption);
-    if (optZ540Baseline()) setZ540Figures();
-    ComputeBaselineResults();
+    analysis_.falseAcceptOption = r.FalseAcceptOption;
+    analysis_.FAOption = optionCaption(r.FalseAcceptOption);
+    if (isZ540()) setZ540Figures();
+    computeRisks();
 }
 
-void BaselineScreen::Cmd_SetDefaultBaseline() {
+void BaselineScreen::setDefault() {
     if (!validate()) return;
-    defaults = analysis;
+    defaults_ = analysis_;
     storeDefault_ = true;
-    repaint();
 }
 
-void BaselineScreen::Cmd_RetrieveDefaultBaseline() {
-    const int option = analysis.falseAcceptOption;
-    analysis = defaults;
-    analysis.falseAcceptOption = option;
-    analysis.FAOption = optionCaption(option);
+void BaselineScreen::retrieveDefault() {
+    const int option = analysis_.falseAcceptOption;
+    analysis_ = defaults_;
+    analysis_.falseAcceptOption = option;
+    analysis_.FAOption = optionCaption(option);
     defaultUsed_ = true;
-    if (optZ540Baseline())
-        chooseZ540();
-    else
-        repaint();
-}
-
-void BaselineScreen::mnu_ShowDefaults() {
-    defaultsShown = !defaultsShown;
-    repaint();
+    if (isZ540()) chooseZ540();
 }
 
 bool BaselineScreen::changed() const {
-    return storeDefault_ || analysis != opened_;
+    return storeDefault_ || analysis_ != opened_;
 }
 
-bool BaselineScreen::mnu_Exit() {
+bool BaselineScreen::mayClose(Way way) {
     if (!changed()) return true;
-    switch (ask(session_.ui, retainChanges)) {
-    case Answer::Yes: return cmd_OK();
+    switch (way == Way::Ok ? Answer::Yes : ask(session_.ui, retainChanges)) {
+    case Answer::Yes: return store();
     case Answer::No: kept_.restore(session_.record); return true;
     default: return false;
     }
 }
 
-bool BaselineScreen::cmd_OK() {
-    if (!changed()) return true;
+bool BaselineScreen::store() {
     if (!validate() || !confirmUsedDefault() || !confirmStoredDefault()) return false;
-    if (defaultUsed_ && defaults.falseAcceptOption != session_.record.FalseAcceptOption) {
-        session_.record.FalseAcceptOption = defaults.falseAcceptOption;
-        session_.record.RisksNeedCompute = true;
-        analysis.falseAcceptOption = defaults.falseAcceptOption;
-        analysis.FAOption = optionCaption(defaults.falseAcceptOption);
+    Analysis& r = session_.record;
+    if (defaultUsed_ && defaults_.falseAcceptOption != r.FalseAcceptOption) {
+        r.FalseAcceptOption = defaults_.falseAcceptOption;
+        r.RisksNeedCompute = true;
+        analysis_.falseAcceptOption = defaults_.falseAcceptOption;
+        analysis_.FAOption = optionCaption(defaults_.falseAcceptOption);
         // The figures of that standard go by the option.
-        if (optZ540Baseline()) chooseZ540();
+        if (isZ540()) chooseZ540();
     }
     if (storeDefault_) storeDefault();
     storeAnalysis();
@@ -243,12 +281,12 @@ bool BaselineScreen::cmd_OK() {
 bool BaselineScreen::confirmUsedDefault() {
     const Analysis& r = session_.record;
     const bool hasRisks = r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
-    if (!defaultUsed_ || defaults.falseAcceptOption == r.FalseAcceptOption || !hasRisks) return true;
+    if (!defaultUsed_ || defaults_.falseAcceptOption == r.FalseAcceptOption || !hasRisks) return true;
     return ask(session_.ui, usedDefault) == Answer::Ok;
 }
 
 bool BaselineScreen::confirmStoredDefault() {
-    if (!storeDefault_ || defaults.falseAcceptOption == storedOption_) return true;
+    if (!storeDefault_ || defaults_.falseAcceptOption == storedOption_) return true;
     return ask(session_.ui, storedDefault) == Answer::Yes;
 }
 
@@ -270,19 +308,19 @@ BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {
 }
 
 void BaselineScreen::storeDefault() {
-    WriteFalseAcceptConvention(session_.settings, defaults.falseAcceptOption);
-    WriteBaselineDefaults(session_.settings, figuresOf(defaults));
+    WriteFalseAcceptConvention(session_.settings, defaults_.falseAcceptOption);
+    WriteBaselineDefaults(session_.settings, figuresOf(defaults_));
 }
 
 void BaselineScreen::storeAnalysis() {
-    if (analysis == opened_) return;
+    if (analysis_ == opened_) return;
     Analysis& r = session_.record;
-    const bool risksChanged = r.Base_FalseAccept != analysis.falseAccept ||
-                              r.Base_FalseReject != analysis.falseReject ||
-                              r.Base_AcceptUnits != analysis.FalseAcceptRiskUnits ||
-                              r.Base_RejectUnits != analysis.FalseRejectRiskUnits;
-    static_cast<Baseline&>(r) = figuresOf(analysis).figures;
-    r.UserOption = analysis.BaselineOption;
+    const bool risksChanged = r.Base_FalseAccept != analysis_.falseAccept ||
+                              r.Base_FalseReject != analysis_.falseReject ||
+                              r.Base_AcceptUnits != analysis_.FalseAcceptRiskUnits ||
+                              r.Base_RejectUnits != analysis_.FalseRejectRiskUnits;
+    static_cast<Baseline&>(r) = figuresOf(analysis_).figures;
+    r.UserOption = analysis_.BaselineOption;
     r.FileChanged = true;
     if (risksChanged) dropEquivalentRatio(session_);
 }

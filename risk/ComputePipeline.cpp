@@ -135,10 +135,10 @@ void computeResults(Session& session) {
 void searchRatio(Session& session, ComputingScreen& screen, const Risks& targets) {
     Analysis& r = session.record;
     for (;;) {
-        screen.searchVisible = true;
-        screen.Meter = 0;
+        screen.showSearch(true);
+        screen.Meter.value = 0;
         r.AbortFlag = false;
-        screen.cancelEnabled = true; // a cancel of what went before is used up
+        screen.Cmd_Cancel.enabled = true; // a cancel of what went before is used up
         if (SolveEquivalentRatio(session, screen, targets, r.EqAccRat)) return;
         const bool onAccept = r.EqRatioOnFalseAccept;
         if (ask(session.ui, {onAccept ? ratioFailureOnAccept : ratioFailureOnReject, ratioFailureTitle,
@@ -177,8 +177,8 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     if (shownRisksStand(r)) {
         TakeSnapshot(r);
     } else {
-        screen.Lbl_Message1 = computingRisksText;
-        session.ui.updateComputing(screen);
+        screen.Lbl_Message1.text = computingRisksText;
+        session.ui.refresh(screen);
         if (!computeAndPublish(session, risks)) return false;
     }
     r.RisksComputed = true;
@@ -186,7 +186,7 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
         r.RisksNeedCompute = false;
         return true;
     }
-    screen.Lbl_Message1 = riskLines(session);
+    screen.Lbl_Message1.text = riskLines(session);
     searchRatio(session, screen, risks);
     if (r.AbortFlag)
         r.EqAccRat = 0;
@@ -210,7 +210,7 @@ void guardbandComputeStep(Session& session, ComputingScreen& screen) {
         r.GB_EqAccRat = 0;
         return;
     }
-    screen.searchVisible = true;
+    screen.showSearch(true);
     if (SolveEquivalentRatio(session, screen, {r.GB_FARisk, r.GB_FRRisk}, r.GB_EqAccRat)) return;
     r.AbortFlag = true;
     tell(session.ui,
@@ -222,8 +222,8 @@ template <class Step>
 void runStep(Session& session, ComputingScreen& screen, Step step) noexcept {
     Analysis& r = session.record;
     r.AbortFlag = false;
-    screen.searchVisible = false;
-    screen.cancelEnabled = true;
+    screen.showSearch(false);
+    screen.Cmd_Cancel.enabled = true;
     {
         const WaitPointer wait(session.ui);
         try {
@@ -232,7 +232,7 @@ void runStep(Session& session, ComputingScreen& screen, Step step) noexcept {
             r.AbortFlag = true;
         }
     }
-    screen.cancelEnabled = false;
+    screen.Cmd_Cancel.enabled = false;
 }
 
 } // namespace
@@ -249,7 +249,7 @@ void ComputeResults_Click(Session& session) noexcept {
 void requestCompute(Session& session) {
     session.record.ComputeRequested = true;
     ComputingScreen screen(session.record.AbortFlag);
-    session.ui.runComputing(screen, [&] { ComputingActivated(session, screen); });
+    session.ui.run(screen, [&] { ComputingActivated(session, screen); });
     session.ui.yield();
 }
 

@@ -1,32 +1,38 @@
-// The progress screen of a compute: its texts, its meter and its cancel button.
+// The progress screen of a compute, screen Computing: its texts, its meter and its cancel button.
 #pragma once
 
 #include "model/Flag.h"
-
-#include <string>
+#include "model/Worksheet.h"
 
 namespace metrisk {
 
-/// Members bear the names of the controls. The meter runs from 0 to 100.
-class ComputingScreen {
+class ComputingScreen final : public Worksheet {
   public:
-    static constexpr const char* Lbl_MeterTitle = "Precision of Solution:";
-    static constexpr const char* Label1 = "Please Wait";
-
-    std::string Lbl_Message1;
-    std::string Lbl_Message2;
-    double Meter = 0;
-    bool searchVisible = false; // Lbl_MeterTitle, Lbl_Message2 and Meter are shown
-    bool cancelEnabled = true;
+    Label Label1{*this, "Label1", "Please Wait"};
+    Label Lbl_Message1{*this, "Lbl_Message1"};
+    Label Lbl_Message2{*this, "Lbl_Message2"};
+    Label Lbl_MeterTitle{*this, "Lbl_MeterTitle", "Precision of Solution:"};
+    metrisk::Meter Meter{*this, "Meter", "Precision of solution"};
+    PushButton Cmd_Cancel{*this, "Cmd_Cancel", "Cancel", "Stop the search; the risks stay"};
 
     /// `abortFlag` is the flag that stops the search; it outlives the screen.
-    explicit ComputingScreen(Flag& abortFlag) : abortFlag_(abortFlag) {}
+    explicit ComputingScreen(Flag& abortFlag)
+        : Worksheet("Computing", "Computing", "computing"), abortFlag_(abortFlag) {
+        Cmd_Cancel.closes = Way::Cancel;
+        showSearch(false);
+    }
 
-    /// Stops the search from its next pass on; a second press does nothing.
-    void Cmd_Cancel_Click() {
-        if (!cancelEnabled) return;
-        cancelEnabled = false;
-        abortFlag_ = true;
+    /// The controls of the ratio search: Lbl_MeterTitle, Lbl_Message2 and Meter.
+    void showSearch(bool on) { Lbl_MeterTitle.visible = Lbl_Message2.visible = Meter.visible = on; }
+
+    void refresh() override {}
+
+  protected:
+    /// Stops the search from its next pass on; a second press does nothing. The screen ends with its work.
+    bool mayClose(Way) override {
+        if (Cmd_Cancel.enabled) abortFlag_ = true;
+        Cmd_Cancel.enabled = false;
+        return false;
     }
 
   private:

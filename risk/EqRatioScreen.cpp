@@ -5,33 +5,51 @@
 
 namespace metrisk {
 
+namespace {
+
+void chooseOne(Button& chosen, Button& other, bool first) {
+    chosen.checked = first;
+    other.checked = !first;
+}
+
+} // namespace
+
 EqRatioScreen::EqRatioScreen(Session& session)
-    : computeRatio(session.record.ComputeEqRatio), OptFalseAccept(session.record.EqRatioOnFalseAccept),
-      BeepOn(session.record.BeepWhenFinished), session_(session) {}
+    : Worksheet("EqRatio", "Equivalent Accuracy Ratio", "equivalent-ratio"), session_(session) {
+    const Analysis& r = session.record;
+    chooseOne(opt_Compute_0, opt_Compute_1, r.ComputeEqRatio);
+    chooseOne(OptFalseAccept, OptFalseReject, r.EqRatioOnFalseAccept);
+    BeepOn.checked = r.BeepWhenFinished;
+    opt_Compute_0.clicked = [this](bool) { chooseOne(opt_Compute_0, opt_Compute_1, true); };
+    opt_Compute_1.clicked = [this](bool) { chooseOne(opt_Compute_0, opt_Compute_1, false); };
+    OptFalseAccept.clicked = [this](bool) { chooseOne(OptFalseAccept, OptFalseReject, true); };
+    OptFalseReject.clicked = [this](bool) { chooseOne(OptFalseAccept, OptFalseReject, false); };
+    BeepOn.clicked = [this](bool on) { BeepOn.checked = on; };
+    mnu_Exit_0.closes = Way::Ok;
+    mnu_Exit_0.isDefault = true;
+    mnu_Exit_1.closes = Way::Cancel;
+}
 
 bool EqRatioScreen::changed() const {
     const Analysis& r = session_.record;
-    return r.ComputeEqRatio != computeRatio || r.EqRatioOnFalseAccept != OptFalseAccept ||
-           r.BeepWhenFinished != BeepOn;
+    return r.ComputeEqRatio != opt_Compute_0.checked || r.EqRatioOnFalseAccept != OptFalseAccept.checked ||
+           r.BeepWhenFinished != BeepOn.checked;
 }
 
-void EqRatioScreen::ok() {
-    if (!changed()) return;
+void EqRatioScreen::store() {
     Analysis& r = session_.record;
-    r.ComputeEqRatio = computeRatio;
-    r.EqRatioOnFalseAccept = OptFalseAccept;
-    r.BeepWhenFinished = BeepOn;
+    r.ComputeEqRatio = opt_Compute_0.checked;
+    r.EqRatioOnFalseAccept = OptFalseAccept.checked;
+    r.BeepWhenFinished = BeepOn.checked;
     r.FileChanged = true;
     dropEquivalentRatio(session_);
 }
 
-bool EqRatioScreen::cancel() {
+bool EqRatioScreen::mayClose(Way way) {
     if (!changed()) return true;
-    switch (ask(session_.ui, retainChanges)) {
-    case Answer::Yes: ok(); return true;
-    case Answer::Cancel: return false;
-    default: return true;
-    }
+    const Answer retain = way == Way::Ok ? Answer::Yes : ask(session_.ui, retainChanges);
+    if (retain == Answer::Yes) store();
+    return retain != Answer::Cancel;
 }
 
 void dropEquivalentRatio(Session& session) {

@@ -1,32 +1,38 @@
 // The options of the equivalent accuracy ratio, screen EqRatio.
 #pragma once
 
+#include "model/Worksheet.h"
+
 namespace metrisk {
 
 struct Session;
 
-/// Members bear the names of the option groups.
-class EqRatioScreen {
+class EqRatioScreen final : public Worksheet {
   public:
-    static constexpr const char* opt_Compute[] = {"  &Yes", "  &No (faster)"};
-    static constexpr const char* OptFalseAcceptCaption = "  False &accept risk";
-    static constexpr const char* OptFalseRejectCaption = "  False &reject risk";
-    static constexpr const char* BeepOnCaption = "   &Beep when finished";
-
-    bool computeRatio = true;   // opt_Compute
-    bool OptFalseAccept = true; // else OptFalseReject
-    bool BeepOn = false;
+    RadioButton opt_Compute_0{*this, "opt_Compute_0", "  &Yes",
+                              "Compute the equivalent accuracy ratio with the risks", 0};
+    RadioButton opt_Compute_1{*this, "opt_Compute_1", "  &No (faster)", "Compute the risks alone", 0};
+    RadioButton OptFalseAccept{*this, "OptFalseAccept", "  False &accept risk",
+                               "Find the baseline ratio with the same false accept risk", 1};
+    RadioButton OptFalseReject{*this, "OptFalseReject", "  False &reject risk",
+                               "Find the baseline ratio with the same false reject risk", 1};
+    CheckBox BeepOn{*this, "BeepOn", "   &Beep when finished", "Beep when a compute ends"};
+    PushButton mnu_Exit_0{*this, "mnu_Exit_0", "&OK", "Keep the changes"};
+    PushButton mnu_Exit_1{*this, "mnu_Exit_1", "&Cancel", "Leave without them"};
 
     explicit EqRatioScreen(Session& session);
 
-    bool changed() const;
-    /// Stores the choices; the next compute searches the ratio again.
-    void ok();
-    /// False when the screen stays open.
-    bool cancel();
+    void refresh() override {}
+
+  protected:
+    /// Stored choices make the next compute search the ratio again.
+    bool mayClose(Way way) override;
 
   private:
     Session& session_;
+
+    bool changed() const;
+    void store();
 };
 
 /// The next compute counts the baseline as changed and searches again; the ratio found before is gone.

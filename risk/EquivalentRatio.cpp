@@ -121,11 +121,11 @@ double searchMeter(double error, double tolerance) {
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
                         double ratio, double error, double tolerance) {
     // Written into the old text's room: this runs once a pass.
-    std::string& text = screen.Lbl_Message2;
+    std::string& text = screen.Lbl_Message2.text;
     text.assign(message).append("\nIteration ").append(std::to_string(iteration)).append(" = ");
     text.append(FormatNumber(ratio, iterationPicture, session.regional)).append(" : 1");
-    screen.Meter = searchMeter(error, tolerance);
-    session.ui.updateComputing(screen);
+    screen.Meter.value = searchMeter(error, tolerance);
+    session.ui.refresh(screen);
     session.ui.yield();
 }
 
@@ -138,8 +138,8 @@ bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks
             ratio = checked(r.SU_UpperOffset / r.MTE_Offset);
             return true;
         }
-        screen.Lbl_Message2 = std::string(solvingText) + "\n" + initializingText;
-        session.ui.updateComputing(screen);
+        screen.Lbl_Message2.text = std::string(solvingText) + "\n" + initializingText;
+        session.ui.refresh(screen);
         return RatioSearch(session, screen, targets).run(ratio);
     } catch (const RuntimeFault& fault) {
         r.AbortFlag = true;

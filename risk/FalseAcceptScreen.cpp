@@ -15,20 +15,22 @@ constexpr Question keepOption{"Do you want to keep the new risk option?", "Chang
 } // namespace
 
 FalseAcceptScreen::FalseAcceptScreen(Session& session)
-    : ConsumerRiskOption(session.record.FalseAcceptOption != 1),
-      ProducerRiskOption(session.record.FalseAcceptOption == 1), session_(session) {}
+    : Worksheet("FAFORM", "False Accept Risk Option", "false-accept-option"), session_(session) {
+    choose(session.record.FalseAcceptOption == 1 ? 1 : 0);
+    ConsumerRiskOption.clicked = [this](bool) { choose(0); };
+    ProducerRiskOption.clicked = [this](bool) { choose(1); };
+    Chk_SetDefault.clicked = [this](bool on) { Chk_SetDefault.checked = on; };
+    cmd_Close.closes = Way::Ok;
+    cmd_Close.isDefault = true;
+}
 
 void FalseAcceptScreen::choose(int option) {
-    ConsumerRiskOption = option == 0;
-    ProducerRiskOption = option == 1;
+    ConsumerRiskOption.checked = option == 0;
+    ProducerRiskOption.checked = option == 1;
 }
 
-bool FalseAcceptScreen::changed() const {
-    return option() != session_.record.FalseAcceptOption;
-}
-
-bool FalseAcceptScreen::leave() {
-    if (changed()) {
+bool FalseAcceptScreen::mayClose(Way) {
+    if (option() != session_.record.FalseAcceptOption) {
         const Answer answer = ask(session_.ui, keepOption);
         if (answer == Answer::Cancel) return false;
         if (answer == Answer::No) return true;
@@ -37,7 +39,7 @@ bool FalseAcceptScreen::leave() {
         r.RisksNeedCompute = true;
         r.FileChanged = true;
     }
-    if (Chk_SetDefault) storeAsDefault();
+    if (Chk_SetDefault.checked) storeAsDefault();
     return true;
 }
 

@@ -1,42 +1,37 @@
 // The choice between the two false accept risk conventions, screen FAFORM.
 #pragma once
 
-#include <functional>
+#include "model/Worksheet.h"
 
 namespace metrisk {
 
 struct Session;
 
-/// Members bear the names of the controls.
-class FalseAcceptScreen {
+class FalseAcceptScreen final : public Worksheet {
   public:
-    static constexpr const char* ConsumerRiskOptionCaption = " Consumer's false accept risk (Option &1)";
-    static constexpr const char* ProducerRiskOptionCaption = " Producer's false accept risk (Option &2)";
-    static constexpr const char* Chk_SetDefaultCaption = " &Set as default";
-
-    bool ConsumerRiskOption;
-    bool ProducerRiskOption;
-    bool Chk_SetDefault = false;
+    RadioButton ConsumerRiskOption{*this, "ConsumerRiskOption", " Consumer's false accept risk (Option &1)",
+                                   "The risk that an accepted unit is out of tolerance"};
+    RadioButton ProducerRiskOption{*this, "ProducerRiskOption", " Producer's false accept risk (Option &2)",
+                                   "The risk that a unit is out of tolerance and accepted"};
+    CheckBox Chk_SetDefault{*this, "Chk_SetDefault", " &Set as default",
+                            "New analyses start with this option"};
+    PushButton cmd_Close{*this, "cmd_Close", "&Close", "Leave this screen"};
 
     explicit FalseAcceptScreen(Session& session);
 
-    void chooseConsumer() { choose(0); }
-    void chooseProducer() { choose(1); }
-    int option() const { return ProducerRiskOption ? 1 : 0; }
-    bool changed() const;
+    void refresh() override {}
 
+  protected:
     /// Asks about a change; kept, it goes to the analysis (whose risks then need a compute) and, with
-    /// Chk_SetDefault, to the settings at once. False when the screen stays open.
-    bool leave();
+    /// Chk_SetDefault, to the settings at once.
+    bool mayClose(Way way) override;
 
   private:
     Session& session_;
 
     void choose(int option);
+    int option() const { return ProducerRiskOption.checked ? 1 : 0; }
     void storeAsDefault();
 };
-
-/// Shows the screen and returns when leave() has closed it.
-using RunFalseAcceptScreen = std::function<void(FalseAcceptScreen&)>;
 
 } // namespace metrisk

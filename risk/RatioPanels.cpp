@@ -28,7 +28,7 @@ RatioPanels ratioPanels(const Session& session) {
 }
 
 void UpdateRatioPanels(Session& session) {
-    session.ui.repaintRatioPanels();
+    session.ui.repaintMainScreen();
 }
 
 } // namespace metrisk

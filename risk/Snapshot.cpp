@@ -28,6 +28,12 @@ bool entriesUnchanged(const Session& session) {
            r.Last_IncludeUncertainty == r.IncludeUncertainty;
 }
 
+bool guardbandsUnchanged(const Analysis& r) {
+    if (r.IncludeGuardbands != r.Last_IncludeGuardbands) return false;
+    return !r.IncludeGuardbands ||
+           (!r.GuardbandsChanged && r.Last_GBUpper == r.GB_UpperMult && r.Last_GBLower == r.GB_LowerMult);
+}
+
 int wholeNumber(double value) {
     constexpr double largest = std::numeric_limits<std::int16_t>::max();
     return static_cast<int>(std::clamp(std::trunc(value), -largest, largest));
@@ -40,13 +46,12 @@ void CompareWithSnapshot(Session& session) {
     r.GuardbandsUnchanged = true;
     r.NothingChanged = entriesUnchanged(session);
     if (!r.NothingChanged) return;
-    if (r.IncludeGuardbands != r.Last_IncludeGuardbands) {
-        r.NothingChanged = false;
-        r.GuardbandsUnchanged = false;
-    } else if (r.IncludeGuardbands) {
-        r.GuardbandsUnchanged =
-            !r.GuardbandsChanged && r.Last_GBUpper == r.GB_UpperMult && r.Last_GBLower == r.GB_LowerMult;
-    }
+    r.NothingChanged = r.IncludeGuardbands == r.Last_IncludeGuardbands;
+    r.GuardbandsUnchanged = guardbandsUnchanged(r);
+}
+
+bool snapshotHolds(const Session& session) {
+    return entriesUnchanged(session) && guardbandsUnchanged(session.record);
 }
 
 void CompareBaseline(Session& session) {

@@ -10,6 +10,9 @@ struct Analysis;
 /// uncertainty (1e-13) and the measuring sigma (its general text form).
 void CompareWithSnapshot(Session& session);
 
+/// The same without a trace in the record: the last results belong to the present entries.
+bool snapshotHolds(const Session& session);
+
 /// Sets BaselineUnchanged. The stored figures are whole numbers, so that a baseline with a fraction
 /// always counts as changed.
 void CompareBaseline(Session& session);

@@ -1,7 +1,12 @@
 #include "screens/EntryBox.h"
 
+#include <QApplication>
+#include <QDragEnterEvent>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMimeData>
+#include <QToolTip>
 
 namespace metrisk {
 
@@ -15,6 +20,36 @@ bool goesOn(Qt::FocusReason reason) {
 
 } // namespace
 
+void EntryBox::setLocked(bool locked) {
+    if (isReadOnly() != locked) setReadOnly(locked);
+    setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
+    const QColor ground = QApplication::palette().color(locked ? QPalette::Window : QPalette::Base);
+    if (testAttribute(Qt::WA_SetPalette) == locked && palette().color(QPalette::Base) == ground) return;
+    QPalette own; // everything that is not set here goes on following the desktop
+    if (locked) own.setColor(QPalette::Base, ground);
+    setPalette(own);
+}
+
+bool EntryBox::event(QEvent* event) {
+    // A text that does not fit is told in full.
+    if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > width() - 8) {
+        const QString tip = toolTip().isEmpty() ? text() : text() + "\n" + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+        return true;
+    }
+    // The colour of a locked box is the desktop's.
+    if (event->type() == QEvent::ApplicationPaletteChange) setLocked(isReadOnly());
+    return QLineEdit::event(event);
+}
+
+void EntryBox::dragEnterEvent(QDragEnterEvent* event) {
+    // A file belongs to the window, wherever it is dropped.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
+}
+
 void EntryBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (!goesOn(event->reason())) emit entered();
@@ -26,13 +61,26 @@ void EntryBox::focusOutEvent(QFocusEvent* event) {
 }
 
 void EntryBox::keyPressEvent(QKeyEvent* event) {
-    emit keyPressed();
-    // Enter commits as leaving does and goes on to the next box.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    const bool typing = !event->text().isEmpty() && event->key() != Qt::Key_Tab &&
+                        event->key() != Qt::Key_Backtab && event->key() != Qt::Key_Escape &&
+                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReadOnly() && isReturn) {
+        emit opened();
+        return;
+    }
+    if (!isReadOnly() || typing) emit keyPressed();
+    // Return commits as leaving does and goes on to the next box.
+    if (isReturn) {
         focusNextPrevChild(true);
         return;
     }
     QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    QLineEdit::mouseDoubleClickEvent(event);
+    if (isReadOnly()) emit opened();
 }
 
 } // namespace metrisk

@@ -11,16 +11,24 @@ class EntryBox final : public QLineEdit {
   public:
     using QLineEdit::QLineEdit;
 
+    /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
+    void setLocked(bool locked);
+
   signals:
     void entered();
     void keyPressed();
     /// Focus has gone to another control. A menu or another window does not count: the entry goes on.
     void left();
+    /// Double click or Return in a locked box.
+    void opened();
 
   protected:
+    bool event(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 
 } // namespace metrisk

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 
+class QLineEdit;
 class QTextBrowser;
 
 namespace metrisk {
@@ -11,13 +12,20 @@ class HelpWindow final : public QMainWindow {
     Q_OBJECT
 
   public:
-    explicit HelpWindow(QWidget* parent = nullptr);
+    HelpWindow();
 
     /// Shows the page of that name, help/NAME.html.
     void open(const QString& page);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
+    void search();
+    void showColours();
+
     QTextBrowser* browser_;
+    QLineEdit* wanted_;
 };
 
 } // namespace metrisk

@@ -9,6 +9,14 @@ namespace metrisk {
 
 namespace {
 
+/// "*.mrk" as "*.[mM][rR][kK]".
+QString caseBlind(const QString& pattern) {
+    QString blind;
+    for (const QChar c : pattern)
+        blind += c.isLetter() ? QString("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
+    return blind;
+}
+
 /// "description|pattern" pairs as the filters of a dialog, whatever the case of a file's extension.
 QStringList filtersOf(const std::string& told) {
     const QStringList parts = qt(told).split('|', Qt::SkipEmptyParts);
@@ -17,7 +25,7 @@ QStringList filtersOf(const std::string& told) {
         const QString pattern = parts[i + 1].trimmed();
         QString description = parts[i].trimmed();
         description.truncate(description.contains(" (") ? description.indexOf(" (") : description.size());
-        filters += QString("%1 (%2 %3)").arg(description, pattern, pattern.toUpper());
+        filters += QString("%1 (%2)").arg(description, caseBlind(pattern));
     }
     return filters;
 }
@@ -26,6 +34,8 @@ std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) 
     const QStringList filters = filtersOf(request.filter);
     dialog.setObjectName("CommonDialogue");
     dialog.setNameFilters(filters);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setWindowModality(Qt::WindowModal);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog.selectNameFilter(filters[request.filterIndex - 1]);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

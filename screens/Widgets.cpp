@@ -1,14 +1,64 @@
 #include "screens/Widgets.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDialog>
-#include <QDialogButtonBox>
+#include "model/Worksheet.h"
+#include "screens/EntryBox.h"
+
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
 
 namespace metrisk {
+
+namespace {
+
+constexpr int boxCharacters = 14;
+
+QWidget* makeButton(const Button& button) {
+    const QString text = caption(button.text);
+    if (button.kind == Button::Kind::Check) return new QCheckBox(text);
+    if (button.kind == Button::Kind::Radio) return new QRadioButton(text);
+    auto* made = new QPushButton(text);
+    made->setAutoDefault(false);
+    made->setDefault(button.isDefault);
+    return made;
+}
+
+QWidget* makeMeter() {
+    auto* bar = new QProgressBar;
+    bar->setRange(0, 100);
+    return bar;
+}
+
+QWidget* makeHypertext() {
+    auto* browser = new QTextBrowser;
+    browser->setOpenLinks(false);
+    return browser;
+}
+
+QWidget* make(const Control& control) {
+    if (const auto* button = dynamic_cast<const Button*>(&control)) return makeButton(*button);
+    if (dynamic_cast<const Label*>(&control)) {
+        auto* label = new QLabel(caption(control.text));
+        if (control.text.find('&') == std::string::npos) label->setTextFormat(Qt::PlainText);
+        return label;
+    }
+    if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
+    if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
+    if (dynamic_cast<const Meter*>(&control)) return makeMeter();
+    return makeHypertext();
+}
+
+void widen(QWidget* widget, int characters) {
+    const int width = widget->fontMetrics().horizontalAdvance(QString(characters, '0'));
+    widget->setMinimumWidth(width + widget->fontMetrics().averageCharWidth() * 2);
+}
+
+} // namespace
 
 QString qt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -18,36 +68,126 @@ QString caption(std::string_view text) {
     return qt(text).trimmed();
 }
 
-void nameWidget(QWidget* widget, const QString& name, const QString& toolTip) {
-    widget->setObjectName(name);
-    if (!toolTip.isEmpty()) {
-        widget->setToolTip(toolTip);
-        const auto* button = qobject_cast<QAbstractButton*>(widget);
-        if ((!button || button->text().isEmpty()) && !qobject_cast<QLabel*>(widget))
-            widget->setAccessibleName(toolTip);
+QWidget* WidgetMaker::operator()(const char* control) const {
+    const Control* found = model_.find(control);
+    if (!found) {
+        QStringList known;
+        for (const Control* each : model_.controls()) known += each->name;
+        qFatal("%s has no control %s, but %s", model_.name, control, qPrintable(known.join(", ")));
     }
+    QWidget* made = make(*found);
+    made->setObjectName(found->name);
+    made->setToolTip(qt(found->toolTip));
+    made->setAccessibleDescription(qt(found->toolTip));
+    if (qobject_cast<EntryBox*>(made)) widen(made, boxCharacters);
+    return made;
 }
 
-void showLocked(QLineEdit* box, bool locked) {
-    if (box->isReadOnly() != locked) box->setReadOnly(locked);
-    box->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
-    const QColor ground = QApplication::palette().color(locked ? QPalette::Window : QPalette::Base);
-    if (box->testAttribute(Qt::WA_SetPalette) == locked && box->palette().color(QPalette::Base) == ground)
-        return;
-    QPalette own; // everything that is not set here goes on following the desktop
-    if (locked) own.setColor(QPalette::Base, ground);
-    box->setPalette(own);
+QWidget* WidgetMaker::box(const char* control, int characters) const {
+    QWidget* made = (*this)(control);
+    widen(made, characters);
+    return made;
 }
 
-QDialogButtonBox* okCancelButtons(QDialog* dialog) {
-    auto* buttons = new QDialogButtonBox;
-    QPushButton* ok =
-        named(buttons->addButton("&OK", QDialogButtonBox::AcceptRole), "mnu_Exit_0", "Keep the changes");
-    named(buttons->addButton("&Cancel", QDialogButtonBox::RejectRole), "mnu_Exit_1", "Leave without them");
-    ok->setDefault(true);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-    return buttons;
+QWidget* WidgetMaker::heading(const char* control) const {
+    QWidget* made = (*this)(control);
+    QFont bold = made->font();
+    bold.setBold(true);
+    made->setFont(bold);
+    made->setProperty("heading", true);
+    return made;
+}
+
+Cell::Cell(const char* text, int columns) : widget(new QLabel(text)), span(columns) {}
+
+void nameBy(QWidget* label, QWidget* box) {
+    auto* text = qobject_cast<QLabel*>(label);
+    if (text && box) text->setBuddy(box);
+}
+
+namespace {
+
+bool isSign(const QLabel& label) {
+    return label.text() == ":" || label.objectName().contains("Colon");
+}
+
+} // namespace
+
+QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
+    auto* grid = new QGridLayout;
+    int row = 0;
+    for (const auto& line : lines) {
+        int column = 0;
+        QLabel* naming = nullptr;
+        for (const Cell& cell : line) {
+            if (cell.widget) {
+                grid->addWidget(cell.widget, row, column, 1, cell.span);
+                const bool box =
+                    qobject_cast<QLineEdit*>(cell.widget) || qobject_cast<QComboBox*>(cell.widget);
+                if (box) {
+                    nameBy(naming, cell.widget);
+                    if (!naming) cell.widget->setAccessibleName(cell.widget->toolTip());
+                    naming = nullptr;
+                    if (cell.span == 1) grid->setColumnStretch(column, 1);
+                } else if (auto* label = qobject_cast<QLabel*>(cell.widget)) {
+                    // A sign between two figures names neither.
+                    naming = isSign(*label) ? nullptr : label;
+                }
+            }
+            column += cell.span;
+        }
+        ++row;
+    }
+    return grid;
+}
+
+namespace {
+
+QWidget* inBox(QBoxLayout* layout, std::initializer_list<QWidget*> widgets) {
+    auto* made = new QWidget;
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* widget : widgets) layout->addWidget(widget);
+    made->setLayout(layout);
+    return made;
+}
+
+} // namespace
+
+QWidget* across(std::initializer_list<QWidget*> widgets) {
+    return inBox(new QHBoxLayout, widgets);
+}
+
+QWidget* down(std::initializer_list<QWidget*> widgets) {
+    return inBox(new QVBoxLayout, widgets);
+}
+
+QGroupBox* group(const char* title, QLayout* content) {
+    auto* made = new QGroupBox(title);
+    made->setLayout(content);
+    return made;
+}
+
+QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets) {
+    auto* column = new QVBoxLayout;
+    for (QWidget* widget : widgets) column->addWidget(widget);
+    return group(title, column);
+}
+
+QWidget* foot(std::initializer_list<QWidget*> buttons) {
+    auto* layout = new QHBoxLayout;
+    layout->addStretch();
+    return inBox(layout, buttons);
+}
+
+void keepRoom(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+QWidget* named(QWidget* widget, const char* name) {
+    widget->setObjectName(name);
+    return widget;
 }
 
 } // namespace metrisk

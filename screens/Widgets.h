@@ -1,37 +1,66 @@
-// Small makers of widgets that every screen uses: names, captions, tool tips.
+// The widget of each control of a worksheet, and the few ways in which screens lay them out.
 #pragma once
 
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QString>
-#include <QWidget>
+#include <initializer_list>
 #include <string_view>
 
-class QDialog;
-class QDialogButtonBox;
-class QLineEdit;
-
 namespace metrisk {
+
+class Worksheet;
 
 /// Text of the core as Qt text.
 QString qt(std::string_view text);
 
-/// A told caption: its mnemonic stays, the blanks around it that once made room do not.
+/// A caption as buttons and labels show it: without the blanks that once made room around it.
 QString caption(std::string_view text);
 
-void nameWidget(QWidget* widget, const QString& name, const QString& toolTip);
+/// Makes the widget of a control; each may be asked for once. The object name is the control's.
+class WidgetMaker {
+  public:
+    explicit WidgetMaker(const Worksheet& model) : model_(model) {}
 
-/// Gives a widget its control's name as object name, a tool tip, and an accessible name if it has no
-/// text of its own.
-template <class Widget>
-Widget* named(Widget* widget, const QString& name, const QString& toolTip = {}) {
-    nameWidget(widget, name, toolTip);
-    return widget;
-}
+    const Worksheet& model() const { return model_; }
 
-/// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
-/// Call it again when the desktop's colours have changed.
-void showLocked(QLineEdit* box, bool locked);
+    /// Ends the process with a message if the worksheet has no such control.
+    QWidget* operator()(const char* control) const;
+    /// A box that has room for so many characters.
+    QWidget* box(const char* control, int characters) const;
+    /// A label with a bold text.
+    QWidget* heading(const char* control) const;
 
-/// "&OK" and "&Cancel", named mnu_Exit_0 and mnu_Exit_1 and bound to accept and reject.
-QDialogButtonBox* okCancelButtons(QDialog* dialog);
+  private:
+    const Worksheet& model_;
+};
+
+/// One place of a row: a widget, a plain text, or nothing. A text or label names the box that comes next.
+struct Cell {
+    QWidget* widget = nullptr;
+    int span = 1;
+
+    Cell() = default;
+    Cell(QWidget* itsWidget, int columns = 1) : widget(itsWidget), span(columns) {}
+    Cell(const char* text, int columns = 1);
+};
+
+/// A grid of rows. Room that is left over goes to the columns of boxes.
+QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> rows);
+QWidget* across(std::initializer_list<QWidget*> widgets);
+QWidget* down(std::initializer_list<QWidget*> widgets);
+QGroupBox* group(const char* title, QLayout* content);
+QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets);
+/// Right-aligned at a screen's foot.
+QWidget* foot(std::initializer_list<QWidget*> buttons);
+
+/// A container of that name.
+QWidget* named(QWidget* widget, const char* name);
+
+/// The widget's place stays free while it is hidden.
+void keepRoom(QWidget* widget);
+
+/// Ties a label to its box: its mnemonic leads there and assistive tools name the box by it.
+void nameBy(QWidget* label, QWidget* box);
 
 } // namespace metrisk

@@ -1,11 +1,11 @@
 #include "shell/FileCommands.h"
 
-#include "model/FlagGuard.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "model/Text.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
+#include "persistence/OpenAnalysis.h"
 #include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/RecentFiles.h"
@@ -92,21 +92,11 @@ bool FileCommands::load(const std::string& path) {
     ClearAnalysis(session_);
     ClearWorksheets(session_);
     screen_.forgetLastTexts();
-    r.AnalysisFileName = trimmed(path);
-    r.AbortFlag = false;
-    {
-        const FlagGuard loading(r.LoadInProgress);
-        ReadAnalysis(session_, r.AnalysisFileName);
-    }
+    OpenAnalysis(session_, trimmed(path));
     if (r.AbortFlag) {
-        // What was read stays to be seen, but a save must not go over the file that it is a part of.
-        r.AnalysisFileName = untitledName;
         session_.ui.repaintMainScreen();
         return false;
     }
-    r.LastAnalysisName = r.AnalysisFileName;
-    r.RisksNeedCompute = false;
-    r.BaselineComputed = false;
     remindOfRiskOption(session_);
     // The measuring parameter's fit comes with the file.
     r.ComputeScope = "SU";

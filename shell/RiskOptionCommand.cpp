@@ -1,8 +1,11 @@
 #include "shell/RiskOptionCommand.h"
 
+#include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
+#include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
+#include "risk/FalseAcceptScreen.h"
 
 #include <string>
 
@@ -26,20 +29,19 @@ constexpr const char* producerPerspective = "producer's perspective.";
 
 } // namespace
 
-void FalseAcceptOptions_Click(Session& session, const RunFalseAcceptScreen& runChoice,
-                              const RunBaselineScreen& runBaseline) {
+void FalseAcceptOptions_Click(Session& session) {
     Analysis& r = session.record;
     const int before = r.FalseAcceptOption;
     const bool figuresCurrent = !r.RisksNeedCompute;
     FalseAcceptScreen choice(session);
-    runChoice(choice);
+    session.ui.run(choice);
     if (r.FalseAcceptOption == before) return;
     session.ui.repaintMainScreen();
     if (figuresCurrent) {
         tell(session.ui, optionNotice);
         BaselineScreen baseline(session);
-        baseline.ComputeBaselineResults();
-        runBaseline(baseline);
+        baseline.computeRisks();
+        session.ui.run(baseline);
     }
     ComputeResults_Click(session);
 }

@@ -2,16 +2,20 @@
 #include "model/Session.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/SettingsFile.h"
+#include "screens/QtInteraction.h"
 #include "shell/StartUp.h"
+#include "shell/screens/Application.h"
+#include "shell/screens/HelpDesk.h"
+#include "shell/screens/Layouts.h"
 #include "shell/screens/MainWindow.h"
-#include "shell/screens/QtInteraction.h"
 #include "shell/screens/SplashScreen.h"
 #include "shell/screens/SystemFacts.h"
 
-#include <QApplication>
 #include <QTimer>
+#include <cstdio>
 #include <exception>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -19,16 +23,47 @@ using namespace metrisk;
 
 constexpr int splashMilliseconds = 1000;
 
+/// What can be answered without a desktop.
+bool answered(int argc, char** argv) {
+    if (argc != 2) return false;
+    const std::string_view option = argv[1];
+    if (option == "--version") {
+        std::puts("metrisk " METRISK_VERSION);
+    } else if (option == "--help" || option == "-h") {
+        std::puts("Usage: metrisk [FILE]\n\n"
+                  "Opens the window, on the analysis file if one is named.\n\n"
+                  "  --help     this text\n"
+                  "  --version  the version\n\n"
+                  "metrisk-cli computes without a window.");
+    } else {
+        return false;
+    }
+    return true;
+}
+
 std::vector<std::string> argumentsOf(const QApplication& app) {
     std::vector<std::string> arguments;
     for (const QString& argument : app.arguments().mid(1)) arguments.push_back(argument.toStdString());
     return arguments;
 }
 
+void tellUnexpected(Session& session, FileCommands& files, const char* what) {
+    session.ui.show({.text = std::string("An unexpected error has ended what was going on:\n") + what +
+                             "\nThe analysis is as it was.",
+                     .icon = BoxIcon::Exclamation});
+    const bool save = session.record.FileChanged &&
+                      session.ui.show({.text = "Save the analysis now?",
+                                       .icon = BoxIcon::Question,
+                                       .buttons = BoxButtons::YesNo,
+                                       .unattended = Answer::No}) == Answer::Yes;
+    if (save) files.mnu_File_SaveAs();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    if (answered(argc, argv)) return 0;
+    Application app(argc, argv);
     QApplication::setApplicationName("metrisk");
     QApplication::setApplicationVersion(METRISK_VERSION);
     QApplication::setDesktopFileName("metrisk");
@@ -36,16 +71,17 @@ int main(int argc, char** argv) {
     const std::string settingsPath = defaultSettingsPath();
     installStartingSettings(settingsPath);
     SettingsFile settings(settingsPath);
-    QtInteraction ui;
+    QtInteraction ui(layoutOf);
+    HelpDesk help(ui);
     Session session{settings, ui};
     session.record.FirstDisplay = true;
     const Places places =
         locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
+    help.HelpFilePath = places.HelpFilePath;
     session.regional = systemRegional();
 
-    const bool watched = QApplication::platformName() != "offscreen";
     std::unique_ptr<SplashScreen> splash;
-    if (watched) {
+    if (QApplication::platformName() != "offscreen") {
         splash = std::make_unique<SplashScreen>(session.regional);
         splash->show();
         QApplication::processEvents();
@@ -54,13 +90,15 @@ int main(int argc, char** argv) {
     warnOfMissingSymbols(ui);
     MainWindow window(session, ui);
     window.setPlaces(places);
+    app.onUnexpected = [&](const char* what) { tellUnexpected(session, window.files(), what); };
+    QObject::connect(&app, &QApplication::lastWindowClosed, &help, &HelpDesk::close);
     session.record.FileChanged = false;
     window.model().TakeSavedCopy();
     window.resize(window.sizeHint());
 
-    // The main screen follows the splash; the file comes once there is a screen to show boxes over.
+    // The file comes once there is a screen to show boxes over.
     const std::string file = commandLineFile(argumentsOf(app));
-    QTimer::singleShot(watched ? splashMilliseconds : 0, &window, [&] {
+    QTimer::singleShot(0, &window, [&] {
         try {
             window.show();
         } catch (const std::exception& error) {
@@ -69,7 +107,8 @@ int main(int argc, char** argv) {
             QApplication::exit(1);
             return;
         }
-        splash.reset();
+        // The splash never delays the screen that it announces.
+        if (splash) splash->closeWith(window, splashMilliseconds);
         if (!file.empty()) window.openAtStart(QString::fromStdString(file));
         session.record.FirstDisplay = session.record.LoadInProgress = false;
     });

@@ -10,7 +10,8 @@
 // One loop, compiled for wider registers as well; the choice is made when the program is loaded. No
 // multiplication is fused with an addition in either, so both give the same bits. Sanitizers run before
 // the choice can be made.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) &&     \
+    !defined(__SANITIZE_THREAD__)
 #define METRISK_WIDE_REGISTERS __attribute__((target_clones("avx2", "default")))
 #else
 #define METRISK_WIDE_REGISTERS

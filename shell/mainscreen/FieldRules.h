@@ -8,10 +8,10 @@
 #include "model/FieldResult.h"
 
 #include <string>
-#include <string_view>
 
 namespace metrisk {
 
+struct Analysis;
 struct Session;
 struct SubjectSide;
 
@@ -32,8 +32,8 @@ FieldResult commitMTEPctInTol(Session& session, const std::string& text);
 enum class MeasuringBox { Offset, Fixed, PctOfReading };
 FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::string& text);
 
-/// True and stored if the box is one of the texts: identification and measuring units.
-bool commitText(Session& session, std::string_view box, const std::string& text);
+/// Identification and measuring units: the text goes to its field.
+void commitText(Session& session, std::string Analysis::*field, const std::string& text);
 /// The texts' form in the record: a double quote, which the file cannot hold, becomes a double prime.
 std::string entryText(std::string text);
 

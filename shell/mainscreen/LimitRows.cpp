@@ -4,6 +4,7 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>
 
@@ -16,13 +17,16 @@ constexpr const char* physicalLimitCaption = "Physical Limit";
 /// One row of the subject parameter's limits.
 struct Row {
     const SubjectSide& side;
-    const char* label;
+    Label MainScreen::*label;
+    TextBox MainScreen::*box;
     const char* limitsCaption;
     const char* offsetsCaption;
 };
 
-const Row upperRow{upperSide, "pnl_SUUpper", "Upper Tolerance", "Upper Tolerance Limit"};
-const Row lowerRow{lowerSide, "pnl_SULower", "Lower Tolerance", "Lower Tolerance Limit"};
+const Row upperRow{upperSide, &MainScreen::pnl_SUUpper, &MainScreen::UpperLimitBox, "Upper Tolerance",
+                   "Upper Tolerance Limit"};
+const Row lowerRow{lowerSide, &MainScreen::pnl_SULower, &MainScreen::LowerLimitBox, "Lower Tolerance",
+                   "Lower Tolerance Limit"};
 
 std::string limitText(const SubjectSide& side, const Session& session) {
     const Analysis& r = session.record;
@@ -36,10 +40,10 @@ std::string limitText(const SubjectSide& side, const Session& session) {
     return withUnits(FormatNumber(limit, PictureForDecimals(decimals), session.regional), r.NominalUnits);
 }
 
-void showRow(ScreenState& screen, const Session& session, const Row& row, bool follows) {
+void showRow(MainScreen& screen, const Session& session, const Row& row, bool follows) {
     const Analysis& r = session.record;
-    ControlState& label = screen[row.label];
-    ControlState& box = screen[row.side.limitBox];
+    Label& label = screen.*row.label;
+    TextBox& box = screen.*row.box;
     if (r.*row.side.absent) {
         label.text = physicalLimitCaption;
         const bool entered = r.PhysLimitRequired && r.PhysicalLimitEntered;
@@ -61,12 +65,10 @@ std::string multiplierText(double multiplier, const Session& session) {
                         session.regional);
 }
 
-void showGuardband(ScreenState& screen, const Session& session, const SubjectSide& side, const char* index,
+void showGuardband(Label& label, TextBox& box, const Session& session, const SubjectSide& side,
                    bool asLimits) {
     const Analysis& r = session.record;
-    ControlState& box = screen[std::string("txt_GuardbandMultiplier_") + index];
-    box.locked = true; // entered on the guardband worksheet
-    box.visible = screen[std::string("Lbl_Guardbands_") + index].visible = !(r.*side.absent);
+    box.visible = label.visible = !(r.*side.absent);
     const double multiplier = r.*side.multiplier;
     if (!asLimits) {
         box.text = multiplierText(multiplier, session);
@@ -81,21 +83,22 @@ void showGuardband(ScreenState& screen, const Session& session, const SubjectSid
 
 } // namespace
 
-void showLimitRows(ScreenState& screen, const Session& session) {
+void showLimitRows(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     showRow(screen, session, upperRow, false);
     showRow(screen, session, lowerRow, r.OptTwoSided && r.SymmetricTolerances);
 }
 
-void showGuardbandRows(ScreenState& screen, const Session& session, bool asLimits) {
+void showGuardbandRows(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
-    showGuardband(screen, session, upperSide, "0", asLimits);
-    showGuardband(screen, session, lowerSide, "1", asLimits);
-    screen["optGuardbands_0"].checked = asLimits;
-    screen["optGuardbands_1"].checked = !asLimits;
-    screen["chk_IncludeGuardbands"].checked = r.IncludeGuardbands;
-    screen["chk_SymmetricGBands"].checked = r.GB_SymmetricMult;
-    screen["chk_SymmetricGBands"].visible = r.OptTwoSided;
+    const bool asLimits = screen.guardbandsAsLimits;
+    showGuardband(screen.Lbl_Guardbands_0, screen.txt_GuardbandMultiplier_0, session, upperSide, asLimits);
+    showGuardband(screen.Lbl_Guardbands_1, screen.txt_GuardbandMultiplier_1, session, lowerSide, asLimits);
+    screen.optGuardbands_0.checked = asLimits;
+    screen.optGuardbands_1.checked = !asLimits;
+    screen.chk_IncludeGuardbands.checked = r.IncludeGuardbands;
+    screen.chk_SymmetricGBands.checked = r.GB_SymmetricMult;
+    screen.chk_SymmetricGBands.visible = r.OptTwoSided;
 }
 
 } // namespace metrisk

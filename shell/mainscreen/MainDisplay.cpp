@@ -5,8 +5,11 @@
 #include "model/RiskText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
+#include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"
+#include "risk/Snapshot.h"
 #include "shell/mainscreen/LimitRows.h"
+#include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/MeasuringRow.h"
 #include "shell/mainscreen/OffsetPictures.h"
 #include "shell/mainscreen/TextFields.h"
@@ -15,23 +18,13 @@ namespace metrisk {
 
 namespace {
 
+constexpr const char* notComputedTip = "Not computed for these entries";
+constexpr const char* noSuchRatioText = "no such ratio";
 constexpr const char* product = "Metrisk";
 constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* baselineRatioPicture = "##0.00";
 constexpr const char* processPicture = "#,##0.0000";
 constexpr const char* defaultModePicture = "#,##0.0000";
-
-ControlState shown(std::string text) {
-    ControlState state;
-    state.text = std::move(text);
-    return state;
-}
-
-ControlState tick(bool on) {
-    ControlState state;
-    state.checked = on;
-    return state;
-}
 
 /// A mode of 0 is an entry like any other, but before the first entry the box is empty.
 bool modeEntered(const Analysis& r) {
@@ -43,66 +36,113 @@ std::string pctText(double pct, const Regional& regional) {
     return pct == 0 ? "" : FormatNumber(pct, pctEntryPicture, regional);
 }
 
-void showSubject(ScreenState& screen, const Session& session) {
+/// A compute has ended for this analysis, now or before it was saved.
+bool everComputed(const Analysis& r) {
+    return r.Last_PctInTol != 0 || r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
+}
+
+bool entriesComplete(const Analysis& r) {
+    const bool tolerance = r.OptSingleLower ? r.SU_LowerOffset > 0 : r.SU_UpperOffset > 0;
+    return tolerance && r.SU_PctInTol > 0 && r.MTE_PctInTol > 0 && r.MTE_Offset > 0;
+}
+
+bool resultsAreCurrent(const Session& session) {
     const Analysis& r = session.record;
-    screen["ModeBox"] = shown(
-        modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
-                       : "");
-    screen["PctInTolBox"] = shown(pctText(r.SU_PctInTol, session.regional));
-    screen["TwoSideOption"] = tick(r.OptTwoSided);
-    screen["SingleUpperOption"] = tick(r.OptSingleUpper);
-    screen["SingleLowerOption"] = tick(r.OptSingleLower);
-    screen["chk_Symmetric"] = tick(r.SymmetricTolerances);
-    screen["chk_Symmetric"].enabled = r.OptTwoSided;
-    screen["PhysLimitRequired"] = tick(r.PhysLimitRequired && !r.OptTwoSided);
-    screen["PhysLimitRequired"].enabled = !r.OptTwoSided;
-    screen["optOffsets_0"] = tick(r.ShowLimits);
-    screen["optOffsets_1"] = tick(!r.ShowLimits);
+    if (!everComputed(r)) return true; // nothing is shown that could be old
+    if (r.ResultsStale || r.RisksNeedCompute) return false;
+    // Files of early versions hold figures without the entries that they were computed from.
+    return r.Last_PctInTol == 0 || snapshotHolds(session);
+}
+
+std::string nextStep(const Session& session) {
+    const Analysis& r = session.record;
+    if (!entriesComplete(r)) return "Enter nominal value, tolerance and % in-tolerance";
+    if (!everComputed(r)) return "Ready to compute";
+    if (r.ResultsStale) return notComputedTip;
+    return resultsAreCurrent(session) ? "Computed" : "Entries changed: compute again";
+}
+
+void showSubject(MainScreen& screen, const Session& session) {
+    const Analysis& r = session.record;
+    screen.ModeBox.text =
+        (modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
+                        : "");
+    screen.PctInTolBox.text = (pctText(r.SU_PctInTol, session.regional));
+    screen.TwoSideOption.checked = (r.OptTwoSided);
+    screen.SingleUpperOption.checked = (r.OptSingleUpper);
+    screen.SingleLowerOption.checked = (r.OptSingleLower);
+    screen.chk_Symmetric.checked = (r.SymmetricTolerances);
+    screen.chk_Symmetric.enabled = r.OptTwoSided;
+    screen.PhysLimitRequired.checked = (r.PhysLimitRequired && !r.OptTwoSided);
+    screen.PhysLimitRequired.enabled = !r.OptTwoSided;
+    screen.optOffsets_0.checked = (r.ShowLimits);
+    screen.optOffsets_1.checked = (!r.ShowLimits);
     showLimitRows(screen, session);
 }
 
-void showRisks(ScreenState& screen, const Session& session) {
+void showRisks(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     const Regional& regional = session.regional;
     const bool producer = r.FalseAcceptOption == 1;
-    screen["Heading_0"] =
-        shown(producer ? "    COMPUTED RISKS (Producer Option)" : "    COMPUTED RISKS (Consumer Option)");
-    screen["Heading_1"] =
-        shown(producer ? "    BASELINE RISKS (Producer Option)" : "    BASELINE RISKS (Consumer Option)");
-    screen["AcceptRisk"] =
-        shown(riskText({r.FalseAcceptRisk, r.FalseAcceptUnits}, r.FalseAccept_fmt, regional));
-    screen["AcceptUnits"] = shown(r.FalseAcceptUnits);
-    screen["RejectRisk"] =
-        shown(riskText({r.FalseRejectRisk, r.FalseRejectUnits}, r.FalseReject_fmt, regional));
-    screen["RejectUnits"] = shown(r.FalseRejectUnits);
-    screen["AccRatEquivalent1Box"] = shown(FormatNumber(r.EqAccRat, ratioPicture, regional));
-    screen["AccRatEquivalent2Box"] = shown(
-        r.EqAccRatDen.empty() ? ""
-                              : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional));
-    screen["pnl_RiskLabel_0"].emphasised = r.ComputeEqRatio && r.EqRatioOnFalseAccept;
-    screen["pnl_RiskLabel_1"].emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
+    screen.Heading_0.text =
+        producer ? "    COMPUTED RISKS (Producer Option)" : "    COMPUTED RISKS (Consumer Option)";
+    screen.Heading_1.text =
+        producer ? "    BASELINE RISKS (Producer Option)" : "    BASELINE RISKS (Consumer Option)";
+    const bool computed = everComputed(r);
+    const auto figure = [&](double value, const std::string& units, const std::string& picture) {
+        return computed ? riskText({value, units}, picture, regional) : "";
+    };
+    screen.AcceptRisk.text = figure(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt);
+    screen.AcceptUnits.text = computed ? r.FalseAcceptUnits : "";
+    screen.RejectRisk.text = figure(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt);
+    screen.RejectUnits.text = computed ? r.FalseRejectUnits : "";
+
+    const bool searched = r.EqAccRat != 0 || (computed && r.ComputeEqRatio && !r.EqAccRatDen.empty());
+    screen.AccRatEquivalent1Box.text = searched ? FormatNumber(r.EqAccRat, ratioPicture, regional) : "";
+    screen.AccRatEquivalent2Box.text =
+        !searched || r.EqAccRatDen.empty()
+            ? ""
+            : FormatNumber(ParseValue(r.EqAccRatDen, regional), ratioPicture, regional);
+    screen.Lbl_EqAccRatColon.text = searched ? ":" : "";
+    screen.Lbl_EqAccRatNote.text = searched && !ratioAttained(r.EqAccRat) ? noSuchRatioText : "";
+    screen.Lbl_EqAccRatNote.visible = !screen.Lbl_EqAccRatNote.text.empty();
+    screen.pnl_RiskLabel_0.emphasised = r.ComputeEqRatio && r.EqRatioOnFalseAccept;
+    screen.pnl_RiskLabel_1.emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
+
+    // Figures of other entries must not look like those of the entries that are seen.
+    const bool current = resultsAreCurrent(session);
+    screen.AcceptRisk.toolTip = current ? "Computed false accept risk" : notComputedTip;
+    screen.RejectRisk.toolTip = current ? "Computed false reject risk" : notComputedTip;
+    screen.AccRatEquivalent1Box.toolTip =
+        current ? "Accuracy ratio with the same risk in the baseline" : notComputedTip;
+    for (Control* shown : std::initializer_list<Control*>{
+             &screen.AcceptRisk, &screen.AcceptUnits, &screen.RejectRisk, &screen.RejectUnits,
+             &screen.AccRatEquivalent1Box, &screen.AccRatEquivalent2Box, &screen.Lbl_EqAccRatColon,
+             &screen.Lbl_EqAccRatNote})
+        shown->enabled = current;
+    screen.ComputeResults.enabled = !r.Computing;
 
     const auto baselineText = [&](double value, const std::string& units) {
         return riskText({value, units}, units == ppmUnits ? "##0.0" : "##0.0000", regional);
     };
-    screen["BaseAcceptRisk"] = shown(baselineText(r.Base_FalseAccept, r.Base_AcceptUnits));
-    screen["BaseAcceptUnits"] = shown(r.Base_AcceptUnits);
-    screen["BaseRejectRisk"] = shown(baselineText(r.Base_FalseReject, r.Base_RejectUnits));
-    screen["BaseRejectUnits"] = shown(r.Base_RejectUnits);
-    screen["BaselineAccRat1Box"] = shown(FormatNumber(r.Base_AccRatNum, baselineRatioPicture, regional));
-    screen["BaselineAccRat2Box"] = shown(FormatNumber(r.Base_AccRatDen, baselineRatioPicture, regional));
+    screen.BaseAcceptRisk.text = (baselineText(r.Base_FalseAccept, r.Base_AcceptUnits));
+    screen.BaseAcceptUnits.text = (r.Base_AcceptUnits);
+    screen.BaseRejectRisk.text = (baselineText(r.Base_FalseReject, r.Base_RejectUnits));
+    screen.BaseRejectUnits.text = (r.Base_RejectUnits);
+    screen.BaselineAccRat1Box.text = (FormatNumber(r.Base_AccRatNum, baselineRatioPicture, regional));
+    screen.BaselineAccRat2Box.text = (FormatNumber(r.Base_AccRatDen, baselineRatioPicture, regional));
 }
 
-void showOptions(ScreenState& screen, const Session& session) {
+void showOptions(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     const ToleranceUnits units = measuringUnits(r);
     const double process = units.shown(r.ProcessUncertainty);
-    screen["pnl_ProcessUncertainty"] = shown(withUnits(
+    screen.pnl_ProcessUncertainty.text = (withUnits(
         FormatNumber(process, WidenPicture(process, processPicture), session.regional), units.name));
-    screen["chk_IncludeUncertainty"] = tick(r.IncludeUncertainty);
+    screen.chk_IncludeUncertainty.checked = (r.IncludeUncertainty);
     const RatioPanels ratios = ratioPanels(session);
-    screen["pnl_UncRatio"] = shown(ratios.pnl_UncRatio);
-    screen["pnlTUR"] = shown(ratios.pnlTUR);
+    screen.pnl_UncRatio.text = (ratios.pnl_UncRatio);
+    screen.pnlTUR.text = (ratios.pnlTUR);
 }
 
 } // namespace
@@ -111,15 +151,16 @@ std::string mainCaption(const Session& session) {
     return session.record.AnalysisFileName + " - " + product;
 }
 
-ScreenState mainDisplay(const Session& session, bool guardbandsAsLimits) {
-    ScreenState screen;
-    for (const TextField& field : textFields) screen[field.box] = shown(session.record.*field.field);
+void showRecord(MainScreen& screen, const Session& session) {
+    const Analysis& r = session.record;
+    for (const TextField& field : textFields) (screen.*field.box).text = r.*field.field;
     showSubject(screen, session);
     showMeasuringRow(screen, session);
     showRisks(screen, session);
     showOptions(screen, session);
-    showGuardbandRows(screen, session, guardbandsAsLimits);
-    return screen;
+    showGuardbandRows(screen, session);
+    screen.caption = mainCaption(session);
+    screen.nextStep = nextStep(session);
 }
 
 } // namespace metrisk

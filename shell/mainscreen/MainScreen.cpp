@@ -4,111 +4,115 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "numerics/Real.h"
+#include "risk/BaselineScreen.h"
+#include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
+#include "shell/mainscreen/DataGate.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/MainDisplay.h"
-
-#include <algorithm>
+#include "shell/mainscreen/TextFields.h"
+#include "shell/mainscreen/ToleranceOptions.h"
 
 namespace metrisk {
 
-namespace {
-
-using Rule = FieldResult (*)(Session&, const std::string& text, const std::string& last);
-
-struct BoxRule {
-    std::string_view box;
-    Rule rule;
-    bool asksAgain = false; // a key in it takes back what the user has acknowledged
-};
-
-const BoxRule boxRules[] = {
-    {"ModeBox", commitMode, true},
-    {"UpperLimitBox",
-     [](Session& s, const std::string& text, const std::string& last) {
-         return commitLimit(s, upperSide, text, last);
-     },
-     true},
-    {"LowerLimitBox",
-     [](Session& s, const std::string& text, const std::string& last) {
-         return commitLimit(s, lowerSide, text, last);
-     },
-     true},
-    {"PctInTolBox",
-     [](Session& s, const std::string& text, const std::string&) { return commitPctInTol(s, text); }, true},
-    {"MTEPctInTolBox",
-     [](Session& s, const std::string& text, const std::string&) { return commitMTEPctInTol(s, text); }},
-    {"MTEOffsetBox", [](Session& s, const std::string& text,
-                        const std::string&) { return commitMeasuring(s, MeasuringBox::Offset, text); }},
-    {"MTEFixedOffsetBox", [](Session& s, const std::string& text,
-                             const std::string&) { return commitMeasuring(s, MeasuringBox::Fixed, text); }},
-    {"MTEPctOfReadingBox",
-     [](Session& s, const std::string& text, const std::string&) {
-         return commitMeasuring(s, MeasuringBox::PctOfReading, text);
-     }},
-};
-
-const BoxRule* ruleOf(std::string_view box) {
-    const auto* found = std::find_if(std::begin(boxRules), std::end(boxRules),
-                                     [&](const BoxRule& rule) { return rule.box == box; });
-    return found == std::end(boxRules) ? nullptr : found;
+MainScreen::MainScreen(Session& session)
+    : Worksheet("MainScreen", mainCaption(session), "main-screen"), session_(session),
+      saved_(session.record) {
+    bindTexts();
+    bindNumbers();
+    bindOptions();
+    ComputeResults.isDefault = true;
+    ComputeResults.clicked = [this](bool) { ComputeResults_Click(session_); };
+    cmd_Baseline.clicked = [this](bool) {
+        BaselineScreen baseline(session_);
+        session_.ui.run(baseline);
+    };
+    refresh();
 }
 
-} // namespace
-
-MainScreen::MainScreen(Session& session) : session_(session), saved_(session.record) {}
-
-void MainScreen::gotFocus(std::string_view box, std::string text) {
-    lastTexts_.insert_or_assign(std::string(box), std::move(text));
+/// A text goes to the record while it is typed: no check can refuse it.
+void MainScreen::bindTexts() {
+    for (const TextField& field : textFields) {
+        TextBox& box = this->*field.box;
+        box.edited = [this, target = field.field](const std::string& text) {
+            commitText(session_, target, text);
+        };
+        box.left = [this, target = field.field](const std::string& text) -> FieldResult {
+            commitText(session_, target, text);
+            return {false, session_.record.*target};
+        };
+    }
+    cmdSU.clicked = [this](bool) { session_.ui.focus(SystemIDBox.name); };
+    cmdMTE.clicked = [this](bool) { session_.ui.focus(MTESystemIDBox.name); };
 }
 
-void MainScreen::keyPressed(std::string_view box) {
-    const BoxRule* rule = ruleOf(box);
-    if (!rule || !rule->asksAgain) return;
-    Analysis& r = session_.record;
-    r.Ack100Pct = r.AckPhysLimitLow = r.AckPhysLimitHigh = false;
+void MainScreen::bindNumbers() {
+    ModeBox.left = [this](const std::string& text) {
+        return commitMode(session_, text, ModeBox.last.value_or(""));
+    };
+    UpperLimitBox.left = [this](const std::string& text) {
+        return commitLimit(session_, upperSide, text, UpperLimitBox.last.value_or(""));
+    };
+    LowerLimitBox.left = [this](const std::string& text) {
+        return commitLimit(session_, lowerSide, text, LowerLimitBox.last.value_or(""));
+    };
+    PctInTolBox.left = [this](const std::string& text) { return commitPctInTol(session_, text); };
+    MTEPctInTolBox.left = [this](const std::string& text) { return commitMTEPctInTol(session_, text); };
+    const auto bindMeasuring = [this](TextBox& control, MeasuringBox box) {
+        control.left = [this, box](const std::string& text) { return commitMeasuring(session_, box, text); };
+    };
+    bindMeasuring(MTEOffsetBox, MeasuringBox::Offset);
+    bindMeasuring(MTEFixedOffsetBox, MeasuringBox::Fixed);
+    bindMeasuring(MTEPctOfReadingBox, MeasuringBox::PctOfReading);
+    // What the user has acknowledged about an entry is asked again for another.
+    for (TextBox* box : {&ModeBox, &UpperLimitBox, &LowerLimitBox, &PctInTolBox})
+        box->keyPressed = [this] {
+            Analysis& r = session_.record;
+            r.Ack100Pct = r.AckPhysLimitLow = r.AckPhysLimitHigh = false;
+        };
 }
 
-void MainScreen::edited(std::string_view box, const std::string& text) {
-    commitText(session_, box, text);
+void MainScreen::bindOptions() {
+    TwoSideOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::TwoSided); };
+    SingleUpperOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleUpper); };
+    SingleLowerOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleLower); };
+    chk_Symmetric.clicked = [this](bool on) { chk_Symmetric_Click(session_, on); };
+    PhysLimitRequired.clicked = [this](bool on) { PhysLimitRequired_Click(session_, on); };
+    optOffsets_0.clicked = [this](bool) { optOffsets_Click(session_, 0); };
+    optOffsets_1.clicked = [this](bool) { optOffsets_Click(session_, 1); };
+    optGuardbands_0.clicked = [this](bool) { guardbandsAsLimits = true; };
+    optGuardbands_1.clicked = [this](bool) { guardbandsAsLimits = false; };
+    chk_IncludeGuardbands.clicked = [this](bool on) { chk_IncludeGuardbands_Click(session_, on); };
+    chk_SymmetricGBands.clicked = [this](bool on) { chk_SymmetricGBands_Click(session_, on); };
+    chk_IncludeUncertainty.clicked = [this](bool on) { chk_IncludeUncertainty_Click(session_, on); };
 }
 
-std::optional<std::string> MainScreen::lastText(std::string_view box) const {
-    const auto found = lastTexts_.find(box);
-    if (found == lastTexts_.end()) return std::nullopt;
-    return found->second;
+void MainScreen::refresh() {
+    showRecord(*this, session_);
 }
 
 void MainScreen::forgetLastTexts() {
-    lastTexts_.clear();
+    for (Control* control : controls())
+        if (auto* box = dynamic_cast<TextBox*>(control)) box->last.reset();
 }
 
-FieldResult MainScreen::lostFocus(std::string_view box, const std::string& text) noexcept {
-    const std::optional<std::string> last = lastText(box);
-    if (last == text) return {false, text};
-    if (commitText(session_, box, text)) return {false, entryText(text)};
-    const BoxRule* rule = ruleOf(box);
-    // A message of the rule at work takes the focus from whatever has it.
-    if (!rule || session_.record.EntryBoxChanged) return {false, text};
-
+FieldResult MainScreen::runRule(TextBox& box, const std::string& text) {
     const Analysis before = session_.record;
     const FlagGuard entering(session_.record.EntryBoxChanged);
     session_.record.AbortFlag = false;
     FieldResult result;
     try {
-        result = rule->rule(session_, text, last.value_or(""));
+        result = box.left(text);
     } catch (const RuntimeFault&) {
         session_.record = before;
-        result = {true, last.value_or("")};
+        result = {true, box.last.value_or("")};
     }
-    if (result.stay) {
-        session_.record.AbortFlag = true;
-        return result;
-    }
-    const ScreenState screen = mainDisplay(session_, guardbandsAsLimits);
-    result.text = screen.at(std::string(box)).text.value_or(result.text);
-    lastTexts_.insert_or_assign(std::string(box), result.text);
+    if (result.stay) session_.record.AbortFlag = true;
     return result;
+}
+
+bool MainScreen::mayRun(const MenuItem& item) {
+    return item.needs == Needs::Nothing || haveData(session_, item.needs);
 }
 
 void MainScreen::TakeSavedCopy() {

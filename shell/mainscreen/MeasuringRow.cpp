@@ -3,6 +3,7 @@
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
+#include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/OffsetPictures.h"
 
 namespace metrisk {
@@ -36,28 +37,28 @@ std::string lastBoxText(const Session& session) {
 
 } // namespace
 
-void showMeasuringRow(ScreenState& screen, const Session& session) {
+void showMeasuringRow(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     const bool uncertainty = r.MTE_EntryByUncertainty;
     const Labels& labels = uncertainty ? byUncertainty : byTolerance;
-    screen["pnl_MTELimit"].text = labels.limit;
-    screen["pnl_MTEFixed"].text = labels.fixed;
-    screen["pnl_PctReading"].text = labels.pctReading;
-    screen["LbL_MTEPctInTol"].text = labels.pctInTol;
-    screen["Lbl_Equals"].visible = !uncertainty;
-    screen["Lbl_Plus"].visible = !uncertainty;
+    screen.pnl_MTELimit.text = labels.limit;
+    screen.pnl_MTEFixed.text = labels.fixed;
+    screen.pnl_PctReading.text = labels.pctReading;
+    screen.LbL_MTEPctInTol.text = labels.pctInTol;
+    screen.Lbl_Equals.visible = !uncertainty;
+    screen.Lbl_Plus.visible = !uncertainty;
 
     const bool entered =
         r.MTE_Offset != 0 || r.MTE_PctReading != 0 || (uncertainty && r.MTE_StdUncertainty != 0);
-    screen["MTEOffsetBox"].text = entered ? offsetText(r.MTE_Offset, r.MTE_Offset_fmt, session) : "";
+    screen.MTEOffsetBox.text = entered ? offsetText(r.MTE_Offset, r.MTE_Offset_fmt, session) : "";
     if (uncertainty)
-        screen["MTEFixedOffsetBox"].text =
+        screen.MTEFixedOffsetBox.text =
             entered ? offsetText(r.MTE_StdUncertainty, r.MTE_StdUncertainty_fmt, session) : "";
     else
-        screen["MTEFixedOffsetBox"].text =
+        screen.MTEFixedOffsetBox.text =
             entered ? offsetText(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, session) : "";
-    screen["MTEPctOfReadingBox"].text = entered || uncertainty ? lastBoxText(session) : "";
-    screen["MTEPctInTolBox"].text =
+    screen.MTEPctOfReadingBox.text = entered || uncertainty ? lastBoxText(session) : "";
+    screen.MTEPctInTolBox.text =
         r.MTE_PctInTol == 0 ? "" : FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional);
 }
 

@@ -7,19 +7,19 @@
 namespace metrisk {
 
 const std::array<TextField, 13> textFields{{
-    {"SystemIDBox", &Analysis::SU_Manufacturer},
-    {"SUModelNumberBox", &Analysis::SU_ModelNumber},
-    {"SUDescriptionBox", &Analysis::SU_Description},
-    {"ParameterIDBox", &Analysis::SU_ParameterName},
-    {"Qualifier1Box", &Analysis::SU_Qualifier1},
-    {"Qualifier2Box", &Analysis::SU_Qualifier2},
-    {"MTESystemIDBox", &Analysis::MTE_Manufacturer},
-    {"MTEModelNumberBox", &Analysis::MTE_ModelNumber},
-    {"MTEDescriptionBox", &Analysis::MTE_Description},
-    {"MTEParameterIDBox", &Analysis::MTE_ParameterName},
-    {"MTEQualifier1Box", &Analysis::MTE_Qualifier1},
-    {"MTEQualifier2Box", &Analysis::MTE_Qualifier2},
-    {"MTEParameterUnitsBox", &Analysis::MTE_ParameterUnits},
+    {&MainScreen::SystemIDBox, &Analysis::SU_Manufacturer},
+    {&MainScreen::SUModelNumberBox, &Analysis::SU_ModelNumber},
+    {&MainScreen::SUDescriptionBox, &Analysis::SU_Description},
+    {&MainScreen::ParameterIDBox, &Analysis::SU_ParameterName},
+    {&MainScreen::Qualifier1Box, &Analysis::SU_Qualifier1},
+    {&MainScreen::Qualifier2Box, &Analysis::SU_Qualifier2},
+    {&MainScreen::MTESystemIDBox, &Analysis::MTE_Manufacturer},
+    {&MainScreen::MTEModelNumberBox, &Analysis::MTE_ModelNumber},
+    {&MainScreen::MTEDescriptionBox, &Analysis::MTE_Description},
+    {&MainScreen::MTEParameterIDBox, &Analysis::MTE_ParameterName},
+    {&MainScreen::MTEQualifier1Box, &Analysis::MTE_Qualifier1},
+    {&MainScreen::MTEQualifier2Box, &Analysis::MTE_Qualifier2},
+    {&MainScreen::MTEParameterUnitsBox, &Analysis::MTE_ParameterUnits},
 }};
 
 std::string entryText(std::string text) {
@@ -30,18 +30,12 @@ std::string entryText(std::string text) {
     return text;
 }
 
-bool commitText(Session& session, std::string_view box, const std::string& text) {
-    for (const TextField& field : textFields) {
-        if (box != field.box) continue;
-        std::string& stored = session.record.*field.field;
-        std::string wanted = entryText(text);
-        if (stored != wanted) {
-            stored = std::move(wanted);
-            session.record.FileChanged = true;
-        }
-        return true;
-    }
-    return false;
+void commitText(Session& session, std::string Analysis::*field, const std::string& text) {
+    std::string& stored = session.record.*field;
+    std::string wanted = entryText(text);
+    if (stored == wanted) return;
+    stored = std::move(wanted);
+    session.record.FileChanged = true;
 }
 
 } // namespace metrisk

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Analysis.h"
+#include "shell/mainscreen/MainScreen.h"
 
 #include <array>
 #include <string>
@@ -9,7 +10,7 @@
 namespace metrisk {
 
 struct TextField {
-    const char* box;
+    TextBox MainScreen::*box;
     std::string Analysis::*field;
 };
 

@@ -1,19 +1,19 @@
-// The main screen: panels, menus and toolbar over the models of the core.
+// The main screen's window: panels, menus, toolbar and status bar over its worksheet.
 #pragma once
 
+#include "screens/QtFileChooser.h"
+#include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
 
-#include <QHash>
 #include <QMainWindow>
-#include <memory>
 
+class QLabel;
 class QLineEdit;
 
 namespace metrisk {
 
-class EntryBox;
 class QtInteraction;
-class WindowCommands;
+class ScreenBinder;
 struct Places;
 
 class MainWindow final : public QMainWindow {
@@ -23,44 +23,33 @@ class MainWindow final : public QMainWindow {
     MainWindow(Session& session, QtInteraction& ui);
     ~MainWindow() override;
 
-    /// Commits the entry that is being made, as leaving its box would. False if it was refused.
-    bool commitEntry();
+    ScreenBinder& binder() { return *binder_; }
+    MainScreen& model() { return model_; }
+    FileCommands& files() { return commands_.files; }
 
-    /// Shows the record: every control takes the state that the model gives it. A box that is being
-    /// typed into keeps its text.
-    void repaintRecord();
-
+    void openFile(const QString& path);
+    /// The file named on the command line.
     void openAtStart(const QString& path);
     void setPlaces(const Places& places);
-
-    MainScreen& model() { return model_; }
-    QLineEdit* activeBox() const;
 
     QSize sizeHint() const override;
 
   protected:
-    /// The locked boxes take their colour from the desktop's.
-    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
-    void buildPanels();
-    void bindBoxes();
-    void bindOptions();
-    /// Runs the field rule; false if it refuses the entry, to which the focus then comes back.
-    bool leave(EntryBox* box);
-    void showHighlight(const std::string& panel);
+    void buildToolbar();
 
     Session& session_;
     QtInteraction& ui_;
+    QtFileChooser chooser_;
     MainScreen model_;
-    std::unique_ptr<WindowCommands> commands_;
-    QHash<QString, QWidget*> controls_;
-    EntryBox* committing_ = nullptr;
-    bool painting_ = false;
-    QWidget* highlighted_ = nullptr;
+    MainCommands commands_;
+    ScreenBinder* binder_;
+    QLabel* nextStep_;
 };
 
 } // namespace metrisk

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QTime>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace metrisk {
@@ -20,8 +21,10 @@ constexpr const char* product = "Metrisk";
 
 SplashScreen::SplashScreen(const Regional& regional) : QDialog(nullptr, Qt::SplashScreen) {
     setObjectName("Copyright");
+    setAttribute(Qt::WA_QuitOnClose, false);
     const auto label = [](const char* name, const QString& text) {
-        auto* made = named(new QLabel(text), name);
+        auto* made = new QLabel(text);
+        made->setObjectName(name);
         made->setAlignment(Qt::AlignCenter);
         return made;
     };
@@ -45,6 +48,25 @@ SplashScreen::SplashScreen(const Regional& regional) : QDialog(nullptr, Qt::Spla
     layout->addWidget(label("TimePanel", qt(FormatNumber(day, "h:mm AM/PM", regional))));
     layout->addWidget(label("LoadingBox", QString("Loading ") + product));
     setWindowTitle(QString("Loading ") + product);
+}
+
+void SplashScreen::closeWith(QWidget& window, int atMost) {
+    window.installEventFilter(this);
+    QTimer::singleShot(atMost, this, &QWidget::close);
+}
+
+bool SplashScreen::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint && isVisible())
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    return QDialog::eventFilter(watched, event);
+}
+
+void SplashScreen::keyPressEvent(QKeyEvent*) {
+    close();
+}
+
+void SplashScreen::mousePressEvent(QMouseEvent*) {
+    close();
 }
 
 } // namespace metrisk

@@ -14,6 +14,15 @@ class SplashScreen final : public QDialog {
 
   public:
     explicit SplashScreen(const Regional& regional);
+
+    /// Closes as soon as the window has been painted, and no later than so many milliseconds after this
+    /// screen's own first paint.
+    void closeWith(QWidget& window, int atMost);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 };
 
 } // namespace metrisk

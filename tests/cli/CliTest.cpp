@@ -18,12 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-std::string readAll(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
-}
+using metrisk::testing::fileContent;
 
 struct Result {
     int status;
@@ -47,8 +42,16 @@ class Cli : public testing::Test {
         const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=. " METRISK_CLI " " +
                                     arguments + " >out.txt 2>err.txt </dev/null";
         const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readAll(folder / "out.txt"),
-                readAll(folder / "err.txt")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, fileContent(folder / "out.txt"),
+                fileContent(folder / "err.txt")};
+    }
+    /// The same on a terminal, stdout and stderr as they come.
+    std::string runOnTerminal(const std::string& arguments) {
+        const std::string command = "cd '" + folder.string() +
+                                    "' && XDG_CONFIG_HOME=. script -qec \"" METRISK_CLI " " + arguments +
+                                    "\" out.txt >/dev/null </dev/null";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        return fileContent(folder / "out.txt");
     }
     void write(const char* name, const std::string& content) {
         std::ofstream(folder / name, std::ios::binary) << content;
@@ -78,39 +81,17 @@ TEST_F(Cli, ComputesEveryExample) {
         EXPECT_TRUE(codes[code]) << "no example of case " << code;
 }
 
-TEST_F(Cli, JsonHasTheKeysInOrderAndSeventeenDigits) {
+TEST_F(Cli, JsonHasTheKeysInOrderAndExactNumbers) {
     const Result one = run(std::string("compute --json ") + good);
     const auto parsed = nlohmann::ordered_json::parse(one.out);
-    std::vector<std::string> keys;
-    for (const auto& item : parsed.items()) keys.push_back(item.key());
-    const std::vector<std::string> expected = {"file",
-                                               "status",
-                                               "messages",
-                                               "FalseAccept",
-                                               "FalseReject",
-                                               "BaselineFalseAccept",
-                                               "BaselineFalseReject",
-                                               "SU_Distribution",
-                                               "SU_CaseCode",
-                                               "SU_Sigma",
-                                               "SU_LogSigma",
-                                               "SU_LogOmega",
-                                               "SU_ExpExponent",
-                                               "SU_ExpRate",
-                                               "PhysicalLimit",
-                                               "MTE_Sigma",
-                                               "MTE_kFactor",
-                                               "MTE_StdUncertainty",
-                                               "FalseAcceptRisk",
-                                               "FalseAcceptUnits",
-                                               "FalseRejectRisk",
-                                               "FalseRejectUnits",
-                                               "EqAccRat",
-                                               "EqAccRatDen",
-                                               "EqAccRatAttained",
-                                               "FalseAcceptOption"};
-    EXPECT_EQ(keys, expected);
-    EXPECT_NE(one.out.find("\"MTE_kFactor\":1.959963984540"), std::string::npos) << one.out;
+    std::string keys;
+    for (const auto& item : parsed.items()) keys += item.key() + " ";
+    EXPECT_EQ(keys,
+              "file status messages FalseAccept FalseReject BaselineFalseAccept BaselineFalseReject "
+              "SU_Distribution SU_CaseCode SU_Sigma SU_LogSigma SU_LogOmega SU_ExpExponent SU_ExpRate "
+              "PhysicalLimit MTE_Sigma MTE_kFactor MTE_StdUncertainty FalseAcceptRisk FalseAcceptUnits "
+              "FalseRejectRisk FalseRejectUnits EqAccRat EqAccRatDen EqAccRatAttained FalseAcceptOption ");
+    EXPECT_DOUBLE_EQ(parsed["MTE_kFactor"].get<double>(), 1.9599639845400545);
     EXPECT_EQ(parsed["FalseAcceptOption"], 1);
     EXPECT_EQ(one.out.find('\n'), one.out.size() - 1) << "one object, one line";
 }
@@ -128,32 +109,40 @@ TEST_F(Cli, KeepsTheOrderAndGoesOnPastBadFiles) {
     write("empty.mrk", "");
     write("other.mrk", "\"NOTRISK\",1.512\r\n");
     write("future.mrk", "\"MTRISK\",1.6\r\n");
-    write("cut.mrk", readAll(folder / good).substr(0, 900));
+    write("cut.mrk", fileContent(folder / good).substr(0, 900));
     write("garbage.mrk", std::string("\x7f\x00\xff\"\"\"\n\r,,,", 12));
     fs::create_directory(folder / "folder.mrk");
     const Result result = run("compute --json empty.mrk " + std::string(good) +
                               " other.mrk future.mrk cut.mrk garbage.mrk folder.mrk absent.mrk");
     EXPECT_EQ(result.status, 3);
     const auto lines = result.lines();
-    const std::pair<const char*, const char*> expected[] = {
-        {"empty.mrk", "Error Reading Analysis Data"},  {good, nullptr},
-        {"other.mrk", "Not a valid Analysis file."},   {"future.mrk", "Invalid file structure."},
-        {"cut.mrk", "Error Reading Analysis Data"},    {"garbage.mrk", ""},
-        {"folder.mrk", "Error Reading Analysis Data"}, {"absent.mrk", "Error Reading Analysis Data"}};
+    struct Row {
+        const char *file, *text, *cause;
+    };
+    const Row expected[] = {{"empty.mrk", "Error Reading Analysis Data", "damaged at line 1"},
+                            {good, nullptr, nullptr},
+                            {"other.mrk", "Not a valid Analysis file.", "not an analysis"},
+                            {"future.mrk", "Invalid file structure.", "of a version"},
+                            {"cut.mrk", "Error Reading Analysis Data", "damaged at line 101"},
+                            {"garbage.mrk", "", "not an analysis"},
+                            {"folder.mrk", "Error Reading Analysis Data", "not a regular file"},
+                            {"absent.mrk", "Error Reading Analysis Data", "no such file"}};
     ASSERT_EQ(lines.size(), std::size(expected));
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const auto& [file, text] = expected[i];
+        const auto& [file, text, cause] = expected[i];
         EXPECT_EQ(lines[i]["file"], file);
         EXPECT_EQ(lines[i]["status"], text ? "unreadable" : "computed") << file;
         if (!text) continue;
-        EXPECT_TRUE(lines[i]["FalseAccept"].is_null()) << file;
         const std::string told = lines[i]["messages"].at(0)["text"];
         EXPECT_TRUE(*text == 0 || told == text) << file << ": " << told;
+        EXPECT_NE(result.err.find(std::string(file) + ": " + cause), std::string::npos) << result.err;
+        for (const auto& [key, value] : lines[i].items())
+            EXPECT_TRUE(key == "file" || key == "status" || key == "messages" || value.is_null()) << key;
     }
 }
 
 TEST_F(Cli, ARefusedAnalysisHasNoFigureAndStatusOne) {
-    std::string content = readAll(folder / good);
+    std::string content = fileContent(folder / good);
     const std::string entered = "50,52,48,85,0";
     content.replace(content.find(entered), entered.size(), "50,52,48,0,0");
     write("refused.mrk", content);
@@ -161,60 +150,60 @@ TEST_F(Cli, ARefusedAnalysisHasNoFigureAndStatusOne) {
     EXPECT_EQ(result.status, 1);
     const json line = result.lines().at(0);
     EXPECT_EQ(line["status"], "refused");
-    EXPECT_TRUE(line["FalseAccept"].is_null());
+    for (const char* key : {"FalseAccept", "FalseAcceptRisk", "FalseRejectUnits", "EqAccRat", "SU_Sigma",
+                            "SU_CaseCode", "MTE_Sigma", "PhysicalLimit"})
+        EXPECT_TRUE(line[key].is_null()) << key << " was not computed by this run";
+    EXPECT_FALSE(line["BaselineFalseAccept"].is_null());
     EXPECT_EQ(line["messages"].at(0)["text"], "Must be greater than zero.");
-    EXPECT_EQ(readAll(folder / "refused.mrk"), content) << "a refused analysis is not saved";
+    EXPECT_EQ(fileContent(folder / "refused.mrk"), content) << "a refused analysis is not saved";
 }
 
-TEST_F(Cli, CrossedGuardbandsGiveNoOldFigure) {
-    std::string content = readAll(folder / "ex/pressure-gauge-100psi.mrk");
-    for (std::size_t at; (at = content.find("\r\n.9\r\n.9\r\n")) != std::string::npos;)
-        content.replace(at, 10, "\r\n-2\r\n-2\r\n");
-    write("crossed.mrk", content);
-    const Result result = run("compute --json crossed.mrk");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.lines().at(0)["FalseAccept"].is_null());
-}
-
-TEST_F(Cli, FaultsThatShowNoBoxAreToldOnStderr) {
-    const std::string content = readAll(folder / good);
-    const auto with = [&](const std::string& old, const std::string& entered) {
-        std::string changed = content;
-        changed.replace(changed.find(old), old.size(), entered);
-        return changed;
+TEST_F(Cli, WhateverIsRefusedHasAReason) {
+    struct Row {
+        const char *example, *old, *entered, *status, *reason;
     };
-    write("freedom.mrk", with("\r\n0,0\r\n.2", "\r\n0,1E-14\r\n.2"));
-    Result result = run("compute --json freedom.mrk");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.err.find("freedom.mrk: not computed"), std::string::npos) << result.err;
-
-    for (const char* ratio : {"4,0", "0,1", "4,-1", "-4,1", "1E308,1E-308"}) {
-        write("ratio.mrk", with("\r\n4,1\r\n", "\r\n" + std::string(ratio) + "\r\n"));
-        result = run("compute --json ratio.mrk");
-        const json line = result.lines().at(0);
-        EXPECT_EQ(line["status"], "computed") << ratio << ": the risks need no baseline";
-        EXPECT_TRUE(line["BaselineFalseAccept"].is_null()) << ratio;
-        EXPECT_GT(line["EqAccRat"].get<double>(), 0) << ratio << ": nor does the search need its ratio";
-        EXPECT_NE(result.err.find("ratio.mrk: no baseline risks"), std::string::npos) << ratio << result.err;
+    for (const Row& row :
+         {Row{"torque-wrench-50nm", "\r\n0,0\r\n.2", "\r\n0,1E-14\r\n.2", "refused",
+              "lead to no finite risk"},
+          {"pressure-gauge-100psi", "\r\n.9\r\n.9\r\n", "\r\n-2\r\n-2\r\n", "refused", ""},
+          {"torque-wrench-50nm", "\r\n4,1\r\n", "\r\n4,0\r\n", "computed", "figures allow no risks"},
+          {"torque-wrench-50nm", "\r\n4,1\r\n", "\r\n0,1\r\n", "computed", "figures allow no risks"},
+          {"torque-wrench-50nm", "\r\n4,1\r\n", "\r\n-4,1\r\n", "computed", "figures allow no risks"},
+          {"torque-wrench-50nm", "\r\n4,1\r\n", "\r\n1E308,1E-308\r\n", "computed", "fatal math error"}}) {
+        SCOPED_TRACE(row.entered);
+        std::string content = fileContent(folder / "ex" / (row.example + std::string(".mrk")));
+        for (std::size_t at; (at = content.find(row.old)) != std::string::npos;)
+            content.replace(at, std::string(row.old).size(), row.entered);
+        write("odd.mrk", content);
+        const json line = run("compute --json odd.mrk").lines().at(0);
+        EXPECT_EQ(line["status"], row.status);
+        EXPECT_TRUE(line["FalseAccept"].is_null() || line["BaselineFalseAccept"].is_null());
+        EXPECT_NE(line["messages"].at(0)["text"].get<std::string>().find(row.reason), std::string::npos)
+            << line;
+        EXPECT_EQ(line["messages"].at(0)["answer"], "OK");
     }
 }
 
 TEST_F(Cli, SavesResultsOnlyWhereItMay) {
-    const std::string before = readAll(folder / good);
+    const std::string before = fileContent(folder / good);
     fs::copy(folder / good, folder / "old.dat");
-    EXPECT_EQ(run("compute --save old.dat").status, 0);
+    EXPECT_EQ(run("compute --save old.dat").err, "old.dat: saved as old.mrk\n");
     ASSERT_TRUE(fs::exists(folder / "old.mrk"));
-    EXPECT_EQ(readAll(folder / "old.dat"), before) << "the .dat file itself stays";
-    EXPECT_EQ(run("compute --save old.dat").status, 1) << "old.mrk is there now";
+    EXPECT_EQ(fileContent(folder / "old.dat"), before) << "the .dat file itself stays";
+    const Result refused = run("compute --json --save old.dat");
+    EXPECT_EQ(refused.status, 1) << "old.mrk is there now";
+    EXPECT_EQ(refused.lines().at(0)["messages"].at(0)["title"], "Not Saved");
     EXPECT_EQ(run("compute --save --force old.dat").status, 0);
     EXPECT_EQ(run("compute --save old.mrk").status, 0) << "the file that was read needs no --force";
 
     EXPECT_EQ(run("convert " + std::string(good) + " copy").status, 0);
-    EXPECT_EQ(readAll(folder / "copy.mrk"), before) << "a file of the present version is unchanged";
+    EXPECT_EQ(fileContent(folder / "copy.mrk"), before) << "a file of the present version is unchanged";
     EXPECT_EQ(run("convert " + std::string(good) + " copy.mrk").status, 2);
     EXPECT_EQ(run("convert --force " + std::string(good) + " copy.mrk").status, 0);
     EXPECT_EQ(run("convert absent.mrk new.mrk").status, 3);
-    EXPECT_EQ(run("convert " + std::string(good) + " no/such/folder/new.mrk").status, 1);
+    const Result unwritable = run("convert " + std::string(good) + " no/such/folder/new.mrk");
+    EXPECT_EQ(unwritable.status, 1);
+    EXPECT_NE(unwritable.err.find("Error Writing Analysis Data"), std::string::npos) << unwritable.err;
 }
 
 TEST_F(Cli, SecondComputeOfASavedFileGivesTheSame) {
@@ -243,29 +232,63 @@ TEST_F(Cli, BaselineTakesItsFiguresFromTheCommandLine) {
     EXPECT_EQ(result.out, "Baseline false accept risk  4.1048 %\nBaseline false reject risk  3.7542 %\n");
     const json producer = run("baseline --ratio 4:1 --mte 90.601 --su 85 --producer --json").lines().at(0);
     EXPECT_NEAR(producer["BaselineFalseAccept"].get<double>(), 0.02, 5e-5);
+    for (const char* ratio : {"4", "4.0:1", "8:2"})
+        EXPECT_EQ(run("baseline --mte 85 --su 72 --ratio " + std::string(ratio)).out, result.out) << ratio;
     for (const char* bad :
-         {"--ratio 0:1 --mte 85 --su 72", "--ratio 4:0 --mte 85 --su 72", "--ratio x --mte 85 --su 72",
-          "--ratio 4:1 --mte 100 --su 72", "--ratio 4:1 --mte 85 --su 0", "--ratio 4:1 --mte nan --su 72",
-          "--ratio 4:1 --mte 85"})
+         {"--ratio 4:1:2 --mte 85 --su 72", "--ratio 4x:1 --mte 85 --su 72", "--ratio 4/2 --mte 85 --su 72",
+          "--ratio '4 to 1' --mte 85 --su 72", "--ratio 0:1 --mte 85 --su 72", "--ratio 4:0 --mte 85 --su 72",
+          "--ratio x --mte 85 --su 72", "--ratio 4:1 --mte 100 --su 72", "--ratio 4:1 --mte 85 --su 0",
+          "--ratio 4:1 --mte nan --su 72", "--ratio 4:1 --mte 85"})
         EXPECT_EQ(run(std::string("baseline ") + bad).status, 2) << bad;
 }
 
 TEST_F(Cli, WrongUsageIsTwo) {
-    for (const char* bad :
-         {"", "frobnicate", "compute", "compute --no-such-option x", "convert one", "show"}) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "subcommand is required"},
+        {"frobnicate", "frobnicate is no command"},
+        {"compute", "FILE is required"},
+        {"compute -odd.mrk", "put -- before it"},
+        {"compute --settings absent.ini ex/a.mrk", "absent.ini"},
+        {"convert one", "OUT is required"},
+        {"convert one ''", "a file name is needed"},
+        {"show", "FILE is required"}};
+    for (const auto& [bad, text] : rows) {
         const Result result = run(bad);
         EXPECT_EQ(result.status, 2) << bad;
         EXPECT_EQ(result.out, "") << bad;
-        EXPECT_NE(result.err, "") << bad;
+        EXPECT_NE(result.err.find(text), std::string::npos) << bad << ": " << result.err;
     }
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").out, "metrisk-cli 1.6\n");
 }
 
+TEST_F(Cli, ATerminalIsNotSteeredByNamesAndTexts) {
+    fs::copy(folder / good, folder / "red\x1b[31m.mrk");
+    std::string content = fileContent(folder / good);
+    const std::string description = "Torque wrench, click type";
+    content.replace(content.find(description), description.size(), "a\x1b[2Jb\u009b2Jc\td");
+    write("odd.mrk", content);
+    EXPECT_NE(runOnTerminal("compute red*.mrk").find("red\\x1b[31m.mrk\r\n"), std::string::npos);
+    EXPECT_NE(runOnTerminal("show odd.mrk").find("\"a\\x1b[2Jb\\x9b2Jc\\td\""), std::string::npos);
+    EXPECT_NE(runOnTerminal("show --json odd.mrk").find("\"a\\u001b[2Jb\\u009b2Jc\\td\""), std::string::npos);
+    EXPECT_NE(run("show odd.mrk").out.find("\"a\x1b[2Jb\u009b2Jc\td\""), std::string::npos)
+        << "a pipe gets it as it is";
+    EXPECT_NE(runOnTerminal("compute odd.mrk " + std::string(good)).find("1/2\r\x1b[Kex/"), std::string::npos)
+        << "the bar is cleared before a line";
+}
+
+TEST_F(Cli, AFullStdoutIsTold) {
+    const int status = std::system(
+        ("cd '" + folder.string() + "' && " METRISK_CLI " compute ex/a*.mrk ex/t*.mrk >/dev/full 2>err.txt")
+            .c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(fileContent(folder / "err.txt"), "metrisk-cli: standard output: No space left on device\n");
+}
+
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {
     write("other.ini", "[RiskOption]\r\nFalseAcceptConvention=Producer\r\n");
     EXPECT_EQ(run("compute --settings other.ini " + std::string(good)).status, 0);
-    EXPECT_EQ(readAll(folder / "other.ini"), "[RiskOption]\r\nFalseAcceptConvention=Producer\r\n");
+    EXPECT_EQ(fileContent(folder / "other.ini"), "[RiskOption]\r\nFalseAcceptConvention=Producer\r\n");
 }
 
 TEST_F(Cli, DependsOnNoQtLibrary) {

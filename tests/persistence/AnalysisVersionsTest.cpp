@@ -2,6 +2,7 @@
 
 #include "persistence/ClearAnalysis.h"
 #include "tests/persistence/GoldenFile.h"
+#include "tests/support/SilentSession.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestSession.h"
 
@@ -56,20 +57,12 @@ TEST(AnalysisFile, ATruncatedFileNeverReadsAsSomethingElse) {
         const OldFile file = oldFile(version, golden, fresh);
         const std::string whole = joined(file.lines);
         for (std::size_t length = 0; length < whole.size(); ++length) {
-            struct Counting final : Interaction {
+            struct Counting final : SilentInteraction {
                 int errors = 0;
                 Answer show(const Box& box) override {
                     if (box.title == "cut.mrk") ++errors;
                     return box.unattended;
                 }
-                void focus(std::string_view, bool) override {}
-                void yield() override {}
-                void status(std::string_view) override {}
-                void runComputing(ComputingScreen&, const std::function<void()>&) override {}
-                void updateComputing(const ComputingScreen&) override {}
-                void repaintMainScreen() override {}
-                void setBusy(bool) override {}
-                void beep() override {}
             } ui;
             MemorySettings settings;
             Session session{settings, ui};

@@ -121,21 +121,3 @@ TEST(SettingsFile, FirstStartBringsAReadableScheme) {
     ASSERT_TRUE(installStartingSettings(path));
     EXPECT_EQ(SettingsFile(path).ReadSetting("ColorScheme", "BackColor_InfoBox", "", 60), "1");
 }
-
-TEST(AtomicFile, FollowsALinkAndKeepsPermissions) {
-    const TemporaryFolder folder;
-    const auto target = folder.write("target", "old");
-    std::filesystem::permissions(target, std::filesystem::perms(0640));
-    std::filesystem::create_symlink("target", folder / "link");
-    ASSERT_TRUE(replaceFile(folder / "link", "new"));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-    EXPECT_EQ(fileContent(target), "new");
-    EXPECT_EQ(std::filesystem::status(target).permissions(), std::filesystem::perms(0640));
-
-    std::filesystem::create_symlink("later", folder / "dangling");
-    ASSERT_TRUE(replaceFile(folder / "dangling", "x"));
-    EXPECT_EQ(fileContent(folder / "later"), "x");
-    EXPECT_FALSE(replaceFile(folder.path(), "x"));
-    EXPECT_FALSE(replaceFile(folder / "none/file", "x"));
-    EXPECT_TRUE(replaceFile(folder / std::string(255, 'n'), "x"));
-}

@@ -1,8 +1,13 @@
 // The baseline screen and the choice of the false accept option.
 #include "risk/BaselineScreen.h"
+#include "model/NumberText.h"
+#include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
+#include "risk/EqRatioScreen.h"
+#include "risk/FalseAcceptScreen.h"
 #include "risk/RiskConvention.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
 
 #include <gtest/gtest.h>
 
@@ -21,67 +26,67 @@ constexpr const char* storedDefault =
     "not only store the default baseline\nvalue, but may also change the main "
     "system False\nAccept Option.";
 
-RunFalseAcceptScreen choosing(int option, bool asDefault = false) {
-    return [=](FalseAcceptScreen& screen) {
-        option == 1 ? screen.chooseProducer() : screen.chooseConsumer();
-        screen.Chk_SetDefault = asDefault;
-        EXPECT_TRUE(screen.leave());
-    };
-}
+struct Opened : TestSession {
+    BaselineScreen screen{session};
+
+    void press(const char* button) { testing::press(screen, button); }
+    FieldResult type(const char* box, const char* text) { return testing::type(screen, box, text); }
+    /// Chooses from the menu, as View does.
+    void showDefaults() { screen.run(*findItem(screen.menus, "mnu_ShowDefaults")); }
+    double shown(const TextBox& box) { return ParseValue(box.text, session.regional); }
+};
 
 TEST(BaselineScreen, OpensWithTheRecordAndTheDefault) {
     TestSession test;
     test.settings.WriteSetting("BaselineDefaults", "FalseAcceptCriterion", "producer");
     test.settings.WriteSetting("BaselineDefaults", "SUPctInTol", "70,5");
-    const BaselineScreen screen(test.session);
-    EXPECT_EQ(screen.analysis.AccRat1, "4.00");
-    EXPECT_EQ(screen.analysis.PctInTol1, "85.0000");
-    EXPECT_EQ(screen.analysis.FAOption, "Consumer Option");
-    EXPECT_EQ(screen.defaults.FAOption, "Producer Option");
-    EXPECT_EQ(screen.defaults.PctInTol2, "70.5000") << "written where the comma was the decimal symbol";
-    EXPECT_FALSE(screen.boxesLocked());
-    EXPECT_FALSE(screen.changed());
+    BaselineScreen screen(test.session);
+    EXPECT_EQ(screen.BaseAccRat1.text, "4.00");
+    EXPECT_EQ(screen.BaselinePctInTol1.text, "85.0000");
+    EXPECT_EQ(screen.pnl_FAOption.text, "Consumer Option");
+    EXPECT_EQ(screen.pnl_DefaultFAOption.text, "Producer Option");
+    EXPECT_EQ(screen.DefPctInTol2.text, "70.5000") << "written where the comma was the decimal symbol";
+    EXPECT_FALSE(screen.BaseAccRat1.locked);
+    EXPECT_FALSE(screen.pnl_Defaults.visible);
+    EXPECT_TRUE(screen.close(Way::Cancel)) << "nothing has changed";
 }
 
 TEST(BaselineScreen, ComputesTheStoredDefaults) {
-    TestSession test;
-    BaselineScreen screen(test.session);
-    ASSERT_TRUE(screen.ComputeBaselineResults());
-    EXPECT_NEAR(screen.analysis.falseAccept, 4.1, 0.06);
-    EXPECT_NEAR(screen.analysis.falseReject, 3.75, 0.06);
-    EXPECT_EQ(screen.analysis.FalseAcceptRiskUnits, "%");
+    Opened test;
+    test.press("ComputeBaselineResults");
+    EXPECT_NEAR(test.shown(test.screen.BaseFalseAccept), 4.1, 0.06);
+    EXPECT_NEAR(test.shown(test.screen.BaseFalseReject), 3.75, 0.06);
+    EXPECT_EQ(test.screen.FalseAcceptRiskUnits.text, "%");
     EXPECT_TRUE(test.record.BaselineComputed);
-    screen.lostFocus(BaselineBox::BaseAccRat1, "1000");
-    screen.lostFocus(BaselineBox::BaselinePctInTol1, "99.9");
-    screen.lostFocus(BaselineBox::BaselinePctInTol2, "99.9999");
-    ASSERT_TRUE(screen.ComputeBaselineResults());
-    EXPECT_EQ(screen.analysis.FalseAccept, " < 1");
-    EXPECT_EQ(screen.analysis.FalseAcceptRiskUnits, "ppm");
+    test.type("BaseAccRat1", "1000");
+    test.type("BaselinePctInTol1", "99.9");
+    test.type("BaselinePctInTol2", "99.9999");
+    test.press("ComputeBaselineResults");
+    EXPECT_EQ(test.screen.BaseFalseAccept.text, " < 1");
+    EXPECT_EQ(test.screen.FalseAcceptRiskUnits.text, "ppm");
 }
 
 TEST(BaselineScreen, LeavingABox) {
     struct Case {
-        BaselineBox box;
-        const char *typed, *shown, *refusedTitle;
+        const char *box, *typed, *shown, *refusedTitle;
     };
     constexpr const char* measuring = "Inappropriate MTE % In-tolerance";
     constexpr const char* subject = "Inappropriate Subject Parameter % In-tolerance";
     const Case cases[] = {
-        {BaselineBox::BaseAccRat1, "4.567", "4.57", nullptr},
-        {BaselineBox::BaseAccRat2, "1500", "1,500.00", nullptr},
-        {BaselineBox::BaselinePctInTol1, "99.9999 %", "99.9999", nullptr},
-        {BaselineBox::BaselinePctInTol1, "100", "100", measuring},
-        {BaselineBox::BaselinePctInTol1, "99.99999", "99.99999", measuring},
-        {BaselineBox::BaselinePctInTol2, "0", "0", subject},
-        {BaselineBox::BaselinePctInTol2, "", "", subject},
-        {BaselineBox::BaselinePctInTol2, "-3", "-3", subject},
+        {"BaseAccRat1", "4.567", "4.57", nullptr},
+        {"BaseAccRat2", "1500", "1,500.00", nullptr},
+        {"BaselinePctInTol1", "99.9999 %", "99.9999", nullptr},
+        {"BaselinePctInTol1", "100", "85.0000", measuring},
+        {"BaselinePctInTol1", "99.99999", "85.0000", measuring},
+        {"BaselinePctInTol2", "0", "72.0000", subject},
+        {"BaselinePctInTol2", "", "72.0000", subject},
+        {"BaselinePctInTol2", "-3", "72.0000", subject},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.typed);
-        TestSession test;
-        BaselineScreen screen(test.session);
+        Opened test;
         if (c.refusedTitle) test.ui.expectBox(c.refusedTitle, "Must be between 0.0001% and 99.9999%.");
-        const FieldResult result = screen.lostFocus(c.box, c.typed);
+        const FieldResult result = test.type(c.box, c.typed);
         EXPECT_EQ(result.stay, c.refusedTitle != nullptr);
         EXPECT_EQ(result.text, c.shown);
     }
@@ -89,82 +94,79 @@ TEST(BaselineScreen, LeavingABox) {
 
 TEST(BaselineScreen, ValidatesInOrder) {
     TestSession test;
+    test.record.Base_AccRatDen = test.record.Base_MTEPctInTol = test.record.Base_SUPctInTol = 0;
     BaselineScreen screen(test.session);
-    screen.analysis.AccRat2 = screen.analysis.PctInTol1 = screen.analysis.PctInTol2 = "0";
     test.ui.expectBox("Baseline Accuracy Ratio", "Accuracy Ratio Entry must be greater than Zero");
-    EXPECT_FALSE(screen.ComputeBaselineResults());
-    screen.analysis.AccRat2 = "1";
+    press(screen, "ComputeBaselineResults");
+    type(screen, "BaseAccRat2", "1");
     test.ui.expectBox("Baseline MTE Parameter % In-Tolerance",
                       "In Tolerance Percent must be greater than Zero");
-    EXPECT_FALSE(screen.cmd_OK());
-    screen.analysis.PctInTol1 = "85";
+    EXPECT_FALSE(screen.close(Way::Ok));
+    type(screen, "BaselinePctInTol1", "85");
     test.ui.expectBox("Baseline Subject Parameter % In-Tolerance",
                       "In Tolerance Percent must be greater than Zero");
-    screen.Cmd_SetDefaultBaseline();
-    EXPECT_EQ(screen.ComputeBaselineResultsCaption, "Compute Baseline &Risks");
+    screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
+    press(screen, "Cmd_SetDefaultBaseline");
+    EXPECT_EQ(test.ui.focusMoves.back(), "BaselineAnalysis.BaselinePctInTol2 selected");
+    EXPECT_EQ(screen.ComputeBaselineResults.text, "Compute Baseline &Risks");
     test.ui.expectBox("Default Baseline Procedure",
                       "To change the default baseline, enter changes in the analysis "
                       "baseline and click 'Set default baseline.'");
-    screen.defaultKeyPressed();
+    screen.key(screen.DefAccRat1);
 }
 
 TEST(BaselineScreen, ARatioWithoutAQuotientReachesNoField) {
     TestSession test;
     test.record.Base_AccRatDen = 0; // as a file may hold it
     BaselineScreen opened(test.session);
-    EXPECT_TRUE(opened.cmd_OK()) << "nothing was changed";
     test.ui.expectBox("Baseline Accuracy Ratio", "Accuracy Ratio Entry must be greater than Zero");
-    EXPECT_FALSE(opened.ComputeBaselineResults());
-    opened.lostFocus(BaselineBox::BaseAccRat2, "0.01");
-    opened.lostFocus(BaselineBox::BaseAccRat1, "1E308");
-    EXPECT_TRUE(opened.cmd_OK());
+    press(opened, "ComputeBaselineResults");
+    type(opened, "BaseAccRat2", "0.01");
+    type(opened, "BaseAccRat1", "1E308");
+    EXPECT_TRUE(opened.close(Way::Ok));
     EXPECT_EQ(test.record.Base_AccRatNum, 1e308);
     EXPECT_EQ(test.record.Base_EqRatioTarget, 4) << "the target before";
 }
 
 TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
-    TestSession test;
-    BaselineScreen screen(test.session);
-    screen.chooseZ540();
-    EXPECT_TRUE(screen.boxesLocked());
-    EXPECT_EQ(screen.analysis.PctInTol1, "96.028");
-    EXPECT_EQ(screen.analysis.PctInTol2, "85.000");
-    EXPECT_EQ(screen.analysis.AccRat2, "1.00");
-    EXPECT_EQ(screen.lostFocus(BaselineBox::BaseAccRat1, "5").text, "4.00");
-}
+    Opened test;
+    test.press("optZ540Baseline");
+    EXPECT_TRUE(test.screen.BaseAccRat1.locked);
+    EXPECT_EQ(test.screen.BaselinePctInTol1.text, "96.028");
+    EXPECT_EQ(test.screen.BaselinePctInTol2.text, "85.000");
+    EXPECT_EQ(test.screen.BaseAccRat2.text, "1.00");
+    const std::string consumerRisk = test.screen.BaseFalseReject.text; // false accept is 2 % by either option
 
-TEST(BaselineScreen, OptionChangeRefreshesZ540) {
-    TestSession test;
-    BaselineScreen screen(test.session);
-    screen.chooseZ540();
-    const double consumerRisk = screen.analysis.falseAccept;
+    test.ui.expectScreen("FAFORM", [](Worksheet& choice) {
+        press(choice, "ProducerRiskOption");
+        press(choice, "cmd_Close");
+    });
     test.ui.expectBox("Change Made", "Do you want to keep the new risk option?", Answer::Yes);
-    screen.cmd_FAOption(choosing(1));
-    EXPECT_EQ(screen.analysis.FAOption, "Producer Option");
-    EXPECT_EQ(screen.analysis.PctInTol1, "90.601");
-    EXPECT_NE(screen.analysis.falseAccept, consumerRisk);
-    screen.chooseUser();
-    EXPECT_FALSE(screen.boxesLocked());
-    EXPECT_EQ(screen.analysis.PctInTol1, "90.601");
+    test.press("cmd_FAOption");
+    EXPECT_EQ(test.screen.pnl_FAOption.text, "Producer Option");
+    EXPECT_EQ(test.screen.BaselinePctInTol1.text, "90.601");
+    EXPECT_NE(test.screen.BaseFalseReject.text, consumerRisk);
+    test.press("optUserBaseline");
+    EXPECT_FALSE(test.screen.BaseAccRat1.locked);
+    EXPECT_EQ(test.screen.BaselinePctInTol1.text, "90.601");
 
     test.ui.expectBox(retainTitle, retain, Answer::Cancel);
-    EXPECT_FALSE(screen.mnu_Exit());
+    EXPECT_FALSE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     test.ui.expectBox(retainTitle, retain, Answer::No);
-    EXPECT_TRUE(screen.mnu_Exit());
+    EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 0);
     EXPECT_FALSE(test.record.RisksNeedCompute);
     EXPECT_EQ(test.record.Base_MTEPctInTol, 85);
 }
 
 TEST(BaselineScreen, StoresTheAnalysisSideAndDropsTheRatio) {
-    TestSession test;
+    Opened test;
     test.record.EqAccRat = 3;
-    BaselineScreen screen(test.session);
-    screen.lostFocus(BaselineBox::BaseAccRat1, "10");
-    screen.ComputeBaselineResults();
+    test.type("BaseAccRat1", "10");
+    test.press("ComputeBaselineResults");
     test.ui.expectBox(retainTitle, retain, Answer::Yes);
-    EXPECT_TRUE(screen.mnu_Exit());
+    EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.Base_AccRatNum, 10);
     EXPECT_EQ(test.record.Base_EqRatioTarget, 10);
     EXPECT_LT(test.record.Base_FalseAccept, 4.1);
@@ -179,15 +181,17 @@ TEST(BaselineScreen, StoresTheDefault) {
     test.session.regional = {";", ",", ".", "-"};
     test.record.FalseAcceptOption = 1;
     BaselineScreen screen(test.session);
-    screen.lostFocus(BaselineBox::BaselinePctInTol2, "80,5");
-    screen.ComputeBaselineResults();
-    screen.Cmd_SetDefaultBaseline();
+    type(screen, "BaselinePctInTol2", "80,5");
+    press(screen, "ComputeBaselineResults");
+    screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
+    EXPECT_EQ(findItem(screen.menus, "mnu_ShowDefaults")->caption, "Hide &Defaults");
+    press(screen, "Cmd_SetDefaultBaseline");
     EXPECT_TRUE(test.settings.values.empty()) << "stored on leaving";
     test.ui.expectBox(optionTitle, storedDefault, Answer::No);
-    EXPECT_FALSE(screen.cmd_OK());
+    EXPECT_FALSE(screen.close(Way::Ok));
     EXPECT_TRUE(test.settings.values.empty());
     test.ui.expectBox(optionTitle, storedDefault, Answer::Yes);
-    EXPECT_TRUE(screen.cmd_OK());
+    EXPECT_TRUE(screen.close(Way::Ok));
     const auto stored = [&](const char* section, const char* key) {
         return test.settings.ReadSetting(section, key, "", 60);
     };
@@ -195,7 +199,7 @@ TEST(BaselineScreen, StoresTheDefault) {
     EXPECT_EQ(stored("BaselineDefaults", "Metrisk"), "4:1");
     EXPECT_EQ(stored("BaselineDefaults", "FalseAcceptCriterion"), "Producer");
     EXPECT_EQ(stored("RiskOption", "FalseAcceptConvention"), "Producer");
-    EXPECT_EQ(BaselineScreen(test.session).defaults.PctInTol2, "80,5000");
+    EXPECT_EQ(BaselineScreen(test.session).DefPctInTol2.text, "80,5000");
 }
 
 TEST(BaselineScreen, UsingADefaultOfAnotherConvention) {
@@ -205,12 +209,13 @@ TEST(BaselineScreen, UsingADefaultOfAnotherConvention) {
     test.settings.WriteSetting("BaselineDefaults", "FalseAcceptUnits", "ppm");
     test.record.FalseAcceptRisk = 2;
     BaselineScreen screen(test.session);
-    screen.Cmd_RetrieveDefaultBaseline();
-    EXPECT_EQ(screen.analysis.FalseAccept, "812");
+    screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
+    press(screen, "Cmd_RetrieveDefaultBaseline");
+    EXPECT_EQ(screen.BaseFalseAccept.text, "812");
     test.ui.expectBox(optionTitle, usedDefault, Answer::Cancel);
-    EXPECT_FALSE(screen.cmd_OK());
+    EXPECT_FALSE(screen.close(Way::Ok));
     test.ui.expectBox(optionTitle, usedDefault, Answer::Ok);
-    EXPECT_TRUE(screen.cmd_OK());
+    EXPECT_TRUE(screen.close(Way::Ok));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
     EXPECT_EQ(test.record.Base_AcceptUnits, "ppm");
@@ -222,9 +227,10 @@ TEST(BaselineScreen, UsedZ540DefaultFollowsItsConvention) {
     test.settings.WriteSetting("BaselineDefaults", "FalseAcceptCriterion", "Producer");
     test.settings.WriteSetting("BaselineDefaults", "UserOption", "Z540");
     BaselineScreen screen(test.session);
-    screen.Cmd_RetrieveDefaultBaseline();
-    EXPECT_EQ(screen.analysis.PctInTol1, "96.028");
-    EXPECT_TRUE(screen.cmd_OK());
+    screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
+    press(screen, "Cmd_RetrieveDefaultBaseline");
+    EXPECT_EQ(screen.BaselinePctInTol1.text, "96.028");
+    EXPECT_TRUE(screen.close(Way::Ok));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_EQ(test.record.Base_MTEPctInTol, 90.601);
     EXPECT_EQ(test.record.UserOption, "Z540");
@@ -233,24 +239,53 @@ TEST(BaselineScreen, UsedZ540DefaultFollowsItsConvention) {
 TEST(FalseAcceptScreen, SettingsTakeTheConventionOnlyAsDefault) {
     TestSession test;
     constexpr const char* keep = "Do you want to keep the new risk option?";
+    {
+        FalseAcceptScreen screen(test.session);
+        EXPECT_TRUE(screen.close(Way::Cancel)) << "nothing changed";
+    }
+    {
+        FalseAcceptScreen screen(test.session);
+        press(screen, "ProducerRiskOption");
+        test.ui.expectBox("Change Made", keep, Answer::Cancel);
+        press(screen, "cmd_Close");
+        EXPECT_FALSE(screen.closedBy());
+        test.ui.expectBox("Change Made", keep, Answer::No);
+        press(screen, "cmd_Close");
+        EXPECT_FALSE(test.record.RisksNeedCompute);
+    }
     FalseAcceptScreen screen(test.session);
-    EXPECT_TRUE(screen.leave()) << "nothing changed";
-    screen.chooseProducer();
-    test.ui.expectBox("Change Made", keep, Answer::Cancel);
-    EXPECT_FALSE(screen.leave());
-    test.ui.expectBox("Change Made", keep, Answer::No);
-    EXPECT_TRUE(screen.leave());
-    EXPECT_FALSE(test.record.RisksNeedCompute);
+    press(screen, "ProducerRiskOption");
+    press(screen, "Chk_SetDefault");
     test.ui.expectBox("Change Made", keep, Answer::Yes);
-    screen.Chk_SetDefault = true;
-    EXPECT_TRUE(screen.leave());
+    press(screen, "cmd_Close");
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
     EXPECT_EQ(ReadFalseAcceptConvention(test.settings), 1);
     const BaselineDefaults defaults = ReadBaselineDefaults(test.settings, 4);
     EXPECT_EQ(defaults.FalseAcceptOption, 1);
-    EXPECT_EQ(defaults.figures.Base_FalseAccept,
-              5.67); // 1 - (0.72 - 0.0375)/(0.72 + 0.041 - 0.0375) in percent
+    // 1 - (0.72 - 0.0375)/(0.72 + 0.041 - 0.0375) in percent
+    EXPECT_EQ(defaults.figures.Base_FalseAccept, 5.67);
+}
+
+TEST(EqRatioScreen, ChoicesCountWhenRetained) {
+    TestSession test;
+    test.record.EqAccRat = 3;
+    const auto leave = [&](Way way, std::initializer_list<const char*> pressed) {
+        EqRatioScreen screen(test.session);
+        for (const char* button : pressed) press(screen, button);
+        return screen.close(way);
+    };
+    EXPECT_TRUE(leave(Way::Cancel, {"BeepOn", "BeepOn"})) << "nothing changed";
+    test.ui.expectBox(retainTitle, retain, Answer::Cancel);
+    EXPECT_FALSE(leave(Way::Cancel, {"opt_Compute_1"}));
+    test.ui.expectBox(retainTitle, retain, Answer::No);
+    EXPECT_TRUE(leave(Way::Cancel, {"opt_Compute_1"}));
+    EXPECT_TRUE(test.record.ComputeEqRatio);
+    EXPECT_EQ(test.record.EqAccRat, 3);
+    EXPECT_TRUE(leave(Way::Ok, {"OptFalseReject"}));
+    EXPECT_FALSE(test.record.EqRatioOnFalseAccept);
+    EXPECT_EQ(test.record.EqAccRat, 0) << "the next compute searches again";
+    EXPECT_TRUE(test.record.FileChanged);
 }
 
 TEST(RiskConvention, RestatesByPpmAndPercent) {

@@ -101,7 +101,7 @@ struct SearchSetup {
 
 TEST(EquivalentRatio, IsTheToleranceRatioOfAnAnalysisThatIsItsOwnBaseline) {
     SearchSetup s({.pctInTol = 72, .mteOffset = 0.1, .mtePctInTol = 85});
-    s.t.ui.onProgress = [](const ComputingScreen&) { ADD_FAILURE() << "no search is needed"; };
+    s.t.ui.onProgress = [](Worksheet&) { ADD_FAILURE() << "no search is needed"; };
     s.solve(0.5, 0.5);
     EXPECT_EQ(s.ratio, 0.5 / 0.1);
     EXPECT_FALSE(s.failed);
@@ -115,7 +115,7 @@ TEST(EquivalentRatio, IsTheToleranceRatioOfAnAnalysisThatIsItsOwnBaseline) {
         SearchSetup other({.pctInTol = 72, .mteOffset = 0.1, .mtePctInTol = 85});
         change(other.t.record);
         bool searched = false;
-        other.t.ui.onProgress = [&](const ComputingScreen&) { searched = true; };
+        other.t.ui.onProgress = [&](Worksheet&) { searched = true; };
         other.solve(0.02, 0.02);
         EXPECT_TRUE(searched);
     }
@@ -194,15 +194,16 @@ TEST(EquivalentRatio, CancelStopsBetweenPasses) {
     SearchSetup s;
     int reports = 0;
     s.t.ui.onYield = [&] {
-        if (++reports == 5) s.screen.Cmd_Cancel_Click();
+        if (++reports == 5) s.screen.close(Way::Cancel);
     };
     s.solve(0.001, 0.001);
     EXPECT_TRUE(s.t.record.AbortFlag);
-    EXPECT_FALSE(s.screen.cancelEnabled);
+    EXPECT_FALSE(s.screen.Cmd_Cancel.enabled);
     EXPECT_EQ(reports, 5);
-    EXPECT_TRUE(s.screen.Lbl_Message2.starts_with("Solving for Equivalent Accuracy Ratio\nIteration 4 = "))
-        << s.screen.Lbl_Message2;
-    EXPECT_TRUE(s.screen.Lbl_Message2.ends_with(" : 1")) << s.screen.Lbl_Message2;
+    EXPECT_TRUE(
+        s.screen.Lbl_Message2.text.starts_with("Solving for Equivalent Accuracy Ratio\nIteration 4 = "))
+        << s.screen.Lbl_Message2.text;
+    EXPECT_TRUE(s.screen.Lbl_Message2.text.ends_with(" : 1")) << s.screen.Lbl_Message2.text;
 }
 
 TEST(EquivalentRatio, MeterFillsByOrdersOfMagnitude) {

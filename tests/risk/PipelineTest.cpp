@@ -228,8 +228,8 @@ TEST(Pipeline, AComputeWithoutFiguresPublishesNothing) {
             const Analysis before = t.record;
             row.change(t.record);
             if (row.text) t.ui.expectBox(row.title, row.text);
-            t.ui.onProgress = [&](const ComputingScreen& screen) {
-                EXPECT_FALSE(screen.searchVisible) << row.name << ": no ratio for no figures";
+            t.ui.onProgress = [&](Worksheet& progress) {
+                EXPECT_FALSE(progress.find("Meter")->visible) << row.name << ": no ratio for no figures";
             };
             ComputeResults_Click(t.session);
             t.ui.verifyAllShown();
@@ -293,13 +293,13 @@ TEST(Pipeline, TheKeysAlternateAsLongAsTheUserLikes) {
 TEST(Pipeline, CancelInTheSearchKeepsTheRisks) {
     TestSession t;
     enter(t.record, {.pctInTol = 90});
-    ComputingScreen* shown = nullptr;
-    t.ui.onProgress = [&](const ComputingScreen& screen) {
-        if (screen.searchVisible) shown = const_cast<ComputingScreen*>(&screen);
-        if (shown) shown->Cmd_Cancel_Click();
+    bool shown = false;
+    t.ui.onProgress = [&](Worksheet& progress) {
+        shown = shown || progress.find("Meter")->visible;
+        if (shown) progress.close(Way::Cancel);
     };
     ComputeResults_Click(t.session);
-    ASSERT_TRUE(shown);
+    EXPECT_TRUE(shown);
     EXPECT_EQ(t.record.EqAccRat, 0);
     EXPECT_GT(t.record.FalseAcceptRisk, 0);
 }
@@ -308,8 +308,8 @@ TEST(Pipeline, ShowsBothRisksWhileSearching) {
     TestSession t;
     enter(t.record, {.pctInTol = 99.9999, .mteOffset = 0.01});
     std::string message;
-    t.ui.onProgress = [&](const ComputingScreen& screen) {
-        if (screen.searchVisible) message = screen.Lbl_Message1;
+    t.ui.onProgress = [&](Worksheet& progress) {
+        if (progress.find("Meter")->visible) message = progress.find("Lbl_Message1")->text;
     };
     ComputeResults_Click(t.session);
     EXPECT_EQ(message.substr(0, message.find('\n')), "False Accept Risk:  < 1 ppm");

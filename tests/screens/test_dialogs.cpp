@@ -1,5 +1,14 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
+#include "risk/BaselineScreen.h"
+#include "risk/ComputingScreen.h"
+#include "risk/EqRatioScreen.h"
+#include "risk/FalseAcceptScreen.h"
+#include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
+
+#include <QAccessible>
+#include <QFile>
+#include <QVBoxLayout>
 
 #include <QAction>
 #include <QApplication>
@@ -37,8 +46,6 @@ class DialogTest final : public QObject {
                                               "The Computed False Accept Risk, and the Equivalent\n"
                                               "Accuracy Ratio will automatically be updated when\n"
                                               "the Baseline Risk Analysis screen is closed.";
-    static constexpr const char* changesTitle = "Changes Made";
-    static constexpr const char* changesText = "Do you want to retain changes?";
 
   private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
@@ -72,101 +79,6 @@ class DialogTest final : public QObject {
         QCOMPARE(fileContent(d.settings.path()), settings); // no default was asked for
     }
 
-    void optionChangeCanBeTakenBack() {
-        Desk& d = *desk_;
-        computed();
-        d.boxes.expectScreen("FAFORM", [this](QWidget& screen) {
-            press("ProducerRiskOption", screen);
-            desk_->boxes.expectBox(keepTitle, keepText, "Cancel");
-            press("cmd_Close", screen);
-            QVERIFY(screen.isVisible());
-            desk_->boxes.expectBox(keepTitle, keepText, "No");
-            press("cmd_Close", screen);
-        });
-        d.choose("FalseAcceptOptions");
-        QCOMPARE(d.record.FalseAcceptOption, 0);
-    }
-
-    void optionAsDefault() {
-        Desk& d = *desk_;
-        d.boxes.expectScreen("FAFORM", [this](QWidget& screen) {
-            press("ProducerRiskOption", screen);
-            press("Chk_SetDefault", screen);
-            press("cmd_Close", screen);
-        });
-        d.boxes.expectBox(keepTitle, keepText, "Yes");
-        d.boxes.expectBox(noticeTitle, noticeText);
-        d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) { press("cmd_OK", screen); });
-        // Nothing is entered yet, so the compute that follows has nothing to work on.
-        d.boxes.expectBox("Insufficient Data Available", "No data have been entered for analysis.");
-        d.choose("FalseAcceptOptions");
-        QCOMPARE(d.boxes.faults(), QString());
-        QVERIFY(fileContent(d.settings.path()).find("FalseAcceptConvention") != std::string::npos);
-    }
-
-    void z540Baseline() {
-        Desk& d = *desk_;
-        d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) {
-            Desk& on = *desk_;
-            press("optZ540Baseline", screen);
-            QCOMPARE(on.text("BaseAccRat1", &screen), QString("4.00"));
-            QCOMPARE(on.text("BaselinePctInTol1", &screen), QString("96.028"));
-            QCOMPARE(on.text("BaselinePctInTol2", &screen), QString("85.000"));
-            QVERIFY(on.control<QLineEdit>("BaseAccRat1", &screen)->isReadOnly());
-            press("cmd_OK", screen);
-        });
-        d.choose("BaselineAnalysisScreen");
-        QCOMPARE(d.record.UserOption, std::string("Z540"));
-        QCOMPARE(d.record.Base_MTEPctInTol, 96.028);
-        QCOMPARE(d.text("BaselineAccRat1Box"), QString("4.00"));
-    }
-
-    void baselineFiguresAreChecked() {
-        Desk& d = *desk_;
-        const char* range = "Must be between 0.0001% and 99.9999%.";
-        d.boxes.expectScreen("BaselineAnalysis", [=, this](QWidget& screen) {
-            Desk& on = *desk_;
-            on.boxes.expectBox("Inappropriate MTE % In-tolerance", range);
-            on.enter("BaselinePctInTol1", "100", &screen);
-            on.enter("BaselinePctInTol1", "85", &screen);
-            on.enter("BaseAccRat1", "0", &screen);
-            on.boxes.expectBox("Baseline Accuracy Ratio", "Accuracy Ratio Entry must be greater than Zero");
-            press("ComputeBaselineResults", screen);
-            on.enter("BaseAccRat1", "5", &screen);
-            press("ComputeBaselineResults", screen);
-            on.boxes.expectBox(changesTitle, changesText, "Cancel");
-            press("mnu_Exit", screen);
-            QVERIFY(screen.isVisible());
-            on.boxes.expectBox(changesTitle, changesText, "No");
-            press("mnu_Exit", screen);
-        });
-        d.choose("BaselineAnalysisScreen");
-        QCOMPARE(d.record.Base_AccRatNum, 4.0);
-    }
-
-    void defaultBaselineIsStoredOnlyWhenTold() {
-        Desk& d = *desk_;
-        d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) {
-            Desk& on = *desk_;
-            on.control<QAction>("mnu_ShowDefaults", &screen)->trigger();
-            QCOMPARE(on.control<QAction>("mnu_ShowDefaults", &screen)->text(), QString("Hide &Defaults"));
-            on.boxes.expectBox("Default Baseline Procedure",
-                               "To change the default baseline, enter changes in the analysis baseline and "
-                               "click 'Set default baseline.'");
-            QTest::keyClicks(on.control("DefAccRat1", &screen), "7");
-            QCOMPARE(on.text("DefAccRat1", &screen), QString("4.00"));
-            on.enter("BaseAccRat1", "6", &screen);
-            press("ComputeBaselineResults", screen);
-            press("Cmd_SetDefaultBaseline", screen);
-            QCOMPARE(on.text("DefAccRat1", &screen), QString("6.00"));
-            QVERIFY(fileContent(on.settings.path()).find("BaselineDefaults") == std::string::npos);
-            press("cmd_OK", screen);
-        });
-        d.click("cmd_Baseline");
-        QVERIFY(fileContent(d.settings.path()).find("BaselineDefaults") != std::string::npos);
-        QCOMPARE(d.record.Base_AccRatNum, 6.0);
-    }
-
     void cancelInTheSearchKeepsTheRisks() {
         Desk& d = *desk_;
         enterTwoSided(d);
@@ -192,65 +104,92 @@ class DialogTest final : public QObject {
         QVERIFY(d.control("ComputeResults")->isEnabled());
     }
 
-    void ratioOptions() {
+    /// Every control of the program's screens has its widget, and every box says what it is.
+    void everyScreenIsWhole() {
         Desk& d = *desk_;
-        computed();
-        d.boxes.expectScreen("EqRatio", [this](QWidget& screen) {
-            press("opt_Compute_1", screen);
-            press("mnu_Exit_1", screen);
-        });
-        d.boxes.expectBox(changesTitle, changesText, "No");
-        d.choose("EqAccRatOptions");
-        QVERIFY(d.record.ComputeEqRatio);
-        d.boxes.expectScreen("EqRatio", [this](QWidget& screen) {
-            press("OptFalseReject", screen);
-            press("mnu_Exit_0", screen);
-        });
-        d.choose("EqAccRatOptions");
-        QVERIFY(!d.record.EqRatioOnFalseAccept);
-        QVERIFY(d.control("pnl_RiskLabel_1")->font().bold() && !d.control("pnl_RiskLabel_0")->font().bold());
-    }
-
-    void eachDialogBoxTellsWhatItIs() {
-        Desk& d = *desk_;
-        const auto told = [](QWidget& screen) {
-            for (const QLineEdit* box : screen.findChildren<QLineEdit*>())
-                QVERIFY2(!box->objectName().isEmpty() && !box->toolTip().isEmpty() &&
-                             !box->accessibleName().isEmpty(),
-                         qPrintable(screen.objectName() + " " + box->objectName()));
-            qobject_cast<QDialog*>(&screen)->reject();
-        };
-        for (const char* item : {"BaselineAnalysisScreen", "FalseAcceptOptions", "EqAccRatOptions"}) {
-            const QHash<QString, QString> names = {{"BaselineAnalysisScreen", "BaselineAnalysis"},
-                                                   {"FalseAcceptOptions", "FAFORM"},
-                                                   {"EqAccRatOptions", "EqRatio"}};
-            d.boxes.expectScreen(names[item], told);
-            d.choose(item);
+        Session& session = d.session;
+        MainScreen main(session);
+        BaselineScreen baseline(session);
+        FalseAcceptScreen option(session);
+        EqRatioScreen ratio(session);
+        ComputingScreen computing(session.record.AbortFlag);
+        for (Worksheet* screen :
+             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing}) {
+            QWidget window;
+            auto* layout = new QVBoxLayout(&window);
+            layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
+                                              : layoutOf(screen->name, WidgetMaker(*screen)));
+            ScreenBinder binder(window, *screen);
+            QCOMPARE(binder.unpaired(), QStringList());
+            QVERIFY2(QFile::exists(QString(":/help/%1.html").arg(screen->helpPage)), screen->helpPage);
+            for (QLineEdit* box : window.findChildren<QLineEdit*>()) {
+                if (box->objectName() == "txt_LostFocus") continue;
+                QAccessibleInterface* told = QAccessible::queryAccessibleInterface(box);
+                const QString name = told->text(QAccessible::Name);
+                QVERIFY2(!name.isEmpty() && !told->text(QAccessible::Description).isEmpty(),
+                         qPrintable(QString(screen->name) + " " + box->objectName()));
+            }
         }
     }
 
-    void helpKeyOpensThePageOfTheScreenInFront() {
+    void aRefusedFigureDoesNotKeepFromCancelling() {
         Desk& d = *desk_;
-        d.boxes.expectScreen("EqRatio", [&d](QWidget& screen) {
+        d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) {
+            desk_->type("BaselinePctInTol1", "100", &screen);
+            desk_->boxes.expectBox("Inappropriate MTE % In-tolerance",
+                                   "Must be between 0.0001% and 99.9999%.");
+            press("mnu_Exit", screen);
+            QVERIFY(!screen.isVisible());
+        });
+        d.click("cmd_Baseline");
+        QCOMPARE(d.record.Base_MTEPctInTol, 85.0);
+    }
+
+    void theDefaultSideIsShownOnDemand() {
+        Desk& d = *desk_;
+        d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) {
+            Desk& on = *desk_;
+            QVERIFY(!on.control("DefAccRat1", &screen)->isVisible());
+            on.control<QAction>("mnu_ShowDefaults", &screen)->trigger();
+            QCOMPARE(on.control<QAction>("mnu_ShowDefaults", &screen)->text(), QString("Hide &Defaults"));
+            on.boxes.expectBox("Default Baseline Procedure",
+                               "To change the default baseline, enter changes in the analysis baseline and "
+                               "click 'Set default baseline.'");
+            QTest::keyClicks(on.control("DefAccRat1", &screen), "7");
+            QCOMPARE(on.text("DefAccRat1", &screen), QString("4.00"));
+            screen.close();
+        });
+        d.click("cmd_Baseline");
+    }
+
+    void helpShowsThePageOfTheScreenInFrontAndOutlivesIt() {
+        Desk& d = *desk_;
+        const auto helpText = [] {
+            for (QWidget* top : QApplication::topLevelWidgets())
+                if (auto* text = top->findChild<QTextBrowser*>("helpText"); text && top->isVisible())
+                    return text->toPlainText();
+            return QString();
+        };
+        d.boxes.expectScreen("EqRatio", [&](QWidget& screen) {
             QTest::keyClick(d.control("BeepOn", &screen), Qt::Key_F1);
-            QVERIFY(d.control<QTextBrowser>("helpText", &screen)
-                        ->toPlainText()
-                        .startsWith("Equivalent Accuracy Ratio"));
+            QVERIFY(helpText().startsWith("Equivalent Accuracy Ratio"));
             qobject_cast<QDialog*>(&screen)->reject();
         });
         d.choose("EqAccRatOptions");
-        d.choose("mnu_HelpContents"); // the dialogue's help has gone with it
-        QVERIFY(d.control<QTextBrowser>("helpText")->toPlainText().startsWith("Metrisk Help"));
-        d.control("HelpWindow")->close();
-    }
-
-    void helpOpensItsPage() {
-        Desk& d = *desk_;
-        d.choose("mnu_HelpContents");
-        auto* text = d.control<QTextBrowser>("helpText");
-        QVERIFY(text->isVisible());
-        QVERIFY(!text->toPlainText().isEmpty());
-        d.control("HelpWindow")->close();
+        QVERIFY(!helpText().isEmpty());
+        // A box over the main screen is no child of the help window, which may be closed while it stands.
+        bool asked = false;
+        d.boxes.answerAll = [&](QWidget& box) {
+            if (asked) return;
+            asked = true;
+            QTest::keyClick(&box, Qt::Key_F1);
+            QVERIFY(helpText().contains("message", Qt::CaseInsensitive));
+            d.help.close();
+            qobject_cast<QDialog*>(&box)->reject();
+        };
+        d.window->close();
+        d.boxes.answerAll = nullptr;
+        QVERIFY(asked && d.window->isVisible());
     }
 };
 

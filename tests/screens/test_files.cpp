@@ -86,22 +86,6 @@ class FileTest final : public QObject {
         QCOMPARE(d.allTexts(), opened);
     }
 
-    void cancelledDialogsChangeNothing() {
-        Desk& d = *desk_;
-        enterTwoSided(d);
-        const QString before = d.allTexts();
-        d.boxes.expectFile("");
-        d.choose("mnu_File_SaveAs");
-        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "No");
-        d.boxes.expectFile("");
-        d.choose("mnu_File_Open");
-        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "Cancel");
-        d.choose("NewAnalysisFile");
-        QCOMPARE(d.boxes.faults(), QString());
-        QCOMPARE(d.allTexts(), before);
-        QVERIFY(d.record.FileChanged);
-    }
-
     void exitWithChanges() {
         Desk& d = *desk_;
         enterTwoSided(d);
@@ -125,15 +109,6 @@ class FileTest final : public QObject {
         QVERIFY(std::filesystem::exists(d.folder / "last.mrk"));
     }
 
-    void exitWithoutSaving() {
-        Desk& d = *desk_;
-        enterTwoSided(d);
-        d.boxes.expectBox(exitTitle, exitText, "OK");
-        d.boxes.expectBox(saveTitle, "Save changes to (Untitled)?", "No");
-        QVERIFY(d.window->close());
-        QCOMPARE(d.folder.count(), std::ptrdiff_t(0));
-    }
-
     void aDroppedFileOpens() {
         Desk& d = *desk_;
         drop(d.examplePath("gauge-block-25mm"));
@@ -143,30 +118,6 @@ class FileTest final : public QObject {
         d.boxes.expectBox(saveTitle, "Save changes to " + d.examplePath("gauge-block-25mm") + "?", "No");
         drop(d.examplePath("ph-buffer-deviation"));
         QCOMPARE(d.window->windowTitle(), d.examplePath("ph-buffer-deviation") + " - Metrisk");
-    }
-
-    void garbageLeavesAProgramThatWorks() {
-        Desk& d = *desk_;
-        int shown = 0;
-        d.boxes.answerAll = [&shown](QWidget& window) {
-            ++shown;
-            qobject_cast<QDialog*>(&window)->accept();
-        };
-        const std::pair<const char*, std::string> files[] = {{"empty.mrk", ""},
-                                                             {"binary.mrk", std::string("\0\1\2\xff\xfe", 5)},
-                                                             {"cut.mrk", "\"MTRISK\",1.512\n0,"}};
-        for (const auto& [name, content] : files) {
-            d.folder.write(name, content);
-            drop(d.path(name));
-        }
-        drop(d.path("nowhere.mrk"));
-        d.boxes.answerAll = nullptr;
-        QCOMPARE(shown, 4);
-        d.record.FileChanged = false;
-        d.choose("NewAnalysisFile");
-        enterTwoSided(d);
-        d.click("ComputeResults");
-        QVERIFY(d.record.FalseAcceptRisk > 0);
     }
 
     void recentFilesComeBack() {

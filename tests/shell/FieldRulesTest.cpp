@@ -1,7 +1,7 @@
 // Typing into the boxes of the main screen: what is kept, how it is shown again, what is refused.
-#include "shell/mainscreen/MainDisplay.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
 
 #include <gtest/gtest.h>
 
@@ -28,11 +28,16 @@ Regional european() {
 struct Screen : TestSession {
     MainScreen main{session};
 
-    std::string box(const std::string& name) { return mainDisplay(session).at(name).text.value_or("<none>"); }
-    FieldResult type(const std::string& name, const std::string& text) {
-        main.gotFocus(name, box(name));
-        main.keyPressed(name);
-        return main.lostFocus(name, text);
+    std::string box(const char* name) {
+        main.refresh();
+        return textOf(main, name);
+    }
+    FieldResult type(const char* name, const std::string& text) {
+        main.refresh();
+        auto& entered = control<TextBox>(main, name);
+        main.enter(entered, entered.text);
+        main.key(entered);
+        return main.leave(entered, text);
     }
 };
 
@@ -185,9 +190,9 @@ TEST(FieldRules, SymmetricEntryGivesBothSides) {
     screen.type("UpperLimitBox", "0.25");
     EXPECT_EQ(screen.record.SU_LowerLimit, 9.75);
     EXPECT_EQ(screen.box("LowerLimitBox"), "0.25");
-    EXPECT_TRUE(mainDisplay(screen.session).at("LowerLimitBox").locked);
+    EXPECT_TRUE(screen.main.LowerLimitBox.locked);
     screen.main.forgetLastTexts();
-    screen.main.lostFocus("LowerLimitBox", "9");
+    screen.main.leave(screen.main.LowerLimitBox, "9");
     EXPECT_EQ(screen.record.SU_LowerOffset, 0.25) << "the locked box takes no entry";
 }
 
@@ -216,8 +221,7 @@ TEST(FieldRules, HundredPercentIsAskedOnceUntilABoxIsEnteredAgain) {
     screen.ui.expectBox("Non-Physical Situation", hundred, Answer::Yes);
     EXPECT_EQ(screen.type("PctInTolBox", "100").text, "100.0000");
     EXPECT_EQ(screen.record.SU_Distribution, "Uniform");
-    screen.main.gotFocus("MTEOffsetBox", screen.box("MTEOffsetBox"));
-    screen.main.keyPressed("MTEOffsetBox");
+    screen.main.key(screen.main.MTEOffsetBox);
     EXPECT_TRUE(screen.record.Ack100Pct);
     screen.ui.expectBox("Non-Physical Situation", hundred, Answer::No);
     screen.type("UpperLimitBox", "0.5");
@@ -290,7 +294,7 @@ TEST(FieldRules, UnchangedTextCommitsNothing) {
     EXPECT_EQ(screen.type("PctInTolBox", "95.0000").text, "95.0000");
     EXPECT_EQ(screen.record.SU_PctInTol, 95.00001);
     screen.main.forgetLastTexts();
-    screen.main.lostFocus("PctInTolBox", "95.0000");
+    screen.main.leave(screen.main.PctInTolBox, "95.0000");
     EXPECT_EQ(screen.record.SU_PctInTol, 95) << "after a load the first comparison counts as a change";
 }
 

@@ -1,9 +1,10 @@
 // What the main screen shows of a record.
-#include "shell/mainscreen/MainDisplay.h"
-#include "shell/Menus.h"
+#include "shell/MainCommands.h"
+#include "shell/Toolbar.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/ToleranceOptions.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +14,21 @@
 namespace metrisk::testing {
 namespace {
 
+struct NoFiles final : FileChooser {
+    std::optional<std::string> chooseToOpen(const FileRequest&) override { return std::nullopt; }
+    std::optional<std::string> chooseToSave(const FileRequest&) override { return std::nullopt; }
+};
+
 struct Shown : TestSession {
-    ControlState at(const std::string& control, bool asLimits = false) {
-        return mainDisplay(session, asLimits).at(control);
+    MainScreen main{session};
+
+    template <class Kind>
+    Kind& at(const char* name) {
+        main.refresh();
+        return control<Kind>(main, name);
     }
-    std::string text(const std::string& control, bool asLimits = false) {
-        return at(control, asLimits).text.value_or("<none>");
-    }
+    std::string text(const char* name) { return at<Control>(name).text; }
+    bool locked(const char* box) { return at<TextBox>(box).locked; }
 };
 
 TEST(MainDisplay, RisksBelowOnePpm) {
@@ -38,6 +47,7 @@ TEST(MainDisplay, RisksBelowOnePpm) {
         shown.record.FalseAcceptRisk = c.value;
         shown.record.FalseAcceptUnits = c.units;
         shown.record.FalseAccept_fmt = c.picture;
+        shown.record.Last_PctInTol = 95; // a compute has ended
         EXPECT_EQ(shown.text("AcceptRisk"), c.shown);
     }
 }
@@ -49,7 +59,9 @@ TEST(MainDisplay, BaselinePanelHasItsOwnPictures) {
     shown.record.Base_FalseReject = 812.34;
     shown.record.Base_RejectUnits = "ppm";
     EXPECT_EQ(shown.text("BaseRejectRisk"), "812.3");
+    EXPECT_EQ(shown.text("AccRatEquivalent1Box") + shown.text("Lbl_EqAccRatColon"), "") << "not searched yet";
     shown.record.EqAccRat = 1234.567;
+    shown.record.EqAccRatDen = "1.00";
     EXPECT_EQ(shown.text("AccRatEquivalent1Box"), "1,234.57");
     shown.session.regional = {";", ",", ".", "-"};
     EXPECT_EQ(shown.text("AccRatEquivalent1Box"), "1234,57");
@@ -61,12 +73,12 @@ TEST(MainDisplay, HeadingsFollowTheConvention) {
     EXPECT_EQ(shown.text("Heading_0"), "    COMPUTED RISKS (Consumer Option)");
     shown.record.FalseAcceptOption = 1;
     EXPECT_EQ(shown.text("Heading_1"), "    BASELINE RISKS (Producer Option)");
-    EXPECT_TRUE(shown.at("pnl_RiskLabel_0").emphasised);
+    EXPECT_TRUE(shown.at<Label>("pnl_RiskLabel_0").emphasised);
     shown.record.EqRatioOnFalseAccept = false;
-    EXPECT_FALSE(shown.at("pnl_RiskLabel_0").emphasised);
-    EXPECT_TRUE(shown.at("pnl_RiskLabel_1").emphasised);
+    EXPECT_FALSE(shown.at<Label>("pnl_RiskLabel_0").emphasised);
+    EXPECT_TRUE(shown.at<Label>("pnl_RiskLabel_1").emphasised);
     shown.record.ComputeEqRatio = false;
-    EXPECT_FALSE(shown.at("pnl_RiskLabel_1").emphasised);
+    EXPECT_FALSE(shown.at<Label>("pnl_RiskLabel_1").emphasised);
 }
 
 TEST(MainDisplay, LimitRowsByToleranceKind) {
@@ -106,13 +118,13 @@ TEST(MainDisplay, LimitRowsByToleranceKind) {
         shown.record.SU_TolDecimalShift = 3;
         EXPECT_EQ(shown.text("pnl_SUUpper"), c.upperLabel);
         EXPECT_EQ(shown.text("UpperLimitBox"), c.upper);
-        EXPECT_EQ(shown.at("UpperLimitBox").locked, c.upperLocked);
+        EXPECT_EQ(shown.locked("UpperLimitBox"), c.upperLocked);
         EXPECT_EQ(shown.text("pnl_SULower"), c.lowerLabel);
         EXPECT_EQ(shown.text("LowerLimitBox"), c.lower);
-        EXPECT_EQ(shown.at("LowerLimitBox").locked, c.lowerLocked);
-        EXPECT_EQ(shown.at("PhysLimitRequired").enabled, c.kind != Kind::TwoSided);
-        EXPECT_EQ(shown.at("chk_Symmetric").enabled, c.kind == Kind::TwoSided);
-        EXPECT_EQ(shown.at("txt_GuardbandMultiplier_0").visible, c.kind != Kind::SingleLower);
+        EXPECT_EQ(shown.locked("LowerLimitBox"), c.lowerLocked);
+        EXPECT_EQ(shown.at<Control>("PhysLimitRequired").enabled, c.kind != Kind::TwoSided);
+        EXPECT_EQ(shown.at<Control>("chk_Symmetric").enabled, c.kind == Kind::TwoSided);
+        EXPECT_EQ(shown.at<Control>("txt_GuardbandMultiplier_0").visible, c.kind != Kind::SingleLower);
     }
 }
 
@@ -120,13 +132,13 @@ TEST(MainDisplay, UncertaintyModeRelabelsTheMeasuringRow) {
     Shown shown;
     enter(shown.record, Entry{});
     EXPECT_EQ(shown.text("pnl_MTELimit"), "Tolerance Limit");
-    EXPECT_TRUE(shown.at("Lbl_Plus").visible);
+    EXPECT_TRUE(shown.at<Control>("Lbl_Plus").visible);
     shown.record.MTE_EntryByUncertainty = true;
     shown.record.MTE_StdUncertainty = 0.0625;
     EXPECT_EQ(shown.text("pnl_MTELimit"), "Expanded Uncertainty");
     EXPECT_EQ(shown.text("pnl_PctReading"), "Deg Freedom");
     EXPECT_EQ(shown.text("MTEFixedOffsetBox"), "0.0625");
-    EXPECT_FALSE(shown.at("Lbl_Equals").visible);
+    EXPECT_FALSE(shown.at<Control>("Lbl_Equals").visible);
 }
 
 TEST(MainDisplay, ProcessUncertaintyWidensAndGuardbandsShowBothForms) {
@@ -137,7 +149,8 @@ TEST(MainDisplay, ProcessUncertaintyWidensAndGuardbandsShowBothForms) {
     EXPECT_EQ(shown.text("pnl_ProcessUncertainty"), "0.000002 V");
     shown.record.GB_UpperMult = 0.95;
     EXPECT_EQ(shown.text("txt_GuardbandMultiplier_0"), "0.95");
-    EXPECT_EQ(shown.text("txt_GuardbandMultiplier_0", true), "10.475000");
+    press(shown.main, "optGuardbands_0");
+    EXPECT_EQ(shown.text("txt_GuardbandMultiplier_0"), "10.475000");
 }
 
 TEST(ToleranceOptions, KindChangesForgetThePhysicalLimit) {
@@ -166,9 +179,9 @@ TEST(ToleranceOptions, SymmetryCopiesTheUpperSide) {
     chk_Symmetric_Click(shown.session, true);
     EXPECT_EQ(shown.record.SU_LowerLimit, 9.5);
     EXPECT_EQ(shown.text("LowerLimitBox"), "0.5");
-    EXPECT_TRUE(shown.at("LowerLimitBox").locked);
+    EXPECT_TRUE(shown.locked("LowerLimitBox"));
     chk_Symmetric_Click(shown.session, false);
-    EXPECT_FALSE(shown.at("LowerLimitBox").locked);
+    EXPECT_FALSE(shown.locked("LowerLimitBox"));
     EXPECT_EQ(shown.record.SU_LowerOffset, 0.5);
 }
 
@@ -212,8 +225,48 @@ TEST(SavedCopy, ListsWhatCountsAsAChange) {
     }
 }
 
-TEST(Menus, EveryButtonHasItsCommandAndNamesAreUnique) {
-    for (const ToolButton& button : mainToolbar()) EXPECT_NE(menuItem(button.command), nullptr) << button.key;
+TEST(MainDisplay, FiguresOfOtherEntriesFade) {
+    Shown shown;
+    const auto state = [&] {
+        return shown.text("AcceptRisk") + (shown.at<Control>("AcceptRisk").enabled ? "" : " faded") + ", " +
+               shown.main.nextStep;
+    };
+    EXPECT_EQ(state(), ", Enter nominal value, tolerance and % in-tolerance");
+    enter(shown.record, Entry{});
+    EXPECT_EQ(state(), ", Ready to compute");
+    press(shown.main, "ComputeResults");
+    const std::string risk = shown.text("AcceptRisk");
+    EXPECT_EQ(state(), risk + ", Computed");
+    type(shown.main, "MTEOffsetBox", "0.2");
+    EXPECT_EQ(state(), risk + " faded, Entries changed: compute again");
+    type(shown.main, "MTEOffsetBox", "0.125");
+    EXPECT_EQ(state(), risk + ", Computed");
+    press(shown.main, "chk_IncludeGuardbands");
+    EXPECT_EQ(state(), risk + " faded, Entries changed: compute again");
+    shown.record.GB_UpperMult = shown.record.GB_LowerMult = -1; // test limits that have crossed
+    shown.ui.expectBox("Compute Failed", "Unable to compute risks.  Guardband may be unrealistic.");
+    press(shown.main, "ComputeResults");
+    EXPECT_EQ(state(), risk + " faded, Not computed for these entries");
+    EXPECT_EQ(shown.main.AcceptRisk.toolTip, "Not computed for these entries");
+}
+
+TEST(MainDisplay, ARatioThatNoBaselineHasIsMarked) {
+    for (const auto& [ratio, note] :
+         {std::pair{0.009, "no such ratio"}, {0.01, ""}, {4, ""}, {10001, "no such ratio"}}) {
+        Shown shown;
+        shown.record.EqAccRat = ratio;
+        shown.record.EqAccRatDen = "1.00";
+        EXPECT_EQ(shown.text("Lbl_EqAccRatNote"), note) << ratio;
+    }
+}
+
+TEST(MainCommands, EveryToolHasItsCommandAndNamesAreUnique) {
+    TestSession test;
+    MainScreen main(test.session);
+    NoFiles chooser;
+    const MainCommands commands(test.session, main, chooser);
+    for (const ToolButton& button : mainToolbar())
+        EXPECT_NE(findItem(main.menus, button.command), nullptr) << button.key;
     std::set<std::string> names;
     const std::function<void(const std::vector<MenuItem>&)> walk = [&](const std::vector<MenuItem>& items) {
         for (const MenuItem& item : items) {
@@ -221,8 +274,8 @@ TEST(Menus, EveryButtonHasItsCommandAndNamesAreUnique) {
             walk(item.items);
         }
     };
-    walk(mainMenu());
-    EXPECT_STREQ(menuItem("mnu_ToleranceLimits")->caption, "&Tol Ref");
+    walk(main.menus);
+    EXPECT_EQ(findItem(main.menus, "mnu_ToleranceLimits")->caption, "&Tol Ref");
 }
 
 } // namespace

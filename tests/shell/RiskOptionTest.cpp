@@ -1,7 +1,8 @@
 // The false accept option from the menu, its reminder, and the gate before plots and reports.
-#include "shell/CommandGate.h"
 #include "shell/RiskOptionCommand.h"
+#include "shell/mainscreen/DataGate.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
 
 #include <gtest/gtest.h>
 
@@ -16,28 +17,27 @@ constexpr const char* notice =
     "closed.";
 
 struct Menu : TestSession {
-    int baselineShown = 0;
-    void chooseProducer() {
-        FalseAcceptOptions_Click(
-            session,
-            [](FalseAcceptScreen& screen) {
-                screen.chooseProducer();
-                if (!screen.leave()) screen.chooseConsumer();
-            },
-            [this](BaselineScreen& screen) {
-                ++baselineShown;
-                EXPECT_TRUE(screen.cmd_OK());
-            });
+    /// `kept`: the answer to the question of the choice.
+    void chooseProducer(Answer kept) {
+        ui.expectScreen("FAFORM", [kept](Worksheet& screen) {
+            press(screen, "ProducerRiskOption");
+            press(screen, "cmd_Close");
+            if (kept == Answer::Cancel) press(screen, "ConsumerRiskOption");
+        });
+        ui.expectBox("Change Made", keep, kept);
     }
 };
 
 TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     Menu menu;
     enter(menu.record, Entry{});
-    menu.ui.expectBox("Change Made", keep, Answer::Yes);
+    menu.chooseProducer(Answer::Yes);
     menu.ui.expectBox("False Accept Risk Option Change", notice);
-    menu.chooseProducer();
-    EXPECT_EQ(menu.baselineShown, 1);
+    menu.ui.expectScreen("BaselineAnalysis", [](Worksheet& screen) {
+        EXPECT_EQ(textOf(screen, "pnl_FAOption"), "Producer Option");
+        press(screen, "cmd_OK");
+    });
+    FalseAcceptOptions_Click(menu.session);
     EXPECT_NE(menu.record.Base_FalseAccept, 4.1);
     EXPECT_GT(menu.record.FalseAcceptRisk, 0);
     EXPECT_FALSE(menu.record.RisksNeedCompute);
@@ -48,17 +48,15 @@ TEST(RiskOption, StaleFiguresNeedNoNoticeAndNoChangeNeedsNothing) {
     Menu menu;
     enter(menu.record, Entry{});
     menu.record.RisksNeedCompute = true;
-    menu.ui.expectBox("Change Made", keep, Answer::Yes);
-    menu.chooseProducer();
-    EXPECT_EQ(menu.baselineShown, 0);
+    menu.chooseProducer(Answer::Yes);
+    FalseAcceptOptions_Click(menu.session);
     EXPECT_GT(menu.record.FalseAcceptRisk, 0);
-    menu.chooseProducer();
 
     Menu other;
     enter(other.record, Entry{});
     for (const Answer answer : {Answer::No, Answer::Cancel}) {
-        other.ui.expectBox("Change Made", keep, answer);
-        other.chooseProducer();
+        other.chooseProducer(answer);
+        FalseAcceptOptions_Click(other.session);
         EXPECT_EQ(other.record.FalseAcceptOption, 0);
         EXPECT_EQ(other.record.FalseAcceptRisk, 0);
     }
@@ -78,20 +76,20 @@ TEST(RiskOption, ReminderSpeaksOnlyOfADifference) {
     remindOfRiskOption(test.session);
 }
 
-TEST(CommandGate, NeedsData) {
+TEST(DataGate, NeedsData) {
     TestSession test;
-    for (const GatedCommand plot : {GatedCommand::SubjectPlot, GatedCommand::OtherPlot}) {
+    for (const Needs plot : {Needs::Subject, Needs::BothForPlot}) {
         test.ui.expectBox("No Data Available", "No data to plot.");
-        EXPECT_FALSE(commandMayRun(test.session, plot));
+        EXPECT_FALSE(haveData(test.session, plot));
     }
     test.ui.expectBox("Insufficient Data Available", "No data have been entered for analysis.");
-    EXPECT_FALSE(commandMayRun(test.session, GatedCommand::Print));
+    EXPECT_FALSE(haveData(test.session, Needs::Both));
     enter(test.record, Entry{});
     test.record.MTE_Offset = test.record.MTE_PctInTol = 0;
-    EXPECT_TRUE(commandMayRun(test.session, GatedCommand::SubjectPlot));
-    EXPECT_FALSE(commandMayRun(test.session, GatedCommand::OtherPlot));
+    EXPECT_TRUE(haveData(test.session, Needs::Subject));
+    EXPECT_FALSE(haveData(test.session, Needs::BothForPlot));
     enter(test.record, Entry{});
-    EXPECT_TRUE(commandMayRun(test.session, GatedCommand::OtherPlot));
+    EXPECT_TRUE(haveData(test.session, Needs::BothForPlot));
 }
 
 } // namespace

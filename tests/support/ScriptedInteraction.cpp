@@ -1,5 +1,7 @@
 #include "tests/support/ScriptedInteraction.h"
 
+#include "model/Worksheet.h"
+
 #include <gtest/gtest.h>
 
 namespace metrisk::testing {
@@ -9,7 +11,11 @@ ScriptedInteraction::~ScriptedInteraction() {
 }
 
 void ScriptedInteraction::expectBox(std::string title, std::string text, Answer answer) {
-    expected_.push_back({std::move(title), std::move(text), answer});
+    expected_.push_back({std::move(title), std::move(text), answer, {}});
+}
+
+void ScriptedInteraction::expectScreen(std::string name, std::function<void(Worksheet&)> act) {
+    expected_.push_back({std::move(name), "", Answer::Ok, std::move(act)});
 }
 
 void ScriptedInteraction::verifyAllShown() {
@@ -19,7 +25,7 @@ void ScriptedInteraction::verifyAllShown() {
 }
 
 Answer ScriptedInteraction::show(const Box& box) {
-    if (expected_.empty()) {
+    if (expected_.empty() || expected_.front().act) {
         ADD_FAILURE() << "unexpected box \"" << box.title << "\": " << box.text;
         return box.unattended;
     }
@@ -30,8 +36,9 @@ Answer ScriptedInteraction::show(const Box& box) {
     return next.answer;
 }
 
-void ScriptedInteraction::focus(std::string_view control, bool select) {
-    focusMoves.push_back(std::string(control) + (select ? " selected" : ""));
+void ScriptedInteraction::focus(const ControlName& control, bool select) {
+    const std::string screen = control.screen == "MainScreen" ? "" : std::string(control.screen) + ".";
+    focusMoves.push_back(screen + std::string(control.control) + (select ? " selected" : ""));
 }
 
 void ScriptedInteraction::yield() {
@@ -43,11 +50,23 @@ void ScriptedInteraction::status(std::string_view text) {
     statusTexts.emplace_back(text);
 }
 
-void ScriptedInteraction::runComputing(ComputingScreen&, const std::function<void()>& step) {
-    step();
+void ScriptedInteraction::run(Worksheet& screen, const std::function<void()>& work) {
+    if (work) {
+        work();
+        return;
+    }
+    if (expected_.empty() || !expected_.front().act || expected_.front().title != screen.name) {
+        ADD_FAILURE() << "unexpected screen " << screen.name;
+    } else {
+        const auto act = expected_.front().act;
+        expected_.pop_front();
+        act(screen);
+    }
+    if (!screen.closedBy() && !screen.close(Way::Cancel)) ADD_FAILURE() << screen.name << " stays open";
 }
 
-void ScriptedInteraction::updateComputing(const ComputingScreen& screen) {
+void ScriptedInteraction::refresh(Worksheet& screen) {
+    screen.refresh();
     if (onProgress) onProgress(screen);
 }
 

@@ -16,12 +16,18 @@ class ScriptedInteraction final : public Interaction {
 
     /// The next box must bear exactly this title and text; it gets the answer.
     void expectBox(std::string title, std::string text, Answer answer = Answer::Ok);
+    /// The next screen must be that one; `act` uses it. A screen that `act` leaves open is left by Cancel. A
+    /// progress screen needs no expectation.
+    void expectScreen(
+        std::string name, std::function<void(Worksheet&)> act = [](Worksheet&) {});
     /// Fails the test if expected boxes have not been shown.
     void verifyAllShown();
 
-    /// Focus moves so far, as "Control" or "Control selected".
+    /// Focus moves so far, as "Control", "Screen.Control" or "Control selected".
     std::vector<std::string> focusMoves;
     std::vector<std::string> statusTexts;
+    std::vector<std::string> highlights;
+    std::vector<std::string> helpPages;
     int yields = 0;
     int beeps = 0;
     int repaints = 0;
@@ -29,15 +35,17 @@ class ScriptedInteraction final : public Interaction {
     /// Called at each yield, for instance to press cancel.
     std::function<void()> onYield;
     /// Called at each progress report.
-    std::function<void(const ComputingScreen&)> onProgress;
+    std::function<void(Worksheet&)> onProgress;
 
     Answer show(const Box& box) override;
-    void focus(std::string_view control, bool select) override;
+    void run(Worksheet& screen, const std::function<void()>& work) override;
+    void refresh(Worksheet& screen) override;
+    void repaintMainScreen() override { ++repaints; }
+    void focus(const ControlName& control, bool select) override;
+    void highlight(std::string_view panel) override { highlights.emplace_back(panel); }
     void yield() override;
     void status(std::string_view text) override;
-    void runComputing(ComputingScreen& screen, const std::function<void()>& step) override;
-    void updateComputing(const ComputingScreen& screen) override;
-    void repaintMainScreen() override { ++repaints; }
+    void help(std::string_view page) override { helpPages.emplace_back(page); }
     void setBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
     void beep() override { ++beeps; }
 
@@ -45,6 +53,7 @@ class ScriptedInteraction final : public Interaction {
     struct Expected {
         std::string title, text;
         Answer answer;
+        std::function<void(Worksheet&)> act; // of a screen, whose name is the title
     };
     std::deque<Expected> expected_;
 };

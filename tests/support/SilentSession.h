@@ -2,12 +2,13 @@
 #pragma once
 
 #include "model/Session.h"
+#include "model/Worksheet.h"
 
 #include <string>
 
 namespace metrisk::testing {
 
-class SilentInteraction final : public Interaction {
+class SilentInteraction : public Interaction {
   public:
     int boxes = 0;
     int reports = 0; // of progress
@@ -16,12 +17,19 @@ class SilentInteraction final : public Interaction {
         ++boxes;
         return box.unattended;
     }
-    void focus(std::string_view, bool) override {}
+    void run(Worksheet& screen, const std::function<void()>& work) override {
+        if (work)
+            work();
+        else
+            screen.close(Way::Cancel);
+    }
+    void refresh(Worksheet&) override { ++reports; }
+    void repaintMainScreen() override {}
+    void focus(const ControlName&, bool) override {}
+    void highlight(std::string_view) override {}
     void yield() override {}
     void status(std::string_view) override {}
-    void runComputing(ComputingScreen&, const std::function<void()>& step) override { step(); }
-    void updateComputing(const ComputingScreen&) override { ++reports; }
-    void repaintMainScreen() override {}
+    void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
 };

@@ -16,6 +16,15 @@ Desk::Desk() : settings(folder / "settings.ini") {
 
 Desk::~Desk() = default;
 
+void Desk::missing(const QString& name, const QWidget& screen) {
+    QStringList there;
+    for (const QObject* object : screen.findChildren<QObject*>())
+        if (!object->objectName().isEmpty() && !object->objectName().startsWith("qt_"))
+            there += object->objectName();
+    qFatal("no control %s on %s, but %s", qPrintable(name), qPrintable(screen.objectName()),
+           qPrintable(there.join(' ')));
+}
+
 void Desk::open() {
     window.reset();
     ClearAnalysis(session);

@@ -3,8 +3,11 @@
 
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
+#include "screens/QtInteraction.h"
+#include "screens/ScreenBinder.h"
+#include "shell/screens/HelpDesk.h"
+#include "shell/screens/Layouts.h"
 #include "shell/screens/MainWindow.h"
-#include "shell/screens/QtInteraction.h"
 #include "tests/screens/support/BoxAnswerer.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -23,17 +26,20 @@ class Desk {
 
     TemporaryFolder folder;
     SettingsFile settings;
-    QtInteraction ui;
+    QtInteraction ui{layoutOf};
+    HelpDesk help{ui};
     Session session{settings, ui};
     Analysis& record = session.record;
     BoxAnswerer boxes;
     std::unique_ptr<MainWindow> window;
 
-    /// The widget of that control, in `within` or the main screen; a missing one fails the test.
+    /// The widget of that control, in `within` or the main screen; a missing one ends the test with a list of
+    /// those that are there.
     template <class Widget = QWidget>
     Widget* control(const QString& name, QWidget* within = nullptr) {
-        auto* found = (within ? within : window.get())->findChild<Widget*>(name);
-        if (!found) qFatal("no control %s", qPrintable(name));
+        QWidget* screen = within ? within : window.get();
+        auto* found = screen->findChild<Widget*>(name);
+        if (!found) missing(name, *screen);
         return found;
     }
 
@@ -55,6 +61,8 @@ class Desk {
     /// Lets queued focus moves and repaints come about, with that screen (none: the main screen) as the
     /// active window.
     void settle(QWidget* screen = nullptr);
+
+    [[noreturn]] static void missing(const QString& name, const QWidget& screen);
 
     QString examplePath(const QString& name) const;
     QString path(const char* name) const { return QString::fromStdString((folder / name).string()); }

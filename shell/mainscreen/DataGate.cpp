@@ -1,4 +1,4 @@
-#include "shell/CommandGate.h"
+#include "shell/mainscreen/DataGate.h"
 
 #include "model/Message.h"
 #include "model/Session.h"
@@ -20,10 +20,10 @@ bool hasMeasuringData(const Analysis& r) {
 
 } // namespace
 
-bool commandMayRun(Session& session, GatedCommand command) {
+bool haveData(Session& session, Needs needs) {
     Analysis& r = session.record;
-    const bool subjectOnly = command == GatedCommand::SubjectPlot;
-    if (command != GatedCommand::Print && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
+    const bool subjectOnly = needs == Needs::Subject;
+    if (needs != Needs::Both && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
         tell(session.ui, noData);
         return false;
     }

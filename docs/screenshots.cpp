@@ -2,7 +2,6 @@
 #include "tests/screens/support/Desk.h"
 
 #include "risk/ComputingScreen.h"
-#include "risk/screens/ComputingDialog.h"
 #include "shell/screens/SplashScreen.h"
 
 #include <QAction>
@@ -54,13 +53,11 @@ class Camera {
 
     void takeComputing() {
         ComputingScreen progress(desk_.record.AbortFlag);
-        progress.searchVisible = true;
-        progress.Lbl_Message1 = "False Accept Risk: 0.90 %\nFalse Reject Risk: 1.03 %";
-        progress.Lbl_Message2 = "Solving for Equivalent Accuracy Ratio\nIteration 12 = 8.43 : 1";
-        progress.Meter = 62;
-        ComputingDialog dialog(
-            progress, [this, &dialog] { take(dialog, "computing"); }, desk_.window.get());
-        dialog.exec();
+        progress.showSearch(true);
+        progress.Lbl_Message1.text = "False Accept Risk: 0.90 %\nFalse Reject Risk: 1.03 %";
+        progress.Lbl_Message2.text = "Solving for Equivalent Accuracy Ratio\nIteration 12 = 8.43 : 1";
+        progress.Meter.value = 62;
+        desk_.ui.run(progress, [this] { take(*QApplication::activeModalWidget(), "computing"); });
     }
 
   private:
@@ -87,16 +84,22 @@ int main(int argc, char** argv) {
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
     desk.settle();
     camera.take(*desk.window, "main-screen");
+    desk.enter("MTEOffsetBox", "0.00001");
+    camera.take(*desk.window, "main-screen-stale");
+    desk.record.FileChanged = false;
+    desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    desk.settle();
     camera.takeComputing();
     camera.takeDialog("FalseAcceptOptions", "FAFORM", "false-accept-option");
     camera.takeDialog("EqAccRatOptions", "EqRatio", "equivalent-ratio-options");
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
     desk.choose("mnu_HelpContents");
-    camera.take(*desk.control("HelpWindow"), "help");
-    desk.control("HelpWindow")->close();
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->objectName() == "HelpWindow") camera.take(*top, "help");
+    desk.help.close();
 
     QApplication::setPalette(darkPalette());
-    desk.window->repaintRecord();
+    desk.window->binder().repaint();
     desk.settle();
     camera.take(*desk.window, "main-screen-dark");
     QApplication::setPalette(light);

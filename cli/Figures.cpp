@@ -1,4 +1,4 @@
-#include "cli/RiskText.h"
+#include "cli/Figures.h"
 
 #include "model/RiskText.h"
 #include "model/Text.h"

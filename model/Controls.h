@@ -1,0 +1,122 @@
+// The controls of a screen without Qt: what each shows, and what happens when it is used.
+#pragma once
+
+#include "model/FieldResult.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace metrisk {
+
+class Worksheet;
+
+/// What any control shows. A control belongs to its worksheet and lives as long.
+struct Control {
+    const char* const name; // an array control has "_" and its index behind its name
+    std::string text;       // of a box, or a caption with its mnemonic
+    std::string toolTip;
+    bool visible = true;
+    bool enabled = true;
+
+    Control(Worksheet& owner, const char* controlName, std::string shownText, std::string tip);
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+};
+
+/// A container that is shown or hidden as a whole. Its layout makes it.
+struct Panel : Control {
+    Panel(Worksheet& owner, const char* controlName) : Control(owner, controlName, "", "") {}
+};
+
+struct Label : Control {
+    bool emphasised = false; // stands out among its like
+
+    Label(Worksheet& owner, const char* controlName, std::string caption = "", std::string tip = "")
+        : Control(owner, controlName, std::move(caption), std::move(tip)) {}
+};
+
+/// A box of text. One without a rule shows a result: its text can be copied, not changed.
+struct TextBox : Control {
+    bool locked = false; // takes no entry now
+    /// The rule that runs when a changed text is left; refused, the box is stayed in. It may raise
+    /// RuntimeFault.
+    std::function<FieldResult(const std::string& text)> left;
+    std::function<void(const std::string& text)> edited; // at each change by typing
+    std::function<void()> keyPressed;                    // at each key, also where the text is locked
+    std::function<void()> opened;                        // double click or Return in a locked box
+
+    /// The text when the box was entered; none if the next comparison counts as a change.
+    std::optional<std::string> last;
+
+    TextBox(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+
+    bool isResult() const { return !left && !edited; }
+};
+
+enum class Way { Ok, Cancel };
+
+struct Button : Control {
+    enum class Kind { Push, Check, Radio };
+
+    const Kind kind;
+    const int group;      // radio buttons of one group exclude each other
+    bool checked = false; // check and radio
+    bool isDefault = false;
+    /// What a click does; `on` is the state it gives a check or radio button.
+    std::function<void(bool on)> clicked;
+    std::optional<Way> closes; // the screen is left that way
+
+    Button(Worksheet& owner, Kind buttonKind, const char* controlName, std::string caption, std::string tip,
+           int radioGroup = 0)
+        : Control(owner, controlName, std::move(caption), std::move(tip)), kind(buttonKind),
+          group(radioGroup) {}
+};
+
+struct PushButton : Button {
+    PushButton(Worksheet& owner, const char* controlName, std::string caption, std::string tip)
+        : Button(owner, Kind::Push, controlName, std::move(caption), std::move(tip)) {}
+};
+
+struct CheckBox : Button {
+    CheckBox(Worksheet& owner, const char* controlName, std::string caption, std::string tip)
+        : Button(owner, Kind::Check, controlName, std::move(caption), std::move(tip)) {}
+};
+
+struct RadioButton : Button {
+    RadioButton(Worksheet& owner, const char* controlName, std::string caption, std::string tip,
+                int radioGroup = 0)
+        : Button(owner, Kind::Radio, controlName, std::move(caption), std::move(tip), radioGroup) {}
+};
+
+/// One of several texts.
+struct Choice : Control {
+    std::vector<std::string> items;
+    int index = -1;
+    std::function<void(int index)> chosen;
+
+    Choice(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+};
+
+/// How far a search has come, 0 to 100.
+struct Meter : Control {
+    double value = 0;
+
+    Meter(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+};
+
+/// Running text with words to click on, marked up as \H heading \h, \B bold \b, \J jump \j.
+struct Hypertext : Control {
+    std::function<void(const std::string& word)> jumped;
+
+    Hypertext(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+};
+
+} // namespace metrisk

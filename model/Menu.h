@@ -1,0 +1,36 @@
+// The menus of a screen as data.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace metrisk {
+
+/// What the active text box does for a menu.
+enum class Editing { None, Undo, Cut, Copy, Paste, Delete };
+
+/// Data that a command shows; it is checked and fitted before the command runs.
+enum class Needs { Nothing, Subject, Both, BothForPlot };
+
+/// A menu, if it has items; otherwise a command. One that has nothing to run stays disabled.
+struct MenuItem {
+    const char* control; // an array control has "_" and its index behind its name
+    std::string caption;
+    std::function<void()> run{};
+    const char* shortcut = ""; // a key sequence in portable text
+    std::vector<MenuItem> items{};
+    std::function<std::vector<MenuItem>()> fill{}; // items made anew each time the menu opens
+    Editing editing = Editing::None;
+    Needs needs = Needs::Nothing;
+    bool separatorAfter = false;
+    std::string toolTip{};
+
+    bool isMenu() const { return !items.empty() || fill; }
+    bool enabled() const { return run || isMenu() || editing != Editing::None; }
+};
+
+/// The item of that control name anywhere below, or null.
+const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control);
+
+} // namespace metrisk

@@ -1,0 +1,81 @@
+#include "model/Worksheet.h"
+
+#include "model/FlagGuard.h"
+#include "numerics/Real.h"
+
+namespace metrisk {
+
+Control::Control(Worksheet& owner, const char* controlName, std::string shownText, std::string tip)
+    : name(controlName), text(std::move(shownText)), toolTip(std::move(tip)) {
+    owner.controls_.push_back(this);
+}
+
+Control* Worksheet::find(std::string_view control) const {
+    for (Control* each : controls_)
+        if (each->name == control) return each;
+    return nullptr;
+}
+
+void Worksheet::enter(TextBox& box, const std::string& text) {
+    if (!leaving_) box.last = text;
+}
+
+void Worksheet::key(TextBox& box) {
+    if (box.keyPressed) box.keyPressed();
+}
+
+void Worksheet::edit(TextBox& box, const std::string& text) {
+    if (box.edited) box.edited(text);
+}
+
+FieldResult Worksheet::leave(TextBox& box, const std::string& text) noexcept {
+    if (leaving_ || !box.left || box.locked || box.last == text) return {false, text};
+    const FlagGuard guard(leaving_);
+    FieldResult result;
+    try {
+        result = runRule(box, text);
+    } catch (const RuntimeFault&) {
+        result = {true, box.last.value_or("")};
+    }
+    refresh();
+    if (result.stay) return result;
+    box.last = box.text;
+    return {false, box.text};
+}
+
+void Worksheet::click(Button& button, bool on) {
+    if (button.closes) {
+        close(*button.closes);
+        return;
+    }
+    if (button.clicked) button.clicked(on);
+    refresh();
+}
+
+void Worksheet::choose(Choice& choice, int index) {
+    if (choice.chosen && index != choice.index) choice.chosen(index);
+    refresh();
+}
+
+void Worksheet::jump(Hypertext& text, const std::string& word) {
+    if (text.jumped) text.jumped(word);
+    refresh();
+}
+
+void Worksheet::run(const MenuItem& item) {
+    if (!item.run || !mayRun(item)) return;
+    item.run();
+    refresh();
+}
+
+bool Worksheet::close(Way way) {
+    if (closedBy_) return true;
+    const bool closed = mayClose(way);
+    if (closed)
+        closedBy_ = way;
+    else
+        refresh();
+    return closed;
+}
+
+} // namespace metrisk

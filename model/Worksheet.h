@@ -1,0 +1,69 @@
+// A screen without Qt: its controls, what they do, and how it is left.
+#pragma once
+
+#include "model/Controls.h"
+#include "model/Flag.h"
+#include "model/Menu.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace metrisk {
+
+/// A screen is a class of these: its controls are members, in the order of their tabs; refresh() shows
+/// the record and its own state in them; their rules change both. Whoever shows the screen calls the
+/// procedures below, each of which ends in a refresh. They never throw RuntimeFault.
+class Worksheet {
+  public:
+    const char* const name;
+    std::string caption;
+    const char* const helpPage;
+    std::vector<MenuItem> menus;
+
+    Worksheet(const char* screenName, std::string screenCaption, const char* page)
+        : name(screenName), caption(std::move(screenCaption)), helpPage(page) {}
+    virtual ~Worksheet() = default;
+    Worksheet(const Worksheet&) = delete;
+    Worksheet& operator=(const Worksheet&) = delete;
+
+    const std::vector<Control*>& controls() const { return controls_; }
+    /// The control of that name, or null.
+    Control* find(std::string_view control) const;
+
+    virtual void refresh() = 0;
+
+    void enter(TextBox& box, const std::string& text);
+    void key(TextBox& box);
+    void edit(TextBox& box, const std::string& text);
+    /// Runs the box's rule on a text that differs from the one the box was entered with. A box that is
+    /// stayed in shows the result's text, any other its own. Within a rule (a message of it has taken the
+    /// focus) nothing runs.
+    FieldResult leave(TextBox& box, const std::string& text) noexcept;
+    void click(Button& button, bool on);
+    void choose(Choice& choice, int index);
+    void jump(Hypertext& text, const std::string& word);
+    void run(const MenuItem& item);
+    /// Asks whether the screen may be left that way; true if it is.
+    bool close(Way way);
+
+    /// How it was left; none while it is open.
+    std::optional<Way> closedBy() const { return closedBy_; }
+    /// A rule is at work.
+    bool leaving() const { return leaving_; }
+
+  protected:
+    virtual bool mayClose(Way) { return true; }
+    /// Runs a box's rule. A screen whose record must survive a numeric fault puts it back here.
+    virtual FieldResult runRule(TextBox& box, const std::string& text) { return box.left(text); }
+    /// Before a command of a menu; false keeps it from running.
+    virtual bool mayRun(const MenuItem&) { return true; }
+
+  private:
+    friend struct Control;
+    std::vector<Control*> controls_;
+    std::optional<Way> closedBy_;
+    Flag leaving_;
+};
+
+} // namespace metrisk

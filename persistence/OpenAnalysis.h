@@ -1,0 +1,16 @@
+// Opens an analysis: what every program does between a new analysis and the one of a file.
+#pragma once
+
+#include "persistence/AnalysisFile.h"
+
+#include <string>
+
+namespace metrisk {
+
+/// The record is that of a new analysis and becomes that of the file, LoadInProgress set meanwhile.
+/// On failure the box tells so and AbortFlag is set; what was
+/// read stays to be seen, but under the name of a new analysis, so that no save goes over the file that
+/// it is a part of.
+ReadOutcome OpenAnalysis(Session& session, const std::string& path);
+
+} // namespace metrisk

@@ -1,0 +1,55 @@
+// Interaction in the window program: message boxes, screens, focus and patience by Qt.
+#pragma once
+
+#include "model/Interaction.h"
+
+#include <QPointer>
+#include <functional>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace metrisk {
+
+class ScreenBinder;
+class WidgetMaker;
+
+/// Lays out the screen of that name; null if there is none.
+using LayoutOf = std::function<QWidget*(const char* screen, const WidgetMaker& widgets)>;
+
+class QtInteraction final : public Interaction {
+  public:
+    explicit QtInteraction(LayoutOf layoutOf) : layoutOf_(std::move(layoutOf)) {}
+
+    /// The main screen, on top of which all else is shown; it may come later and goes with the window.
+    void setMainScreen(ScreenBinder* screen);
+
+    std::function<void(const std::string&)> onStatus;
+    std::function<void(const std::string& page)> onHelp;
+
+    Answer show(const Box& box) override;
+    void run(Worksheet& screen, const std::function<void()>& work) override;
+    void refresh(Worksheet& screen) override;
+    void repaintMainScreen() override;
+    void focus(const ControlName& control, bool select) override;
+    void highlight(std::string_view panel) override;
+    void yield() override;
+    void status(std::string_view text) override;
+    void help(std::string_view page) override;
+    void setBusy(bool busy) override;
+    void beep() override;
+
+    /// The worksheet seen on top; null before the main screen has come.
+    const Worksheet* top() const;
+
+  private:
+    /// What the user sees is up to date before he is asked or time passes.
+    void flush();
+    QWidget* owner() const;
+
+    LayoutOf layoutOf_;
+    std::vector<ScreenBinder*> open_; // the main screen first
+};
+
+} // namespace metrisk

@@ -1,0 +1,242 @@
+#include "screens/ScreenBinder.h"
+
+#include "screens/EntryBox.h"
+#include "screens/ShowControl.h"
+#include "screens/Widgets.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QTextBrowser>
+#include <QUrl>
+
+namespace metrisk {
+
+ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
+    : QObject(&window), window_(window), model_(model) {
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        if (!widget->objectName().isEmpty()) widgets_.insert(widget->objectName(), widget);
+    for (Control* control : model.controls()) {
+        if (!widgets_.contains(control->name)) continue;
+        if (auto* box = dynamic_cast<TextBox*>(control)) bind(*box);
+        if (auto* button = dynamic_cast<Button*>(control)) bind(*button);
+        if (auto* choice = dynamic_cast<Choice*>(control)) bind(*choice);
+        if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
+    }
+    setTabOrder();
+    repaint();
+}
+
+QStringList ScreenBinder::unpaired() const {
+    QStringList missing;
+    for (const Control* control : model_.controls())
+        if (!widgets_.contains(control->name)) missing += control->name;
+    return missing;
+}
+
+void ScreenBinder::act(const std::function<void()>& rule) {
+    if (showing_) return; // the screen itself has set a state
+    {
+        struct Depth {
+            int& depth;
+            ~Depth() { --depth; }
+        } const acting{++acting_};
+        rule();
+    }
+    if (acting_ > 0) {
+        due_ = true;
+        return;
+    }
+    due_ = false;
+    show(); // each action of a worksheet ends in a refresh of its own
+    if (model_.closedBy()) emit closed();
+}
+
+void ScreenBinder::bind(TextBox& box) {
+    auto* widget = static_cast<EntryBox*>(widgets_.value(box.name));
+    if (box.isResult()) widget->setAlignment(Qt::AlignRight);
+    connect(widget, &EntryBox::entered, this,
+            [this, &box, widget] { model_.enter(box, widget->text().toStdString()); });
+    connect(widget, &EntryBox::keyPressed, this, [this, &box] { model_.key(box); });
+    connect(widget, &EntryBox::opened, this, [this, &box] {
+        if (box.opened) act([&box] { box.opened(); });
+    });
+    connect(widget, &EntryBox::textEdited, this, [this, &box](const QString& text) {
+        highlight({});
+        model_.edit(box, text.toStdString());
+    });
+    connect(widget, &EntryBox::left, this, [this, &box, widget] { leave(box, *widget); });
+}
+
+void ScreenBinder::bind(Button& button) {
+    auto* widget = static_cast<QAbstractButton*>(widgets_.value(button.name));
+    // A click leaves the focus where it is and commits the entry there itself: a question of that entry's
+    // rule would otherwise swallow the click.
+    widget->setFocusPolicy(Qt::TabFocus);
+    widget->installEventFilter(this);
+    if (button.kind == Button::Kind::Radio) {
+        const QString name = QString("group%1").arg(button.group);
+        auto* group = window_.findChild<QButtonGroup*>(name);
+        if (!group) {
+            group = new QButtonGroup(&window_);
+            group->setObjectName(name);
+        }
+        group->addButton(widget);
+    }
+    connect(widget, &QAbstractButton::clicked, this, [this, &button](bool on) {
+        if (button.closes)
+            close(*button.closes);
+        else if (commitEntry())
+            act([&] { model_.click(button, on); });
+        else
+            show();
+    });
+}
+
+void ScreenBinder::bind(Choice& choice) {
+    auto* widget = static_cast<QComboBox*>(widgets_.value(choice.name));
+    connect(widget, &QComboBox::activated, this, [this, &choice](int index) {
+        if (commitEntry()) act([&] { model_.choose(choice, index); });
+    });
+}
+
+void ScreenBinder::bind(Hypertext& text) {
+    auto* widget = static_cast<QTextBrowser*>(widgets_.value(text.name));
+    connect(widget, &QTextBrowser::anchorClicked, this, [this, &text](const QUrl& link) {
+        if (commitEntry()) act([&] { model_.jump(text, link.toString().toStdString()); });
+    });
+}
+
+void ScreenBinder::setTabOrder() {
+    QWidget* before = nullptr;
+    for (const Control* control : model_.controls()) {
+        QWidget* widget = widgets_.value(control->name);
+        if (!widget || dynamic_cast<const Label*>(control)) continue;
+        if (before) QWidget::setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
+void ScreenBinder::repaint() {
+    due_ = true;
+    if (acting_ == 0) flush();
+}
+
+void ScreenBinder::flush() {
+    if (!due_ || showing_) return;
+    due_ = false;
+    model_.refresh();
+    show();
+}
+
+void ScreenBinder::show() {
+    showing_ = true;
+    for (const Control* control : model_.controls())
+        if (QWidget* widget = widgets_.value(control->name)) show(*control, *widget);
+    showing_ = false;
+    for (auto at = actions_.cbegin(); at != actions_.cend(); ++at)
+        if (const MenuItem* item = findItem(model_.menus, at.key().toUtf8().constData()))
+            if (const QString text = caption(item->caption); at.value()->text() != text)
+                at.value()->setText(text);
+    if (const QString title = qt(model_.caption); window_.windowTitle() != title)
+        window_.setWindowTitle(title);
+    emit shown();
+}
+
+void ScreenBinder::show(const Control& control, QWidget& widget) {
+    // A box that is being typed into keeps its text.
+    const auto* box = qobject_cast<const EntryBox*>(&widget);
+    if (box && box->hasFocus() && box->isModified()) return;
+    showControl(control, widget);
+}
+
+bool ScreenBinder::leave(TextBox& box, EntryBox& widget) {
+    if (model_.leaving()) return true; // a message of the rule itself has taken the focus
+    FieldResult result;
+    act([&] {
+        result = model_.leave(box, widget.text().toStdString());
+        widget.setModified(false);
+    });
+    if (!result.stay) return true;
+    widget.setText(qt(result.text));
+    stayIn(box, widget);
+    return false;
+}
+
+/// The focus is still on its way to the next control; it comes back once it has arrived.
+void ScreenBinder::stayIn(TextBox& box, EntryBox& widget) {
+    QMetaObject::invokeMethod(
+        &widget,
+        [this, &box, &widget] {
+            window_.activateWindow();
+            widget.setFocus(Qt::OtherFocusReason);
+            widget.selectAll();
+            model_.enter(box, widget.text().toStdString());
+        },
+        Qt::QueuedConnection);
+}
+
+bool ScreenBinder::commitEntry() {
+    auto* widget = qobject_cast<EntryBox*>(window_.focusWidget());
+    if (!widget || !widget->isModified()) return true;
+    auto* box = dynamic_cast<TextBox*>(model_.find(widget->objectName().toStdString()));
+    if (!box) return true;
+    if (!leave(*box, *widget)) return false;
+    model_.enter(*box, widget->text().toStdString());
+    return true;
+}
+
+void ScreenBinder::perform(const std::function<void()>& action) {
+    if (!commitEntry()) return;
+    act([&] {
+        action();
+        model_.refresh();
+    });
+}
+
+bool ScreenBinder::close(Way way) {
+    if (!commitEntry() && way == Way::Ok) return false;
+    act([&] { model_.close(way); });
+    return model_.closedBy().has_value();
+}
+
+void ScreenBinder::focus(const QString& control, bool select) {
+    QWidget* widget = widgets_.value(control);
+    if (!widget) return;
+    // Taking the focus here would commit the box that has it while its own rule still runs.
+    QMetaObject::invokeMethod(
+        widget,
+        [widget, select] {
+            widget->setFocus(Qt::OtherFocusReason);
+            auto* edit = qobject_cast<QLineEdit*>(widget);
+            if (edit && select) edit->selectAll();
+        },
+        select || model_.leaving() ? Qt::QueuedConnection : Qt::DirectConnection);
+}
+
+void ScreenBinder::highlight(const QString& panel) {
+    if (highlighted_) highlighted_->setStyleSheet({});
+    highlighted_ = panel.isEmpty() ? nullptr : widgets_.value(panel);
+    if (highlighted_)
+        highlighted_->setStyleSheet(
+            "QLabel { background: palette(highlight); color: palette(highlighted-text); }");
+}
+
+QLineEdit* ScreenBinder::activeBox() const {
+    return qobject_cast<QLineEdit*>(window_.focusWidget());
+}
+
+bool ScreenBinder::eventFilter(QObject* watched, QEvent* event) {
+    // Return presses the button that has the focus, in a window as in a dialogue.
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            static_cast<QAbstractButton*>(watched)->click();
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace metrisk

@@ -1,0 +1,96 @@
+// Binds the widgets of a window to the controls of a worksheet, by name.
+#pragma once
+
+#include "model/Worksheet.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <functional>
+
+class QAction;
+class QLineEdit;
+class QMenu;
+class QMenuBar;
+class QWidget;
+
+namespace metrisk {
+
+class EntryBox;
+
+class ScreenBinder final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Pairs widgets and controls and connects them. Both must outlive the binder.
+    ScreenBinder(QWidget& window, Worksheet& model);
+
+    Worksheet& model() { return model_; }
+    QWidget& window() { return window_; }
+
+    /// Fills the bar with the worksheet's menus. The actions bear the items' names.
+    void buildMenus(QMenuBar& bar);
+    QAction* action(const QString& item) const { return actions_.value(item); }
+
+    /// Refreshes the worksheet and shows it; in the midst of an action of the user, once that ends.
+    void repaint();
+    /// Shows now what repaint() put off.
+    void flush();
+    /// Commits the entry being made, as leaving its box would. False if it was refused: the focus comes
+    /// back to it.
+    bool commitEntry();
+    /// Commits, then runs the item.
+    void run(const QString& item);
+    /// Commits, then does what is no control's and no menu's.
+    void perform(const std::function<void()>& action);
+    /// Commits, then asks the worksheet. A refused entry does not keep the user from cancelling.
+    bool close(Way way);
+
+    void focus(const QString& control, bool select);
+    /// Makes a panel stand out until the next entry.
+    void highlight(const QString& panel);
+    QLineEdit* activeBox() const;
+
+    /// Controls without a widget; empty for every screen.
+    QStringList unpaired() const;
+
+  signals:
+    /// The worksheet has been left.
+    void closed();
+    /// The worksheet has been shown anew.
+    void shown();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void bind(TextBox& box);
+    void bind(Button& button);
+    void bind(Choice& choice);
+    void bind(Hypertext& text);
+    void setTabOrder();
+    void addItem(QMenu& menu, const MenuItem& item);
+    void refill(QMenu& menu, const std::vector<MenuItem>& items);
+    QAction* makeAction(const MenuItem& item);
+    void edit(Editing what);
+    void showEditState();
+
+    /// Runs a rule of the worksheet and shows what has become of it.
+    void act(const std::function<void()>& rule);
+    void show();
+    void show(const Control& control, QWidget& widget);
+    bool leave(TextBox& box, EntryBox& widget);
+    void stayIn(TextBox& box, EntryBox& widget);
+
+    QWidget& window_;
+    Worksheet& model_;
+    QHash<QString, QWidget*> widgets_;
+    QHash<QString, QAction*> actions_;
+    QPointer<QWidget> highlighted_;
+    int acting_ = 0;
+    bool due_ = false;
+    bool showing_ = false;
+};
+
+} // namespace metrisk

@@ -1,0 +1,132 @@
+// The menus of a screen: built from its worksheet's data, run by its binder.
+#include "screens/ScreenBinder.h"
+#include "screens/Widgets.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+
+namespace metrisk {
+
+void ScreenBinder::buildMenus(QMenuBar& bar) {
+    // A letter of the menu bar must act at the first press: a button of the same letter keeps its line alone.
+    for (auto* button : window_.findChildren<QAbstractButton*>())
+        for (const MenuItem& item : model_.menus)
+            if (!button->shortcut().isEmpty() &&
+                button->shortcut() == QKeySequence::mnemonic(qt(item.caption)))
+                button->setShortcut({});
+    for (const MenuItem& item : model_.menus) {
+        if (!item.isMenu()) {
+            bar.addAction(makeAction(item));
+            continue;
+        }
+        QMenu* menu = bar.addMenu(caption(item.caption));
+        menu->setObjectName(item.control);
+        menu->setToolTipsVisible(true);
+        for (const MenuItem& below : item.items) addItem(*menu, below);
+        if (item.items.front().editing == Editing::None) continue;
+        connect(menu, &QMenu::aboutToShow, this, &ScreenBinder::showEditState);
+        // The toolbar's editing buttons and the box's keys work without the menu having been opened.
+        connect(menu, &QMenu::aboutToHide, this, [menu] {
+            for (QAction* action : menu->actions()) action->setEnabled(true);
+        });
+    }
+}
+
+void ScreenBinder::addItem(QMenu& menu, const MenuItem& item) {
+    if (!item.isMenu()) {
+        menu.addAction(makeAction(item));
+    } else {
+        QMenu* below = menu.addMenu(caption(item.caption));
+        below->setObjectName(item.control);
+        below->setToolTipsVisible(true);
+        for (const MenuItem& next : item.items) addItem(*below, next);
+        if (item.fill)
+            connect(below, &QMenu::aboutToShow, this,
+                    [this, below, fill = item.fill] { refill(*below, fill()); });
+    }
+    if (item.separatorAfter) menu.addSeparator();
+}
+
+void ScreenBinder::refill(QMenu& menu, const std::vector<MenuItem>& items) {
+    menu.clear();
+    for (const MenuItem& item : items) {
+        QAction* action = menu.addAction(qt(item.caption), this, [this, item] {
+            if (commitEntry()) act([&] { model_.run(item); });
+        });
+        action->setEnabled(item.enabled());
+        action->setToolTip(qt(item.toolTip));
+    }
+}
+
+QAction* ScreenBinder::makeAction(const MenuItem& item) {
+    auto* action = new QAction(caption(item.caption), &window_);
+    const QString name = item.control;
+    action->setObjectName(name);
+    action->setEnabled(item.enabled());
+    action->setShortcut(QKeySequence(item.shortcut, QKeySequence::PortableText));
+    // The boxes have the editing keys already; a second owner would make them ambiguous.
+    if (item.editing != Editing::None) action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, [this, name] { run(name); });
+    actions_.insert(name, action);
+    return action;
+}
+
+void ScreenBinder::run(const QString& name) {
+    const MenuItem* item = findItem(model_.menus, name.toUtf8().constData());
+    if (!item) return;
+    if (item->editing != Editing::None)
+        edit(item->editing);
+    else if (commitEntry())
+        act([&] { model_.run(*item); });
+}
+
+void ScreenBinder::edit(Editing what) {
+    QLineEdit* box = activeBox();
+    if (!box) return;
+    switch (what) {
+    case Editing::Undo: {
+        // Not an undo of the record: the box's own last edit, and its undo buffer is empty then.
+        box->undo();
+        const QString text = box->text();
+        box->setText(text);
+        box->setModified(true);
+        return;
+    }
+    case Editing::Cut: box->cut(); return;
+    case Editing::Copy: box->copy(); return;
+    case Editing::Paste: box->paste(); return;
+    case Editing::Delete:
+        if (!box->isReadOnly()) box->del();
+        return;
+    case Editing::None: return;
+    }
+}
+
+void ScreenBinder::showEditState() {
+    const QLineEdit* box = activeBox();
+    const QMimeData* clipboard = QApplication::clipboard()->mimeData();
+    const bool typed = box && !box->isReadOnly();
+    const auto can = [&](Editing what) {
+        switch (what) {
+        case Editing::Undo: return typed && box->isUndoAvailable();
+        case Editing::Cut: return typed && box->hasSelectedText();
+        case Editing::Copy: return box && box->hasSelectedText();
+        case Editing::Paste: return typed && clipboard && clipboard->hasText();
+        case Editing::Delete: return typed && !box->text().isEmpty();
+        case Editing::None: break;
+        }
+        return true;
+    };
+    for (auto at = actions_.cbegin(); at != actions_.cend(); ++at) {
+        const MenuItem* item = findItem(model_.menus, at.key().toUtf8().constData());
+        if (item && item->editing != Editing::None) at.value()->setEnabled(can(item->editing));
+    }
+}
+
+} // namespace metrisk

@@ -1,0 +1,104 @@
+#include "screens/ShowControl.h"
+
+#include "model/Controls.h"
+#include "screens/EntryBox.h"
+#include "screens/Widgets.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QTextBrowser>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+void showBox(const TextBox& box, EntryBox& widget) {
+    const QString text = qt(box.text);
+    if (widget.text() != text) widget.setText(text);
+    if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
+    widget.setLocked(box.locked || box.isResult());
+}
+
+void showLabel(const Label& label, QLabel& widget) {
+    const QString text = caption(label.text);
+    if (widget.text() != text) widget.setText(text);
+    QFont font = widget.font();
+    const bool bold = label.emphasised || widget.property("heading").toBool();
+    if (font.bold() == bold) return;
+    font.setBold(bold);
+    widget.setFont(font);
+}
+
+void showButton(const Button& button, QAbstractButton& widget) {
+    const QString text = caption(button.text);
+    if (widget.text() != text) widget.setText(text);
+    if (button.kind == Button::Kind::Push) return;
+    widget.setCheckable(true);
+    if (widget.isChecked() != button.checked) widget.setChecked(button.checked);
+    // The keyboard comes to the chosen one of a group; the arrows go on from there.
+    if (button.kind == Button::Kind::Radio)
+        widget.setFocusPolicy(button.checked ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void showChoice(const Choice& choice, QComboBox& widget) {
+    QStringList items;
+    for (const std::string& item : choice.items) items += qt(item);
+    QStringList present;
+    for (int i = 0; i < widget.count(); ++i) present += widget.itemText(i);
+    if (items != present) {
+        widget.clear();
+        widget.addItems(items);
+    }
+    if (widget.currentIndex() != choice.index) widget.setCurrentIndex(choice.index);
+}
+
+/// The mark-up as HTML; a jump's address is its word.
+QString htmlOf(const std::string& text) {
+    QString html = qt(text).toHtmlEscaped();
+    for (const auto& [mark, tag] :
+         {std::pair{"\\H", "<p style='font-size:large'>"}, {"\\h", "</p>"}, {"\\B", "<b>"}, {"\\b", "</b>"}})
+        html.replace(mark, tag);
+    for (qsizetype at; (at = html.indexOf("\\J")) >= 0;) {
+        const qsizetype end = html.indexOf("\\j", at);
+        if (end < 0) break;
+        const QString word = html.mid(at + 2, end - at - 2);
+        html.replace(at, end + 2 - at, QString("<a href=\"%1\">%1</a>").arg(word));
+    }
+    return html.replace("\r\n", "<br>");
+}
+
+void showHypertext(const Hypertext& text, QTextBrowser& widget) {
+    const QByteArray shown = QByteArray::fromStdString(text.text);
+    if (widget.property("shown").toByteArray() == shown) return;
+    widget.setProperty("shown", shown);
+    widget.setHtml(htmlOf(text.text));
+}
+
+} // namespace
+
+void showControl(const Control& control, QWidget& widget) {
+    if (const auto* box = dynamic_cast<const TextBox*>(&control))
+        showBox(*box, static_cast<EntryBox&>(widget));
+    else if (const auto* label = dynamic_cast<const Label*>(&control))
+        showLabel(*label, static_cast<QLabel&>(widget));
+    else if (const auto* button = dynamic_cast<const Button*>(&control))
+        showButton(*button, static_cast<QAbstractButton&>(widget));
+    else if (const auto* choice = dynamic_cast<const Choice*>(&control))
+        showChoice(*choice, static_cast<QComboBox&>(widget));
+    else if (const auto* meter = dynamic_cast<const Meter*>(&control))
+        static_cast<QProgressBar&>(widget).setValue(static_cast<int>(std::lround(meter->value)));
+    else if (const auto* text = dynamic_cast<const Hypertext*>(&control))
+        showHypertext(*text, static_cast<QTextBrowser&>(widget));
+
+    if (const QString tip = qt(control.toolTip); widget.toolTip() != tip) {
+        widget.setToolTip(tip);
+        widget.setAccessibleDescription(tip);
+    }
+    if (widget.isHidden() == control.visible) widget.setVisible(control.visible);
+    if (widget.testAttribute(Qt::WA_ForceDisabled) == control.enabled) widget.setEnabled(control.enabled);
+}
+
+} // namespace metrisk

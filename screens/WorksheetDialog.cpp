@@ -1,0 +1,70 @@
+#include "screens/WorksheetDialog.h"
+
+#include "screens/ScreenBinder.h"
+#include "screens/Widgets.h"
+
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace metrisk {
+
+WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(model.name);
+    setWindowModality(Qt::WindowModal); // help stays within reach
+    auto* layout = new QVBoxLayout(this);
+    QWidget* content = layoutOf(model.name, WidgetMaker(model));
+    if (!content) qFatal("no layout of the screen %s", model.name);
+    layout->addWidget(content);
+    binder_ = new ScreenBinder(*this, model);
+    if (!model.menus.empty()) {
+        auto* bar = new QMenuBar(this);
+        binder_->buildMenus(*bar);
+        layout->setMenuBar(bar);
+    }
+    connect(binder_, &ScreenBinder::closed, this, &QDialog::accept);
+    connect(binder_, &ScreenBinder::shown, this, &WorksheetDialog::followContent);
+}
+
+/// A part that is shown or hidden makes the screen larger or smaller, but never past the desktop.
+void WorksheetDialog::followContent() {
+    if (!isVisible() || work_) return;
+    layout()->activate();
+    const QSize hint = sizeHint();
+    if (hint == content_) return;
+    const QRect desktop = screen()->availableGeometry();
+    resize((size() + hint - content_).expandedTo(hint).boundedTo(desktop.size()));
+    content_ = hint;
+    QRect frame = frameGeometry();
+    frame.moveRight(std::min(frame.right(), desktop.right()));
+    frame.moveBottom(std::min(frame.bottom(), desktop.bottom()));
+    frame.moveTopLeft({std::max(frame.left(), desktop.left()), std::max(frame.top(), desktop.top())});
+    if (frame != frameGeometry()) move(frame.topLeft());
+}
+
+void WorksheetDialog::run(const std::function<void()>& work) {
+    work_ = work;
+    exec();
+}
+
+void WorksheetDialog::reject() {
+    binder_->close(Way::Cancel);
+}
+
+void WorksheetDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    content_ = sizeHint();
+    if (!work_ || event->spontaneous()) return;
+    // A progress screen does not change its size while its texts do, and stands where it is seen.
+    setFixedSize(size());
+    const QRect desktop = screen()->availableGeometry();
+    move(desktop.center() - rect().center());
+    QTimer::singleShot(0, this, [this] {
+        work_();
+        accept();
+    });
+}
+
+} // namespace metrisk

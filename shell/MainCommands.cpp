@@ -1,0 +1,183 @@
+#include "shell/MainCommands.h"
+
+#include "model/Session.h"
+#include "risk/BaselineScreen.h"
+#include "risk/EqRatioScreen.h"
+#include "shell/RecentFiles.h"
+#include "shell/RiskOptionCommand.h"
+#include "shell/mainscreen/MainScreen.h"
+
+#include <filesystem>
+
+namespace metrisk {
+
+namespace {
+
+std::vector<MenuItem> editItems() {
+    return {
+        {.control = "mnu_Edit_Undo",
+         .caption = "&Undo",
+         .shortcut = "Ctrl+Z",
+         .editing = Editing::Undo,
+         .separatorAfter = true},
+        {.control = "mnu_Edit_Cut", .caption = "Cu&t", .shortcut = "Ctrl+X", .editing = Editing::Cut},
+        {.control = "mnu_Edit_Copy", .caption = "&Copy", .shortcut = "Ctrl+C", .editing = Editing::Copy},
+        {.control = "mnu_Edit_Paste", .caption = "&Paste", .shortcut = "Ctrl+V", .editing = Editing::Paste},
+        {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete},
+    };
+}
+
+std::vector<MenuItem> runItems() {
+    return {
+        {.control = "mnu_Run_Options_0", .caption = "&External Application"},
+        {.control = "mnu_Run_Options_1", .caption = "&Spreadsheet"},
+        {.control = "mnu_Run_Options_2", .caption = "&Calculator"},
+        {.control = "mnu_Run_Options_3",
+         .caption = "Se&lect",
+         .items = {{.control = "mnu_RunSetup_0", .caption = "Spreadsheet"},
+                   {.control = "mnu_RunSetup_1", .caption = "Calculator"}}},
+    };
+}
+
+std::vector<MenuItem> parameterItems(const char* subject, const char* measuring) {
+    return {{.control = subject, .caption = "&Subject Parameter"},
+            {.control = measuring, .caption = "&Measuring Parameter"}};
+}
+
+std::string menuText(std::string text) {
+    for (std::size_t at = 0; (at = text.find('&', at)) != std::string::npos; at += 2) text.insert(at, "&");
+    return text;
+}
+
+} // namespace
+
+MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
+    : files(session, screen, chooser), session_(session), screen_(screen) {
+    screen.mayExit = [this] { return files.ExitAnalysis(); };
+    screen.menus = {
+        {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
+        {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
+        {.control = "mnu_Units", .caption = "Measurement &Units"},
+        {.control = "BaselineAnalysisScreen",
+         .caption = "&Baseline",
+         .run =
+             [this] {
+                 BaselineScreen baseline(session_);
+                 session_.ui.run(baseline);
+             }},
+        {.control = "mnu_Reliability",
+         .caption = "&Reliability",
+         .items = parameterItems("mnu_Reliability_Parameter_0", "mnu_Reliability_Parameter_1")},
+        {.control = "mnu_BiasRef",
+         .caption = "% &In-Tol",
+         .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1")},
+        {.control = "PlotControl", .caption = "&Plots", .items = plotItems()},
+        {.control = "UserOptions", .caption = "&Options", .items = optionItems()},
+        {.control = "mnu_ToleranceLimits", .caption = "&Tol Ref"},
+        {.control = "mnu_Uncertainty", .caption = "&Uncertainty"},
+        {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
+        {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
+    };
+}
+
+std::vector<MenuItem> MainCommands::fileItems() {
+    return {
+        {.control = "NewAnalysisFile",
+         .caption = "&New Analysis",
+         .run = [this] { files.NewAnalysisFile(); },
+         .shortcut = "Ctrl+N"},
+        {.control = "mnu_File_Open",
+         .caption = "&Open...",
+         .run = [this] { files.mnu_File_Open(); },
+         .shortcut = "Ctrl+O"},
+        {.control = "mnu_RecentFiles", .caption = "Recent &Files", .fill = [this] { return recentItems(); }},
+        {.control = "mnu_File_Save",
+         .caption = "&Save",
+         .run = [this] { files.mnu_File_Save(); },
+         .shortcut = "Ctrl+S"},
+        {.control = "mnu_File_SaveAs",
+         .caption = "Save &As...",
+         .run = [this] { files.mnu_File_SaveAs(); },
+         .shortcut = "Ctrl+Shift+S"},
+        {.control = "mnu_FileSaveSummary", .caption = "Save &Data Summary...", .separatorAfter = true},
+        {.control = "PrintAnalysisResults",
+         .caption = "&Print...",
+         .shortcut = "Ctrl+P",
+         .needs = Needs::Both},
+        {.control = "mnu_Preview", .caption = "Print Pre&view", .needs = Needs::Both, .separatorAfter = true},
+        {.control = "mnu_File_RunExternal", .caption = "&Run External Application"},
+        {.control = "mnu_Link", .caption = "&Link to ErrorLedger"},
+        {.control = "mnu_File_ImportErledData", .caption = "&Import ErrorLedger Data"},
+        {.control = "mnu_FindErled", .caption = "Locate &ErrorLedger", .separatorAfter = true},
+        {.control = "mnu_Notes", .caption = "&Notes", .separatorAfter = true},
+        {.control = "ExitAnalysis",
+         .caption = "E&xit",
+         .run = [this] { screen_.close(Way::Ok); },
+         .shortcut = "Ctrl+Q"},
+    };
+}
+
+std::vector<MenuItem> MainCommands::recentItems() {
+    std::vector<MenuItem> items;
+    for (const std::string& path : recentFiles(session_.settings)) {
+        const std::string name = menuText(std::filesystem::path(path).filename().string());
+        items.push_back({.control = "mnu_RecentFile",
+                         .caption = "&" + std::to_string(items.size() + 1) + " " + name,
+                         .run = [this, path] { files.openPath(path); },
+                         .toolTip = path});
+    }
+    if (items.empty()) items.push_back({.control = "mnu_RecentFile", .caption = "(none)"});
+    return items;
+}
+
+std::vector<MenuItem> MainCommands::plotItems() {
+    return {
+        {.control = "SUPlotScreenControl",
+         .caption = "&Subject Parameter Bias Distribution",
+         .needs = Needs::Subject},
+        {.control = "MTEPlotScreenControl",
+         .caption = "&Measuring Parameter Bias Distribution",
+         .needs = Needs::BothForPlot},
+        {.control = "mnu_Plots_ProcessError",
+         .caption = "&Process Error Distribution",
+         .needs = Needs::BothForPlot,
+         .separatorAfter = true},
+        {.control = "mnu_Plot_Risk_0",
+         .caption = "&Risk vs. Subject Parameter % In-Tol",
+         .needs = Needs::BothForPlot},
+        {.control = "mnu_Plot_Risk_1",
+         .caption = "Risk &vs. Measuring Parameter % In-Tol",
+         .needs = Needs::BothForPlot},
+    };
+}
+
+std::vector<MenuItem> MainCommands::optionItems() {
+    return {
+        {.control = "FalseAcceptOptions",
+         .caption = "&False Accept Risk",
+         .run = [this] { FalseAcceptOptions_Click(session_); }},
+        {.control = "EqAccRatOptions",
+         .caption = "&Equivalent Accuracy Ratio",
+         .run =
+             [this] {
+                 EqRatioScreen options(session_);
+                 session_.ui.run(options);
+             },
+         .separatorAfter = true},
+        {.control = "PrintOptions", .caption = "&Report Format"},
+        {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
+        {.control = "CtrlSURel", .caption = "&True vs. Observed % In-Tolerance"},
+        {.control = "CtrlGuardband", .caption = "&Guardband"},
+    };
+}
+
+std::vector<MenuItem> MainCommands::helpItems() {
+    const auto page = [this](const char* name) { return [this, name] { session_.ui.help(name); }; };
+    return {
+        {.control = "mnu_HelpContents", .caption = "&Contents", .run = page("contents"), .shortcut = "F1"},
+        {.control = "mnu_Help_MainScreen", .caption = "The &Main Screen", .run = page("main-screen")},
+        {.control = "mnu_Help_Using", .caption = "Using &Help", .run = page("using-help")},
+    };
+}
+
+} // namespace metrisk

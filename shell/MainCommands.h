@@ -1,0 +1,34 @@
+// The main screen's menus, and what each of their commands does.
+#pragma once
+
+#include "shell/FileCommands.h"
+
+#include <vector>
+
+namespace metrisk {
+
+class MainScreen;
+struct MenuItem;
+struct Session;
+
+/// Gives the main screen its menus. A command whose screen is not part of the program has nothing to run.
+class MainCommands {
+  public:
+    MainCommands(Session& session, MainScreen& screen, FileChooser& chooser);
+    MainCommands(const MainCommands&) = delete;
+    MainCommands& operator=(const MainCommands&) = delete;
+
+    FileCommands files;
+
+  private:
+    Session& session_;
+    MainScreen& screen_;
+
+    std::vector<MenuItem> fileItems();
+    std::vector<MenuItem> recentItems();
+    std::vector<MenuItem> plotItems();
+    std::vector<MenuItem> optionItems();
+    std::vector<MenuItem> helpItems();
+};
+
+} // namespace metrisk

@@ -1,0 +1,22 @@
+#include "shell/screens/Layouts.h"
+
+#include "risk/screens/Layouts.h"
+
+#include <string_view>
+#include <utility>
+
+namespace metrisk {
+
+QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
+    static constexpr std::pair<std::string_view, QWidget* (*)(const WidgetMaker&)> layouts[] = {
+        {"BaselineAnalysis", layoutBaselineAnalysis},
+        {"Computing", layoutComputing},
+        {"EqRatio", layoutEqRatio},
+        {"FAFORM", layoutFalseAccept},
+    };
+    for (const auto& [name, layout] : layouts)
+        if (name == screen) return layout(w);
+    return nullptr;
+}
+
+} // namespace metrisk
