@@ -32,8 +32,8 @@ const SubjectSide& otherSide(const SubjectSide& side) {
     return &side == &upperSide ? lowerSide : upperSide;
 }
 
-const SubjectSide& presentSide(const Analysis& r) {
-    return r.OptSingleLower ? lowerSide : upperSide;
+const SubjectSide& presentSide(const SubjectParameter& subject) {
+    return subject.OptSingleLower ? lowerSide : upperSide;
 }
 
 } // namespace metrisk

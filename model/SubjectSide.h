@@ -28,6 +28,6 @@ extern const SubjectSide lowerSide;
 const SubjectSide& otherSide(const SubjectSide& side);
 
 /// The side that a single-sided tolerance has; the upper one when two-sided.
-const SubjectSide& presentSide(const Analysis& record);
+const SubjectSide& presentSide(const SubjectParameter& subject);
 
 } // namespace metrisk
