@@ -213,9 +213,9 @@ TEST(AnalysisFile, NumbersHaveTheirShortForm) {
 
 TEST(AnalysisFile, AQuoteBecomesADoublePrimeWhereverItComesFrom) {
     TestSession t;
-    t.settings.values[{"ReportFormat", "Submitter"}] = "J. \"Jo\" Doe";
-    t.settings.values[{"ErrorSourceNames", "Ancillary"}] = "12\" rule";
-    t.settings.values[{"BaselineDefaults", "UserOption"}] = "\"";
+    t.settings.WriteSetting("ReportFormat", "Submitter", "J. \"Jo\" Doe");
+    t.settings.WriteSetting("ErrorSourceNames", "Ancillary", "12\" rule");
+    t.settings.WriteSetting("BaselineDefaults", "UserOption", "\"");
     ClearAnalysis(t.session);
     EXPECT_EQ(t.record.Submitter, "J. ″Jo″ Doe");
     EXPECT_EQ(t.record.ErrorSourceName[5], "12″ rule");

@@ -65,7 +65,8 @@ TEST(AnalysisFile, ATruncatedFileNeverReadsAsSomethingElse) {
                 }
             } ui;
             MemorySettings settings;
-            Session session{settings, ui};
+            FixedClock clock;
+            Session session{settings, ui, clock};
             ClearAnalysis(session);
             ReadAnalysisText(session, whole.substr(0, length), "cut.mrk");
             if (session.record.AbortFlag)

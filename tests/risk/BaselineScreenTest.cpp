@@ -173,7 +173,7 @@ TEST(BaselineScreen, StoresTheAnalysisSideAndDropsTheRatio) {
     EXPECT_EQ(test.record.EqAccRat, 0);
     EXPECT_EQ(test.record.Last_Base1, -1);
     EXPECT_TRUE(test.record.FileChanged);
-    EXPECT_TRUE(test.settings.values.empty());
+    EXPECT_TRUE(test.settings.empty());
 }
 
 TEST(BaselineScreen, StoresTheDefault) {
@@ -186,12 +186,13 @@ TEST(BaselineScreen, StoresTheDefault) {
     screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
     EXPECT_EQ(findItem(screen.menus, "mnu_ShowDefaults")->caption, "Hide &Defaults");
     press(screen, "Cmd_SetDefaultBaseline");
-    EXPECT_TRUE(test.settings.values.empty()) << "stored on leaving";
+    EXPECT_TRUE(test.settings.empty()) << "stored on leaving";
     test.ui.expectBox(optionTitle, storedDefault, Answer::No);
     EXPECT_FALSE(screen.close(Way::Ok));
-    EXPECT_TRUE(test.settings.values.empty());
+    EXPECT_TRUE(test.settings.empty());
     test.ui.expectBox(optionTitle, storedDefault, Answer::Yes);
     EXPECT_TRUE(screen.close(Way::Ok));
+    EXPECT_EQ(test.settings.writes, 1) << "a crash leaves no half of a default";
     const auto stored = [&](const char* section, const char* key) {
         return test.settings.ReadSetting(section, key, "", 60);
     };

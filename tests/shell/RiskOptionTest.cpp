@@ -41,7 +41,7 @@ TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     EXPECT_NE(menu.record.Base_FalseAccept, 4.1);
     EXPECT_GT(menu.record.FalseAcceptRisk, 0);
     EXPECT_FALSE(menu.record.RisksNeedCompute);
-    EXPECT_TRUE(menu.settings.values.empty());
+    EXPECT_TRUE(menu.settings.empty());
 }
 
 TEST(RiskOption, StaleFiguresNeedNoNoticeAndNoChangeNeedsNothing) {
