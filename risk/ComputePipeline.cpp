@@ -6,6 +6,7 @@
 #include "model/Session.h"
 #include "numerics/Real.h"
 #include "risk/ComputingScreen.h"
+#include "risk/EqRatioScreen.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/RiskMessages.h"
 #include "risk/Risks.h"
@@ -107,6 +108,7 @@ void computeResults(Session& session) {
     if (!r.DirectCompute && !r.DirectComputeChanged && everythingUnchanged(r)) {
         r.AbortFlag = true;
         tell(session.ui, notRequired);
+        session.ui.focus("ComputeResults");
         return;
     }
     r.ComputeScope = "Both";
@@ -187,11 +189,12 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     }
     screen.Lbl_Message1.text = riskLines(session);
     searchRatio(session, screen, falseAccept, falseReject);
-    if (r.AbortFlag)
-        r.EqAccRat = 0;
-    else
+    if (r.AbortFlag) {
+        dropEquivalentRatio(session); // a search that was cancelled is made again at the next press
+    } else {
         r.EqAccRatDen = foundRatioDen;
-    TakeBaselineSnapshot(r);
+        TakeBaselineSnapshot(r);
+    }
     r.BaselineUnchanged = true;
     r.NothingChanged = true;
     r.GuardbandsUnchanged = true;
