@@ -56,23 +56,16 @@ TEST(AnalysisFile, ATruncatedFileNeverReadsAsSomethingElse) {
     for (const char* version : {"1", "1.1", "1.14", "1.512"}) {
         const OldFile file = oldFile(version, golden, fresh);
         const std::string whole = joined(file.lines);
+        const bool isOldest = std::string(version) == "1";
+        const std::size_t asked = whole.find('\n'); // about its conversion, once the version is known
         for (std::size_t length = 0; length < whole.size(); ++length) {
-            struct Counting final : SilentInteraction {
-                int errors = 0;
-                Answer show(const Box& box) override {
-                    if (box.title == "cut.mrk") ++errors;
-                    return box.unattended;
-                }
-            } ui;
-            MemorySettings settings;
-            FixedClock clock;
-            Session session{settings, ui, clock};
-            ClearAnalysis(session);
-            ReadAnalysisText(session, whole.substr(0, length), "cut.mrk");
-            if (session.record.AbortFlag)
-                ASSERT_EQ(ui.errors, 1) << version << " cut to " << length;
+            SilentSession s;
+            ClearAnalysis(s.session);
+            ReadAnalysisText(s.session, whole.substr(0, length), "cut.mrk");
+            if (s.session.record.AbortFlag)
+                ASSERT_EQ(s.ui.boxes - (isOldest && length >= asked), 1) << version << " cut to " << length;
             else
-                ASSERT_EQ(linesOf(AnalysisText(session.record)), file.rewritten)
+                ASSERT_EQ(linesOf(AnalysisText(s.session.record)), file.rewritten)
                     << version << " cut to " << length;
         }
     }
