@@ -87,7 +87,7 @@ TEST(AnalysisFile, RefusesWhatIsNoAnalysis) {
     for (const auto& row : rows) {
         TestSession test;
         test.record.FileChanged = true;
-        test.ui.expectBox("some.mrk", row.message);
+        test.ui.expectBox("some.mrk", row.message, row.message == error ? warning : note);
         ReadAnalysisText(test.session, row.content, "some.mrk");
         EXPECT_TRUE(test.record.AbortFlag) << row.name;
         EXPECT_TRUE(test.record.FileChanged) << row.name;
@@ -135,7 +135,7 @@ TEST(AnalysisFile, UnreadableFilesAreToldByName) {
     };
     for (const auto& [path, message] : rows) {
         TestSession test;
-        test.ui.expectBox(path.filename().string(), message);
+        test.ui.expectBox(path.filename().string(), message, path == foreign ? note : warning);
         ReadAnalysis(test.session, path.string());
         EXPECT_TRUE(test.record.AbortFlag) << path;
     }
@@ -243,7 +243,7 @@ TEST(AnalysisFile, LimitsThatContradictTheOffsetsAreFormedAnew) {
 
 TEST(AnalysisFile, CorrelationsBeyondOneAreRefused) {
     TestSession t;
-    t.ui.expectBox("Unlawful Entry", "The correlation coefficient must be between -1 and 1.");
+    t.ui.expectBox("Unlawful Entry", "The correlation coefficient must be between -1 and 1.", note);
     Lines lines = linesOf(goldenWith(31, "1.5"));
     lines[31] = "-1.001";
     ReadAnalysisText(t.session, joined(lines), "a.mrk");

@@ -15,6 +15,7 @@ namespace {
 
 const std::string olderVersionText =
     "This file is from an earlier version of Metrisk.  If saved, it will be converted to Metrisk 1.6 format";
+constexpr BoxKind conversion{BoxIcon::Information, BoxButtons::OkCancel};
 
 } // namespace
 
@@ -31,7 +32,7 @@ TEST(AnalysisFile, EveryOlderVersionIsRead) {
         TestSession test;
         ClearAnalysis(test.session);
         test.record.UserOption = "Z540"; // of the settings, not of the file
-        if (std::string(version) == "1") test.ui.expectBox("Metrisk", olderVersionText);
+        if (std::string(version) == "1") test.ui.expectBox("Metrisk", olderVersionText, conversion);
         ReadAnalysisText(test.session, joined(file.lines), "old.mrk");
         ASSERT_FALSE(test.record.AbortFlag) << version;
         EXPECT_EQ(test.record.FileChanged, std::stod(version) <= 1.1) << version;
@@ -42,7 +43,7 @@ TEST(AnalysisFile, EveryOlderVersionIsRead) {
 TEST(AnalysisFile, TheOldestVersionMayBeDeclined) {
     TestSession test;
     test.record.FileChanged = true;
-    test.ui.expectBox("Metrisk", olderVersionText, Answer::Cancel);
+    test.ui.expectBox("Metrisk", olderVersionText, Answer::Cancel, conversion);
     ReadAnalysisText(test.session, "\"MTRISK\",1\r\n", "old.dat");
     EXPECT_TRUE(test.record.AbortFlag);
     EXPECT_TRUE(test.record.FileChanged);

@@ -111,7 +111,8 @@ TEST(BaselineScreen, ValidatesInOrder) {
     EXPECT_EQ(screen.ComputeBaselineResults.text, "Compute Baseline &Risks");
     test.ui.expectBox("Default Baseline Procedure",
                       "To change the default baseline, enter changes in the analysis "
-                      "baseline and click 'Set default baseline.'");
+                      "baseline and click 'Set default baseline.'",
+                      note);
     screen.key(screen.DefAccRat1);
 }
 
@@ -141,7 +142,7 @@ TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
         press(choice, "ProducerRiskOption");
         press(choice, "cmd_Close");
     });
-    test.ui.expectBox("Change Made", "Do you want to keep the new risk option?", Answer::Yes);
+    test.ui.expectBox("Change Made", "Do you want to keep the new risk option?", Answer::Yes, yesNoCancel);
     test.press("cmd_FAOption");
     EXPECT_EQ(test.screen.pnl_FAOption.text, "Producer Option");
     EXPECT_EQ(test.screen.BaselinePctInTol1.text, "90.601");
@@ -153,7 +154,7 @@ TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
     test.ui.expectBox(retainTitle, retain, Answer::Cancel);
     EXPECT_FALSE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
-    test.ui.expectBox(retainTitle, retain, Answer::No);
+    test.ui.expectBox(retainTitle, retain, Answer::No, yesNoCancel);
     EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 0);
     EXPECT_FALSE(test.record.RisksNeedCompute);
@@ -165,7 +166,7 @@ TEST(BaselineScreen, StoresTheAnalysisSideAndDropsTheRatio) {
     test.record.EqAccRat = 3;
     test.type("BaseAccRat1", "10");
     test.press("ComputeBaselineResults");
-    test.ui.expectBox(retainTitle, retain, Answer::Yes);
+    test.ui.expectBox(retainTitle, retain, Answer::Yes, yesNoCancel);
     EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.Base_AccRatNum, 10);
     EXPECT_EQ(test.record.Base_EqRatioTarget, 10);
@@ -213,9 +214,9 @@ TEST(BaselineScreen, UsingADefaultOfAnotherConvention) {
     screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
     press(screen, "Cmd_RetrieveDefaultBaseline");
     EXPECT_EQ(screen.BaseFalseAccept.text, "812");
-    test.ui.expectBox(optionTitle, usedDefault, Answer::Cancel);
+    test.ui.expectBox(optionTitle, usedDefault, Answer::Cancel, okCancel);
     EXPECT_FALSE(screen.close(Way::Ok));
-    test.ui.expectBox(optionTitle, usedDefault, Answer::Ok);
+    test.ui.expectBox(optionTitle, usedDefault, okCancel);
     EXPECT_TRUE(screen.close(Way::Ok));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
@@ -250,14 +251,14 @@ TEST(FalseAcceptScreen, SettingsTakeTheConventionOnlyAsDefault) {
         test.ui.expectBox("Change Made", keep, Answer::Cancel);
         press(screen, "cmd_Close");
         EXPECT_FALSE(screen.closedBy());
-        test.ui.expectBox("Change Made", keep, Answer::No);
+        test.ui.expectBox("Change Made", keep, Answer::No, yesNoCancel);
         press(screen, "cmd_Close");
         EXPECT_FALSE(test.record.RisksNeedCompute);
     }
     FalseAcceptScreen screen(test.session);
     press(screen, "ProducerRiskOption");
     press(screen, "Chk_SetDefault");
-    test.ui.expectBox("Change Made", keep, Answer::Yes);
+    test.ui.expectBox("Change Made", keep, Answer::Yes, yesNoCancel);
     press(screen, "cmd_Close");
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
@@ -279,7 +280,7 @@ TEST(EqRatioScreen, ChoicesCountWhenRetained) {
     EXPECT_TRUE(leave(Way::Cancel, {"BeepOn", "BeepOn"})) << "nothing changed";
     test.ui.expectBox(retainTitle, retain, Answer::Cancel);
     EXPECT_FALSE(leave(Way::Cancel, {"opt_Compute_1"}));
-    test.ui.expectBox(retainTitle, retain, Answer::No);
+    test.ui.expectBox(retainTitle, retain, Answer::No, yesNoCancel);
     EXPECT_TRUE(leave(Way::Cancel, {"opt_Compute_1"}));
     EXPECT_TRUE(test.record.ComputeEqRatio);
     EXPECT_EQ(test.record.EqAccRat, 3);

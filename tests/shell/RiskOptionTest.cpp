@@ -24,7 +24,7 @@ struct Menu : TestSession {
             press(screen, "cmd_Close");
             if (kept == Answer::Cancel) press(screen, "ConsumerRiskOption");
         });
-        ui.expectBox("Change Made", keep, kept);
+        ui.expectBox("Change Made", keep, kept, yesNoCancel);
     }
 };
 
@@ -32,7 +32,7 @@ TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     Menu menu;
     enter(menu.record, Entry{});
     menu.chooseProducer(Answer::Yes);
-    menu.ui.expectBox("False Accept Risk Option Change", notice);
+    menu.ui.expectBox("False Accept Risk Option Change", notice, note);
     menu.ui.expectScreen("BaselineAnalysis", [](Worksheet& screen) {
         EXPECT_EQ(textOf(screen, "pnl_FAOption"), "Producer Option");
         press(screen, "cmd_OK");
@@ -70,7 +70,8 @@ TEST(RiskOption, ReminderSpeaksOnlyOfADifference) {
         "False Accept Risk Option Reminder",
         "Notice: In this analysis, the False Accept Risk Option is\nreferenced to the producer's "
         "perspective.\n\nThe default False Accept Risk Option is referenced to the\nconsumer's "
-        "perspective.");
+        "perspective.",
+        note);
     remindOfRiskOption(test.session);
     test.settings.WriteSetting("RiskOption", "FalseAcceptConvention", "Producer");
     remindOfRiskOption(test.session);
@@ -79,7 +80,7 @@ TEST(RiskOption, ReminderSpeaksOnlyOfADifference) {
 TEST(DataGate, NeedsData) {
     TestSession test;
     for (const Needs plot : {Needs::Subject, Needs::BothForPlot}) {
-        test.ui.expectBox("No Data Available", "No data to plot.");
+        test.ui.expectBox("No Data Available", "No data to plot.", note);
         EXPECT_FALSE(haveData(test.session, plot));
     }
     test.ui.expectBox("Insufficient Data Available", "No data have been entered for analysis.");
