@@ -1,6 +1,5 @@
 // The special functions against the standard library calls that are their floor.
 #include "bench/Floor.h"
-#include "bench/Sessions.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
@@ -70,10 +69,9 @@ BENCHMARK(inverseNormal)->UseManualTime();
 
 /// The floor is the quantile that the search starts from.
 void inverseStudentT(benchmark::State& state) {
-    testing::SilentInteraction ui;
     const auto nu = static_cast<double>(state.range(0));
     const Arguments p = ascending(0.01, 0.999);
-    againstFloor(state, count, sumOver(p, [&](double v) { return InverseStudentT(nu, v, ui); }),
+    againstFloor(state, count, sumOver(p, [nu](double v) { return InverseStudentT(nu, v); }),
                  sumOver(p, [nu](double v) { return StudentsT(nu, (1 + v) / 2); }));
 }
 BENCHMARK(inverseStudentT)->ArgName("nu")->Arg(1)->Arg(10)->Arg(250)->Arg(4999)->UseManualTime();

@@ -82,10 +82,7 @@ void riskIntegral(benchmark::State& state, const Entry& entry, double lo, double
     const Calls calls = callsOf(su, lo, hi, mteSigma);
     againstFloor(
         state, 1,
-        [&] {
-            const AcceptanceIntegral integral = IntegrateAcceptance("xy", su, lo, hi, mteSigma, eps, nullptr);
-            benchmark::DoNotOptimize(integral.value);
-        },
+        [&] { benchmark::DoNotOptimize(IntegrateAcceptance(Integral::Joint, su, lo, hi, mteSigma)); },
         [&] { calls.run(); });
 }
 BENCHMARK_CAPTURE(riskIntegral, normal, twoSided(90), -1.6, 1.6)->UseManualTime();
@@ -103,7 +100,7 @@ void baselineIntegral(benchmark::State& state) {
         calls.exp.push_back(-0.5 * x * x);
     }
     againstFloor(
-        state, 1, [&] { benchmark::DoNotOptimize(BaselineJointProbability(4, zs, zm, nullptr).value); },
+        state, 1, [&] { benchmark::DoNotOptimize(BaselineJointProbability(4, zs, zm)); },
         [&] { calls.run(); });
 }
 BENCHMARK(baselineIntegral)->UseManualTime();
@@ -114,17 +111,19 @@ void ratioSearch(benchmark::State& state) {
     ValidateAndFit(s.session);
     ComputingScreen screen(s.record.AbortFlag);
     double ratio = 0;
-    bool failed = false;
     s.ui.reports = 0;
-    SolveEquivalentRatio(s.session, screen, 0.012, 0.02, ratio, failed);
+    SolveEquivalentRatio(s.session, screen, {0.012, 0.02}, ratio);
     const int passes = s.ui.reports - 1; // the first report only announces the search
     const double zs = InvNorm(0.86), zm = InvNorm(0.925);
     state.counters["passes"] = passes;
     againstFloor(
-        state, 1, [&] { SolveEquivalentRatio(s.session, screen, 0.012, 0.02, ratio, failed); },
+        state, 1,
+        [&] {
+            SolveEquivalentRatio(s.session, screen, {0.012, 0.02}, ratio);
+        },
         [&] {
             for (int i = 0; i < passes; ++i)
-                benchmark::DoNotOptimize(BaselineJointProbability(ratio + 0.01 * i, zs, zm, nullptr).value);
+                benchmark::DoNotOptimize(BaselineJointProbability(ratio + 0.01 * i, zs, zm));
         });
 }
 BENCHMARK(ratioSearch)->UseManualTime();
@@ -142,8 +141,7 @@ void fullCompute(benchmark::State& state, bool withSearch) {
             ComputeResults_Click(s.session);
         },
         [&] {
-            benchmark::DoNotOptimize(
-                IntegrateAcceptance("xy", su, -1.6, 1.6, s.record.MTE_Sigma, eps, nullptr).value);
+            benchmark::DoNotOptimize(IntegrateAcceptance(Integral::Joint, su, -1.6, 1.6, s.record.MTE_Sigma));
         });
 }
 BENCHMARK_CAPTURE(fullCompute, withSearch, true)->UseManualTime();

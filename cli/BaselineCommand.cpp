@@ -59,11 +59,13 @@ int baseline(const Options& options) {
     const SystemClock clock;
     Session session{settings, ui, clock};
     session.record.FalseAcceptOption = options.producer ? 1 : 0;
-    double falseAccept = noFigure;
-    double falseReject = noFigure;
     Output output;
-    if (!ComputeBaselineRisks(session, options.ratio, options.subjectPct / 100, options.measuringPct / 100,
-                              falseAccept, falseReject)) {
+    const std::optional<Risks> risks =
+        ComputeBaselineRisks(session, {.ratio = options.ratio,
+                                       .subjectInTol = options.subjectPct / 100,
+                                       .measuringInTol = options.measuringPct / 100});
+    const auto [falseAccept, falseReject] = risks.value_or(Risks{noFigure, noFigure});
+    if (!risks) {
         output.status = refused;
         if (ui.messages().empty()) tell(ui, noBaselineRisks);
     }

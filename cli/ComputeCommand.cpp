@@ -22,7 +22,7 @@ namespace metrisk::cli {
 
 namespace {
 
-constexpr Message noFiniteRisk{"These entries lead to no finite risk.", "Not Computed"};
+constexpr const char* notComputedTitle = "Not Computed";
 constexpr const char* notSavedTitle = "Not Saved";
 
 struct Options {
@@ -66,7 +66,9 @@ bool compute(AnalysisRun& run, Figures& figures) {
     figures.subjectFitted = r.SubjectFitValid;
     figures.measuringFitted = r.MTE_Sigma > 0;
     if (!r.RisksComputed) {
-        if (!reasonGiven(std::span(run.ui.messages()).subspan(told))) tell(run.ui, noFiniteRisk);
+        const std::string fault = r.SilentFault.empty() ? "" : " (" + r.SilentFault + ")";
+        if (!reasonGiven(std::span(run.ui.messages()).subspan(told)))
+            tell(run.ui, {"These entries lead to no finite risk" + fault + ".", notComputedTitle});
         return false;
     }
     figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
@@ -77,11 +79,14 @@ bool compute(AnalysisRun& run, Figures& figures) {
 void computeBaseline(AnalysisRun& run, Figures& figures) {
     const Analysis& r = run.record;
     const std::size_t told = run.ui.messages().size();
+    std::optional<Risks> risks;
     if (r.Base_AccRatNum > 0 && r.Base_AccRatDen > 0)
-        ComputeBaselineRisks(run.session, r.Base_AccRatNum / r.Base_AccRatDen, r.Base_SUPctInTol / 100,
-                             r.Base_MTEPctInTol / 100, figures.baselineFalseAccept,
-                             figures.baselineFalseReject);
-    if (std::isnan(figures.baselineFalseAccept) && run.ui.messages().size() == told)
+        risks = ComputeBaselineRisks(run.session, {.ratio = r.Base_AccRatNum / r.Base_AccRatDen,
+                                                   .subjectInTol = r.Base_SUPctInTol / 100,
+                                                   .measuringInTol = r.Base_MTEPctInTol / 100});
+    if (risks)
+        figures.baselineFalseAccept = risks->falseAccept, figures.baselineFalseReject = risks->falseReject;
+    else if (run.ui.messages().size() == told)
         tell(run.ui, noBaselineRisks);
 }
 

@@ -333,6 +333,7 @@ void visitSessionState(Record& record, Visitor& visit) {
     METRISK_FIELD(RisksNeedCompute);
     METRISK_FIELD(RisksComputed);
     METRISK_FIELD(ResultsStale);
+    METRISK_FIELD(SilentFault);
     METRISK_FIELD(ComputeRequested);
     METRISK_FIELD(NothingChanged);
     METRISK_FIELD(GuardbandsUnchanged);

@@ -21,10 +21,11 @@ struct SessionState {
     Flag Computing;       // the compute button's handling is in progress
     Flag EntryBoxChanged; // a lost-focus rule is committing an entry
     Flag RisksNeedCompute;
-    Flag RisksComputed;    // the last risk compute gave figures, or found that those shown stand
-    Flag ResultsStale;     // the last compute gave none: the results shown belong to earlier entries
-    Flag ComputeRequested; // the progress screen is to compute when it becomes active
-    Flag NothingChanged;   // results of the snapshot comparison
+    Flag RisksComputed;      // the last risk compute gave figures, or found that those shown stand
+    Flag ResultsStale;       // the last compute gave none: the results shown belong to earlier entries
+    std::string SilentFault; // of the last fit: what went wrong where no box tells
+    Flag ComputeRequested;   // the progress screen is to compute when it becomes active
+    Flag NothingChanged;     // results of the snapshot comparison
     Flag GuardbandsUnchanged;
     Flag BaselineUnchanged;
     Flag BaselineComputed;

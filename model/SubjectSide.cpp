@@ -9,6 +9,10 @@ const SubjectSide upperSide{.limit = &Analysis::SU_UpperLimit,
                             .fixedPicture = &Analysis::SU_UpperFixed_fmt,
                             .pctReading = &Analysis::SU_UpperPctReading,
                             .multiplier = &Analysis::GB_UpperMult,
+                            .multiplierPicture = &Analysis::GB_UpperMult_fmt,
+                            .k = &Analysis::GB_UpperK,
+                            .kPicture = &Analysis::GB_UpperK_fmt,
+                            .kEntered = &Analysis::GB_UpperKEntered,
                             .absent = &Analysis::OptSingleLower,
                             .sign = 1,
                             .limitBox = "UpperLimitBox",
@@ -22,6 +26,10 @@ const SubjectSide lowerSide{.limit = &Analysis::SU_LowerLimit,
                             .fixedPicture = &Analysis::SU_LowerFixed_fmt,
                             .pctReading = &Analysis::SU_LowerPctReading,
                             .multiplier = &Analysis::GB_LowerMult,
+                            .multiplierPicture = &Analysis::GB_LowerMult_fmt,
+                            .k = &Analysis::GB_LowerK,
+                            .kPicture = &Analysis::GB_LowerK_fmt,
+                            .kEntered = &Analysis::GB_LowerKEntered,
                             .absent = &Analysis::OptSingleUpper,
                             .sign = -1,
                             .limitBox = "LowerLimitBox",
@@ -32,8 +40,8 @@ const SubjectSide& otherSide(const SubjectSide& side) {
     return &side == &upperSide ? lowerSide : upperSide;
 }
 
-const SubjectSide& presentSide(const Analysis& r) {
-    return r.OptSingleLower ? lowerSide : upperSide;
+const SubjectSide& presentSide(const SubjectParameter& subject) {
+    return subject.OptSingleLower ? lowerSide : upperSide;
 }
 
 } // namespace metrisk

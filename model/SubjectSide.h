@@ -15,8 +15,12 @@ struct SubjectSide {
     std::string Analysis::*fixedPicture;
     double Analysis::*pctReading;
     double Analysis::*multiplier; // of the guardband
-    Flag Analysis::*absent;       // the tolerance kind has no such side
-    double sign;                  // of the offset in the limit
+    std::string Analysis::*multiplierPicture;
+    double Analysis::*k; // the guardband as a k-factor
+    std::string Analysis::*kPicture;
+    Flag Analysis::*kEntered; // the multiplier follows from it
+    Flag Analysis::*absent;   // the tolerance kind has no such side
+    double sign;              // of the offset in the limit
     const char* limitBox;
     const char* limitTitle; // of messages about the limit
     const char* offsetTitle;
@@ -28,6 +32,6 @@ extern const SubjectSide lowerSide;
 const SubjectSide& otherSide(const SubjectSide& side);
 
 /// The side that a single-sided tolerance has; the upper one when two-sided.
-const SubjectSide& presentSide(const Analysis& record);
+const SubjectSide& presentSide(const SubjectParameter& subject);
 
 } // namespace metrisk

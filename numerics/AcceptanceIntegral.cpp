@@ -1,6 +1,5 @@
 #include "numerics/AcceptanceIntegral.h"
 
-#include "model/Interaction.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/IntegrationLimits.h"
 #include "numerics/Real.h"
@@ -14,25 +13,19 @@ namespace metrisk {
 namespace {
 
 constexpr std::size_t order = 100;
-
-AcceptanceIntegral reportFault(Interaction* ui) {
-    if (ui)
-        ui->show(
-            {.text = integrationErrorText, .title = integrationErrorTitle, .icon = BoxIcon::Exclamation});
-    return {IntegralOutcome::Fault, 0};
-}
+constexpr double walkEnd = 1e-14; // of the integrand's value at the start of a walk to an open end
 
 } // namespace
 
-AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias& subject, double lo,
-                                       double hi, double mteSigma, double eps, Interaction* ui) noexcept {
-    try {
+std::optional<double> IntegrateAcceptance(Integral kind, const SubjectBias& subject, double lo, double hi,
+                                          double mteSigma) {
+    return faultsNamed("IntegrateAcceptance", [&]() -> std::optional<double> {
         const AcceptanceIntegrand integrand(subject, lo, hi, mteSigma);
         double x1 = 0;
         double x2 = 0;
-        const bool scaled = kind == "xy" ? JointIntegrationLimits(integrand, eps, x1, x2)
-                                         : MarginalIntegrationLimits(integrand, eps, x1, x2);
-        if (!scaled) return {IntegralOutcome::NoScale, 0};
+        const bool scaled = kind == Integral::Joint ? JointIntegrationLimits(integrand, walkEnd, x1, x2)
+                                                    : MarginalIntegrationLimits(integrand, walkEnd, x1, x2);
+        if (!scaled) return std::nullopt;
         // A single upper LogNormal limit below its physical limit comes the other way round.
         if (x1 > x2) std::swap(x1, x2);
         const auto nodes = GaussLegendreNodes<order>(checked(x1), checked(x2));
@@ -40,15 +33,12 @@ AcceptanceIntegral IntegrateAcceptance(std::string_view kind, const SubjectBias&
         integrand.evaluate(nodes.x.data(), values.data(), order);
         double sum = 0;
         for (std::size_t i = 0; i < order; ++i) sum += nodes.w[i] * values[i];
-        return {IntegralOutcome::Done, checked(sum)};
-    } catch (const RuntimeFault&) {
-        return reportFault(ui);
-    }
+        return checked(sum);
+    });
 }
 
-AcceptanceIntegral BaselineJointProbability(double ratio, double zSubject, double zMeasuring,
-                                            Interaction* ui) noexcept {
-    try {
+double BaselineJointProbability(double ratio, double zSubject, double zMeasuring) {
+    return faultsNamed("BaselineJointProbability", [&] {
         if (zSubject == 0) throw RuntimeFault{};
         const auto nodes = GaussLegendreNodes<order>(-checked(zSubject), zSubject);
         const double k = checked(ratio * zMeasuring);
@@ -61,10 +51,8 @@ AcceptanceIntegral BaselineJointProbability(double ratio, double zSubject, doubl
         double sum = 0;
         for (std::size_t i = 0; i < order; ++i)
             sum += nodes.w[i] * (phi[i] + phi[order + i] - 1) * density[i];
-        return {IntegralOutcome::Done, checked(sum)};
-    } catch (const RuntimeFault&) {
-        return reportFault(ui);
-    }
+        return checked(sum);
+    });
 }
 
 } // namespace metrisk

@@ -24,7 +24,7 @@ void timesDensity(const double* u, double* value, std::size_t n) {
 AcceptanceIntegrand::AcceptanceIntegrand(const SubjectBias& subject, double lo, double hi, double mteSigma)
     : subject_(subject), lo_(lo), hi_(hi) {
     const auto divisor = [](double value) {
-        if (value == 0) throw RuntimeFault{};
+        if (value == 0) throw RuntimeFault(FaultKind::Argument, "IntegrateAcceptance");
         return value;
     };
     switch (subject.distribution) {

@@ -1,13 +1,10 @@
 // The 40-point integral of a reliability model over a period.
 #pragma once
 
-#include "model/Flag.h"
 #include "numerics/FunctionRef.h"
 #include "numerics/GaussLegendre.h"
 
 namespace metrisk {
-
-class Interaction;
 
 /// The integrand at time t. Puts it into `value` and returns true, or returns false after having told
 /// of its failure.
@@ -19,11 +16,11 @@ struct DriftNodes {
     bool recomputeNodes = true; ///< set by a caller whose interval has changed
 };
 
-/// result = the integral of the integrand over [x1, x2], in the units of x. AbortFlag is cleared first
-/// and raised when the integrand fails or a numeric fault happens; a fault shows its box. The result is
-/// then what had been summed so far. While drift.recomputeNodes is false the nodes of the last interval
-/// serve and x1 and x2 are not read; it is false on return, unless the interval itself was at fault.
-void IntegrateDriftFunction(double x1, double x2, DriftIntegrand integrand, double& result, DriftNodes& drift,
-                            Flag& AbortFlag, Interaction& ui) noexcept;
+/// result = the integral of the integrand over [x1, x2], in the units of x. False when the integrand fails.
+/// Raises RuntimeFault on a numeric fault. Either way the result is then what had been summed so far. While
+/// drift.recomputeNodes is false the nodes of the last interval serve and x1 and x2 are not read; it is
+/// false on return, unless the interval itself was at fault.
+bool IntegrateDriftFunction(double x1, double x2, DriftIntegrand integrand, double& result,
+                            DriftNodes& drift);
 
 } // namespace metrisk

@@ -41,7 +41,7 @@ double walk(const AcceptanceIntegrand& f, double start, double step, double eps)
         for (std::size_t i = 0; i < block; ++i)
             if (!(floor < values[i])) return checked(points[i]);
     }
-    throw RuntimeFault{};
+    throw RuntimeFault(FaultKind::Endless, "IntegrateAcceptance", start);
 }
 
 double walk(const AcceptanceIntegrand& f, double start, double eps) {

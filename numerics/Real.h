@@ -4,15 +4,40 @@
 #include <cmath>
 #include <concepts>
 #include <exception>
+#include <string_view>
 #include <type_traits>
 
 namespace metrisk {
 
-/// A numeric fault: overflow, division by zero, a bad argument, an exhausted count. It never leaves
-/// the routine that owns the trap.
+enum class FaultKind {
+    NotFinite, // overflow, a division by zero, a logarithm or root without a value
+    Argument,  // an argument for which the routine has no answer
+    Endless    // a walk, series or bracket that has used up its count
+};
+
+/// A numeric fault. It never leaves the routine that owns the trap.
 struct RuntimeFault : std::exception {
+    FaultKind kind = FaultKind::NotFinite;
+    std::string_view routine; // the procedure that failed, empty within its arithmetic; a literal
+    double number = 0;        // the argument at fault
+
+    RuntimeFault() = default;
+    RuntimeFault(FaultKind faultKind, std::string_view faultRoutine, double faultNumber = 0)
+        : kind(faultKind), routine(faultRoutine), number(faultNumber) {}
+
     const char* what() const noexcept override { return "numeric fault"; }
 };
+
+/// Runs `work`; a fault in it that names no routine yet leaves with this name.
+template <class Work>
+auto faultsNamed(std::string_view routine, Work work) {
+    try {
+        return work();
+    } catch (RuntimeFault& fault) {
+        if (fault.routine.empty()) fault.routine = routine;
+        throw;
+    }
+}
 
 /// The value itself if it is finite; otherwise raises RuntimeFault. Underflow to 0 is no fault.
 inline double checked(double value) {

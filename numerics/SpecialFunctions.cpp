@@ -1,6 +1,5 @@
 #include "numerics/SpecialFunctions.h"
 
-#include "model/Interaction.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/Gamma.h"
 #include "numerics/mathlib/StudentsT.h"
@@ -14,22 +13,14 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* badBetaText = "Bad argument in the incomplete beta function (BetaI).";
-constexpr const char* badBetaTitle = "Bad Ju-Ju";
-constexpr const char* badGammaText = "Error in Incomplete Gamma Function Argument";
-constexpr const char* badGammaTitle = "Illegal Math Operation";
-
 Real logGamma(Real x) {
     return Gammln(x.value());
 }
 
 } // namespace
 
-double BetaI(double a, double b, double x, Interaction& ui) {
-    if (x < 0 || x > 1) {
-        ui.show({.text = badBetaText, .title = badBetaTitle, .icon = BoxIcon::Exclamation});
-        return 0;
-    }
+double BetaI(double a, double b, double x) {
+    if (x < 0 || x > 1) throw RuntimeFault(FaultKind::Argument, "BetaI", x);
     const Real p = a, q = b, r = x;
     Real bt = 0;
     if (x != 0 && x != 1) bt = exp(logGamma(p + q) - logGamma(p) - logGamma(q) + p * log(r) + q * log(1 - r));
@@ -57,16 +48,14 @@ double BetaContinuedFraction(double a, double b, double x) {
     return az.value();
 }
 
-double LowerGammaSeries(double a, double x, Interaction& ui) {
-    if (a == 0) {
-        ui.show({.text = badGammaText, .title = badGammaTitle, .icon = BoxIcon::Exclamation});
-        return 0;
-    }
+double LowerGammaSeries(double a, double x) {
+    if (a == 0) throw RuntimeFault(FaultKind::Argument, "LowerGammaSeries", a);
     const Real p = a, r = x;
     Real term = pow(r, p) / p, sum = term;
     // The factor x/n brings every finite term below the bound unless the sum overflows first.
     for (std::int32_t n = 0; abs(term) >= 1e-12;) {
-        if (n == std::numeric_limits<std::int32_t>::max()) throw RuntimeFault{};
+        if (n == std::numeric_limits<std::int32_t>::max())
+            throw RuntimeFault(FaultKind::Endless, "LowerGammaSeries", x);
         ++n;
         term = -term * r * (n + p - 1) / ((n + p) * n);
         sum += term;
@@ -74,10 +63,10 @@ double LowerGammaSeries(double a, double x, Interaction& ui) {
     return sum.value();
 }
 
-double InverseStudentT(double nu, double p, Interaction& ui) {
+double InverseStudentT(double nu, double p) {
     const auto excess = [&](double t) {
         const Real n = nu, square = Real(t) * t;
-        return 1 - BetaI((n / 2).value(), 0.5, (n / (n + square)).value(), ui) - p;
+        return 1 - BetaI((n / 2).value(), 0.5, (n / (n + square)).value()) - p;
     };
     constexpr double near = 1e-11;
 

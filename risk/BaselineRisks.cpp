@@ -3,7 +3,7 @@
 #include "model/DisplayRule.h"
 #include "model/Session.h"
 #include "numerics/AcceptanceIntegral.h"
-#include "numerics/Real.h"
+#include "numerics/FaultMessages.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
 #include "risk/RiskMessages.h"
@@ -18,50 +18,40 @@ bool isProbability(double p) {
     return p > 0 && p < 1;
 }
 
+/// Not 0: a content too small for the arithmetic is none.
 double twoSidedLimit(double content) {
-    if (!isProbability(content)) throw RuntimeFault{};
-    return checked(InvNorm((content + 1) / 2));
+    const double z = isProbability(content) ? InvNorm((content + 1) / 2) : 0;
+    if (!(z > 0)) throw RuntimeFault(FaultKind::Argument, "BaselineModel", content);
+    return z;
 }
 
 } // namespace
 
 BaselineModel::BaselineModel(double subjectInTol, double measuringInTol)
     : zSubject_(twoSidedLimit(subjectInTol)), zMeasuring_(twoSidedLimit(measuringInTol)),
-      inTolerance_(2 * Normal(zSubject_) - 1) {
-    if (zMeasuring_ == 0) throw RuntimeFault{};
+      inTolerance_(2 * Normal(zSubject_) - 1) {}
+
+Probabilities BaselineModel::at(double ratio) const {
+    const double joint = std::fabs(BaselineJointProbability(ratio, zSubject_, zMeasuring_));
+    const double spread = std::hypot(zSubject_ / zMeasuring_, ratio);
+    return {joint, 2 * Normal(checked(zSubject_ * ratio / spread)) - 1, inTolerance_};
 }
 
-BaselineModel::Probabilities BaselineModel::at(double ratio) const {
-    const AcceptanceIntegral joint = BaselineJointProbability(ratio, zSubject_, zMeasuring_, nullptr);
-    if (joint.outcome == IntegralOutcome::Fault) throw RuntimeFault{};
-    const double perMeasuring = zSubject_ / zMeasuring_;
-    const double spread = std::hypot(perMeasuring, ratio);
-    const double accepted = 2 * Normal(checked(zSubject_ * ratio / spread)) - 1;
-    return {std::fabs(joint.value), accepted, inTolerance_};
-}
-
-double baselineFalseAccept(const BaselineModel::Probabilities& p, int falseAcceptOption) {
-    return checked(falseAcceptOption == 1 ? p.accepted - p.joint : 1 - p.joint / p.accepted);
-}
-
-bool ComputeBaselineRisks(Session& session, double ratio, double subjectInTol, double measuringInTol,
-                          double& falseAccept, double& falseReject, bool quiet) noexcept {
-    if (!isProbability(subjectInTol) || !isProbability(measuringInTol)) return false;
+std::optional<Risks> ComputeBaselineRisks(Session& session, const BaselineCase& baseline) noexcept {
+    if (!isProbability(baseline.subjectInTol) || !isProbability(baseline.measuringInTol)) return std::nullopt;
     session.record.AbortFlag = false;
-    const auto report = [&](const Message& message) {
-        if (!quiet) tell(session.ui, message);
-        return false;
-    };
     try {
-        const BaselineModel::Probabilities p = BaselineModel(subjectInTol, measuringInTol).at(ratio);
-        if (p.joint == 0 || p.inTolerance == 0) return report(baselineUnrealistic);
-        const double accept = baselineFalseAccept(p, session.record.FalseAcceptOption);
-        falseReject = notNegative(p.inTolerance - p.joint);
-        falseAccept = notNegative(accept);
-        return true;
+        const Probabilities p =
+            BaselineModel(baseline.subjectInTol, baseline.measuringInTol).at(baseline.ratio);
+        if (p.joint != 0 && p.inTolerance != 0) {
+            const Risks risks = risksOf(p, session.record.FalseAcceptOption);
+            return Risks{notNegative(risks.falseAccept), notNegative(risks.falseReject)};
+        }
+        tell(session.ui, baselineUnrealistic);
     } catch (const RuntimeFault&) {
-        return report(integrationFault);
+        tell(session.ui, integrationFault);
     }
+    return std::nullopt;
 }
 
 } // namespace metrisk

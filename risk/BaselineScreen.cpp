@@ -201,14 +201,13 @@ bool BaselineScreen::computeRisks() {
     if (!validate()) return false;
     ComputeBaselineResults.text = computingCaption;
     session_.ui.refresh(*this);
-    double falseAccept = 0;
-    double falseReject = 0;
-    const bool computed = ComputeBaselineRisks(
-        session_, valueOf(analysis_.AccRat1) / valueOf(analysis_.AccRat2), valueOf(analysis_.PctInTol2) / 100,
-        valueOf(analysis_.PctInTol1) / 100, falseAccept, falseReject);
-    if (computed) showRisks(falseAccept, falseReject);
+    const std::optional<Risks> risks =
+        ComputeBaselineRisks(session_, {.ratio = valueOf(analysis_.AccRat1) / valueOf(analysis_.AccRat2),
+                                        .subjectInTol = valueOf(analysis_.PctInTol2) / 100,
+                                        .measuringInTol = valueOf(analysis_.PctInTol1) / 100});
+    if (risks) showRisks(risks->falseAccept, risks->falseReject);
     ComputeBaselineResults.text = computeCaption;
-    return computed;
+    return risks.has_value();
 }
 
 void BaselineScreen::showRisks(double falseAccept, double falseReject) {

@@ -77,22 +77,6 @@ void handToGuardbandWorksheet(Analysis& r) {
     r.GuardbandsChanged = false;
 }
 
-/// The risks at the acceptance limits. False when there are none, which the user knows then.
-bool risksAtLimits(Session& session, bool guardbanded, double& falseAccept, double& falseReject) {
-    const AcceptanceLimits limits = acceptanceLimits(session, guardbanded);
-    const Message* message = &guardbandUnrealistic;
-    switch (ComputeRisks(session, limits.lower, limits.upper, falseAccept, falseReject)) {
-    case RiskOutcome::Computed: return true;
-    case RiskOutcome::FailedAndReported: return false;
-    case RiskOutcome::NoSpread: message = &limitsUnrealistic; break;
-    case RiskOutcome::Negative:
-    case RiskOutcome::Failed: break;
-    }
-    session.record.AbortFlag = true;
-    tell(session.ui, *message);
-    return false;
-}
-
 /// The steps between pressing the button and its being ready again.
 void computeResults(Session& session) {
     Analysis& r = session.record;
@@ -135,16 +119,14 @@ void computeResults(Session& session) {
 }
 
 /// Searches until it succeeds or the user has enough; the key can alternate with each try.
-void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, double falseReject) {
+void searchRatio(Session& session, ComputingScreen& screen, const Risks& targets) {
     Analysis& r = session.record;
     for (;;) {
         screen.showSearch(true);
         screen.Meter.value = 0;
         r.AbortFlag = false;
         screen.Cmd_Cancel.enabled = true; // a cancel of what went before is used up
-        bool failed = false;
-        SolveEquivalentRatio(session, screen, falseAccept, falseReject, r.EqAccRat, failed);
-        if (!failed) return;
+        if (SolveEquivalentRatio(session, screen, targets, r.EqAccRat)) return;
         const bool onAccept = r.EqRatioOnFalseAccept;
         if (ask(session.ui, {onAccept ? ratioFailureOnAccept : ratioFailureOnReject, ratioFailureTitle,
                              BoxButtons::YesNo, Answer::No}) != Answer::Yes) {
@@ -155,16 +137,21 @@ void searchRatio(Session& session, ComputingScreen& screen, double falseAccept, 
     }
 }
 
+/// The fractions that the record's results stand for.
+Risks shownRisks(const Analysis& r) {
+    return {checked(riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits)),
+            checked(riskFraction(r.FalseRejectRisk, r.FalseRejectUnits))};
+}
+
 /// False when the compute has failed; the user knows then and the earlier results stand.
-bool computeAndPublish(Session& session, double& falseAccept, double& falseReject) {
+bool computeAndPublish(Session& session, Risks& risks) {
     Analysis& r = session.record;
     session.ui.yield();
-    const bool computed = risksAtLimits(session, r.IncludeGuardbands, falseAccept, falseReject);
+    const bool computed = risksAtLimits(session, r.IncludeGuardbands, risks);
     session.ui.yield();
     if (!computed) return false;
-    falseAccept = notNegative(falseAccept);
-    falseReject = notNegative(falseReject);
-    publishRisks(r, falseAccept, falseReject);
+    risks = {notNegative(risks.falseAccept), notNegative(risks.falseReject)};
+    publishRisks(r, risks.falseAccept, risks.falseReject);
     TakeSnapshot(r);
     return true;
 }
@@ -172,15 +159,14 @@ bool computeAndPublish(Session& session, double& falseAccept, double& falseRejec
 /// False when the risks could not be computed.
 bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     Analysis& r = session.record;
-    double falseAccept = checked(riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits));
-    double falseReject = checked(riskFraction(r.FalseRejectRisk, r.FalseRejectUnits));
+    Risks risks = shownRisks(r);
     r.RisksComputed = false;
     if (shownRisksStand(r)) {
         TakeSnapshot(r);
     } else {
         screen.Lbl_Message1.text = computingRisksText;
         session.ui.refresh(screen);
-        if (!computeAndPublish(session, falseAccept, falseReject)) return false;
+        if (!computeAndPublish(session, risks)) return false;
     }
     r.RisksComputed = true;
     if (!r.ComputeEqRatio || r.AbortFlag || everythingUnchanged(r)) {
@@ -188,7 +174,7 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
         return true;
     }
     screen.Lbl_Message1.text = riskLines(session);
-    searchRatio(session, screen, falseAccept, falseReject);
+    searchRatio(session, screen, risks);
     if (r.AbortFlag) {
         dropEquivalentRatio(session); // a search that was cancelled is made again at the next press
     } else {
@@ -208,14 +194,13 @@ void riskComputeStep(Session& session, ComputingScreen& screen) {
 
 void guardbandComputeStep(Session& session, ComputingScreen& screen) {
     Analysis& r = session.record;
-    if (!(r.GB_FARisk > 0) || !(r.GB_FRRisk > 0)) {
+    const bool onAccept = r.EqRatioOnFalseAccept && r.SU_Distribution != "Uniform";
+    if (!((onAccept ? r.GB_FARisk : r.GB_FRRisk) > 0)) {
         r.GB_EqAccRat = 0;
         return;
     }
     screen.showSearch(true);
-    bool failed = false;
-    SolveEquivalentRatio(session, screen, r.GB_FARisk, r.GB_FRRisk, r.GB_EqAccRat, failed);
-    if (!failed) return;
+    if (SolveEquivalentRatio(session, screen, {r.GB_FARisk, r.GB_FRRisk}, r.GB_EqAccRat)) return;
     r.AbortFlag = true;
     tell(session.ui,
          {r.EqRatioOnFalseAccept ? worksheetFailureOnAccept : worksheetFailureOnReject, ratioFailureTitle});
@@ -275,6 +260,20 @@ void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept {
     runStep(session, screen, guardbandComputeStep);
 }
 
+bool risksAtLimits(Session& session, bool guardbanded, Risks& risks) {
+    const Message* message = &guardbandUnrealistic;
+    switch (ComputeRisks(session, acceptanceLimits(session, guardbanded), risks)) {
+    case RiskOutcome::Computed: return true;
+    case RiskOutcome::FailedAndReported: return false;
+    case RiskOutcome::NoSpread: message = &limitsUnrealistic; break;
+    case RiskOutcome::Negative:
+    case RiskOutcome::Failed: break;
+    }
+    session.record.AbortFlag = true;
+    tell(session.ui, *message);
+    return false;
+}
+
 AcceptanceLimits acceptanceLimits(const Session& session, bool guardbanded) {
     const Analysis& r = session.record;
     const double lowerMult = guardbanded ? r.GB_LowerMult : 1;
@@ -292,9 +291,10 @@ void ComputeRisksDirect(Session& session) noexcept {
         const double conforming = r.SU_PctInTol / 100;
         session.ui.yield();
         const bool guardbanded = r.IncludeGuardbands && !r.ObservedIgnoresGuardbands;
-        double falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
-        double falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
-        if (!risksAtLimits(session, guardbanded, falseAccept, falseReject)) return;
+        Risks risks{};
+        if (!risksAtLimits(session, guardbanded, risks)) return;
+        double& falseAccept = risks.falseAccept;
+        const double falseReject = risks.falseReject;
         // Restates the Producer's joint figure as a conditional one.
         if (r.FalseAcceptOption == 1)
             falseAccept = ((conforming - Real(falseReject)) * falseAccept / (1 - Real(falseAccept))).value();

@@ -1,6 +1,8 @@
 // The road from the compute button to the figures in the result boxes.
 #pragma once
 
+#include "risk/Risks.h"
+
 namespace metrisk {
 
 struct Session;
@@ -23,13 +25,11 @@ void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept;
 /// that time) into GB_EqAccRat.
 void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept;
 
-struct AcceptanceLimits {
-    double lower; // nominal units
-    double upper;
-};
-
 /// The tolerance limits or, with `guardbanded`, the test limits.
 AcceptanceLimits acceptanceLimits(const Session& session, bool guardbanded);
+
+/// The risks there. False when there are none: the user has been told, AbortFlag is set and `risks` unchanged.
+bool risksAtLimits(Session& session, bool guardbanded, Risks& risks);
 
 /// Opens the progress screen and computes behind it.
 void requestCompute(Session& session);

@@ -24,14 +24,18 @@ double StandardFactor100() {
     return std::numbers::sqrt3;
 }
 
-double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
+double CoverageFactor(double pctConfidence, double degFreedom) {
     if (pctConfidence == 100) return StandardFactor100();
     const double p = pctConfidence / 100;
-    if (!usesStudentsT(degFreedom)) return checked(InvNorm((p + 1) / 2));
-    if (degFreedom <= slowDegFreedom) return checked(InverseStudentT(degFreedom, p, ui));
+    return checked(usesStudentsT(degFreedom) ? InverseStudentT(degFreedom, p) : InvNorm((p + 1) / 2));
+}
+
+double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
+    if (!usesStudentsT(degFreedom) || degFreedom <= slowDegFreedom)
+        return CoverageFactor(pctConfidence, degFreedom);
     const WaitPointer wait(ui);
     const StatusText status(ui, solvingText);
-    return checked(InverseStudentT(degFreedom, p, ui));
+    return CoverageFactor(pctConfidence, degFreedom);
 }
 
 } // namespace metrisk

@@ -14,6 +14,9 @@ double StandardFactor100();
 /// k such that +/- k standard uncertainties hold `pctConfidence` (percent): the t quantile for
 /// 0 < degFreedom < 5000, else the normal one. 0 when there is no such factor. Raises RuntimeFault on
 /// a numeric fault.
-double CoverageFactor(double pctConfidence, double degFreedom, Interaction& ui);
+double CoverageFactor(double pctConfidence, double degFreedom);
+
+/// The same with a word in the status line where it takes long.
+double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui);
 
 } // namespace metrisk

@@ -3,7 +3,7 @@
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
-#include "numerics/Real.h"
+#include "numerics/FaultMessages.h"
 #include "risk/BaselineRisks.h"
 #include "risk/ComputingScreen.h"
 #include "risk/RiskMessages.h"
@@ -37,27 +37,17 @@ bool isOwnBaseline(const Analysis& r) {
            r.MTE_PctInTol == r.Base_MTEPctInTol && r.SU_CaseCode == 6 && !r.MTEPlot_IncludeUncertainty;
 }
 
-/// The baseline's figures describe no reference case.
-struct NoBaseline : std::exception {};
-
-BaselineModel baselineModel(double subjectInTol, double measuringInTol) {
-    try {
-        return BaselineModel(subjectInTol, measuringInTol);
-    } catch (const RuntimeFault&) {
-        throw NoBaseline{};
-    }
-}
-
 class RatioSearch {
   public:
-    RatioSearch(Session& session, ComputingScreen& screen, double targetAccept, double targetReject)
+    RatioSearch(Session& session, ComputingScreen& screen, const Risks& targets)
         : session_(session), r_(session.record), screen_(screen),
-          model_(baselineModel(r_.Base_SUPctInTol / 100, r_.Base_MTEPctInTol / 100)) {
+          model_(r_.Base_SUPctInTol / 100, r_.Base_MTEPctInTol / 100) {
         if (r_.SU_CaseCode == 9) r_.EqRatioOnFalseAccept = false;
-        target_ = r_.EqRatioOnFalseAccept ? targetAccept : targetReject;
+        target_ = r_.EqRatioOnFalseAccept ? targets.falseAccept : targets.falseReject;
     }
 
-    void run(double& ratio, bool& failed) {
+    /// False when the step became too small.
+    bool run(double& ratio) {
         const double tolerance = target_ / toleranceDivisor;
         ratio = checked(ratioTolerance(r_) / r_.MTE_Offset);
         int direction = 1;
@@ -69,10 +59,7 @@ class RatioSearch {
         double error = errorAt(ratio);
         ShowSearchProgress(session_, screen_, solvingText, 0, ratio, error, tolerance);
         while (std::fabs(error) > tolerance && count < maxPasses && !r_.AbortFlag) {
-            if (step < minStep) {
-                failed = true;
-                return;
-            }
+            if (step < minStep) return false;
             ++count;
             ratio += step * direction;
             if (ratio > ceiling) ratio = ceiling;
@@ -91,13 +78,14 @@ class RatioSearch {
                 step /= std::sqrt(std::numbers::pi);
             }
         }
+        return true;
     }
 
   private:
     double errorAt(double ratio) const {
-        const BaselineModel::Probabilities p = model_.at(ratio);
+        const Probabilities p = model_.at(ratio);
         const double risk =
-            r_.EqRatioOnFalseAccept ? baselineFalseAccept(p, r_.FalseAcceptOption) : p.inTolerance - p.joint;
+            r_.EqRatioOnFalseAccept ? falseAcceptOf(p, r_.FalseAcceptOption) : falseRejectOf(p);
         return checked(risk - target_);
     }
 
@@ -141,27 +129,22 @@ void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* m
     session.ui.yield();
 }
 
-void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
-                          double targetFalseReject, double& ratio, bool& failed) noexcept {
+bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets,
+                          double& ratio) noexcept {
     Analysis& r = session.record;
-    failed = false;
-    const auto fail = [&](const Message& message) {
-        r.AbortFlag = true;
-        tell(session.ui, message);
-    };
     try {
-        if (!(r.MTE_Offset > 0)) return;
+        if (!(r.MTE_Offset > 0)) return true;
         if (isOwnBaseline(r)) {
             ratio = checked(r.SU_UpperOffset / r.MTE_Offset);
-            return;
+            return true;
         }
         screen.Lbl_Message2.text = std::string(solvingText) + "\n" + initializingText;
         session.ui.refresh(screen);
-        RatioSearch(session, screen, targetFalseAccept, targetFalseReject).run(ratio, failed);
-    } catch (const NoBaseline&) {
-        fail(baselineUnrealistic);
-    } catch (const RuntimeFault&) {
-        fail(integrationFault);
+        return RatioSearch(session, screen, targets).run(ratio);
+    } catch (const RuntimeFault& fault) {
+        r.AbortFlag = true;
+        tell(session.ui, fault.kind == FaultKind::Argument ? baselineUnrealistic : integrationFault);
+        return true;
     }
 }
 

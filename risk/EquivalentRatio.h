@@ -1,6 +1,8 @@
 // Search of the accuracy ratio that would give the same risk in the baseline model.
 #pragma once
 
+#include "risk/RiskModel.h"
+
 namespace metrisk {
 
 struct Analysis;
@@ -11,16 +13,13 @@ class ComputingScreen;
 /// 10,000 : 1.
 bool ratioAttained(double ratio);
 
-/// Targets are fractions; the risk in use follows EqRatioOnFalseAccept, except that a uniform subject
-/// parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the
-/// last ratio tried, also on failure; with MTE_Offset not above 0 it is unchanged. `failed` tells that
-/// the step became too small. AbortFlag, tested at each pass, ends the search: cancel, or a fault, which
-/// is told: a baseline that is none, or an integral that cannot be formed.
-void SolveEquivalentRatio(Session& session, ComputingScreen& screen, double targetFalseAccept,
-                          double targetFalseReject, double& ratio, bool& failed) noexcept;
-
-/// A ratio from 0.01 to 10,000. One beyond tells that the baseline cannot have the target's risk.
-bool ratioAttained(double ratio);
+/// The risk in use of the targets, which are fractions, follows EqRatioOnFalseAccept, except that a uniform
+/// subject parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the
+/// last ratio tried, also on failure; with MTE_Offset not above 0 it is unchanged. False when the step became
+/// too small. AbortFlag, tested at each pass, ends the search: cancel, or a fault, which is told: a baseline
+/// that is none, or an integral that cannot be formed.
+bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets,
+                          double& ratio) noexcept;
 
 /// Writes "Iteration n = r : 1" under the message, moves the meter by the error that is left and yields.
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,

@@ -1,7 +1,7 @@
 #include "risk/FitMeasuring.h"
 
 #include "model/Session.h"
-#include "numerics/Real.h"
+#include "numerics/FaultMessages.h"
 #include "risk/CoverageFactor.h"
 #include "uncertainty/CombinedUncertainty.h"
 
@@ -9,29 +9,35 @@ namespace metrisk {
 
 namespace {
 
-/// The standard deviation; raises RuntimeFault.
-double fit(Session& session, double pctInTol) {
+/// Raises RuntimeFault.
+void fit(Session& session) {
     Analysis& r = session.record;
-    if (!(pctInTol > 0) || pctInTol > 100 || !(r.MTE_Offset > 0)) throw RuntimeFault{};
-    const double factor = CoverageFactor(pctInTol, r.MTE_DegFreedom, session.ui);
-    if (factor == 0) throw RuntimeFault{};
-    r.MTE_kFactor = factor;
-    r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);
-    if (!r.IncludeUncertainty) return r.MTE_StdUncertainty;
-    return checked(CombinedUncertainty(r, session.regional).uncertainty);
+    const auto require = [](bool holds, double number) {
+        if (!holds) throw RuntimeFault(FaultKind::Argument, "FitMeasuringParameter", number);
+    };
+    require(r.MTE_PctInTol > 0 && r.MTE_PctInTol <= 100, r.MTE_PctInTol);
+    require(r.MTE_Offset > 0, r.MTE_Offset);
+    r.MTE_kFactor = SolveCoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
+    require(r.MTE_kFactor != 0, r.MTE_kFactor);
+    r.MTE_StdUncertainty = checked(r.MTE_Offset / r.MTE_kFactor);
+    r.MTE_Sigma =
+        r.IncludeUncertainty ? CombinedUncertainty(r, session.regional).uncertainty : r.MTE_StdUncertainty;
 }
 
 } // namespace
 
-void FitMeasuringParameter(Session& session, double pctInTol, double& sigma) noexcept {
+void FitMeasuringParameter(Session& session) noexcept {
     Analysis& r = session.record;
     const MeasuringParameter before = r;
     try {
-        sigma = fit(session, pctInTol);
-    } catch (const RuntimeFault&) {
+        r.SilentFault.clear();
+        faultsNamed("FitMeasuringParameter", [&] { fit(session); });
+    } catch (const RuntimeFault& fault) {
         static_cast<MeasuringParameter&>(r) = before;
         r.AbortFlag = true;
         r.ComputeNeeded = true;
+        r.SilentFault = describe(fault);
+        tellFault(session.ui, fault);
     }
 }
 

@@ -5,9 +5,9 @@ namespace metrisk {
 
 struct Session;
 
-/// pctInTol in percent; `sigma` receives the standard deviation in nominal units, with the process
-/// uncertainty in it when that is included. Writes MTE_kFactor and MTE_StdUncertainty. On failure sets
-/// AbortFlag and ComputeNeeded without a message and leaves sigma unchanged.
-void FitMeasuringParameter(Session& session, double pctInTol, double& sigma) noexcept;
+/// Writes MTE_Sigma, the standard deviation in nominal units with the process uncertainty in it when that
+/// is included, MTE_kFactor and MTE_StdUncertainty. On failure sets AbortFlag and ComputeNeeded and leaves
+/// the earlier fit.
+void FitMeasuringParameter(Session& session) noexcept;
 
 } // namespace metrisk

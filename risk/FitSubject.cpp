@@ -1,226 +1,37 @@
 #include "risk/FitSubject.h"
 
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
-#include "model/Symmetry.h"
 #include "model/Validation.h"
-#include "numerics/Distribution.h"
-#include "numerics/Real.h"
-#include "numerics/mathlib/InvNorm.h"
-#include "risk/LogNormalSearch.h"
-#include "risk/RiskMessages.h"
-
-#include <cmath>
-#include <numbers>
-#include <string>
+#include "numerics/FaultMessages.h"
+#include "risk/SubjectFit.h"
 
 namespace metrisk {
 
 namespace {
 
-constexpr double sameLimit = 1e-12; // relative
 constexpr const char* fittingText = "Fitting the subject parameter...";
-
-constexpr const char* lowerText = "Must be less than the\nMode for the case in question.";
-constexpr const char* pctText = "Must be greater than 50% for \nthe case in question.";
-constexpr const char* upperText = "Must be greater than the Mode\nfor the case in question.";
-constexpr const char* physicalText = "The Physical Limit must lie outside the range\n";
-
-/// A refusal that has been shown; the fit ends.
-struct Refused {};
-
-class SubjectFit {
-  public:
-    SubjectFit(Session& session, double pctInTol)
-        : session_(session), r_(session.record), pctInTol_(pctInTol) {}
-
-    /// The spread. Raises RuntimeFault or Refused.
-    double run() {
-        p_ = checked(pctInTol_ / 100);
-        if (!(p_ > 0)) throw RuntimeFault{};
-        if (p_ != 1) computeTails();
-        chooseDistribution();
-        Real sigma;
-        switch (distributionNamed(r_.SU_Distribution)) {
-        case Distribution::Normal: sigma = fitNormal(); break;
-        case Distribution::Exponential: sigma = fitExponential(); break;
-        case Distribution::Uniform: sigma = fitUniform(); break;
-        case Distribution::LogNormal:
-        case Distribution::None: sigma = fitLogNormal(); break;
-        }
-        if (!(sigma > 0)) refuseWithoutSpread();
-        return sigma.value();
-    }
-
-  private:
-    void computeTails() {
-        r_.ZTailLow = checked(InvNorm((1 - p_) / 2));
-        r_.ZTailHigh = checked(InvNorm(1 - (1 - p_) / 2));
-        r_.ZTwoSided = checked(InvNorm((p_ + 1) / 2));
-    }
-
-    double sideLimit() const { return r_.*presentSide(r_).limit; }
-
-    void chooseDistribution() {
-        if (r_.OptTwoSided) {
-            if (isSymmetric(r_)) {
-                r_.SU_Distribution = pctInTol_ == 100 ? uniformName : normalName;
-            } else {
-                r_.SU_Distribution = logNormalName;
-                r_.PhysLimitBelow = r_.SU_UpperOffset > r_.SU_LowerOffset;
-                r_.PhysLimitAbove = !r_.PhysLimitBelow;
-            }
-        } else if (!r_.PhysLimitRequired) {
-            r_.SU_Distribution = normalName;
-        } else {
-            r_.SU_Distribution = r_.PhysicalLimit == r_.SU_Mode ? exponentialName : logNormalName;
-            r_.PhysLimitBelow = sideLimit() > r_.PhysicalLimit;
-            r_.PhysLimitAbove = !r_.PhysLimitBelow;
-        }
-    }
-
-    /// By the offset, which a large mode does not round.
-    Real fitNormal() {
-        if (r_.OptTwoSided) {
-            r_.SU_CaseCode = 6;
-            return Real(r_.SU_UpperOffset) / r_.ZTwoSided;
-        }
-        if (r_.OptSingleLower) {
-            r_.SU_CaseCode = 4;
-            if (r_.SU_LowerLimit >= r_.SU_Mode) refuse(lowerSide.limitTitle, lowerText, lowerSide.limitBox);
-            requireAboveHalf();
-            return Real(r_.SU_LowerOffset) / InvNorm(p_);
-        }
-        r_.SU_CaseCode = 5;
-        if (r_.SU_UpperLimit <= r_.SU_Mode) refuse(upperSide.limitTitle, upperText, upperSide.limitBox);
-        requireAboveHalf();
-        return Real(r_.SU_UpperOffset) / InvNorm(p_);
-    }
-
-    Real fitExponential() {
-        const bool towardsLimit = r_.OptSingleUpper == r_.PhysLimitBelow;
-        r_.SU_CaseCode = towardsLimit ? 8 : 7;
-        const Real exponent = towardsLimit ? -log(1 - Real(p_)) : -log(Real(p_));
-        const Real distance = Real(sideLimit()) - r_.SU_Mode;
-        const Real rate = exponent / distance;
-        // The root of the distance, not the distance: the spread of this case has always been so.
-        const Real sigma = sqrt(r_.OptSingleUpper ? distance : -distance) / abs(exponent);
-        r_.SU_ExpExponent = exponent.value();
-        r_.SU_ExpRate = rate.value();
-        return sigma;
-    }
-
-    Real fitUniform() {
-        r_.SU_CaseCode = 9;
-        return (Real(r_.SU_UpperOffset) + r_.SU_LowerOffset) / (2 * std::numbers::sqrt3);
-    }
-
-    Real fitLogNormal() {
-        if (r_.OptTwoSided) {
-            fitLogNormalTwoSided();
-        } else {
-            const bool beyondMode = r_.OptSingleUpper == r_.PhysLimitBelow;
-            r_.SU_CaseCode = beyondMode ? 2 : 1;
-            const Real ratio = (Real(sideLimit()) - r_.PhysicalLimit) / (Real(r_.SU_Mode) - r_.PhysicalLimit);
-            r_.LimitRatioNear = ratio.value();
-            r_.SU_LogSigma = (beyondMode ? shapeBeyondMode(ratio) : shapeBetween(ratio)).value();
-        }
-        const Real square = Real(r_.SU_LogSigma) * r_.SU_LogSigma;
-        const Real omega = exp(square);
-        r_.SU_LogOmega = omega.value();
-        return abs(Real(r_.SU_Mode) - r_.PhysicalLimit) * sqrt(omega * omega * omega * expm1(square));
-    }
-
-    Real shapeBeyondMode(Real ratio) const {
-        const Real h = checked(InvNorm(p_)) / 2;
-        return sqrt(h * h + log(ratio)) - h;
-    }
-
-    /// The limit lies between the physical limit and the mode; the smaller of two shapes is taken.
-    Real shapeBetween(Real ratio) {
-        const Real z = checked(InvNorm(1 - p_));
-        if (z >= 0) refuse(subjectPctTitle, pctText, "PctInTolBox");
-        const Real h = z / 2;
-        const Real discriminant = h * h + log(ratio);
-        if (discriminant < 0) {
-            CheckPhysicalLimit(z, sideLimit());
-            return -h; // the physical limit is on the bound itself: both shapes are one
-        }
-        const Real smaller = -sqrt(discriminant) - h;
-        return smaller < 0 ? sqrt(discriminant) - h : smaller;
-    }
-
-    void fitLogNormalTwoSided() {
-        r_.SU_CaseCode = 3;
-        const bool below = r_.PhysLimitBelow;
-        const LogNormalFit fit = searchLogNormal({.mode = r_.SU_Mode,
-                                                  .near = below ? r_.SU_LowerLimit : r_.SU_UpperLimit,
-                                                  .far = below ? r_.SU_UpperLimit : r_.SU_LowerLimit,
-                                                  .pctInTol = pctInTol_,
-                                                  .zTailLow = r_.ZTailLow,
-                                                  .zTailHigh = r_.ZTailHigh,
-                                                  .physLimitBelow = below});
-        r_.PhysicalLimit = fit.physicalLimit;
-        r_.LimitRatioNear = fit.limitRatioNear;
-        r_.LimitRatioFar = fit.limitRatioFar;
-        r_.SU_LogSigma = fit.logSigma;
-    }
-
-    /// Refuses a physical limit so near the tolerance limit that no shape gives the % in-tolerance;
-    /// one on the bound itself passes.
-    void CheckPhysicalLimit(Real z, double limit) {
-        const Real q = exp(-(z / 2) * (z / 2));
-        const double bound = ((r_.SU_Mode * q - limit) / (q - 1)).value();
-        if (std::fabs(bound - r_.PhysicalLimit) <= sameLimit * std::fabs(bound)) return;
-        const std::string mode = FormatNumber(r_.SU_Mode, r_.SU_Mode_fmt, session_.regional);
-        const std::string edge = FormatNumber(bound, r_.SU_Mode_fmt, session_.regional);
-        const std::string range = bound > r_.PhysicalLimit ? mode + " to " + edge : edge + " to " + mode;
-        refuse(physicalLimitTitle, physicalText + range + ".", otherSide(presentSide(r_)).limitBox);
-    }
-
-    void requireAboveHalf() {
-        if (!(p_ > 0.5)) refuse(subjectPctTitle, pctText, "PctInTolBox");
-    }
-
-    /// Limits may lie too close for the arithmetic. No tolerance at all is an analysis still being entered.
-    [[noreturn]] void refuseWithoutSpread() {
-        if (r_.SU_UpperOffset == 0 && r_.SU_LowerOffset == 0) throw RuntimeFault{};
-        tell(session_.ui, limitsUnrealistic);
-        throw Refused{};
-    }
-
-    [[noreturn]] void refuse(const char* title, const std::string& text, const char* box) {
-        tell(session_.ui, {text, title});
-        if (!validationIsQuiet(session_)) session_.ui.focus(box, true);
-        throw Refused{};
-    }
-
-    Session& session_;
-    Analysis& r_;
-    double pctInTol_;
-    double p_ = 0;
-};
 
 } // namespace
 
-void FitSubjectParameter(Session& session, double pctInTol, double& sigma) noexcept {
+void FitSubjectParameter(Session& session) noexcept {
     Analysis& r = session.record;
-    const SubjectParameter before = r;
-    const auto abort = [&] {
-        static_cast<SubjectParameter&>(r) = before;
+    SubjectParameter& subject = r;
+    r.AbortFlag = false;
+    const auto abort = [&r] {
         r.AbortFlag = true;
         r.ComputeNeeded = true;
     };
-    r.AbortFlag = false;
     try {
         const StatusText status(session.ui, fittingText);
-        sigma = SubjectFit(session, pctInTol).run();
-        r.SubjectFitValid = true;
-    } catch (const RuntimeFault&) {
+        r.SilentFault.clear();
+        subject = faultsNamed("FitSubjectParameter", [&] { return fitSubject(subject, session.regional); });
+    } catch (const RuntimeFault& fault) {
+        r.SilentFault = describe(fault);
         abort();
-    } catch (const Refused&) {
+    } catch (const FitRefusal& refusal) {
+        tell(session.ui, {refusal.text, refusal.title});
+        if (refusal.box && !validationIsQuiet(session)) session.ui.focus(refusal.box, true);
         abort();
     }
 }

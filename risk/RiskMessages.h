@@ -2,7 +2,6 @@
 #pragma once
 
 #include "model/Message.h"
-#include "numerics/AcceptanceIntegral.h"
 
 namespace metrisk {
 
@@ -13,6 +12,5 @@ inline constexpr Message limitsUnrealistic{"Unable to compute risks.  Limits may
                                            computeFailedTitle};
 inline constexpr Message baselineUnrealistic{"Unable to compute risks.  Baseline may be unrealistic.",
                                              computeFailedTitle};
-inline constexpr Message integrationFault{integrationErrorText, integrationErrorTitle};
 
 } // namespace metrisk

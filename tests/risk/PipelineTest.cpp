@@ -367,7 +367,7 @@ TEST(Pipeline, GuardbandStepSearchesForTheWorksheet) {
     EXPECT_EQ(t.record.EqAccRat, mainRatio);
     EXPECT_FALSE(t.record.ComputeRequested);
 
-    t.record.GB_FRRisk = 0;
+    t.record.GB_FARisk = 0;
     requestCompute(t.session);
     EXPECT_EQ(t.record.GB_EqAccRat, 0);
 

@@ -149,65 +149,52 @@ TEST(Risks, AgreeWithAnIndependentIntegration) {
             r.FalseAcceptOption = option;
             r.GB_UpperMult = row.guardUpper;
             r.GB_LowerMult = row.guardLower;
-            FitMeasuringParameter(t.session, r.MTE_PctInTol, r.MTE_Sigma);
-            FitSubjectParameter(t.session, r.SU_PctInTol, r.SU_Sigma);
+            FitMeasuringParameter(t.session);
+            FitSubjectParameter(t.session);
             ASSERT_FALSE(r.AbortFlag) << row.name;
             const AcceptanceLimits limits = acceptanceLimits(t.session, true);
-            double fa = -1, fr = -1;
-            ASSERT_EQ(ComputeRisks(t.session, limits.lower, limits.upper, fa, fr), RiskOutcome::Computed)
-                << row.name;
+            Risks risks{-1, -1};
+            ASSERT_EQ(ComputeRisks(t.session, limits, risks), RiskOutcome::Computed) << row.name;
             const Experiment e = experimentOf(r, limits.lower, limits.upper);
             const double joint = e.joint();
             const bool uniform = r.SU_CaseCode == 9;
             const double accepted = uniform ? joint : e.accepted();
             const double expectedFa = uniform ? 0 : option == 1 ? accepted - joint : 1 - joint / accepted;
-            EXPECT_NEAR(fa, expectedFa, row.tolerance) << row.name << ", option " << option;
-            EXPECT_NEAR(fr, e.conforming() - joint, row.tolerance) << row.name << ", option " << option;
+            EXPECT_NEAR(risks.falseAccept, expectedFa, row.tolerance) << row.name << ", option " << option;
+            EXPECT_NEAR(risks.falseReject, e.conforming() - joint, row.tolerance)
+                << row.name << ", option " << option;
         }
     }
-}
-
-TEST(Risks, GuardbandsMoveAcceptanceButNotConformance) {
-    TestSession t;
-    enter(t.record, twoSided(0.5, 0.5, 90));
-    FitMeasuringParameter(t.session, 95, t.record.MTE_Sigma);
-    FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
-    double fa = 0, fr = 0, guardedFa = 0, guardedFr = 0;
-    ComputeRisks(t.session, 9.5, 10.5, fa, fr);
-    ComputeRisks(t.session, 9.6, 10.4, guardedFa, guardedFr);
-    EXPECT_LT(guardedFa, fa);
-    EXPECT_GT(guardedFr, fr);
 }
 
 TEST(Risks, EndWithoutAResultAsTheirCauseDemands) {
     TestSession t;
     Analysis& r = t.record;
     enter(r, twoSided(0.5, 0.5, 90));
-    FitMeasuringParameter(t.session, 95, r.MTE_Sigma);
-    double fa = 7, fr = 8;
-    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::NoSpread) << "no sigma";
+    FitMeasuringParameter(t.session);
+    Risks risks{7, 8};
+    EXPECT_EQ(ComputeRisks(t.session, {9.5, 10.5}, risks), RiskOutcome::NoSpread) << "no sigma";
     EXPECT_FALSE(r.AbortFlag);
 
-    FitSubjectParameter(t.session, 90, r.SU_Sigma);
-    EXPECT_EQ(ComputeRisks(t.session, 10.5, 9.5, fa, fr), RiskOutcome::Negative) << "limits crossed";
-    EXPECT_EQ(ComputeRisks(t.session, 1e3, 2e3, fa, fr), RiskOutcome::Failed) << "nothing accepted";
+    FitSubjectParameter(t.session);
+    EXPECT_EQ(ComputeRisks(t.session, {10.5, 9.5}, risks), RiskOutcome::Negative) << "limits crossed";
+    EXPECT_EQ(ComputeRisks(t.session, {1e3, 2e3}, risks), RiskOutcome::Failed) << "nothing accepted";
     EXPECT_TRUE(r.AbortFlag);
     EXPECT_TRUE(r.SearchAbort);
 
     const double sigma = r.MTE_Sigma;
     r.MTE_Sigma = 0;
-    EXPECT_EQ(ComputeRisks(t.session, 9.5, 10.5, fa, fr), RiskOutcome::NoSpread) << "no measuring sigma";
+    EXPECT_EQ(ComputeRisks(t.session, {9.5, 10.5}, risks), RiskOutcome::NoSpread) << "no measuring sigma";
     r.MTE_Sigma = sigma;
 
     enter(r, withPhysicalLimit(Kind::SingleUpper, 0, 2, 0, 90));
-    FitSubjectParameter(t.session, 90, r.SU_Sigma);
+    FitSubjectParameter(t.session);
     r.MTE_Sigma = 0;
     t.ui.expectBox("Function Integration Error",
                    "A fatal math error occurred during integration.  Please try a different set of inputs.");
-    EXPECT_EQ(ComputeRisks(t.session, 0, 2, fa, fr), RiskOutcome::FailedAndReported) << "division by zero";
-    EXPECT_EQ(ComputeRisks(t.session, 0, 2, fa, fr, RiskReport::Quiet), RiskOutcome::FailedAndReported);
-    EXPECT_EQ(fa, 7);
-    EXPECT_EQ(fr, 8);
+    EXPECT_EQ(ComputeRisks(t.session, {0, 2}, risks), RiskOutcome::FailedAndReported) << "division by zero";
+    EXPECT_EQ(risks.falseAccept, 7);
+    EXPECT_EQ(risks.falseReject, 8);
 }
 
 TEST(Risks, CaseSevenFollowsItsFormulas) {
@@ -226,24 +213,13 @@ TEST(Risks, CaseSevenFollowsItsFormulas) {
     const auto value = [&](double u) {
         return su.expExponent * std::exp(-su.expExponent * u) * (1 - phi((hi - u) / sm));
     };
-    const AcceptanceIntegral all = IntegrateAcceptance("y", su, lo, hi, mteSigma, 1e-14, nullptr);
+    const double all = IntegrateAcceptance(Integral::Marginal, su, lo, hi, mteSigma).value();
     const double expected =
         bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 0.0, 200.0, 15, 1e-13);
-    EXPECT_NEAR(all.value, expected, 1e-6);
-    const AcceptanceIntegral inside = IntegrateAcceptance("xy", su, lo, hi, mteSigma, 1e-14, nullptr);
+    EXPECT_NEAR(all, expected, 1e-6);
+    const double inside = IntegrateAcceptance(Integral::Joint, su, lo, hi, mteSigma).value();
     const double tail = bm::quadrature::gauss_kronrod<double, 61>::integrate(value, 1.0, 200.0, 15, 1e-13);
-    EXPECT_NEAR(inside.value, tail, 1e-6);
-}
-
-TEST(Risks, AnyOtherKindIsTheMarginalIntegral) {
-    TestSession t;
-    enter(t.record, withPhysicalLimit(Kind::SingleUpper, 3, 2, 0, 90));
-    FitMeasuringParameter(t.session, 95, t.record.MTE_Sigma);
-    FitSubjectParameter(t.session, 90, t.record.SU_Sigma);
-    const SubjectBias su = subjectBiasOf(t.record);
-    const double y = IntegrateAcceptance("y", su, 0, 5.0 / 3, 0.2, 1e-14, nullptr).value;
-    EXPECT_EQ(IntegrateAcceptance("XY", su, 0, 5.0 / 3, 0.2, 1e-14, nullptr).value, y);
-    EXPECT_NE(IntegrateAcceptance("xy", su, 0, 5.0 / 3, 0.2, 1e-14, nullptr).value, y);
+    EXPECT_NEAR(inside, tail, 1e-6);
 }
 
 } // namespace

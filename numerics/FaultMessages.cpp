@@ -1,0 +1,40 @@
+#include "numerics/FaultMessages.h"
+
+#include "model/NumberText.h"
+
+namespace metrisk {
+
+namespace {
+
+constexpr Message badBeta{"Bad argument in the incomplete beta function (BetaI).", "Bad Ju-Ju"};
+constexpr Message badGamma{"Error in Incomplete Gamma Function Argument", "Illegal Math Operation"};
+constexpr Message driftFault{"A fatal math error occurred during function integration.  "
+                             "Please try a different set of inputs.",
+                             integrationFault.title};
+
+} // namespace
+
+const Message* messageOf(const RuntimeFault& fault) {
+    if (fault.routine == "IntegrateAcceptance" || fault.routine == "BaselineJointProbability")
+        return &integrationFault;
+    if (fault.routine == "IntegrateDriftFunction") return &driftFault;
+    if (fault.routine == "BetaI") return &badBeta;
+    if (fault.routine == "LowerGammaSeries" && fault.kind == FaultKind::Argument) return &badGamma;
+    return nullptr;
+}
+
+std::string describe(const RuntimeFault& fault) {
+    const std::string routine = fault.routine.empty() ? "" : std::string(fault.routine) + ": ";
+    switch (fault.kind) {
+    case FaultKind::NotFinite: return routine + "a result that is no finite number";
+    case FaultKind::Argument: return routine + "no answer for the argument " + GeneralText(fault.number, {});
+    case FaultKind::Endless: return routine + "no end within its count of steps";
+    }
+    return routine;
+}
+
+void tellFault(Interaction& ui, const RuntimeFault& fault) {
+    if (const Message* message = messageOf(fault)) tell(ui, *message);
+}
+
+} // namespace metrisk
