@@ -8,6 +8,7 @@
 #include "risk/RiskConvention.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

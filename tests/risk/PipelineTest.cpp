@@ -5,6 +5,7 @@
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

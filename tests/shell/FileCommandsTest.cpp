@@ -5,6 +5,7 @@
 #include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

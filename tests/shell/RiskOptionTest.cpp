@@ -3,6 +3,7 @@
 #include "shell/mainscreen/DataGate.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
