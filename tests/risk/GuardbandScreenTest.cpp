@@ -9,6 +9,7 @@
 #include "risk/guardband/KFactors.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
