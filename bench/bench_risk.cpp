@@ -109,7 +109,7 @@ BENCHMARK(baselineIntegral)->UseManualTime();
 void ratioSearch(benchmark::State& state) {
     BenchSession s(twoSided(90));
     ValidateAndFit(s.session);
-    ComputingScreen screen(s.record.AbortFlag);
+    ComputingScreen screen(s.session);
     double ratio = 0;
     s.ui.reports = 0;
     SolveEquivalentRatio(s.session, screen, {0.012, 0.02}, ratio);

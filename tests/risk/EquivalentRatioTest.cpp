@@ -88,7 +88,7 @@ TEST(Baseline, RefusesWhatIsNoReferenceCase) {
 
 struct SearchSetup {
     TestSession t;
-    ComputingScreen screen{t.record.AbortFlag};
+    ComputingScreen screen{t.session};
     double ratio = -1;
     bool failed = false;
 

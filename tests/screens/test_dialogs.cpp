@@ -112,7 +112,7 @@ class DialogTest final : public QObject {
         BaselineScreen baseline(session);
         FalseAcceptScreen option(session);
         EqRatioScreen ratio(session);
-        ComputingScreen computing(session.record.AbortFlag);
+        ComputingScreen computing(session);
         for (Worksheet* screen :
              std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing}) {
             QWidget window;
