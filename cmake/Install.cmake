@@ -10,8 +10,18 @@ if(METRISK_SCREENS)
   install(FILES packaging/metrisk-mime.xml DESTINATION ${data}/mime/packages RENAME metrisk.xml)
   install(FILES packaging/metrisk.metainfo.xml DESTINATION ${data}/metainfo)
 endif()
-install(FILES packaging/metrisk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES packaging/metrisk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME metrisk-cli.1)
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# One manual page for both programs.
+find_program(METRISK_GZIP gzip REQUIRED)
+set(manual "${PROJECT_BINARY_DIR}/metrisk.1.gz")
+add_custom_command(OUTPUT "${manual}"
+  COMMAND ${METRISK_GZIP} -9nc "${PROJECT_SOURCE_DIR}/packaging/metrisk.1" > "${manual}"
+  DEPENDS packaging/metrisk.1 VERBATIM)
+add_custom_target(manual ALL DEPENDS "${manual}")
+install(FILES "${manual}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES "${manual}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME metrisk-cli.1.gz)
+
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk")
 
 set(CPACK_GENERATOR DEB)

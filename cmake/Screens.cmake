@@ -10,9 +10,12 @@ list(FILTER screen_sources EXCLUDE REGEX "/(tests|build)/")
 file(GLOB icons CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/shell/icons/*.svg")
 file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html")
 
+set(screen_headers ${screen_sources})
+list(FILTER screen_headers INCLUDE REGEX "\\.h$")
+
 add_library(metrisk_screens STATIC ${screen_sources})
+target_sources(metrisk_screens PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${screen_headers})
 set_target_properties(metrisk_screens PROPERTIES AUTOMOC ON)
-target_include_directories(metrisk_screens PUBLIC "${PROJECT_SOURCE_DIR}")
 target_link_libraries(metrisk_screens PUBLIC metrisk_core Qt6::Widgets Qt6::Svg PRIVATE metrisk_options)
 target_compile_definitions(metrisk_screens PUBLIC METRISK_VERSION="${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 target_precompile_headers(metrisk_screens PRIVATE <QtWidgets>)

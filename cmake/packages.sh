@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build ccache libcli11-dev nlohmann-json3-dev)
 window_packages=(qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core)
-test_packages=(clang libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev
+test_packages=(clang clang-format libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db)
 
 # Installs those of the named packages that are missing, with apt, as root or through sudo.
@@ -24,9 +24,9 @@ install_packages() {
     { echo "apt could not install: ${missing[*]}" >&2; return 1; }
 }
 
-# build PRESET TARGET: configures once, then builds what has changed. A preset is configured again when
+# build PRESET TARGET...: configures once, then builds what has changed. A preset is configured again when
 # that has failed before or the presets have changed.
 build() {
   [ "build/$1/build.ninja" -nt CMakePresets.json ] || cmake --preset "$1" >/dev/null
-  cmake --build --preset "$1" --target "$2" -- --quiet
+  cmake --build --preset "$1" --target "${@:2}" -- --quiet
 }

@@ -12,8 +12,7 @@ struct FileRequest {
     std::string filter;
     int filterIndex = 1;
     std::string initialName;
-    std::string initialFolder; // empty: where the user was last
-    std::string helpKey;
+    std::string initialFolder; // empty: the user's documents
 };
 
 class FileChooser {

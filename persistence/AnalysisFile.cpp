@@ -25,7 +25,6 @@ constexpr std::array<float, 13> readableVersions = {1.0F,  1.1F, 1.11F, 1.12F, 1
 
 constexpr const char* notAnAnalysis = "Not a valid Analysis file.";
 constexpr const char* invalidStructure = "Invalid file structure.";
-constexpr const char* readError = "Error Reading Analysis Data";
 constexpr const char* writeError = "Error Writing Analysis Data";
 constexpr const char* olderVersion =
     "This file is from an earlier version of Metrisk.  If saved, it will be converted to Metrisk 1.6 format";
@@ -45,7 +44,7 @@ ReadOutcome refused(Session& session, const std::string& name, const ReadOutcome
     case ReadFault::Declined: session.record.AbortFlag = true; break;
     case ReadFault::NotAnAnalysis: refuse(session, name, notAnAnalysis, BoxIcon::Information); break;
     case ReadFault::UnknownVersion: refuse(session, name, invalidStructure, BoxIcon::Information); break;
-    default: refuse(session, name, readError);
+    default: refuse(session, name, readErrorText);
     }
     return outcome;
 }

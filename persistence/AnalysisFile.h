@@ -28,6 +28,8 @@ struct ReadOutcome {
 };
 /// The fault in a few words, empty if there is none.
 std::string causeOf(const ReadOutcome& outcome);
+/// What is told of a file that cannot be read, under its name.
+inline constexpr const char* readErrorText = "Error Reading Analysis Data";
 /// What is told when LimitsReformed is set.
 inline constexpr const char* limitsReformedText =
     "The tolerance limits of the file contradict its mode and offsets and were formed anew from them.";

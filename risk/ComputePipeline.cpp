@@ -41,6 +41,7 @@ void computeResults(Session& session) {
     if (!r.DirectCompute && !r.DirectComputeChanged && everythingUnchanged(r)) {
         r.AbortFlag = true;
         tell(session.ui, notRequired);
+        session.ui.focus("ComputeResults");
         return;
     }
     r.ComputeScope = "Both";

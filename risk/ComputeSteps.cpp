@@ -7,6 +7,7 @@
 #include "model/Session.h"
 #include "numerics/Real.h"
 #include "risk/ComputingScreen.h"
+#include "risk/EqRatioScreen.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/RiskMessages.h"
 #include "risk/Snapshot.h"
@@ -115,8 +116,7 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     screen.Lbl_Message1.text = riskLines(session);
     searchRatio(session, screen, risks);
     if (r.AbortFlag) {
-        r.EqAccRat = 0;
-        DropBaselineSnapshot(r); // the next press searches again
+        dropEquivalentRatio(session); // a search that was cancelled is made again at the next press
     } else {
         r.EqAccRatDen = foundRatioDen;
         TakeBaselineSnapshot(r);

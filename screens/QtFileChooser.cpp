@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QStandardPaths>
 
 namespace metrisk {
 
@@ -32,6 +33,8 @@ QStringList filtersOf(const std::string& told) {
 
 std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) {
     const QStringList filters = filtersOf(request.filter);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    dialog.setDirectory(request.initialFolder.empty() ? documents : qt(request.initialFolder));
     dialog.setObjectName("CommonDialogue");
     dialog.setNameFilters(filters);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -47,14 +50,12 @@ std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) 
 std::optional<std::string> QtFileChooser::chooseToOpen(const FileRequest& request) {
     QFileDialog dialog(parent_, qt(request.title));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    if (!request.initialFolder.empty()) dialog.setDirectory(qt(request.initialFolder));
     return run(dialog, request);
 }
 
 std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& request) {
     QFileDialog dialog(parent_, qt(request.title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    if (!request.initialFolder.empty()) dialog.setDirectory(qt(request.initialFolder));
     // A pattern stands for "no name yet"; the desktop's dialogs show that by an empty name.
     if (request.initialName.find('*') == std::string::npos) dialog.selectFile(qt(request.initialName));
     return run(dialog, request);

@@ -152,7 +152,9 @@ void ScreenBinder::show(const Control& control, QWidget& widget) {
 }
 
 bool ScreenBinder::leave(TextBox& box, EntryBox& widget) {
-    if (model_.leaving()) return true; // a message of the rule itself has taken the focus
+    // An action at work moves the focus or shows messages; what was typed before it has been committed, and
+    // the texts in the boxes may be those of a record that is gone.
+    if (acting_ > 0) return true;
     FieldResult result;
     act([&] {
         result = model_.leave(box, widget.text().toStdString());

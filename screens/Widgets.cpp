@@ -16,7 +16,7 @@ namespace metrisk {
 
 namespace {
 
-constexpr int boxCharacters = 14;
+constexpr int boxCharacters = 11;
 
 QWidget* makeButton(const Button& button) {
     const QString text = caption(button.text);

@@ -6,7 +6,6 @@
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
-#include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
@@ -21,10 +20,8 @@ namespace {
 constexpr const char* saveTitle = "Save Analysis";
 constexpr const char* openTitle = "Open Analyis File";
 constexpr const char* openFilter = "Analysis Files (*.mrk)|*.mrk|Analysis Files (*.dat)| *.dat";
-constexpr const char* openHelp = "opening analyses";
 constexpr const char* saveAsTitle = "Save Analysis As";
 constexpr const char* saveAsFilter = "Analysis Files (*.mrk)|*.mrk";
-constexpr const char* saveAsHelp = "saving analysis files";
 constexpr const char* anyAnalysis = "*.mrk";
 constexpr Message readOnly{"File is read only.  Cannot save changes.", "Read Only File"};
 constexpr Question exitProgram{"This will end your Metrisk session.", "Exit Metrisk", BoxButtons::OkCancel,
@@ -72,8 +69,7 @@ bool FileCommands::mnu_File_Open() {
                                                                    .filter = openFilter,
                                                                    .filterIndex = 1,
                                                                    .initialName = "",
-                                                                   .initialFolder = HomeDirectory,
-                                                                   .helpKey = openHelp});
+                                                                   .initialFolder = startFolder()});
     return path && load(*path);
 }
 
@@ -86,29 +82,48 @@ bool FileCommands::openAtStart(const std::string& path) {
     return load(path);
 }
 
-bool FileCommands::load(const std::string& path) {
+bool FileCommands::load(const std::string& given) {
+    namespace fs = std::filesystem;
     const WaitPointer wait(session_.ui);
     Analysis& r = session_.record;
+    std::error_code ignored;
+    // Recent files and saves need a name that holds wherever the program is started.
+    const std::string path = fs::absolute(trimmed(given), ignored).lexically_normal().string();
+    if (!fs::exists(path, ignored)) {
+        const std::string name = fs::path(path).filename().string();
+        tell(session_.ui, {readErrorText, name});
+        forgetRecentFile(session_.settings, path);
+        return false;
+    }
     ClearAnalysis(session_);
     ClearWorksheets(session_);
     screen_.forgetLastTexts();
-    OpenAnalysis(session_, trimmed(path));
+    OpenAnalysis(session_, path);
     if (r.AbortFlag) {
+        // What was read stays to be seen; it is nothing that the user has changed.
+        screen_.TakeSavedCopy();
         session_.ui.repaintMainScreen();
         return false;
     }
-    remindOfRiskOption(session_);
     // The measuring parameter's fit comes with the file.
     r.ComputeScope = "SU";
     r.ComputeNeeded = false;
     ValidateAndFit(session_);
-    UpdateRatioPanels(session_);
     session_.ui.focus("SystemIDBox");
     RefreshMainScreen(session_);
+    remindOfRiskOption(session_);
     screen_.TakeSavedCopy();
-    addRecentFile(session_.settings, r.AnalysisFileName);
+    addRecentFile(session_.settings, path);
     if (r.LimitsReformed) session_.ui.status(limitsReformedText);
     return true;
+}
+
+/// Beside the current file, else where the last one was; empty: the user's documents.
+std::string FileCommands::startFolder() const {
+    namespace fs = std::filesystem;
+    if (!isUntitled(session_)) return fs::path(session_.record.AnalysisFileName).parent_path().string();
+    const std::vector<std::string> recent = recentFiles(session_.settings);
+    return recent.empty() ? "" : fs::path(recent.front()).parent_path().string();
 }
 
 bool FileCommands::mnu_File_Save() {
@@ -126,8 +141,7 @@ bool FileCommands::mnu_File_SaveAs() {
          .filter = saveAsFilter,
          .filterIndex = 1,
          .initialName = isUntitled(session_) ? anyAnalysis : session_.record.AnalysisFileName,
-         .initialFolder = "",
-         .helpKey = saveAsHelp});
+         .initialFolder = startFolder()});
     return path && saveTo(*path);
 }
 

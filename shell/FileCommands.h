@@ -19,9 +19,6 @@ class FileCommands {
     FileCommands(Session& session, MainScreen& screen, FileChooser& chooser)
         : session_(session), screen_(screen), chooser_(chooser) {}
 
-    /// Where the open dialog starts.
-    std::string HomeDirectory;
-
     bool NewAnalysisFile();
     bool mnu_File_Open();
     /// Opens a dropped or recent file; asks to save first like mnu_File_Open.
@@ -42,7 +39,9 @@ class FileCommands {
     FileChooser& chooser_;
 
     bool changesSettled();
-    bool load(const std::string& path);
+    /// A file that is not there leaves the analysis as it is.
+    bool load(const std::string& given);
+    std::string startFolder() const;
     bool saveTo(const std::string& path);
     bool mayReplace(const std::string& path);
 };

@@ -39,4 +39,9 @@ void addRecentFile(Settings& settings, const std::string& path) {
     write(settings, files);
 }
 
+void forgetRecentFile(Settings& settings, const std::string& path) {
+    std::vector<std::string> files = recentFiles(settings);
+    if (std::erase(files, path) > 0) write(settings, files);
+}
+
 } // namespace metrisk

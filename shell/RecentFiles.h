@@ -15,4 +15,7 @@ std::vector<std::string> recentFiles(const Settings& settings);
 /// Puts the file first.
 void addRecentFile(Settings& settings, const std::string& path);
 
+/// A file that is gone.
+void forgetRecentFile(Settings& settings, const std::string& path);
+
 } // namespace metrisk

@@ -89,7 +89,6 @@ int main(int argc, char** argv) {
     ClearAnalysis(session);
     warnOfMissingSymbols(ui);
     MainWindow window(session, ui);
-    window.setPlaces(places);
     app.onUnexpected = [&](const char* what) { tellUnexpected(session, window.files(), what); };
     QObject::connect(&app, &QApplication::lastWindowClosed, &help, &HelpDesk::close);
     session.record.FileChanged = false;

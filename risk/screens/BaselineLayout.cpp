@@ -8,7 +8,7 @@ namespace metrisk {
 QWidget* layoutBaselineAnalysis(const WidgetMaker& w) {
     QGroupBox* analysis = group("Analysis Baseline",
                                 rows({{w("optUserBaseline"), {w("optZ540Baseline"), 3}},
-                                      {"Accuracy ratio", w("BaseAccRat1"), ":", w("BaseAccRat2")},
+                                      {"Accuracy ratio", w("BaseAccRat1"), ":", w.box("BaseAccRat2", 7)},
                                       {"Measuring parameter % in-tolerance", w("BaselinePctInTol1")},
                                       {"Subject parameter % in-tolerance", w("BaselinePctInTol2")},
                                       {"False accept risk", w("BaseFalseAccept"), w("FalseAcceptRiskUnits")},
@@ -18,7 +18,7 @@ QWidget* layoutBaselineAnalysis(const WidgetMaker& w) {
     QGroupBox* defaults =
         group("Default Baseline",
               rows({{"Baseline option", {w("pnlDefBaselineOption"), 3}},
-                    {"Accuracy ratio", w("DefAccRat1"), ":", w("DefAccRat2")},
+                    {"Accuracy ratio", w("DefAccRat1"), ":", w.box("DefAccRat2", 7)},
                     {"Measuring parameter % in-tolerance", w("DefPctInTol1")},
                     {"Subject parameter % in-tolerance", w("DefPctInTol2")},
                     {"False accept risk", w("DefFalseAccept"), w("DefFalseAcceptRiskUnits")},

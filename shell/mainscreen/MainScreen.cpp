@@ -88,7 +88,8 @@ void MainScreen::bindOptions() {
 }
 
 void MainScreen::refresh() {
-    showRecord(*this, session_);
+    // Half a record is nothing to look at.
+    if (!session_.record.LoadInProgress) showRecord(*this, session_);
 }
 
 void MainScreen::forgetLastTexts() {

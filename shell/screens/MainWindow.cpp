@@ -4,7 +4,6 @@
 #include "screens/QtInteraction.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
-#include "shell/StartUp.h"
 #include "shell/Toolbar.h"
 #include "shell/screens/Layouts.h"
 
@@ -74,6 +73,7 @@ void MainWindow::buildToolbar() {
         QAction* action =
             bar->addAction(QIcon(QString(":/icons/%1.svg").arg(qt(button.image()))), button.toolTip, this,
                            [this, name = QString(button.command)] { binder_->run(name); });
+        action->setToolTip(button.toolTip); // the dots, too
         action->setObjectName(QString("tb_Main_%1").arg(button.key));
         if (!menuBar()->actions().contains(command)) command->setIcon(action->icon());
     }
@@ -85,10 +85,6 @@ void MainWindow::openFile(const QString& path) {
 
 void MainWindow::openAtStart(const QString& path) {
     binder_->perform([&] { commands_.files.openAtStart(path.toStdString()); });
-}
-
-void MainWindow::setPlaces(const Places& places) {
-    commands_.files.HomeDirectory = places.HomeDirectory;
 }
 
 QSize MainWindow::sizeHint() const {

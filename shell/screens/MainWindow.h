@@ -14,7 +14,6 @@ namespace metrisk {
 
 class QtInteraction;
 class ScreenBinder;
-struct Places;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -30,7 +29,6 @@ class MainWindow final : public QMainWindow {
     void openFile(const QString& path);
     /// The file named on the command line.
     void openAtStart(const QString& path);
-    void setPlaces(const Places& places);
 
     QSize sizeHint() const override;
 

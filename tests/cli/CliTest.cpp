@@ -1,6 +1,7 @@
 // The command-line program from outside: arguments, stdout, stderr and exit status as a whole.
 #include "tests/support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -8,6 +9,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -283,6 +286,18 @@ TEST_F(Cli, AFullStdoutIsTold) {
             .c_str());
     EXPECT_EQ(WEXITSTATUS(status), 1);
     EXPECT_EQ(fileContent(folder / "err.txt"), "metrisk-cli: standard output: No space left on device\n");
+}
+
+TEST_F(Cli, TheManualPageListsTheOptions) {
+    const auto optionsIn = [](std::string text) {
+        text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
+        const std::regex option("--[a-z]+");
+        return std::set<std::string>(std::sregex_token_iterator(text.begin(), text.end(), option), {});
+    };
+    std::string help;
+    for (const char* command : {"", "compute", "convert", "show", "baseline"})
+        help += run(std::string(command) + " --help").out;
+    EXPECT_EQ(optionsIn(fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1")), optionsIn(help));
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {

@@ -303,7 +303,6 @@ TEST(Pipeline, CancelInTheSearchKeepsTheRisks) {
     EXPECT_TRUE(shown);
     EXPECT_EQ(t.record.EqAccRat, 0);
     EXPECT_GT(t.record.FalseAcceptRisk, 0);
-
     t.ui.onProgress = nullptr;
     ComputeResults_Click(t.session);
     EXPECT_GT(t.record.EqAccRat, 0) << "the next press searches again";

@@ -39,6 +39,14 @@ class Robot {
         QWidget* window = desk_.window.get();
         desk_.settle();
         if (chance(1)) {
+            last = "help key";
+            QTest::keyClick(window, Qt::Key_F1);
+        } else if (chance(1)) {
+            last = "close the main screen";
+            leaveNoMore_ = true; // the exit question is answered by Cancel
+            window->close();
+            leaveNoMore_ = false;
+        } else if (chance(1)) {
             openExample();
         } else if (chance(10)) {
             triggerAny(window);
@@ -66,8 +74,14 @@ class Robot {
             file->reject();
         } else if (auto* box = qobject_cast<QMessageBox*>(&window)) {
             QAbstractButton* button = any(box->buttons());
+            if (leaveNoMore_ && box->button(QMessageBox::Cancel)) button = box->button(QMessageBox::Cancel);
             last = "answer " + box->windowTitle() + " " + button->text();
-            button->click();
+            if (chance(10)) QTest::keyClick(box, Qt::Key_F1);
+            if (chance(10)) {
+                box->close(); // by its title bar, or not at all
+            } else {
+                button->click();
+            }
         } else if (window.objectName() == "Computing") {
             if (chance(10)) desk_.click("Cmd_Cancel", &window);
         } else if (chance(15)) {
@@ -128,6 +142,7 @@ class Robot {
     Desk& desk_;
     std::mt19937 random_;
     QFileInfoList examples_;
+    bool leaveNoMore_ = false;
 };
 
 unsigned fromEnvironment(const char* name, unsigned otherwise) {

@@ -66,13 +66,13 @@ TEST(FileCommands, SaveAsThenOpenBringsTheAnalysisBack) {
     EXPECT_EQ(mainCaption(program.session), "(Untitled) - Metrisk");
     EXPECT_EQ(program.record.SU_PctInTol, 0);
 
-    program.files.HomeDirectory = "/home/analyses";
     program.chooser.answers = {"  " + program.path("volts.mrk") + " "};
     ASSERT_TRUE(program.files.mnu_File_Open());
     EXPECT_EQ(program.chooser.requests[1].title, "Open Analyis File");
     EXPECT_EQ(program.chooser.requests[1].filter,
               "Analysis Files (*.mrk)|*.mrk|Analysis Files (*.dat)| *.dat");
-    EXPECT_EQ(program.chooser.requests[1].initialFolder, "/home/analyses");
+    EXPECT_EQ(program.chooser.requests[0].initialFolder, "") << "the user's documents";
+    EXPECT_EQ(program.chooser.requests[1].initialFolder, program.folder.path().string());
     EXPECT_EQ(program.record.SU_Manufacturer, "Acme");
     EXPECT_GT(program.record.SU_Sigma, 0);
     EXPECT_EQ(program.ui.focusMoves.back(), "SystemIDBox");
@@ -115,8 +115,21 @@ TEST(FileCommands, FailedOpenLeavesTheFileAlone) {
     EXPECT_EQ(program.record.AnalysisFileName, "(Untitled)");
     EXPECT_FALSE(program.record.LoadInProgress);
     EXPECT_TRUE(recentFiles(program.settings).empty());
+    program.main.DetectChanges();
+    EXPECT_FALSE(program.record.FileChanged) << "what is left of the letter is not asked about";
     program.chooser.answers = {""};
     EXPECT_FALSE(program.files.mnu_File_Save()) << "save asks for a name instead of writing over the letter";
+}
+
+TEST(FileCommands, AFileThatIsGoneLeavesTheAnalysisAndTheList) {
+    Program program;
+    enter(program.record, Entry{});
+    program.main.TakeSavedCopy();
+    addRecentFile(program.settings, program.path("gone.mrk"));
+    program.ui.expectBox("gone.mrk", "Error Reading Analysis Data");
+    EXPECT_FALSE(program.files.openPath(program.path("gone.mrk")));
+    EXPECT_EQ(program.record.SU_Mode, 10);
+    EXPECT_TRUE(recentFiles(program.settings).empty());
 }
 
 TEST(FileCommands, FailedSaveKeepsNameAndChanges) {
