@@ -15,8 +15,12 @@ struct SubjectSide {
     std::string Analysis::*fixedPicture;
     double Analysis::*pctReading;
     double Analysis::*multiplier; // of the guardband
-    Flag Analysis::*absent;       // the tolerance kind has no such side
-    double sign;                  // of the offset in the limit
+    std::string Analysis::*multiplierPicture;
+    double Analysis::*kFactor; // of the guardband
+    std::string Analysis::*kPicture;
+    Flag Analysis::*kEntered;
+    Flag Analysis::*absent; // the tolerance kind has no such side
+    double sign;            // of the offset in the limit
     const char* limitBox;
     const char* limitTitle; // of messages about the limit
     const char* offsetTitle;

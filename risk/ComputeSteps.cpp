@@ -185,7 +185,8 @@ void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept {
 void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept {
     Analysis& r = session.record;
     runStep(session, screen, [&] {
-        if (!(r.GB_FARisk > 0) || !(r.GB_FRRisk > 0)) {
+        const bool onAccept = r.EqRatioOnFalseAccept && r.SU_CaseCode != 9;
+        if (!((onAccept ? r.GB_FARisk : r.GB_FRRisk) > 0)) {
             r.GB_EqAccRat = 0;
             return;
         }

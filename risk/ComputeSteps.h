@@ -22,7 +22,7 @@ void ComputingActivated(Session& session, ComputingScreen& screen) noexcept;
 void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept;
 
 /// The ratio search on behalf of the guardband worksheet: from GB_FARisk and GB_FRRisk (fractions at
-/// that time) into GB_EqAccRat.
+/// that time) into GB_EqAccRat, which is 0 where the risk that the search is keyed on is not above 0.
 void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept;
 
 } // namespace metrisk

@@ -368,9 +368,13 @@ TEST(Pipeline, GuardbandStepSearchesForTheWorksheet) {
     EXPECT_EQ(t.record.EqAccRat, mainRatio);
     EXPECT_FALSE(t.record.ComputeRequested);
 
-    t.record.GB_FRRisk = 0;
+    t.record.GB_FRRisk = 0; // not the key
+    requestCompute(t.session);
+    EXPECT_GT(t.record.GB_EqAccRat, 1);
+    t.record.SU_CaseCode = 9; // now it is
     requestCompute(t.session);
     EXPECT_EQ(t.record.GB_EqAccRat, 0);
+    t.record.SU_CaseCode = 6;
 
     t.record.FalseAcceptOption = 1;
     t.record.GB_FARisk = t.record.GB_FRRisk = 0.9;

@@ -1,0 +1,20 @@
+// The texts of a guardband beside its tolerance: as a limit and as an offset.
+#pragma once
+
+#include "model/Analysis.h"
+#include "model/Regional.h"
+
+#include <string>
+
+namespace metrisk {
+
+struct GuardbandTexts {
+    std::string limit;  // the test limit in nominal units
+    std::string offset; // its distance from the mode in tolerance units, negative on the lower side
+};
+
+/// From the side's multiplier, with the decimals that multiplier and offset bring in.
+GuardbandTexts ShowLowerGuardband(const Analysis& record, const Regional& regional);
+GuardbandTexts ShowUpperGuardband(const Analysis& record, const Regional& regional);
+
+} // namespace metrisk
