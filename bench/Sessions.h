@@ -1,52 +1,32 @@
 // Sessions with ready entries and nobody before them.
 #pragma once
 
+#include "tests/support/Cases.h"
 #include "tests/support/SilentSession.h"
 
 namespace metrisk::bench {
 
-/// Offsets in nominal units, in percent in tolerance.
-struct Entry {
-    double upperOffset = 0.5;
-    double lowerOffset = 0.5;
-    double pctInTol = 90;
-    bool singleUpper = false;
-    bool physicalLimitAtMode = false;
-};
+using testing::Entry;
 
 inline Entry twoSided(double pct) {
-    return {.pctInTol = pct};
+    return testing::twoSided(0.5, 0.5, pct);
 }
 inline Entry unequal(double pct) {
-    return {.upperOffset = 1, .pctInTol = pct};
+    return testing::twoSided(1, 0.5, pct);
 }
 inline Entry singleUpper(double pct) {
-    return {.pctInTol = pct, .singleUpper = true};
+    return testing::single(testing::Kind::SingleUpper, pct);
 }
 inline Entry physicalLimitAtMode(double pct) {
-    return {.pctInTol = pct, .singleUpper = true, .physicalLimitAtMode = true};
+    return testing::withPhysicalLimit(testing::Kind::SingleUpper, 10, 0.5, 10, pct);
 }
 
 struct BenchSession : testing::SilentSession {
     Analysis& record = session.record;
 
-    explicit BenchSession(const Entry& e) {
-        Analysis& r = record;
-        r.SU_Mode = r.MTE_Mode = 10;
-        r.SU_UpperOffset = e.upperOffset;
-        r.SU_LowerOffset = e.lowerOffset;
-        r.SU_UpperLimit = 10 + e.upperOffset;
-        r.SU_LowerLimit = 10 - e.lowerOffset;
-        r.SU_PctInTol = e.pctInTol;
-        r.OptTwoSided = !e.singleUpper;
-        r.OptSingleUpper = e.singleUpper;
-        r.PhysLimitRequired = r.PhysicalLimitEntered = e.physicalLimitAtMode;
-        r.PhysicalLimit = e.physicalLimitAtMode ? 10 : 0;
-        r.AckPhysLimitHigh = r.Ack100Pct = true;
-        r.MTE_Offset = r.MTE_FixedOffset = 0.125;
-        r.MTE_UpperLimit = 10.125;
-        r.MTE_LowerLimit = 9.875;
-        r.MTE_PctInTol = 95;
+    explicit BenchSession(const Entry& entry) {
+        enter(record, entry);
+        record.AckPhysLimitHigh = record.Ack100Pct = true;
     }
 };
 

@@ -24,13 +24,13 @@
 namespace {
 
 using namespace metrisk;
-using Clock = std::chrono::steady_clock;
+using Ticks = std::chrono::steady_clock;
 
 constexpr QSize windowSize(1024, 768);
 constexpr int starts = 15;
 
-double milliseconds(Clock::time_point from) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - from).count();
+double milliseconds(Ticks::time_point from) {
+    return std::chrono::duration<double, std::milli>(Ticks::now() - from).count();
 }
 
 double median(std::vector<double> values) {
@@ -71,7 +71,8 @@ void paint(QWidget& window) {
 struct Desk {
     testing::NoSettings settings;
     QtInteraction ui{layoutOf};
-    Session session{settings, ui};
+    const SystemClock clock;
+    Session session{settings, ui, clock};
     std::unique_ptr<MainWindow> window;
 
     Desk() {
@@ -81,7 +82,7 @@ struct Desk {
 };
 
 /// What a started process measures of itself, on its standard output.
-int start(const std::string& what, Clock::time_point begun) {
+int start(const std::string& what, Ticks::time_point begun) {
     std::unique_ptr<QMainWindow> empty;
     std::unique_ptr<Desk> desk;
     if (what == "--empty") {
@@ -106,7 +107,7 @@ struct Start {
 void measureStart(const QString& what, Start& into) {
     QProcess process;
     // The clock is the system's: the other process counts from this moment, loading included.
-    const QString now = QString::number(Clock::now().time_since_epoch().count());
+    const QString now = QString::number(Ticks::now().time_since_epoch().count());
     process.start(QCoreApplication::applicationFilePath(), {what, now});
     if (!process.waitForFinished() || process.exitCode() != 0) std::abort();
     const QList<QByteArray> figures = process.readAllStandardOutput().trimmed().split(' ');
@@ -141,7 +142,7 @@ double enter(MainWindow& window, const char* name, const QString& text) {
     QCoreApplication::processEvents();
     box->setText(text);
     box->setModified(true);
-    const Clock::time_point begun = Clock::now();
+    const Ticks::time_point begun = Ticks::now();
     window.findChild<QWidget*>("txt_LostFocus")->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     return milliseconds(begun);
@@ -177,7 +178,7 @@ void measureOpening(const QString& path) {
     std::vector<double> times;
     std::vector<double> own; // until nothing is left but Qt's painting
     for (int i = 0; i < 50; ++i) {
-        const Clock::time_point begun = Clock::now();
+        const Ticks::time_point begun = Ticks::now();
         desk.window->openAtStart(path);
         own.push_back(milliseconds(begun));
         QCoreApplication::processEvents();
@@ -196,7 +197,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const std::string argument = argc > 1 ? argv[1] : METRISK_SOURCE_DIR "/examples/gauge-block-25mm.mrk";
-    if (argc > 2) return start(argument, Clock::time_point(Clock::duration(std::stoll(argv[2]))));
+    if (argc > 2) return start(argument, Ticks::time_point(Ticks::duration(std::stoll(argv[2]))));
     measureStarts();
     measureEntries();
     measureOpening(QString::fromStdString(argument));

@@ -18,7 +18,7 @@ constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon
 Workplace::Workplace(const std::string& settingsPath)
     : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {
     ConsoleInteraction ui;
-    Session session{settings, ui};
+    Session session{settings, ui, clock};
     ClearAnalysis(session);
     ClearWorksheets(session);
     newAnalysis = session.record;

@@ -16,12 +16,13 @@ struct Workplace {
     explicit Workplace(const std::string& settingsPath);
 
     SettingsFile settings;
+    SystemClock clock;
     Analysis newAnalysis;
 };
 
 class AnalysisRun {
   public:
-    explicit AnalysisRun(Workplace& workplace) : session{workplace.settings, ui}, workplace_(workplace) {}
+    explicit AnalysisRun(Workplace& workplace) : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
 
     /// Reads the file into a new analysis; false when it cannot be read.
     bool open(const std::string& path);

@@ -56,7 +56,8 @@ std::string isPct(const std::string& text) {
 int baseline(const Options& options) {
     SettingsFile settings(defaultSettingsPath());
     ConsoleInteraction ui;
-    Session session{settings, ui};
+    const SystemClock clock;
+    Session session{settings, ui, clock};
     session.record.FalseAcceptOption = options.producer ? 1 : 0;
     Output output;
     const std::optional<Risks> risks =

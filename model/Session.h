@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Analysis.h"
+#include "model/Clock.h"
 #include "model/Interaction.h"
 #include "model/Regional.h"
 #include "model/Settings.h"
@@ -12,6 +13,7 @@ namespace metrisk {
 struct Session {
     Settings& settings;
     Interaction& ui;
+    const Clock& clock;
     Regional regional{};
     Analysis record{};
 };

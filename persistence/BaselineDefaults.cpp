@@ -3,19 +3,17 @@
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
+#include "persistence/SettingKeys.h"
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace metrisk {
 namespace {
 
-constexpr int bufferLength = 60;
-
 constexpr const char* pctPicture = "##0.0000";
 constexpr const char* riskFigurePicture = "#,##0.0000";
-constexpr const char* conventionSection = "RiskOption";
-constexpr const char* conventionKey = "FalseAcceptConvention";
 constexpr const char* consumerWord = "Consumer";
 constexpr const char* producerWord = "Producer";
 const Regional neutral{};
@@ -37,43 +35,42 @@ int optionOf(std::string_view word) {
 } // namespace
 
 BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget) {
-    using namespace baselineKeys;
-    const auto text = [&](const char* key, const char* otherwise) {
-        return withoutQuotes(settings.ReadSetting(section, key, otherwise, bufferLength));
-    };
-    const auto number = [&](const char* key, const char* otherwise) { return figure(text(key, otherwise)); };
+    using namespace baselineSettings;
+    const auto text = [&](const TextSetting& setting) { return withoutQuotes(settings.read(setting)); };
+    const auto number = [&](const TextSetting& setting) { return figure(text(setting)); };
 
     BaselineDefaults defaults;
     Baseline& base = defaults.figures;
-    const std::string ratio = text(accuracyRatio, "4:1");
+    const std::string ratio = text(accuracyRatio);
     const std::size_t colon = ratio.find(':');
     base.Base_AccRatNum = figure(ratio.substr(0, colon));
     base.Base_AccRatDen = colon == ratio.npos ? 0 : figure(ratio.substr(colon + 1));
     const double target = base.Base_AccRatNum / base.Base_AccRatDen;
     base.Base_EqRatioTarget = std::isfinite(target) ? target : formerTarget;
-    base.Base_MTEPctInTol = number(mtePctInTol, "85");
-    base.Base_SUPctInTol = number(suPctInTol, "72");
-    base.Base_FalseAccept = number(falseAcceptRisk, "4.1");
-    base.Base_AcceptUnits = text(falseAcceptUnits, "%");
-    base.Base_FalseReject = number(falseRejectRisk, "3.75");
-    base.Base_RejectUnits = text(falseRejectUnits, "%");
+    base.Base_MTEPctInTol = number(mtePctInTol);
+    base.Base_SUPctInTol = number(suPctInTol);
+    base.Base_FalseAccept = number(falseAcceptRisk);
+    base.Base_AcceptUnits = text(falseAcceptUnits);
+    base.Base_FalseReject = number(falseRejectRisk);
+    base.Base_RejectUnits = text(falseRejectUnits);
     base.Base_Accept_fmt = baselinePicture(base.Base_AcceptUnits);
     base.Base_Reject_fmt = baselinePicture(base.Base_RejectUnits);
 
-    defaults.FalseAcceptOption = optionOf(text(falseAcceptCriterion, "Consumer"));
-    defaults.UserOption = text(userOption, "User");
+    defaults.FalseAcceptOption = optionOf(text(falseAcceptCriterion));
+    defaults.UserOption = text(userOption);
     if (base.Base_RejectUnits != percentUnits && base.Base_RejectUnits != ppmUnits)
         defaults.UserOption = "User";
     return defaults;
 }
 
-void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults) {
-    using namespace baselineKeys;
-    const auto write = [&](const char* key, std::string_view value) {
-        settings.WriteSetting(section, key, value);
+void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults, int falseAcceptOption) {
+    using namespace baselineSettings;
+    std::vector<SettingValue> values;
+    const auto write = [&](const TextSetting& setting, const std::string& value) {
+        values.push_back({std::string(setting.section), std::string(setting.key), value});
     };
-    const auto number = [&](const char* key, double value, const char* picture) {
-        write(key, FormatNumber(value, picture, neutral));
+    const auto number = [&](const TextSetting& setting, double value, const char* picture) {
+        write(setting, FormatNumber(value, picture, neutral));
     };
     const Baseline& base = defaults.figures;
     write(accuracyRatio,
@@ -86,14 +83,16 @@ void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults)
     number(falseRejectRisk, base.Base_FalseReject, riskFigurePicture);
     write(falseRejectUnits, base.Base_RejectUnits);
     write(userOption, defaults.UserOption);
+    write(falseAcceptConvention, wordOf(falseAcceptOption));
+    settings.write(values);
 }
 
 int ReadFalseAcceptConvention(const Settings& settings) {
-    return optionOf(settings.ReadSetting(conventionSection, conventionKey, consumerWord, bufferLength));
+    return optionOf(settings.read(falseAcceptConvention));
 }
 
 void WriteFalseAcceptConvention(Settings& settings, int falseAcceptOption) {
-    settings.WriteSetting(conventionSection, conventionKey, wordOf(falseAcceptOption));
+    settings.write(falseAcceptConvention, wordOf(falseAcceptOption));
 }
 
 } // namespace metrisk

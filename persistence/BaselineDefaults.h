@@ -8,20 +8,6 @@
 
 namespace metrisk {
 
-/// Section and keys of the default baseline in the settings file.
-namespace baselineKeys {
-inline constexpr const char* section = "BaselineDefaults";
-inline constexpr const char* accuracyRatio = "Metrisk";
-inline constexpr const char* mtePctInTol = "MTEPctInTol";
-inline constexpr const char* suPctInTol = "SUPctInTol";
-inline constexpr const char* falseAcceptRisk = "FalseAcceptRisk";
-inline constexpr const char* falseAcceptUnits = "FalseAcceptUnits";
-inline constexpr const char* falseAcceptCriterion = "FalseAcceptCriterion";
-inline constexpr const char* falseRejectRisk = "FalseRejectRisk";
-inline constexpr const char* falseRejectUnits = "FalseRejectUnits";
-inline constexpr const char* userOption = "UserOption";
-} // namespace baselineKeys
-
 struct BaselineDefaults {
     Baseline figures;          // Base_EqRatioTarget included
     int FalseAcceptOption = 0; // 0 Consumer, 1 Producer
@@ -33,9 +19,10 @@ struct BaselineDefaults {
 /// Figures are read with either decimal symbol and written with a period, so that they keep their
 /// meaning when the user's language changes.
 BaselineDefaults ReadBaselineDefaults(const Settings& settings, double formerTarget);
-void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults);
+/// Written together with the default false accept option.
+void WriteBaselineDefaults(Settings& settings, const BaselineDefaults& defaults, int falseAcceptOption);
 
-/// The default false accept option (section RiskOption): 0 Consumer, 1 Producer.
+/// The default false accept option: 0 Consumer, 1 Producer.
 int ReadFalseAcceptConvention(const Settings& settings);
 void WriteFalseAcceptConvention(Settings& settings, int falseAcceptOption);
 

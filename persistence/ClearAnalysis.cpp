@@ -2,45 +2,25 @@
 
 #include "model/Text.h"
 #include "persistence/BaselineDefaults.h"
+#include "persistence/SettingKeys.h"
 
 namespace metrisk {
 namespace {
 
-/// Names of the process error rows 1 to 8; those of the sample rows 1 and 7 are fixed captions.
-constexpr const char* defaultSourceNames[] = {"MTE Random",      "MTE Resolution", "Data Acquisition",
-                                              "Stress Response", "Ancillary",      "Miscellaneous",
-                                              "SU Random",       "SU Resolution"};
-
 void readSourceNames(const Settings& settings, ProcessErrors& errors) {
     for (int row = 1; row <= 8; ++row) {
-        const char* name = defaultSourceNames[row - 1];
-        const bool fixed = row == 1 || row == 7;
+        const TextSetting setting = errorSourceSetting(row);
         errors.ErrorSourceName[row] =
-            fixed ? name : withoutQuotes(settings.ReadSetting("ErrorSourceNames", name, name, 30));
+            isFixedErrorSource(row) ? std::string(setting.otherwise) : withoutQuotes(settings.read(setting));
     }
 }
 
 void readReportFields(const Settings& settings, ReportFields& report) {
-    const auto text = [&](const char* key, int length) {
-        return withoutQuotes(settings.ReadSetting("ReportFormat", key, "", length));
-    };
-    const auto yes = [&](const char* key, int length) {
-        return equalCaseBlind(settings.ReadSetting("ReportFormat", key, "No", length), "YES");
-    };
-    report.Organization = text("Organization", 150);
-    report.IncludeOrganization = yes("IncludeOrganization", 5);
-    report.Department = text("Department", 60);
-    report.IncludeDepartment = yes("IncludeDepartment", 60);
-    report.ApprovingDepartment = text("ApprovingDepartment", 60);
-    report.IncludeApprovingDepartment = yes("IncludeApprovingDepartment", 5);
-    report.Submitter = text("Submitter", 60);
-    report.IncludeSubmitter = yes("IncludeSubmitter", 60);
-    report.Approver = text("Approver", 60);
-    report.IncludeApprover = yes("IncludeApprover", 60);
-    report.IncludeFileName = yes("IncludeFileName", 5);
-    report.IncludeRemarks = yes("IncludeRemarks", 5);
-    const std::string delimiter = settings.ReadSetting("ReportFormat", "Delimiter", "Tab", 60);
-    report.Delimiter = equalCaseBlind(delimiter, "TAB") ? "Tab" : "Comma";
+    for (const ReportText& text : reportSettings::texts)
+        report.*text.field = withoutQuotes(settings.read(text.setting));
+    for (const ReportChoice& choice : reportSettings::choices)
+        report.*choice.field = equalCaseBlind(settings.read(choice.setting), "YES");
+    report.Delimiter = equalCaseBlind(settings.read(reportSettings::delimiter), "TAB") ? "Tab" : "Comma";
 }
 
 /// A new analysis does not end what the program is doing.

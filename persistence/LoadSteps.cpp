@@ -6,6 +6,7 @@
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
+#include "persistence/SettingKeys.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int nameColumn = 5;
 constexpr int stressResponseRow = 4;
-constexpr const char* stressResponse = "Stress Response";
 constexpr const char* infinitySign = "\u221E";
 
 void copyErrorTable(ProcessErrors& errors) {
@@ -27,8 +27,9 @@ void copyErrorTable(ProcessErrors& errors) {
 /// Old files may carry no name for a row that has one today.
 void nameStressResponse(ProcessErrors& errors) {
     if (!withoutOuterBlanks(errors.ErrorSourceName[stressResponseRow]).empty()) return;
-    errors.ErrTableText[stressResponseRow][nameColumn] = stressResponse;
-    errors.ErrTableDisplay[stressResponseRow + 1][nameColumn] = stressResponse;
+    const std::string name(errorSourceNames[stressResponseRow - 1]);
+    errors.ErrTableText[stressResponseRow][nameColumn] = name;
+    errors.ErrTableDisplay[stressResponseRow + 1][nameColumn] = name;
 }
 
 /// Rules ask for each kind on its own, so that any other number of them would be taken for one kind here

@@ -87,21 +87,25 @@ std::string SettingsFile::ReadSetting(std::string_view section, std::string_view
     return std::string(firstCharacters(text, static_cast<std::size_t>(length < 0 ? 0 : length)));
 }
 
-void SettingsFile::WriteSetting(std::string_view section, std::string_view key, std::string_view value) {
+void SettingsFile::write(std::span<const SettingValue> values) {
     const std::lock_guard lock(mutex_);
-    const ProfileKey name = profileKey(section, key);
     std::error_code error;
     const bool exists = fs::exists(fs::symlink_status(path_, error));
-    const auto old = readWholeFile(path_, largestFile);
-    if (old || !exists) {
+    std::optional<std::string> text = readWholeFile(path_, largestFile);
+    bool written = false;
+    if (text || !exists) {
         createFolderOf(path_);
-        if (replaceFile(path_, withProfileValue(old.value_or(""), section, key, value), probe_)) {
-            unwritten_.erase(name);
-            read_ = {};
-            return;
-        }
+        if (!text) text.emplace();
+        for (const SettingValue& v : values) text = withProfileValue(*text, v.section, v.key, v.text);
+        written = replaceFile(path_, *text, probe_);
     }
-    unwritten_[name] = value;
+    for (const SettingValue& v : values) {
+        if (written)
+            unwritten_.erase(profileKey(v.section, v.key));
+        else
+            unwritten_[profileKey(v.section, v.key)] = v.text;
+    }
+    if (written) read_ = {};
 }
 
 fs::path defaultSettingsPath() {

@@ -24,7 +24,7 @@ class SettingsFile final : public Settings {
     /// Cut to `length` characters. A value that is no UTF-8 is taken as Windows-1252.
     std::string ReadSetting(std::string_view section, std::string_view key, std::string_view defaultText,
                             int length) const override;
-    void WriteSetting(std::string_view section, std::string_view key, std::string_view value) override;
+    void write(std::span<const SettingValue> values) override;
 
     const std::filesystem::path& path() const { return path_; }
 

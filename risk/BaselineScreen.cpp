@@ -308,8 +308,7 @@ BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {
 }
 
 void BaselineScreen::storeDefault() {
-    WriteFalseAcceptConvention(session_.settings, defaults_.falseAcceptOption);
-    WriteBaselineDefaults(session_.settings, figuresOf(defaults_));
+    WriteBaselineDefaults(session_.settings, figuresOf(defaults_), defaults_.falseAcceptOption);
 }
 
 void BaselineScreen::storeAnalysis() {

@@ -44,11 +44,11 @@ bool FalseAcceptScreen::mayClose(Way) {
 }
 
 void FalseAcceptScreen::storeAsDefault() {
-    WriteFalseAcceptConvention(session_.settings, option());
     BaselineDefaults baseline = ReadBaselineDefaults(session_.settings, session_.record.Base_EqRatioTarget);
-    if (baseline.FalseAcceptOption == option()) return;
+    if (baseline.FalseAcceptOption == option())
+        return WriteFalseAcceptConvention(session_.settings, option());
     ConvertRiskConvention(baseline, option());
-    WriteBaselineDefaults(session_.settings, baseline);
+    WriteBaselineDefaults(session_.settings, baseline, option());
 }
 
 } // namespace metrisk

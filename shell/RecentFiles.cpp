@@ -13,12 +13,14 @@ std::string key(int i) {
 }
 
 void write(Settings& settings, const std::vector<std::string>& files) {
+    std::vector<SettingValue> values;
     for (int i = 1; i <= mostRecentFiles; ++i) {
         const auto at = static_cast<std::size_t>(i - 1);
         const std::string value = at < files.size() ? files[at] : "";
         if (settings.ReadSetting(section, key(i), "", wholeValue) != value)
-            settings.WriteSetting(section, key(i), value);
+            values.push_back({section, key(i), value});
     }
+    if (!values.empty()) settings.write(values);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "model/Settings.h"
 
+#include <array>
 #include <filesystem>
 #include <unistd.h>
 
@@ -31,8 +32,8 @@ Places locatePlaces(Settings& settings, const std::string& programFolder, const 
     places.HomeDirectory = settings.ReadSetting(section, directoryKey, "", wholeValue);
     places.UnitsDatabasePath = settings.ReadSetting(section, unitsKey, "", wholeValue);
     const auto writeBack = [&] {
-        settings.WriteSetting(section, directoryKey, places.HomeDirectory);
-        settings.WriteSetting(section, unitsKey, places.UnitsDatabasePath);
+        settings.write(std::array<SettingValue, 2>{
+            {{section, directoryKey, places.HomeDirectory}, {section, unitsKey, places.UnitsDatabasePath}}});
     };
     std::error_code ignored;
     if (!fs::is_directory(places.HomeDirectory, ignored)) {

@@ -51,11 +51,11 @@ void tellUnexpected(Session& session, FileCommands& files, const char* what) {
     session.ui.show({.text = std::string("An unexpected error has ended what was going on:\n") + what +
                              "\nThe analysis is as it was.",
                      .icon = BoxIcon::Exclamation});
-    const bool save = session.record.FileChanged &&
-                      session.ui.show({.text = "Save the analysis now?",
-                                       .icon = BoxIcon::Question,
-                                       .buttons = BoxButtons::YesNo,
-                                       .unattended = Answer::No}) == Answer::Yes;
+    const bool save =
+        session.record.FileChanged && session.ui.show({.text = "Save the analysis now?",
+                                                       .icon = BoxIcon::Question,
+                                                       .buttons = BoxButtons::YesNo,
+                                                       .unattended = Answer::No}) == Answer::Yes;
     if (save) files.mnu_File_SaveAs();
 }
 
@@ -73,7 +73,8 @@ int main(int argc, char** argv) {
     SettingsFile settings(settingsPath);
     QtInteraction ui(layoutOf);
     HelpDesk help(ui);
-    Session session{settings, ui};
+    const SystemClock clock;
+    Session session{settings, ui, clock};
     session.record.FirstDisplay = true;
     const Places places =
         locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());

@@ -4,6 +4,7 @@
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace metrisk {
@@ -15,7 +16,9 @@ int ordersOf(double offset) {
     return offset > 0 ? static_cast<int>(std::trunc(std::log10(offset))) : 0;
 }
 
-GuardbandTexts textsOf(const Analysis& r, const SubjectSide& side, const Regional& regional) {
+} // namespace
+
+GuardbandTexts guardbandTexts(const Analysis& r, const SubjectSide& side, const Regional& regional) {
     const ToleranceUnits units = subjectUnits(r);
     const double offset = r.*side.offset;
     const double multiplier = r.*side.multiplier;
@@ -33,14 +36,24 @@ GuardbandTexts textsOf(const Analysis& r, const SubjectSide& side, const Regiona
             r.SU_ToleranceUnits)};
 }
 
-} // namespace
+GuardbandTexts toleranceTexts(const Analysis& r, const SubjectSide& side, const Regional& regional) {
+    const ToleranceUnits units = subjectUnits(r);
+    const int held = PictureDecimals(r.*side.offsetPicture);
+    // The mode's decimals as well where the limit needs them.
+    const int needed = std::min(PictureDecimals(r.SU_Mode_fmt), DecimalsOfValue(r.*side.limit, 0));
+    return {withUnits(FormatNumber(r.*side.limit, PictureForDecimals(std::max(held, needed)), regional),
+                      r.NominalUnits),
+            withUnits(FormatNumber(side.sign * units.shown(r.*side.offset) + 0.0,
+                                   units.shownPicture(r.*side.offsetPicture), regional),
+                      r.SU_ToleranceUnits)};
+}
 
 GuardbandTexts ShowLowerGuardband(const Analysis& record, const Regional& regional) {
-    return textsOf(record, lowerSide, regional);
+    return guardbandTexts(record, lowerSide, regional);
 }
 
 GuardbandTexts ShowUpperGuardband(const Analysis& record, const Regional& regional) {
-    return textsOf(record, upperSide, regional);
+    return guardbandTexts(record, upperSide, regional);
 }
 
 } // namespace metrisk

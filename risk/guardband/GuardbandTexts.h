@@ -8,6 +8,8 @@
 
 namespace metrisk {
 
+struct SubjectSide;
+
 struct GuardbandTexts {
     std::string limit;  // the test limit in nominal units
     std::string offset; // its distance from the mode in tolerance units, negative on the lower side
@@ -16,5 +18,9 @@ struct GuardbandTexts {
 /// From the side's multiplier, with the decimals that multiplier and offset bring in.
 GuardbandTexts ShowLowerGuardband(const Analysis& record, const Regional& regional);
 GuardbandTexts ShowUpperGuardband(const Analysis& record, const Regional& regional);
+GuardbandTexts guardbandTexts(const Analysis& record, const SubjectSide& side, const Regional& regional);
+
+/// The same forms of the tolerance limit itself.
+GuardbandTexts toleranceTexts(const Analysis& record, const SubjectSide& side, const Regional& regional);
 
 } // namespace metrisk

@@ -149,8 +149,23 @@ void LowerMultiplierFromKFactor(Analysis& record, const Regional& regional) {
 
 void UpperMultiplierFromKFactor(Analysis& r, const Regional& regional) {
     if (!multiplierFromKFactor(r, upperSide, regional) || !r.GB_SymmetricMult) return;
+    copyUpperMultiplier(r);
+}
+
+void copyUpperMultiplier(Analysis& r) {
     r.GB_LowerMult = r.GB_UpperMult;
     r.GB_LowerMult_fmt = r.GB_UpperMult_fmt;
+    r.GB_LowerKEntered = false;
+}
+
+void chooseSymmetricMultipliers(Analysis& r, bool on, const Regional& regional) {
+    r.GB_SymmetricMult = on;
+    r.GB_AsymmetricMult = !on;
+    if (!on) return;
+    if (r.GB_LowerMult != r.GB_UpperMult) r.GuardbandsChanged = true;
+    copyUpperMultiplier(r);
+    r.GB_SymmetricK = false;
+    ShowLowerKFactor(r, regional);
 }
 
 void RevalidateKFactors(Session& session) noexcept {

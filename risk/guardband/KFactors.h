@@ -40,6 +40,12 @@ std::optional<std::string> ShowUpperKFactor(Analysis& record, const Regional& re
 void LowerMultiplierFromKFactor(Analysis& record, const Regional& regional);
 void UpperMultiplierFromKFactor(Analysis& record, const Regional& regional);
 
+/// One multiplier for both sides: the lower one takes the upper one's value and picture, and its k no longer
+/// counts as typed.
+void copyUpperMultiplier(Analysis& record);
+/// Symmetry of the multipliers, which ends that of the k-factors.
+void chooseSymmetricMultipliers(Analysis& record, bool on, const Regional& regional);
+
 /// To be run after a change of the uncertainty or the tolerances: k-factors that were typed decide over
 /// their multipliers, any other follows its multiplier. A typed one that is not allowed any more is
 /// replaced, after a question, by the largest that is or by that of the multiplier.

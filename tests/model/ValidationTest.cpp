@@ -1,5 +1,6 @@
 #include "model/Validation.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 #include "numerics/SubjectDensity.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <boost/math/quadrature/gauss_kronrod.hpp>
 #include <cmath>

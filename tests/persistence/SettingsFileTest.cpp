@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <vector>
 
 using namespace metrisk;
 using metrisk::testing::fileContent;
@@ -86,8 +87,9 @@ TEST(SettingsFile, AValueThatCannotBeWrittenStaysInForce) {
     for (int failing = 1; failing <= 5; ++failing) {
         int operation = 0;
         SettingsFile settings(folder.write("a.ini", before), [&] { return ++operation != failing; });
-        settings.WriteSetting("A", "Key", "new");
+        settings.write(std::vector<SettingValue>{{"A", "Key", "new"}, {"B", "Key", "new"}});
         EXPECT_EQ(operation, failing);
+        EXPECT_EQ(settings.ReadSetting("B", "key", "", 60), "new") << failing;
         EXPECT_EQ(settings.ReadSetting("a", "key", "", 60), "new") << failing;
         EXPECT_EQ(fileContent(settings.path()), before) << failing;
         EXPECT_EQ(folder.count(), 1) << failing;

@@ -8,6 +8,7 @@
 #include "risk/RiskConvention.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
@@ -111,7 +112,8 @@ TEST(BaselineScreen, ValidatesInOrder) {
     EXPECT_EQ(screen.ComputeBaselineResults.text, "Compute Baseline &Risks");
     test.ui.expectBox("Default Baseline Procedure",
                       "To change the default baseline, enter changes in the analysis "
-                      "baseline and click 'Set default baseline.'");
+                      "baseline and click 'Set default baseline.'",
+                      note);
     screen.key(screen.DefAccRat1);
 }
 
@@ -141,7 +143,7 @@ TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
         press(choice, "ProducerRiskOption");
         press(choice, "cmd_Close");
     });
-    test.ui.expectBox("Change Made", "Do you want to keep the new risk option?", Answer::Yes);
+    test.ui.expectBox("Change Made", "Do you want to keep the new risk option?", Answer::Yes, yesNoCancel);
     test.press("cmd_FAOption");
     EXPECT_EQ(test.screen.pnl_FAOption.text, "Producer Option");
     EXPECT_EQ(test.screen.BaselinePctInTol1.text, "90.601");
@@ -153,7 +155,7 @@ TEST(BaselineScreen, Z540LocksAndFollowsTheConvention) {
     test.ui.expectBox(retainTitle, retain, Answer::Cancel);
     EXPECT_FALSE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
-    test.ui.expectBox(retainTitle, retain, Answer::No);
+    test.ui.expectBox(retainTitle, retain, Answer::No, yesNoCancel);
     EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.FalseAcceptOption, 0);
     EXPECT_FALSE(test.record.RisksNeedCompute);
@@ -165,7 +167,7 @@ TEST(BaselineScreen, StoresTheAnalysisSideAndDropsTheRatio) {
     test.record.EqAccRat = 3;
     test.type("BaseAccRat1", "10");
     test.press("ComputeBaselineResults");
-    test.ui.expectBox(retainTitle, retain, Answer::Yes);
+    test.ui.expectBox(retainTitle, retain, Answer::Yes, yesNoCancel);
     EXPECT_TRUE(test.screen.close(Way::Cancel));
     EXPECT_EQ(test.record.Base_AccRatNum, 10);
     EXPECT_EQ(test.record.Base_EqRatioTarget, 10);
@@ -173,7 +175,7 @@ TEST(BaselineScreen, StoresTheAnalysisSideAndDropsTheRatio) {
     EXPECT_EQ(test.record.EqAccRat, 0);
     EXPECT_EQ(test.record.Last_Base1, -1);
     EXPECT_TRUE(test.record.FileChanged);
-    EXPECT_TRUE(test.settings.values.empty());
+    EXPECT_TRUE(test.settings.empty());
 }
 
 TEST(BaselineScreen, StoresTheDefault) {
@@ -186,12 +188,13 @@ TEST(BaselineScreen, StoresTheDefault) {
     screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
     EXPECT_EQ(findItem(screen.menus, "mnu_ShowDefaults")->caption, "Hide &Defaults");
     press(screen, "Cmd_SetDefaultBaseline");
-    EXPECT_TRUE(test.settings.values.empty()) << "stored on leaving";
+    EXPECT_TRUE(test.settings.empty()) << "stored on leaving";
     test.ui.expectBox(optionTitle, storedDefault, Answer::No);
     EXPECT_FALSE(screen.close(Way::Ok));
-    EXPECT_TRUE(test.settings.values.empty());
+    EXPECT_TRUE(test.settings.empty());
     test.ui.expectBox(optionTitle, storedDefault, Answer::Yes);
     EXPECT_TRUE(screen.close(Way::Ok));
+    EXPECT_EQ(test.settings.writes, 1) << "a crash leaves no half of a default";
     const auto stored = [&](const char* section, const char* key) {
         return test.settings.ReadSetting(section, key, "", 60);
     };
@@ -212,9 +215,9 @@ TEST(BaselineScreen, UsingADefaultOfAnotherConvention) {
     screen.run(*findItem(screen.menus, "mnu_ShowDefaults"));
     press(screen, "Cmd_RetrieveDefaultBaseline");
     EXPECT_EQ(screen.BaseFalseAccept.text, "812");
-    test.ui.expectBox(optionTitle, usedDefault, Answer::Cancel);
+    test.ui.expectBox(optionTitle, usedDefault, Answer::Cancel, okCancel);
     EXPECT_FALSE(screen.close(Way::Ok));
-    test.ui.expectBox(optionTitle, usedDefault, Answer::Ok);
+    test.ui.expectBox(optionTitle, usedDefault, okCancel);
     EXPECT_TRUE(screen.close(Way::Ok));
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
@@ -249,14 +252,14 @@ TEST(FalseAcceptScreen, SettingsTakeTheConventionOnlyAsDefault) {
         test.ui.expectBox("Change Made", keep, Answer::Cancel);
         press(screen, "cmd_Close");
         EXPECT_FALSE(screen.closedBy());
-        test.ui.expectBox("Change Made", keep, Answer::No);
+        test.ui.expectBox("Change Made", keep, Answer::No, yesNoCancel);
         press(screen, "cmd_Close");
         EXPECT_FALSE(test.record.RisksNeedCompute);
     }
     FalseAcceptScreen screen(test.session);
     press(screen, "ProducerRiskOption");
     press(screen, "Chk_SetDefault");
-    test.ui.expectBox("Change Made", keep, Answer::Yes);
+    test.ui.expectBox("Change Made", keep, Answer::Yes, yesNoCancel);
     press(screen, "cmd_Close");
     EXPECT_EQ(test.record.FalseAcceptOption, 1);
     EXPECT_TRUE(test.record.RisksNeedCompute);
@@ -278,7 +281,7 @@ TEST(EqRatioScreen, ChoicesCountWhenRetained) {
     EXPECT_TRUE(leave(Way::Cancel, {"BeepOn", "BeepOn"})) << "nothing changed";
     test.ui.expectBox(retainTitle, retain, Answer::Cancel);
     EXPECT_FALSE(leave(Way::Cancel, {"opt_Compute_1"}));
-    test.ui.expectBox(retainTitle, retain, Answer::No);
+    test.ui.expectBox(retainTitle, retain, Answer::No, yesNoCancel);
     EXPECT_TRUE(leave(Way::Cancel, {"opt_Compute_1"}));
     EXPECT_TRUE(test.record.ComputeEqRatio);
     EXPECT_EQ(test.record.EqAccRat, 3);

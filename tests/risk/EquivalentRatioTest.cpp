@@ -4,6 +4,7 @@
 #include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <boost/math/distributions/normal.hpp>
 #include <boost/math/quadrature/gauss_kronrod.hpp>

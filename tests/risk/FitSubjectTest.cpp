@@ -4,6 +4,7 @@
 #include "persistence/AnalysisFile.h"
 #include "risk/Risks.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <boost/math/distributions/normal.hpp>
 #include <cmath>

@@ -5,6 +5,7 @@
 #include "risk/guardband/KFactors.h"
 #include "risk/guardband/SolveGuardbands.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "risk/ValidateAndFit.h"
 #include "risk/observed/ObservedPct.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <boost/math/distributions/normal.hpp>
 #include <cmath>

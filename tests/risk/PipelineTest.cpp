@@ -6,6 +6,7 @@
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,7 @@ constexpr const char* failureOnReject = "Unable to compute a precise equivalent 
                                         "Try again using false accept?";
 
 void expectNotRequired(TestSession& t) {
-    t.ui.expectBox("Compute Not Required", "Compute not required.\nNo changes have been made.");
+    t.ui.expectBox("Compute Not Required", "Compute not required.\nNo changes have been made.", note);
 }
 
 /// A baseline of whole figures, so that a second press finds nothing changed.

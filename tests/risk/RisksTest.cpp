@@ -3,6 +3,7 @@
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
 #include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
 
 #include <algorithm>
 #include <boost/math/distributions/exponential.hpp>

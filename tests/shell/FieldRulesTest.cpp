@@ -2,6 +2,7 @@
 #include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

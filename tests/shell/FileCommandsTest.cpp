@@ -5,6 +5,7 @@
 #include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +46,7 @@ struct Program : TestSession {
 
     std::string path(const std::string& name) { return (folder / name).string(); }
     void expectSaveQuestion(const std::string& name, Answer answer) {
-        ui.expectBox("Save Analysis", "Save changes to " + name + "?", answer);
+        ui.expectBox("Save Analysis", "Save changes to " + name + "?", answer, yesNoCancel);
     }
 };
 
@@ -110,7 +111,7 @@ TEST(FileCommands, FailedOpenLeavesTheFileAlone) {
     Program program;
     const std::string path = program.path("letter.mrk");
     std::ofstream(path) << "Dear customer";
-    program.ui.expectBox("letter.mrk", "Not a valid Analysis file.");
+    program.ui.expectBox("letter.mrk", "Not a valid Analysis file.", note);
     EXPECT_FALSE(program.files.openPath(path));
     EXPECT_EQ(program.record.AnalysisFileName, "(Untitled)");
     EXPECT_FALSE(program.record.LoadInProgress);
@@ -170,7 +171,8 @@ TEST(FileCommands, ReminderOnceAnOpen) {
         "False Accept Risk Option Reminder",
         "Notice: In this analysis, the False Accept Risk Option is\nreferenced to the producer's "
         "perspective.\n\nThe default False Accept Risk Option is referenced to the\nconsumer's "
-        "perspective.");
+        "perspective.",
+        note);
     EXPECT_TRUE(program.files.openAtStart(program.path("producer.mrk")));
 }
 
@@ -179,15 +181,15 @@ TEST(FileCommands, WayOut) {
     int removed = 0;
     const auto remove = [&] { ++removed; };
     Program program;
-    program.ui.expectBox("Exit Metrisk", text, Answer::Cancel);
+    program.ui.expectBox("Exit Metrisk", text, Answer::Cancel, okCancel);
     EXPECT_FALSE(program.files.ExitAnalysis(remove));
     EXPECT_EQ(removed, 0);
     program.record.SU_Mode = 3;
-    program.ui.expectBox("Exit Metrisk", text, Answer::Ok);
+    program.ui.expectBox("Exit Metrisk", text, okCancel);
     program.expectSaveQuestion("(Untitled)", Answer::Cancel);
     EXPECT_FALSE(program.files.ExitAnalysis(remove));
     EXPECT_EQ(removed, 1) << "what the confirmation removed stays removed";
-    program.ui.expectBox("Exit Metrisk", text, Answer::Ok);
+    program.ui.expectBox("Exit Metrisk", text, okCancel);
     program.expectSaveQuestion("(Untitled)", Answer::No);
     EXPECT_TRUE(program.files.ExitAnalysis(remove));
 }

@@ -5,6 +5,7 @@
 #include "shell/mainscreen/ToleranceOptions.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 

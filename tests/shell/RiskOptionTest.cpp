@@ -3,6 +3,7 @@
 #include "shell/mainscreen/DataGate.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +25,7 @@ struct Menu : TestSession {
             press(screen, "cmd_Close");
             if (kept == Answer::Cancel) press(screen, "ConsumerRiskOption");
         });
-        ui.expectBox("Change Made", keep, kept);
+        ui.expectBox("Change Made", keep, kept, yesNoCancel);
     }
 };
 
@@ -32,7 +33,7 @@ TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     Menu menu;
     enter(menu.record, Entry{});
     menu.chooseProducer(Answer::Yes);
-    menu.ui.expectBox("False Accept Risk Option Change", notice);
+    menu.ui.expectBox("False Accept Risk Option Change", notice, note);
     menu.ui.expectScreen("BaselineAnalysis", [](Worksheet& screen) {
         EXPECT_EQ(textOf(screen, "pnl_FAOption"), "Producer Option");
         press(screen, "cmd_OK");
@@ -41,7 +42,7 @@ TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     EXPECT_NE(menu.record.Base_FalseAccept, 4.1);
     EXPECT_GT(menu.record.FalseAcceptRisk, 0);
     EXPECT_FALSE(menu.record.RisksNeedCompute);
-    EXPECT_TRUE(menu.settings.values.empty());
+    EXPECT_TRUE(menu.settings.empty());
 }
 
 TEST(RiskOption, StaleFiguresNeedNoNoticeAndNoChangeNeedsNothing) {
@@ -70,7 +71,8 @@ TEST(RiskOption, ReminderSpeaksOnlyOfADifference) {
         "False Accept Risk Option Reminder",
         "Notice: In this analysis, the False Accept Risk Option is\nreferenced to the producer's "
         "perspective.\n\nThe default False Accept Risk Option is referenced to the\nconsumer's "
-        "perspective.");
+        "perspective.",
+        note);
     remindOfRiskOption(test.session);
     test.settings.WriteSetting("RiskOption", "FalseAcceptConvention", "Producer");
     remindOfRiskOption(test.session);
@@ -79,7 +81,7 @@ TEST(RiskOption, ReminderSpeaksOnlyOfADifference) {
 TEST(DataGate, NeedsData) {
     TestSession test;
     for (const Needs plot : {Needs::Subject, Needs::BothForPlot}) {
-        test.ui.expectBox("No Data Available", "No data to plot.");
+        test.ui.expectBox("No Data Available", "No data to plot.", note);
         EXPECT_FALSE(haveData(test.session, plot));
     }
     test.ui.expectBox("Insufficient Data Available", "No data have been entered for analysis.");

@@ -1,7 +1,7 @@
 // Analyses of every kind, entered as a user would leave them.
 #pragma once
 
-#include "tests/support/TestSession.h"
+#include "model/Analysis.h"
 
 namespace metrisk::testing {
 

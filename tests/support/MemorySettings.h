@@ -1,26 +1,34 @@
-// Settings that live in memory, for tests.
+// Settings that live in memory, for tests; the same contract as those on the disk.
 #pragma once
 
 #include "model/Settings.h"
+#include "model/Text.h"
+#include "persistence/ProfileText.h"
 
 #include <map>
-#include <utility>
 
 namespace metrisk::testing {
 
 class MemorySettings final : public Settings {
   public:
-    std::map<std::pair<std::string, std::string>, std::string> values;
+    int writes = 0;
 
     std::string ReadSetting(std::string_view section, std::string_view key, std::string_view defaultText,
                             int length) const override {
-        const auto found = values.find({std::string(section), std::string(key)});
-        std::string text = found == values.end() ? std::string(defaultText) : found->second;
-        return text.substr(0, static_cast<std::size_t>(length));
+        const auto found = values_.find(profileKey(section, key));
+        const std::string_view text = found == values_.end() ? defaultText : found->second;
+        return std::string(firstCharacters(text, static_cast<std::size_t>(length)));
     }
-    void WriteSetting(std::string_view section, std::string_view key, std::string_view value) override {
-        values[{std::string(section), std::string(key)}] = std::string(value);
+    using Settings::write;
+    void write(std::span<const SettingValue> values) override {
+        ++writes;
+        for (const SettingValue& v : values) values_[profileKey(v.section, v.key)] = v.text;
     }
+
+    bool empty() const { return values_.empty(); }
+
+  private:
+    std::map<ProfileKey, std::string> values_;
 };
 
 } // namespace metrisk::testing

@@ -10,12 +10,14 @@ ScriptedInteraction::~ScriptedInteraction() {
     verifyAllShown();
 }
 
-void ScriptedInteraction::expectBox(std::string title, std::string text, Answer answer) {
-    expected_.push_back({std::move(title), std::move(text), answer, {}});
+void ScriptedInteraction::expectBox(std::string title, std::string text, Answer answer,
+                                    std::optional<BoxKind> kind) {
+    const BoxKind usual = answer == Answer::Ok ? warning : answer == Answer::Cancel ? yesNoCancel : yesNo;
+    expected_.push_back({std::move(title), std::move(text), answer, kind.value_or(usual), {}});
 }
 
 void ScriptedInteraction::expectScreen(std::string name, std::function<void(Worksheet&)> act) {
-    expected_.push_back({std::move(name), "", Answer::Ok, std::move(act)});
+    expected_.push_back({std::move(name), "", Answer::Ok, {}, std::move(act)});
 }
 
 void ScriptedInteraction::verifyAllShown() {
@@ -33,6 +35,9 @@ Answer ScriptedInteraction::show(const Box& box) {
     expected_.pop_front();
     EXPECT_EQ(box.title, next.title);
     EXPECT_EQ(box.text, next.text);
+    EXPECT_TRUE((BoxKind{box.icon, box.buttons} == next.kind))
+        << box.title << ": icon " << static_cast<int>(box.icon) << ", buttons "
+        << static_cast<int>(box.buttons);
     return next.answer;
 }
 

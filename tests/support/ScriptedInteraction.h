@@ -5,17 +5,37 @@
 #include "model/Interaction.h"
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace metrisk::testing {
 
+/// What a box looks like and which answers it offers.
+struct BoxKind {
+    BoxIcon icon;
+    BoxButtons buttons = BoxButtons::Ok;
+
+    friend bool operator==(const BoxKind&, const BoxKind&) = default;
+};
+inline constexpr BoxKind warning{BoxIcon::Exclamation};
+inline constexpr BoxKind note{BoxIcon::Information};
+inline constexpr BoxKind yesNo{BoxIcon::Question, BoxButtons::YesNo};
+inline constexpr BoxKind yesNoCancel{BoxIcon::Question, BoxButtons::YesNoCancel};
+inline constexpr BoxKind okCancel{BoxIcon::Question, BoxButtons::OkCancel};
+
 class ScriptedInteraction final : public Interaction {
   public:
     ~ScriptedInteraction() override;
 
-    /// The next box must bear exactly this title and text; it gets the answer.
-    void expectBox(std::string title, std::string text, Answer answer = Answer::Ok);
+    /// The next box must bear exactly this title and text and be of that kind; it gets the answer. Left
+    /// out, the kind is the usual one for the answer: a warning, a question of Yes and No, or, answered with
+    /// Cancel, of Yes, No and Cancel.
+    void expectBox(std::string title, std::string text, Answer answer = Answer::Ok,
+                   std::optional<BoxKind> kind = {});
+    void expectBox(std::string title, std::string text, const BoxKind& kind) {
+        expectBox(std::move(title), std::move(text), Answer::Ok, kind);
+    }
     /// The next screen must be that one; `act` uses it. A screen that `act` leaves open is left by Cancel. A
     /// progress screen needs no expectation.
     void expectScreen(
@@ -53,6 +73,7 @@ class ScriptedInteraction final : public Interaction {
     struct Expected {
         std::string title, text;
         Answer answer;
+        BoxKind kind;
         std::function<void(Worksheet&)> act; // of a screen, whose name is the title
     };
     std::deque<Expected> expected_;

@@ -40,13 +40,14 @@ class NoSettings final : public Settings {
                             int) const override {
         return std::string(defaultText);
     }
-    void WriteSetting(std::string_view, std::string_view, std::string_view) override {}
+    void write(std::span<const SettingValue>) override {}
 };
 
 struct SilentSession {
     NoSettings settings;
     SilentInteraction ui;
-    Session session{settings, ui};
+    SystemClock clock;
+    Session session{settings, ui, clock};
 };
 
 } // namespace metrisk::testing

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/MemorySettings.h"
 #include "tests/support/ScriptedInteraction.h"
 
@@ -10,7 +11,8 @@ namespace metrisk::testing {
 struct TestSession {
     MemorySettings settings;
     ScriptedInteraction ui;
-    Session session{settings, ui};
+    FixedClock clock;
+    Session session{settings, ui, clock};
     Analysis& record = session.record;
 };
 

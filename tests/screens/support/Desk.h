@@ -28,7 +28,8 @@ class Desk {
     SettingsFile settings;
     QtInteraction ui{layoutOf};
     HelpDesk help{ui};
-    Session session{settings, ui};
+    SystemClock clock;
+    Session session{settings, ui, clock};
     Analysis& record = session.record;
     BoxAnswerer boxes;
     std::unique_ptr<MainWindow> window;
