@@ -350,7 +350,8 @@ TEST_F(KFactors, ThatAreNotAllowedAnyMoreAreReplaced) {
                 t.ui.expectBox(std::string("New ") + (*side == 'u' ? "Upper" : "Lower") + " k-factor",
                                std::string("You elected not to compute a maximum allowable ") + side +
                                    " k-factor.  Metrisk will now solve for the " + side +
-                                   " k-factor from the current upper guardband multiplier.");
+                                   " k-factor from the current upper guardband multiplier.",
+                               note);
         }
         RevalidateKFactors(t.session);
         EXPECT_NEAR(r.GB_UpperK, largest ? 5 : 1.5, 1e-14);
