@@ -113,7 +113,7 @@ class DialogTest final : public QObject {
         BaselineScreen baseline(session);
         FalseAcceptScreen option(session);
         EqRatioScreen ratio(session);
-        ComputingScreen computing(session.record.AbortFlag);
+        ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
         for (Worksheet* screen :
              std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands}) {
