@@ -285,7 +285,8 @@ void ObservedScreen::restoreRefused() {
 
 bool ObservedScreen::differs() const {
     return Figures(opened_).differ(session_.record) ||
-           trueText_ != pctText(session_.record.SU_PctInTol, session_.record.SU_PctInTol_fmt, session_.regional);
+           trueText_ !=
+               pctText(session_.record.SU_PctInTol, session_.record.SU_PctInTol_fmt, session_.regional);
 }
 
 bool ObservedScreen::mayClose(Way way) {
