@@ -22,7 +22,8 @@ struct Workplace {
 
 class AnalysisRun {
   public:
-    explicit AnalysisRun(Workplace& workplace) : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
+    explicit AnalysisRun(Workplace& workplace)
+        : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
 
     /// Reads the file into a new analysis; false when it cannot be read.
     bool open(const std::string& path);
@@ -41,5 +42,9 @@ class AnalysisRun {
     const Workplace& workplace_;
     std::string notes_; // what the boxes do not tell
 };
+
+/// Writes to the file that was read, or beside it under the extension of today; an existing file of that name
+/// is replaced only with `force`. False if it did not.
+bool saveResults(AnalysisRun& run, const std::string& file, bool force);
 
 } // namespace metrisk::cli
