@@ -16,11 +16,11 @@ struct SubjectSide {
     double Analysis::*pctReading;
     double Analysis::*multiplier; // of the guardband
     std::string Analysis::*multiplierPicture;
-    double Analysis::*k; // the guardband as a k-factor
+    double Analysis::*kFactor; // of the guardband
     std::string Analysis::*kPicture;
-    Flag Analysis::*kEntered; // the multiplier follows from it
-    Flag Analysis::*absent;   // the tolerance kind has no such side
-    double sign;              // of the offset in the limit
+    Flag Analysis::*kEntered;
+    Flag Analysis::*absent; // the tolerance kind has no such side
+    double sign;            // of the offset in the limit
     const char* limitBox;
     const char* limitTitle; // of messages about the limit
     const char* offsetTitle;

@@ -1,6 +1,6 @@
 #include "numerics/Distribution.h"
 
-#include "model/Analysis.h"
+#include "model/ParameterGroups.h"
 #include "numerics/Real.h"
 
 #include <cmath>
@@ -23,24 +23,24 @@ double SubjectBias::logVariable(double ratio) const {
     return (log(Real(ratio) / logOmega) / logSigma).value();
 }
 
-SubjectBias subjectBiasOf(const Analysis& record) {
+SubjectBias subjectBiasOf(const SubjectParameter& subject) {
     SubjectBias bias;
-    bias.distribution = distributionNamed(record.SU_Distribution);
-    bias.caseCode = record.SU_CaseCode;
-    bias.twoSided = record.OptTwoSided;
-    bias.singleUpper = record.OptSingleUpper;
-    bias.physLimitBelow = record.PhysLimitBelow;
-    bias.mode = record.SU_Mode;
-    bias.upperLimit = record.SU_UpperLimit;
-    bias.lowerLimit = record.SU_LowerLimit;
-    bias.upperOffset = record.SU_UpperOffset;
-    bias.lowerOffset = record.SU_LowerOffset;
-    bias.physicalLimit = record.PhysicalLimit;
-    bias.sigma = record.SU_Sigma;
-    bias.logSigma = record.SU_LogSigma;
-    bias.logOmega = record.SU_LogOmega;
-    bias.expExponent = record.SU_ExpExponent;
-    bias.expRate = record.SU_ExpRate;
+    bias.distribution = distributionNamed(subject.SU_Distribution);
+    bias.caseCode = subject.SU_CaseCode;
+    bias.twoSided = subject.OptTwoSided;
+    bias.singleUpper = subject.OptSingleUpper;
+    bias.physLimitBelow = subject.PhysLimitBelow;
+    bias.mode = subject.SU_Mode;
+    bias.upperLimit = subject.SU_UpperLimit;
+    bias.lowerLimit = subject.SU_LowerLimit;
+    bias.upperOffset = subject.SU_UpperOffset;
+    bias.lowerOffset = subject.SU_LowerOffset;
+    bias.physicalLimit = subject.PhysicalLimit;
+    bias.sigma = subject.SU_Sigma;
+    bias.logSigma = subject.SU_LogSigma;
+    bias.logOmega = subject.SU_LogOmega;
+    bias.expExponent = subject.SU_ExpExponent;
+    bias.expRate = subject.SU_ExpRate;
     return bias;
 }
 

@@ -5,7 +5,7 @@
 
 namespace metrisk {
 
-struct Analysis;
+struct SubjectParameter;
 
 enum class Distribution { None, Normal, LogNormal, Exponential, Uniform };
 
@@ -50,7 +50,7 @@ struct SubjectBias {
     double sideOffset() const { return singleUpper ? upperOffset : lowerOffset; }
 };
 
-/// The subject parameter as the record's last fit left it.
-SubjectBias subjectBiasOf(const Analysis& record);
+/// The subject parameter as its last fit left it.
+SubjectBias subjectBiasOf(const SubjectParameter& subject);
 
 } // namespace metrisk

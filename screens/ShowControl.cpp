@@ -67,6 +67,7 @@ QString htmlOf(const std::string& text) {
         const QString word = html.mid(at + 2, end - at - 2);
         html.replace(at, end + 2 - at, QString("<a href=\"%1\">%1</a>").arg(word));
     }
+    html.replace("</p>\r\n\r\n", "</p>"); // a heading has its own room below
     return html.replace("\r\n", "<br>");
 }
 

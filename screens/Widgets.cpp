@@ -163,6 +163,7 @@ QWidget* down(std::initializer_list<QWidget*> widgets) {
 
 QGroupBox* group(const char* title, QLayout* content) {
     auto* made = new QGroupBox(title);
+    content->setContentsMargins(8, 4, 8, 6);
     made->setLayout(content);
     return made;
 }

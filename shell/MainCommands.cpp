@@ -167,7 +167,7 @@ std::vector<MenuItem> MainCommands::optionItems() {
         {.control = "PrintOptions", .caption = "&Report Format"},
         {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
         {.control = "CtrlSURel", .caption = "&True vs. Observed % In-Tolerance"},
-        {.control = "CtrlGuardband", .caption = "&Guardband"},
+        {.control = "CtrlGuardband", .caption = "&Guardband", .run = [this] { screen_.openGuardbands(); }},
     };
 }
 

@@ -1,7 +1,6 @@
 #include "risk/guardband/GuardbandTexts.h"
 
 #include "model/NumberText.h"
-#include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
 
@@ -12,40 +11,49 @@ namespace metrisk {
 
 namespace {
 
-/// Decimals of a test limit in nominal units.
-int guardbandDecimals(const Analysis& r, const SubjectSide& side) {
-    const double own = r.*side.offset;
-    const double size = (r.SU_LowerOffset != 0 ? r.SU_LowerOffset : own) * subjectUnits(r).factor;
-    const int magnitude = size > 0 ? static_cast<int>(std::log10(size)) : 0;
-    return PictureDecimals(r.*side.multiplierPicture) + PictureDecimals(r.*side.offsetPicture) - magnitude;
-}
-
-TwoForms forms(const Session& session, const SubjectSide& side, double offset, int decimals,
-               int offsetDecimals) {
-    const Analysis& r = session.record;
-    const ToleranceUnits units = subjectUnits(r);
-    const double limit = r.SU_Mode + side.sign * offset;
-    return {withUnits(FormatNumber(limit, PictureForDecimals(decimals), session.regional), r.NominalUnits),
-            withUnits(FormatNumber(side.sign * units.shown(offset), PictureForDecimals(offsetDecimals),
-                                   session.regional),
-                      units.name)};
+/// Whole orders of ten of the offset in tolerance units, towards 0.
+int ordersOf(double offset) {
+    return offset > 0 ? static_cast<int>(std::trunc(std::log10(offset))) : 0;
 }
 
 } // namespace
 
-TwoForms toleranceForms(const Session& session, const SubjectSide& side) {
-    const Analysis& r = session.record;
+GuardbandTexts guardbandTexts(const Analysis& r, const SubjectSide& side, const Regional& regional) {
+    const ToleranceUnits units = subjectUnits(r);
+    const double offset = r.*side.offset;
+    const double multiplier = r.*side.multiplier;
+    const double leading = r.SU_LowerOffset != 0 ? r.SU_LowerOffset : offset;
+    const int ofMultiplier =
+        CountDecimals(FormatNumber(multiplier, r.*side.multiplierPicture, regional), regional);
+    const int decimals =
+        ofMultiplier + PictureDecimals(r.*side.offsetPicture) - ordersOf(units.shown(leading));
+
+    const double moved = side.sign * multiplier * offset + 0.0; // no negative 0
+    return {
+        withUnits(FormatNumber(r.SU_Mode + moved, PictureForDecimals(decimals), regional), r.NominalUnits),
+        withUnits(
+            FormatNumber(units.shown(moved), PictureForDecimals(decimals - r.SU_TolDecimalShift), regional),
+            r.SU_ToleranceUnits)};
+}
+
+GuardbandTexts toleranceTexts(const Analysis& r, const SubjectSide& side, const Regional& regional) {
+    const ToleranceUnits units = subjectUnits(r);
     const int held = PictureDecimals(r.*side.offsetPicture);
     // The mode's decimals as well where the limit needs them.
     const int needed = std::min(PictureDecimals(r.SU_Mode_fmt), DecimalsOfValue(r.*side.limit, 0));
-    return forms(session, side, r.*side.offset, std::max(held, needed), held - r.SU_TolDecimalShift);
+    return {withUnits(FormatNumber(r.*side.limit, PictureForDecimals(std::max(held, needed)), regional),
+                      r.NominalUnits),
+            withUnits(FormatNumber(side.sign * units.shown(r.*side.offset) + 0.0,
+                                   units.shownPicture(r.*side.offsetPicture), regional),
+                      r.SU_ToleranceUnits)};
 }
 
-TwoForms guardbandForms(const Session& session, const SubjectSide& side) {
-    const Analysis& r = session.record;
-    const int decimals = guardbandDecimals(r, side);
-    return forms(session, side, r.*side.multiplier * r.*side.offset, decimals,
-                 decimals - r.SU_TolDecimalShift);
+GuardbandTexts ShowLowerGuardband(const Analysis& record, const Regional& regional) {
+    return guardbandTexts(record, lowerSide, regional);
+}
+
+GuardbandTexts ShowUpperGuardband(const Analysis& record, const Regional& regional) {
+    return guardbandTexts(record, upperSide, regional);
 }
 
 } // namespace metrisk

@@ -1,20 +1,26 @@
-// How the guardband worksheets show tolerances and guardbands: as limits or as distances from the mode.
+// The texts of a guardband beside its tolerance: as a limit and as an offset.
 #pragma once
+
+#include "model/Analysis.h"
+#include "model/Regional.h"
 
 #include <string>
 
 namespace metrisk {
 
-struct Session;
 struct SubjectSide;
 
-struct TwoForms {
-    std::string limit;  // a value with nominal units
-    std::string offset; // a distance with tolerance units, below the mode a negative one
+struct GuardbandTexts {
+    std::string limit;  // the test limit in nominal units
+    std::string offset; // its distance from the mode in tolerance units, negative on the lower side
 };
 
-TwoForms toleranceForms(const Session& session, const SubjectSide& side);
-/// The test limit; its decimals follow those of multiplier and offset.
-TwoForms guardbandForms(const Session& session, const SubjectSide& side);
+/// From the side's multiplier, with the decimals that multiplier and offset bring in.
+GuardbandTexts ShowLowerGuardband(const Analysis& record, const Regional& regional);
+GuardbandTexts ShowUpperGuardband(const Analysis& record, const Regional& regional);
+GuardbandTexts guardbandTexts(const Analysis& record, const SubjectSide& side, const Regional& regional);
+
+/// The same forms of the tolerance limit itself.
+GuardbandTexts toleranceTexts(const Analysis& record, const SubjectSide& side, const Regional& regional);
 
 } // namespace metrisk

@@ -3,7 +3,6 @@
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
 #include "numerics/Real.h"
 
 #include <algorithm>
@@ -13,138 +12,170 @@ namespace metrisk {
 
 namespace {
 
-constexpr double nearOne = 1e-12;
+constexpr double sameAsOne = 1e-12;
 constexpr const char* kPicture = "#,##0.000000";
-constexpr const char* noKPicture = "#,##0.0000";
-constexpr const char* noKText = "0.0000";
+constexpr const char* zeroKPicture = "#,##0.0000";
+constexpr const char* wholePicture = "#,###";
 constexpr int fewestDecimals = 4;
 constexpr int mostDecimals = 8;
 
-constexpr const char* invalidTitle = "Invalid k-Factor";
-constexpr Question askLargestUpper{
-    "Changes in uncertainty or tolerances have made the current upper k-factor "
-    "invalid.  Do you want to solve for the largest allowable k-factor?",
-    "Invalid k-factor", BoxButtons::YesNo, Answer::No};
-constexpr Question askLargestLower{
-    "Changes in uncertainty or tolerances have made the current lower k-factor "
-    "invalid.  Do you want to solve for the largest allowable k-factor?",
-    "Invalid k-factor", BoxButtons::YesNo, Answer::No};
-constexpr Message newUpper{"You elected not to compute a maximum allowable upper k-factor.  Metrisk will "
-                           "now solve for the upper k-factor from the current upper guardband multiplier.",
-                           "New Upper k-factor", BoxIcon::Information};
-constexpr Message newLower{"You elected not to compute a maximum allowable lower k-factor.  Metrisk will "
-                           "now solve for the lower k-factor from the current upper guardband multiplier.",
-                           "New Lower k-factor", BoxIcon::Information};
+/// What differs between the sides.
+struct SideTexts {
+    const char* invalid;    // behind "Using VALUE for the "
+    const char* invalidNow; // the question of RevalidateKFactors
+    const char* newTitle;   // its notice
+    const char* newText;
+    const char* shownZero;    // picture of a k of 0 when shown
+    const char* followedZero; // picture of a k of 0 that follows its multiplier
+};
 
-bool isUpper(const SubjectSide& side) {
-    return &side == &upperSide;
+constexpr SideTexts upperTexts{
+    .invalid = " for the upper k-factor value sets the upper test limit below the mode value.",
+    .invalidNow = "Changes in uncertainty or tolerances have made the current upper k-factor "
+                  "invalid.  Do you want to solve for the largest allowable k-factor?",
+    .newTitle = "New Upper k-factor",
+    .newText = "You elected not to compute a maximum allowable upper k-factor.  Metrisk will "
+               "now solve for the upper k-factor from the current upper guardband multiplier.",
+    .shownZero = zeroKPicture,
+    .followedZero = ""};
+
+constexpr SideTexts lowerTexts{
+    .invalid = " for the lower k-factor value sets the lower test limit above the mode value.",
+    .invalidNow = "Changes in uncertainty or tolerances have made the current lower k-factor "
+                  "invalid.  Do you want to solve for the largest allowable k-factor?",
+    .newTitle = "New Lower k-factor",
+    .newText = "You elected not to compute a maximum allowable lower k-factor.  Metrisk will "
+               "now solve for the lower k-factor from the current upper guardband multiplier.",
+    .shownZero = "",
+    .followedZero = zeroKPicture};
+
+const SideTexts& textsOf(const SubjectSide& side) {
+    return &side == &upperSide ? upperTexts : lowerTexts;
 }
 
-/// `nearness`: the multiplier that tells whether there is a guardband at all.
-void kFromMultiplier(Analysis& r, const SubjectSide& side, double nearness, const char* pictureOfNone) {
-    if (r.MTE_Sigma == 0 || r.*side.absent) return;
-    if (std::fabs(nearness - 1) < nearOne) {
-        r.*side.k = 0;
-        r.*side.kPicture = pictureOfNone;
-        return;
-    }
-    const double k = ((1 - Real(r.*side.multiplier)) * (r.*side.offset) / r.MTE_Sigma).value();
-    r.*side.k = k;
-    r.*side.kPicture = WidenPicture(k, kPicture);
+bool isOne(double multiplier) {
+    return std::fabs(multiplier - 1) < sameAsOne;
 }
 
-void multiplierFromK(Analysis& r, const SubjectSide& side) {
-    if (r.*side.offset == 0 || r.*side.absent) return;
-    const double multiplier = (1 - Real(r.MTE_Sigma) * (r.*side.k) / (r.*side.offset)).value();
-    r.*side.multiplier = multiplier;
-    r.*side.multiplierPicture =
-        multiplierPicture(multiplier, std::max(fewestDecimals, PictureDecimals(r.*side.kPicture)));
+void followMultiplier(Analysis& r, const SubjectSide& side, bool isZero, const char* zeroPicture) {
+    const double k = isZero ? 0 : kFromMultiplier(r.*side.multiplier, r.*side.offset, r.MTE_Sigma);
+    r.*side.kFactor = k;
+    r.*side.kPicture = isZero ? zeroPicture : WidenPicture(k, kPicture);
 }
 
-void revalidate(Session& session, const SubjectSide& side, const Question& question, const Message& notice) {
+std::optional<std::string> showKFactor(Analysis& r, const SubjectSide& side, const Regional& regional) {
+    if (r.MTE_Sigma == 0) return FormatNumber(0, zeroKPicture, regional);
+    if (r.*side.absent) return std::nullopt;
+    followMultiplier(r, side, isOne(r.*side.multiplier), textsOf(side).shownZero);
+    return kFactorText(r, side, regional);
+}
+
+/// False where the side has no multiplier to derive.
+bool multiplierFromKFactor(Analysis& r, const SubjectSide& side, const Regional& regional) {
+    if (r.*side.absent || r.*side.offset == 0) return false;
+    const double m = multiplierFromK(r.*side.kFactor, r.*side.offset, r.MTE_Sigma);
+    const int ofK = CountDecimals(kFactorText(r, side, regional), regional);
+    const int decimals = std::min(std::max(ofK, DecimalsOfValue(m, fewestDecimals)), mostDecimals);
+    r.*side.multiplier = m;
+    r.*side.multiplierPicture = m == 1 ? wholePicture : PictureForDecimals(decimals);
+    return true;
+}
+
+void replaceKFactor(Session& session, const SubjectSide& side) {
     Analysis& r = session.record;
-    // The lower side has always looked at the upper multiplier, and shows a k of 0.
-    const auto recompute = [&] { kFromMultiplier(r, side, r.GB_UpperMult, isUpper(side) ? "" : noKPicture); };
-    if (!(r.*side.kEntered)) {
-        recompute();
-        return;
-    }
-    if (!CheckKFactor(session, r.*side.k, side, KFactorMessage::Silent, "")) {
-        multiplierFromK(r, side);
-        return;
-    }
-    if (ask(session.ui, question) == Answer::Yes)
-        r.*side.multiplier = 0; // the test limit on the mode
+    const SideTexts& texts = textsOf(side);
+    if (ask(session.ui, {texts.invalidNow, "Invalid k-factor", BoxButtons::YesNo, Answer::No}) == Answer::Yes)
+        r.*side.multiplier = 0;
     else
-        tell(session.ui, notice);
+        tell(session.ui, {texts.newText, texts.newTitle, BoxIcon::Information});
     r.GB_SymmetricK = false;
     r.*side.kEntered = false;
-    recompute();
+}
+
+void revalidate(Session& session, const SubjectSide& side) {
+    Analysis& r = session.record;
+    if (r.*side.kEntered && CheckKFactor(session, r.*side.kFactor, side)) {
+        multiplierFromKFactor(r, side, session.regional);
+        return;
+    }
+    if (r.*side.kEntered) replaceKFactor(session, side);
+    if (r.MTE_Sigma == 0 || r.*side.absent) return;
+    // The upper multiplier decides for both sides whether there is a k-factor: it has always been so.
+    followMultiplier(r, side, isOne(r.GB_UpperMult), textsOf(side).followedZero);
 }
 
 } // namespace
 
-void ShowUpperKFactor(Analysis& record) {
-    kFromMultiplier(record, upperSide, record.GB_UpperMult, noKPicture);
+double kFromMultiplier(double multiplier, double offset, double sigma) {
+    return checked((1 - multiplier) * offset / sigma);
 }
 
-void ShowLowerKFactor(Analysis& record) {
-    kFromMultiplier(record, lowerSide, record.GB_LowerMult, "");
+double multiplierFromK(double k, double offset, double sigma) {
+    return checked(1 - sigma * k / offset);
 }
 
-void UpperMultiplierFromKFactor(Analysis& record) {
-    multiplierFromK(record, upperSide);
-    if (!record.GB_SymmetricMult) return;
-    record.GB_LowerMult = record.GB_UpperMult;
-    record.GB_LowerMult_fmt = record.GB_UpperMult_fmt;
+bool kFactorAllowed(const Analysis& r, double k, const SubjectSide& side) {
+    if (r.SU_LowerOffset == 0 || r.MTE_Sigma == 0 || r.*side.offset == 0) return true;
+    return multiplierFromK(k, r.*side.offset, r.MTE_Sigma) >= -sameAsOne;
 }
 
-void LowerMultiplierFromKFactor(Analysis& record) {
-    multiplierFromK(record, lowerSide);
+bool CheckKFactor(Session& session, double k, const SubjectSide& side, std::string_view text) {
+    if (kFactorAllowed(session.record, k, side)) return true;
+    if (!text.empty())
+        tell(session.ui, {"Using " + std::string(text) + textsOf(side).invalid, "Invalid k-Factor"});
+    return false;
 }
 
-bool CheckKFactor(Session& session, double k, const SubjectSide& side, KFactorMessage message,
-                  const std::string& text) {
-    const Analysis& r = session.record;
-    if (r.SU_LowerOffset == 0 || r.MTE_Sigma == 0 || r.*side.offset == 0) return false;
-    if (1 - r.MTE_Sigma * k / (r.*side.offset) >= beyondMode) return false;
-    if (message == KFactorMessage::Shown) {
-        const std::string told =
-            "Using " + text +
-            (isUpper(side) ? " for the upper k-factor value sets the upper test limit below the mode value."
-                           : " for the lower k-factor value sets the lower test limit above the mode value.");
-        tell(session.ui, {told, invalidTitle});
-    }
-    return true;
-}
-
-void RevalidateKFactors(Session& session) {
-    revalidate(session, upperSide, askLargestUpper, newUpper);
-    revalidate(session, lowerSide, askLargestLower, newLower);
-    session.record.SymmetryChanged = false;
-}
-
-std::string multiplierPicture(double multiplier, int atLeast) {
-    return PictureForDecimals(std::min(mostDecimals, DecimalsOfValue(multiplier, atLeast)));
-}
-
-std::string multiplierText(const Session& session, const SubjectSide& side) {
-    const Analysis& r = session.record;
-    const std::string& picture = r.*side.multiplierPicture;
-    return picture.empty() ? "" : FormatNumber(r.*side.multiplier, picture, session.regional);
-}
-
-std::string kFactorText(const Session& session, const SubjectSide& side) {
-    const Analysis& r = session.record;
-    if (r.MTE_Sigma == 0) return noKText;
+std::string kFactorText(const Analysis& r, const SubjectSide& side, const Regional& regional) {
     const std::string& picture = r.*side.kPicture;
     if (picture.empty()) return "";
-    double k = r.*side.k;
-    if (std::fabs(r.*side.multiplier) < nearOne) {
-        const double scale = std::pow(10, PictureDecimals(picture));
-        k = std::floor(k * scale) / scale;
+    const double k = r.*side.kFactor;
+    const std::string text = FormatNumber(k, picture, regional);
+    if (r.*side.multiplier != 0 || !(ParseValue(text, regional) > k)) return text;
+    return FormatNumber(k - std::pow(10, -PictureDecimals(picture)), picture, regional);
+}
+
+std::optional<std::string> ShowLowerKFactor(Analysis& record, const Regional& regional) {
+    return showKFactor(record, lowerSide, regional);
+}
+
+std::optional<std::string> ShowUpperKFactor(Analysis& record, const Regional& regional) {
+    return showKFactor(record, upperSide, regional);
+}
+
+void LowerMultiplierFromKFactor(Analysis& record, const Regional& regional) {
+    multiplierFromKFactor(record, lowerSide, regional);
+}
+
+void UpperMultiplierFromKFactor(Analysis& r, const Regional& regional) {
+    if (!multiplierFromKFactor(r, upperSide, regional) || !r.GB_SymmetricMult) return;
+    copyUpperMultiplier(r);
+}
+
+void copyUpperMultiplier(Analysis& r) {
+    r.GB_LowerMult = r.GB_UpperMult;
+    r.GB_LowerMult_fmt = r.GB_UpperMult_fmt;
+    r.GB_LowerKEntered = false;
+}
+
+void chooseSymmetricMultipliers(Analysis& r, bool on, const Regional& regional) {
+    r.GB_SymmetricMult = on;
+    r.GB_AsymmetricMult = !on;
+    if (!on) return;
+    if (r.GB_LowerMult != r.GB_UpperMult) r.GuardbandsChanged = true;
+    copyUpperMultiplier(r);
+    r.GB_SymmetricK = false;
+    ShowLowerKFactor(r, regional);
+}
+
+void RevalidateKFactors(Session& session) noexcept {
+    try {
+        revalidate(session, upperSide);
+        revalidate(session, lowerSide);
+    } catch (const RuntimeFault&) {
+        session.record.AbortFlag = true;
     }
-    return FormatNumber(k, picture, session.regional);
+    session.record.SymmetryChanged = false;
 }
 
 } // namespace metrisk

@@ -1,47 +1,54 @@
-// Guardbands as k-factors: distances from the tolerance limits in standard deviations of the measuring
-// process.
+// k-factors of guardbands: what they are to multipliers, which are allowed, and how they follow changes.
 //
-// With the offset d of a side, the process sigma s and the multiplier m: k = (1 - m) d / s.
+// A k-factor counts the measuring sigmas by which a test limit lies inside its tolerance limit.
 #pragma once
 
+#include "model/Regional.h"
+#include "model/SubjectSide.h"
+
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace metrisk {
 
-struct Analysis;
 struct Session;
-struct SubjectSide;
 
-/// The multiplier of a k-factor counts as that of a limit on the mode down to here.
-inline constexpr double beyondMode = -1e-12;
+/// (1 - multiplier) x offset / sigma, and the way back: 1 - k x sigma / offset. Offsets and sigma in the same
+/// unit. Each raises RuntimeFault on a division by 0.
+double kFromMultiplier(double multiplier, double offset, double sigma);
+double multiplierFromK(double k, double offset, double sigma);
 
-/// The side's k from its multiplier, with its picture: six decimals or as many as it needs. Near a multiplier
-/// of 1 it is 0, with an empty picture below and four decimals above. A process sigma of 0 leaves it, and so
-/// does a side that the tolerance does not have. Raises RuntimeFault.
-void ShowUpperKFactor(Analysis& record);
-void ShowLowerKFactor(Analysis& record);
+/// The test limit stays on its side of the mode, or on the mode. Nothing is refused while the lower offset
+/// or the measuring sigma is 0.
+bool kFactorAllowed(const Analysis& record, double k, const SubjectSide& side);
 
-/// The side's multiplier from its k, with at least four decimals and those of k's picture. An offset of 0 and
-/// a side that the tolerance does not have leave it. With symmetric multipliers the upper one goes to the
-/// lower side as well. Raises RuntimeFault.
-void UpperMultiplierFromKFactor(Analysis& record);
-void LowerMultiplierFromKFactor(Analysis& record);
+/// The same; with a text of the value a refusal is told.
+bool CheckKFactor(Session& session, double k, const SubjectSide& side, std::string_view text = {});
 
-/// True if k moves the side's test limit beyond the mode; `text` is what the message calls it. Only a lower
-/// tolerance and a process sigma give a reason to look.
-enum class KFactorMessage { Shown, Silent };
-bool CheckKFactor(Session& session, double k, const SubjectSide& side, KFactorMessage message,
-                  const std::string& text);
+/// The k-factor in its picture, empty without one. That of a test limit on the mode is never rounded up: it
+/// could not be typed.
+std::string kFactorText(const Analysis& record, const SubjectSide& side, const Regional& regional);
 
-/// After uncertainty or tolerances have changed: a typed k gives the multiplier anew, or the largest that is
-/// allowed if the user so decides; any other k follows from its multiplier.
-void RevalidateKFactors(Session& session);
+/// k-factor and picture from the multiplier. What the side's box shows then; nothing if it stays as it is.
+/// Without a measuring sigma the k-factor stays and the box shows 0.
+std::optional<std::string> ShowLowerKFactor(Analysis& record, const Regional& regional);
+std::optional<std::string> ShowUpperKFactor(Analysis& record, const Regional& regional);
 
-/// What the side's box shows. The largest k is rounded down, since more would be refused.
-std::string kFactorText(const Session& session, const SubjectSide& side);
-std::string multiplierText(const Session& session, const SubjectSide& side);
+/// Multiplier and picture from the k-factor, for a side that exists and has an offset. With symmetric
+/// multipliers the upper one is copied to the lower side.
+void LowerMultiplierFromKFactor(Analysis& record, const Regional& regional);
+void UpperMultiplierFromKFactor(Analysis& record, const Regional& regional);
 
-/// Decimals of a multiplier: as many as it needs and at least the given ones, eight at most.
-std::string multiplierPicture(double multiplier, int atLeast);
+/// One multiplier for both sides: the lower one takes the upper one's value and picture, and its k no longer
+/// counts as typed.
+void copyUpperMultiplier(Analysis& record);
+/// Symmetry of the multipliers, which ends that of the k-factors.
+void chooseSymmetricMultipliers(Analysis& record, bool on, const Regional& regional);
+
+/// To be run after a change of the uncertainty or the tolerances: k-factors that were typed decide over
+/// their multipliers, any other follows its multiplier. A typed one that is not allowed any more is
+/// replaced, after a question, by the largest that is or by that of the multiplier.
+void RevalidateKFactors(Session& session) noexcept;
 
 } // namespace metrisk

@@ -12,5 +12,6 @@ QWidget* layoutBaselineAnalysis(const WidgetMaker& w);
 QWidget* layoutComputing(const WidgetMaker& w);
 QWidget* layoutEqRatio(const WidgetMaker& w);
 QWidget* layoutFalseAccept(const WidgetMaker& w);
+QWidget* layoutGuardbandAnalysis(const WidgetMaker& w);
 
 } // namespace metrisk

@@ -7,6 +7,8 @@
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
+#include "risk/guardband/GuardbandScreen.h"
+#include "risk/guardband/KFactors.h"
 #include "shell/mainscreen/DataGate.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/MainDisplay.h"
@@ -21,6 +23,8 @@ MainScreen::MainScreen(Session& session)
     bindTexts();
     bindNumbers();
     bindOptions();
+    for (TextBox* box : {&txt_GuardbandMultiplier_0, &txt_GuardbandMultiplier_1})
+        box->opened = [this] { openGuardbands(); };
     ComputeResults.isDefault = true;
     ComputeResults.clicked = [this](bool) { ComputeResults_Click(session_); };
     cmd_Baseline.clicked = [this](bool) {
@@ -76,7 +80,10 @@ void MainScreen::bindOptions() {
     TwoSideOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::TwoSided); };
     SingleUpperOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleUpper); };
     SingleLowerOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleLower); };
-    chk_Symmetric.clicked = [this](bool on) { chk_Symmetric_Click(session_, on); };
+    chk_Symmetric.clicked = [this](bool on) {
+        chk_Symmetric_Click(session_, on);
+        followInKFactors();
+    };
     PhysLimitRequired.clicked = [this](bool on) { PhysLimitRequired_Click(session_, on); };
     optOffsets_0.clicked = [this](bool) { optOffsets_Click(session_, 0); };
     optOffsets_1.clicked = [this](bool) { optOffsets_Click(session_, 1); };
@@ -84,7 +91,10 @@ void MainScreen::bindOptions() {
     optGuardbands_1.clicked = [this](bool) { guardbandsAsLimits = false; };
     chk_IncludeGuardbands.clicked = [this](bool on) { chk_IncludeGuardbands_Click(session_, on); };
     chk_SymmetricGBands.clicked = [this](bool on) { chk_SymmetricGBands_Click(session_, on); };
-    chk_IncludeUncertainty.clicked = [this](bool on) { chk_IncludeUncertainty_Click(session_, on); };
+    chk_IncludeUncertainty.clicked = [this](bool on) {
+        chk_IncludeUncertainty_Click(session_, on);
+        followInKFactors();
+    };
 }
 
 void MainScreen::refresh() {
@@ -108,8 +118,21 @@ FieldResult MainScreen::runRule(TextBox& box, const std::string& text) {
         session_.record = before;
         result = {true, box.last.value_or("")};
     }
-    if (result.stay) session_.record.AbortFlag = true;
+    if (result.stay)
+        session_.record.AbortFlag = true;
+    else
+        followInKFactors();
     return result;
+}
+
+/// A k-factor is a distance in process uncertainties: either may have changed.
+void MainScreen::followInKFactors() {
+    if (!session_.record.AbortFlag && session_.record.MTE_Sigma > 0) RevalidateKFactors(session_);
+}
+
+void MainScreen::openGuardbands() {
+    GuardbandScreen worksheet(session_);
+    session_.ui.run(worksheet);
 }
 
 bool MainScreen::mayRun(const MenuItem& item) {

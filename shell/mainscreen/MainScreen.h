@@ -128,6 +128,9 @@ class MainScreen final : public Worksheet {
 
     void refresh() override;
 
+    /// The guardband worksheet.
+    void openGuardbands();
+
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();
 
@@ -146,6 +149,7 @@ class MainScreen final : public Worksheet {
     Session& session_;
     SavedCopy saved_;
 
+    void followInKFactors();
     void bindTexts();
     void bindNumbers();
     void bindOptions();

@@ -2,6 +2,7 @@
 
 #include "model/Session.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/guardband/KFactors.h"
 
 #include <string>
 
@@ -80,13 +81,7 @@ void chk_IncludeGuardbands_Click(Session& session, bool checked) {
 void chk_SymmetricGBands_Click(Session& session, bool checked) {
     Analysis& r = session.record;
     if (r.GB_SymmetricMult == checked) return;
-    r.GB_SymmetricMult = checked;
-    r.GB_AsymmetricMult = !checked;
-    if (checked && r.GB_LowerMult != r.GB_UpperMult) {
-        r.GB_LowerMult = r.GB_UpperMult;
-        r.GB_LowerMult_fmt = r.GB_UpperMult_fmt;
-        r.GuardbandsChanged = true;
-    }
+    chooseSymmetricMultipliers(r, checked, session.regional);
     r.FileChanged = true;
 }
 

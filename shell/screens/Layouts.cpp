@@ -13,6 +13,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"Computing", layoutComputing},
         {"EqRatio", layoutEqRatio},
         {"FAFORM", layoutFalseAccept},
+        {"GuardbandAnalysis", layoutGuardbandAnalysis},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

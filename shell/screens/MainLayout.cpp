@@ -22,7 +22,9 @@ QGridLayout* tight(QGridLayout* grid) {
 }
 
 QGroupBox* panel(const char* name, const char* title, QLayout* content) {
+    const QMargins margins = content->contentsMargins();
     QGroupBox* made = group(title, content);
+    content->setContentsMargins(margins);
     named(made, name);
     return made;
 }

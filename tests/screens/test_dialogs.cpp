@@ -3,6 +3,7 @@
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
+#include "risk/guardband/GuardbandScreen.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
 
@@ -113,8 +114,9 @@ class DialogTest final : public QObject {
         FalseAcceptScreen option(session);
         EqRatioScreen ratio(session);
         ComputingScreen computing(session.record.AbortFlag);
+        GuardbandScreen guardbands(session);
         for (Worksheet* screen :
-             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing}) {
+             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

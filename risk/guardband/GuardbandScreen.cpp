@@ -1,0 +1,326 @@
+#include "risk/guardband/GuardbandScreen.h"
+
+#include "model/DisplayRule.h"
+#include "model/FlagGuard.h"
+#include "model/Message.h"
+#include "model/NumberEntry.h"
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "model/SubjectSide.h"
+#include "model/ToleranceUnits.h"
+#include "risk/ComputePipeline.h"
+#include "risk/Snapshot.h"
+#include "risk/ValidateAndFit.h"
+#include "risk/guardband/GuardbandTexts.h"
+#include "risk/guardband/KFactors.h"
+#include "risk/guardband/Procedure.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* keyTexts[] = {"False Accept Risk", "False Reject Risk", "Equalizing Risks"};
+constexpr const char* ratioPicture = "#,##0.00";
+constexpr const char* uncertaintyPicture = "#,##0.0000";
+constexpr const char* eightDecimals = "#,##0.00000000";
+constexpr int fewestDecimals = 4;
+constexpr int mostDecimals = 8;
+constexpr const char* noKText = "0.0000";
+constexpr double ppmFrom = 100; // a risk of so many percent is meant in ppm
+
+} // namespace
+
+const GuardbandScreen::RiskBox GuardbandScreen::falseAcceptBox{
+    &GuardbandScreen::FARiskBox, &GuardbandScreen::FARiskUnitsBox, &Analysis::GB_FARisk,
+    &Analysis::GB_FARiskUnits};
+const GuardbandScreen::RiskBox GuardbandScreen::falseRejectBox{
+    &GuardbandScreen::FRRiskBox, &GuardbandScreen::FRRiskUnitsBox, &Analysis::GB_FRRisk,
+    &Analysis::GB_FRRiskUnits};
+
+GuardbandScreen::GuardbandScreen(Session& session)
+    : Worksheet("GuardbandAnalysis", "Guardband Analysis Worksheet", "guardbands"), session_(session),
+      kept_(session.record), risksWereStale_(session.record.GB_RisksStale) {
+    Analysis& r = session.record;
+    for (const SubjectSide* side : {&upperSide, &lowerSide})
+        if (r.*side->multiplier == 0 && r.*side->kFactor == 0) r.*side->multiplier = 1;
+    r.GB_ScreenOpen = true;
+    r.GB_RatioRequest = false;
+    loadRisks();
+    kept_ = Kept(r);
+    lastUpper_ = r.GB_UpperMult;
+    lastLower_ = r.GB_LowerMult;
+    ratioCurrent_ = r.GB_EqAccRatValid;
+    if (r.GB_UpperKEntered)
+        UpperMultiplierFromKFactor(r, session_.regional);
+    else
+        ShowUpperKFactor(r, session_.regional);
+    if (r.GB_LowerKEntered)
+        LowerMultiplierFromKFactor(r, session_.regional);
+    else
+        ShowLowerKFactor(r, session_.regional);
+    FARiskUnitsBox.items = FRRiskUnitsBox.items = {percentUnits, ppmUnits};
+    txt_Procedure.text = guardbandProcedure();
+    bindOptions();
+    bindGuardbands();
+    bindRisks();
+    refresh();
+}
+
+GuardbandScreen::~GuardbandScreen() {
+    session_.record.GB_ScreenOpen = false;
+}
+
+/// The main results belong to these guardbands if they were computed with them; else there are none.
+void GuardbandScreen::loadRisks() {
+    Analysis& r = session_.record;
+    if (r.GB_RisksStale && r.IncludeGuardbands) {
+        r.GB_FARisk = r.FalseAcceptRisk;
+        r.GB_FARiskUnits = r.FalseAcceptUnits;
+        r.GB_FRRisk = r.FalseRejectRisk;
+        r.GB_FRRiskUnits = r.FalseRejectUnits;
+        if (r.GB_IncludeEqAccRat) {
+            r.GB_EqAccRat = r.EqAccRat;
+            r.GB_EqAccRatValid = true;
+        }
+    } else if (r.GB_RisksStale) {
+        r.GB_FARisk = r.GB_FRRisk = r.GB_EqAccRat = 0;
+        r.GB_FARiskUnits = r.GB_FRRiskUnits = percentUnits;
+        r.GB_EqAccRatValid = false;
+    }
+    CompareWithSnapshot(session_);
+    const bool current = r.NothingChanged && r.GuardbandsUnchanged;
+    if (!current) {
+        r.GB_EqAccRat = 0;
+        r.GB_EqAccRatValid = false;
+    }
+    // Risks of 0 are those of a worksheet that has not computed yet.
+    showRisks(current && (r.GB_FARisk != 0 || r.GB_FRRisk != 0));
+}
+
+void GuardbandScreen::bindOptions() {
+    // From the first click on the words are those of the other form; so they have always been.
+    LimitsOptionButton.clicked = [this](bool) {
+        session_.record.GB_ShowLimits = true;
+        labelsAsLoaded_ = false;
+    };
+    OffsetsOptionButton.clicked = [this](bool) {
+        session_.record.GB_ShowLimits = false;
+        labelsAsLoaded_ = false;
+    };
+    opt_FARisk.clicked = [this](bool) { session_.record.GB_KeyOn = 0; };
+    opt_FRRisk.clicked = [this](bool) { session_.record.GB_KeyOn = 1; };
+    opt_EqualizeRisks.clicked = [this](bool) { session_.record.GB_KeyOn = 2; };
+    SymmetryCheckBox.clicked = [this](bool on) { setSymmetricMultipliers(on); };
+    chk_SymmetricK.clicked = [this](bool on) { setSymmetricK(on); };
+    mnu_Exit_0.closes = Way::Ok;
+    mnu_Exit_0.isDefault = true;
+    mnu_Exit_1.closes = Way::Cancel;
+    txt_Procedure.jumped = [this](const std::string& word) { jumpTo(word); };
+    menus = {
+        {.control = "mnu_Procedure",
+         .caption = "Hide &Procedure",
+         .run = [this] { procedureShown_ = !procedureShown_; }},
+        {.control = "mnu_Run",
+         .caption = "Ru&n",
+         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
+                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        {.control = "mnu_Notes", .caption = "&Notes"},
+        {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
+    };
+}
+
+void GuardbandScreen::bindGuardbands() {
+    UpperMultiplierBox.left = [this](const std::string& text) { return leaveMultiplier(upperSide, text); };
+    LowerMultiplierBox.left = [this](const std::string& text) { return leaveMultiplier(lowerSide, text); };
+    txt_kFactor_0.left = [this](const std::string& text) { return leaveK(upperSide, text); };
+    txt_kFactor_1.left = [this](const std::string& text) { return leaveK(lowerSide, text); };
+    cmdComputeGuardbands.clicked = [this](bool) { computeGuardbands(); };
+    cmd_RoundOff.clicked = [this](bool) { roundOff(); };
+    CmdPlot.clicked = [this](bool) { plot(); };
+    txt_DisplayedResolution.left = [this](const std::string& text) -> FieldResult {
+        resolution_ = text;
+        return {false, text};
+    };
+}
+
+void GuardbandScreen::bindRisks() {
+    for (const RiskBox* risk : {&falseAcceptBox, &falseRejectBox}) {
+        TextBox& box = this->*risk->box;
+        box.edited = [this, risk](const std::string& text) { typeRisk(*risk, text); };
+        box.left = [this, risk](const std::string& text) -> FieldResult {
+            typeRisk(*risk, text);
+            return {false, text};
+        };
+        (this->*risk->units).chosen = [this, risk](int index) { takeUnits(*risk, index); };
+    }
+    CmdCompute.clicked = [this](bool) { computeRisks(); };
+    IncludeEqAccRatBox.clicked = [this](bool on) {
+        session_.record.GB_IncludeEqAccRat = on;
+        ratioCurrent_ = false;
+        if (!on) ratioText_.clear();
+    };
+}
+
+void GuardbandScreen::refresh() {
+    const Analysis& r = session_.record;
+    const Regional& regional = session_.regional;
+    const bool limits = r.GB_ShowLimits;
+    const bool shared = r.GB_SymmetricMult || r.GB_SymmetricK;
+    ModeBox.text = withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, regional), r.NominalUnits);
+    const double uncertainty = subjectUnits(r).shown(r.MTE_Sigma);
+    pnl_ProcessUncertainty.text =
+        withUnits(FormatNumber(uncertainty, WidenPicture(uncertainty, uncertaintyPicture), regional),
+                  r.SU_ToleranceUnits);
+    LimitsOptionButton.checked = limits;
+    OffsetsOptionButton.checked = !limits;
+    const bool tolerances = limits != labelsAsLoaded_;
+    Lbl_UpperTolerance.text = tolerances ? "Upper Tolerance:" : "Upper Limit:";
+    Lbl_LowerTolerance.text = tolerances ? "Lower Tolerance:" : "Lower Limit:";
+    Lbl_UpperGuardband.text = tolerances ? "Upper Guardband:" : "Upper Guardband Limit:";
+    Lbl_LowerGuardband.text = tolerances ? "Lower Guardband:" : "Lower Guardband Limit:";
+
+    const auto showSide = [&](const SubjectSide& side, TextBox& tolerance, TextBox& multiplier, TextBox& k,
+                              TextBox& guardband, bool follows) {
+        const bool there = !(r.*side.absent);
+        const auto shown = [&](const GuardbandTexts& texts) {
+            return !there ? "" : limits ? texts.limit : texts.offset;
+        };
+        tolerance.text = shown(toleranceTexts(r, side, regional));
+        guardband.text = shown(guardbandTexts(r, side, regional));
+        multiplier.text = there ? FormatNumber(r.*side.multiplier, r.*side.multiplierPicture, regional) : "";
+        // Without a process uncertainty there is no k-factor.
+        k.text = !there ? "" : r.MTE_Sigma == 0 ? noKText : kFactorText(r, side, regional);
+        for (TextBox* box : {&tolerance, &multiplier, &k, &guardband}) box->enabled = there;
+        multiplier.locked = k.locked = !there || (follows && r.OptTwoSided);
+    };
+    showSide(upperSide, UpperTolLimitBox, UpperMultiplierBox, txt_kFactor_0, UpperGuardbandBox, false);
+    showSide(lowerSide, LowerTolLimitBox, LowerMultiplierBox, txt_kFactor_1, LowerGuardbandBox, shared);
+    SymmetryCheckBox.checked = r.GB_SymmetricMult;
+    chk_SymmetricK.checked = r.GB_SymmetricK;
+    SymmetryCheckBox.enabled = chk_SymmetricK.enabled = r.OptTwoSided;
+
+    opt_FARisk.checked = r.GB_KeyOn == 0;
+    opt_FRRisk.checked = r.GB_KeyOn == 1;
+    opt_EqualizeRisks.checked = r.GB_KeyOn == 2;
+    pnl_RiskKey.text = keyTexts[r.GB_KeyOn == 1 || r.GB_KeyOn == 2 ? r.GB_KeyOn : 0];
+    if (opt_FARisk.checked)
+        pnl_RiskKey.text += r.FalseAcceptOption == 1 ? " - Producer Option" : " - Consumer Option";
+    txt_DisplayedResolution.text = resolution_;
+
+    FARiskBox.text = faText_;
+    FRRiskBox.text = frText_;
+    for (const RiskBox* risk : {&falseAcceptBox, &falseRejectBox})
+        (this->*risk->units).index = r.*risk->unitsName == ppmUnits ? 1 : 0;
+    const bool uniform = hasNoFalseAccepts(r);
+    if (uniform) FARiskBox.text.clear();
+    if (uniform) FARiskUnitsBox.index = -1;
+    for (Control* control : std::initializer_list<Control*>{&Lbl_FARisk, &FARiskBox, &FARiskUnitsBox})
+        control->enabled = !uniform;
+    IncludeEqAccRatBox.checked = r.GB_IncludeEqAccRat;
+    EqAccRatBox.text = r.GB_IncludeEqAccRat ? ratioText_ : "";
+    EqAccRat2Box.text = EqAccRatBox.text.empty() ? "" : "1";
+
+    pnl_Procedure.visible = txt_Procedure.visible = procedureShown_;
+    menus.front().caption = procedureShown_ ? "Hide &Procedure" : "Show &Procedure";
+}
+
+/// A change of the guardbands makes every figure one of other guardbands.
+void GuardbandScreen::guardbandsTyped() {
+    session_.record.GuardbandsChanged = true;
+    dropRisks();
+}
+
+void GuardbandScreen::dropRisks() {
+    computed_.reset();
+    ratioCurrent_ = false;
+}
+
+FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std::string& text) {
+    Analysis& r = session_.record;
+    const NumberEntry entry = NumberEntry::read(text, session_.regional);
+    r.*side.multiplier = entry.value;
+    r.*side.multiplierPicture = PictureForDecimals(
+        std::min(mostDecimals, DecimalsOfValue(entry.value, std::max(fewestDecimals, entry.decimals))));
+    r.*side.kEntered = false;
+    if (r.GB_SymmetricMult && &side == &upperSide) copyUpperMultiplier(r);
+    showKFactors();
+    for (const SubjectSide* each : {&upperSide, &lowerSide})
+        if (!(r.*each->kPicture).empty() && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
+    guardbandsTyped();
+    return {false, text};
+}
+
+FieldResult GuardbandScreen::leaveK(const SubjectSide& side, const std::string& text) {
+    Analysis& r = session_.record;
+    const NumberEntry entry = NumberEntry::read(text, session_.regional);
+    const bool both = r.GB_SymmetricK && &side == &upperSide;
+    if (!CheckKFactor(session_, entry.value, side, text) ||
+        (both && !CheckKFactor(session_, entry.value, lowerSide, text)))
+        return {true, kFactorText(r, side, session_.regional)};
+    const std::string picture = PictureForDecimals(std::max(fewestDecimals, entry.decimals));
+    for (const SubjectSide* each : {&upperSide, &lowerSide}) {
+        if (each != &side && !both) continue;
+        r.*each->kFactor = entry.value;
+        r.*each->kPicture = picture;
+        r.*each->kEntered = true;
+    }
+    if (&side == &upperSide) UpperMultiplierFromKFactor(r, session_.regional);
+    if (&side == &lowerSide || both) LowerMultiplierFromKFactor(r, session_.regional);
+    guardbandsTyped();
+    return {false, text};
+}
+
+void GuardbandScreen::showKFactors() {
+    Analysis& r = session_.record;
+    if (!r.GB_UpperKEntered) ShowUpperKFactor(r, session_.regional);
+    if (!r.GB_LowerKEntered) ShowLowerKFactor(r, session_.regional);
+}
+
+void GuardbandScreen::setSymmetricMultipliers(bool on) {
+    chooseSymmetricMultipliers(session_.record, on, session_.regional);
+    dropRisks();
+}
+
+void GuardbandScreen::setSymmetricK(bool on) {
+    Analysis& r = session_.record;
+    dropRisks();
+    if (!on) {
+        r.GB_SymmetricK = false;
+        return;
+    }
+    const std::string k = kFactorText(r, upperSide, session_.regional);
+    if (!CheckKFactor(session_, r.GB_UpperK, lowerSide, k.empty() ? noKText : k)) return;
+    r.GB_SymmetricK = true;
+    r.GB_SymmetricMult = false;
+    r.GB_AsymmetricMult = true;
+    const double before = r.GB_LowerK;
+    r.GB_LowerK = r.GB_UpperK;
+    r.GB_LowerK_fmt = r.GB_UpperK_fmt;
+    r.GB_LowerKEntered = r.GB_UpperKEntered;
+    if (before != r.GB_LowerK) r.GuardbandsChanged = true;
+    UpperMultiplierFromKFactor(r, session_.regional);
+    LowerMultiplierFromKFactor(r, session_.regional);
+}
+
+/// A risk typed is a target, not a result.
+void GuardbandScreen::typeRisk(const RiskBox& risk, const std::string& text) {
+    std::string& shown = textOf(risk);
+    if (shown == text) return;
+    shown = text;
+    Analysis& r = session_.record;
+    r.*risk.value = ParseValue(text, session_.regional);
+    if (r.*risk.value >= ppmFrom) r.*risk.unitsName = ppmUnits;
+    risksTyped_ = true;
+    dropRisks();
+}
+
+void GuardbandScreen::takeUnits(const RiskBox& risk, int index) {
+    session_.record.*risk.unitsName = index == 0 ? percentUnits : ppmUnits;
+    risksTyped_ = true;
+    dropRisks();
+}
+
+} // namespace metrisk

@@ -1,0 +1,312 @@
+// What the guardband worksheet's buttons do.
+#include "risk/guardband/GuardbandScreen.h"
+
+#include "model/DisplayRule.h"
+#include "model/FlagGuard.h"
+#include "model/Message.h"
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "model/SubjectSide.h"
+#include "risk/ComputePipeline.h"
+#include "risk/Snapshot.h"
+#include "risk/ValidateAndFit.h"
+#include "risk/guardband/KFactors.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr Message noChanges{"No changes have been made to guardband limits.", "Compute Not Required",
+                            BoxIcon::Information};
+constexpr Message onlySymmetricPlot{"Only works for symmetric multipliers or k-Factors.",
+                                    "Guardband Plot Function"};
+constexpr Message onlySymmetricSolve{"Only works for symmetric multipliers or k-Factors.",
+                                     "Guardband Calculation"};
+constexpr Message offsetsNonzero{"Subject parameter tolerance offsets must be nonzero.", "Metrisk",
+                                 BoxIcon::Information};
+constexpr double mostDigits = 15;
+constexpr const char* ppmPicture = "#,##0.0";
+constexpr const char* percentPicture = "#,##0.0000";
+constexpr const char* ratioPicture = "#,##0.00";
+constexpr const char* eightDecimals = "#,##0.00000000";
+
+} // namespace
+
+bool hasNoFalseAccepts(const Analysis& record) {
+    return record.SU_Distribution == "Uniform";
+}
+
+bool GuardbandScreen::fitBoth() {
+    Analysis& r = session_.record;
+    r.ComputeNeeded = true;
+    r.ComputeScope = "Both";
+    ValidateAndFit(session_);
+    return !r.AbortFlag;
+}
+
+void GuardbandScreen::computeGuardbands() {
+    Analysis& r = session_.record;
+    if (!fitBoth()) {
+        r.AbortFlag = false;
+        return;
+    }
+    std::optional<GuardbandPair> found;
+    {
+        const WaitPointer wait(session_.ui);
+        resolution_.clear();
+        found = solve();
+    }
+    if (found) {
+        r.GB_UpperKEntered = r.GB_LowerKEntered = false;
+        for (const SubjectSide* side : {&upperSide, &lowerSide}) {
+            if (r.*side->absent) continue;
+            r.*side->multiplier = side == &upperSide ? found->upper : found->lower;
+            r.*side->multiplierPicture = eightDecimals;
+        }
+        if (r.OptTwoSided && r.GB_SymmetricMult) copyUpperMultiplier(r);
+        showKFactors();
+        r.GuardbandsChanged = true;
+        dropRisks();
+    }
+    r.SearchAbort = r.AbortFlag = false;
+}
+
+std::optional<GuardbandPair> GuardbandScreen::solve() {
+    Analysis& r = session_.record;
+    const bool oneMultiplier = !r.OptTwoSided || r.GB_SymmetricMult;
+    if (r.GB_KeyOn == 2) {
+        if (oneMultiplier) return EqualizeRisksByMultipliers(session_);
+        if (r.GB_SymmetricK) return EqualizeRisksByKFactors(session_);
+        return GuardbandPair{0, 0}; // nothing to solve for: both test limits on the mode
+    }
+    if (!oneMultiplier && !r.GB_SymmetricK) {
+        tell(session_.ui, onlySymmetricSolve);
+        return std::nullopt;
+    }
+    if (!oneMultiplier && (r.SU_LowerOffset == 0 || r.SU_UpperOffset == 0)) {
+        tell(session_.ui, offsetsNonzero);
+        return std::nullopt;
+    }
+    const bool onReject = r.GB_KeyOn == 1;
+    // No target ends the solve without a word.
+    const std::optional<double> risk = onReject ? enteredRisk(frText_, r.GB_FRRiskUnits, session_.regional)
+                                                : enteredRisk(faText_, r.GB_FARiskUnits, session_.regional);
+    const GuardbandTarget target{onReject ? GuardbandKey::FalseReject : GuardbandKey::FalseAccept,
+                                 risk.value_or(0)};
+    if (oneMultiplier) return risk ? SolveMultipliersForRisk(session_, target) : std::nullopt;
+    if (!risk && r.MTE_Sigma != 0) return std::nullopt;
+    const std::optional<GuardbandPair> k = SolveKFactorsForRisk(session_, target);
+    if (!k) return std::nullopt;
+    return GuardbandPair{multiplierFromK(k->lower, r.SU_LowerOffset, r.MTE_Sigma),
+                         multiplierFromK(k->upper, r.SU_UpperOffset, r.MTE_Sigma)};
+}
+
+/// True if the multipliers or the resolution differ from those of the last compute, which are then theirs.
+bool GuardbandScreen::guardbandChanged() {
+    const Analysis& r = session_.record;
+    const int resolution = resolutionDigits();
+    if (resolution != lastResolution_) {
+        lastResolution_ = resolution;
+        return true;
+    }
+    return (!r.OptSingleLower && r.GB_UpperMult != lastUpper_) ||
+           (!r.OptSingleUpper && r.GB_LowerMult != lastLower_) || risksTyped_;
+}
+
+void GuardbandScreen::computeRisks() {
+    Analysis& r = session_.record;
+    if (!fitBoth()) {
+        r.AbortFlag = false;
+        return;
+    }
+    CompareWithSnapshot(session_);
+    const bool inputsStand =
+        r.NothingChanged && r.GuardbandsUnchanged && !r.GB_RisksStale && !r.RisksNeedCompute;
+    const bool changed = guardbandChanged();
+    if (changed || !inputsStand) ratioCurrent_ = ratioCurrent_ && !changed && inputsStand;
+    const WaitPointer wait(session_.ui);
+    if (inputsStand && !changed && computed_) {
+        if (!r.GB_IncludeEqAccRat || ratioCurrent_) {
+            tell(session_.ui, noChanges);
+            return;
+        }
+    } else if (!computeAtGuardbands()) {
+        return;
+    }
+    searchRatio();
+    r.GB_RisksStale = false;
+}
+
+bool GuardbandScreen::computeAtGuardbands() {
+    Analysis& r = session_.record;
+    Risks risks{};
+    if (!risksAtLimits(session_, true, risks)) {
+        r.AbortFlag = r.SearchAbort = false;
+        faText_.clear();
+        frText_.clear();
+        computed_.reset();
+        r.GB_RisksStale = true;
+        return false;
+    }
+    computed_ = Risks{notNegative(risks.falseAccept), notNegative(risks.falseReject)};
+    ratioCurrent_ = false;
+    lastUpper_ = r.GB_UpperMult;
+    lastLower_ = r.GB_LowerMult;
+    risksTyped_ = false;
+    const ShownRisk accept = shownRisk(computed_->falseAccept);
+    const ShownRisk reject = shownRisk(computed_->falseReject);
+    r.GB_FARisk = accept.value;
+    r.GB_FARiskUnits = accept.units;
+    r.GB_FRRisk = reject.value;
+    r.GB_FRRiskUnits = reject.units;
+    showRisks(true);
+    return true;
+}
+
+/// Texts of the record's risks.
+void GuardbandScreen::showRisks(bool known) {
+    const Analysis& r = session_.record;
+    const auto text = [&](double value, const std::string& units) -> std::string {
+        if (!known) return "";
+        const char* picture = units == ppmUnits ? ppmPicture : percentPicture;
+        return FormatNumber(value, units == ppmUnits ? picture : WidenPicture(value, picture),
+                            session_.regional);
+    };
+    faText_ = hasNoFalseAccepts(r) ? "" : text(r.GB_FARisk, r.GB_FARiskUnits);
+    frText_ = text(r.GB_FRRisk, r.GB_FRRiskUnits);
+    ratioText_ = r.GB_EqAccRatValid ? FormatNumber(r.GB_EqAccRat, ratioPicture, session_.regional) : "";
+}
+
+/// The ratio of the computed risks, behind the progress screen.
+void GuardbandScreen::searchRatio() {
+    Analysis& r = session_.record;
+    if (!r.GB_IncludeEqAccRat) {
+        r.GB_EqAccRat = 0;
+        ratioText_.clear();
+        return;
+    }
+    if (ratioCurrent_ || !computed_) return;
+    using Shown = KeptFields<&Analysis::GB_FARisk, &Analysis::GB_FRRisk>;
+    const Shown shown(r);
+    r.GB_FARisk = computed_->falseAccept;
+    r.GB_FRRisk = computed_->falseReject;
+    r.AbortFlag = false;
+    r.RisksComputed = true;
+    {
+        const FlagGuard request(r.GB_RatioRequest);
+        requestCompute(session_);
+    }
+    shown.restore(r);
+    if (r.AbortFlag) {
+        r.AbortFlag = false;
+        r.GB_EqAccRat = 0;
+    } else {
+        ratioCurrent_ = true;
+    }
+    ratioText_ = FormatNumber(r.GB_EqAccRat, ratioPicture, session_.regional);
+}
+
+int GuardbandScreen::resolutionDigits() const {
+    const double digits = std::trunc(ParseValue(resolution_, session_.regional));
+    return static_cast<int>(std::clamp(digits, 0.0, mostDigits));
+}
+
+void GuardbandScreen::roundOff() {
+    Analysis& r = session_.record;
+    const std::string picture = PictureForDecimals(resolutionDigits());
+    const bool byK =
+        r.OptTwoSided ? r.GB_UpperKEntered || r.GB_LowerKEntered : bool(r.*presentSide(r).kEntered);
+    for (const SubjectSide* side : {&upperSide, &lowerSide})
+        if (!(r.*side->absent)) roundSide(*side, picture, byK);
+    guardbandsTyped();
+    computeRisks();
+}
+
+void GuardbandScreen::roundSide(const SubjectSide& side, const std::string& picture, bool byK) {
+    Analysis& r = session_.record;
+    const auto rounded = [&](double value) {
+        return ParseValue(FormatNumber(value, picture, session_.regional), session_.regional);
+    };
+    if (byK) {
+        r.*side.kFactor = rounded(r.*side.kFactor);
+        r.*side.kPicture = picture;
+        &side == &upperSide ? UpperMultiplierFromKFactor(r, session_.regional)
+                            : LowerMultiplierFromKFactor(r, session_.regional);
+        r.*side.multiplier = rounded(r.*side.multiplier);
+        r.*side.multiplierPicture = picture;
+        return;
+    }
+    r.*side.multiplier = rounded(r.*side.multiplier);
+    r.*side.multiplierPicture = picture;
+    &side == &upperSide ? ShowUpperKFactor(r, session_.regional) : ShowLowerKFactor(r, session_.regional);
+    r.*side.kFactor = rounded(r.*side.kFactor);
+    if (!(r.*side.kPicture).empty()) r.*side.kPicture = picture;
+}
+
+void GuardbandScreen::plot() {
+    Analysis& r = session_.record;
+    if (!fitBoth()) {
+        r.AbortFlag = false;
+        return;
+    }
+    if (r.OptTwoSided && !r.GB_SymmetricMult && !r.GB_SymmetricK) tell(session_.ui, onlySymmetricPlot);
+}
+
+void GuardbandScreen::jumpTo(const std::string& word) {
+    const std::pair<const char*, Button&> buttons[] = {{"False Accept", opt_FARisk},
+                                                       {"False Reject", opt_FRRisk},
+                                                       {"Equalize Risks", opt_EqualizeRisks},
+                                                       {"Compute Guardbands", cmdComputeGuardbands},
+                                                       {"Compute k-Factors", cmdComputeGuardbands},
+                                                       {"Compute Risks", CmdCompute},
+                                                       {"Update", CmdCompute},
+                                                       {"View Plot", CmdPlot},
+                                                       {"Round Off", cmd_RoundOff},
+                                                       {"Symmetric Multipliers", SymmetryCheckBox},
+                                                       {"Symmetric k-Factors", chk_SymmetricK}};
+    if (word == "Displayed Resolution") session_.ui.focus({name, txt_DisplayedResolution.name});
+    for (const auto& [jumpWord, button] : buttons)
+        if (word == jumpWord && button.enabled && !(button.kind == Button::Kind::Check && button.checked))
+            button.clicked(true);
+}
+
+bool GuardbandScreen::mayClose(Way way) {
+    Analysis& r = session_.record;
+    const bool changed = kept_.differ(r);
+    switch (way == Way::Ok || !changed ? Answer::Yes : ask(session_.ui, retainChanges)) {
+    case Answer::Yes:
+        if (way == Way::Ok || changed) store(changed);
+        return true;
+    case Answer::No:
+        kept_.restore(r);
+        r.GB_RisksStale = risksWereStale_;
+        return true;
+    default: return false;
+    }
+}
+
+void GuardbandScreen::store(bool changed) {
+    Analysis& r = session_.record;
+    r.GB_AsymmetricMult = !r.GB_SymmetricMult;
+    r.GB_EqAccRatValid = r.GB_IncludeEqAccRat && ratioCurrent_;
+    if (changed) r.FileChanged = true;
+    if (r.ObservedWorksheetOpen || !r.IncludeGuardbands) return;
+    if (computed_ && r.NothingChanged) {
+        publishRisks(r, computed_->falseAccept, computed_->falseReject);
+        r.RisksNeedCompute = false;
+        r.ResultsStale = false;
+        r.Last_GBUpper = r.GB_UpperMult;
+        r.Last_GBLower = r.GB_LowerMult;
+        r.Last_IncludeGuardbands = r.IncludeGuardbands;
+        r.GuardbandsChanged = false;
+        r.GuardbandsUnchanged = true;
+        if (ratioCurrent_) r.EqAccRat = r.GB_EqAccRat;
+    } else if (changed) {
+        r.RisksNeedCompute = true;
+    }
+}
+
+} // namespace metrisk

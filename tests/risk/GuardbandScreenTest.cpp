@@ -1,0 +1,304 @@
+// The guardband worksheet, its k-factors and texts.
+#include "risk/guardband/GuardbandScreen.h"
+#include "model/NumberText.h"
+#include "model/SubjectSide.h"
+#include "risk/ComputePipeline.h"
+#include "risk/Snapshot.h"
+#include "risk/ValidateAndFit.h"
+#include "risk/guardband/GuardbandTexts.h"
+#include "risk/guardband/KFactors.h"
+#include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
+
+#include <gtest/gtest.h>
+
+namespace metrisk::testing {
+namespace {
+
+struct Guardbands : TestSession {
+    std::optional<GuardbandScreen> screen;
+
+    explicit Guardbands(
+        const Entry& entry = {}, void (*change)(Analysis&) = [](Analysis&) {}) {
+        enter(record, entry);
+        record.SU_Mode_fmt = "#,##0.0";
+        record.SU_UpperOffset_fmt = record.SU_LowerOffset_fmt = "#,##0.00";
+        record.NominalUnits = "V";
+        record.SU_ToleranceUnits = "mV";
+        record.SU_TolUnitsFactor = 1000;
+        record.SU_TolDecimalShift = 3;
+        ValidateAndFit(session);
+        change(record);
+        screen.emplace(session);
+    }
+    void press(const char* name) { testing::press(*screen, name); }
+    FieldResult type(const char* name, const char* text) { return testing::type(*screen, name, text); }
+    std::string text(const char* name) { return textOf(*screen, name); }
+    std::string texts(std::initializer_list<const char*> names) {
+        std::string all;
+        for (const char* name : names) all += text(name) + (name == *(names.end() - 1) ? "" : " | ");
+        return all;
+    }
+};
+
+TEST(GuardbandScreen, OpensWithTheRecord) {
+    Guardbands w;
+    EXPECT_EQ(w.texts({"ModeBox", "UpperTolLimitBox", "LowerTolLimitBox"}), "10.0 V | 500 mV | -500 mV");
+    EXPECT_EQ(w.texts({"UpperMultiplierBox", "txt_kFactor_0", "txt_kFactor_1"}), "1 | 0.0000 | ");
+    EXPECT_EQ(w.texts({"Lbl_UpperTolerance", "Lbl_LowerGuardband"}), "Upper Tolerance: | Lower Guardband:");
+    w.press("LimitsOptionButton");
+    EXPECT_EQ(w.texts({"UpperTolLimitBox", "LowerTolLimitBox", "Lbl_UpperTolerance"}),
+              "10.50 V | 9.50 V | Upper Tolerance:");
+    w.press("OffsetsOptionButton");
+    EXPECT_EQ(w.texts({"Lbl_UpperTolerance", "Lbl_LowerGuardband"}), "Upper Limit: | Lower Guardband Limit:");
+    EXPECT_EQ(w.text("pnl_RiskKey"), "False Accept Risk - Consumer Option");
+    w.press("opt_EqualizeRisks");
+    EXPECT_EQ(w.text("pnl_RiskKey"), "Equalizing Risks");
+    EXPECT_TRUE(w.record.GB_ScreenOpen);
+    w.ui.expectBox("Changes Made", "Do you want to retain changes?", Answer::No);
+    EXPECT_TRUE(w.screen->close(Way::Cancel));
+    EXPECT_FALSE(w.record.GB_ShowLimits);
+    EXPECT_EQ(w.record.GB_KeyOn, 0);
+    w.screen.reset();
+    EXPECT_FALSE(w.record.GB_ScreenOpen);
+
+    Guardbands loaded({}, [](Analysis& r) { r.GB_ShowLimits = true; });
+    EXPECT_EQ(loaded.text("Lbl_UpperTolerance"), "Upper Limit:") << "the words as they load";
+}
+
+TEST(GuardbandScreen, MultipliersAndKFactorsFollowEachOther) {
+    Guardbands w;
+    const double sigma = w.record.MTE_Sigma;
+    w.type("UpperMultiplierBox", ".9");
+    EXPECT_EQ(w.text("UpperMultiplierBox"), "0.9000");
+    EXPECT_DOUBLE_EQ(w.record.GB_UpperK, 0.1 * 0.5 / sigma);
+    EXPECT_EQ(w.text("UpperGuardbandBox"), "450.0 mV");
+    EXPECT_EQ(w.record.GB_LowerMult, 1);
+    w.press("SymmetryCheckBox");
+    EXPECT_EQ(w.texts({"LowerMultiplierBox", "LowerGuardbandBox"}), "0.9000 | -450.0 mV");
+    EXPECT_TRUE(w.screen->LowerMultiplierBox.locked);
+    w.type("UpperMultiplierBox", "0.8");
+    EXPECT_EQ(w.record.GB_LowerMult, 0.8);
+
+    w.press("chk_SymmetricK");
+    EXPECT_FALSE(w.screen->SymmetryCheckBox.checked);
+    w.type("txt_kFactor_0", "1.5");
+    EXPECT_EQ(w.texts({"txt_kFactor_0", "txt_kFactor_1"}), "1.5000 | 1.5000");
+    EXPECT_DOUBLE_EQ(w.record.GB_UpperMult, 1 - sigma * 1.5 / 0.5);
+    EXPECT_DOUBLE_EQ(w.record.GB_LowerMult, w.record.GB_UpperMult);
+    w.ui.expectBox("Invalid k-Factor",
+                   "Using 99 for the upper k-factor value sets the upper test limit below the mode value.");
+    const FieldResult refused = w.type("txt_kFactor_0", "99");
+    EXPECT_TRUE(refused.stay);
+    EXPECT_EQ(refused.text, "1.5000");
+    EXPECT_EQ(w.record.GB_UpperK, 1.5);
+}
+
+TEST(GuardbandScreen, ASingleSideLeavesTheOtherBlank) {
+    Guardbands w(single(Kind::SingleUpper, 95));
+    EXPECT_EQ(w.texts({"LowerTolLimitBox", "LowerMultiplierBox", "txt_kFactor_1", "LowerGuardbandBox"}),
+              " |  |  | ");
+    EXPECT_FALSE(w.screen->LowerMultiplierBox.enabled);
+    EXPECT_FALSE(w.screen->SymmetryCheckBox.enabled);
+}
+
+TEST(GuardbandScreen, ComputesRisksOnceForTheSameGuardbands) {
+    Guardbands w;
+    w.type("UpperMultiplierBox", "0.9");
+    w.type("LowerMultiplierBox", "0.9");
+    w.press("CmdCompute");
+    Risks expected{};
+    ASSERT_TRUE(risksAtLimits(w.session, true, expected));
+    EXPECT_NEAR(w.record.GB_FARisk, expected.falseAccept * 100, 1e-12);
+    EXPECT_EQ(w.record.GB_FARiskUnits, "%");
+    EXPECT_EQ(w.text("FARiskBox"),
+              FormatNumber(expected.falseAccept * 100, "#,##0.0000", w.session.regional));
+    EXPECT_EQ(w.text("EqAccRatBox"), "");
+    TakeSnapshot(w.record); // as after a compute of the main screen
+    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.");
+    w.press("CmdCompute");
+    w.press("IncludeEqAccRatBox");
+    w.press("CmdCompute");
+    EXPECT_GT(w.record.GB_EqAccRat, 1);
+    EXPECT_EQ(w.text("EqAccRat2Box"), "1");
+    EXPECT_NEAR(w.record.GB_FARisk, expected.falseAccept * 100, 1e-12) << "the search borrows the field only";
+    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.");
+    w.press("CmdCompute");
+    w.type("FARiskBox", "2");
+    w.press("CmdCompute");
+    EXPECT_NE(w.text("FARiskBox"), "2") << "a typed risk is no result";
+}
+
+TEST(GuardbandScreen, CrossedLimitsEmptyTheRisks) {
+    Guardbands w;
+    w.type("UpperMultiplierBox", "-1");
+    w.type("LowerMultiplierBox", "-1");
+    w.ui.expectBox("Compute Failed", "Unable to compute risks.  Guardband may be unrealistic.");
+    w.press("CmdCompute");
+    EXPECT_EQ(w.texts({"FARiskBox", "FRRiskBox"}), " | ");
+    EXPECT_TRUE(w.record.GB_RisksStale);
+}
+
+TEST(GuardbandScreen, SolvesWhatTheOptionsSay) {
+    Guardbands w;
+    w.press("SymmetryCheckBox");
+    w.type("FARiskBox", "0.5");
+    w.press("cmdComputeGuardbands");
+    Risks at{};
+    ASSERT_TRUE(risksAtLimits(w.session, true, at));
+    EXPECT_NEAR(at.falseAccept, 0.005, 1e-7);
+    EXPECT_EQ(w.record.GB_LowerMult, w.record.GB_UpperMult);
+    EXPECT_EQ(w.record.GB_UpperMult_fmt, "#,##0.00000000");
+    EXPECT_FALSE(w.record.AbortFlag);
+
+    w.press("opt_EqualizeRisks");
+    w.press("cmdComputeGuardbands");
+    ASSERT_TRUE(risksAtLimits(w.session, true, at));
+    EXPECT_NEAR(at.falseAccept, at.falseReject, 1e-7);
+    const double before = w.record.GB_UpperMult;
+    w.press("opt_FRRisk");
+    w.type("FRRiskBox", "0");
+    w.press("cmdComputeGuardbands"); // ends without a word
+    EXPECT_EQ(w.record.GB_UpperMult, before);
+
+    w.press("SymmetryCheckBox");
+    w.ui.expectBox("Guardband Calculation", "Only works for symmetric multipliers or k-Factors.");
+    w.press("cmdComputeGuardbands");
+    w.ui.expectBox("Guardband Plot Function", "Only works for symmetric multipliers or k-Factors.");
+    w.press("CmdPlot");
+    w.press("opt_EqualizeRisks");
+    w.press("cmdComputeGuardbands");
+    EXPECT_EQ(w.record.GB_UpperMult, 0) << "nothing to equalise by: both test limits on the mode";
+    w.record.GB_UpperMult = w.record.GB_LowerMult = 1;
+    w.press("chk_SymmetricK");
+    w.press("opt_FARisk");
+    w.type("FARiskBox", "5000");
+    EXPECT_EQ(w.screen->FARiskUnitsBox.index, 1) << "100 and more is meant in ppm";
+    w.press("cmdComputeGuardbands");
+    ASSERT_TRUE(risksAtLimits(w.session, true, at));
+    EXPECT_NEAR(at.falseAccept, 0.005, 1e-7);
+    EXPECT_EQ(w.record.GB_LowerK, w.record.GB_UpperK);
+}
+
+TEST(GuardbandScreen, RoundsToTheDisplayedResolution) {
+    Guardbands w;
+    w.press("SymmetryCheckBox");
+    w.type("UpperMultiplierBox", "0.87654321");
+    w.type("txt_DisplayedResolution", "2");
+    w.press("cmd_RoundOff");
+    EXPECT_EQ(w.record.GB_UpperMult, 0.88);
+    EXPECT_EQ(w.text("UpperMultiplierBox"), "0.88");
+    EXPECT_GT(w.record.GB_FARisk, 0) << "risks are computed again";
+    w.type("txt_kFactor_0", "1.2345");
+    w.type("txt_DisplayedResolution", "1");
+    w.press("cmd_RoundOff");
+    EXPECT_EQ(w.record.GB_UpperK, 1.2);
+    w.type("UpperMultiplierBox", "0.9");
+    w.type("txt_DisplayedResolution", "");
+    w.press("cmd_RoundOff");
+    EXPECT_EQ(w.record.GB_UpperMult, 1);
+    EXPECT_EQ(w.record.GB_UpperK, 0);
+}
+
+TEST(GuardbandScreen, TheProcedureActs) {
+    Guardbands w;
+    auto& procedure = control<Hypertext>(*w.screen, "txt_Procedure");
+    for (const auto& [word, name] : {std::pair{"False Reject", "opt_FRRisk"},
+                                     {"Equalize Risks", "opt_EqualizeRisks"},
+                                     {"Symmetric Multipliers", "SymmetryCheckBox"},
+                                     {"Symmetric k-Factors", "chk_SymmetricK"}}) {
+        EXPECT_NE(procedure.text.find(std::string("\\J") + word + "\\j"), std::string::npos);
+        w.screen->jump(procedure, word);
+        EXPECT_TRUE(control<Button>(*w.screen, name).checked) << word;
+    }
+    w.screen->jump(procedure, "Displayed Resolution");
+    EXPECT_EQ(w.ui.focusMoves.back(), "GuardbandAnalysis.txt_DisplayedResolution");
+    w.screen->jump(procedure, "Compute Risks");
+    EXPECT_GT(w.record.GB_FRRisk, 0);
+    w.screen->run(*findItem(w.screen->menus, "mnu_Procedure"));
+    EXPECT_FALSE(w.screen->pnl_Procedure.visible);
+    EXPECT_EQ(findItem(w.screen->menus, "mnu_Procedure")->caption, "Show &Procedure");
+}
+
+TEST(GuardbandScreen, OkHandsFiguresOfTheseGuardbandsToTheMainResults) {
+    for (const bool computed : {true, false}) {
+        Guardbands w({}, [](Analysis& r) {
+            r.IncludeGuardbands = true;
+            TakeSnapshot(r);
+        });
+        w.type("UpperMultiplierBox", "0.9");
+        if (computed) w.press("CmdCompute");
+        EXPECT_TRUE(w.screen->close(Way::Ok));
+        EXPECT_EQ(w.record.RisksNeedCompute, !computed);
+        EXPECT_EQ(w.record.FalseAcceptRisk != 0, computed);
+        EXPECT_EQ(w.record.Last_GBUpper, computed ? 0.9 : 1);
+        EXPECT_TRUE(w.record.FileChanged);
+    }
+}
+
+TEST(KFactors, RevalidateAfterAChangeOfUncertainty) {
+    const auto revalidate = [](TestSession& t, double k, double sigma) {
+        enter(t.record, Entry{});
+        t.record.MTE_Sigma = sigma;
+        t.record.GB_UpperKEntered = true;
+        t.record.GB_UpperK = k;
+        t.record.GB_SymmetricK = true;
+        RevalidateKFactors(t.session);
+    };
+    constexpr const char* question =
+        "Changes in uncertainty or tolerances have made the current upper k-factor invalid.  Do you want to "
+        "solve for the largest allowable k-factor?";
+    TestSession valid;
+    revalidate(valid, 2, 0.1);
+    EXPECT_DOUBLE_EQ(valid.record.GB_UpperMult, 0.6);
+    EXPECT_TRUE(valid.record.GB_UpperKEntered);
+    TestSession largest;
+    largest.ui.expectBox("Invalid k-factor", question, Answer::Yes);
+    revalidate(largest, 6, 0.3);
+    EXPECT_EQ(largest.record.GB_UpperMult, 0);
+    EXPECT_DOUBLE_EQ(largest.record.GB_UpperK, 0.5 / 0.3);
+    EXPECT_EQ(kFactorText(largest.record, upperSide, {}), "1.666666")
+        << "rounded down: more would be refused";
+    EXPECT_FALSE(largest.record.GB_SymmetricK);
+    TestSession kept;
+    kept.ui.expectBox("Invalid k-factor", question, Answer::No);
+    kept.ui.expectBox(
+        "New Upper k-factor",
+        "You elected not to compute a maximum allowable upper k-factor.  Metrisk will now solve "
+        "for the upper k-factor from the current upper guardband multiplier.");
+    kept.record.GB_UpperMult = 0.9;
+    revalidate(kept, 6, 0.3);
+    EXPECT_DOUBLE_EQ(kept.record.GB_UpperK, 0.1 * 0.5 / 0.3);
+    EXPECT_EQ(kept.record.GB_LowerK, 0);
+    // The lower side looks at the upper multiplier and shows a k of 0.
+    TestSession lower;
+    lower.record.GB_LowerMult = 0.9;
+    enter(lower.record, Entry{});
+    lower.record.MTE_Sigma = 0.1;
+    RevalidateKFactors(lower.session);
+    EXPECT_EQ(lower.record.GB_LowerK, 0);
+    EXPECT_EQ(lower.record.GB_LowerK_fmt, "#,##0.0000");
+    EXPECT_EQ(lower.record.GB_UpperK_fmt, "");
+}
+
+TEST(KFactors, CheckIsFreeOfMagnitude) {
+    struct Row {
+        double offset, sigma, k;
+        bool invalid;
+    };
+    for (const double unit : {1e-9, 1.0, 1e9})
+        for (const Row& row : {Row{0.5, 0.1, 5, false}, {0.5, 0.1, 5.001, true}, {0.5, 0.1, -3, false}}) {
+            TestSession t;
+            enter(t.record, twoSided(row.offset * unit, row.offset * unit, 95));
+            t.record.MTE_Sigma = row.sigma * unit;
+            EXPECT_EQ(CheckKFactor(t.session, row.k, lowerSide), !row.invalid) << row.k << " at " << unit;
+        }
+    TestSession gated;
+    enter(gated.record, twoSided(0.5, 0, 95));
+    gated.record.MTE_Sigma = 0.1;
+    EXPECT_TRUE(CheckKFactor(gated.session, 99, upperSide)) << "L alone gates";
+}
+
+} // namespace
+} // namespace metrisk::testing
