@@ -56,7 +56,7 @@ TEST(GuardbandScreen, OpensWithTheRecord) {
     w.press("opt_EqualizeRisks");
     EXPECT_EQ(w.text("pnl_RiskKey"), "Equalizing Risks");
     EXPECT_TRUE(w.record.GB_ScreenOpen);
-    w.ui.expectBox("Changes Made", "Do you want to retain changes?", Answer::No);
+    w.ui.expectBox("Changes Made", "Do you want to retain changes?", Answer::No, yesNoCancel);
     EXPECT_TRUE(w.screen->close(Way::Cancel));
     EXPECT_FALSE(w.record.GB_ShowLimits);
     EXPECT_EQ(w.record.GB_KeyOn, 0);
@@ -116,14 +116,14 @@ TEST(GuardbandScreen, ComputesRisksOnceForTheSameGuardbands) {
               FormatNumber(expected.falseAccept * 100, "#,##0.0000", w.session.regional));
     EXPECT_EQ(w.text("EqAccRatBox"), "");
     TakeSnapshot(w.record); // as after a compute of the main screen
-    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.");
+    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.", note);
     w.press("CmdCompute");
     w.press("IncludeEqAccRatBox");
     w.press("CmdCompute");
     EXPECT_GT(w.record.GB_EqAccRat, 1);
     EXPECT_EQ(w.text("EqAccRat2Box"), "1");
     EXPECT_NEAR(w.record.GB_FARisk, expected.falseAccept * 100, 1e-12) << "the search borrows the field only";
-    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.");
+    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.", note);
     w.press("CmdCompute");
     w.type("FARiskBox", "2");
     w.press("CmdCompute");
@@ -266,7 +266,8 @@ TEST(KFactors, RevalidateAfterAChangeOfUncertainty) {
     kept.ui.expectBox(
         "New Upper k-factor",
         "You elected not to compute a maximum allowable upper k-factor.  Metrisk will now solve "
-        "for the upper k-factor from the current upper guardband multiplier.");
+        "for the upper k-factor from the current upper guardband multiplier.",
+        note);
     kept.record.GB_UpperMult = 0.9;
     revalidate(kept, 6, 0.3);
     EXPECT_DOUBLE_EQ(kept.record.GB_UpperK, 0.1 * 0.5 / 0.3);
