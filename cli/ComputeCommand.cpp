@@ -15,6 +15,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <filesystem>
 #include <span>
 
@@ -173,7 +174,14 @@ int computeAll(const Options& options) {
     Outlet outlet(options.files.size());
     runOrdered(
         options.files.size(), options.threads,
-        [&](std::size_t i) { return computeFile(workplace, options.files[i], options); },
+        [&](std::size_t i) -> Output {
+            const std::string& file = options.files[i];
+            try {
+                return computeFile(workplace, file, options);
+            } catch (const std::exception& fault) { // memory: the files behind it may need less
+                return {.diagnostics = diagnosticLine(file, fault.what()), .status = refused};
+            }
+        },
         [&](const Output& output) { outlet.put(output); });
     return outlet.status();
 }

@@ -4,6 +4,8 @@
 #include "persistence/AtomicFile.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
 
 namespace {
 
@@ -19,16 +21,14 @@ std::string failureText(const CLI::App* app, const CLI::Error& error) {
     const std::vector<std::string> unknown = app->remaining(true);
     if (app->get_subcommands().empty() && !unknown.empty() && !unknown[0].starts_with('-'))
         return printable(unknown[0]) + " is no command of metrisk-cli; --help lists them.\n";
-    const std::string text = CLI::FailureMessage::simple(app, error);
+    std::string text = CLI::FailureMessage::simple(app, error);
     for (const std::string& word : unknown)
         if (word.starts_with('-')) return text + "If " + printable(word) + " is a file, put -- before it.\n";
     return text;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    metrisk::removeTemporariesOnSignals();
+/// Raises what the parsing and the command raise.
+int run(int argc, char** argv) {
     CLI::App program("Measurement decision risk analysis", "metrisk-cli");
     program.set_version_flag("--version", "metrisk-cli " METRISK_VERSION, "Print the version and exit");
     program.require_subcommand(1);
@@ -43,4 +43,16 @@ int main(int argc, char** argv) {
         return program.exit(error) == 0 ? allDone : wrongUsage;
     }
     return chosen();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    metrisk::removeTemporariesOnSignals();
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& fault) { // memory, or the system
+        std::fprintf(stderr, "metrisk-cli: %s\n", fault.what());
+        return refused;
+    }
 }

@@ -14,7 +14,7 @@ inline constexpr int wholeValue = 1 << 20;
 struct TextSetting {
     std::string_view section;
     std::string_view key;
-    std::string_view otherwise = "";
+    std::string_view otherwise{};
     int length = wholeValue;
 };
 

@@ -24,7 +24,7 @@ const Message* messageOf(const RuntimeFault& fault) {
 }
 
 std::string describe(const RuntimeFault& fault) {
-    const std::string routine = fault.routine.empty() ? "" : std::string(fault.routine) + ": ";
+    std::string routine = fault.routine.empty() ? "" : std::string(fault.routine) + ": ";
     switch (fault.kind) {
     case FaultKind::NotFinite: return routine + "a result that is no finite number";
     case FaultKind::Argument: return routine + "no answer for the argument " + GeneralText(fault.number, {});

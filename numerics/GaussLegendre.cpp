@@ -17,7 +17,8 @@ void unitGaussLegendreNodes(std::span<double> x, std::span<double> w) noexcept {
         // for orders of many thousands may exceed 1e-14; it ends the iteration as well.
         for (;;) {
             double p1 = 1, p2 = 0;
-            for (double j = 1; j <= order; ++j) {
+            for (std::size_t k = 1; k <= n; ++k) {
+                const auto j = static_cast<double>(k);
                 const double p3 = p2;
                 p2 = p1;
                 p1 = ((2 * j - 1) * z * p2 - (j - 1) * p3) / j;

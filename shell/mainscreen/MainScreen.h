@@ -155,9 +155,6 @@ class MainScreen final : public Worksheet {
     void bindOptions();
 };
 
-/// "NAME - Metrisk".
-std::string mainCaption(const Session& session);
-
 /// Record to screen, after a load and after a worksheet.
 void RefreshMainScreen(Session& session);
 

@@ -187,6 +187,18 @@ TEST_F(Cli, WhateverIsRefusedHasAReason) {
     }
 }
 
+TEST_F(Cli, NoRatioIsNoFigure) {
+    std::string content = fileContent(folder / good);
+    std::size_t at = 0;
+    for (int line = 1; line < 90; ++line) at = content.find('\n', at) + 1;
+    ASSERT_EQ(content.substr(at, 4), "-1\r\n");
+    write("unasked.mrk", content.replace(at, 2, "0"));
+    const json line = run("compute --json unasked.mrk").lines().at(0);
+    EXPECT_EQ(line["status"], "computed");
+    for (const char* key : {"EqAccRat", "EqAccRatDen", "EqAccRatAttained"})
+        EXPECT_TRUE(line[key].is_null()) << key;
+}
+
 TEST_F(Cli, SavesResultsOnlyWhereItMay) {
     const std::string before = fileContent(folder / good);
     fs::copy(folder / good, folder / "old.dat");
