@@ -12,6 +12,7 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/LogNormalSearch.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/guardband/GuardbandSolver.h"
 
 #include <cmath>
 #include <vector>
@@ -109,7 +110,7 @@ BENCHMARK(baselineIntegral)->UseManualTime();
 void ratioSearch(benchmark::State& state) {
     BenchSession s(twoSided(90));
     ValidateAndFit(s.session);
-    ComputingScreen screen(s.record.AbortFlag);
+    ComputingScreen screen(s.session);
     double ratio = 0;
     s.ui.reports = 0;
     SolveEquivalentRatio(s.session, screen, {0.012, 0.02}, ratio);
@@ -165,6 +166,38 @@ void logNormalFit(benchmark::State& state) {
         });
 }
 BENCHMARK(logNormalFit)->UseManualTime();
+
+/// A solve against as many risks as it asks for.
+void guardbandSolve(benchmark::State& state, const Entry& entry, GuardbandTarget target, bool byK) {
+    BenchSession s(entry);
+    ValidateAndFit(s.session);
+    const Analysis& r = s.record;
+    GuardbandSolver first(r, r.MTE_Sigma, 0);
+    const double m = byK ? 1 : first.multiplierFor(target);
+    if (byK) first.kFactorFor(target);
+    const RiskModel model(subjectBiasOf(r), r.MTE_Sigma);
+    state.counters["evaluations"] = first.evaluations();
+    againstFloor(
+        state, first.evaluations(),
+        [&] {
+            GuardbandSolver solver(r, r.MTE_Sigma, 0);
+            benchmark::DoNotOptimize(byK ? solver.kFactorFor(target) : solver.multiplierFor(target));
+        },
+        [&] {
+            for (int i = 0; i < first.evaluations(); ++i) {
+                const double x = m + 1e-3 * i;
+                benchmark::DoNotOptimize(
+                    risksOf(model.at({-x * r.SU_LowerOffset, x * r.SU_UpperOffset}).value(), 0));
+            }
+        });
+}
+BENCHMARK_CAPTURE(guardbandSolve, normal, twoSided(90), {GuardbandKey::FalseAccept, 0.01}, false)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(guardbandSolve, normalByK, twoSided(90), {GuardbandKey::FalseAccept, 0.01}, true)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(guardbandSolve, equalize, twoSided(90), {GuardbandKey::Equalize}, false)->UseManualTime();
+BENCHMARK_CAPTURE(guardbandSolve, logNormal, unequal(90), {GuardbandKey::FalseReject, 0.02}, false)
+    ->UseManualTime();
 
 } // namespace
 } // namespace metrisk::bench

@@ -22,7 +22,8 @@ struct Workplace {
 
 class AnalysisRun {
   public:
-    explicit AnalysisRun(Workplace& workplace) : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
+    explicit AnalysisRun(Workplace& workplace)
+        : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
 
     /// Reads the file into a new analysis; false when it cannot be read.
     bool open(const std::string& path);

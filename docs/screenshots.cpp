@@ -52,7 +52,7 @@ class Camera {
     }
 
     void takeComputing() {
-        ComputingScreen progress(desk_.record.AbortFlag);
+        ComputingScreen progress(desk_.session);
         progress.showSearch(true);
         progress.Lbl_Message1.text = "False Accept Risk: 0.90 %\nFalse Reject Risk: 1.03 %";
         progress.Lbl_Message2.text = "Solving for Equivalent Accuracy Ratio\nIteration 12 = 8.43 : 1";

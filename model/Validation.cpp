@@ -35,8 +35,6 @@ constexpr const char* hundredPercent = "You have indicated 100% in-tolerance.\n"
                                        "the false reject risk.)  Continue anyway?";
 constexpr const char* notBelowMode = "Must be greater than or equal to the mode.";
 constexpr const char* notAboveMode = "Must be less than or equal to the mode.";
-constexpr const char* hundredOnlySymmetric = "Cannot be 100% unless you select Two-Sided\n"
-                                             "with equal upper and lower tolerance offsets.";
 constexpr const char* limitsOnMode = "Both tolerance limits cannot equal Mode.";
 constexpr const char* aboveZero = "Must be greater than zero.";
 constexpr const char* below100 = "Must be less than 100%.";
@@ -163,7 +161,7 @@ void ValidateSubject(Session& session) {
     if (r.SU_LowerLimit > r.SU_Mode && !r.OptSingleUpper)
         return fail(session, {lowerSide.limitTitle, text::notAboveMode, lowerSide.limitBox}, true);
     if (hundred && !isSymmetric(r))
-        return fail(session, {subjectPctTitle, text::hundredOnlySymmetric, "PctInTolBox"}, true);
+        return fail(session, {subjectPctTitle, hundredOnlySymmetricText, "PctInTolBox"}, true);
     if (r.OptTwoSided && r.SU_UpperLimit == r.SU_Mode && r.SU_LowerLimit == r.SU_Mode)
         return fail(session, {title::subjectTolerance, text::limitsOnMode, upperSide.limitBox}, !entering);
     if (r.SU_PctInTol <= 0)

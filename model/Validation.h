@@ -7,6 +7,8 @@ struct Session;
 
 /// Titles and texts of these checks that fits and field rules use as well.
 inline constexpr const char* subjectPctTitle = "Subject Parameter % In-Tolerance";
+inline constexpr const char* hundredOnlySymmetricText = "Cannot be 100% unless you select Two-Sided\n"
+                                                        "with equal upper and lower tolerance offsets.";
 inline constexpr const char* physicalLimitTitle = "Physical Limit Violation";
 inline constexpr const char* zeroOrAboveText = "Must be greater than or equal to zero.";
 

@@ -1,10 +1,24 @@
 // The progress screen of a compute, screen Computing: its texts, its meter and its cancel button.
 #pragma once
 
-#include "model/Flag.h"
+#include "model/Session.h"
 #include "model/Worksheet.h"
 
+#include <optional>
+
 namespace metrisk {
+
+/// Where a search stands after a pass.
+struct SearchProgress {
+    const char* message; // a literal
+    int iteration;
+    double ratio;
+    double error;
+    double tolerance;
+};
+
+/// 0 to 100: how far |error| has come down to the tolerance, by orders of magnitude.
+double searchMeter(double error, double tolerance);
 
 class ComputingScreen final : public Worksheet {
   public:
@@ -15,9 +29,9 @@ class ComputingScreen final : public Worksheet {
     metrisk::Meter Meter{*this, "Meter", "Precision of solution"};
     PushButton Cmd_Cancel{*this, "Cmd_Cancel", "Cancel", "Stop the search; the risks stay"};
 
-    /// `abortFlag` is the flag that stops the search; it outlives the screen.
-    explicit ComputingScreen(Flag& abortFlag)
-        : Worksheet("Computing", "Computing", "computing"), abortFlag_(abortFlag) {
+    /// A cancel sets the session's AbortFlag.
+    explicit ComputingScreen(Session& session)
+        : Worksheet("Computing", "Computing", "computing"), session_(session) {
         Cmd_Cancel.closes = Way::Cancel;
         showSearch(false);
     }
@@ -25,18 +39,23 @@ class ComputingScreen final : public Worksheet {
     /// The controls of the ratio search: Lbl_MeterTitle, Lbl_Message2 and Meter.
     void showSearch(bool on) { Lbl_MeterTitle.visible = Lbl_Message2.visible = Meter.visible = on; }
 
-    void refresh() override {}
+    void startSearch(const char* message);
+    /// The text and the meter of a search are formed when they are shown: most passes nobody sees.
+    void setProgress(const SearchProgress& progress) { progress_ = progress; }
+
+    void refresh() override;
 
   protected:
     /// Stops the search from its next pass on; a second press does nothing. The screen ends with its work.
     bool mayClose(Way) override {
-        if (Cmd_Cancel.enabled) abortFlag_ = true;
+        if (Cmd_Cancel.enabled) session_.record.AbortFlag = true;
         Cmd_Cancel.enabled = false;
         return false;
     }
 
   private:
-    Flag& abortFlag_;
+    Session& session_;
+    std::optional<SearchProgress> progress_;
 };
 
 } // namespace metrisk

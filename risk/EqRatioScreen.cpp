@@ -2,6 +2,7 @@
 
 #include "model/Message.h"
 #include "model/Session.h"
+#include "risk/Snapshot.h"
 
 namespace metrisk {
 
@@ -56,7 +57,7 @@ void dropEquivalentRatio(Session& session) {
     Analysis& r = session.record;
     r.EqAccRat = 0;
     r.EqAccRatDen.clear();
-    r.Last_Base1 = -1; // no accuracy ratio is negative
+    DropBaselineSnapshot(r);
 }
 
 } // namespace metrisk

@@ -1,6 +1,5 @@
 #include "risk/EquivalentRatio.h"
 
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "numerics/FaultMessages.h"
@@ -17,8 +16,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* solvingText = "Solving for Equivalent Accuracy Ratio";
-constexpr const char* initializingText = "Initializing Search";
-constexpr const char* iterationPicture = "#0.00";
 
 constexpr int maxPasses = 10000;
 constexpr double ceiling = 1000000;
@@ -57,7 +54,7 @@ class RatioSearch {
         int good = 0;
         int count = 0;
         double error = errorAt(ratio);
-        ShowSearchProgress(session_, screen_, solvingText, 0, ratio, error, tolerance);
+        ShowSearchProgress(session_, screen_, {solvingText, 0, ratio, error, tolerance});
         while (std::fabs(error) > tolerance && count < maxPasses && !r_.AbortFlag) {
             if (step < minStep) return false;
             ++count;
@@ -67,7 +64,7 @@ class RatioSearch {
             const double oldSize = std::fabs(error);
             const int oldSign = signOf(error);
             error = errorAt(ratio);
-            ShowSearchProgress(session_, screen_, solvingText, count, ratio, error, tolerance);
+            ShowSearchProgress(session_, screen_, {solvingText, count, ratio, error, tolerance});
             const int sign = signOf(error);
             const double size = std::fabs(error);
             if (sign == oldSign && size < oldSize) {
@@ -107,24 +104,8 @@ double ratioTolerance(const Analysis& r) {
     return r.*presentSide(r).offset;
 }
 
-double searchMeter(double error, double tolerance) {
-    if (tolerance == 0) return error == 0 ? 100 : 0;
-    const double orders = std::log10(std::trunc(std::fabs(error) / tolerance) + 1);
-    const double whole = std::trunc(orders);
-    if (!(whole < 5)) return 0;
-    if (whole == 4) return 40 - 5 * orders;
-    if (whole == 3) return 60 - 6.67 * orders;
-    if (whole == 2) return 80 - 10 * orders;
-    return 100 - 20 * orders;
-}
-
-void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
-                        double ratio, double error, double tolerance) {
-    // Written into the old text's room: this runs once a pass.
-    std::string& text = screen.Lbl_Message2.text;
-    text.assign(message).append("\nIteration ").append(std::to_string(iteration)).append(" = ");
-    text.append(FormatNumber(ratio, iterationPicture, session.regional)).append(" : 1");
-    screen.Meter.value = searchMeter(error, tolerance);
+void ShowSearchProgress(Session& session, ComputingScreen& screen, const SearchProgress& progress) {
+    screen.setProgress(progress);
     session.ui.refresh(screen);
     session.ui.yield();
 }
@@ -138,7 +119,7 @@ bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks
             ratio = checked(r.SU_UpperOffset / r.MTE_Offset);
             return true;
         }
-        screen.Lbl_Message2.text = std::string(solvingText) + "\n" + initializingText;
+        screen.startSearch(solvingText);
         session.ui.refresh(screen);
         return RatioSearch(session, screen, targets).run(ratio);
     } catch (const RuntimeFault& fault) {

@@ -8,6 +8,7 @@ namespace metrisk {
 struct Analysis;
 struct Session;
 class ComputingScreen;
+struct SearchProgress;
 
 /// A search whose target no ratio reaches ends at a figure without a meaning. True for one from 0.01 to
 /// 10,000 : 1.
@@ -21,12 +22,8 @@ bool ratioAttained(double ratio);
 bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets,
                           double& ratio) noexcept;
 
-/// Writes "Iteration n = r : 1" under the message, moves the meter by the error that is left and yields.
-void ShowSearchProgress(Session& session, ComputingScreen& screen, const char* message, int iteration,
-                        double ratio, double error, double tolerance);
-
-/// 0 to 100: how far |error| has come down to the tolerance, by orders of magnitude.
-double searchMeter(double error, double tolerance);
+/// Shows where the search stands and yields.
+void ShowSearchProgress(Session& session, ComputingScreen& screen, const SearchProgress& progress);
 
 /// The subject tolerance that accuracy ratios are made of: the mean offset when two-sided, else the
 /// offset of the existing side. Nominal units.

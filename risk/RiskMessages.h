@@ -13,4 +13,6 @@ inline constexpr Message limitsUnrealistic{"Unable to compute risks.  Limits may
 inline constexpr Message baselineUnrealistic{"Unable to compute risks.  Baseline may be unrealistic.",
                                              computeFailedTitle};
 
+inline constexpr Message noRisks{"Unable to compute risks.", computeFailedTitle};
+
 } // namespace metrisk

@@ -36,6 +36,13 @@ RiskOutcome computeRisks(Session& session, AcceptanceLimits limits, Risks& risks
 
 } // namespace
 
+AcceptanceLimits acceptanceLimits(const Analysis& r, bool guardbanded) {
+    const double lowerMult = guardbanded ? r.GB_LowerMult : 1;
+    const double upperMult = guardbanded ? r.GB_UpperMult : 1;
+    return {checked(r.SU_Mode - lowerMult * r.SU_LowerOffset),
+            checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
+}
+
 RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks) noexcept {
     session.record.AbortFlag = false;
     try {

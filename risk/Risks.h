@@ -6,6 +6,7 @@
 namespace metrisk {
 
 struct Session;
+struct Analysis;
 
 enum class RiskOutcome {
     Computed,
@@ -19,6 +20,9 @@ struct AcceptanceLimits {
     double lower; // nominal units; an absent side's limit is not read
     double upper;
 };
+
+/// The tolerance limits or, with `guardbanded`, the test limits. Raises RuntimeFault on overflow.
+AcceptanceLimits acceptanceLimits(const Analysis& record, bool guardbanded);
 
 /// The risks under the record's false accept option. Both parameters have been fitted. `risks` is written
 /// only when the outcome is Computed.

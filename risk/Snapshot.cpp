@@ -90,4 +90,8 @@ void TakeBaselineSnapshot(Analysis& r) {
     r.Last_Base4 = wholeNumber(r.Base_SUPctInTol);
 }
 
+void DropBaselineSnapshot(Analysis& r) {
+    r.Last_Base1 = -1; // no accuracy ratio is negative
+}
+
 } // namespace metrisk

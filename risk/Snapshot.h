@@ -20,5 +20,7 @@ void CompareBaseline(Session& session);
 void TakeSnapshot(Analysis& record);
 /// Cuts each figure to a whole number; one too large for the file is stored as the largest.
 void TakeBaselineSnapshot(Analysis& record);
+/// The baseline counts as changed at the next comparison.
+void DropBaselineSnapshot(Analysis& record);
 
 } // namespace metrisk

@@ -26,10 +26,10 @@ constexpr const char* physicalText = "The Physical Limit must lie outside the ra
 
 class SubjectFit {
   public:
-    SubjectFit(SubjectParameter entered, const Regional& regional)
-        : r_(std::move(entered)), regional_(regional), p_(checked(r_.SU_PctInTol / 100)) {}
+    SubjectFit(SubjectParameter& subject, const Regional& regional)
+        : r_(subject), regional_(regional), p_(checked(r_.SU_PctInTol / 100)) {}
 
-    SubjectParameter run() {
+    void run() {
         if (!(p_ > 0)) throw RuntimeFault(FaultKind::Argument, "FitSubjectParameter", r_.SU_PctInTol);
         if (p_ != 1) computeTails();
         chooseDistribution();
@@ -44,7 +44,6 @@ class SubjectFit {
         if (!(sigma > 0)) refuseWithoutSpread();
         r_.SU_Sigma = sigma.value();
         r_.SubjectFitValid = true;
-        return r_;
     }
 
   private:
@@ -188,15 +187,17 @@ class SubjectFit {
         throw FitRefusal{title, std::move(text), box};
     }
 
-    SubjectParameter r_;
+    SubjectParameter& r_;
     const Regional& regional_;
     double p_;
 };
 
 } // namespace
 
-SubjectParameter fitSubject(SubjectParameter entered, const Regional& regional) {
-    return SubjectFit(std::move(entered), regional).run();
+SubjectParameter fitSubject(const SubjectParameter& entered, const Regional& regional) {
+    SubjectParameter subject = entered;
+    SubjectFit(subject, regional).run();
+    return subject;
 }
 
 } // namespace metrisk

@@ -23,6 +23,6 @@ struct FitRefusal {
 /// Case codes: 1 LogNormal, limit between physical limit and mode; 2 LogNormal, limit beyond the mode;
 /// 3 LogNormal two-sided; 4, 5, 6 Normal single lower, single upper, two-sided; 7, 8 Exponential away
 /// from and towards the limit; 9 Uniform.
-SubjectParameter fitSubject(SubjectParameter entered, const Regional& regional);
+SubjectParameter fitSubject(const SubjectParameter& entered, const Regional& regional);
 
 } // namespace metrisk

@@ -3,6 +3,7 @@
 #include "model/Session.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
+#include "risk/observed/ObservedScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -166,7 +167,13 @@ std::vector<MenuItem> MainCommands::optionItems() {
          .separatorAfter = true},
         {.control = "PrintOptions", .caption = "&Report Format"},
         {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
-        {.control = "CtrlSURel", .caption = "&True vs. Observed % In-Tolerance"},
+        {.control = "CtrlSURel",
+         .caption = "&True vs. Observed % In-Tolerance",
+         .run =
+             [this] {
+                 ObservedScreen worksheet(session_);
+                 session_.ui.run(worksheet);
+             }},
         {.control = "CtrlGuardband", .caption = "&Guardband", .run = [this] { screen_.openGuardbands(); }},
     };
 }

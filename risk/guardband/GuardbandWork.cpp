@@ -8,6 +8,7 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "risk/ComputePipeline.h"
+#include "risk/ComputeSteps.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/KFactors.h"

@@ -6,7 +6,6 @@
 #include "model/Session.h"
 #include "model/Text.h"
 #include "numerics/FaultMessages.h"
-#include "risk/guardband/Bisection.h"
 #include "risk/guardband/KFactors.h"
 
 #include <array>
@@ -26,14 +25,6 @@ constexpr std::string_view lowerSideZero =
 
 GuardbandSolver solverOf(const Analysis& r) {
     return {r, r.MTE_Sigma, r.FalseAcceptOption};
-}
-
-void tellFailure(Session& session, const SolveFailure& failure) {
-    session.record.AbortFlag = true;
-    session.record.SearchAbort = true;
-    if (failure.fault) tellFault(session.ui, *failure.fault);
-    for (const std::string_view text : {failure.bracketText, failure.text})
-        if (!text.empty()) tell(session.ui, {text, noTitle});
 }
 
 /// What every solve begins and ends with.
@@ -76,6 +67,14 @@ void requireOffsets(const Analysis& r) {
 }
 
 } // namespace
+
+void tellFailure(Session& session, const SolveFailure& failure) {
+    session.record.AbortFlag = true;
+    session.record.SearchAbort = true;
+    if (failure.fault) tellFault(session.ui, *failure.fault);
+    for (const std::string_view text : {failure.bracketText, failure.text})
+        if (!text.empty()) tell(session.ui, {text, noTitle});
+}
 
 std::optional<double> enteredRisk(std::string_view text, std::string_view units, const Regional& regional) {
     const double shown = ParseValue(text, regional);

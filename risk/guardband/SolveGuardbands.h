@@ -1,6 +1,7 @@
 // The guardband solves on the record, with their messages.
 #pragma once
 
+#include "risk/guardband/Bisection.h"
 #include "risk/guardband/GuardbandSolver.h"
 
 #include <optional>
@@ -19,6 +20,9 @@ struct GuardbandPair {
 /// The target that the options and the risk box of the one keyed on say. None where there is no positive
 /// risk or units that are neither "%" nor "ppm"; a solve then ends without a word.
 std::optional<double> enteredRisk(std::string_view text, std::string_view units, const Regional& regional);
+
+/// Shows what a failure has to say and sets AbortFlag and SearchAbort.
+void tellFailure(Session& session, const SolveFailure& failure);
 
 /// Each works on the fits in the record, and on failure shows its message, sets AbortFlag and SearchAbort and
 /// returns nothing. A target of 0 or less ends in silence, with AbortFlag set.

@@ -13,5 +13,6 @@ QWidget* layoutComputing(const WidgetMaker& w);
 QWidget* layoutEqRatio(const WidgetMaker& w);
 QWidget* layoutFalseAccept(const WidgetMaker& w);
 QWidget* layoutGuardbandAnalysis(const WidgetMaker& w);
+QWidget* layoutObservedPct(const WidgetMaker& w);
 
 } // namespace metrisk

@@ -1,7 +1,6 @@
 // The two rows of the subject parameter's limits, and those of its guardbands.
 #pragma once
 
-
 namespace metrisk {
 
 class MainScreen;

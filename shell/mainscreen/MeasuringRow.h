@@ -1,7 +1,6 @@
 // The row of the measuring parameter, entered by tolerance or by uncertainty.
 #pragma once
 
-
 namespace metrisk {
 
 class MainScreen;

@@ -14,6 +14,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"EqRatio", layoutEqRatio},
         {"FAFORM", layoutFalseAccept},
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
+        {"ObservedPctWorksheet", layoutObservedPct},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

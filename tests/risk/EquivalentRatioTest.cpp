@@ -89,7 +89,7 @@ TEST(Baseline, RefusesWhatIsNoReferenceCase) {
 
 struct SearchSetup {
     TestSession t;
-    ComputingScreen screen{t.record.AbortFlag};
+    ComputingScreen screen{t.session};
     double ratio = -1;
     bool failed = false;
 

@@ -3,10 +3,10 @@
 #include "model/NumberText.h"
 #include "model/SubjectSide.h"
 #include "risk/ComputePipeline.h"
+#include "risk/ComputeSteps.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandTexts.h"
-#include "risk/guardband/KFactors.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"
@@ -235,70 +235,6 @@ TEST(GuardbandScreen, OkHandsFiguresOfTheseGuardbandsToTheMainResults) {
         EXPECT_EQ(w.record.Last_GBUpper, computed ? 0.9 : 1);
         EXPECT_TRUE(w.record.FileChanged);
     }
-}
-
-TEST(KFactors, RevalidateAfterAChangeOfUncertainty) {
-    const auto revalidate = [](TestSession& t, double k, double sigma) {
-        enter(t.record, Entry{});
-        t.record.MTE_Sigma = sigma;
-        t.record.GB_UpperKEntered = true;
-        t.record.GB_UpperK = k;
-        t.record.GB_SymmetricK = true;
-        RevalidateKFactors(t.session);
-    };
-    constexpr const char* question =
-        "Changes in uncertainty or tolerances have made the current upper k-factor invalid.  Do you want to "
-        "solve for the largest allowable k-factor?";
-    TestSession valid;
-    revalidate(valid, 2, 0.1);
-    EXPECT_DOUBLE_EQ(valid.record.GB_UpperMult, 0.6);
-    EXPECT_TRUE(valid.record.GB_UpperKEntered);
-    TestSession largest;
-    largest.ui.expectBox("Invalid k-factor", question, Answer::Yes);
-    revalidate(largest, 6, 0.3);
-    EXPECT_EQ(largest.record.GB_UpperMult, 0);
-    EXPECT_DOUBLE_EQ(largest.record.GB_UpperK, 0.5 / 0.3);
-    EXPECT_EQ(kFactorText(largest.record, upperSide, {}), "1.666666")
-        << "rounded down: more would be refused";
-    EXPECT_FALSE(largest.record.GB_SymmetricK);
-    TestSession kept;
-    kept.ui.expectBox("Invalid k-factor", question, Answer::No);
-    kept.ui.expectBox(
-        "New Upper k-factor",
-        "You elected not to compute a maximum allowable upper k-factor.  Metrisk will now solve "
-        "for the upper k-factor from the current upper guardband multiplier.",
-        note);
-    kept.record.GB_UpperMult = 0.9;
-    revalidate(kept, 6, 0.3);
-    EXPECT_DOUBLE_EQ(kept.record.GB_UpperK, 0.1 * 0.5 / 0.3);
-    EXPECT_EQ(kept.record.GB_LowerK, 0);
-    // The lower side looks at the upper multiplier and shows a k of 0.
-    TestSession lower;
-    lower.record.GB_LowerMult = 0.9;
-    enter(lower.record, Entry{});
-    lower.record.MTE_Sigma = 0.1;
-    RevalidateKFactors(lower.session);
-    EXPECT_EQ(lower.record.GB_LowerK, 0);
-    EXPECT_EQ(lower.record.GB_LowerK_fmt, "#,##0.0000");
-    EXPECT_EQ(lower.record.GB_UpperK_fmt, "");
-}
-
-TEST(KFactors, CheckIsFreeOfMagnitude) {
-    struct Row {
-        double offset, sigma, k;
-        bool invalid;
-    };
-    for (const double unit : {1e-9, 1.0, 1e9})
-        for (const Row& row : {Row{0.5, 0.1, 5, false}, {0.5, 0.1, 5.001, true}, {0.5, 0.1, -3, false}}) {
-            TestSession t;
-            enter(t.record, twoSided(row.offset * unit, row.offset * unit, 95));
-            t.record.MTE_Sigma = row.sigma * unit;
-            EXPECT_EQ(CheckKFactor(t.session, row.k, lowerSide), !row.invalid) << row.k << " at " << unit;
-        }
-    TestSession gated;
-    enter(gated.record, twoSided(0.5, 0, 95));
-    gated.record.MTE_Sigma = 0.1;
-    EXPECT_TRUE(CheckKFactor(gated.session, 99, upperSide)) << "L alone gates";
 }
 
 } // namespace

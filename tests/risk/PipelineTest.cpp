@@ -1,6 +1,7 @@
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "risk/ComputePipeline.h"
+#include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
@@ -286,7 +287,7 @@ TEST(Pipeline, TheKeysAlternateAsLongAsTheUserLikes) {
     t.ui.expectBox(failureTitle, failureOnAccept, Answer::Yes);
     t.ui.expectBox(failureTitle, failureOnReject, Answer::Yes);
     t.ui.expectBox(failureTitle, failureOnAccept, Answer::No);
-    ComputingScreen screen(t.record.AbortFlag);
+    ComputingScreen screen(t.session);
     RiskComputeStep(t.session, screen);
     EXPECT_EQ(t.record.EqAccRat, 0);
 }
@@ -368,9 +369,13 @@ TEST(Pipeline, GuardbandStepSearchesForTheWorksheet) {
     EXPECT_EQ(t.record.EqAccRat, mainRatio);
     EXPECT_FALSE(t.record.ComputeRequested);
 
-    t.record.GB_FARisk = 0;
+    t.record.GB_FRRisk = 0; // not the key
+    requestCompute(t.session);
+    EXPECT_GT(t.record.GB_EqAccRat, 1);
+    t.record.SU_CaseCode = 9; // now it is
     requestCompute(t.session);
     EXPECT_EQ(t.record.GB_EqAccRat, 0);
+    t.record.SU_CaseCode = 6;
 
     t.record.FalseAcceptOption = 1;
     t.record.GB_FARisk = t.record.GB_FRRisk = 0.9;
@@ -378,15 +383,6 @@ TEST(Pipeline, GuardbandStepSearchesForTheWorksheet) {
                    "Unable to compute a precise equivalent \naccuracy ratio based on false accept risks.");
     requestCompute(t.session);
     EXPECT_TRUE(t.record.AbortFlag);
-}
-
-TEST(Pipeline, AProgressScreenThatIsActivatedAgainComputesNothing) {
-    Computed t;
-    const Analysis before = t.record;
-    t.record.SU_PctInTol = 50;
-    ComputingScreen screen(t.record.AbortFlag);
-    ComputingActivated(t.session, screen);
-    EXPECT_EQ(t.record.FalseAcceptRisk, before.FalseAcceptRisk);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "risk/Risks.h"
 #include "numerics/AcceptanceIntegral.h"
-#include "risk/ComputePipeline.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
 #include "tests/support/Cases.h"
@@ -153,7 +152,7 @@ TEST(Risks, AgreeWithAnIndependentIntegration) {
             FitMeasuringParameter(t.session);
             FitSubjectParameter(t.session);
             ASSERT_FALSE(r.AbortFlag) << row.name;
-            const AcceptanceLimits limits = acceptanceLimits(t.session, true);
+            const AcceptanceLimits limits = acceptanceLimits(t.record, true);
             Risks risks{-1, -1};
             ASSERT_EQ(ComputeRisks(t.session, limits, risks), RiskOutcome::Computed) << row.name;
             const Experiment e = experimentOf(r, limits.lower, limits.upper);

@@ -4,6 +4,7 @@
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
 #include "risk/guardband/GuardbandScreen.h"
+#include "risk/observed/ObservedScreen.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
 
@@ -113,10 +114,11 @@ class DialogTest final : public QObject {
         BaselineScreen baseline(session);
         FalseAcceptScreen option(session);
         EqRatioScreen ratio(session);
-        ComputingScreen computing(session.record.AbortFlag);
+        ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
-        for (Worksheet* screen :
-             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands}) {
+        ObservedScreen observed(session);
+        for (Worksheet* screen : std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio,
+                                                                   &computing, &guardbands, &observed}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

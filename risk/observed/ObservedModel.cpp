@@ -1,0 +1,121 @@
+#include "risk/observed/ObservedModel.h"
+
+#include "model/Analysis.h"
+#include "numerics/Real.h"
+#include "risk/RiskMessages.h"
+#include "risk/SubjectFit.h"
+#include "risk/guardband/Bisection.h"
+#include "risk/guardband/GuardbandSolver.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr int maxPasses = 1000;
+constexpr int maxHalvings = 100;
+constexpr double halvingEnd = 1e-12;
+
+struct NoRisks {};
+
+/// Nothing for a share at which the work ends without risks.
+template <class Work>
+auto unlessRefused(Work work) -> std::optional<decltype(work())> {
+    try {
+        return work();
+    } catch (const RuntimeFault&) {
+    } catch (const FitRefusal&) {
+    } catch (const NoRisks&) {
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ObservedModel::ObservedModel(const Analysis& r, GuardbandUse use, const Regional& regional)
+    : subject_(r), regional_(regional), mteSigma_(r.MTE_Sigma), falseAcceptOption_(r.FalseAcceptOption) {
+    const bool guardbanded = use == GuardbandUse::Use;
+    range_ = {-(guardbanded ? r.GB_LowerMult : 1) * r.SU_LowerOffset,
+              (guardbanded ? r.GB_UpperMult : 1) * r.SU_UpperOffset};
+}
+
+SubjectParameter ObservedModel::fittedAt(double x) const {
+    SubjectParameter entered = subject_;
+    entered.SU_PctInTol = 100 * x;
+    return fitSubject(entered, regional_);
+}
+
+Risks ObservedModel::risksAt(double x) const {
+    const std::optional<Probabilities> p = RiskModel(subjectBiasOf(fittedAt(x)), mteSigma_).at(range_);
+    if (!p || !(p->joint > 0) || !(p->accepted > 0)) throw NoRisks{};
+    const Risks risks = risksOf(*p, falseAcceptOption_);
+    return {std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
+}
+
+std::optional<double> ObservedModel::observedAt(double x) const {
+    if (x == 0) return 0;
+    return unlessRefused([&] {
+        const Risks risks = risksAt(x);
+        const double observed = falseAcceptOption_ == 1 ? risks.falseAccept + x - risks.falseReject
+                                                        : (x - risks.falseReject) / (1 - risks.falseAccept);
+        return std::max(checked(observed), 0.0);
+    });
+}
+
+std::optional<double> ObservedModel::trueAt(double observed, int decimals) const {
+    const double stop = std::pow(10, -(std::max(decimals, 4) + 3));
+    const auto next = [&](double x) {
+        return unlessRefused([&] {
+            const Risks risks = risksAt(x);
+            return checked(falseAcceptOption_ == 1 ? observed - risks.falseAccept + risks.falseReject
+                                                   : (1 - risks.falseAccept) * observed + risks.falseReject);
+        });
+    };
+    double prior = observed;
+    for (int pass = 0; pass < maxPasses; ++pass) {
+        const std::optional<double> x = next(prior);
+        if (!x) return std::nullopt;
+        if (!(*x > 0 && *x < 1)) return bisected(observed, prior, *x > 0 ? 1 : 0);
+        if (std::fabs(*x - prior) < stop) return x;
+        prior = *x;
+    }
+    return std::nullopt;
+}
+
+/// Between a share inside the range and its end, which itself has no fit.
+std::optional<double> ObservedModel::bisected(double observed, double inside, double end) const {
+    const auto excess = [&](double x) -> std::optional<double> {
+        const std::optional<double> seen = observedAt(x);
+        if (!seen) return std::nullopt;
+        return *seen - observed;
+    };
+    const std::optional<double> start = excess(inside);
+    const double nearEnd = end + (inside - end) * halvingEnd;
+    const std::optional<double> last = excess(nearEnd);
+    if (!start || !last || !(*start * *last <= 0)) return std::nullopt;
+    double x = inside;
+    double other = nearEnd;
+    for (int i = 0; i < maxHalvings && std::fabs(other - x) > halvingEnd; ++i) {
+        const double mid = (x + other) / 2;
+        const std::optional<double> at = excess(mid);
+        if (!at) return std::nullopt;
+        (*at * *start > 0 ? x : other) = mid;
+    }
+    return x;
+}
+
+double ObservedModel::equalizingMultiplier(double x) const {
+    const double target = falseAcceptOption_ == 1 ? 1 : x;
+    if (target == 0) throw SolveFailure{};
+    try {
+        return GuardbandSolver(fittedAt(x), mteSigma_, falseAcceptOption_).multiplierForObserved(target);
+    } catch (const RuntimeFault&) {
+        throw SolveFailure{noRisks.text};
+    } catch (const FitRefusal&) {
+        throw SolveFailure{noRisks.text};
+    }
+}
+
+} // namespace metrisk

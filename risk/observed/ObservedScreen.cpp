@@ -1,0 +1,330 @@
+#include "risk/observed/ObservedScreen.h"
+
+#include "model/KeptFields.h"
+#include "model/Message.h"
+#include "model/NumberEntry.h"
+#include "model/NumberText.h"
+#include "model/Session.h"
+#include "model/SubjectSide.h"
+#include "model/Text.h"
+#include "model/ToleranceUnits.h"
+#include "risk/ValidateAndFit.h"
+#include "risk/guardband/GuardbandScreen.h"
+#include "risk/guardband/GuardbandTexts.h"
+#include "risk/guardband/KFactors.h"
+#include "risk/observed/ObservedPct.h"
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* trueCaption = "Compute True %";
+constexpr const char* observedCaption = "Compute Observed %";
+constexpr const char* guardbandCaption = "Compute Guardbands";
+constexpr Message noChange{"No changes have been made.", "No Change", BoxIcon::Information};
+constexpr Question newUnit{"Do you want to enter new ID data for the Observing Parameter?", "Metrisk",
+                           BoxButtons::YesNo, Answer::No};
+constexpr Question retainChange{"Do you want to retain changes?", "Change Made", BoxButtons::YesNo,
+                                Answer::No};
+constexpr int otherUnit = 0;
+constexpr int currentUnit = 1;
+
+std::string Analysis::*const idFields[] = {&Analysis::Obs_Manufacturer, &Analysis::Obs_ModelNumber,
+                                           &Analysis::Obs_Description, &Analysis::Obs_ParameterName};
+
+/// What the observing unit borrows of the measuring parameter.
+using Measuring = KeptFields<&Analysis::MTE_PctInTol, &Analysis::MTE_Offset, &Analysis::MTE_TolUnitsFactor,
+                             &Analysis::MTE_Sigma, &Analysis::MTE_kFactor, &Analysis::MTE_StdUncertainty>;
+/// What the screen is about.
+using Figures =
+    KeptFields<&Analysis::SU_PctInTol, &Analysis::Obs_PctInTol, &Analysis::Obs_AOP, &Analysis::Obs_Offset,
+               &Analysis::Obs_Units, &Analysis::Obs_ObservingUnitOption, &Analysis::Obs_Manufacturer,
+               &Analysis::Obs_ModelNumber, &Analysis::Obs_Description, &Analysis::Obs_ParameterName,
+               &Analysis::GB_UpperMult, &Analysis::GB_LowerMult>;
+
+std::string pctText(double pct, const std::string& picture, const Regional& regional) {
+    return pct == 0 ? "" : FormatNumber(pct, picture, regional);
+}
+
+} // namespace
+
+ObservedScreen::ObservedScreen(Session& session)
+    : Worksheet("ObservedPctWorksheet", "% In-Tolerance Worksheet", "observed"), session_(session),
+      opened_(session.record) {
+    Analysis& r = session.record;
+    r.ObservedWorksheetOpen = true;
+    use_ = r.IncludeGuardbands ? 1 : 0;
+    r.ObservedIgnoresGuardbands = use_ == 0;
+    asLimits_ = r.GB_ShowLimits;
+    if (r.Obs_Offset == 0) r.Obs_ObservingUnitOption = currentUnit;
+    if (r.Obs_ObservingUnitOption == currentUnit) useCurrentUnit();
+    fitObservingUnit();
+    changed_ = true; // nothing has been computed here yet
+    showFigures();
+    bindFigures();
+    bindObservingUnit();
+    mnu_Exit_0.closes = Way::Ok;
+    mnu_Exit_0.isDefault = true;
+    mnu_Exit_1.closes = Way::Cancel;
+    menus = {
+        {.control = "mnu_Run",
+         .caption = "Ru&n",
+         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
+                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        {.control = "mnu_Notes", .caption = "&Notes"},
+        {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
+    };
+    refresh();
+}
+
+ObservedScreen::~ObservedScreen() {
+    session_.record.ObservedWorksheetOpen = false;
+}
+
+void ObservedScreen::bindFigures() {
+    const auto bind = [this](TextBox& box, std::string& text, bool solvesTrue) {
+        box.edited = [this, &text, solvesTrue](const std::string& typed) {
+            text = typed;
+            computeTruePct_ = solvesTrue;
+            CmdCompute.text = solvesTrue ? trueCaption : observedCaption;
+            lastChanged_ = LastChanged::Percentage;
+            changed_ = true;
+        };
+        box.left = [&text](const std::string& typed) -> FieldResult {
+            text = typed;
+            return {false, typed};
+        };
+    };
+    bind(TruePctBox, trueText_, false);
+    bind(ObservedPctBox, observedText_, true);
+    CmdCompute.clicked = [this](bool) { compute(); };
+    opt_UseGuardbands_0.clicked = [this](bool) { chooseUse(0); };
+    opt_UseGuardbands_1.clicked = [this](bool) { chooseUse(1); };
+    opt_UseGuardbands_2.clicked = [this](bool) { chooseUse(2); };
+    opt_Limits_0.clicked = [this](bool) { asLimits_ = true; };
+    opt_Limits_1.clicked = [this](bool) { asLimits_ = false; };
+    cmd_Update.clicked = [this](bool) {
+        const Figures before(session_.record);
+        GuardbandScreen worksheet(session_);
+        session_.ui.run(worksheet);
+        if (before.differ(session_.record)) changed_ = true;
+    };
+}
+
+void ObservedScreen::bindObservingUnit() {
+    ObservingUnitOption_0.clicked = [this](bool) { askForOtherUnit(); };
+    ObservingUnitOption_1.clicked = [this](bool) {
+        session_.record.Obs_ObservingUnitOption = currentUnit;
+        useCurrentUnit();
+        fitObservingUnit();
+    };
+    TextBox* const ids[] = {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3};
+    for (std::size_t i = 0; i < 4; ++i)
+        ids[i]->left = [this, field = idFields[i]](const std::string& text) -> FieldResult {
+            session_.record.*field = withoutQuotes(text);
+            return {false, text};
+        };
+    OffsetUnitsBox.left = [this](const std::string& text) -> FieldResult {
+        session_.record.Obs_Units = withoutQuotes(text);
+        return {false, text};
+    };
+    StatsData_0.left = [this](const std::string& text) -> FieldResult {
+        session_.record.Obs_AOP = ParseValue(text, session_.regional) / 100;
+        lastChanged_ = LastChanged::MTEPctBox;
+        fitObservingUnit();
+        return {false, text};
+    };
+    StatsData_1.left = [this](const std::string& text) -> FieldResult {
+        session_.record.Obs_Offset = ParseValue(text, session_.regional) / unitsFactor();
+        lastChanged_ = LastChanged::MTELimBox;
+        fitObservingUnit();
+        return {false, text};
+    };
+}
+
+/// Of the offset's units: those of the measuring tolerance, or nominal ones.
+double ObservedScreen::unitsFactor() const {
+    const Analysis& r = session_.record;
+    return r.Obs_Units == r.NominalUnits ? 1 : measuringUnits(opened_).factor;
+}
+
+void ObservedScreen::useCurrentUnit() {
+    Analysis& r = session_.record;
+    r.Obs_Manufacturer = r.MTE_Manufacturer;
+    r.Obs_ModelNumber = r.MTE_ModelNumber;
+    r.Obs_Description = r.MTE_Description;
+    r.Obs_ParameterName = r.MTE_ParameterName;
+    r.Obs_AOP = opened_.MTE_PctInTol / 100;
+    r.Obs_Offset = opened_.MTE_Offset;
+    r.Obs_Units = opened_.MTE_ToleranceUnits;
+    lastChanged_ = LastChanged::Percentage;
+}
+
+void ObservedScreen::askForOtherUnit() {
+    Analysis& r = session_.record;
+    if (r.Obs_ObservingUnitOption == otherUnit) return;
+    r.Obs_ObservingUnitOption = otherUnit;
+    if (ask(session_.ui, newUnit) == Answer::Yes)
+        for (const auto field : idFields) (r.*field).clear();
+}
+
+void ObservedScreen::fitObservingUnit() {
+    Analysis& r = session_.record;
+    changed_ = true;
+    if (r.Obs_ObservingUnitOption == currentUnit) {
+        restoreMeasuring();
+        return;
+    }
+    r.MTE_PctInTol = 100 * r.Obs_AOP;
+    r.MTE_Offset = r.Obs_Offset;
+    r.ComputeScope = "MTE";
+    ValidateAndFit(session_);
+    r.AbortFlag = false;
+}
+
+void ObservedScreen::chooseUse(int index) {
+    use_ = index;
+    session_.record.ObservedIgnoresGuardbands = index == 0;
+    changed_ = true;
+    if (index == 2) CmdCompute.text = guardbandCaption;
+    // The reverse of what typing sets; it has always been so.
+    if (index == 1) CmdCompute.text = computeTruePct_ ? observedCaption : trueCaption;
+}
+
+void ObservedScreen::refresh() {
+    const Analysis& r = session_.record;
+    const Regional& regional = session_.regional;
+    TruePctBox.text = trueText_;
+    ObservedPctBox.text = observedText_;
+    opt_UseGuardbands_0.checked = use_ == 0;
+    opt_UseGuardbands_1.checked = use_ == 1;
+    opt_UseGuardbands_2.checked = use_ == 2;
+    opt_Limits_0.checked = asLimits_;
+    opt_Limits_1.checked = !asLimits_;
+    Lbl_Limit_0.text = asLimits_ ? "Upper Limit" : "Upper Guardband";
+    Lbl_Limit_1.text = asLimits_ ? "Lower Limit" : "Lower Guardband";
+    const auto showSide = [&](const SubjectSide& side, TextBox& multiplier, TextBox& k, TextBox& limit) {
+        const bool there = !(r.*side.absent);
+        const GuardbandTexts texts = guardbandTexts(r, side, regional);
+        multiplier.text = there ? FormatNumber(r.*side.multiplier, r.*side.multiplierPicture, regional) : "";
+        k.text = there ? kFactorText(r, side, regional) : "";
+        limit.text = !there ? "" : asLimits_ ? texts.limit : texts.offset;
+    };
+    showSide(upperSide, pnl_Multiplier_0, pnl_kFactor_0, pnl_Limit_0);
+    showSide(lowerSide, pnl_Multiplier_1, pnl_kFactor_1, pnl_Limit_1);
+
+    const bool current = r.Obs_ObservingUnitOption == currentUnit;
+    ObservingUnitOption_0.checked = !current;
+    ObservingUnitOption_1.checked = current;
+    TextBox* const ids[] = {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3};
+    for (std::size_t i = 0; i < 4; ++i) ids[i]->text = r.*idFields[i];
+    for (TextBox* box : {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3, &StatsData_0, &StatsData_1, &OffsetUnitsBox})
+        box->locked = current;
+    OffsetUnitsBox.text = r.Obs_Units;
+    StatsData_0.text = r.Obs_AOP == 0 ? "" : FormatNumber(100 * r.Obs_AOP, "#0.0000", regional);
+    const double offset = r.Obs_Offset * unitsFactor();
+    StatsData_1.text =
+        offset == 0 ? "" : FormatNumber(offset, PictureForDecimals(DecimalsOfValue(offset, 0)), regional);
+}
+
+/// The boxes of both percentages as the record has them.
+void ObservedScreen::showFigures() {
+    const Analysis& r = session_.record;
+    trueText_ = pctText(r.SU_PctInTol, r.SU_PctInTol_fmt, session_.regional);
+    observedText_ = pctText(r.Obs_PctInTol, r.Obs_PctInTol_fmt, session_.regional);
+}
+
+void ObservedScreen::compute() {
+    Analysis& r = session_.record;
+    if (!changed_) {
+        tell(session_.ui, noChange);
+        return;
+    }
+    if (r.SU_Distribution.empty()) {
+        r.ComputeScope = "Both";
+        r.ComputeNeeded = true;
+        ValidateAndFit(session_);
+        if (r.AbortFlag) return;
+    }
+    r.ObservedIgnoresGuardbands = use_ == 0;
+    const WaitPointer wait(session_.ui);
+    if (computeFigures()) {
+        showFigures();
+        changed_ = false;
+        computed_ = true;
+    } else {
+        restoreRefused();
+    }
+    r.AbortFlag = r.SearchAbort = false;
+}
+
+bool ObservedScreen::computeFigures() {
+    const Regional& regional = session_.regional;
+    if (use_ == 2) return ObservedFromTrue(session_, GuardbandUse::Equalize, trueText_);
+    const GuardbandUse use = use_ == 1 ? GuardbandUse::Use : GuardbandUse::Ignore;
+    if (!computeTruePct_) {
+        const double pct = ParseValue(trueText_, regional);
+        return pct >= 0 && pct <= 100 && ObservedFromTrue(session_, use, trueText_);
+    }
+    const double pct = ParseValue(observedText_, regional);
+    if (!(pct > 0 && pct < 100)) return ObservedFromTrue(session_, use, trueText_);
+    const ObservedEntry blamed = lastChanged_ == LastChanged::MTELimBox   ? ObservedEntry::MeasuringLimit
+                                 : lastChanged_ == LastChanged::MTEPctBox ? ObservedEntry::MeasuringPct
+                                                                          : ObservedEntry::ObservedPct;
+    return TrueFromObserved(session_, use, observedText_, blamed);
+}
+
+/// What was changed last goes back to what the screen opened with.
+void ObservedScreen::restoreRefused() {
+    Analysis& r = session_.record;
+    if (lastChanged_ == LastChanged::MTELimBox) r.Obs_Offset = opened_.Obs_Offset;
+    if (lastChanged_ == LastChanged::MTEPctBox) r.Obs_AOP = opened_.MTE_PctInTol / 100;
+    if (lastChanged_ != LastChanged::Percentage) fitObservingUnit();
+    showFigures();
+}
+
+bool ObservedScreen::differs() const {
+    return Figures(opened_).differ(session_.record) ||
+           trueText_ !=
+               pctText(session_.record.SU_PctInTol, session_.record.SU_PctInTol_fmt, session_.regional);
+}
+
+bool ObservedScreen::mayClose(Way way) {
+    Analysis& r = session_.record;
+    if (way == Way::Ok || (differs() && ask(session_.ui, retainChange) == Answer::Yes)) {
+        store();
+        return true;
+    }
+    r = opened_;
+    return true;
+}
+
+void ObservedScreen::restoreMeasuring() {
+    Measuring(opened_).restore(session_.record);
+}
+
+void ObservedScreen::store() {
+    Analysis& r = session_.record;
+    const NumberEntry typed = NumberEntry::read(trueText_, session_.regional);
+    if (typed.value > 0 && typed.value <= 100 &&
+        trueText_ != pctText(r.SU_PctInTol, r.SU_PctInTol_fmt, session_.regional)) {
+        r.SU_PctInTol = typed.value;
+        r.SU_PctInTol_fmt = typed.picture();
+    }
+    r.Obs_TruePct = r.SU_PctInTol;
+    r.Obs_TruePct_fmt = r.SU_PctInTol_fmt;
+    const bool changed = Figures(opened_).differ(r);
+    restoreMeasuring();
+    r.GB_RisksStale = opened_.GB_RisksStale;
+    using Risked = KeptFields<&Analysis::SU_PctInTol, &Analysis::GB_UpperMult, &Analysis::GB_LowerMult>;
+    if (Risked(opened_).differ(r)) r.GB_RisksStale = r.RisksNeedCompute = true;
+    if (changed) {
+        r.FileChanged = true;
+        r.ComputeScope = "Both";
+        ValidateAndFit(session_);
+    }
+    r.ObservedWorksheetOpen = false;
+    r.AbortFlag = false;
+}
+
+} // namespace metrisk

@@ -1,0 +1,113 @@
+// The worksheet of true and observed % in-tolerance.
+#include "risk/observed/ObservedScreen.h"
+#include "model/NumberText.h"
+#include "risk/ValidateAndFit.h"
+#include "tests/support/Cases.h"
+#include "tests/support/Hand.h"
+#include "tests/support/TestSession.h"
+
+#include <gtest/gtest.h>
+
+namespace metrisk::testing {
+namespace {
+
+struct Observed : TestSession {
+    std::optional<ObservedScreen> screen;
+
+    explicit Observed(void (*change)(Analysis&) = [](Analysis&) {}) {
+        enter(record, Entry{});
+        ValidateAndFit(session);
+        change(record);
+        screen.emplace(session);
+    }
+    void press(const char* name) { testing::press(*screen, name); }
+    FieldResult type(const char* name, const char* text) { return testing::type(*screen, name, text); }
+    std::string text(const char* name) { return textOf(*screen, name); }
+    double value(const char* box) { return ParseValue(text(box), session.regional); }
+};
+
+TEST(ObservedScreen, ConvertsBothWays) {
+    Observed o;
+    EXPECT_EQ(o.text("TruePctBox"), "95.0000");
+    EXPECT_EQ(o.text("ObservedPctBox"), "");
+    EXPECT_TRUE(o.screen->ObsID_0.locked) << "the current unit's data are its own";
+    o.press("CmdCompute");
+    const double observed = o.value("ObservedPctBox");
+    EXPECT_LT(observed, 95);
+    o.ui.expectBox("No Change", "No changes have been made.", note);
+    o.press("CmdCompute");
+
+    o.type("ObservedPctBox", o.text("ObservedPctBox").c_str());
+    EXPECT_EQ(o.text("CmdCompute"), "Compute True %");
+    o.press("CmdCompute");
+    EXPECT_NEAR(o.value("TruePctBox"), 95, 2e-4) << "as exact as the box shows the observed figure";
+    o.press("opt_UseGuardbands_1");
+    EXPECT_EQ(o.text("CmdCompute"), "Compute Observed %") << "the reverse of what typing sets";
+    o.press("opt_UseGuardbands_2");
+    EXPECT_EQ(o.text("CmdCompute"), "Compute Guardbands");
+    o.press("CmdCompute");
+    EXPECT_NEAR(o.value("ObservedPctBox"), o.value("TruePctBox"), 1e-4);
+    EXPECT_GT(o.record.GB_UpperMult, 1);
+    EXPECT_EQ(o.record.GB_UpperMult_fmt, "#,##0.0000000");
+}
+
+TEST(ObservedScreen, AnotherUnitIsBorrowedOnly) {
+    Observed o;
+    o.press("CmdCompute");
+    const std::string current = o.text("ObservedPctBox");
+    o.ui.expectBox("Metrisk", "Do you want to enter new ID data for the Observing Parameter?", Answer::Yes);
+    o.press("ObservingUnitOption_0");
+    EXPECT_FALSE(o.screen->StatsData_1.locked);
+    o.type("ObsID_0", "Acme");
+    o.type("StatsData_1", "0.25");
+    o.type("StatsData_0", "90");
+    o.press("CmdCompute");
+    EXPECT_LT(o.text("ObservedPctBox"), current);
+    EXPECT_TRUE(o.screen->close(Way::Ok));
+    EXPECT_EQ(o.record.Obs_Manufacturer, "Acme");
+    EXPECT_EQ(o.record.Obs_Offset, 0.25);
+    EXPECT_EQ(o.record.Obs_AOP, 0.9);
+    EXPECT_EQ(o.record.Obs_TruePct, 95);
+    EXPECT_EQ(o.record.MTE_Offset, 0.125);
+    EXPECT_EQ(o.record.MTE_PctInTol, 95);
+    EXPECT_TRUE(o.record.FileChanged);
+    EXPECT_FALSE(o.record.RisksNeedCompute) << "neither the true figure nor a guardband has changed";
+    EXPECT_FALSE(o.record.ObservedWorksheetOpen);
+}
+
+TEST(ObservedScreen, RefusalsRestoreWhatWasChangedLast) {
+    Observed o;
+    const double sigma = o.record.SU_Sigma;
+    o.type("ObservedPctBox", "99.9999");
+    o.ui.expectBox("Observed % in-tolerance not feasible.", "Unrealistic observed % in-tolerance.");
+    o.press("CmdCompute");
+    EXPECT_EQ(o.text("TruePctBox"), "95.0000");
+    EXPECT_EQ(o.record.SU_Sigma, sigma);
+    o.ui.expectBox("Metrisk", "Do you want to enter new ID data for the Observing Parameter?", Answer::No);
+    o.press("ObservingUnitOption_0");
+    o.type("ObservedPctBox", "94");
+    o.type("StatsData_1", "50");
+    o.ui.expectBox("Can't observe the indicated % in-tolerance.", "Unrealistic measuring parameter limits.");
+    o.press("CmdCompute");
+    EXPECT_NE(o.value("StatsData_1"), 50);
+}
+
+TEST(ObservedScreen, LeavingPutsBackOrTakesTheTrueFigure) {
+    Observed o;
+    o.type("TruePctBox", "90");
+    o.press("CmdCompute");
+    EXPECT_EQ(o.record.SU_PctInTol, 90);
+    o.ui.expectBox("Change Made", "Do you want to retain changes?", Answer::No);
+    EXPECT_TRUE(o.screen->close(Way::Cancel));
+    EXPECT_EQ(o.record.SU_PctInTol, 95);
+    Observed kept;
+    kept.type("TruePctBox", "90");
+    kept.press("CmdCompute");
+    EXPECT_TRUE(kept.screen->close(Way::Ok));
+    EXPECT_EQ(kept.record.SU_PctInTol, 90);
+    EXPECT_TRUE(kept.record.RisksNeedCompute);
+    EXPECT_TRUE(kept.record.GB_RisksStale);
+}
+
+} // namespace
+} // namespace metrisk::testing
