@@ -5,6 +5,7 @@
 
 #include <QMenuBar>
 #include <QScreen>
+#include <QShowEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 

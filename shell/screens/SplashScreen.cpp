@@ -4,6 +4,7 @@
 #include "screens/Widgets.h"
 
 #include <QDate>
+#include <QEvent>
 #include <QIcon>
 #include <QLabel>
 #include <QLocale>
