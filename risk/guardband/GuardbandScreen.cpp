@@ -248,7 +248,7 @@ FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std:
     if (r.GB_SymmetricMult && &side == &upperSide) copyUpperMultiplier(r);
     showKFactors();
     for (const SubjectSide* each : {&upperSide, &lowerSide})
-        if (!(r.*each->kPicture).empty() && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
+        if (!(r.*each->kEntered) && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
     guardbandsTyped();
     return {false, text};
 }

@@ -256,12 +256,18 @@ void GuardbandScreen::store(bool changed) {
         publishRisks(r, computed_->falseAccept, computed_->falseReject);
         r.RisksNeedCompute = false;
         r.ResultsStale = false;
-        r.Last_GBUpper = r.GB_UpperMult;
-        r.Last_GBLower = r.GB_LowerMult;
-        r.Last_IncludeGuardbands = r.IncludeGuardbands;
-        r.GuardbandsChanged = false;
-        r.GuardbandsUnchanged = true;
-        if (ratioCurrent_) r.EqAccRat = r.GB_EqAccRat;
+        // Without a ratio of these risks the main screen has one to search yet.
+        if (ratioCurrent_ || !r.ComputeEqRatio) {
+            r.Last_GBUpper = r.GB_UpperMult;
+            r.Last_GBLower = r.GB_LowerMult;
+            r.Last_IncludeGuardbands = r.IncludeGuardbands;
+            r.GuardbandsChanged = false;
+            r.GuardbandsUnchanged = true;
+        }
+        if (ratioCurrent_) {
+            r.EqAccRat = r.GB_EqAccRat;
+            r.EqAccRatDen = "1.00";
+        }
     } else if (changed) {
         r.RisksNeedCompute = true;
     }
