@@ -93,6 +93,8 @@ int main(int argc, char** argv) {
     camera.takeDialog("FalseAcceptOptions", "FAFORM", "false-accept-option");
     camera.takeDialog("EqAccRatOptions", "EqRatio", "equivalent-ratio-options");
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
+    camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
+    camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

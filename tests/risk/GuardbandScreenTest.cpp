@@ -65,6 +65,7 @@ TEST(GuardbandScreen, OpensWithTheRecord) {
 
     Guardbands loaded({}, [](Analysis& r) { r.GB_ShowLimits = true; });
     EXPECT_EQ(loaded.text("Lbl_UpperTolerance"), "Upper Limit:") << "the words as they load";
+    EXPECT_TRUE(loaded.screen->close(Way::Cancel)) << "nothing was changed, so nothing is asked";
 }
 
 TEST(GuardbandScreen, MultipliersAndKFactorsFollowEachOther) {
