@@ -35,6 +35,8 @@ class Camera {
     Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
 
     void take(QWidget& window, const char* name) {
+        // The offscreen desktop is smaller than those of today.
+        if (&window == desk_.window.get()) window.resize(1024, 740);
         QCoreApplication::processEvents();
         const QString path = folder_.filePath(QString("%1.png").arg(name));
         if (!window.grab().save(path)) qFatal("cannot write %s", qPrintable(path));
