@@ -130,7 +130,7 @@ std::string kFactorText(const Analysis& r, const SubjectSide& side, const Region
     const std::string& picture = r.*side.kPicture;
     if (picture.empty()) return "";
     const double k = r.*side.kFactor;
-    const std::string text = FormatNumber(k, picture, regional);
+    std::string text = FormatNumber(k, picture, regional);
     if (r.*side.multiplier != 0 || !(ParseValue(text, regional) > k)) return text;
     return FormatNumber(k - std::pow(10, -PictureDecimals(picture)), picture, regional);
 }
