@@ -2,8 +2,11 @@
 // time to the first paint, resident memory, time to leave a box, time to open a file.
 // Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
 #include "persistence/ClearAnalysis.h"
+#include "risk/guardband/GuardbandScreen.h"
 #include "screens/EntryBox.h"
 #include "screens/QtInteraction.h"
+#include "screens/ScreenBinder.h"
+#include "screens/WorksheetDialog.h"
 #include "shell/screens/Layouts.h"
 #include "shell/screens/MainWindow.h"
 #include "tests/support/SilentSession.h"
@@ -136,16 +139,42 @@ void measureStarts() {
 }
 
 /// Focus in, a new text, focus out, all painted: what a user waits for between two boxes.
-double enter(MainWindow& window, const char* name, const QString& text) {
+double enter(QWidget& window, const char* name, const char* next, const QString& text) {
     auto* box = window.findChild<EntryBox*>(name);
     box->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     box->setText(text);
     box->setModified(true);
     const Ticks::time_point begun = Ticks::now();
-    window.findChild<QWidget*>("txt_LostFocus")->setFocus(Qt::TabFocusReason);
+    window.findChild<QWidget*>(next)->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     return milliseconds(begun);
+}
+
+void reportEntries(const char* what, std::vector<double>& times) {
+    std::sort(times.begin(), times.end());
+    std::printf("%-28s %8.2f ms median, %.2f ms at the 99th percentile of %zu (wanted below 16)\n", what,
+                times[times.size() / 2], times[times.size() * 99 / 100], times.size());
+}
+
+/// The same on a worksheet, between its two multipliers.
+void measureWorksheet(const QString& path) {
+    Desk desk;
+    desk.window->openAtStart(path);
+    GuardbandScreen screen(desk.session);
+    WorksheetDialog dialog(screen, layoutOf, nullptr);
+    dialog.setWindowModality(Qt::NonModal);
+    paint(dialog);
+    dialog.activateWindow();
+    QCoreApplication::processEvents();
+    std::vector<double> times;
+    for (int round = 0; round < 200; ++round) {
+        const QString text = QString::number(0.9 + round * 0.0001, 'f', 4);
+        times.push_back(enter(dialog, "UpperMultiplierBox", "LowerMultiplierBox", text));
+        times.push_back(enter(dialog, "LowerMultiplierBox", "UpperMultiplierBox", text));
+    }
+    if (desk.session.record.GB_LowerMult >= 1) std::abort(); // nothing was entered
+    reportEntries("leaving a worksheet's box", times);
 }
 
 void measureEntries() {
@@ -163,13 +192,11 @@ void measureEntries() {
     std::vector<double> times;
     for (int round = 0; round < 100; ++round)
         for (const Box& box : boxes)
-            times.push_back(enter(*desk.window, box.name, QString::number(box.from + round * 0.001, 'f', 4)));
+            times.push_back(enter(*desk.window, box.name, "txt_LostFocus",
+                                  QString::number(box.from + round * 0.001, 'f', 4)));
     if (desk.session.record.SU_Sigma <= 0 || desk.session.record.MTE_Sigma <= 0)
         std::abort(); // nothing was entered
-    std::sort(times.begin(), times.end());
-    std::printf("leaving a box                %8.2f ms median, %.2f ms at the 99th percentile of %zu (wanted "
-                "below 16)\n",
-                times[times.size() / 2], times[times.size() * 99 / 100], times.size());
+    reportEntries("leaving a box", times);
 }
 
 void measureOpening(const QString& path) {
@@ -200,6 +227,7 @@ int main(int argc, char** argv) {
     if (argc > 2) return start(argument, Ticks::time_point(Ticks::duration(std::stoll(argv[2]))));
     measureStarts();
     measureEntries();
+    measureWorksheet(QString::fromStdString(argument));
     measureOpening(QString::fromStdString(argument));
     return 0;
 }
