@@ -1,6 +1,7 @@
 #include "cli/AnalysisRun.h"
 
 #include "model/Message.h"
+#include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
 
@@ -12,6 +13,8 @@ namespace {
 
 /// The window says so in its status line.
 constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon::Information};
+
+constexpr const char* notSavedTitle = "Not Saved";
 
 } // namespace
 
@@ -43,6 +46,14 @@ bool AnalysisRun::save(const std::string& path) {
 
 std::string AnalysisRun::diagnostics(const std::string& name) const {
     return diagnosticLines(name, ui.messages()) + notes_;
+}
+
+bool saveResults(AnalysisRun& run, const std::string& file, bool force) {
+    const std::string target = NormalizeAnalysisName(file);
+    std::error_code none;
+    if (target == file || force || !std::filesystem::exists(target, none)) return run.save(file);
+    tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});
+    return false;
 }
 
 } // namespace metrisk::cli

@@ -43,4 +43,8 @@ class AnalysisRun {
     std::string notes_; // what the boxes do not tell
 };
 
+/// Writes to the file that was read, or beside it under the extension of today; an existing file of that name
+/// is replaced only with `force`. False if it did not.
+bool saveResults(AnalysisRun& run, const std::string& file, bool force);
+
 } // namespace metrisk::cli

@@ -24,7 +24,6 @@ namespace metrisk::cli {
 namespace {
 
 constexpr const char* notComputedTitle = "Not Computed";
-constexpr const char* notSavedTitle = "Not Saved";
 
 struct Options {
     std::vector<std::string> files;
@@ -91,15 +90,6 @@ void computeBaseline(AnalysisRun& run, Figures& figures) {
         tell(run.ui, noBaselineRisks);
 }
 
-/// Writes to the file that was read, or beside it under the extension of today; false if it did not.
-bool save(AnalysisRun& run, const std::string& file, bool force) {
-    const std::string target = NormalizeAnalysisName(file);
-    std::error_code none;
-    if (target == file || force || !std::filesystem::exists(target, none)) return run.save(file);
-    tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});
-    return false;
-}
-
 std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
     const Analysis& r = run.record;
     const auto given = [](bool there, const auto& value) { return there ? Json(value) : Json(); };
@@ -133,12 +123,6 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
                      {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
                      {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
                      {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)}});
-}
-
-std::string tableRow(const char* label, const std::string& value) {
-    std::string row = "  " + std::string(label);
-    row.resize(30, ' ');
-    return row + value + "\n";
 }
 
 std::string ratioText(const Analysis& r, const Regional& regional) {
@@ -178,7 +162,7 @@ Output computeFile(Workplace& workplace, const std::string& file, const Options&
     if (run.open(file)) {
         status = compute(run, figures) ? allDone : refused;
         computeBaseline(run, figures);
-        if (options.save && status == allDone) saved = save(run, file, options.force);
+        if (options.save && status == allDone) saved = saveResults(run, file, options.force);
     }
     return {.results = (options.json ? asJson : asTable)(file, status, run, figures),
             .diagnostics = run.diagnostics(file),

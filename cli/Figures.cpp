@@ -14,4 +14,10 @@ std::string riskCell(double fraction, std::string (*picture)(std::string_view un
     return std::string(withoutOuterBlanks(number)) + " " + shown.units;
 }
 
+std::string tableRow(const char* label, const std::string& value) {
+    std::string row = "  " + std::string(label);
+    row.resize(30, ' ');
+    return row + value + "\n";
+}
+
 } // namespace metrisk::cli

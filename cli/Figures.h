@@ -18,4 +18,7 @@ inline constexpr Message noBaselineRisks{"The baseline's figures allow no risks.
 /// baselinePicture of the display rule.
 std::string riskCell(double fraction, std::string (*picture)(std::string_view units));
 
+/// A label and its value on one line of a table.
+std::string tableRow(const char* label, const std::string& value);
+
 } // namespace metrisk::cli

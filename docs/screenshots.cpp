@@ -35,6 +35,8 @@ class Camera {
     Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
 
     void take(QWidget& window, const char* name) {
+        // The offscreen desktop is smaller than those of today.
+        if (&window == desk_.window.get()) window.resize(1024, 740);
         QCoreApplication::processEvents();
         const QString path = folder_.filePath(QString("%1.png").arg(name));
         if (!window.grab().save(path)) qFatal("cannot write %s", qPrintable(path));
@@ -93,6 +95,8 @@ int main(int argc, char** argv) {
     camera.takeDialog("FalseAcceptOptions", "FAFORM", "false-accept-option");
     camera.takeDialog("EqAccRatOptions", "EqRatio", "equivalent-ratio-options");
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
+    camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
+    camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

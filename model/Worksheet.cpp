@@ -28,7 +28,7 @@ void Worksheet::edit(TextBox& box, const std::string& text) {
     if (box.edited) box.edited(text);
 }
 
-FieldResult Worksheet::leave(TextBox& box, const std::string& text) noexcept {
+FieldResult Worksheet::leave(TextBox& box, const std::string& text) {
     if (leaving_ || !box.left || box.locked || box.last == text) return {false, text};
     const FlagGuard guard(leaving_);
     FieldResult result;

@@ -39,7 +39,7 @@ class Worksheet {
     /// Runs the box's rule on a text that differs from the one the box was entered with. A box that is
     /// stayed in shows the result's text, any other its own. Within a rule (a message of it has taken the
     /// focus) nothing runs.
-    FieldResult leave(TextBox& box, const std::string& text) noexcept;
+    FieldResult leave(TextBox& box, const std::string& text);
     void click(Button& button, bool on);
     void choose(Choice& choice, int index);
     void jump(Hypertext& text, const std::string& word);

@@ -99,7 +99,7 @@ ReadOutcome readContent(Session& session, std::string_view content) {
 }
 
 /// Every other fault ends here, under the wait pointer; its box comes after it.
-ReadOutcome tryContent(Session& session, std::string content) noexcept {
+ReadOutcome tryContent(Session& session, std::string content) {
     const WaitPointer wait(session.ui);
     try {
         content = toUtf8(std::move(content));
@@ -115,12 +115,12 @@ bool endsCaseBlind(std::string_view text, std::string_view end) {
 
 } // namespace
 
-ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept {
+ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) {
     session.record.AbortFlag = false;
     return refused(session, name, tryContent(session, std::move(content)));
 }
 
-ReadOutcome ReadAnalysis(Session& session, const std::string& path) noexcept {
+ReadOutcome ReadAnalysis(Session& session, const std::string& path) {
     std::optional<std::string> content;
     try {
         // One byte more than can be an analysis tells a file that is too large from one that is not.
@@ -155,7 +155,7 @@ std::string AnalysisText(const Analysis& record) {
     return file.text();
 }
 
-void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe) noexcept {
+void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe) {
     Analysis& record = session.record;
     record.AbortFlag = false;
     bool written = false;

@@ -40,14 +40,14 @@ inline constexpr const char* limitsReformedText =
 /// is true too) or correlations beyond 1, since it would be saved differently. Tolerance kinds of
 /// which not exactly one is true become two-sided, a FalseAcceptOption other than 1 becomes 0. The caller
 /// clears the record first and sets AnalysisFileName.
-ReadOutcome ReadAnalysis(Session& session, const std::string& path) noexcept;
+ReadOutcome ReadAnalysis(Session& session, const std::string& path);
 
 /// The same from the content of a file; `name` is the title of the boxes.
-ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) noexcept;
+ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name);
 
 /// Writes the record in the newest form and clears FileChanged. On failure a box titled with the
 /// file's name tells so, AbortFlag is set, and an existing file stays as it was.
-void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {}) noexcept;
+void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {});
 
 /// The content that WriteAnalysis gives a file. Raises RuntimeFault if the record holds a number that
 /// could not be read back.

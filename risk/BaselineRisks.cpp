@@ -37,7 +37,7 @@ Probabilities BaselineModel::at(double ratio) const {
     return {joint, 2 * Normal(checked(zSubject_ * ratio / spread)) - 1, inTolerance_};
 }
 
-std::optional<Risks> ComputeBaselineRisks(Session& session, const BaselineCase& baseline) noexcept {
+std::optional<Risks> ComputeBaselineRisks(Session& session, const BaselineCase& baseline) {
     if (!isProbability(baseline.subjectInTol) || !isProbability(baseline.measuringInTol)) return std::nullopt;
     session.record.AbortFlag = false;
     try {

@@ -22,7 +22,7 @@ struct BaselineCase {
 
 /// The risks under the record's false accept option, never negative. None for a figure out of range, without
 /// a word, and after a failure, which is told. AbortFlag is left clear.
-std::optional<Risks> ComputeBaselineRisks(Session& session, const BaselineCase& baseline) noexcept;
+std::optional<Risks> ComputeBaselineRisks(Session& session, const BaselineCase& baseline);
 
 /// The reference model at fixed in-tolerance figures, for one ratio after another.
 class BaselineModel {

@@ -69,13 +69,17 @@ void computeResults(Session& session) {
 
 } // namespace
 
-void ComputeResults_Click(Session& session) noexcept {
+void ComputeResults_Click(Session& session) {
+    // Whatever ends the compute, the button is ready again.
+    struct Ready {
+        Flag& computing;
+        ~Ready() { computing = false; }
+    } const ready{session.record.Computing};
     try {
         computeResults(session);
     } catch (const RuntimeFault&) {
         session.record.AbortFlag = true;
     }
-    session.record.Computing = false;
 }
 
 void requestCompute(Session& session) {
@@ -85,7 +89,7 @@ void requestCompute(Session& session) {
     session.ui.yield();
 }
 
-void ComputeRisksDirect(Session& session) noexcept {
+void ComputeRisksDirect(Session& session) {
     Analysis& r = session.record;
     if (!r.ObservedWorksheetOpen) r.ComputeNeeded = true;
     ValidateAndFit(session);

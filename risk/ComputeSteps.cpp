@@ -130,7 +130,7 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
 
 /// What both steps begin and end with.
 template <class Step>
-void runStep(Session& session, ComputingScreen& screen, Step step) noexcept {
+void runStep(Session& session, ComputingScreen& screen, Step step) {
     Analysis& r = session.record;
     r.AbortFlag = false;
     screen.showSearch(false);
@@ -166,7 +166,7 @@ bool risksAtLimits(Session& session, bool guardbanded, Risks& risks) {
     return false;
 }
 
-void ComputingActivated(Session& session, ComputingScreen& screen) noexcept {
+void ComputingActivated(Session& session, ComputingScreen& screen) {
     Analysis& r = session.record;
     if (!r.ComputeRequested) return;
     r.ComputeRequested = false;
@@ -176,13 +176,13 @@ void ComputingActivated(Session& session, ComputingScreen& screen) noexcept {
         RiskComputeStep(session, screen);
 }
 
-void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept {
+void RiskComputeStep(Session& session, ComputingScreen& screen) {
     runStep(session, screen, [&] {
         if (computeRisksAndRatio(session, screen) && session.record.BeepWhenFinished) session.ui.beep();
     });
 }
 
-void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept {
+void GuardbandComputeStep(Session& session, ComputingScreen& screen) {
     Analysis& r = session.record;
     runStep(session, screen, [&] {
         const bool onAccept = r.EqRatioOnFalseAccept && r.SU_CaseCode != 9;

@@ -16,13 +16,13 @@ bool everythingUnchanged(const Analysis& record);
 bool risksAtLimits(Session& session, bool guardbanded, Risks& risks);
 
 /// What the progress screen does once it is active, if ComputeRequested is set (which it consumes).
-void ComputingActivated(Session& session, ComputingScreen& screen) noexcept;
+void ComputingActivated(Session& session, ComputingScreen& screen);
 
 /// Risks, snapshot and ratio search of the main screen.
-void RiskComputeStep(Session& session, ComputingScreen& screen) noexcept;
+void RiskComputeStep(Session& session, ComputingScreen& screen);
 
 /// The ratio search on behalf of the guardband worksheet: from GB_FARisk and GB_FRRisk (fractions at
 /// that time) into GB_EqAccRat, which is 0 where the risk that the search is keyed on is not above 0.
-void GuardbandComputeStep(Session& session, ComputingScreen& screen) noexcept;
+void GuardbandComputeStep(Session& session, ComputingScreen& screen);
 
 } // namespace metrisk

@@ -110,8 +110,7 @@ void ShowSearchProgress(Session& session, ComputingScreen& screen, const SearchP
     session.ui.yield();
 }
 
-bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets,
-                          double& ratio) noexcept {
+bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets, double& ratio) {
     Analysis& r = session.record;
     try {
         if (!(r.MTE_Offset > 0)) return true;

@@ -19,8 +19,7 @@ bool ratioAttained(double ratio);
 /// last ratio tried, also on failure; with MTE_Offset not above 0 it is unchanged. False when the step became
 /// too small. AbortFlag, tested at each pass, ends the search: cancel, or a fault, which is told: a baseline
 /// that is none, or an integral that cannot be formed.
-bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets,
-                          double& ratio) noexcept;
+bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks& targets, double& ratio);
 
 /// Shows where the search stands and yields.
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const SearchProgress& progress);

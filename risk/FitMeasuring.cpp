@@ -26,7 +26,7 @@ void fit(Session& session) {
 
 } // namespace
 
-void FitMeasuringParameter(Session& session) noexcept {
+void FitMeasuringParameter(Session& session) {
     Analysis& r = session.record;
     const MeasuringParameter before = r;
     try {

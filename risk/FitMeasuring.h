@@ -8,6 +8,6 @@ struct Session;
 /// Writes MTE_Sigma, the standard deviation in nominal units with the process uncertainty in it when that
 /// is included, MTE_kFactor and MTE_StdUncertainty. On failure sets AbortFlag and ComputeNeeded and leaves
 /// the earlier fit.
-void FitMeasuringParameter(Session& session) noexcept;
+void FitMeasuringParameter(Session& session);
 
 } // namespace metrisk

@@ -14,7 +14,7 @@ constexpr const char* fittingText = "Fitting the subject parameter...";
 
 } // namespace
 
-void FitSubjectParameter(Session& session) noexcept {
+void FitSubjectParameter(Session& session) {
     Analysis& r = session.record;
     SubjectParameter& subject = r;
     r.AbortFlag = false;

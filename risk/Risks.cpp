@@ -43,7 +43,7 @@ AcceptanceLimits acceptanceLimits(const Analysis& r, bool guardbanded) {
             checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
 }
 
-RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks) noexcept {
+RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks) {
     session.record.AbortFlag = false;
     try {
         const StatusText status(session.ui, computingText);

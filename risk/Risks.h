@@ -26,6 +26,6 @@ AcceptanceLimits acceptanceLimits(const Analysis& record, bool guardbanded);
 
 /// The risks under the record's false accept option. Both parameters have been fitted. `risks` is written
 /// only when the outcome is Computed.
-RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks) noexcept;
+RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks);
 
 } // namespace metrisk

@@ -8,7 +8,7 @@
 
 namespace metrisk {
 
-void ValidateAndFit(Session& session) noexcept {
+void ValidateAndFit(Session& session) {
     Analysis& r = session.record;
     r.AbortFlag = false;
     const bool both = r.ComputeScope == "Both";

@@ -6,6 +6,6 @@ namespace metrisk {
 struct Session;
 
 /// Validates (only if ComputeNeeded) and fits what ComputeScope names. Failure is AbortFlag.
-void ValidateAndFit(Session& session) noexcept;
+void ValidateAndFit(Session& session);
 
 } // namespace metrisk

@@ -63,8 +63,12 @@ void WorksheetDialog::showEvent(QShowEvent* event) {
     const QRect desktop = screen()->availableGeometry();
     move(desktop.center() - rect().center());
     QTimer::singleShot(0, this, [this] {
+        // It ends even if its work ends in an error that somebody above tells.
+        struct Done {
+            WorksheetDialog& dialog;
+            ~Done() { dialog.accept(); }
+        } const done{*this};
         work_();
-        accept();
     });
 }
 

@@ -70,7 +70,7 @@ std::string inMarksOf(const Regional& to, std::string text, const Regional& from
 
 } // namespace
 
-void SettleTableMarks(Session& session) noexcept {
+void SettleTableMarks(Session& session) {
     Analysis& record = session.record;
     Regional other = session.regional;
     std::swap(other.DecimalSymbol, other.ThousandSeparator);
@@ -84,7 +84,7 @@ void SettleTableMarks(Session& session) noexcept {
     }
 }
 
-void SumProcessUncertainty(Session& session) noexcept {
+void SumProcessUncertainty(Session& session) {
     Analysis& record = session.record;
     try {
         const ErrorRows table = readErrorRows(record, session.regional);

@@ -9,10 +9,10 @@ namespace metrisk {
 /// (nominal units, row 0 excluded) with its picture, Process_DegFreedom and Total_DegFreedom (row 0
 /// included, whatever its tick). A variance below 0 counts as 0. A table without any uncertainty leaves
 /// ProcessUncertainty. A numeric fault leaves every figure.
-void SumProcessUncertainty(Session& session) noexcept;
+void SumProcessUncertainty(Session& session);
 
 /// Rewrites the numbers of ErrTableText that were typed under the other decimal mark ("1,234" for 1.234):
 /// done when the table gives the stored ProcessUncertainty read so, and does not as it stands.
-void SettleTableMarks(Session& session) noexcept;
+void SettleTableMarks(Session& session);
 
 } // namespace metrisk

@@ -27,7 +27,7 @@ int shiftOfFactor(double factor) {
 
 } // namespace
 
-void UpdateToleranceDecimals(Analysis& record) noexcept {
+void UpdateToleranceDecimals(Analysis& record) {
     try {
         if (record.NominalUnits == ppmUnits || record.MeasurementArea.empty() ||
             record.MeasurementArea == " ")
@@ -43,7 +43,7 @@ void UpdateToleranceDecimals(Analysis& record) noexcept {
     }
 }
 
-void UpdateMTEToleranceDecimals(Analysis& record) noexcept {
+void UpdateMTEToleranceDecimals(Analysis& record) {
     try {
         if (record.NominalUnits == ppmUnits || record.MeasurementArea.empty())
             record.SU_SigDigits = 0;

@@ -49,7 +49,6 @@ GuardbandScreen::GuardbandScreen(Session& session)
     r.GB_ScreenOpen = true;
     r.GB_RatioRequest = false;
     loadRisks();
-    kept_ = Kept(r);
     lastUpper_ = r.GB_UpperMult;
     lastLower_ = r.GB_LowerMult;
     ratioCurrent_ = r.GB_EqAccRatValid;
@@ -61,6 +60,7 @@ GuardbandScreen::GuardbandScreen(Session& session)
         LowerMultiplierFromKFactor(r, session_.regional);
     else
         ShowLowerKFactor(r, session_.regional);
+    kept_ = Kept(r); // what loading derives is no change of the user's
     FARiskUnitsBox.items = FRRiskUnitsBox.items = {percentUnits, ppmUnits};
     txt_Procedure.text = guardbandProcedure();
     bindOptions();
@@ -248,7 +248,7 @@ FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std:
     if (r.GB_SymmetricMult && &side == &upperSide) copyUpperMultiplier(r);
     showKFactors();
     for (const SubjectSide* each : {&upperSide, &lowerSide})
-        if (!(r.*each->kPicture).empty() && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
+        if (!(r.*each->kEntered) && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
     guardbandsTyped();
     return {false, text};
 }

@@ -151,7 +151,6 @@ class GuardbandScreen final : public Worksheet {
 
     bool fitBoth();
     void computeGuardbands();
-    std::optional<GuardbandPair> solve();
     bool guardbandChanged();
     void computeRisks();
     bool computeAtGuardbands();

@@ -11,6 +11,7 @@
 #include "risk/ComputeSteps.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/guardband/ComputeGuardbands.h"
 #include "risk/guardband/KFactors.h"
 
 #include <algorithm>
@@ -24,10 +25,6 @@ constexpr Message noChanges{"No changes have been made to guardband limits.", "C
                             BoxIcon::Information};
 constexpr Message onlySymmetricPlot{"Only works for symmetric multipliers or k-Factors.",
                                     "Guardband Plot Function"};
-constexpr Message onlySymmetricSolve{"Only works for symmetric multipliers or k-Factors.",
-                                     "Guardband Calculation"};
-constexpr Message offsetsNonzero{"Subject parameter tolerance offsets must be nonzero.", "Metrisk",
-                                 BoxIcon::Information};
 constexpr double mostDigits = 15;
 constexpr const char* ppmPicture = "#,##0.0";
 constexpr const char* percentPicture = "#,##0.0000";
@@ -58,51 +55,16 @@ void GuardbandScreen::computeGuardbands() {
     {
         const WaitPointer wait(session_.ui);
         resolution_.clear();
-        found = solve();
+        const bool onReject = r.GB_KeyOn == 1;
+        const std::string& risk = onReject ? frText_ : faText_;
+        const std::string& units = onReject ? r.GB_FRRiskUnits : r.GB_FARiskUnits;
+        found = guardbandsAsked(session_, enteredRisk(risk, units, session_.regional));
     }
     if (found) {
-        r.GB_UpperKEntered = r.GB_LowerKEntered = false;
-        for (const SubjectSide* side : {&upperSide, &lowerSide}) {
-            if (r.*side->absent) continue;
-            r.*side->multiplier = side == &upperSide ? found->upper : found->lower;
-            r.*side->multiplierPicture = eightDecimals;
-        }
-        if (r.OptTwoSided && r.GB_SymmetricMult) copyUpperMultiplier(r);
-        showKFactors();
-        r.GuardbandsChanged = true;
+        takeGuardbands(session_, *found);
         dropRisks();
     }
     r.SearchAbort = r.AbortFlag = false;
-}
-
-std::optional<GuardbandPair> GuardbandScreen::solve() {
-    Analysis& r = session_.record;
-    const bool oneMultiplier = !r.OptTwoSided || r.GB_SymmetricMult;
-    if (r.GB_KeyOn == 2) {
-        if (oneMultiplier) return EqualizeRisksByMultipliers(session_);
-        if (r.GB_SymmetricK) return EqualizeRisksByKFactors(session_);
-        return GuardbandPair{0, 0}; // nothing to solve for: both test limits on the mode
-    }
-    if (!oneMultiplier && !r.GB_SymmetricK) {
-        tell(session_.ui, onlySymmetricSolve);
-        return std::nullopt;
-    }
-    if (!oneMultiplier && (r.SU_LowerOffset == 0 || r.SU_UpperOffset == 0)) {
-        tell(session_.ui, offsetsNonzero);
-        return std::nullopt;
-    }
-    const bool onReject = r.GB_KeyOn == 1;
-    // No target ends the solve without a word.
-    const std::optional<double> risk = onReject ? enteredRisk(frText_, r.GB_FRRiskUnits, session_.regional)
-                                                : enteredRisk(faText_, r.GB_FARiskUnits, session_.regional);
-    const GuardbandTarget target{onReject ? GuardbandKey::FalseReject : GuardbandKey::FalseAccept,
-                                 risk.value_or(0)};
-    if (oneMultiplier) return risk ? SolveMultipliersForRisk(session_, target) : std::nullopt;
-    if (!risk && r.MTE_Sigma != 0) return std::nullopt;
-    const std::optional<GuardbandPair> k = SolveKFactorsForRisk(session_, target);
-    if (!k) return std::nullopt;
-    return GuardbandPair{multiplierFromK(k->lower, r.SU_LowerOffset, r.MTE_Sigma),
-                         multiplierFromK(k->upper, r.SU_UpperOffset, r.MTE_Sigma)};
 }
 
 /// True if the multipliers or the resolution differ from those of the last compute, which are then theirs.
@@ -157,12 +119,7 @@ bool GuardbandScreen::computeAtGuardbands() {
     lastUpper_ = r.GB_UpperMult;
     lastLower_ = r.GB_LowerMult;
     risksTyped_ = false;
-    const ShownRisk accept = shownRisk(computed_->falseAccept);
-    const ShownRisk reject = shownRisk(computed_->falseReject);
-    r.GB_FARisk = accept.value;
-    r.GB_FARiskUnits = accept.units;
-    r.GB_FRRisk = reject.value;
-    r.GB_FRRiskUnits = reject.units;
+    holdWorksheetRisks(r, *computed_);
     showRisks(true);
     return true;
 }
@@ -299,12 +256,18 @@ void GuardbandScreen::store(bool changed) {
         publishRisks(r, computed_->falseAccept, computed_->falseReject);
         r.RisksNeedCompute = false;
         r.ResultsStale = false;
-        r.Last_GBUpper = r.GB_UpperMult;
-        r.Last_GBLower = r.GB_LowerMult;
-        r.Last_IncludeGuardbands = r.IncludeGuardbands;
-        r.GuardbandsChanged = false;
-        r.GuardbandsUnchanged = true;
-        if (ratioCurrent_) r.EqAccRat = r.GB_EqAccRat;
+        // Without a ratio of these risks the main screen has one to search yet.
+        if (ratioCurrent_ || !r.ComputeEqRatio) {
+            r.Last_GBUpper = r.GB_UpperMult;
+            r.Last_GBLower = r.GB_LowerMult;
+            r.Last_IncludeGuardbands = r.IncludeGuardbands;
+            r.GuardbandsChanged = false;
+            r.GuardbandsUnchanged = true;
+        }
+        if (ratioCurrent_) {
+            r.EqAccRat = r.GB_EqAccRat;
+            r.EqAccRatDen = "1.00";
+        }
     } else if (changed) {
         r.RisksNeedCompute = true;
     }

@@ -168,7 +168,7 @@ void chooseSymmetricMultipliers(Analysis& r, bool on, const Regional& regional) 
     ShowLowerKFactor(r, regional);
 }
 
-void RevalidateKFactors(Session& session) noexcept {
+void RevalidateKFactors(Session& session) {
     try {
         revalidate(session, upperSide);
         revalidate(session, lowerSide);

@@ -49,6 +49,6 @@ void chooseSymmetricMultipliers(Analysis& record, bool on, const Regional& regio
 /// To be run after a change of the uncertainty or the tolerances: k-factors that were typed decide over
 /// their multipliers, any other follows its multiplier. A typed one that is not allowed any more is
 /// replaced, after a question, by the largest that is or by that of the multiplier.
-void RevalidateKFactors(Session& session) noexcept;
+void RevalidateKFactors(Session& session);
 
 } // namespace metrisk

@@ -29,7 +29,7 @@ GuardbandSolver solverOf(const Analysis& r) {
 
 /// What every solve begins and ends with.
 template <class Solve>
-std::optional<GuardbandPair> solved(Session& session, Solve solve) noexcept {
+std::optional<GuardbandPair> solved(Session& session, Solve solve) {
     const WaitPointer wait(session.ui);
     session.record.AbortFlag = false;
     try {
@@ -83,12 +83,11 @@ std::optional<double> enteredRisk(std::string_view text, std::string_view units,
     return riskFraction(shown, word);
 }
 
-std::optional<GuardbandPair> EqualizeRisksByMultipliers(Session& session) noexcept {
+std::optional<GuardbandPair> EqualizeRisksByMultipliers(Session& session) {
     return SolveMultipliersForRisk(session, {GuardbandKey::Equalize});
 }
 
-std::optional<GuardbandPair> SolveMultipliersForRisk(Session& session,
-                                                     const GuardbandTarget& target) noexcept {
+std::optional<GuardbandPair> SolveMultipliersForRisk(Session& session, const GuardbandTarget& target) {
     return solved(session, [&](GuardbandSolver solver) -> GuardbandPair {
         requirePositive(target);
         const double m = solver.multiplierFor(target);
@@ -96,7 +95,7 @@ std::optional<GuardbandPair> SolveMultipliersForRisk(Session& session,
     });
 }
 
-std::optional<GuardbandPair> EqualizeRisksByKFactors(Session& session) noexcept {
+std::optional<GuardbandPair> EqualizeRisksByKFactors(Session& session) {
     return solved(session, [&](GuardbandSolver solver) {
         const Analysis& r = session.record;
         requireOffsets(r);
@@ -109,7 +108,7 @@ std::optional<GuardbandPair> EqualizeRisksByKFactors(Session& session) noexcept 
     });
 }
 
-std::optional<GuardbandPair> SolveKFactorsForRisk(Session& session, const GuardbandTarget& target) noexcept {
+std::optional<GuardbandPair> SolveKFactorsForRisk(Session& session, const GuardbandTarget& target) {
     return solved(session, [&](GuardbandSolver solver) -> GuardbandPair {
         const Analysis& r = session.record;
         if (r.SU_LowerOffset == 0 || r.SU_UpperOffset == 0 || r.MTE_Sigma == 0) return {0, 0};

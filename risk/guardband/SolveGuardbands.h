@@ -28,14 +28,13 @@ void tellFailure(Session& session, const SolveFailure& failure);
 /// returns nothing. A target of 0 or less ends in silence, with AbortFlag set.
 
 /// One multiplier for both sides.
-std::optional<GuardbandPair> EqualizeRisksByMultipliers(Session& session) noexcept;
-std::optional<GuardbandPair> SolveMultipliersForRisk(Session& session,
-                                                     const GuardbandTarget& target) noexcept;
+std::optional<GuardbandPair> EqualizeRisksByMultipliers(Session& session);
+std::optional<GuardbandPair> SolveMultipliersForRisk(Session& session, const GuardbandTarget& target);
 
 /// Multipliers of one k-factor for both sides; that of a side that does not exist is as it was.
-std::optional<GuardbandPair> EqualizeRisksByKFactors(Session& session) noexcept;
+std::optional<GuardbandPair> EqualizeRisksByKFactors(Session& session);
 
 /// One k-factor for both sides; 0 where an offset or the measuring sigma is 0.
-std::optional<GuardbandPair> SolveKFactorsForRisk(Session& session, const GuardbandTarget& target) noexcept;
+std::optional<GuardbandPair> SolveKFactorsForRisk(Session& session, const GuardbandTarget& target);
 
 } // namespace metrisk

@@ -67,7 +67,7 @@ void takeMultiplier(Analysis& r, double m, const Regional& regional) {
 
 } // namespace
 
-bool ObservedFromTrue(Session& session, GuardbandUse use, const std::string& trueText) noexcept {
+bool ObservedFromTrue(Session& session, GuardbandUse use, const std::string& trueText) {
     Analysis& r = session.record;
     const Entry entry = read(trueText, session.regional);
     const double x = entry.pct / 100;
@@ -97,7 +97,7 @@ bool ObservedFromTrue(Session& session, GuardbandUse use, const std::string& tru
 }
 
 bool TrueFromObserved(Session& session, GuardbandUse use, const std::string& observedText,
-                      ObservedEntry lastChanged) noexcept {
+                      ObservedEntry lastChanged) {
     Analysis& r = session.record;
     const Entry entry = read(observedText, session.regional);
     const auto x = ObservedModel(r, use, session.regional).trueAt(entry.pct / 100, entry.decimals);
@@ -109,7 +109,7 @@ bool TrueFromObserved(Session& session, GuardbandUse use, const std::string& obs
     return true;
 }
 
-std::optional<double> SolveObservedGuardbands(Session& session, double trueShare) noexcept {
+std::optional<double> SolveObservedGuardbands(Session& session, double trueShare) {
     const WaitPointer wait(session.ui);
     session.record.AbortFlag = false;
     try {

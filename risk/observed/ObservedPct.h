@@ -18,14 +18,14 @@ enum class ObservedEntry { ObservedPct, MeasuringLimit, MeasuringPct };
 
 /// Writes SU_PctInTol with its fit, Obs_PctInTol and their pictures; with GuardbandUse::Equalize the
 /// multipliers too.
-bool ObservedFromTrue(Session& session, GuardbandUse use, const std::string& trueText) noexcept;
+bool ObservedFromTrue(Session& session, GuardbandUse use, const std::string& trueText);
 
 /// Writes Obs_PctInTol, SU_PctInTol with its fit, and their pictures.
 bool TrueFromObserved(Session& session, GuardbandUse use, const std::string& observedText,
-                      ObservedEntry lastChanged) noexcept;
+                      ObservedEntry lastChanged);
 
 /// The multiplier of both sides that makes both percentages the same at a true share, a fraction. On failure
 /// AbortFlag is set and the user told; a share of 0 fails in silence.
-std::optional<double> SolveObservedGuardbands(Session& session, double trueShare) noexcept;
+std::optional<double> SolveObservedGuardbands(Session& session, double trueShare);
 
 } // namespace metrisk

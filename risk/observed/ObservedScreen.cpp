@@ -59,6 +59,7 @@ ObservedScreen::ObservedScreen(Session& session)
     if (r.Obs_Offset == 0) r.Obs_ObservingUnitOption = currentUnit;
     if (r.Obs_ObservingUnitOption == currentUnit) useCurrentUnit();
     fitObservingUnit();
+    loaded_ = session.record;
     changed_ = true; // nothing has been computed here yet
     showFigures();
     bindFigures();
@@ -284,7 +285,7 @@ void ObservedScreen::restoreRefused() {
 }
 
 bool ObservedScreen::differs() const {
-    return Figures(opened_).differ(session_.record) ||
+    return Figures(loaded_).differ(session_.record) ||
            trueText_ !=
                pctText(session_.record.SU_PctInTol, session_.record.SU_PctInTol_fmt, session_.regional);
 }
@@ -313,7 +314,7 @@ void ObservedScreen::store() {
     }
     r.Obs_TruePct = r.SU_PctInTol;
     r.Obs_TruePct_fmt = r.SU_PctInTol_fmt;
-    const bool changed = Figures(opened_).differ(r);
+    const bool changed = Figures(loaded_).differ(r);
     restoreMeasuring();
     r.GB_RisksStale = opened_.GB_RisksStale;
     using Risked = KeptFields<&Analysis::SU_PctInTol, &Analysis::GB_UpperMult, &Analysis::GB_LowerMult>;

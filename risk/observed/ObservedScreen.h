@@ -69,6 +69,7 @@ class ObservedScreen final : public Worksheet {
 
     Session& session_;
     const Analysis opened_; // Cancel puts it back; every way out the measuring parameter
+    Analysis loaded_;       // with the observing unit's data filled in; what differs is a change
     std::string trueText_;
     std::string observedText_;
     int use_ = 0; // index of opt_UseGuardbands

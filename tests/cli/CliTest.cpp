@@ -303,13 +303,46 @@ TEST_F(Cli, AFullStdoutIsTold) {
 TEST_F(Cli, TheManualPageListsTheOptions) {
     const auto optionsIn = [](std::string text) {
         text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
-        const std::regex option("--[a-z]+");
+        const std::regex option("--[a-z][a-z-]+");
         return std::set<std::string>(std::sregex_token_iterator(text.begin(), text.end(), option), {});
     };
     std::string help;
-    for (const char* command : {"", "compute", "convert", "show", "baseline"})
+    for (const char* command : {"", "compute", "convert", "show", "baseline", "guardband", "observed"})
         help += run(std::string(command) + " --help").out;
     EXPECT_EQ(optionsIn(fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1")), optionsIn(help));
+}
+
+TEST_F(Cli, SolvesGuardbands) {
+    const std::string file(good);
+    const json main = json::parse(run("compute --json " + file).out);
+    const auto solved = run("guardband --target-fa 0.2% --symmetric multipliers --json --save " + file);
+    const json found = json::parse(solved.out);
+    EXPECT_EQ(found["status"], "computed");
+    EXPECT_NEAR(found["FalseAccept"].get<double>(), 0.002, 2e-7);
+    EXPECT_EQ(found["GB_UpperMult"], found["GB_LowerMult"]);
+    // Saved are the guardbands and their risks, never the main results.
+    const json saved = json::parse(run("show --json " + file).out);
+    // A file holds 15 digits.
+    EXPECT_NEAR(saved["GB_UpperMult"].get<double>(), found["GB_UpperMult"].get<double>(), 1e-14);
+    EXPECT_NEAR(saved["GB_FARisk"].get<double>(), 0.2, 2e-5);
+    EXPECT_NEAR(saved["FalseAcceptRisk"].get<double>(), main["FalseAcceptRisk"].get<double>(), 1e-13);
+    for (const auto& [words, status] : {std::pair{"--target-fa 2", 2},
+                                        {"--target-fa 2%% --equalize", 2},
+                                        {"", 2},
+                                        {"--target-fa 0%", 1},
+                                        {"--target-fr 200%", 1}})
+        EXPECT_EQ(run("guardband " + std::string(words) + " --symmetric k " + file).status, status) << words;
+}
+
+TEST_F(Cli, ConvertsTrueAndObserved) {
+    const std::string file(good);
+    const json observed = json::parse(run("observed --true 90 --json " + file).out);
+    const std::string pct = std::to_string(observed["Obs_PctInTol"].get<double>());
+    const json back = json::parse(run("observed --observed " + pct + " --json " + file).out);
+    EXPECT_NEAR(back["True"].get<double>(), 0.9, 1e-6);
+    const auto refused = run("observed --observed 99.99999 --json " + file);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(json::parse(refused.out)["messages"][0]["text"], "Unrealistic observed % in-tolerance.");
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {

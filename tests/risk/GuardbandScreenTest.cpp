@@ -65,6 +65,7 @@ TEST(GuardbandScreen, OpensWithTheRecord) {
 
     Guardbands loaded({}, [](Analysis& r) { r.GB_ShowLimits = true; });
     EXPECT_EQ(loaded.text("Lbl_UpperTolerance"), "Upper Limit:") << "the words as they load";
+    EXPECT_TRUE(loaded.screen->close(Way::Cancel)) << "nothing was changed, so nothing is asked";
 }
 
 TEST(GuardbandScreen, MultipliersAndKFactorsFollowEachOther) {
@@ -225,6 +226,7 @@ TEST(GuardbandScreen, OkHandsFiguresOfTheseGuardbandsToTheMainResults) {
     for (const bool computed : {true, false}) {
         Guardbands w({}, [](Analysis& r) {
             r.IncludeGuardbands = true;
+            r.ComputeEqRatio = false;
             TakeSnapshot(r);
         });
         w.type("UpperMultiplierBox", "0.9");
@@ -235,6 +237,25 @@ TEST(GuardbandScreen, OkHandsFiguresOfTheseGuardbandsToTheMainResults) {
         EXPECT_EQ(w.record.Last_GBUpper, computed ? 0.9 : 1);
         EXPECT_TRUE(w.record.FileChanged);
     }
+    // With a ratio to search, the main screen has something left to compute.
+    Guardbands w({}, [](Analysis& r) {
+        r.IncludeGuardbands = true;
+        TakeSnapshot(r);
+    });
+    w.type("UpperMultiplierBox", "0.9");
+    w.press("CmdCompute");
+    EXPECT_TRUE(w.screen->close(Way::Ok));
+    EXPECT_NE(w.record.FalseAcceptRisk, 0);
+    EXPECT_EQ(w.record.Last_GBUpper, 1);
+    Guardbands withRatio({}, [](Analysis& r) {
+        r.IncludeGuardbands = r.GB_IncludeEqAccRat = true;
+        TakeSnapshot(r);
+    });
+    withRatio.type("UpperMultiplierBox", "0.9");
+    withRatio.press("CmdCompute");
+    EXPECT_TRUE(withRatio.screen->close(Way::Ok));
+    EXPECT_GT(withRatio.record.EqAccRat, 1);
+    EXPECT_EQ(withRatio.record.Last_GBUpper, 0.9);
 }
 
 } // namespace

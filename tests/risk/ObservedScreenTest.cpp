@@ -93,6 +93,7 @@ TEST(ObservedScreen, RefusalsRestoreWhatWasChangedLast) {
 }
 
 TEST(ObservedScreen, LeavingPutsBackOrTakesTheTrueFigure) {
+    EXPECT_TRUE(Observed().screen->close(Way::Cancel)) << "nothing was changed, so nothing is asked";
     Observed o;
     o.type("TruePctBox", "90");
     o.press("CmdCompute");

@@ -1,0 +1,125 @@
+// metrisk-cli observed: observed from true % in-tolerance of the subject parameter, and the way back.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
+#include "model/NumberText.h"
+#include "risk/ValidateAndFit.h"
+#include "risk/observed/ObservedPct.h"
+
+#include <CLI/CLI.hpp>
+
+namespace metrisk::cli {
+
+namespace {
+
+struct Options {
+    std::string file;
+    std::string settings;
+    std::string truePct;
+    std::string observedPct;
+    bool ignore = false;
+    bool use = false;
+    bool equalize = false;
+    bool json = false;
+};
+
+std::string isPct(const std::string& text) {
+    return isNumeric(text, {}) ? "" : text + " is no percentage";
+}
+
+GuardbandUse guardbandUse(const Options& options, const Analysis& r) {
+    if (options.equalize) return GuardbandUse::Equalize;
+    if (options.ignore) return GuardbandUse::Ignore;
+    return options.use || r.IncludeGuardbands ? GuardbandUse::Use : GuardbandUse::Ignore;
+}
+
+bool convert(AnalysisRun& run, const Options& options) {
+    Analysis& r = run.record;
+    r.ComputeScope = "Both";
+    r.ComputeNeeded = true;
+    ValidateAndFit(run.session);
+    if (r.AbortFlag) return false;
+    const GuardbandUse use = guardbandUse(options, r);
+    const std::string& text = options.truePct.empty() ? options.observedPct : options.truePct;
+    const double pct = ParseValue(text, run.session.regional);
+    if (!options.truePct.empty() && !(pct >= 0 && pct <= 100)) {
+        tell(run.ui, {"The true % in-tolerance must be from 0 to 100.", "Not Computed"});
+        return false;
+    }
+    if (!options.truePct.empty()) return ObservedFromTrue(run.session, use, text);
+    if (!(pct > 0 && pct < 100)) {
+        tell(run.ui, {"The observed % in-tolerance must be above 0 and below 100.", "Not Computed"});
+        return false;
+    }
+    return TrueFromObserved(run.session, use, text, ObservedEntry::ObservedPct);
+}
+
+int observed(const Options& options) {
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
+    const bool read = run.open(options.file);
+    const bool done = read && convert(run, options);
+    const Analysis& r = run.record;
+    const char* word = done ? "computed" : read ? "refused" : "unreadable";
+    Output output{.diagnostics = run.diagnostics(options.file),
+                  .status = done   ? allDone
+                            : read ? refused
+                                   : unreadable};
+    if (options.json) {
+        const auto given = [&](double value) { return done ? Json(value) : Json(); };
+        output.results = jsonLine({{"file", options.file},
+                                   {"status", word},
+                                   {"messages", messagesJson(run.ui.messages())},
+                                   {"True", given(r.SU_PctInTol / 100)},
+                                   {"Observed", given(r.Obs_PctInTol / 100)},
+                                   {"SU_PctInTol", given(r.SU_PctInTol)},
+                                   {"Obs_PctInTol", given(r.Obs_PctInTol)},
+                                   {"GB_UpperMult", given(r.GB_UpperMult)},
+                                   {"GB_LowerMult", given(r.GB_LowerMult)},
+                                   {"FalseAcceptOption", done ? Json(r.FalseAcceptOption) : Json()}});
+        return finish(output);
+    }
+    const auto pct = [&](double value) { return FormatNumber(value, "0.0000", run.session.regional) + " %"; };
+    output.results = forResults(options.file) + "\n";
+    if (!done) {
+        output.results += tableRow("Status", word);
+    } else {
+        output.results += tableRow("True % in-tolerance", pct(r.SU_PctInTol)) +
+                          tableRow("Observed % in-tolerance", pct(r.Obs_PctInTol));
+        if (options.equalize)
+            output.results += tableRow("Guardband multiplier",
+                                       FormatNumber(r.GB_UpperMult, "0.0000000", run.session.regional));
+    }
+    output.results += "\n";
+    return finish(output);
+}
+
+} // namespace
+
+void addObserved(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("observed", "Convert true and observed % in-tolerance of an analysis file");
+    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    auto* figure = command->add_option_group("figure");
+    figure->add_option("--true", options->truePct, "True % in-tolerance; computes the observed")
+        ->option_text("PERCENT")
+        ->check(isPct);
+    figure->add_option("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
+        ->option_text("PERCENT")
+        ->check(isPct);
+    figure->require_option(1);
+    auto* use = command->add_option_group("guardbands");
+    use->add_flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
+    use->add_flag("--use-guardbands", options->use, "Accepted within the test limits");
+    CLI::Option* equalize = use->add_flag("--equalize", options->equalize,
+                                          "With --true: guardbands that make both figures equal");
+    use->require_option(0, 1);
+    equalize->excludes(figure->get_option("--observed"));
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] { chosen = [options] { return observed(*options); }; });
+}
+
+} // namespace metrisk::cli
