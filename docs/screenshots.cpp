@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     const QPalette light = QApplication::palette();
     Desk desk;
     Camera camera(desk, argv[1]);
-    SplashScreen splash(desk.session.regional);
+    SplashScreen splash(desk.session.regional, desk.session.clock.now());
     splash.adjustSize();
     camera.take(splash, "start-up");
     camera.take(*desk.window, "main-screen-empty");

@@ -83,7 +83,7 @@ int main(int argc, char** argv) {
 
     std::unique_ptr<SplashScreen> splash;
     if (QApplication::platformName() != "offscreen") {
-        splash = std::make_unique<SplashScreen>(session.regional);
+        splash = std::make_unique<SplashScreen>(session.regional, clock.now());
         splash->show();
         QApplication::processEvents();
     }

@@ -1,14 +1,12 @@
 #include "shell/screens/SplashScreen.h"
 
+#include "model/Clock.h"
 #include "model/NumberText.h"
 #include "screens/Widgets.h"
 
-#include <QDate>
 #include <QEvent>
 #include <QIcon>
 #include <QLabel>
-#include <QLocale>
-#include <QTime>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -20,7 +18,7 @@ constexpr const char* product = "Metrisk";
 
 } // namespace
 
-SplashScreen::SplashScreen(const Regional& regional) : QDialog(nullptr, Qt::SplashScreen) {
+SplashScreen::SplashScreen(const Regional& regional, const Moment& now) : QDialog(nullptr, Qt::SplashScreen) {
     setObjectName("Copyright");
     setAttribute(Qt::WA_QuitOnClose, false);
     const auto label = [](const char* name, const QString& text) {
@@ -38,15 +36,13 @@ SplashScreen::SplashScreen(const Regional& regional) : QDialog(nullptr, Qt::Spla
     large.setBold(true);
     name->setFont(large);
 
-    const double day = QTime::currentTime().msecsSinceStartOfDay() / (24.0 * 60 * 60 * 1000);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(32, 24, 32, 24);
     layout->addWidget(picture);
     layout->addWidget(name);
     layout->addWidget(label("VersionPanel", QString("Version ") + METRISK_VERSION));
-    // Month names are English like every other text of the program.
-    layout->addWidget(label("DatePanel", QLocale::c().toString(QDate::currentDate(), "MMMM d, yyyy")));
-    layout->addWidget(label("TimePanel", qt(FormatNumber(day, "h:mm AM/PM", regional))));
+    layout->addWidget(label("DatePanel", qt(longDate(now))));
+    layout->addWidget(label("TimePanel", qt(FormatNumber(now.time, "h:mm AM/PM", regional))));
     layout->addWidget(label("LoadingBox", QString("Loading ") + product));
     setWindowTitle(QString("Loading ") + product);
 }

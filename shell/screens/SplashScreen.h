@@ -7,13 +7,14 @@ class QLabel;
 
 namespace metrisk {
 
+struct Moment;
 struct Regional;
 
 class SplashScreen final : public QDialog {
     Q_OBJECT
 
   public:
-    explicit SplashScreen(const Regional& regional);
+    SplashScreen(const Regional& regional, const Moment& now);
 
     /// Closes as soon as the window has been painted, and no later than so many milliseconds after this
     /// screen's own first paint.
