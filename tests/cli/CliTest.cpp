@@ -9,7 +9,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -302,9 +301,15 @@ TEST_F(Cli, AFullStdoutIsTold) {
 
 TEST_F(Cli, TheManualPageListsTheOptions) {
     const auto optionsIn = [](std::string text) {
-        text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
-        const std::regex option("--[a-z][a-z-]+");
-        return std::set<std::string>(std::sregex_token_iterator(text.begin(), text.end(), option), {});
+        std::erase(text, '\\');
+        std::set<std::string> options;
+        for (std::size_t at = 0; (at = text.find("--", at)) != text.npos;) {
+            const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at);
+            const std::string option = text.substr(at, end - at);
+            if (option.size() > 2 && option[2] != '-') options.insert(option);
+            at += option.size();
+        }
+        return options;
     };
     std::string help;
     for (const char* command : {"", "compute", "convert", "show", "baseline", "guardband", "observed"})
