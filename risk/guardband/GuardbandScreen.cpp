@@ -23,7 +23,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* keyTexts[] = {"False Accept Risk", "False Reject Risk", "Equalizing Risks"};
-constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* uncertaintyPicture = "#,##0.0000";
 constexpr const char* eightDecimals = "#,##0.00000000";
 constexpr int fewestDecimals = 4;

@@ -29,7 +29,6 @@ constexpr double mostDigits = 15;
 constexpr const char* ppmPicture = "#,##0.0";
 constexpr const char* percentPicture = "#,##0.0000";
 constexpr const char* ratioPicture = "#,##0.00";
-constexpr const char* eightDecimals = "#,##0.00000000";
 
 } // namespace
 
