@@ -12,4 +12,11 @@ const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control)
     return nullptr;
 }
 
+MenuItem worksheetRunMenu() {
+    return {.control = "mnu_Run",
+            .caption = "Ru&n",
+            .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
+                      {.control = "mnu_RunSetups", .caption = "Se&lect"}}};
+}
+
 } // namespace metrisk

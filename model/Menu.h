@@ -33,4 +33,7 @@ struct MenuItem {
 /// The item of that control name anywhere below, or null.
 const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control);
 
+/// The menu of other programs, as every worksheet has it.
+MenuItem worksheetRunMenu();
+
 } // namespace metrisk

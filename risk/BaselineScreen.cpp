@@ -106,10 +106,7 @@ BaselineScreen::BaselineScreen(Session& session)
                     .caption = showDefaultsCaption,
                     .run = [this] { defaultsShown_ = !defaultsShown_; }},
                    {.control = "mnu_Plot", .caption = "&Plot"}}},
-        {.control = "mnu_Run",
-         .caption = "Ru&n",
-         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
-                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        worksheetRunMenu(),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     refresh();

@@ -122,10 +122,7 @@ void GuardbandScreen::bindOptions() {
         {.control = "mnu_Procedure",
          .caption = "Hide &Procedure",
          .run = [this] { procedureShown_ = !procedureShown_; }},
-        {.control = "mnu_Run",
-         .caption = "Ru&n",
-         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
-                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        worksheetRunMenu(),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

@@ -68,10 +68,7 @@ ObservedScreen::ObservedScreen(Session& session)
     mnu_Exit_0.isDefault = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
-        {.control = "mnu_Run",
-         .caption = "Ru&n",
-         .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
-                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        worksheetRunMenu(),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
@@ -252,7 +249,6 @@ void ObservedScreen::compute() {
     if (computeFigures()) {
         showFigures();
         changed_ = false;
-        computed_ = true;
     } else {
         restoreRefused();
     }

@@ -76,8 +76,7 @@ class ObservedScreen final : public Worksheet {
     LastChanged lastChanged_ = LastChanged::Percentage;
     bool computeTruePct_ = false;
     bool asLimits_ = false;
-    bool changed_ = false;  // since the last compute
-    bool computed_ = false; // anything since the screen opened
+    bool changed_ = false; // since the last compute
 
     void bindFigures();
     void bindObservingUnit();
