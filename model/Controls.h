@@ -11,6 +11,7 @@
 
 namespace metrisk {
 
+class DrawingSurface;
 class Worksheet;
 
 /// What any control shows. A control belongs to its worksheet and lives as long.
@@ -109,6 +110,28 @@ struct Meter : Control {
 
     Meter(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+};
+
+/// A picture. Its text says what it shows, for those who do not see it.
+struct PictureArea : Control {
+    /// Where it was clicked, as shares of width and height from the top left.
+    std::function<void(double x, double y)> clicked;
+
+    PictureArea(Worksheet& owner, const char* controlName, std::string description, std::string tip)
+        : Control(owner, controlName, std::move(description), std::move(tip)) {}
+
+    /// Takes what draws the picture; none leaves it empty. It runs whenever the picture is shown or its room
+    /// changes, so it owns the values that it draws and shows no boxes.
+    void draw(std::function<void(DrawingSurface&)> paint) {
+        paint_ = std::move(paint);
+        ++drawn_;
+    }
+    const std::function<void(DrawingSurface&)>& paint() const { return paint_; }
+    int drawn() const { return drawn_; } // how often there was another picture
+
+  private:
+    std::function<void(DrawingSurface&)> paint_;
+    int drawn_ = 0;
 };
 
 /// Running text with words to click on, marked up as \H heading \h, \B bold \b, \J jump \j.

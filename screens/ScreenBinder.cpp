@@ -1,6 +1,7 @@
 #include "screens/ScreenBinder.h"
 
 #include "screens/EntryBox.h"
+#include "screens/PictureWidget.h"
 #include "screens/ShowControl.h"
 #include "screens/Widgets.h"
 
@@ -23,6 +24,7 @@ ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
         if (auto* button = dynamic_cast<Button*>(control)) bind(*button);
         if (auto* choice = dynamic_cast<Choice*>(control)) bind(*choice);
         if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
+        if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
     }
     setTabOrder();
     repaint();
@@ -105,6 +107,17 @@ void ScreenBinder::bind(Hypertext& text) {
     auto* widget = static_cast<QTextBrowser*>(widgets_.value(text.name));
     connect(widget, &QTextBrowser::anchorClicked, this, [this, &text](const QUrl& link) {
         if (commitEntry()) act([&] { model_.jump(text, link.toString().toStdString()); });
+    });
+}
+
+void ScreenBinder::bind(PictureArea& picture) {
+    auto* widget = static_cast<PictureWidget*>(widgets_.value(picture.name));
+    connect(widget, &PictureWidget::clicked, this, [this, &picture](double x, double y) {
+        if (picture.clicked && commitEntry())
+            act([&] {
+                picture.clicked(x, y);
+                model_.refresh();
+            });
     });
 }
 

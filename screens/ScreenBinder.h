@@ -69,6 +69,7 @@ class ScreenBinder final : public QObject {
     void bind(Button& button);
     void bind(Choice& choice);
     void bind(Hypertext& text);
+    void bind(PictureArea& picture);
     void setTabOrder();
     void addItem(QMenu& menu, const MenuItem& item);
     void refill(QMenu& menu, const std::vector<MenuItem>& items);

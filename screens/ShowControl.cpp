@@ -2,6 +2,7 @@
 
 #include "model/Controls.h"
 #include "screens/EntryBox.h"
+#include "screens/PictureWidget.h"
 #include "screens/Widgets.h"
 
 #include <QAbstractButton>
@@ -78,6 +79,14 @@ void showHypertext(const Hypertext& text, QTextBrowser& widget) {
     widget.setHtml(htmlOf(text.text));
 }
 
+void showPicture(const PictureArea& picture, PictureWidget& widget) {
+    if (const QString text = qt(picture.text); widget.accessibleName() != text)
+        widget.setAccessibleName(text);
+    if (widget.property("drawn").toInt() == picture.drawn()) return;
+    widget.setProperty("drawn", picture.drawn());
+    widget.setPaint(picture.paint());
+}
+
 } // namespace
 
 void showControl(const Control& control, QWidget& widget) {
@@ -93,6 +102,8 @@ void showControl(const Control& control, QWidget& widget) {
         static_cast<QProgressBar&>(widget).setValue(static_cast<int>(std::lround(meter->value)));
     else if (const auto* text = dynamic_cast<const Hypertext*>(&control))
         showHypertext(*text, static_cast<QTextBrowser&>(widget));
+    else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))
+        showPicture(*picture, static_cast<PictureWidget&>(widget));
 
     if (const QString tip = qt(control.toolTip); widget.toolTip() != tip) {
         widget.setToolTip(tip);

@@ -2,6 +2,7 @@
 
 #include "model/Worksheet.h"
 #include "screens/EntryBox.h"
+#include "screens/PictureWidget.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -50,6 +51,7 @@ QWidget* make(const Control& control) {
     if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
     if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
+    if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
     return makeHypertext();
 }
 
