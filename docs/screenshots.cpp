@@ -99,6 +99,9 @@ int main(int argc, char** argv) {
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
+    desk.record.FileChanged = false;
+    desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
+    desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
