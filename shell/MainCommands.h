@@ -26,6 +26,7 @@ class MainCommands {
     Session& session_;
     MainScreen& screen_;
 
+    void openReliability(int slot);
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();
     std::vector<MenuItem> plotItems();

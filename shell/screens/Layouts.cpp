@@ -1,6 +1,7 @@
 #include "shell/screens/Layouts.h"
 
 #include "plots/screens/Layouts.h"
+#include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 
 #include <string_view>
@@ -18,6 +19,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
+        {"ReliabilityModelCoefficients", layoutReliability},
         {"SUPlot", layoutPlot},
     };
     for (const auto& [name, layout] : layouts)
