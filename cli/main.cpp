@@ -35,7 +35,7 @@ int run(int argc, char** argv) {
     program.footer(about);
     program.failure_message(failureText);
     Command chosen;
-    for (const auto add : {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved, addPlot})
+    for (const auto add : {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved, addReliability, addPlot})
         add(program, chosen);
     try {
         program.parse(argc, argv);
