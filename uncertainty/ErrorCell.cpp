@@ -24,7 +24,7 @@ std::string computedText(double value, const Regional& regional) {
     return FormatNumber(value, "0." + std::string(static_cast<std::size_t>(decimals), '0'), regional);
 }
 
-std::string readableText(double value, int decimals, const Regional& regional) {
+std::string shownText(double value, int decimals, const Regional& regional) {
     if (decimals > mostDecimals || std::fabs(value) >= longestNumber) return GeneralText(value, regional);
     return FormatNumber(value, PictureForDecimals(decimals), regional);
 }
@@ -62,7 +62,7 @@ ErrorCell ErrorCell::ofTyped(const std::string& text, const Regional& regional) 
 ErrorCell ErrorCell::ofComputed(double value, int decimals, const Regional& regional) {
     if (value == 0) return {};
     const int shown = readableDecimals(value, decimals);
-    return {value, computedText(value, regional), readableText(value, shown, regional), shown, false};
+    return {value, computedText(value, regional), shownText(value, shown, regional), shown, false};
 }
 
 ErrorCell ErrorCell::ofConfidence(double percent, const Regional& regional) {
@@ -71,6 +71,10 @@ ErrorCell ErrorCell::ofConfidence(double percent, const Regional& regional) {
     int decimals = readableDecimals(percent, 2);
     while (roundedToDecimals(percent, decimals) >= 100) ++decimals;
     return ofComputed(percent, decimals, regional);
+}
+
+std::string ErrorCell::readable(double value, int decimals, const Regional& regional) {
+    return shownText(value, readableDecimals(value, decimals), regional);
 }
 
 ErrorCell ErrorCell::ofStored(const std::string& text, int decimals, const Regional& regional) {

@@ -28,6 +28,8 @@ struct ErrorCell {
     static ErrorCell ofComputed(double value, int decimals, const Regional& regional);
     /// A computed percentage below 100 neither shows nor keeps as 100, which means a rectangle.
     static ErrorCell ofConfidence(double percent, const Regional& regional);
+    /// A number as computed cells show it.
+    static std::string readable(double value, int decimals, const Regional& regional);
     /// Of a file: a text with more digits than anybody types was computed.
     static ErrorCell ofStored(const std::string& text, int decimals, const Regional& regional);
 };
