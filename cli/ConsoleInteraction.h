@@ -25,6 +25,8 @@ class ConsoleInteraction final : public Interaction {
     /// Does the screen's work; a screen without work is left by Cancel at once.
     void run(Worksheet& screen, const std::function<void()>& work) override;
 
+    void open(Worksheet& screen) override { run(screen, {}); }
+    void placeBeside(Worksheet&, Worksheet&) override {}
     void refresh(Worksheet&) override {}
     void repaintMainScreen() override {}
     void focus(const ControlName&, bool) override {}
@@ -34,6 +36,7 @@ class ConsoleInteraction final : public Interaction {
     void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
+    void copyPicture(const PictureArea&) override {}
 
   private:
     std::vector<Told> messages_;

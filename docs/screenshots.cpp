@@ -97,6 +97,9 @@ int main(int argc, char** argv) {
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
     camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
+    camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
+    camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
+    camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

@@ -288,6 +288,12 @@ void visitPlotOptions(Record& record, Visitor& visit) {
     METRISK_FIELD(ErrorPlot_Units);
     METRISK_FIELD(ErrorPlot_UnitName);
     METRISK_FIELD(ErrorPlot_UnitsFactor);
+    METRISK_FIELD(MTEPlot_Title);
+    METRISK_FIELD(SUPlot_Zoom);
+    METRISK_FIELD(MTEPlot_Zoom);
+    METRISK_FIELD(ErrorPlot_Zoom);
+    METRISK_FIELD(SUPlot_UseMTETols);
+    METRISK_FIELD(MTEPlot_UseSUTols);
 }
 
 template <class Record, class Visitor>

@@ -8,8 +8,9 @@
 namespace metrisk {
 
 class Worksheet;
+struct PictureArea;
 
-enum class BoxIcon { None, Information, Exclamation, Question };
+enum class BoxIcon { None, Information, Exclamation, Question, Critical };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
 
@@ -43,6 +44,13 @@ class Interaction {
     /// tells of progress.
     virtual void run(Worksheet& screen, const std::function<void()>& work = {}) = 0;
 
+    /// Shows the screen beside those that run, without waiting; run() returns when it has been left as well.
+    /// The screen must live until then.
+    virtual void open(Worksheet& screen) = 0;
+
+    /// Puts two screens side by side, each on a half of the desktop.
+    virtual void placeBeside(Worksheet& left, Worksheet& right) = 0;
+
     /// The screen's own state has changed in the midst of a rule.
     virtual void refresh(Worksheet& screen) = 0;
 
@@ -68,6 +76,9 @@ class Interaction {
     virtual void setBusy(bool busy) = 0;
 
     virtual void beep() = 0;
+
+    /// Puts the picture, in the size in which it is seen, on the clipboard.
+    virtual void copyPicture(const PictureArea& picture) = 0;
 };
 
 /// Shows the wait pointer for the life of the object.

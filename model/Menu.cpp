@@ -1,6 +1,7 @@
 #include "model/Menu.h"
 
 #include <string_view>
+#include <utility>
 
 namespace metrisk {
 
@@ -17,6 +18,10 @@ const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control)
         if (const MenuItem* below = findItem(item.items, control)) return below;
     }
     return nullptr;
+}
+
+MenuItem* findItem(std::vector<MenuItem>& menu, const char* control) {
+    return const_cast<MenuItem*>(findItem(std::as_const(menu), control));
 }
 
 MenuItem worksheetRunMenu() {

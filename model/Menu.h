@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,9 +26,11 @@ struct MenuItem {
     Needs needs = Needs::Nothing;
     bool separatorAfter = false;
     std::string toolTip{};
+    std::optional<bool> checked{}; // has a check mark, set or not
+    bool off = false;              // has nothing to do at present
 
     bool isMenu() const { return !items.empty() || fill; }
-    bool enabled() const { return run || isMenu() || editing != Editing::None; }
+    bool enabled() const { return !off && (run || isMenu() || editing != Editing::None); }
 };
 
 /// A button of a toolbar.
@@ -42,6 +45,7 @@ struct ToolButton {
 };
 
 /// The item of that control name anywhere below, or null.
+MenuItem* findItem(std::vector<MenuItem>& menu, const char* control);
 const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control);
 
 /// The menu of other programs, as every worksheet has it.

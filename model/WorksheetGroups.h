@@ -124,7 +124,14 @@ struct PlotOptions {
     std::string ErrorPlot_Param = "SU";
     std::string ErrorPlot_Units;
     std::string ErrorPlot_UnitName;
-    double ErrorPlot_UnitsFactor = 1.0; // not saved
+    // Not saved, here to the end.
+    double ErrorPlot_UnitsFactor = 1.0;
+    std::string MTEPlot_Title;
+    double SUPlot_Zoom = 1; // multiplies the ranges shown about the centre
+    double MTEPlot_Zoom = 1;
+    double ErrorPlot_Zoom = 1;
+    Flag SUPlot_UseMTETols; // limits of the other parameter
+    Flag MTEPlot_UseSUTols;
 };
 
 } // namespace metrisk

@@ -34,7 +34,7 @@ double normalDensity(const SubjectBias& su, double x) {
 double exponentialDensity(const SubjectBias& su, double x) {
     if (onWrongSide(su, x)) return 0;
     const Real q = (Real(x) - su.physicalLimit) * su.expRate;
-    if (q > 50 || q <= 0) return 0;
+    if (q > 50 || q < 0) return 0;
     // The rate is negative where the distribution runs downwards; its density is not.
     return (abs(Real(su.expRate)) * exp(-q)).value();
 }

@@ -5,7 +5,9 @@
 #include "screens/WorksheetDialog.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QMessageBox>
+#include <QScreen>
 
 namespace metrisk {
 
@@ -16,6 +18,7 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     case BoxIcon::Information: return QMessageBox::Information;
     case BoxIcon::Exclamation: return QMessageBox::Warning;
     case BoxIcon::Question: return QMessageBox::Question;
+    case BoxIcon::Critical: return QMessageBox::Critical;
     case BoxIcon::None: break;
     }
     return QMessageBox::NoIcon;
@@ -64,6 +67,10 @@ class PointerRest {
 
 } // namespace
 
+QtInteraction::QtInteraction(LayoutOf layoutOf) : layoutOf_(std::move(layoutOf)) {}
+
+QtInteraction::~QtInteraction() = default;
+
 void QtInteraction::setMainScreen(ScreenBinder* screen) {
     open_.clear();
     if (screen) open_.push_back(screen);
@@ -98,21 +105,65 @@ Answer QtInteraction::show(const Box& box) {
 
 void QtInteraction::run(Worksheet& screen, const std::function<void()>& work) {
     flush();
-    WorksheetDialog dialog(screen, layoutOf_, owner());
-    open_.push_back(&dialog.binder());
+    const std::size_t first = companions_.size();
     {
+        WorksheetDialog dialog(screen, layoutOf_, owner());
+        parents_.push_back(owner());
+        open_.push_back(&dialog.binder());
         const PointerRest rest;
         dialog.run(work);
+        forget(&dialog.binder());
+        waitForCompanions(first);
     }
-    open_.pop_back();
+    parents_.pop_back();
     if (QWidget* window = owner()) window->activateWindow();
 }
 
+void QtInteraction::forget(ScreenBinder* screen) {
+    std::erase(open_, screen);
+}
+
+void QtInteraction::waitForCompanions(std::size_t first) {
+    for (std::size_t i = first; i < companions_.size(); ++i)
+        while (companions_[i]->isVisible()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    companions_.resize(first);
+}
+
+/// A child of the window that the running screen belongs to: the two do not block each other.
+void QtInteraction::open(Worksheet& screen) {
+    flush();
+    QWidget* parent = parents_.empty() ? owner() : parents_.back();
+    auto dialog = std::make_unique<WorksheetDialog>(screen, layoutOf_, parent);
+    ScreenBinder* binder = &dialog->binder();
+    open_.push_back(binder);
+    QObject::connect(dialog.get(), &QDialog::finished, binder, [this, binder] { forget(binder); });
+    dialog->show();
+    companions_.push_back(std::move(dialog));
+}
+
+ScreenBinder* QtInteraction::binderOf(const Worksheet& screen) const {
+    for (ScreenBinder* each : open_)
+        if (&each->model() == &screen) return each;
+    return nullptr;
+}
+
+void QtInteraction::placeBeside(Worksheet& left, Worksheet& right) {
+    const auto place = [](QWidget& window, bool atRight) {
+        const QRect desktop = window.screen()->availableGeometry();
+        const QSize frame = window.frameGeometry().size() - window.size();
+        const QSize half(desktop.width() / 2, desktop.height() * 95 / 100);
+        window.resize(half - frame);
+        window.move(atRight ? desktop.left() + half.width() : desktop.left(), desktop.top());
+        window.raise();
+    };
+    if (ScreenBinder* binder = binderOf(left)) place(binder->window(), false);
+    if (ScreenBinder* binder = binderOf(right)) place(binder->window(), true);
+}
+
 void QtInteraction::refresh(Worksheet& screen) {
-    for (ScreenBinder* each : open_) {
-        if (&each->model() != &screen) continue;
-        each->repaint();
-        each->flush();
+    if (ScreenBinder* binder = binderOf(screen)) {
+        binder->repaint();
+        binder->flush();
     }
 }
 
@@ -151,6 +202,14 @@ void QtInteraction::setBusy(bool busy) {
 
 void QtInteraction::beep() {
     QApplication::beep();
+}
+
+void QtInteraction::copyPicture(const PictureArea& picture) {
+    const WaitPointer wait(*this);
+    for (ScreenBinder* each : open_)
+        if (each->model().find(picture.name) == &picture)
+            if (auto* widget = each->window().findChild<QWidget*>(picture.name))
+                QApplication::clipboard()->setPixmap(widget->grab());
 }
 
 } // namespace metrisk

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,13 +15,15 @@ namespace metrisk {
 
 class ScreenBinder;
 class WidgetMaker;
+class WorksheetDialog;
 
 /// Lays out the screen of that name; null if there is none.
 using LayoutOf = std::function<QWidget*(const char* screen, const WidgetMaker& widgets)>;
 
 class QtInteraction final : public Interaction {
   public:
-    explicit QtInteraction(LayoutOf layoutOf) : layoutOf_(std::move(layoutOf)) {}
+    explicit QtInteraction(LayoutOf layoutOf);
+    ~QtInteraction() override;
 
     /// The main screen, on top of which all else is shown; it may come later and goes with the window.
     void setMainScreen(ScreenBinder* screen);
@@ -30,6 +33,8 @@ class QtInteraction final : public Interaction {
 
     Answer show(const Box& box) override;
     void run(Worksheet& screen, const std::function<void()>& work) override;
+    void open(Worksheet& screen) override;
+    void placeBeside(Worksheet& left, Worksheet& right) override;
     void refresh(Worksheet& screen) override;
     void repaintMainScreen() override;
     void focus(const ControlName& control, bool select) override;
@@ -39,6 +44,7 @@ class QtInteraction final : public Interaction {
     void help(std::string_view page) override;
     void setBusy(bool busy) override;
     void beep() override;
+    void copyPicture(const PictureArea& picture) override;
 
     /// The worksheet seen on top; null before the main screen has come.
     const Worksheet* top() const;
@@ -47,9 +53,15 @@ class QtInteraction final : public Interaction {
     /// What the user sees is up to date before he is asked or time passes.
     void flush();
     QWidget* owner() const;
+    ScreenBinder* binderOf(const Worksheet& screen) const;
+    void forget(ScreenBinder* screen);
+    /// Until the screens opened beside that one have been left.
+    void waitForCompanions(std::size_t first);
 
     LayoutOf layoutOf_;
     std::vector<ScreenBinder*> open_; // the main screen first
+    std::vector<std::unique_ptr<WorksheetDialog>> companions_;
+    std::vector<QWidget*> parents_; // of the screens that run
 };
 
 } // namespace metrisk

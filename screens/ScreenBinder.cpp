@@ -159,6 +159,7 @@ void ScreenBinder::flush() {
     due_ = false;
     model_.refresh();
     show();
+    if (model_.closedBy()) emit closed(); // another screen has closed it
 }
 
 void ScreenBinder::show() {
@@ -166,10 +167,7 @@ void ScreenBinder::show() {
     for (const Control* control : model_.controls())
         if (QWidget* widget = widgets_.value(control->name)) show(*control, *widget);
     showing_ = false;
-    for (auto at = actions_.cbegin(); at != actions_.cend(); ++at)
-        if (const MenuItem* item = findItem(model_.menus, at.key().toUtf8().constData()))
-            if (const QString text = caption(item->caption); at.value()->text() != text)
-                at.value()->setText(text);
+    showMenus();
     if (const QString title = qt(model_.caption); window_.windowTitle() != title)
         window_.setWindowTitle(title);
     emit shown();

@@ -82,6 +82,8 @@ class ScreenBinder final : public QObject {
     void refill(QMenu& menu, const std::vector<MenuItem>& items);
     QAction* makeAction(const MenuItem& item);
     void edit(Editing what);
+    void showMenus();
+    const MenuItem* itemOf(const QString& name) const;
     void showEditState();
 
     /// Runs a rule of the worksheet and shows what has become of it.

@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QToolBar>
+#include <utility>
 
 namespace metrisk {
 
@@ -107,9 +108,25 @@ QAction* ScreenBinder::makeAction(const MenuItem& item) {
     return action;
 }
 
+void ScreenBinder::showMenus() {
+    for (auto at = actions_.cbegin(); at != actions_.cend(); ++at) {
+        const MenuItem* item = itemOf(at.key());
+        if (!item) continue;
+        QAction& action = *at.value();
+        if (const QString text = caption(item->caption); action.text() != text) action.setText(text);
+        if (item->editing == Editing::None) action.setEnabled(item->enabled());
+        action.setCheckable(item->checked.has_value());
+        action.setChecked(item->checked.value_or(false));
+    }
+}
+
+const MenuItem* ScreenBinder::itemOf(const QString& name) const {
+    return findItem(std::as_const(model_.menus), name.toUtf8().constData());
+}
+
 void ScreenBinder::run(const QString& name) {
-    const MenuItem* item = findItem(model_.menus, name.toUtf8().constData());
-    if (!item) return;
+    const MenuItem* item = itemOf(name);
+    if (!item || !item->enabled()) return;
     if (item->editing != Editing::None)
         edit(item->editing);
     else if (commitEntry())
@@ -182,7 +199,7 @@ void ScreenBinder::showEditState() {
         return true;
     };
     for (auto at = actions_.cbegin(); at != actions_.cend(); ++at) {
-        const MenuItem* item = findItem(model_.menus, at.key().toUtf8().constData());
+        const MenuItem* item = itemOf(at.key());
         if (item && item->editing != Editing::None) at.value()->setEnabled(can(item->editing));
     }
 }

@@ -1,5 +1,6 @@
 #include "screens/WorksheetDialog.h"
 
+#include "model/Worksheet.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
 
@@ -20,6 +21,9 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
     QWidget* content = layoutOf(model.name, WidgetMaker(model));
     if (!content) qFatal("no layout of the screen %s", model.name);
     layout->addWidget(content);
+    // A picture is looked at as large as one likes.
+    for (const Control* control : model.controls())
+        if (dynamic_cast<const PictureArea*>(control)) setWindowFlag(Qt::WindowMaximizeButtonHint);
     binder_ = new ScreenBinder(*this, model);
     if (!model.menus.empty()) {
         auto* bar = new QMenuBar(this);

@@ -53,7 +53,7 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), session_(session), screen_(screen) {
+    : files(session, screen, chooser), plots(session), session_(session), screen_(screen) {
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
@@ -135,12 +135,15 @@ std::vector<MenuItem> MainCommands::plotItems() {
     return {
         {.control = "SUPlotScreenControl",
          .caption = "&Subject Parameter Bias Distribution",
+         .run = [this] { plots.show(PlotKind::SU); },
          .needs = Needs::Subject},
         {.control = "MTEPlotScreenControl",
          .caption = "&Measuring Parameter Bias Distribution",
+         .run = [this] { plots.show(PlotKind::MTE); },
          .needs = Needs::BothForPlot},
         {.control = "mnu_Plots_ProcessError",
          .caption = "&Process Error Distribution",
+         .run = [this] { plots.show(PlotKind::Error); },
          .needs = Needs::BothForPlot,
          .separatorAfter = true},
         {.control = "mnu_Plot_Risk_0",

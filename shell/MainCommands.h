@@ -1,6 +1,7 @@
 // The main screen's menus, and what each of their commands does.
 #pragma once
 
+#include "plots/PlotDesk.h"
 #include "shell/FileCommands.h"
 
 #include <vector>
@@ -19,6 +20,7 @@ class MainCommands {
     MainCommands& operator=(const MainCommands&) = delete;
 
     FileCommands files;
+    PlotDesk plots;
 
   private:
     Session& session_;

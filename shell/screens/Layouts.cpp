@@ -1,5 +1,6 @@
 #include "shell/screens/Layouts.h"
 
+#include "plots/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 
 #include <string_view>
@@ -12,9 +13,12 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"BaselineAnalysis", layoutBaselineAnalysis},
         {"Computing", layoutComputing},
         {"EqRatio", layoutEqRatio},
+        {"ErrorPlot", layoutPlot},
         {"FAFORM", layoutFalseAccept},
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
+        {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
+        {"SUPlot", layoutPlot},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

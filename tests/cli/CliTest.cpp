@@ -312,10 +312,12 @@ TEST_F(Cli, TheManualPageListsTheOptions) {
         }
         return options;
     };
-    std::string help;
-    for (const char* command :
-         {"", "compute", "convert", "show", "baseline", "guardband", "observed", "uncertainty"})
-        help += run(std::string(command) + " --help").out;
+    std::string help = run("--help").out;
+    std::istringstream commands(help.substr(help.find("Subcommands:")));
+    std::string line;
+    std::getline(commands, line);
+    while (std::getline(commands, line) && line.starts_with("  "))
+        if (line[2] != ' ') help += run(line.substr(2, line.find(' ', 2) - 2) + " --help").out;
     EXPECT_EQ(optionsIn(fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1")), optionsIn(help));
 }
 
@@ -378,6 +380,26 @@ TEST_F(Cli, SumsTheBudgetAndTakesSamples) {
                                         {"--samples mte=ex", 1},
                                         {"--samples su=none.mrk none.mrk", 2}})
         EXPECT_EQ(run("uncertainty " + std::string(words) + " " + file).status, status) << words;
+}
+
+TEST_F(Cli, DrawsPictures) {
+    const std::string file = "ex/thermometer-process-uncertainty.mrk";
+    for (const auto& [name, start] :
+         {std::pair{"su.png", "\x89PNG"}, {"mte.SVG", "<?xml"}, {"error.pdf", "%PDF-"}}) {
+        const std::string picture = (folder / name).string();
+        const std::string kind = std::string(name).substr(0, std::string(name).find('.'));
+        const auto drawn = run("plot " + file + " --kind " + kind + " --zoom 200 --offsets -o " + picture);
+        EXPECT_EQ(drawn.status, 0) << drawn.err;
+        EXPECT_TRUE(fileContent(picture).starts_with(start)) << name;
+    }
+    const auto none = run("plot ex/gauge-block-25mm.mrk --kind error -o " + (folder / "x.png").string());
+    EXPECT_EQ(none.status, 1);
+    EXPECT_NE(none.err.find("No data to plot."), std::string::npos);
+    EXPECT_EQ(run("plot " + file + " --kind su -o /no/such/folder/x.png").status, 1);
+    for (const char* wrong :
+         {"--kind su -o x.gif", "--kind no -o x.png", "--kind su", "--kind su -o x.png --size 0x0",
+          "--kind su -o x.png --size 800", "--kind su -o x.png --zoom 33%"})
+        EXPECT_EQ(run("plot " + file + " " + wrong).status, 2) << wrong;
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {

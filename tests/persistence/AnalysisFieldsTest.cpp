@@ -105,7 +105,8 @@ TEST(AnalysisFile, EveryFieldSurvivesARoundTrip) {
         "PhysLimitAbove ZTailLow ZTailHigh ZTwoSided LimitRatioNear LimitRatioFar SubjectFitValid "
         "MTE_kFactor FalseAccept_fmt FalseReject_fmt Base_Accept_fmt Base_Reject_fmt "
         "GuardbandsChanged ProcessUncertainty_fmt Process_DegFreedom Total_DegFreedom "
-        "ErrTableDisplay Remarks ErrorPlot_UnitsFactor Last_IncludeUncertainty GB_AsymmetricMult ");
+        "ErrTableDisplay Remarks ErrorPlot_UnitsFactor MTEPlot_Title SUPlot_Zoom MTEPlot_Zoom "
+        "ErrorPlot_Zoom SUPlot_UseMTETols MTEPlot_UseSUTols Last_IncludeUncertainty GB_AsymmetricMult ");
     std::set<std::string, std::less<>> unsaved{std::istream_iterator<std::string>(derived), {}};
     SessionState state;
     auto addUnsaved = [&](std::string_view name, auto&) { unsaved.emplace(name); };

@@ -1,4 +1,7 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
+#include "plots/ErrorPlotScreen.h"
+#include "plots/ParameterPlotScreens.h"
+#include "plots/PlotDesk.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -14,6 +17,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
@@ -117,8 +121,13 @@ class DialogTest final : public QObject {
         ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
         ObservedScreen observed(session);
-        for (Worksheet* screen : std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio,
-                                                                   &computing, &guardbands, &observed}) {
+        PlotDesk plots(session);
+        SUPlot subjectPlot(plots);
+        MTEPlot measuringPlot(plots);
+        ErrorPlot errorPlot(plots);
+        for (Worksheet* screen :
+             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands,
+                                               &observed, &subjectPlot, &measuringPlot, &errorPlot}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
@@ -134,6 +143,34 @@ class DialogTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
+    }
+
+    void plotsStandSideBySide() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.enter("LowerLimitBox", "0.5");
+        const auto act = [](QWidget& window, const char* name) {
+            auto* action = window.findChild<QAction*>(name);
+            QVERIFY(action && action->isEnabled());
+            action->trigger();
+        };
+        d.boxes.expectScreen("SUPlot", [&](QWidget& su) {
+            d.boxes.expectScreen("MTEPlot", [&](QWidget& mte) {
+                const int half = mte.screen()->availableGeometry().width() / 2;
+                QTRY_COMPARE(mte.frameGeometry().left(), half);
+                QCOMPARE(su.frameGeometry().left(), 0);
+                QVERIFY(su.isVisible() && !mte.grab().isNull());
+                // Neither keeps the other from being used.
+                act(mte, "mnu_ZoomFactor_0");
+                act(su, "mnu_CopyPlot");
+                QVERIFY(!QApplication::clipboard()->pixmap().isNull());
+                act(su, "Cmd_Return");
+                QTRY_VERIFY(!mte.isVisible() && !su.isVisible());
+            });
+            act(su, "Cmd_ShowMTEPlot");
+        });
+        d.choose("SUPlotScreenControl");
+        QCOMPARE(d.record.MTEPlot_Zoom, 0.25);
     }
 
     void aRefusedFigureDoesNotKeepFromCancelling() {

@@ -60,6 +60,19 @@ void ScriptedInteraction::run(Worksheet& screen, const std::function<void()>& wo
         work();
         return;
     }
+    act(screen);
+    if (!screen.closedBy() && !screen.close(Way::Cancel)) ADD_FAILURE() << screen.name << " stays open";
+}
+
+void ScriptedInteraction::open(Worksheet& screen) {
+    act(screen);
+}
+
+void ScriptedInteraction::placeBeside(Worksheet& left, Worksheet& right) {
+    placed.push_back(left.name + std::string(" ") + right.name);
+}
+
+void ScriptedInteraction::act(Worksheet& screen) {
     if (expected_.empty() || !expected_.front().act || expected_.front().title != screen.name) {
         ADD_FAILURE() << "unexpected screen " << screen.name;
     } else {
@@ -67,7 +80,6 @@ void ScriptedInteraction::run(Worksheet& screen, const std::function<void()>& wo
         expected_.pop_front();
         act(screen);
     }
-    if (!screen.closedBy() && !screen.close(Way::Cancel)) ADD_FAILURE() << screen.name << " stays open";
 }
 
 void ScriptedInteraction::refresh(Worksheet& screen) {

@@ -52,6 +52,8 @@ class ScriptedInteraction final : public Interaction {
     int beeps = 0;
     int repaints = 0;
     int busyDepth = 0;
+    int picturesCopied = 0;
+    std::vector<std::string> placed; // "Left Right"
     /// Called at each yield, for instance to press cancel.
     std::function<void()> onYield;
     /// Called at each progress report.
@@ -59,6 +61,9 @@ class ScriptedInteraction final : public Interaction {
 
     Answer show(const Box& box) override;
     void run(Worksheet& screen, const std::function<void()>& work) override;
+    /// As run(), but the screen may stay open.
+    void open(Worksheet& screen) override;
+    void placeBeside(Worksheet& left, Worksheet& right) override;
     void refresh(Worksheet& screen) override;
     void repaintMainScreen() override { ++repaints; }
     void focus(const ControlName& control, bool select) override;
@@ -68,8 +73,10 @@ class ScriptedInteraction final : public Interaction {
     void help(std::string_view page) override { helpPages.emplace_back(page); }
     void setBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
     void beep() override { ++beeps; }
+    void copyPicture(const PictureArea&) override { ++picturesCopied; }
 
   private:
+    void act(Worksheet& screen);
     struct Expected {
         std::string title, text;
         Answer answer;

@@ -23,6 +23,8 @@ class SilentInteraction : public Interaction {
         else
             screen.close(Way::Cancel);
     }
+    void open(Worksheet& screen) override { screen.close(Way::Cancel); }
+    void placeBeside(Worksheet&, Worksheet&) override {}
     void refresh(Worksheet&) override { ++reports; }
     void repaintMainScreen() override {}
     void focus(const ControlName&, bool) override {}
@@ -32,6 +34,7 @@ class SilentInteraction : public Interaction {
     void help(std::string_view) override {}
     void setBusy(bool) override {}
     void beep() override {}
+    void copyPicture(const PictureArea&) override {}
 };
 
 class NoSettings final : public Settings {

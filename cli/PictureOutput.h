@@ -1,0 +1,27 @@
+// The options of a command that writes a picture, and the writing.
+#pragma once
+
+#include "plots/files/PictureFile.h"
+
+#include <functional>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace metrisk::cli {
+
+struct PictureOutput {
+    std::string path;
+    PictureSize size;
+
+    /// Adds -o and --size. The command must keep this where it is.
+    void addTo(CLI::App& command, bool required);
+
+    /// The exit status; why it could not be written goes to `diagnostics`.
+    int write(const std::string& title, std::string& diagnostics,
+              const std::function<void(DrawingSurface&)>& paint) const;
+};
+
+} // namespace metrisk::cli

@@ -1,0 +1,110 @@
+// metrisk-cli plot: a distribution of an analysis as a picture file.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/PictureOutput.h"
+#include "numerics/Real.h"
+#include "plots/DistributionPlots.h"
+#include "plots/Drawing.h"
+#include "plots/PlotDesk.h"
+#include "shell/mainscreen/DataGate.h"
+
+#include <CLI/CLI.hpp>
+
+namespace metrisk::cli {
+
+namespace {
+
+constexpr PlotKind kinds[] = {PlotKind::SU, PlotKind::MTE, PlotKind::Error};
+
+struct Options {
+    std::string file;
+    std::string kind;
+    std::string zoom = "100%";
+    PictureOutput picture;
+    bool offsets = false;
+    std::string settings;
+
+    PlotKind plotKind() const { return kind == "su" ? kinds[0] : kind == "mte" ? kinds[1] : kinds[2]; }
+    double zoomFactor() const {
+        for (int i = 0; i < 7; ++i)
+            if (zoom == zoomNames[i] || zoom + "%" == zoomNames[i]) return zoomFactors[i];
+        return 1;
+    }
+};
+
+DistributionPlot compute(const Analysis& record, PlotKind kind) {
+    switch (kind) {
+    case PlotKind::SU: return subjectPlot(record, {});
+    case PlotKind::MTE: return measuringPlot(record, {});
+    case PlotKind::Error: break;
+    }
+    return errorPlot(record, {});
+}
+
+/// None if there is nothing to draw; why has been told.
+std::optional<DistributionPlot> plotOf(AnalysisRun& run, const Options& options) {
+    Analysis& r = run.record;
+    const PlotKind kind = options.plotKind();
+    r.SUPlot_ShowTolerances = r.MTEPlot_ShowOffsets = r.ErrorPlot_Flag = options.offsets;
+    r.SUPlot_Zoom = r.MTEPlot_Zoom = r.ErrorPlot_Zoom = options.zoomFactor();
+    if (!haveData(run.session, kind == PlotKind::SU ? Needs::Subject : Needs::BothForPlot)) return {};
+    const auto none = [&](const char* text) {
+        run.ui.show({.text = text, .title = "No Data Available"});
+        return std::nullopt;
+    };
+    if (!PlotDesk(run.session).hasData(kind)) return none("No data to plot.");
+    try {
+        DistributionPlot plot = compute(r, kind);
+        Drawing trial;
+        if (!plot.holdsData()) return none("No Data to Plot.");
+        const auto unknown = DrawDistributionPlot(trial, plot, {});
+        if (unknown) return none("The distribution cannot be drawn.");
+        return plot;
+    } catch (const RuntimeFault&) {
+        return none("No Data to Plot.");
+    }
+}
+
+int draw(const Options& options) {
+    Output output;
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
+    if (!run.open(options.file)) {
+        output.status = unreadable;
+    } else if (const auto plot = plotOf(run, options)) {
+        output.status = options.picture.write(plot->title, output.diagnostics, [&](DrawingSurface& surface) {
+            DrawDistributionPlot(surface, *plot, run.session.regional);
+        });
+    } else {
+        output.status = refused;
+    }
+    output.diagnostics = run.diagnostics(options.file) + output.diagnostics;
+    return finish(output);
+}
+
+std::string isZoom(const std::string& text) {
+    for (const char* name : zoomNames)
+        if (text == name || text + "%" == name) return {};
+    return "one of 400%, 200%, 150%, 100%, 75%, 50%, 25%";
+}
+
+} // namespace
+
+void addPlot(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("plot", "Draw a distribution of an analysis file");
+    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    command->add_option("--kind", options->kind, "su (subject), mte (measuring) or error (total error)")
+        ->option_text("KIND")
+        ->check(CLI::IsMember({"su", "mte", "error"}))
+        ->required();
+    options->picture.addTo(*command, true);
+    command->add_option("--zoom", options->zoom, "Size of the curve: 25% to 400%, as in the window")
+        ->option_text("PERCENT")
+        ->check(isZoom);
+    command->add_flag("--offsets", options->offsets, "Label the limits by their distance from the centre");
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] { chosen = [options] { return draw(*options); }; });
+}
+
+} // namespace metrisk::cli

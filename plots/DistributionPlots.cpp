@@ -1,0 +1,181 @@
+#include "plots/DistributionPlots.h"
+
+#include "model/NumberText.h"
+#include "model/ToleranceUnits.h"
+#include "numerics/Distribution.h"
+#include "numerics/Real.h"
+#include "numerics/SpecialFunctions.h"
+#include "numerics/SubjectDensity.h"
+#include "risk/CoverageFactor.h"
+#include "uncertainty/CombinedUncertainty.h"
+
+#include <algorithm>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double sigmasShown = 4;
+
+/// The value as the user sees it, with enough decimals not to read 0.
+double asSeen(double value, std::string_view picture, const Regional& regional) {
+    return ParseValue(FormatNumber(value, WidenPicture(value, picture), regional), regional);
+}
+
+template <class Density>
+void setCurve(DistributionPlot& plot, Density density) {
+    const Real width = Real(plot.rightValue) - plot.leftValue;
+    for (int i = 0; i < curvePoints; ++i) {
+        const double share = static_cast<double>(i) / (curvePoints - 1);
+        const double y = density((plot.leftValue + width * share).value());
+        plot.points.push_back({static_cast<float>(share), y});
+        plot.peak = std::max(plot.peak, y);
+    }
+    const auto position = [&](double x) {
+        return static_cast<float>(((x - plot.leftValue) / width).value());
+    };
+    plot.positions = {position(plot.centralValue), position(plot.lowerValue), position(plot.upperValue)};
+}
+
+/// A symmetric curve about the centre.
+void setErrorCurve(DistributionPlot& plot, double zoom) {
+    const bool normal = plot.degFreedom <= 0 || plot.degFreedom >= infiniteDegFreedom;
+    plot.distribution = normal ? normalName : studentsTName;
+    if (!(plot.sigma > 0)) return;
+    plot.leftValue = plot.centralValue - sigmasShown * plot.sigma * zoom;
+    plot.rightValue = plot.centralValue + sigmasShown * plot.sigma * zoom;
+    setCurve(plot, [&](double x) {
+        return DensityAt(x, plot.distribution, plot.sigma, plot.centralValue, plot.degFreedom);
+    });
+}
+
+void setLimits(DistributionPlot& plot, double below, double above, const ToleranceUnits& units) {
+    plot.lowerValue = plot.centralValue - below;
+    plot.upperValue = plot.centralValue + above;
+    plot.unitsFactor = units.factor;
+    plot.toleranceUnits = units.name;
+}
+
+DistributionPlot begin(PlotKind kind, const Analysis& r) {
+    DistributionPlot plot;
+    plot.kind = kind;
+    plot.byUncertainty = r.MTE_EntryByUncertainty;
+    plot.lowerExists = kind != PlotKind::SU || !r.OptSingleUpper;
+    plot.upperExists = kind != PlotKind::SU || !r.OptSingleLower;
+    plot.nominalUnits = r.NominalUnits;
+    return plot;
+}
+
+/// Mean of a sample as a deviation from the mode, nominal units.
+double meanDeviation(const Analysis& r, int slot) {
+    const bool measuredValues = r.Stat_Flag1[slot] != 0;
+    return measuredValues ? r.Stat_SampleMean[slot] - r.SU_Mode
+                          : measuringUnits(r).toNominal(r.Stat_SampleMean[slot]);
+}
+
+bool holdsSample(const Analysis& r, int slot) {
+    return r.Stat_Include[slot] != 0 && r.Stat_SampleSize[slot] > 0;
+}
+
+/// The best estimate of the error, and what it is called.
+void setErrorCentre(DistributionPlot& plot, const Analysis& r) {
+    plot.caption = "Sample";
+    plot.secondCaption = "Mean";
+    if (r.SMPC_Computed) {
+        plot.caption = "Measurand";
+        plot.secondCaption = "Bias";
+        plot.centralValue = r.SMPC_Bias[2];
+    } else if (holdsSample(r, 1)) {
+        plot.centralValue = meanDeviation(r, 1);
+    } else if (holdsSample(r, 2)) {
+        plot.centralValue = meanDeviation(r, 2);
+    } else {
+        plot.caption.clear();
+        plot.secondCaption = "Deviation";
+    }
+}
+
+/// Measuring uncertainty, with the process in it where that is asked for.
+Combined spread(const Analysis& r, const Regional& regional, bool withProcess) {
+    if (withProcess) return CombinedUncertainty(r, regional);
+    return {r.MTE_StdUncertainty, r.MTE_DegFreedom};
+}
+
+} // namespace
+
+bool hasSubjectLimits(const Analysis& r) {
+    return r.SU_Sigma != 0 || r.SU_UpperOffset != 0 || r.SU_LowerOffset != 0;
+}
+
+const char* measuringTitle(const Analysis& r, bool onOpening) {
+    if (!r.MTEPlot_IncludeUncertainty) return "Probability Density vs. MTE Bias";
+    return onOpening ? "Probability Density vs. Measured Value" : "Probability Density vs. Measurement Error";
+}
+
+DistributionPlot subjectPlot(const Analysis& r, const Regional& regional) {
+    DistributionPlot plot = begin(PlotKind::SU, r);
+    plot.title = "Probability Density vs. Parameter Value";
+    plot.caption = "Nominal";
+    plot.showOffsets = r.SUPlot_ShowTolerances;
+    plot.distribution = r.SU_Distribution;
+    plot.sigma = r.SU_Sigma;
+    plot.physicalLimit = r.PhysicalLimit;
+    plot.centralValue = asSeen(r.SU_Mode, r.SU_Mode_fmt, regional);
+    const double offset = asSeen(r.MTE_Offset, r.MTE_Offset_fmt, regional);
+    if (r.SUPlot_UseMTETols)
+        setLimits(plot, offset, offset, measuringUnits(r));
+    else
+        setLimits(plot, asSeen(r.SU_LowerOffset, r.SU_LowerOffset_fmt, regional),
+                  asSeen(r.SU_UpperOffset, r.SU_UpperOffset_fmt, regional), subjectUnits(r));
+    const SubjectBias subject = subjectBiasOf(r);
+    PlotBounds bounds;
+    SetPlotBounds(subject, r.SUPlot_Zoom, bounds);
+    plot.leftValue = bounds.lower;
+    plot.rightValue = bounds.upper;
+    if (bounds.upper > bounds.lower)
+        setCurve(plot, [&](double x) { return SubjectDensity(subject, x, 0, 1); });
+    return plot;
+}
+
+DistributionPlot measuringPlot(const Analysis& r, const Regional& regional) {
+    DistributionPlot plot = begin(PlotKind::MTE, r);
+    plot.title = r.MTEPlot_Title.empty() ? measuringTitle(r, true) : r.MTEPlot_Title;
+    plot.caption = "Nominal";
+    plot.showOffsets = r.MTEPlot_ShowOffsets;
+    const Combined total = spread(r, regional, r.MTEPlot_IncludeUncertainty);
+    plot.sigma = total.uncertainty;
+    plot.degFreedom = total.degFreedom;
+    plot.centralValue = asSeen(r.SU_Mode, r.SU_Mode_fmt, regional);
+    const double offset = asSeen(r.MTE_Offset, r.MTE_Offset_fmt, regional);
+    if (r.MTEPlot_UseSUTols)
+        setLimits(plot, asSeen(r.SU_LowerOffset, r.SU_LowerOffset_fmt, regional),
+                  asSeen(r.SU_UpperOffset, r.SU_UpperOffset_fmt, regional), subjectUnits(r));
+    else
+        setLimits(plot, offset, offset, measuringUnits(r));
+    setErrorCurve(plot, r.MTEPlot_Zoom);
+    return plot;
+}
+
+DistributionPlot errorPlot(const Analysis& r, const Regional& regional) {
+    DistributionPlot plot = begin(PlotKind::Error, r);
+    plot.title = "Probability Density vs. Measurement Error";
+    plot.showOffsets = r.ErrorPlot_Flag;
+    plot.biasIncluded = r.IncludeMTEBias;
+    setErrorCentre(plot, r);
+    const Combined total =
+        r.IncludeMTEBias ? spread(r, regional, true) : Combined{r.ProcessUncertainty, r.Process_DegFreedom};
+    plot.sigma = total.uncertainty;
+    plot.degFreedom = total.degFreedom;
+    setLimits(plot, 2 * plot.sigma, 2 * plot.sigma, measuringUnits(r));
+    if (r.ErrorPlot_Param == "SU") {
+        plot.lowerValue = -r.SU_LowerOffset;
+        plot.upperValue = r.SU_UpperOffset;
+    } else if (r.ErrorPlot_Param == "MTE") {
+        plot.lowerValue = -r.MTE_Offset;
+        plot.upperValue = r.MTE_Offset;
+    }
+    setErrorCurve(plot, r.ErrorPlot_Zoom);
+    return plot;
+}
+
+} // namespace metrisk

@@ -1,0 +1,82 @@
+#include "plots/files/CairoSurface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <pango/pangocairo.h>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double unitsPerPoint = 96.0 / 72;
+
+void setColour(cairo_t* context, Colour colour) {
+    cairo_set_source_rgb(context, colour.red / 255.0, colour.green / 255.0, colour.blue / 255.0);
+}
+
+} // namespace
+
+CairoSurface::CairoSurface(cairo_t* context, double width, double height)
+    : DrawingSurface(black, white), context_(context), width_(width), height_(height),
+      layout_(pango_cairo_create_layout(context), g_object_unref) {
+    cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
+}
+
+void CairoSurface::clear() {
+    setColour(context_, BackColor);
+    cairo_rectangle(context_, 0, 0, width_, height_);
+    cairo_fill(context_);
+}
+
+void CairoSurface::drawLine(Point from, Point to, Colour colour) {
+    const Point a = toDevice(from);
+    const Point b = toDevice(to);
+    setColour(context_, colour);
+    cairo_set_line_width(context_, DrawWidth);
+    cairo_move_to(context_, a.x, a.y);
+    cairo_line_to(context_, b.x, b.y);
+    cairo_stroke(context_);
+}
+
+void CairoSurface::drawBox(Point corner, Point opposite, Colour colour) {
+    const Point a = toDevice(corner);
+    const Point b = toDevice(opposite);
+    setColour(context_, colour);
+    cairo_rectangle(context_, std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x),
+                    std::abs(a.y - b.y));
+    cairo_fill(context_);
+}
+
+PangoLayout* CairoSurface::laidOut(std::string_view text) const {
+    if (!(shaped_ == Font)) {
+        shaped_ = Font;
+        PangoFontDescription* font = pango_font_description_from_string("Sans");
+        pango_font_description_set_absolute_size(font, Font.Size * unitsPerPoint * PANGO_SCALE);
+        pango_font_description_set_weight(font, Font.Bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+        pango_layout_set_font_description(layout_.get(), font);
+        pango_font_description_free(font);
+    }
+    pango_layout_set_text(layout_.get(), text.data(), static_cast<int>(text.size()));
+    return layout_.get();
+}
+
+void CairoSurface::drawText(Point topLeft, std::string_view text) {
+    const Point at = toDevice(topLeft);
+    setColour(context_, ForeColor);
+    cairo_move_to(context_, at.x, at.y);
+    pango_cairo_show_layout(context_, laidOut(text));
+}
+
+double CairoSurface::measureText(std::string_view text) const {
+    int width = 0;
+    pango_layout_get_size(laidOut(text), &width, nullptr);
+    return static_cast<double>(width) / PANGO_SCALE;
+}
+
+double CairoSurface::measureLine() const {
+    int height = 0;
+    pango_layout_get_size(laidOut(""), nullptr, &height);
+    return static_cast<double>(height) / PANGO_SCALE;
+}
+
+} // namespace metrisk

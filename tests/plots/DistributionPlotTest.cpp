@@ -1,0 +1,192 @@
+// What a plot draws: every line and label of golden recordings, and the curve against the fit.
+#include "plots/DistributionPlots.h"
+#include "plots/Drawing.h"
+#include "risk/ValidateAndFit.h"
+#include "tests/support/Cases.h"
+#include "tests/support/TestSession.h"
+
+#include <cmath>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <numbers>
+#include <sstream>
+
+namespace metrisk::testing {
+namespace {
+
+struct Fitted : TestSession {
+    explicit Fitted(
+        const Entry& entry, const std::function<void(Analysis&)>& change = [](Analysis&) {}) {
+        enter(record, entry);
+        record.NominalUnits = record.SU_ToleranceUnits = record.MTE_ToleranceUnits = "V";
+        record.SU_Mode_fmt = record.SU_UpperOffset_fmt = record.SU_LowerOffset_fmt = "#,##0.000000";
+        record.MTE_Offset_fmt = "#,##0.000000";
+        record.AckPhysLimitHigh = record.AckPhysLimitLow = record.Ack100Pct = true;
+        change(record);
+        ValidateAndFit(session);
+    }
+};
+
+/// The recording without the curve, which has a test of its own.
+std::string labelsOf(const DistributionPlot& plot) {
+    Drawing drawing(800, 600);
+    EXPECT_FALSE(DrawDistributionPlot(drawing, plot, {}));
+    std::istringstream all(drawing.text());
+    std::string kept;
+    for (std::string line; std::getline(all, line);)
+        if (line.find("#a0a0a0") == std::string::npos) kept += line + "\n";
+    return kept;
+}
+
+/// METRISK_GOLDEN=write makes the recordings anew, to be looked at before they are kept.
+void compareWithGolden(const std::string& name, const std::string& got) {
+    const std::string path = METRISK_SOURCE_DIR "/tests/plots/data/" + name + ".txt";
+    if (std::getenv("METRISK_GOLDEN")) std::ofstream(path) << got;
+    std::ifstream file(path);
+    const std::string golden{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_EQ(got, golden) << name;
+}
+
+TEST(DistributionPlot, GoldenRecordings) {
+    const Entry above = withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 10, 90);
+    compareWithGolden("normal-offsets", labelsOf(subjectPlot(Fitted(twoSided(0.5, 0.5, 95)).record, {})));
+    compareWithGolden(
+        "lognormal-limits",
+        labelsOf(subjectPlot(
+            Fitted(twoSided(1, 0.5, 90), [](Analysis& r) { r.SUPlot_ShowTolerances = false; }).record, {})));
+    compareWithGolden("exponential-at-its-limit", labelsOf(subjectPlot(Fitted(above).record, {})));
+    compareWithGolden("uniform-steep", labelsOf(subjectPlot(Fitted(twoSided(5e-5, 5e-5, 100)).record, {})));
+    compareWithGolden("measuring-bounds", labelsOf(measuringPlot(Fitted(Entry{},
+                                                                        [](Analysis& r) {
+                                                                            r.MTE_EntryByUncertainty = true;
+                                                                            r.MTEPlot_ShowOffsets = false;
+                                                                            r.MTE_DegFreedom = 12;
+                                                                        })
+                                                                     .record,
+                                                                 {})));
+    compareWithGolden("error-in-millivolts", labelsOf(errorPlot(Fitted(Entry{},
+                                                                       [](Analysis& r) {
+                                                                           r.ProcessUncertainty = 0.01;
+                                                                           r.MTE_ToleranceUnits = "mV";
+                                                                           r.MTE_TolUnitsFactor = 1000;
+                                                                           r.Stat_Include[2] = 1;
+                                                                           r.Stat_SampleSize[2] = 5;
+                                                                           r.Stat_SampleMean[2] = 20;
+                                                                           r.ErrorPlot_Param = "Error";
+                                                                       })
+                                                                    .record,
+                                                                {})));
+}
+
+TEST(DistributionPlot, LabelsThatReadTheSame) {
+    DistributionPlot plot = subjectPlot(Fitted(twoSided(5e-7, 5e-7, 95)).record, {});
+    plot.showOffsets = false;
+    const std::string labels = labelsOf(plot);
+    EXPECT_NE(labels.find("\"10.0 V\""), std::string::npos);
+    EXPECT_NE(labels.find("\"9.9999989796\""), std::string::npos)
+        << "the left end tells itself from the centre";
+    EXPECT_EQ(labels.find("10.000001"), std::string::npos) << "the right end keeps its short form";
+    EXPECT_NE(labels.find("\"9.9999995\""), std::string::npos) << "so do the limits";
+
+    plot = subjectPlot(
+        Fitted({.mode = 0, .upperOffset = 2e-9, .lowerOffset = 2e-9, .mteOffset = 5e-10}).record, {});
+    EXPECT_NE(labelsOf(plot).find("\"+0.000000002 V\""), std::string::npos) << "a limit is not shown as 0";
+}
+
+TEST(DistributionPlot, LabelsGiveWayToTheCentre) {
+    DistributionPlot plot = subjectPlot(Fitted(twoSided(0.5, 0.5, 95)).record, {});
+    plot.positions.lower = plot.positions.central - 0.01F;
+    plot.positions.upper = 1.01F;
+    const std::string labels = labelsOf(plot);
+    EXPECT_EQ(labels.find("\"Lower\""), std::string::npos) << "the line stands alone";
+    EXPECT_EQ(labels.find("\"Upper\""), std::string::npos) << "outside there is no line either";
+    EXPECT_NE(labels.find("line 0.49 0"), std::string::npos);
+}
+
+TEST(DistributionPlot, AnUnknownDistributionStopsBeforeTheCurve) {
+    DistributionPlot plot = subjectPlot(Fitted(Entry{}).record, {});
+    plot.distribution = "Cauchy";
+    Drawing drawing;
+    EXPECT_EQ(DrawDistributionPlot(drawing, plot, {}), "Cauchy");
+    EXPECT_NE(drawing.text().find("Distribution: Cauchy"), std::string::npos);
+    EXPECT_EQ(drawing.text().find("#a0a0a0"), std::string::npos);
+}
+
+/// Area under the curve, by the trapezoidal rule.
+double area(const DistributionPlot& plot) {
+    double sum = 0;
+    for (std::size_t i = 1; i < plot.points.size(); ++i)
+        sum += (plot.points[i].density + plot.points[i - 1].density) / 2;
+    return sum * (plot.rightValue - plot.leftValue) / (curvePoints - 1);
+}
+
+TEST(DistributionPlots, TheCurveHoldsTheWholeProbabilityInAnyUnit) {
+    struct Row {
+        const char* name;
+        Entry entry;
+        double held; // of the probability within the range shown
+    };
+    const Row rows[] = {{"normal", twoSided(0.5, 0.5, 95), 0.99994},
+                        {"lognormal", twoSided(1, 0.5, 90), 0.999},
+                        {"exponential", withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 10, 90), 0.99},
+                        {"uniform", twoSided(0.5, 0.5, 100), 1.0}};
+    for (const Row& row : rows) {
+        DistributionPlot whole;
+        for (const double size : {1.0, 1e-6, 1e9}) {
+            Entry entry = row.entry;
+            for (double* length : {&entry.mode, &entry.upperOffset, &entry.lowerOffset, &entry.mteOffset,
+                                   &entry.physicalLimit})
+                *length *= size;
+            const Fitted fitted(
+                entry, [](Analysis& r) { r.SU_UpperOffset_fmt = r.SU_LowerOffset_fmt = "#,##0.0000000000"; });
+            const DistributionPlot plot = subjectPlot(fitted.record, {});
+            ASSERT_EQ(plot.points.size(), 101u) << row.name << size;
+            EXPECT_NEAR(area(plot), row.held, 0.01) << row.name << size;
+            if (size == 1) whole = plot;
+            EXPECT_NEAR(plot.positions.upper, whole.positions.upper, 1e-5) << row.name << size;
+            EXPECT_NEAR(plot.positions.central, whole.positions.central, 1e-5) << row.name << size;
+            EXPECT_NEAR(plot.peak * size / whole.peak, 1, 1e-9) << row.name << size;
+        }
+    }
+}
+
+TEST(DistributionPlots, DegreesOfFreedomChooseTheCurve) {
+    for (const auto& [freedom, name] :
+         {std::pair{5000.0, "Normal"}, {4999.0, "Student's t"}, {0.0, "Normal"}, {1.0, "Student's t"}}) {
+        const Fitted fitted(Entry{}, [f = freedom](Analysis& r) { r.MTE_DegFreedom = f; });
+        EXPECT_EQ(measuringPlot(fitted.record, {}).distribution, name) << freedom;
+    }
+}
+
+TEST(DistributionPlots, ZoomAndReferences) {
+    Fitted f(Entry{}, [](Analysis& r) { r.ProcessUncertainty = 0.03; });
+    const DistributionPlot full = subjectPlot(f.record, {});
+    f.record.SUPlot_Zoom = zoomFactors[0];
+    EXPECT_NEAR(10 - subjectPlot(f.record, {}).leftValue, (10 - full.leftValue) / 4, 1e-12);
+
+    f.record.SUPlot_UseMTETols = f.record.MTEPlot_UseSUTols = true;
+    EXPECT_DOUBLE_EQ(subjectPlot(f.record, {}).upperValue, 10.125);
+    EXPECT_DOUBLE_EQ(measuringPlot(f.record, {}).lowerValue, 9.5);
+    const double bias = f.record.MTE_StdUncertainty;
+    EXPECT_DOUBLE_EQ(measuringPlot(f.record, {}).sigma, bias);
+    f.record.MTEPlot_IncludeUncertainty = true;
+    EXPECT_DOUBLE_EQ(measuringPlot(f.record, {}).sigma, std::hypot(bias, 0.03));
+
+    const auto limits = [&](const char* reference) {
+        f.record.ErrorPlot_Param = reference;
+        const DistributionPlot plot = errorPlot(f.record, {});
+        return std::pair{plot.lowerValue, plot.upperValue};
+    };
+    f.record.SMPC_Computed = true;
+    f.record.SMPC_Bias[2] = 0.2;
+    EXPECT_EQ(limits("SU"), (std::pair{-0.5, 0.5})) << "about 0";
+    EXPECT_EQ(limits("MTE"), (std::pair{-0.125, 0.125}));
+    EXPECT_DOUBLE_EQ(limits("Error").second, 0.2 + 2 * std::hypot(bias, 0.03)) << "about the centre";
+    f.record.IncludeMTEBias = false;
+    EXPECT_DOUBLE_EQ(errorPlot(f.record, {}).sigma, 0.03);
+    f.record.ProcessUncertainty = 0;
+    EXPECT_FALSE(errorPlot(f.record, {}).holdsData());
+}
+
+} // namespace
+} // namespace metrisk::testing
