@@ -1,7 +1,9 @@
 // The controls of a screen without Qt: what each shows, and what happens when it is used.
 #pragma once
 
+#include "model/CellBlock.h"
 #include "model/FieldResult.h"
+#include "model/Menu.h"
 
 #include <functional>
 #include <optional>
@@ -104,7 +106,7 @@ struct Choice : Control {
         : Control(owner, controlName, "", std::move(tip)) {}
 };
 
-/// How far a search has come, 0 to 100.
+/// A bar from 0 to 100: how far a search has come, or a share. Its text stands in it, if there is one.
 struct Meter : Control {
     double value = 0;
 
@@ -132,6 +134,39 @@ struct PictureArea : Control {
   private:
     std::function<void(DrawingSurface&)> paint_;
     int drawn_ = 0;
+};
+
+/// A grid of texts, some of which can be typed over. Rows and columns count from 0.
+struct Table : Control {
+    struct Cell {
+        std::string text;
+        bool marked = false; // stands out, as markTip says
+        bool locked = false; // cannot be typed over
+    };
+    /// Inclusive; empty before anything is selected.
+    struct Range {
+        int top = 0, left = 0, bottom = -1, right = -1;
+        bool empty() const { return bottom < top || right < left; }
+        friend bool operator==(const Range&, const Range&) = default;
+    };
+
+    std::vector<std::string> headings; // one a column
+    std::vector<std::vector<Cell>> rows;
+    std::string markTip;
+    bool numbered = true;       // rows bear their numbers
+    bool dragged = false;       // its rows can be dragged onto other tables
+    std::vector<MenuItem> menu; // of the right button
+    Range selection;            // as the user has left it
+
+    /// A cell has been typed over and left.
+    std::function<void(int row, int column, const std::string& text)> cellLeft;
+    /// Texts have been pasted there, or blanks put by Cut and Delete.
+    std::function<void(int row, int column, const CellBlock& cells)> cellsPut;
+    /// A row of another table, or of this one, has been dropped on a row.
+    std::function<void(const Table& from, int fromRow, int row)> dropped;
+
+    Table(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
 };
 
 /// Running text with words to click on, marked up as \H heading \h, \B bold \b, \J jump \j.

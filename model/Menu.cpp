@@ -5,6 +5,13 @@
 
 namespace metrisk {
 
+std::string ToolButton::image() const {
+    const std::string_view name = key;
+    if (name == "ID_LINK") return "link";
+    if (name == "ID_SCREEN") return "screen";
+    return key;
+}
+
 const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control) {
     for (const MenuItem& item : menu) {
         if (std::string_view(item.control) == control) return &item;

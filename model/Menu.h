@@ -33,6 +33,17 @@ struct MenuItem {
     bool enabled() const { return !off && (run || isMenu() || editing != Editing::None); }
 };
 
+/// A button of a toolbar.
+struct ToolButton {
+    const char* key;
+    const char* toolTip;
+    const char* command; // the menu item or button it stands for
+    bool separatorAfter = false;
+
+    /// Name of its image: its key, but "link" for ID_LINK and "screen" for ID_SCREEN.
+    std::string image() const;
+};
+
 /// The item of that control name anywhere below, or null.
 MenuItem* findItem(std::vector<MenuItem>& menu, const char* control);
 const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control);

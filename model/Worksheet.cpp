@@ -16,6 +16,15 @@ Control* Worksheet::find(std::string_view control) const {
     return nullptr;
 }
 
+/// A rule of a table: a numeric fault in it changes nothing more.
+void Worksheet::act(const std::function<void()>& rule) {
+    try {
+        rule();
+    } catch (const RuntimeFault&) { // the table shows what it holds
+    }
+    refresh();
+}
+
 void Worksheet::enter(TextBox& box, const std::string& text) {
     if (!leaving_) box.last = text;
 }
@@ -60,6 +69,28 @@ void Worksheet::choose(Choice& choice, int index) {
 void Worksheet::jump(Hypertext& text, const std::string& word) {
     if (text.jumped) text.jumped(word);
     refresh();
+}
+
+void Worksheet::leaveCell(Table& table, int row, int column, const std::string& text) {
+    act([&] {
+        if (table.cellLeft) table.cellLeft(row, column, text);
+    });
+}
+
+void Worksheet::putCells(Table& table, int row, int column, const CellBlock& cells) {
+    act([&] {
+        if (table.cellsPut && !cells.empty()) table.cellsPut(row, column, cells);
+    });
+}
+
+void Worksheet::select(Table& table, const Table::Range& range) {
+    table.selection = range;
+}
+
+void Worksheet::drop(const Table& from, int fromRow, Table& to, int row) {
+    act([&] {
+        if (to.dropped) to.dropped(from, fromRow, row);
+    });
 }
 
 void Worksheet::run(const MenuItem& item) {

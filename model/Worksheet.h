@@ -20,6 +20,7 @@ class Worksheet {
     std::string caption;
     const char* const helpPage;
     std::vector<MenuItem> menus;
+    std::vector<ToolButton> toolbar;
 
     Worksheet(const char* screenName, std::string screenCaption, const char* page)
         : name(screenName), caption(std::move(screenCaption)), helpPage(page) {}
@@ -43,6 +44,10 @@ class Worksheet {
     void click(Button& button, bool on);
     void choose(Choice& choice, int index);
     void jump(Hypertext& text, const std::string& word);
+    void leaveCell(Table& table, int row, int column, const std::string& text);
+    void putCells(Table& table, int row, int column, const CellBlock& cells);
+    void select(Table& table, const Table::Range& range);
+    void drop(const Table& from, int fromRow, Table& to, int row);
     void run(const MenuItem& item);
     /// Asks whether the screen may be left that way; true if it is.
     bool close(Way way);
@@ -61,6 +66,8 @@ class Worksheet {
 
   private:
     friend struct Control;
+    void act(const std::function<void()>& rule);
+
     std::vector<Control*> controls_;
     std::optional<Way> closedBy_;
     Flag leaving_;

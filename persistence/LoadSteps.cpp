@@ -7,6 +7,8 @@
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "persistence/SettingKeys.h"
+#include "uncertainty/ErrorMessages.h"
+#include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
@@ -16,20 +18,29 @@
 namespace metrisk {
 namespace {
 
-constexpr int nameColumn = 5;
 constexpr int stressResponseRow = 4;
-constexpr const char* infinitySign = "\u221E";
 
 void copyErrorTable(ProcessErrors& errors) {
     for (int row = 1; row <= 8; ++row) errors.ErrTableDisplay[row + 1] = errors.ErrTableText[row];
+}
+
+/// As the worksheet shows it: computed figures bear 15 digits in the file.
+void shortenComputed(Analysis& record, const Regional& regional) {
+    for (int row = 1; row <= 8; ++row) {
+        const ErrorTableRow shown = readErrorTableRow(record, row, regional);
+        auto& cells = record.ErrTableDisplay[row + 1];
+        cells[errorColumn::limit] = shown.limit.shown;
+        cells[errorColumn::confidence] = shown.confidence.shown;
+        cells[errorColumn::uncertainty] = shown.uncertainty.shown;
+    }
 }
 
 /// Old files may carry no name for a row that has one today.
 void nameStressResponse(ProcessErrors& errors) {
     if (!withoutOuterBlanks(errors.ErrorSourceName[stressResponseRow]).empty()) return;
     const std::string name(errorSourceNames[stressResponseRow - 1]);
-    errors.ErrTableText[stressResponseRow][nameColumn] = name;
-    errors.ErrTableDisplay[stressResponseRow + 1][nameColumn] = name;
+    errors.ErrTableText[stressResponseRow][errorColumn::name] = name;
+    errors.ErrTableDisplay[stressResponseRow + 1][errorColumn::name] = name;
 }
 
 /// Rules ask for each kind on its own, so that any other number of them would be taken for one kind here
@@ -95,9 +106,6 @@ void derivePictures(Analysis& record) {
     record.Base_Reject_fmt = baselinePicture(record.Base_RejectUnits);
 }
 
-constexpr Message unlawfulCorrelation{"The correlation coefficient must be between -1 and 1.",
-                                      "Unlawful Entry", BoxIcon::Information};
-
 /// As an entry of the correlation worksheet would be refused.
 bool refuseCorrelations(Session& session) {
     bool refused = false;
@@ -147,9 +155,11 @@ bool runLoadStep(Session& session, LayoutPoint point) {
         settleUnits(session.record);
         break;
     case LayoutPoint::Statistics:
-        changed = refuseCorrelations(session);
+        changed = RefuseNegativeErrors(session);
+        changed |= refuseCorrelations(session);
         SettleTableMarks(session);
         copyErrorTable(session.record);
+        shortenComputed(session.record, session.regional);
         SumProcessUncertainty(session);
         break;
     }

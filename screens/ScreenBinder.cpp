@@ -1,5 +1,6 @@
 #include "screens/ScreenBinder.h"
 
+#include "screens/CellTable.h"
 #include "screens/EntryBox.h"
 #include "screens/PictureWidget.h"
 #include "screens/ShowControl.h"
@@ -24,6 +25,7 @@ ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
         if (auto* button = dynamic_cast<Button*>(control)) bind(*button);
         if (auto* choice = dynamic_cast<Choice*>(control)) bind(*choice);
         if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
+        if (auto* table = dynamic_cast<Table*>(control)) bind(*table);
         if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
     }
     setTabOrder();
@@ -110,6 +112,22 @@ void ScreenBinder::bind(Hypertext& text) {
     });
 }
 
+void ScreenBinder::bind(Table& table) {
+    auto* widget = static_cast<CellTable*>(widgets_.value(table.name));
+    connect(widget, &CellTable::typed, this, [this, &table](int row, int column, const QString& text) {
+        act([&] { model_.leaveCell(table, row, column, text.toStdString()); });
+    });
+    connect(widget, &CellTable::chosen, this,
+            [this, &table, widget] { model_.select(table, widget->range()); });
+    connect(widget, &CellTable::edited, this, [this, widget](Editing what) { edit(*widget, what); });
+    connect(widget, &CellTable::customContextMenuRequested, this,
+            [this, &table](const QPoint& at) { openTableMenu(table, at); });
+    connect(widget, &CellTable::dropped, this, [this, &table](CellTable* source, int fromRow, int row) {
+        const auto* from = dynamic_cast<const Table*>(model_.find(source->objectName().toStdString()));
+        if (from && row >= 0) act([&] { model_.drop(*from, fromRow, table, row); });
+    });
+}
+
 void ScreenBinder::bind(PictureArea& picture) {
     auto* widget = static_cast<PictureWidget*>(widgets_.value(picture.name));
     connect(widget, &PictureWidget::clicked, this, [this, &picture](double x, double y) {
@@ -191,6 +209,8 @@ void ScreenBinder::stayIn(TextBox& box, EntryBox& widget) {
 }
 
 bool ScreenBinder::commitEntry() {
+    for (QWidget* focused = window_.focusWidget(); focused; focused = focused->parentWidget())
+        if (auto* table = qobject_cast<CellTable*>(focused)) table->commitCell();
     auto* widget = qobject_cast<EntryBox*>(window_.focusWidget());
     if (!widget || !widget->isModified()) return true;
     auto* box = dynamic_cast<TextBox*>(model_.find(widget->objectName().toStdString()));

@@ -13,10 +13,12 @@ class QAction;
 class QLineEdit;
 class QMenu;
 class QMenuBar;
+class QToolBar;
 class QWidget;
 
 namespace metrisk {
 
+class CellTable;
 class EntryBox;
 
 class ScreenBinder final : public QObject {
@@ -31,6 +33,8 @@ class ScreenBinder final : public QObject {
 
     /// Fills the bar with the worksheet's menus. The actions bear the items' names.
     void buildMenus(QMenuBar& bar);
+    /// Fills it with the buttons that have something to run, named after the bar and their keys.
+    void buildToolbar(QToolBar& bar, const std::vector<ToolButton>& buttons);
     QAction* action(const QString& item) const { return actions_.value(item); }
 
     /// Refreshes the worksheet and shows it; in the midst of an action of the user, once that ends.
@@ -69,6 +73,9 @@ class ScreenBinder final : public QObject {
     void bind(Button& button);
     void bind(Choice& choice);
     void bind(Hypertext& text);
+    void bind(Table& table);
+    void openTableMenu(Table& table, const QPoint& at);
+    void edit(CellTable& widget, Editing what);
     void bind(PictureArea& picture);
     void setTabOrder();
     void addItem(QMenu& menu, const MenuItem& item);

@@ -1,5 +1,7 @@
 // The menus of a screen: built from its worksheet's data, run by its binder.
 #include "screens/ScreenBinder.h"
+
+#include "screens/CellTable.h"
 #include "screens/Widgets.h"
 
 #include <QAbstractButton>
@@ -10,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QToolBar>
 #include <utility>
 
 namespace metrisk {
@@ -36,6 +39,33 @@ void ScreenBinder::buildMenus(QMenuBar& bar) {
         connect(menu, &QMenu::aboutToHide, this, [menu] {
             for (QAction* action : menu->actions()) action->setEnabled(true);
         });
+    }
+}
+
+void ScreenBinder::buildToolbar(QToolBar& bar, const std::vector<ToolButton>& buttons) {
+    const int size = bar.fontMetrics().lineSpacing() + 4;
+    bar.setIconSize({size, size});
+    const QMenuBar* menus = window_.findChild<QMenuBar*>();
+    bool ended = false;
+    for (const ToolButton& button : buttons) {
+        QAction* command = action(button.command);
+        auto* pressed = qobject_cast<QAbstractButton*>(widgets_.value(button.command));
+        ended = ended || button.separatorAfter;
+        if (!pressed && (!command || !command->isEnabled()))
+            continue; // its screen is not part of the program
+        if (ended && !bar.actions().isEmpty()) bar.addSeparator();
+        ended = button.separatorAfter;
+        // An icon is drawn when it is first seen.
+        QAction* made = bar.addAction(QIcon(QString(":/icons/%1.svg").arg(qt(button.image()))),
+                                      button.toolTip, this, [this, pressed, name = QString(button.command)] {
+                                          if (pressed)
+                                              pressed->click();
+                                          else
+                                              run(name);
+                                      });
+        made->setToolTip(button.toolTip); // the dots, too
+        made->setObjectName(bar.objectName() + "_" + button.key);
+        if (command && menus && !menus->actions().contains(command)) command->setIcon(made->icon());
     }
 }
 
@@ -103,7 +133,34 @@ void ScreenBinder::run(const QString& name) {
         act([&] { model_.run(*item); });
 }
 
+void ScreenBinder::openTableMenu(Table& table, const QPoint& at) {
+    auto* widget = static_cast<CellTable*>(widgets_.value(table.name));
+    model_.select(table, widget->range());
+    QMenu menu;
+    refill(menu, table.menu);
+    menu.exec(widget->viewport()->mapToGlobal(at));
+}
+
+/// The editing commands on the cells that are selected.
+void ScreenBinder::edit(CellTable& widget, Editing what) {
+    auto* table = dynamic_cast<Table*>(model_.find(widget.objectName().toStdString()));
+    const Table::Range range = widget.range();
+    if (!table || range.empty()) return;
+    if (what == Editing::Copy || what == Editing::Cut)
+        QApplication::clipboard()->setText(qt(writeCells(widget.texts(range))));
+    CellBlock cells;
+    if (what == Editing::Cut || what == Editing::Delete)
+        cells.assign(static_cast<std::size_t>(range.bottom - range.top + 1),
+                     std::vector<std::string>(static_cast<std::size_t>(range.right - range.left + 1)));
+    if (what == Editing::Paste) cells = readCells(QApplication::clipboard()->text().toStdString());
+    if (!cells.empty()) act([&] { model_.putCells(*table, range.top, range.left, cells); });
+}
+
 void ScreenBinder::edit(Editing what) {
+    if (auto* table = qobject_cast<CellTable*>(window_.focusWidget())) {
+        edit(*table, what);
+        return;
+    }
     QLineEdit* box = activeBox();
     if (!box) return;
     switch (what) {
@@ -129,6 +186,7 @@ void ScreenBinder::showEditState() {
     const QLineEdit* box = activeBox();
     const QMimeData* clipboard = QApplication::clipboard()->mimeData();
     const bool typed = box && !box->isReadOnly();
+    if (qobject_cast<CellTable*>(window_.focusWidget())) return; // of a table everything but Undo
     const auto can = [&](Editing what) {
         switch (what) {
         case Editing::Undo: return typed && box->isUndoAvailable();

@@ -1,6 +1,7 @@
 #include "screens/ShowControl.h"
 
 #include "model/Controls.h"
+#include "screens/CellTable.h"
 #include "screens/EntryBox.h"
 #include "screens/PictureWidget.h"
 #include "screens/Widgets.h"
@@ -79,6 +80,15 @@ void showHypertext(const Hypertext& text, QTextBrowser& widget) {
     widget.setHtml(htmlOf(text.text));
 }
 
+/// A meter with a text of its own bears that instead of its percentage.
+void showMeter(const Meter& meter, QProgressBar& widget) {
+    widget.setValue(static_cast<int>(std::lround(meter.value)));
+    const QString text = qt(meter.text);
+    if (text.isEmpty() || (widget.format() == text && widget.toolTip() == qt(meter.toolTip))) return;
+    widget.setFormat(text);
+    widget.setAccessibleName(qt(meter.toolTip) + ": " + text);
+}
+
 void showPicture(const PictureArea& picture, PictureWidget& widget) {
     if (const QString text = qt(picture.text); widget.accessibleName() != text)
         widget.setAccessibleName(text);
@@ -99,7 +109,9 @@ void showControl(const Control& control, QWidget& widget) {
     else if (const auto* choice = dynamic_cast<const Choice*>(&control))
         showChoice(*choice, static_cast<QComboBox&>(widget));
     else if (const auto* meter = dynamic_cast<const Meter*>(&control))
-        static_cast<QProgressBar&>(widget).setValue(static_cast<int>(std::lround(meter->value)));
+        showMeter(*meter, static_cast<QProgressBar&>(widget));
+    else if (const auto* table = dynamic_cast<const Table*>(&control))
+        static_cast<CellTable&>(widget).show(*table);
     else if (const auto* text = dynamic_cast<const Hypertext*>(&control))
         showHypertext(*text, static_cast<QTextBrowser&>(widget));
     else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))

@@ -1,6 +1,7 @@
 #include "screens/Widgets.h"
 
 #include "model/Worksheet.h"
+#include "screens/CellTable.h"
 #include "screens/EntryBox.h"
 #include "screens/PictureWidget.h"
 
@@ -52,6 +53,7 @@ QWidget* make(const Control& control) {
     if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
     if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
+    if (const auto* table = dynamic_cast<const Table*>(&control)) return new CellTable(*table);
     return makeHypertext();
 }
 

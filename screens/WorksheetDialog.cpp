@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QShowEvent>
 #include <QTimer>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 namespace metrisk {
@@ -28,6 +29,12 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
         auto* bar = new QMenuBar(this);
         binder_->buildMenus(*bar);
         layout->setMenuBar(bar);
+    }
+    if (!model.toolbar.empty()) {
+        auto* bar = new QToolBar(this);
+        bar->setObjectName("toolbar");
+        layout->insertWidget(0, bar);
+        binder_->buildToolbar(*bar, model.toolbar);
     }
     connect(binder_, &ScreenBinder::closed, this, &QDialog::accept);
     connect(binder_, &ScreenBinder::shown, this, &WorksheetDialog::followContent);

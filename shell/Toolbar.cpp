@@ -2,13 +2,6 @@
 
 namespace metrisk {
 
-std::string ToolButton::image() const {
-    const std::string_view name = key;
-    if (name == "ID_LINK") return "link";
-    if (name == "ID_SCREEN") return "screen";
-    return key;
-}
-
 const std::vector<ToolButton>& mainToolbar() {
     static const std::vector<ToolButton> buttons = {
         {"exit", "Exit", "ExitAnalysis"},

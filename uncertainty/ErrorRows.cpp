@@ -2,41 +2,34 @@
 
 #include "model/NumberText.h"
 #include "model/Text.h"
-#include "numerics/Real.h"
+#include "model/ToleranceUnits.h"
+#include "uncertainty/ErrorCell.h"
 
 namespace metrisk {
-namespace {
 
-constexpr int uncertaintyColumn = 3;
-constexpr int includeColumn = 4;
-constexpr int freedomColumn = 6;
+bool isIncluded(std::string_view mark, double uncertainty) {
+    if (!(uncertainty > 0)) return false;
+    const std::string_view word = withoutOuterBlanks(mark);
+    return word.empty() || equalCaseBlind(word, "True");
+}
 
-} // namespace
-
-ErrorRows readErrorRows(const ProcessErrors& errors, const Regional& regional) {
-    ErrorRows table;
-    for (int r = 1; r <= 8; ++r) {
-        const auto& cells = errors.ErrTableText[r];
-        const std::string& typed = cells[uncertaintyColumn];
-        if (typed.empty()) continue; // most rows
-        const double uncertainty = ParseValue(typed, regional);
-        table.anyUncertainty |= uncertainty != 0;
-        if (!equalCaseBlind(withoutOuterBlanks(cells[includeColumn]), "True")) continue;
-        table.rows[r] = {uncertainty, ParseValue(cells[freedomColumn], regional),
-                         DigitsForEntry(typed, regional)};
+ErrorRows readErrorRows(const Analysis& record, const Regional& regional) {
+    ErrorRows rows;
+    rows[biasRow] = {.uncertainty = measuringUnits(record).shown(record.MTE_StdUncertainty),
+                     .degFreedom = record.MTE_DegFreedom,
+                     .decimals = biasDecimals,
+                     .included = record.IncludeMTEBias};
+    for (int row = 1; row < errorRowCount; ++row) {
+        const auto& cells = record.ErrTableText[row];
+        if (cells[errorColumn::uncertainty].empty()) continue; // most rows
+        const ErrorCell cell = readUncertainty(record, row, regional);
+        rows[static_cast<std::size_t>(row)] = {
+            .uncertainty = cell.value,
+            .degFreedom = ParseValue(cells[errorColumn::degFreedom], regional),
+            .decimals = cell.decimals,
+            .included = isIncluded(cells[errorColumn::include], cell.value)};
     }
-    return table;
-}
-
-void EffectiveFreedom::add(double uncertainty, double degFreedom) {
-    const Real square = Real(uncertainty) * uncertainty;
-    squares = (squares + square).value();
-    if (degFreedom > 0) quarticsPerFreedom = (quarticsPerFreedom + square * square / degFreedom).value();
-}
-
-double EffectiveFreedom::value() const {
-    if (!(quarticsPerFreedom > 0)) return 0;
-    return (Real(squares) * squares / quarticsPerFreedom).value();
+    return rows;
 }
 
 } // namespace metrisk

@@ -1,18 +1,61 @@
-// Totals of the process errors table: uncertainty and effective degrees of freedom.
+// Totals of the process errors table: uncertainty, effective degrees of freedom, shares.
 #pragma once
 
 #include "model/Session.h"
+#include "uncertainty/ErrorRows.h"
 
 namespace metrisk {
 
-/// Combines the included rows 1 to 8 of ErrTableText, correlations included, into ProcessUncertainty
-/// (nominal units, row 0 excluded) with its picture, Process_DegFreedom and Total_DegFreedom (row 0
-/// included, whatever its tick). A variance below 0 counts as 0. A table without any uncertainty leaves
-/// ProcessUncertainty. A numeric fault leaves every figure.
+/// Beyond this a t distribution counts as normal.
+inline constexpr double largestDegFreedom = 4999;
+
+using Correlations = OneBased<OneBased<double, 10>, 10>;
+
+/// Uncertainties in tolerance units of the measuring parameter. Degrees of freedom by the formula of Welch
+/// and Satterthwaite, without the correlations; 0 means infinite.
+struct Totals {
+    double process = 0;                         // without row 0
+    double total = 0;                           // with row 0 if that is included
+    int processDecimals = 0;                    // most of the included rows 1 to 8
+    int totalDecimals = 0;                      // with those of row 0
+    bool anyProcess = false;                    // some included row has an uncertainty
+    bool anyTotal = false;                      // the same with row 0, whatever its mark
+    double processFreedom = 0;                  // without row 0
+    double totalFreedom = 0;                    // with row 0, whatever its mark; 0 beyond largestDegFreedom
+    bool contradictory = false;                 // no set of errors has such correlations
+    std::array<double, errorRowCount> shares{}; // of the squared total; negative for a row that lessens it
+};
+
+/// Sums u_i^2 and 2 rho_ij u_i u_j over the included rows; a sum below 0 counts as 0. Free of the units and
+/// of the size of the figures. Raises RuntimeFault if a result is not finite.
+Totals ComputeTotals(const ErrorRows& rows, const Correlations& correlations);
+
+/// Sums of the formula of Welch and Satterthwaite: effective degrees of freedom = A^2 / B.
+struct EffectiveFreedom {
+    double squares = 0;            // A = sum of u^2
+    double quarticsPerFreedom = 0; // B = sum of u^4 / v, rows with infinite v left out
+
+    /// Raises RuntimeFault on overflow.
+    void add(double uncertainty, double degFreedom);
+    /// 0 means infinite.
+    double value() const;
+};
+
+/// Puts the totals of ErrTableText into ProcessUncertainty (nominal units) with its picture,
+/// Process_DegFreedom and Total_DegFreedom. A table without any uncertainty leaves ProcessUncertainty. A
+/// numeric fault leaves every figure.
 void SumProcessUncertainty(Session& session);
+
+/// Empties negative limits and uncertainties of ErrTableText and unticks their rows, as their boxes would
+/// refuse them; tells so once. True if there were any.
+bool RefuseNegativeErrors(Session& session);
 
 /// Rewrites the numbers of ErrTableText that were typed under the other decimal mark ("1,234" for 1.234):
 /// done when the table gives the stored ProcessUncertainty read so, and does not as it stands.
 void SettleTableMarks(Session& session);
+
+/// Brings the table and the samples to other tolerance units of the measuring parameter; `ratio` is the new
+/// factor over the old one. The totals in nominal units stay. Raises RuntimeFault.
+void RescaleProcessTable(Analysis& record, double ratio, const Regional& regional);
 
 } // namespace metrisk

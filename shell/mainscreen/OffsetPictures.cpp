@@ -4,6 +4,7 @@
 #include "model/RelativeUnits.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
+#include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
 #include <algorithm>
@@ -27,7 +28,10 @@ void followModeInUnits(Session& session) {
     if (r.NominalUnits != ppmUnits && !r.MeasurementArea.empty() && r.SU_Mode != 0) {
         const double factor = perMillion / std::fabs(r.SU_Mode);
         if (subjectUnits(r).isPpm()) r.SU_TolUnitsFactor = factor;
-        if (measuringUnits(r).isPpm()) r.MTE_TolUnitsFactor = factor;
+        if (measuringUnits(r).isPpm() && r.MTE_TolUnitsFactor != factor) {
+            r.MTE_TolUnitsFactor = factor;
+            SumProcessUncertainty(session); // the table's figures are parts of the reading, and stay so
+        }
     }
     UpdateToleranceDecimals(r);
     UpdateMTEToleranceDecimals(r);

@@ -60,23 +60,7 @@ void MainWindow::buildToolbar() {
     QToolBar* bar = addToolBar("Toolbar");
     bar->setObjectName("tb_Main");
     bar->setMovable(false);
-    const int size = fontMetrics().lineSpacing() + 4;
-    bar->setIconSize({size, size});
-    bool ended = false;
-    for (const ToolButton& button : mainToolbar()) {
-        QAction* command = binder_->action(button.command);
-        ended = ended || button.separatorAfter;
-        if (!command || !command->isEnabled()) continue; // its screen is not part of the program
-        if (ended && !bar->actions().isEmpty()) bar->addSeparator();
-        ended = button.separatorAfter;
-        // An icon is drawn when it is first seen.
-        QAction* action =
-            bar->addAction(QIcon(QString(":/icons/%1.svg").arg(qt(button.image()))), button.toolTip, this,
-                           [this, name = QString(button.command)] { binder_->run(name); });
-        action->setToolTip(button.toolTip); // the dots, too
-        action->setObjectName(QString("tb_Main_%1").arg(button.key));
-        if (!menuBar()->actions().contains(command)) command->setIcon(action->icon());
-    }
+    binder_->buildToolbar(*bar, mainToolbar());
 }
 
 void MainWindow::openFile(const QString& path) {

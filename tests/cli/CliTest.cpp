@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -393,6 +394,34 @@ TEST_F(Cli, ConvertsTrueAndObserved) {
     const auto refused = run("observed --observed 99.99999 --json " + file);
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(json::parse(refused.out)["messages"][0]["text"], "Unrealistic observed % in-tolerance.");
+}
+
+TEST_F(Cli, SumsTheBudgetAndTakesSamples) {
+    const std::string file = "ex/thermometer-process-uncertainty.mrk";
+    const json before = json::parse(run("uncertainty --json " + file).out);
+    EXPECT_EQ(before["status"], "computed");
+    EXPECT_NEAR(before["TotalUncertainty"].get<double>(),
+                std::hypot(0.02, 0.03, std::hypot(0.0289, 0.05 / 1.959963984540054)), 1e-12);
+    EXPECT_TRUE(before["SMPC_Bias"].is_null()) << "no sample";
+    EXPECT_EQ(json::parse(run("compute --json " + file).out)["MTE_Sigma"], before["TotalUncertainty"]);
+
+    write("data.csv", "reading\r\n100,01\r\n\r\n100,0325\r\n100,021\r\n");
+    const auto taken = run("uncertainty --samples su=data.csv --save --json " + file);
+    const json sampled = taken.lines().front();
+    EXPECT_EQ(sampled["messages"][0]["text"], "data.csv: 3 of 4 taken");
+    EXPECT_NEAR(sampled["Stat_SampleMean"][1].get<double>(), 100.021166666666667, 1e-12);
+    EXPECT_EQ(sampled["ErrorTable"][7]["txt_DegreesFreedom"], 2);
+    EXPECT_TRUE(sampled["SMPC_Computed"]);
+    json saved = json::parse(run("uncertainty --json " + file).out);
+    for (const char* key : {"ProcessUncertainty", "TotalUncertainty", "Total_DegFreedom", "SMPC_TrueOffset"})
+        EXPECT_NEAR(saved[key].get<double>(), sampled[key].get<double>(), 1e-13) << key;
+
+    for (const auto& [words, status] : {std::pair{"--samples data.csv", 2},
+                                        {"--save", 2},
+                                        {"--samples mte=none.csv", 1},
+                                        {"--samples mte=ex", 1},
+                                        {"--samples su=none.mrk none.mrk", 2}})
+        EXPECT_EQ(run("uncertainty " + std::string(words) + " " + file).status, status) << words;
 }
 
 TEST_F(Cli, DrawsPictures) {

@@ -1,0 +1,43 @@
+// The widget of a table: cells are typed into, cut, copied, pasted, and its rows dragged.
+#pragma once
+
+#include "model/Controls.h"
+
+#include <QTableWidget>
+
+namespace metrisk {
+
+class CellTable final : public QTableWidget {
+    Q_OBJECT
+
+  public:
+    explicit CellTable(const Table& table);
+
+    /// Touches what differs; a cell that is being typed into keeps its editor.
+    void show(const Table& table);
+    /// Ends the typing in a cell as leaving it would.
+    void commitCell();
+    /// What is selected, the current cell if nothing else.
+    Table::Range range() const;
+    CellBlock texts(const Table::Range& range) const;
+
+  signals:
+    void typed(int row, int column, const QString& text);
+    void chosen();
+    void edited(metrisk::Editing what);
+    void dropped(metrisk::CellTable* from, int fromRow, int row);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+  private:
+    void showCell(int row, int column, const Table::Cell& cell, const QString& markTip);
+
+    bool showing_ = false;
+};
+
+} // namespace metrisk
