@@ -7,6 +7,7 @@
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
+#include "units/UnitsScreen.h"
 
 #include <filesystem>
 
@@ -53,12 +54,18 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), session_(session), screen_(screen) {
+    : files(session, screen, chooser), plots(session), session_(session), screen_(screen), chooser_(chooser) {
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
-        {.control = "mnu_Units", .caption = "Measurement &Units"},
+        {.control = "mnu_Units",
+         .caption = "Measurement &Units",
+         .run =
+             [this] {
+                 UnitsRevision units(session_, chooser_);
+                 session_.ui.run(units);
+             }},
         {.control = "BaselineAnalysisScreen",
          .caption = "&Baseline",
          .run =

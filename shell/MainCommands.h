@@ -25,6 +25,7 @@ class MainCommands {
   private:
     Session& session_;
     MainScreen& screen_;
+    FileChooser& chooser_;
 
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();

@@ -2,6 +2,7 @@
 
 #include "plots/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
+#include "units/screens/Layouts.h"
 
 #include <string_view>
 #include <utility>
@@ -19,6 +20,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
         {"SUPlot", layoutPlot},
+        {"UnitsRevision", layoutUnitsRevision},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);
