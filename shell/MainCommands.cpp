@@ -1,6 +1,7 @@
 #include "shell/MainCommands.h"
 
 #include "model/Session.h"
+#include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/observed/ObservedScreen.h"
@@ -75,7 +76,12 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
              }},
         {.control = "mnu_Reliability",
          .caption = "&Reliability",
-         .items = parameterItems("mnu_Reliability_Parameter_0", "mnu_Reliability_Parameter_1")},
+         .items = {{.control = "mnu_Reliability_Parameter_0",
+                    .caption = "&Subject Parameter",
+                    .run = [this] { openReliability(subjectSlot); }},
+                   {.control = "mnu_Reliability_Parameter_1",
+                    .caption = "&Measuring Parameter",
+                    .run = [this] { openReliability(measuringSlot); }}}},
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
          .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1")},
@@ -86,6 +92,12 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
+}
+
+void MainCommands::openReliability(int slot) {
+    session_.record.Rel_ActiveSlot = slot;
+    ReliabilityScreen worksheet(session_);
+    session_.ui.run(worksheet);
 }
 
 std::vector<MenuItem> MainCommands::fileItems() {

@@ -27,6 +27,7 @@ class MainCommands {
     MainScreen& screen_;
     FileChooser& chooser_;
 
+    void openReliability(int slot);
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();
     std::vector<MenuItem> plotItems();

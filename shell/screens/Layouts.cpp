@@ -1,6 +1,7 @@
 #include "shell/screens/Layouts.h"
 
 #include "plots/screens/Layouts.h"
+#include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 #include "units/screens/Layouts.h"
 
@@ -19,6 +20,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
+        {"ReliabilityModelCoefficients", layoutReliability},
         {"SUPlot", layoutPlot},
         {"UnitsRevision", layoutUnitsRevision},
     };

@@ -2,6 +2,7 @@
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
+#include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -121,13 +122,14 @@ class DialogTest final : public QObject {
         ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
         ObservedScreen observed(session);
+        ReliabilityScreen reliability(session);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
-        for (Worksheet* screen :
-             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands,
-                                               &observed, &subjectPlot, &measuringPlot, &errorPlot}) {
+        for (Worksheet* screen : std::initializer_list<Worksheet*>{
+                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability,
+                 &subjectPlot, &measuringPlot, &errorPlot}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
