@@ -75,7 +75,9 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         {.control = "PlotControl", .caption = "&Plots", .items = plotItems()},
         {.control = "UserOptions", .caption = "&Options", .items = optionItems()},
         {.control = "mnu_ToleranceLimits", .caption = "&Tol Ref"},
-        {.control = "mnu_Uncertainty", .caption = "&Uncertainty"},
+        {.control = "mnu_Uncertainty",
+         .caption = "&Uncertainty",
+         .run = [this] { screen_.openUncertainty(); }},
         {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };

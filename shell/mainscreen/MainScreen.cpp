@@ -14,6 +14,7 @@
 #include "shell/mainscreen/MainDisplay.h"
 #include "shell/mainscreen/TextFields.h"
 #include "shell/mainscreen/ToleranceOptions.h"
+#include "uncertainty/MTEErrorScreen.h"
 
 namespace metrisk {
 
@@ -133,6 +134,13 @@ void MainScreen::followInKFactors() {
 void MainScreen::openGuardbands() {
     GuardbandScreen worksheet(session_);
     session_.ui.run(worksheet);
+}
+
+void MainScreen::openUncertainty() {
+    session_.record.ComputeNeeded = false;
+    MTEErrorScreen worksheet(session_);
+    session_.ui.run(worksheet);
+    followInKFactors();
 }
 
 bool MainScreen::mayRun(const MenuItem& item) {

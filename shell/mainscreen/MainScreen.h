@@ -130,6 +130,8 @@ class MainScreen final : public Worksheet {
 
     /// The guardband worksheet.
     void openGuardbands();
+    /// The process uncertainty worksheet.
+    void openUncertainty();
 
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();

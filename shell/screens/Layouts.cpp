@@ -2,6 +2,7 @@
 
 #include "plots/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
+#include "uncertainty/screens/Layouts.h"
 
 #include <string_view>
 #include <utility>
@@ -12,10 +13,13 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
     static constexpr std::pair<std::string_view, QWidget* (*)(const WidgetMaker&)> layouts[] = {
         {"BaselineAnalysis", layoutBaselineAnalysis},
         {"Computing", layoutComputing},
+        {"CorrelationList", layoutCorrelationList},
+        {"DataEntryWorksheet", layoutDataEntry},
         {"EqRatio", layoutEqRatio},
         {"ErrorPlot", layoutPlot},
         {"FAFORM", layoutFalseAccept},
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
+        {"MTEError", layoutMTEError},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
         {"SUPlot", layoutPlot},

@@ -10,6 +10,9 @@
 #include "risk/observed/ObservedScreen.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
+#include "uncertainty/CorrelationScreen.h"
+#include "uncertainty/DataEntryScreen.h"
+#include "uncertainty/MTEErrorScreen.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -121,13 +124,16 @@ class DialogTest final : public QObject {
         ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
         ObservedScreen observed(session);
+        MTEErrorScreen budget(session);
+        DataEntryScreen samples(session, 1);
+        CorrelationScreen correlations(session);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
-        for (Worksheet* screen :
-             std::initializer_list<Worksheet*>{&main, &baseline, &option, &ratio, &computing, &guardbands,
-                                               &observed, &subjectPlot, &measuringPlot, &errorPlot}) {
+        for (Worksheet* screen : std::initializer_list<Worksheet*>{
+                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &budget, &samples,
+                 &correlations, &subjectPlot, &measuringPlot, &errorPlot}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
