@@ -96,7 +96,6 @@ class Camera {
         });
         desk_.choose("mnu_Uncertainty");
         desk_.record.FileChanged = false;
-        desk_.window->openAtStart(desk_.examplePath("gauge-block-25mm"));
     }
 
   private:
@@ -138,6 +137,7 @@ int main(int argc, char** argv) {
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
+    desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

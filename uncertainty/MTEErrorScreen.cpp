@@ -188,6 +188,10 @@ void MTEErrorScreen::bindRow(int index) {
             desk_.record.ErrTableText[index][errorColumn::include] = on ? "True" : "False";
         tableChanged();
     };
+    if (index == biasRow || isSampleRow(index)) {
+        row.txt_Description.locked = true;
+        row.txt_Description.left = [](const std::string& text) -> FieldResult { return {false, text}; };
+    }
     if (index == biasRow) {
         row.button->enabled = false;
         return;

@@ -32,7 +32,8 @@ void SampleGrid::fill(const std::vector<double>& values, const std::string& pict
     const int decimals = PictureDecimals(picture);
     for (std::size_t i = 0; i < cells_.size() && i < values.size(); ++i) {
         const double value = values[i];
-        const bool shows = roundedToDecimals(value, decimals) == value;
+        const bool shows =
+            GeneralText(roundedToDecimals(value, decimals), regional_) == GeneralText(value, regional_);
         cells_[i] = {shows ? FormatNumber(value, PictureForDecimals(decimals), regional_)
                            : GeneralText(value, regional_),
                      value, measured_};
