@@ -20,6 +20,7 @@ void addShow(CLI::App& program, Command& chosen);
 void addBaseline(CLI::App& program, Command& chosen);
 void addGuardband(CLI::App& program, Command& chosen);
 void addObserved(CLI::App& program, Command& chosen);
+void addReliability(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
 void addUncertainty(CLI::App& program, Command& chosen);
 

@@ -136,6 +136,9 @@ int main(int argc, char** argv) {
     camera.takeUncertainty();
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
+    desk.record.FileChanged = false;
+    desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
+    desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
     desk.choose("mnu_HelpContents");

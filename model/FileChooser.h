@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace metrisk {
 
@@ -24,5 +25,11 @@ class FileChooser {
     /// A name to save under, after a prompt if that file exists; none if the user cancels.
     virtual std::optional<std::string> chooseToSave(const FileRequest& request) = 0;
 };
+
+class Interaction;
+
+/// The dialog has asked about the name that was chosen; the one that it becomes may exist as well. True if
+/// it may be written.
+bool mayReplace(Interaction& ui, const std::string& path, std::string_view title);
 
 } // namespace metrisk

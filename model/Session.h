@@ -4,6 +4,7 @@
 #include "model/Analysis.h"
 #include "model/Clock.h"
 #include "model/Interaction.h"
+#include "model/Places.h"
 #include "model/Regional.h"
 #include "model/Settings.h"
 
@@ -16,6 +17,7 @@ struct Session {
     const Clock& clock;
     Regional regional{};
     Analysis record{};
+    Places places{};
 };
 
 } // namespace metrisk

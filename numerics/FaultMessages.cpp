@@ -11,6 +11,19 @@ constexpr Message badGamma{"Error in Incomplete Gamma Function Argument", "Illeg
 constexpr Message driftFault{"A fatal math error occurred during function integration.  "
                              "Please try a different set of inputs.",
                              integrationFault.title};
+constexpr Message reliabilityFault{
+    "A fatal error has occurred in computing the selected reliability function.  "
+    "Please try again with different input parameters.",
+    "Reliability Function Error"};
+// The two differ by a letter, each in its place.
+constexpr Message solutionFault{
+    "A fatal math error ocurred while solving for reliability model coefficients.  "
+    "Please try another combination of inputs.",
+    reliabilityFault.title};
+constexpr Message integrandFault{
+    "A fatal math error occurred while solving for reliability model coefficients.  "
+    "Please try another combination of inputs.",
+    reliabilityFault.title};
 
 } // namespace
 
@@ -20,6 +33,10 @@ const Message* messageOf(const RuntimeFault& fault) {
     if (fault.routine == "IntegrateDriftFunction") return &driftFault;
     if (fault.routine == "BetaI") return &badBeta;
     if (fault.routine == "LowerGammaSeries" && fault.kind == FaultKind::Argument) return &badGamma;
+    if (fault.routine == "ReliabilityAt" || fault.routine == "ReliabilityOverPeriod")
+        return &reliabilityFault;
+    if (fault.routine == "SolveReliabilityCoefficients") return &solutionFault;
+    if (fault.routine == "ReliabilityIntegrand") return &integrandFault;
     return nullptr;
 }
 

@@ -75,8 +75,8 @@ void solve(ReliabilityResidual F, ReliabilitySearch& search) {
     if (a > bracket.b) a = bracket.b;
     Real fm = bracket.residual(a); // the plain value, without the direction
     if (abs(fm) < search.eps) search.x = a.value();
-    // Halving of the width to exactly 0, after some 2000 passes at most, ends a search that cannot
-    // reach eps.
+    // A search that cannot reach eps ends when the halved width no longer moves the point, or, about 0,
+    // when it is exactly 0.
     while (abs(fm) >= search.eps) {
         width /= 2;
         if (width == 0) {
@@ -86,6 +86,10 @@ void solve(ReliabilityResidual F, ReliabilitySearch& search) {
         const Real xm = a + width;
         search.x = xm.value();
         fm = dir * bracket.residual(xm);
+        if (xm == a && abs(fm) >= search.eps) {
+            search.failed = true;
+            break;
+        }
         if (fm < 0) a = xm;
     }
     if (search.x < 0) search.failed = true;

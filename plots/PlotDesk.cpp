@@ -38,7 +38,7 @@ PlotScreen& PlotDesk::make(PlotKind kind) {
 
 PlotScreen* PlotDesk::showing(PlotKind kind) const {
     for (const auto& screen : screens_)
-        if (screen->kind == kind && !screen->closedBy()) return screen.get();
+        if (screen->kind == kind && !screen->isGone()) return screen.get();
     return nullptr;
 }
 
@@ -80,7 +80,6 @@ void PlotDesk::showBeside(PlotScreen& screen, PlotKind other) {
     const bool isNew = !partner;
     if (isNew) partner = &make(other);
     if (!alreadyCompared) {
-        endComparison();
         comparison_ = {&screen, partner};
         everCompared_ = true;
     }
@@ -91,14 +90,13 @@ void PlotDesk::showBeside(PlotScreen& screen, PlotKind other) {
     }
     if (partner->closedBy()) return;
     if (!alreadyCompared) session_.ui.placeBeside(screen, *partner);
-    session_.ui.refresh(*partner);
+    refreshAll();
 }
 
-void PlotDesk::endComparison() {
-    const auto [a, b] = comparison_;
-    comparison_ = {};
-    for (PlotScreen* screen : {a, b})
-        if (screen && !screen->closedBy()) session_.ui.refresh(*screen);
+/// Their commands say how the others stand.
+void PlotDesk::refreshAll() {
+    for (const auto& screen : screens_)
+        if (!screen->isGone()) session_.ui.refresh(*screen);
 }
 
 void PlotDesk::comeBack(PlotScreen& screen) {
@@ -106,16 +104,13 @@ void PlotDesk::comeBack(PlotScreen& screen) {
     if (compared(screen)) partner = comparison_.first == &screen ? comparison_.second : comparison_.first;
     comparison_ = {};
     screen.close(Way::Ok);
-    if (!partner || partner->closedBy()) return;
-    partner->close(Way::Ok);
-    session_.ui.refresh(*partner);
+    if (partner && partner->close(Way::Ok)) session_.ui.refresh(*partner);
+    refreshAll();
 }
 
 void PlotDesk::left(PlotScreen& screen) {
-    if (!compared(screen)) return;
-    PlotScreen* partner = comparison_.first == &screen ? comparison_.second : comparison_.first;
-    comparison_ = {};
-    if (partner && !partner->closedBy()) session_.ui.refresh(*partner);
+    if (compared(screen)) comparison_ = {};
+    refreshAll();
 }
 
 } // namespace metrisk

@@ -39,7 +39,7 @@ class PlotDesk {
     PlotScreen* showing(PlotKind kind) const;
     bool compared(const PlotScreen& screen) const;
     PlotScreen& make(PlotKind kind);
-    void endComparison();
+    void refreshAll();
 
     Session& session_;
     std::vector<std::unique_ptr<PlotScreen>> screens_; // also those left, until all are

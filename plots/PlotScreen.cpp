@@ -92,6 +92,7 @@ bool PlotScreen::tryDrawing() {
 }
 
 bool PlotScreen::mayClose(Way) {
+    gone_ = true;
     desk_.left(*this);
     return true;
 }

@@ -24,6 +24,9 @@ class PlotScreen : public Worksheet {
 
     void refresh() override;
 
+    /// It has been left, or is about to be.
+    bool isGone() const { return gone_; }
+
   protected:
     PlotScreen(PlotDesk& desk, PlotKind plotKind, const char* screenName);
 
@@ -60,6 +63,7 @@ class PlotScreen : public Worksheet {
     PlotDesk& desk_;
     DistributionPlot plot_;
     bool stale_ = true;
+    bool gone_ = false;
 };
 
 } // namespace metrisk

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTimer>
 
 namespace metrisk {
 
@@ -136,7 +137,10 @@ void QtInteraction::open(Worksheet& screen) {
     auto dialog = std::make_unique<WorksheetDialog>(screen, layoutOf_, parent);
     ScreenBinder* binder = &dialog->binder();
     open_.push_back(binder);
-    QObject::connect(dialog.get(), &QDialog::finished, binder, [this, binder] { forget(binder); });
+    QObject::connect(dialog.get(), &QDialog::finished, binder, [this, binder] {
+        forget(binder);
+        if (QWidget* window = owner()) window->activateWindow();
+    });
     dialog->show();
     companions_.push_back(std::move(dialog));
 }
@@ -148,13 +152,18 @@ ScreenBinder* QtInteraction::binderOf(const Worksheet& screen) const {
 }
 
 void QtInteraction::placeBeside(Worksheet& left, Worksheet& right) {
-    const auto place = [](QWidget& window, bool atRight) {
+    static constexpr int framedAfter = 100; // milliseconds: a window just shown has no frame yet
+    const auto stand = [](QWidget& window, bool atRight) {
         const QRect desktop = window.screen()->availableGeometry();
         const QSize frame = window.frameGeometry().size() - window.size();
         const QSize half(desktop.width() / 2, desktop.height() * 95 / 100);
         window.resize(half - frame);
         window.move(atRight ? desktop.left() + half.width() : desktop.left(), desktop.top());
         window.raise();
+    };
+    const auto place = [stand](QWidget& window, bool atRight) {
+        stand(window, atRight);
+        QTimer::singleShot(framedAfter, &window, [stand, &window, atRight] { stand(window, atRight); });
     };
     if (ScreenBinder* binder = binderOf(left)) place(binder->window(), false);
     if (ScreenBinder* binder = binderOf(right)) place(binder->window(), true);

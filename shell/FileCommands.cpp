@@ -145,18 +145,10 @@ bool FileCommands::mnu_File_SaveAs() {
     return path && saveTo(*path);
 }
 
-/// The dialog has asked about the name that was chosen; the one that it becomes may exist as well.
-bool FileCommands::mayReplace(const std::string& path) {
-    std::error_code none;
-    if (!std::filesystem::exists(path, none)) return true;
-    return ask(session_.ui, {path + " already exists.\nDo you want to replace it?", saveAsTitle,
-                             BoxButtons::YesNo, Answer::No}) == Answer::Yes;
-}
-
 bool FileCommands::saveTo(const std::string& path) {
     Analysis& r = session_.record;
     const std::string name = NormalizeAnalysisName(path);
-    if (name != path && !mayReplace(name)) return false;
+    if (name != path && !mayReplace(session_.ui, name, saveAsTitle)) return false;
     const std::string before = r.AnalysisFileName;
     r.AnalysisFileName = name;
     r.AbortFlag = false;

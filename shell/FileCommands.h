@@ -43,7 +43,6 @@ class FileCommands {
     bool load(const std::string& given);
     std::string startFolder() const;
     bool saveTo(const std::string& path);
-    bool mayReplace(const std::string& path);
 };
 
 } // namespace metrisk

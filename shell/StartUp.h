@@ -1,5 +1,7 @@
-// Where the program finds its folder, its units and its help, settled once at start.
+// What is settled once at start: the places of the program, and the file that it opens.
 #pragma once
+
+#include "model/Places.h"
 
 #include <string>
 #include <vector>
@@ -7,13 +9,6 @@
 namespace metrisk {
 
 class Settings;
-
-struct Places {
-    std::string HomeDirectory; // the folder of the program's data
-    std::string HomeDrive;     // what stands before the first separator of it
-    std::string UnitsDatabasePath;
-    std::string HelpFilePath;
-};
 
 /// Reads the places from the settings. A home folder that does not exist becomes `programFolder` if it
 /// can be written to, else `dataFolder`, which is created; a units database that does not exist becomes

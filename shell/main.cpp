@@ -76,9 +76,8 @@ int main(int argc, char** argv) {
     const SystemClock clock;
     Session session{settings, ui, clock};
     session.record.FirstDisplay = true;
-    const Places places =
-        locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
-    help.HelpFilePath = places.HelpFilePath;
+    session.places = locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
+    help.HelpFilePath = session.places.HelpFilePath;
     session.regional = systemRegional();
 
     std::unique_ptr<SplashScreen> splash;

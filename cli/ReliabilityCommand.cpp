@@ -1,0 +1,200 @@
+// metrisk-cli reliability: coefficients of a reliability model from probabilities, and the way back.
+#include "cli/Commands.h"
+#include "cli/ConsoleInteraction.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
+#include "cli/Output.h"
+#include "model/DecimalForm.h"
+#include "model/NumberFormat.h"
+#include "model/Session.h"
+#include "persistence/SettingsFile.h"
+#include "reliability/Reliability.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
+
+namespace metrisk::cli {
+
+namespace {
+
+constexpr int shownDigits = 10; // of coefficients and times
+
+struct Options {
+    std::string model;
+    double interval = 0;
+    PeriodReliability pct; // percent
+    Coefficients theta;
+    std::optional<double> atTime;
+    std::optional<double> atPct; // percent
+    bool fromCoefficients = false;
+    bool json = false;
+};
+
+/// What was found; figures that were not are none.
+struct Found {
+    SolveStatus status = SolveStatus::Refused;
+    std::optional<PeriodReliability> period;
+    Coefficients theta;
+    std::optional<double> reliability;
+    std::optional<double> time;
+};
+
+/// The model of the name in lower case, with blanks or dashes; null if there is none.
+const ReliabilityModel* modelNamed(std::string_view asked) {
+    for (const ReliabilityModel& model : reliabilityModels) {
+        std::string name;
+        for (const char letter : model.name)
+            name += letter == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+        std::string plain(asked);
+        std::ranges::replace(plain, ' ', '-');
+        if (name == plain) return &model;
+    }
+    return nullptr;
+}
+
+std::string isModel(const std::string& text) {
+    return modelNamed(text) ? "" : text + " is no reliability model; see --help";
+}
+
+std::string isNumber(const std::string& text) {
+    double value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
+    return whole && std::isfinite(value) ? "" : text + " is no number";
+}
+
+std::string isInterval(const std::string& text) {
+    const std::string fault = isNumber(text);
+    return !fault.empty() || std::stod(text) > 0 ? fault : "an interval above 0 is needed";
+}
+
+std::string isTime(const std::string& text) {
+    const std::string fault = isNumber(text);
+    return !fault.empty() || std::stod(text) >= 0 ? fault : "a time must not be below 0";
+}
+
+Found find(Session& session, int model, const Options& options) {
+    Found found;
+    if (options.fromCoefficients) {
+        found.theta = options.theta;
+        found.period = ReliabilityOverPeriod(session, model, found.theta, options.interval);
+        found.status = found.period ? SolveStatus::Computed : SolveStatus::Refused;
+    } else {
+        const auto [bop, aop, eop] = options.pct;
+        PeriodReliability period{bop / 100, aop / 100, eop / 100};
+        found.status = SolveReliabilityCoefficients(session, model, period, options.interval, found.theta);
+        if (found.status != SolveStatus::Refused) found.period = period;
+    }
+    const bool curve = found.status == SolveStatus::Computed || !found.theta.allZero();
+    if (!found.period || !curve) return found;
+    if (options.atTime)
+        found.reliability = *options.atTime == 0
+                                ? found.period->bop
+                                : ReliabilityAt(session, model, found.theta, *options.atTime);
+    if (options.atPct) found.time = IntervalForReliability(session, model, found.theta, *options.atPct / 100);
+    if ((options.atTime && !found.reliability) || (options.atPct && !found.time))
+        found.status = SolveStatus::Refused;
+    return found;
+}
+
+std::string asJson(const std::string& model, const char* status, const Options& options, const Found& found,
+                   const std::vector<Told>& messages) {
+    const auto given = [](bool there, const auto& value) { return there ? Json(value) : Json(); };
+    const bool there = found.period.has_value();
+    const auto [bop, aop, eop] = found.period.value_or(PeriodReliability{});
+    const auto [a, b, c] = found.theta;
+    Json object{{"Rel_Model", model},
+                {"status", status},
+                {"messages", messagesJson(messages)},
+                {"Rel_Theta", given(there, std::vector{a, b, c})},
+                {"Rel_BOP", given(there, bop)},
+                {"Rel_AOP", given(there, aop)},
+                {"Rel_EOP", given(there, eop)},
+                {"Rel_Interval", given(there, options.interval)}};
+    if (options.atTime) object["R"] = given(found.reliability.has_value(), found.reliability.value_or(0));
+    if (options.atPct) object["Time"] = given(found.time.has_value(), found.time.value_or(0));
+    return jsonLine(object);
+}
+
+std::string asTable(const ReliabilityModel& model, const char* status, const Options& options,
+                    const Found& found) {
+    const auto pct = [](double fraction) { return FormatNumber(100 * fraction, "0.0000", {}) + " %"; };
+    const auto number = [](double value) { return shortestText(value, shownDigits, true); };
+    std::string table = std::string(model.name) + "\n" + tableRow("Status", status);
+    if (found.period) {
+        table += tableRow("a", number(found.theta.a)) + tableRow("b", number(found.theta.b));
+        if (model.hasC) table += tableRow("c", number(found.theta.c));
+        table += tableRow("Interval", number(options.interval));
+        table += tableRow("Beginning of period", pct(found.period->bop));
+        table += tableRow("Average over period", pct(found.period->aop));
+        table += tableRow("End of period", pct(found.period->eop));
+    }
+    if (found.reliability) table += tableRow("Reliability at the time", pct(*found.reliability));
+    if (found.time) table += tableRow("Time at the reliability", number(*found.time));
+    return table;
+}
+
+int reliability(const Options& options) {
+    SettingsFile settings(defaultSettingsPath());
+    ConsoleInteraction ui;
+    const SystemClock clock;
+    Session session{settings, ui, clock};
+    const ReliabilityModel& model = *modelNamed(options.model);
+    const Found found = find(session, model.number, options);
+    const char* status = found.status == SolveStatus::Computed       ? "computed"
+                         : found.status == SolveStatus::Questionable ? "questionable"
+                                                                     : "refused";
+    return finish({.results = options.json
+                                  ? asJson(std::string(model.name), status, options, found, ui.messages())
+                                  : asTable(model, status, options, found),
+                   .diagnostics = diagnosticLines("reliability", ui.messages()),
+                   .status = found.status == SolveStatus::Refused ? refused : allDone});
+}
+
+} // namespace
+
+void addReliability(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("reliability", "Solve a reliability model, or evaluate it");
+    command
+        ->add_option(
+            "--model", options->model,
+            "exponential, mixed-exponential, weibull, gamma, mortality-drift, warranty, random-walk or "
+            "restricted-random-walk")
+        ->option_text("MODEL")
+        ->required()
+        ->check(isModel);
+    const auto number = [command](const char* name, auto& value, const char* text, const char* unit,
+                                  std::string (*check)(const std::string&) = isNumber) {
+        return command->add_option(name, value, text)->option_text(unit)->check(check);
+    };
+    number("--interval", options->interval, "Length of the period, in any unit", "TIME", isInterval)
+        ->required();
+    CLI::Option* bop = number("--bop", options->pct.bop, "% in-tolerance at its beginning", "PERCENT");
+    CLI::Option* aop =
+        number("--aop", options->pct.aop,
+               "Mean % in-tolerance over it, where the model needs it to be solved", "PERCENT");
+    CLI::Option* eop = number("--eop", options->pct.eop, "% in-tolerance at its end", "PERCENT");
+    CLI::Option* a = number("--a", options->theta.a, "Coefficient a", "NUMBER");
+    CLI::Option* b = number("--b", options->theta.b, "Coefficient b", "NUMBER");
+    CLI::Option* c = number("--c", options->theta.c, "Coefficient c", "NUMBER");
+    for (CLI::Option* probability : {bop, aop, eop})
+        for (CLI::Option* coefficient : {a, b, c}) probability->excludes(coefficient);
+    number("--at-time", options->atTime, "Also tell the reliability at this time", "TIME", isTime);
+    number("--at-reliability", options->atPct, "Also tell the time at which this is reached", "PERCENT");
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    command->callback([=, &chosen] {
+        const ReliabilityModel& model = *modelNamed(options->model);
+        options->fromCoefficients = *a || *b || *c;
+        const auto need = [](const CLI::Option* option, bool needed) {
+            if (needed && !*option) throw CLI::RequiredError(option->get_name());
+        };
+        need(eop, !options->fromCoefficients);
+        need(bop, !options->fromCoefficients && model.takesBOP);
+        need(aop, !options->fromCoefficients && model.needsAOP);
+        chosen = [options] { return reliability(*options); };
+    });
+}
+
+} // namespace metrisk::cli

@@ -1,0 +1,16 @@
+#include "model/FileChooser.h"
+
+#include "model/Message.h"
+
+#include <filesystem>
+
+namespace metrisk {
+
+bool mayReplace(Interaction& ui, const std::string& path, std::string_view title) {
+    std::error_code none;
+    if (!std::filesystem::exists(path, none)) return true;
+    const std::string text = path + " already exists.\nDo you want to replace it?";
+    return ask(ui, {text, title, BoxButtons::YesNo, Answer::No}) == Answer::Yes;
+}
+
+} // namespace metrisk

@@ -1,0 +1,92 @@
+// The database of measurement areas and their units, whatever file it stands in.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace metrisk {
+
+struct MeasurementArea {
+    std::int64_t key = 0;
+    std::string name;
+};
+
+/// Sizes in characters.
+inline constexpr std::size_t longestAreaName = 120;
+inline constexpr std::size_t longestUnit = 80;
+inline constexpr std::size_t longestDescription = 255;
+inline constexpr std::size_t longestUnitsGroup = 10;
+
+struct MeasurementUnit {
+    std::int64_t key = 0;
+    std::string symbol{};
+    std::string description{};
+    std::string group{};   // sorts within the area
+    double multiplier = 1; // size in primary units of the area: a thousandth of the primary unit has 0.001
+};
+
+/// Why an operation on the file failed, in the words of its engine.
+class UnitsError : public std::runtime_error {
+  public:
+    explicit UnitsError(const std::string& text, int engineCode = 0)
+        : std::runtime_error(text), code(engineCode) {}
+
+    const int code; // the engine's own number; 0 for what it has not said itself
+};
+
+/// Every operation raises UnitsError; a failed change leaves the file as it was. A change is whole or not at
+/// all, whatever happens to the program.
+class UnitsDatabase {
+  public:
+    virtual ~UnitsDatabase() = default;
+    UnitsDatabase(const UnitsDatabase&) = delete;
+    UnitsDatabase& operator=(const UnitsDatabase&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+    /// By name, case-blind.
+    virtual std::vector<MeasurementArea> areas() = 0;
+    /// By group (none first) and multiplier.
+    virtual std::vector<MeasurementUnit> unitsOf(std::int64_t area) = 0;
+    std::vector<MeasurementUnit> unitsOf(const std::string& area);
+
+    /// The key of the area of that name (case-blind) or of that unit in it (exactly); 0 if there is none.
+    std::int64_t FindAreaIndex(const std::string& area);
+    std::int64_t FindUnitsIndex(std::int64_t area, const std::string& unit);
+    bool AreaExists(const std::string& area) { return FindAreaIndex(area) != 0; }
+    bool UnitExists(const std::string& area, const std::string& unit);
+
+    /// The new key. Raises UnitsError if there is one of that name already.
+    virtual std::int64_t addArea(const std::string& name, const MeasurementUnit& primary) = 0;
+    virtual std::int64_t addUnit(std::int64_t area, const MeasurementUnit& unit) = 0;
+    /// False if there is nothing of that key.
+    virtual bool renameArea(std::int64_t area, const std::string& name) = 0;
+    virtual bool updateUnit(std::int64_t area, const MeasurementUnit& unit) = 0;
+    virtual bool deleteArea(std::int64_t area) = 0;
+    virtual bool deleteUnit(std::int64_t area, std::int64_t unit) = 0;
+
+    /// Writes all of it in our own form to a file that is replaced as a whole.
+    virtual void saveAs(const std::filesystem::path& target) = 0;
+
+  protected:
+    explicit UnitsDatabase(std::filesystem::path path) : path_(std::move(path)) {}
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// Opens our own or a foreign file after a test of its structure. Raises UnitsError.
+std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& path);
+
+/// Makes a file with empty tables, replacing another. Raises UnitsError.
+void makeUnitsDatabase(const std::filesystem::path& path);
+
+/// Case-blind comparison of names in any script: below, at or above 0.
+int compareNames(std::string_view a, std::string_view b);
+
+} // namespace metrisk
