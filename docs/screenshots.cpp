@@ -134,6 +134,11 @@ int main(int argc, char** argv) {
     camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     camera.takeUncertainty();
+    desk.record.Rel_EOP[0] = 0.87;
+    desk.record.Rel_AOP[0] = 0.9325;
+    desk.record.Rel_Interval[0] = 12;
+    desk.record.Rel_IntervalUnits[0] = "Months";
+    camera.takeDialog("mnu_BiasRef_Parameter_0", "BiasCalcOption", "in-tolerance-reference");
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
     desk.record.FileChanged = false;

@@ -132,6 +132,8 @@ class MainScreen final : public Worksheet {
     void openGuardbands();
     /// The process uncertainty worksheet.
     void openUncertainty();
+    /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
+    void openBiasReference(std::size_t slot);
 
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();

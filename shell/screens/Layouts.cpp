@@ -12,6 +12,7 @@ namespace metrisk {
 QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
     static constexpr std::pair<std::string_view, QWidget* (*)(const WidgetMaker&)> layouts[] = {
         {"BaselineAnalysis", layoutBaselineAnalysis},
+        {"BiasCalcOption", layoutBiasCalcOption},
         {"Computing", layoutComputing},
         {"CorrelationList", layoutCorrelationList},
         {"DataEntryWorksheet", layoutDataEntry},

@@ -10,6 +10,7 @@
 #include "risk/observed/ObservedScreen.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
+#include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/CorrelationScreen.h"
 #include "uncertainty/DataEntryScreen.h"
 #include "uncertainty/MTEErrorScreen.h"
@@ -127,13 +128,14 @@ class DialogTest final : public QObject {
         MTEErrorScreen budget(session);
         DataEntryScreen samples(session, 1);
         CorrelationScreen correlations(session);
+        BiasCalcOptionScreen reference(session, 0);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
                  &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &budget, &samples,
-                 &correlations, &subjectPlot, &measuringPlot, &errorPlot}) {
+                 &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

@@ -8,6 +8,7 @@ namespace metrisk {
 class WidgetMaker;
 
 /// Each lays out all the controls of its screen.
+QWidget* layoutBiasCalcOption(const WidgetMaker& w);
 QWidget* layoutCorrelationList(const WidgetMaker& w);
 QWidget* layoutDataEntry(const WidgetMaker& w);
 QWidget* layoutMTEError(const WidgetMaker& w);

@@ -1,4 +1,4 @@
-// The screens DataEntryWorksheet and CorrelationList.
+// The screens DataEntryWorksheet, CorrelationList and BiasCalcOption.
 #include "uncertainty/screens/Layouts.h"
 
 #include "screens/Widgets.h"
@@ -21,6 +21,16 @@ QWidget* layoutDataEntry(const WidgetMaker& w) {
                                                    {{w("chk_SamplingDistribution"), 2}}}));
     return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture})}),
                  foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+}
+
+QWidget* layoutBiasCalcOption(const WidgetMaker& w) {
+    QGroupBox* options = group("Estimate the % In-Tolerance at Time of Measurement",
+                               rows({{w("Lbl_Interval"), w("IntervalPanel"), w("IntervalUnitsBox")},
+                                     {{w("BiasOption_0"), 3}},
+                                     {{w("BiasOption_1"), 3}},
+                                     {w("BiasOption_2"), w("TimeBox"), w("TimeUnitsBox")},
+                                     {w("Lbl_InTol"), w("InTolPanel"), "%"}}));
+    return down({options, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 
 QWidget* layoutCorrelationList(const WidgetMaker& w) {
