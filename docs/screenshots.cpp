@@ -3,6 +3,8 @@
 
 #include "risk/ComputingScreen.h"
 #include "shell/screens/SplashScreen.h"
+#include "uncertainty/ErrorRows.h"
+#include "uncertainty/Samples.h"
 
 #include <QAction>
 #include <QApplication>
@@ -72,6 +74,40 @@ class Camera {
         desk_.ui.run(progress, [this] { take(*QApplication::activeModalWidget(), "computing"); });
     }
 
+    /// The budget with samples of both parameters, and the screens above it.
+    void takeUncertainty() {
+        desk_.window->openAtStart(desk_.examplePath("thermometer-process-uncertainty"));
+        desk_.record.CorrelationMatrix[correlationIndex(4)][correlationIndex(8)] = 0.35;
+        const auto sample = [this](int slot, double mean) {
+            std::vector<double> values;
+            for (int i = 0; i < 40; ++i)
+                values.push_back(mean + 0.01 * ((i * 7 + slot) % 11 - 5) + 0.005 * (i % 5 - 2));
+            desk_.record.Stat_Flag1[slot] = 1;
+            desk_.record.Stat_Flag2[slot] = -1;
+            StoreSamples(desk_.record, slot, values, 3, desk_.session.regional);
+        };
+        sample(1, 100.01);
+        sample(2, 99.93);
+        desk_.boxes.expectScreen("MTEError", [this](QWidget& budget) {
+            desk_.click("cmd_BiasAnalysis", &budget);
+            take(budget, "uncertainty");
+            desk_.boxes.expectScreen("DataEntryWorksheet", [this](QWidget& window) {
+                take(window, "samples");
+                qobject_cast<QDialog*>(&window)->reject();
+            });
+            desk_.click("cmd_Random_0", &budget);
+            desk_.boxes.expectScreen("CorrelationList", [this](QWidget& window) {
+                take(window, "correlations");
+                qobject_cast<QDialog*>(&window)->reject();
+            });
+            budget.findChild<QAction*>("mnu_Correlations")->trigger();
+            desk_.boxes.expectBox("Changes Made", "Do you want to retain changes?", "No");
+            qobject_cast<QDialog*>(&budget)->reject();
+        });
+        desk_.choose("mnu_Uncertainty");
+        desk_.record.FileChanged = false;
+    }
+
   private:
     Desk& desk_;
     QDir folder_;
@@ -109,12 +145,19 @@ int main(int argc, char** argv) {
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     fillReliability(desk.record);
     camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");
+    camera.takeUncertainty();
+    desk.record.Rel_EOP[0] = 0.87;
+    desk.record.Rel_AOP[0] = 0.9325;
+    desk.record.Rel_Interval[0] = 12;
+    desk.record.Rel_IntervalUnits[0] = "Months";
+    camera.takeDialog("mnu_BiasRef_Parameter_0", "BiasCalcOption", "in-tolerance-reference");
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
     desk.record.FileChanged = false;
     desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
     desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
+    desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

@@ -17,6 +17,7 @@ CellTable::CellTable(const Table& table) {
     horizontalHeader()->setVisible(std::any_of(table.headings.begin(), table.headings.end(),
                                                [](const std::string& text) { return !text.empty(); }));
     verticalHeader()->setVisible(table.numbered);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + 8);
     setTabKeyNavigation(false); // the keyboard can leave it
     setSelectionMode(table.dragged ? QAbstractItemView::SingleSelection
                                    : QAbstractItemView::ContiguousSelection);

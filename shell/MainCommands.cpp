@@ -8,6 +8,7 @@
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
+#include "units/UnitsScreen.h"
 
 #include <filesystem>
 
@@ -41,9 +42,15 @@ std::vector<MenuItem> runItems() {
     };
 }
 
-std::vector<MenuItem> parameterItems(const char* subject, const char* measuring) {
-    return {{.control = subject, .caption = "&Subject Parameter"},
-            {.control = measuring, .caption = "&Measuring Parameter"}};
+/// `open` takes the reliability slot; without it there is nothing to run.
+std::vector<MenuItem> parameterItems(const char* subject, const char* measuring,
+                                     const std::function<void(std::size_t slot)>& open = {}) {
+    const auto opened = [&open](std::size_t slot) -> std::function<void()> {
+        if (!open) return {};
+        return [open, slot] { open(slot); };
+    };
+    return {{.control = subject, .caption = "&Subject Parameter", .run = opened(0)},
+            {.control = measuring, .caption = "&Measuring Parameter", .run = opened(1)}};
 }
 
 std::string menuText(std::string text) {
@@ -54,12 +61,18 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), session_(session), screen_(screen) {
+    : files(session, screen, chooser), plots(session), session_(session), screen_(screen), chooser_(chooser) {
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
-        {.control = "mnu_Units", .caption = "Measurement &Units"},
+        {.control = "mnu_Units",
+         .caption = "Measurement &Units",
+         .run =
+             [this] {
+                 UnitsRevision units(session_, chooser_);
+                 session_.ui.run(units);
+             }},
         {.control = "BaselineAnalysisScreen",
          .caption = "&Baseline",
          .run =
@@ -77,11 +90,14 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
                     .run = [this] { openReliability(measuringSlot); }}}},
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
-         .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1")},
+         .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1",
+                                 [this](std::size_t slot) { screen_.openBiasReference(slot); })},
         {.control = "PlotControl", .caption = "&Plots", .items = plotItems()},
         {.control = "UserOptions", .caption = "&Options", .items = optionItems()},
         {.control = "mnu_ToleranceLimits", .caption = "&Tol Ref"},
-        {.control = "mnu_Uncertainty", .caption = "&Uncertainty"},
+        {.control = "mnu_Uncertainty",
+         .caption = "&Uncertainty",
+         .run = [this] { screen_.openUncertainty(); }},
         {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };

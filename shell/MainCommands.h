@@ -25,6 +25,7 @@ class MainCommands {
   private:
     Session& session_;
     MainScreen& screen_;
+    FileChooser& chooser_;
 
     void openReliability(int slot);
     std::vector<MenuItem> fileItems();

@@ -14,6 +14,8 @@
 #include "shell/mainscreen/MainDisplay.h"
 #include "shell/mainscreen/TextFields.h"
 #include "shell/mainscreen/ToleranceOptions.h"
+#include "uncertainty/BiasCalcOptionScreen.h"
+#include "uncertainty/MTEErrorScreen.h"
 
 namespace metrisk {
 
@@ -133,6 +135,19 @@ void MainScreen::followInKFactors() {
 void MainScreen::openGuardbands() {
     GuardbandScreen worksheet(session_);
     session_.ui.run(worksheet);
+}
+
+void MainScreen::openUncertainty() {
+    session_.record.ComputeNeeded = false;
+    MTEErrorScreen worksheet(session_);
+    session_.ui.run(worksheet);
+    followInKFactors();
+}
+
+void MainScreen::openBiasReference(std::size_t slot) {
+    BiasCalcOptionScreen reference(session_, slot);
+    session_.ui.run(reference);
+    followInKFactors();
 }
 
 bool MainScreen::mayRun(const MenuItem& item) {

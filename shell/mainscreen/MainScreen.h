@@ -130,6 +130,10 @@ class MainScreen final : public Worksheet {
 
     /// The guardband worksheet.
     void openGuardbands();
+    /// The process uncertainty worksheet.
+    void openUncertainty();
+    /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
+    void openBiasReference(std::size_t slot);
 
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();

@@ -3,6 +3,8 @@
 #include "plots/screens/Layouts.h"
 #include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
+#include "uncertainty/screens/Layouts.h"
+#include "units/screens/Layouts.h"
 
 #include <string_view>
 #include <utility>
@@ -12,15 +14,20 @@ namespace metrisk {
 QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
     static constexpr std::pair<std::string_view, QWidget* (*)(const WidgetMaker&)> layouts[] = {
         {"BaselineAnalysis", layoutBaselineAnalysis},
+        {"BiasCalcOption", layoutBiasCalcOption},
         {"Computing", layoutComputing},
+        {"CorrelationList", layoutCorrelationList},
+        {"DataEntryWorksheet", layoutDataEntry},
         {"EqRatio", layoutEqRatio},
         {"ErrorPlot", layoutPlot},
         {"FAFORM", layoutFalseAccept},
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
+        {"MTEError", layoutMTEError},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
         {"ReliabilityModelCoefficients", layoutReliability},
         {"SUPlot", layoutPlot},
+        {"UnitsRevision", layoutUnitsRevision},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

@@ -11,6 +11,11 @@
 #include "risk/observed/ObservedScreen.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
+#include "uncertainty/BiasCalcOptionScreen.h"
+#include "uncertainty/CorrelationScreen.h"
+#include "uncertainty/DataEntryScreen.h"
+#include "uncertainty/MTEErrorScreen.h"
+#include "units/UnitsScreen.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -26,6 +31,11 @@
 #include <QTimer>
 
 namespace metrisk::testing {
+
+struct NoFiles final : FileChooser {
+    std::optional<std::string> chooseToOpen(const FileRequest&) override { return {}; }
+    std::optional<std::string> chooseToSave(const FileRequest&) override { return {}; }
+};
 
 class DialogTest final : public QObject {
     Q_OBJECT
@@ -123,13 +133,19 @@ class DialogTest final : public QObject {
         GuardbandScreen guardbands(session);
         ObservedScreen observed(session);
         ReliabilityScreen reliability(session);
+        MTEErrorScreen budget(session);
+        DataEntryScreen samples(session, 1);
+        CorrelationScreen correlations(session);
+        BiasCalcOptionScreen reference(session, 0);
+        NoFiles none;
+        UnitsRevision units(session, none);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability,
-                 &subjectPlot, &measuringPlot, &errorPlot}) {
+                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
+                 &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
