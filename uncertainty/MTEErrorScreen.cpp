@@ -265,7 +265,8 @@ void MTEErrorScreen::enterSamples(int slot) {
     session_.ui.run(samples);
     if (samples.closedBy() != Way::Ok) return;
     tableChanged();
-    analyzeBias();
+    const Analysis& r = desk_.record;
+    if (r.MTE_PctInTol > 0 && r.SU_PctInTol > 0) analyzeBias(); // a budget alone needs neither
 }
 
 void MTEErrorScreen::correlate() {
