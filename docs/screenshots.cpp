@@ -32,6 +32,16 @@ QPalette darkPalette() {
     return palette;
 }
 
+/// Percentages of a year that show a curve.
+void fillReliability(Analysis& r) {
+    r.Rel_Model[0] = "Weibull";
+    r.Rel_Interval[0] = 12;
+    r.Rel_IntervalUnits[0] = "Months";
+    r.Rel_BOP[0] = 0.99;
+    r.Rel_AOP[0] = 0.96;
+    r.Rel_EOP[0] = 0.9;
+}
+
 class Camera {
   public:
     Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
@@ -133,6 +143,8 @@ int main(int argc, char** argv) {
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
     camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
+    fillReliability(desk.record);
+    camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");
     camera.takeUncertainty();
     desk.record.Rel_EOP[0] = 0.87;
     desk.record.Rel_AOP[0] = 0.9325;

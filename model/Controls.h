@@ -106,6 +106,11 @@ struct Choice : Control {
         : Control(owner, controlName, "", std::move(tip)) {}
 };
 
+/// The same with all texts in sight. A click on the one chosen already counts as well.
+struct ListBox : Choice {
+    using Choice::Choice;
+};
+
 /// A bar from 0 to 100: how far a search has come, or a share. Its text stands in it, if there is one.
 struct Meter : Control {
     double value = 0;

@@ -113,8 +113,8 @@ std::string FormatNumber(double value, std::string_view picture, const Regional&
     return places.any ? showPlaces(value, places, regional) : GeneralText(value, regional);
 }
 
-std::string GeneralText(double value, const Regional& regional) {
-    std::string text = shortestText(value, 15, true);
+std::string GeneralText(double value, const Regional& regional, int significant) {
+    std::string text = shortestText(value, significant, true);
     if (const auto point = text.find('.'); point != text.npos)
         text.replace(point, 1, decimalSymbol(regional));
     if (text.starts_with('-')) text.replace(0, 1, negativeSign(regional));

@@ -18,7 +18,7 @@ namespace metrisk {
 /// any digit stands for "General Number". A value that is not finite shows as an empty text.
 std::string FormatNumber(double value, std::string_view picture, const Regional& regional);
 
-/// The shortest form of at most 15 significant digits ("0.5", "-12", "1E+15").
-std::string GeneralText(double value, const Regional& regional);
+/// The shortest form of at most so many significant digits, 15 or fewer ("0.5", "-12", "1E+15").
+std::string GeneralText(double value, const Regional& regional, int significant = 15);
 
 } // namespace metrisk

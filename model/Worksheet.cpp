@@ -62,7 +62,8 @@ void Worksheet::click(Button& button, bool on) {
 }
 
 void Worksheet::choose(Choice& choice, int index) {
-    if (choice.chosen && index != choice.index) choice.chosen(index);
+    const bool again = index == choice.index && !dynamic_cast<const ListBox*>(&choice);
+    if (choice.chosen && !again) choice.chosen(index);
     refresh();
 }
 

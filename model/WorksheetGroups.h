@@ -95,6 +95,8 @@ struct Reliability {
     std::array<std::string, 2> Rel_UserPct_fmt{};
     std::array<std::string, 2> Rel_UserTimeUnits{};
     std::array<std::string, 2> Rel_BiasOption{}; // "AOP", "EOP", "User" or none yet
+
+    friend bool operator==(const Reliability&, const Reliability&) = default;
 };
 
 struct ReportFields {

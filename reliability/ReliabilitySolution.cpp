@@ -84,14 +84,15 @@ double meanOfCurve(const Coefficients& theta, double T) {
     return sum / T;
 }
 
-/// What was solved says what was given. A mean that was not given becomes that of the solution.
-bool agrees(int model, const Coefficients& theta, double T, PeriodReliability& given) {
+/// The period that the curve itself shows; none where there is no curve.
+std::optional<PeriodReliability> periodOfCurve(int model, const Coefficients& theta, double T) {
     std::optional<PeriodReliability> period = periodReliability(model, theta, T);
-    if (!period) return false;
-    if (model == MortalityDrift) period->aop = meanOfCurve(theta, T);
-    if (!reliabilityModel(model)->needsAOP) given.aop = period->aop;
-    return std::fabs(period->aop - given.aop) <= sameReliability &&
-           std::fabs(period->eop - given.eop) <= sameReliability;
+    if (period && model == MortalityDrift) period->aop = meanOfCurve(theta, T);
+    return period;
+}
+
+bool same(double a, double b) {
+    return std::fabs(a - b) <= sameReliability;
 }
 
 /// With an interval of 1. Without a root all coefficients are 0.
@@ -177,13 +178,25 @@ double ReliabilityEquation(const PeriodReliability& given, double interval, int 
     }
 }
 
+bool solutionAgrees(int model, const Coefficients& theta, double interval, const PeriodReliability& given) {
+    const ReliabilityModel* form = reliabilityModel(model);
+    try {
+        const std::optional<PeriodReliability> solved = periodOfCurve(model, theta, interval);
+        return form && solved && same(solved->eop, given.eop) &&
+               (!form->needsAOP || same(solved->aop, given.aop));
+    } catch (const RuntimeFault&) {
+        return false;
+    }
+}
+
 ReliabilitySolution solveReliability(int model, PeriodReliability& period, double interval) {
     const ReliabilityModel* form = reliabilityModel(model);
     if (form && !form->takesBOP) period.bop = 1;
     if (!form || !(interval > 0) || !allowed(period, form->needsAOP))
         return {{}, SolveStatus::Refused, &illegalProbabilities};
+    const PeriodReliability given = period;
     return faultsNamed("SolveReliabilityCoefficients", [&]() -> ReliabilitySolution {
-        const auto [bop, aop, eop] = period;
+        const auto [bop, aop, eop] = given;
         const bool constant = bop - eop <= equalEnds;
         if (constant && !form->needsAOP) period.aop = bop;
         if (constant && model == Exponential) return {{bop, 0, 0}, SolveStatus::Computed};
@@ -191,9 +204,12 @@ ReliabilitySolution solveReliability(int model, PeriodReliability& period, doubl
         // A mean that is one of the ends belongs to a curve that falls all at once.
         const bool step = form->needsAOP && (bop - aop <= equalEnds || aop - eop <= equalEnds);
         Coefficients theta;
-        if (!constant && !step) theta = perUnitOfTime(model, solveUnit(model, period), interval);
+        if (!constant && !step) theta = perUnitOfTime(model, solveUnit(model, given), interval);
         for (const double each : {theta.a, theta.b, theta.c}) (void)checked(each);
-        if (agrees(model, theta, interval, period)) return {theta, SolveStatus::Computed};
+        const std::optional<PeriodReliability> solved = periodOfCurve(model, theta, interval);
+        if (solved && !form->needsAOP) period.aop = solved->aop;
+        if (solved && same(solved->eop, eop) && same(solved->aop, period.aop))
+            return {theta, SolveStatus::Computed};
         return {theta, SolveStatus::Questionable, &questionableSolution};
     });
 }

@@ -26,6 +26,9 @@ struct ReliabilitySolution {
 /// do not suffice.
 ReliabilitySolution solveReliability(int model, PeriodReliability& period, double interval);
 
+/// The coefficients say R(interval) and, where the model needs it, the mean, both to 1e-6.
+bool solutionAgrees(int model, const Coefficients& theta, double interval, const PeriodReliability& given);
+
 /// What a search over x zeroes: AOP (model 4: EOP) less that of the model at x. x is a T/b of model 2, 1/c
 /// of 3, b T of 4, c of 5 and 8; the other coefficients follow from BOP and EOP. Raises RuntimeFault.
 double ReliabilityEquation(const PeriodReliability& given, double interval, int model, double x);

@@ -10,6 +10,7 @@
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QListWidget>
 #include <QTextBrowser>
 #include <QUrl>
 
@@ -23,7 +24,10 @@ ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
         if (!widgets_.contains(control->name)) continue;
         if (auto* box = dynamic_cast<TextBox*>(control)) bind(*box);
         if (auto* button = dynamic_cast<Button*>(control)) bind(*button);
-        if (auto* choice = dynamic_cast<Choice*>(control)) bind(*choice);
+        if (auto* list = dynamic_cast<ListBox*>(control))
+            bind(*list);
+        else if (auto* choice = dynamic_cast<Choice*>(control))
+            bind(*choice);
         if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
         if (auto* table = dynamic_cast<Table*>(control)) bind(*table);
         if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
@@ -69,6 +73,7 @@ void ScreenBinder::bind(TextBox& box) {
     connect(widget, &EntryBox::textEdited, this, [this, &box](const QString& text) {
         highlight({});
         model_.edit(box, text.toStdString());
+        showMenus(); // commands can follow what is being typed
     });
     connect(widget, &EntryBox::left, this, [this, &box, widget] { leave(box, *widget); });
 }
@@ -103,6 +108,16 @@ void ScreenBinder::bind(Choice& choice) {
     connect(widget, &QComboBox::activated, this, [this, &choice](int index) {
         if (commitEntry()) act([&] { model_.choose(choice, index); });
     });
+}
+
+void ScreenBinder::bind(ListBox& list) {
+    auto* widget = static_cast<QListWidget*>(widgets_.value(list.name));
+    const auto choose = [this, &list](int index) {
+        if (!showing_ && commitEntry()) act([&] { model_.choose(list, index); });
+    };
+    connect(widget, &QListWidget::currentRowChanged, this, choose);
+    connect(widget, &QListWidget::itemClicked, this,
+            [widget, choose](QListWidgetItem* item) { choose(widget->row(item)); });
 }
 
 void ScreenBinder::bind(Hypertext& text) {

@@ -72,6 +72,7 @@ class ScreenBinder final : public QObject {
     void bind(TextBox& box);
     void bind(Button& button);
     void bind(Choice& choice);
+    void bind(ListBox& list);
     void bind(Hypertext& text);
     void bind(Table& table);
     void openTableMenu(Table& table, const QPoint& at);

@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QProgressBar>
 #include <QTextBrowser>
 #include <cmath>
@@ -43,6 +44,18 @@ void showButton(const Button& button, QAbstractButton& widget) {
     // The keyboard comes to the chosen one of a group; the arrows go on from there.
     if (button.kind == Button::Kind::Radio)
         widget.setFocusPolicy(button.checked ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void showList(const ListBox& list, QListWidget& widget) {
+    QStringList items;
+    for (const std::string& item : list.items) items += qt(item);
+    QStringList present;
+    for (int i = 0; i < widget.count(); ++i) present += widget.item(i)->text();
+    if (items != present) {
+        widget.clear();
+        widget.addItems(items);
+    }
+    if (widget.currentRow() != list.index) widget.setCurrentRow(list.index);
 }
 
 void showChoice(const Choice& choice, QComboBox& widget) {
@@ -106,6 +119,8 @@ void showControl(const Control& control, QWidget& widget) {
         showLabel(*label, static_cast<QLabel&>(widget));
     else if (const auto* button = dynamic_cast<const Button*>(&control))
         showButton(*button, static_cast<QAbstractButton&>(widget));
+    else if (const auto* list = dynamic_cast<const ListBox*>(&control))
+        showList(*list, static_cast<QListWidget&>(widget));
     else if (const auto* choice = dynamic_cast<const Choice*>(&control))
         showChoice(*choice, static_cast<QComboBox&>(widget));
     else if (const auto* meter = dynamic_cast<const Meter*>(&control))

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -50,6 +51,7 @@ QWidget* make(const Control& control) {
         return label;
     }
     if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
+    if (dynamic_cast<const ListBox*>(&control)) return new QListWidget;
     if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
     if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;

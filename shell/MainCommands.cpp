@@ -1,12 +1,14 @@
 #include "shell/MainCommands.h"
 
 #include "model/Session.h"
+#include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/observed/ObservedScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
+#include "units/UnitsScreen.h"
 
 #include <filesystem>
 
@@ -59,12 +61,18 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), session_(session), screen_(screen) {
+    : files(session, screen, chooser), plots(session), session_(session), screen_(screen), chooser_(chooser) {
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
-        {.control = "mnu_Units", .caption = "Measurement &Units"},
+        {.control = "mnu_Units",
+         .caption = "Measurement &Units",
+         .run =
+             [this] {
+                 UnitsRevision units(session_, chooser_);
+                 session_.ui.run(units);
+             }},
         {.control = "BaselineAnalysisScreen",
          .caption = "&Baseline",
          .run =
@@ -74,7 +82,12 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
              }},
         {.control = "mnu_Reliability",
          .caption = "&Reliability",
-         .items = parameterItems("mnu_Reliability_Parameter_0", "mnu_Reliability_Parameter_1")},
+         .items = {{.control = "mnu_Reliability_Parameter_0",
+                    .caption = "&Subject Parameter",
+                    .run = [this] { openReliability(subjectSlot); }},
+                   {.control = "mnu_Reliability_Parameter_1",
+                    .caption = "&Measuring Parameter",
+                    .run = [this] { openReliability(measuringSlot); }}}},
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
          .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1",
@@ -88,6 +101,12 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
+}
+
+void MainCommands::openReliability(int slot) {
+    session_.record.Rel_ActiveSlot = slot;
+    ReliabilityScreen worksheet(session_);
+    session_.ui.run(worksheet);
 }
 
 std::vector<MenuItem> MainCommands::fileItems() {

@@ -25,7 +25,9 @@ class MainCommands {
   private:
     Session& session_;
     MainScreen& screen_;
+    FileChooser& chooser_;
 
+    void openReliability(int slot);
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();
     std::vector<MenuItem> plotItems();

@@ -59,12 +59,11 @@ FieldResult commitMode(Session& session, const std::string& text, const std::str
         return refuseEntry(session.ui, ppmModeMessage, last);
 
     const int before = PictureDecimals(r.SU_Mode_fmt);
+    const double oldMode = r.SU_Mode;
     r.SU_Mode = r.MTE_Mode = mode;
     r.SU_Mode_fmt = entry.picture();
+    followModeInTolerances(r, oldMode);
     followModeInUnits(session);
-    // A part in percent of reading is a part of the new reading.
-    if (r.MTE_PctReading != 0 && !r.MTE_EntryByUncertainty)
-        r.MTE_Offset = checked(r.MTE_FixedOffset + std::fabs(mode) * r.MTE_PctReading / 100);
     r.SU_UpperLimit = checked(mode + r.SU_UpperOffset);
     r.SU_LowerLimit = checked(mode - r.SU_LowerOffset);
     r.MTE_UpperLimit = checked(mode + r.MTE_Offset);

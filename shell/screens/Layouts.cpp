@@ -1,8 +1,10 @@
 #include "shell/screens/Layouts.h"
 
 #include "plots/screens/Layouts.h"
+#include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 #include "uncertainty/screens/Layouts.h"
+#include "units/screens/Layouts.h"
 
 #include <string_view>
 #include <utility>
@@ -23,7 +25,9 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"MTEError", layoutMTEError},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
+        {"ReliabilityModelCoefficients", layoutReliability},
         {"SUPlot", layoutPlot},
+        {"UnitsRevision", layoutUnitsRevision},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

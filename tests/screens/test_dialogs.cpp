@@ -2,6 +2,7 @@
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
+#include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -14,6 +15,7 @@
 #include "uncertainty/CorrelationScreen.h"
 #include "uncertainty/DataEntryScreen.h"
 #include "uncertainty/MTEErrorScreen.h"
+#include "units/UnitsScreen.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -29,6 +31,11 @@
 #include <QTimer>
 
 namespace metrisk::testing {
+
+struct NoFiles final : FileChooser {
+    std::optional<std::string> chooseToOpen(const FileRequest&) override { return {}; }
+    std::optional<std::string> chooseToSave(const FileRequest&) override { return {}; }
+};
 
 class DialogTest final : public QObject {
     Q_OBJECT
@@ -125,17 +132,20 @@ class DialogTest final : public QObject {
         ComputingScreen computing(session);
         GuardbandScreen guardbands(session);
         ObservedScreen observed(session);
+        ReliabilityScreen reliability(session);
         MTEErrorScreen budget(session);
         DataEntryScreen samples(session, 1);
         CorrelationScreen correlations(session);
         BiasCalcOptionScreen reference(session, 0);
+        NoFiles none;
+        UnitsRevision units(session, none);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &budget, &samples,
-                 &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot}) {
+                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
+                 &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

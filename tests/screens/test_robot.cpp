@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -120,13 +121,19 @@ class Robot {
         for (QWidget* widget : window->findChildren<QWidget*>())
             if (widget->isVisible() && widget->isEnabled() && !widget->objectName().startsWith("qt_") &&
                 (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
-                 qobject_cast<CellTable*>(widget)))
+                 qobject_cast<QComboBox*>(widget) || qobject_cast<CellTable*>(widget)))
                 reachable += widget;
         if (reachable.empty()) return;
         QWidget* widget = any(reachable);
         last = "use " + widget->objectName();
         if (widget->objectName() == "tb_Main_exit") return;
         if (auto* table = qobject_cast<CellTable*>(widget)) return handle(*table);
+        if (auto* choice = qobject_cast<QComboBox*>(widget)) {
+            choice->setFocus();
+            for (auto steps = random_() % 9; steps > 0; --steps)
+                QTest::keyClick(choice, chance(60) ? Qt::Key_Down : Qt::Key_Up);
+            return;
+        }
         if (!qobject_cast<QLineEdit*>(widget)) {
             const auto* button = qobject_cast<QAbstractButton*>(widget);
             // A toolbar button of the window's end.

@@ -1,0 +1,122 @@
+#include "reliability/ReliabilityPlot.h"
+
+#include "numerics/Real.h"
+#include "numerics/mathlib/InvNorm.h"
+#include "plots/PlotScale.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace metrisk {
+
+namespace {
+
+using namespace reliability;
+
+constexpr double fall = 50; // R at the estimate is this part of R(0)
+constexpr double roomBehind = 1.2;
+constexpr double manyIntervals = 10;
+constexpr double mostIntervals = 100;
+constexpr double warrantyLimit = 250;
+
+constexpr Colour yellow{255, 255, 0};
+constexpr Colour lightGrey{230, 230, 230};
+constexpr Colour cyan{0, 192, 192};
+
+/// The x of the Gamma model at which its leading term has fallen so far: the root of x - 3 ln x - ln(fall/6).
+double gammaFallen() {
+    double x = 8;
+    for (int pass = 0; pass < 20; ++pass) x -= (x - 3 * std::log(x) - std::log(fall / 6)) / (1 - 3 / x);
+    return x;
+}
+
+double walkFallen(const Coefficients& theta) {
+    const double p = theta.a == 0 ? 0.01 : reliabilityAt(RandomWalk, {theta.a, 0, 0}, 0) / fall;
+    const double z = InvNorm((1 + p) / 2);
+    return (2 / (z * z) - theta.a) / theta.b;
+}
+
+double warrantyFallen(const Coefficients& theta) {
+    const double v = -theta.a * theta.b;
+    if (v > warrantyLimit) throw RuntimeFault{};
+    const double start = 1 / (1 + (v < -warrantyLimit ? 0 : std::exp(v)));
+    return theta.b + std::log(fall / start - 1) / theta.a;
+}
+
+/// The time at which R has fallen so far. Raises RuntimeFault where the model tells none.
+double fallenAt(int model, const Coefficients& theta) {
+    const auto [a, b, c] = theta;
+    switch (model) {
+    case Exponential: return std::log(fall) / b;
+    case MixedExponential: return std::expm1(std::log(fall) / b) * b / a;
+    case Weibull: return std::pow(std::log(fall), 1 / c) / b;
+    case Gamma: return gammaFallen() / b;
+    case MortalityDrift: {
+        const double h = b / (2 * c);
+        return c == 0 ? std::log(fall) / b : std::sqrt(std::fabs(h * h + std::log(fall) / c)) - h;
+    }
+    case Warranty: return warrantyFallen(theta);
+    case RandomWalk: return walkFallen(theta);
+    case RestrictedRandomWalk: return (std::log(b * c) - 1 / (a + b) - 1.5 * std::log(a + b) + 20) / c;
+    default: throw RuntimeFault{};
+    }
+}
+
+} // namespace
+
+double PlotTimeLimit(int model, const Coefficients& theta, double interval, double bop) {
+    double limit = 0;
+    try {
+        limit = checked(roomBehind * fallenAt(model, theta));
+        while (limit > manyIntervals * interval && reliabilityAt(model, theta, limit / 2) >= bop / 4)
+            limit /= 2;
+    } catch (const RuntimeFault&) {
+        limit = 0;
+    }
+    return limit > interval ? std::min(limit, mostIntervals * interval) : roomBehind * interval;
+}
+
+ReliabilityCurve::ReliabilityCurve(int itsModel, const Coefficients& theta, double itsLimit, double itsTime)
+    : model(itsModel), limit(itsLimit), time(itsTime) {
+    for (int i = 0; i <= segments; ++i)
+        at[static_cast<std::size_t>(i)] = reliabilityAt(model, theta, limit * i / segments);
+}
+
+void DrawReliabilityPlot(DrawingSurface& surface, const ReliabilityCurve& curve) {
+    surface.BackColor = black;
+    surface.Cls();
+    const ReliabilityModel* model = reliabilityModel(curve.model);
+    const double start = curve.at.front();
+    if (!model || !(start > 0) || !(curve.limit > 0)) return;
+    const PlotScale scale = SetPlotScale(surface, PlotRole::Reliability, start);
+    const double top = scale.plotMax;
+    surface.Scale(scale.xLeft, 1.35 * top, scale.xRight, -0.2 * top);
+
+    surface.ForeColor = white;
+    surface.Font.Bold = false;
+    PrintCentredAt(surface, "R(t)", -0.11, 2 * top / 3, 1);
+    PrintCentredAt(surface, "Time Since Measurement", 0.5, -0.05 * top, 1);
+
+    surface.ForeColor = yellow;
+    const double line = surface.TextHeight();
+    PrintCentredAt(surface, "In-tolerance Probability (R) vs. Time", 0.5, 1.2 * top - 2 * line, 1);
+    PrintCentredAt(surface, "for the " + std::string(model->name) + " Model", 0.5, 1.2 * top - line, 1);
+
+    surface.ForeColor = lightGrey;
+    surface.DrawWidth = 1;
+    const auto height = [&](int i) { return curve.at[static_cast<std::size_t>(i)] / scale.verticalScale; };
+    constexpr double step = 1.0 / ReliabilityCurve::segments;
+    for (int i = 1; i <= ReliabilityCurve::segments; ++i)
+        surface.Line((i - 1) * step, height(i - 1), i * step, height(i));
+
+    surface.DrawWidth = 2;
+    const double mark = curve.time / curve.limit;
+    if (mark >= 0 && mark <= 1) surface.Line(mark, 0, mark, top, yellow);
+    surface.ForeColor = cyan;
+    surface.Line(0, 0, 1, 0);
+    surface.Line(0, 0, 0, top);
+    surface.DrawWidth = 1;
+}
+
+} // namespace metrisk

@@ -1,0 +1,12 @@
+// The layouts of the screens of units.
+#pragma once
+
+class QWidget;
+
+namespace metrisk {
+
+class WidgetMaker;
+
+QWidget* layoutUnitsRevision(const WidgetMaker& w);
+
+} // namespace metrisk
