@@ -8,7 +8,9 @@
 #include "uncertainty/ProcessTotals.h"
 
 #include <array>
+#include <functional>
 #include <optional>
+#include <string>
 
 namespace metrisk {
 
