@@ -13,6 +13,8 @@
 #include "shell/screens/Layouts.h"
 #include "shell/screens/MainWindow.h"
 #include "tests/support/SilentSession.h"
+#include "uncertainty/MTEErrorScreen.h"
+#include "uncertainty/Samples.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -22,6 +24,7 @@
 #include <QProcess>
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -211,6 +214,40 @@ void measurePlot(const QString& path) {
         median(times), median(fills));
 }
 
+/// And on the uncertainty worksheet with nine rows, two samples of 200 and 36 correlations.
+void measureBudget(const QString& path) {
+    Desk desk;
+    desk.window->openAtStart(path);
+    Analysis& r = desk.session.record;
+    std::vector<double> values;
+    for (int i = 0; i < maxSampleSize; ++i) values.push_back(r.SU_Mode + 1e-5 * std::sin(i * 1.7));
+    for (int slot = 1; slot <= 2; ++slot) {
+        r.Stat_Flag1[slot] = 1;
+        StoreSamples(r, slot, values, 7, desk.session.regional);
+    }
+    for (int i = 0; i < errorRowCount; ++i)
+        for (int j = i + 1; j < errorRowCount; ++j)
+            r.CorrelationMatrix[correlationIndex(i)][correlationIndex(j)] = 0.1;
+    MTEErrorScreen screen(desk.session);
+    WorksheetDialog dialog(screen, layoutOf, nullptr);
+    dialog.setWindowModality(Qt::NonModal);
+    paint(dialog);
+    dialog.activateWindow();
+    QCoreApplication::processEvents();
+    std::vector<double> times;
+    for (int row : {2, 3, 4, 5, 6, 8}) {
+        const std::string name = "LimitsBox_" + std::to_string(row);
+        const std::string next = "ConfidenceBox_" + std::to_string(row);
+        for (int round = 0; round < 50; ++round) {
+            times.push_back(
+                enter(dialog, name.c_str(), next.c_str(), QString::number(0.01 + round * 0.0001)));
+            times.push_back(enter(dialog, next.c_str(), name.c_str(), QString::number(90 + round * 0.1)));
+        }
+    }
+    if (screen.rows[8].UncertaintyBox.text.empty()) std::abort(); // nothing was entered
+    reportEntries("leaving a budget's box", times);
+}
+
 /// The curve of a reliability model for another plot limit, computed and painted.
 void measureReliability() {
     Desk desk;
@@ -289,6 +326,7 @@ int main(int argc, char** argv) {
     measureStarts();
     measureEntries();
     measureWorksheet(QString::fromStdString(argument));
+    measureBudget(QString::fromStdString(argument));
     measureOpening(QString::fromStdString(argument));
     measurePlot(QString::fromStdString(argument));
     measureReliability();

@@ -9,6 +9,7 @@
 #include "numerics/Real.h"
 #include "risk/FitMeasuring.h"
 #include "uncertainty/BiasAnalysis.h"
+#include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
 #include "uncertainty/SampleColumn.h"
@@ -23,7 +24,6 @@ namespace metrisk::cli {
 namespace {
 
 constexpr const char* samplesTitle = "Samples";
-constexpr Message noTotals{"The figures of the table allow no total.", "Uncertainty Not Computed"};
 constexpr std::streamsize longestColumn = 1 << 24; // bytes
 
 struct Options {
@@ -95,7 +95,7 @@ std::optional<Totals> compute(AnalysisRun& run, const Options& options) {
     try {
         return ComputeTotals(readErrorRows(r, run.session.regional), r.CorrelationMatrix);
     } catch (const RuntimeFault&) {
-        tell(run.ui, noTotals);
+        tell(run.ui, noTotal);
         return std::nullopt;
     }
 }

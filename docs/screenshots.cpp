@@ -167,6 +167,8 @@ int main(int argc, char** argv) {
     desk.window->binder().repaint();
     desk.settle();
     camera.take(*desk.window, "main-screen-dark");
+    desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
+    camera.takeDialog("mnu_Uncertainty", "MTEError", "uncertainty-dark");
     QApplication::setPalette(light);
     const QString faults = desk.boxes.faults();
     if (faults.isEmpty()) return 0;

@@ -78,6 +78,7 @@ void CellTable::show(const Table& table) {
 }
 
 void CellTable::commitCell() {
+    if (state() != QAbstractItemView::EditingState) return;
     for (QLineEdit* editor : viewport()->findChildren<QLineEdit*>()) {
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
@@ -114,9 +115,10 @@ void CellTable::keyPressEvent(QKeyEvent* event) {
             emit edited(what);
             return;
         }
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && state() == QAbstractItemView::EditingState) return; // the cell's editor has had it
     // Return opens a cell as F2 does; the screen's default button is not meant.
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentItem() &&
-        currentItem()->flags().testFlag(Qt::ItemIsEditable)) {
+    if (isReturn && currentItem() && currentItem()->flags().testFlag(Qt::ItemIsEditable)) {
         editItem(currentItem());
         return;
     }

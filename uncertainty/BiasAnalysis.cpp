@@ -165,11 +165,10 @@ void RunBiasAnalysis(Session& session) {
     }
 }
 
-bool BiasResultsStand(const Session& session) {
-    const Analysis& r = session.record;
+bool BiasResultsStand(const Analysis& r, const Regional& regional) {
     if (!r.SMPC_Computed || (!hasSample(r, 1) && !hasSample(r, 2))) return false;
     try {
-        const auto now = analysed(r, session.regional);
+        const auto now = analysed(r, regional);
         if (!now) return false;
         // A file keeps 15 digits, and the means may have most of them in common.
         const double size = r.SMPC_MTEUncertainty + r.SMPC_SUUncertainty;

@@ -36,6 +36,6 @@ bool ComputeBias(SampleStatistics& samples, BiasAnalysis& bias, const BiasGround
 void RunBiasAnalysis(Session& session);
 
 /// Whether the results in the record are those of its entries: an analysis of them gives the same.
-bool BiasResultsStand(const Session& session);
+bool BiasResultsStand(const Analysis& record, const Regional& regional);
 
 } // namespace metrisk

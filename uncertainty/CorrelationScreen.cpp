@@ -51,11 +51,9 @@ CorrelationScreen::CorrelationScreen(Session& session)
         list->headings = {list == &lst_Variable_0 ? "Column 1" : "Column 2"};
         list->rows = listOf(names_);
         list->numbered = false;
-        list->dragged = true;
-        list->dropped = [this, list](const Table& from, int fromRow, int row) {
-            if (&from == &lst_Variable_0 && list == &lst_Variable_1) correlate(fromRow, row);
-        };
     }
+    lst_Variable_0.dragged = true;
+    lst_Variable_1.dropped = [this](const Table&, int fromRow, int row) { correlate(fromRow, row); };
     cmd_AddPair.clicked = [this](bool) {
         if (!lst_Variable_0.selection.empty() && !lst_Variable_1.selection.empty())
             correlate(lst_Variable_0.selection.top, lst_Variable_1.selection.top);

@@ -26,6 +26,7 @@ void MTEErrorScreen::refresh() {
         totals_.reset();
     }
     for (int row = 0; row < errorRowCount; ++row) showRow(row);
+    rows[biasRow].button->enabled = static_cast<bool>(openTolerances);
     showTotals();
     OptUncertainty.checked = r.IncludeUncertainty;
     showBias();
@@ -59,7 +60,8 @@ void MTEErrorScreen::showTotals() {
     const int decimals = any ? std::max(totals_->processDecimals, totals_->totalDecimals) : 0;
     const auto figure = [&](double value) { return ErrorCell::readable(value, decimals, regional); };
     txt_ProcessUncertainty.text = figure(totals_->process);
-    MTEErrorSigmaBox.text = withUnits(figure(totals_->total), units.name);
+    MTEErrorSigmaBox.text = rows[biasRow].IncludeBox.checked ? withUnits(figure(totals_->total), units.name)
+                                                             : txt_ProcessUncertainty.text;
     if (totals_->anyProcess)
         txt_ProcessDf.text = totals_->processFreedom == 0
                                  ? infinitySign
@@ -72,7 +74,7 @@ void MTEErrorScreen::showBias() {
     const Analysis& r = desk_.record;
     const ToleranceUnits units = measuringUnits(r);
     const Regional& regional = session_.regional;
-    const bool stands = BiasResultsStand(desk_);
+    const bool stands = BiasResultsStand(desk_.record, session_.regional);
     const bool any = stands || r.SMPC_MTEUncertainty != 0 || r.SMPC_SUUncertainty != 0;
     const auto show = [&](TextBox& box, const std::string& text, const char* tip) {
         box.text = any ? text : "";

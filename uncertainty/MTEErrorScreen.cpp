@@ -117,83 +117,22 @@ MTEErrorScreen::~MTEErrorScreen() {
     session_.record.UncertaintyWorksheetOpen = false;
 }
 
-void MTEErrorScreen::makeMenus() {
-    menus = {
-        {.control = "mnu_File",
-         .caption = "&File",
-         .items = {{.control = "mnu_Print", .caption = "&Print..."},
-                   {.control = "mnu_Preview", .caption = "Print Pre&view", .separatorAfter = true},
-                   {.control = "mnu_Import", .caption = "&Import from ErrorLedger"}}},
-        {.control = "mnu_Edit",
-         .caption = "&Edit",
-         .items =
-             {
-                 {.control = "mnu_Edit_Undo",
-                  .caption = "&Undo",
-                  .shortcut = "Ctrl+Z",
-                  .editing = Editing::Undo,
-                  .separatorAfter = true},
-                 {.control = "mnu_Edit_Cut",
-                  .caption = "Cu&t",
-                  .shortcut = "Ctrl+X",
-                  .editing = Editing::Cut},
-                 {.control = "mnu_Edit_Copy",
-                  .caption = "&Copy",
-                  .shortcut = "Ctrl+C",
-                  .editing = Editing::Copy},
-                 {.control = "mnu_Edit_Paste",
-                  .caption = "&Paste",
-                  .shortcut = "Ctrl+V",
-                  .editing = Editing::Paste},
-                 {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete},
-             }},
-        {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
-        {.control = "mnu_ViewDistribution", .caption = "Plo&t"},
-        {.control = "mnu_Run",
-         .caption = "Ru&n",
-         .items = {{.control = "mnu_Run_Options_0", .caption = "&External Application"},
-                   {.control = "mnu_Run_Options_1", .caption = "&Spreadsheet"},
-                   {.control = "mnu_Run_Options_2", .caption = "&Calculator"},
-                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
-        {.control = "mnu_Notes", .caption = "&Notes"},
-        {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
-    };
-    toolbar = {
-        {"OK", "Accept Changes", "mnu_Exit_0"},
-        {"cancel", "Cancel Changes", "mnu_Exit_1", true},
-        {"print", "Print Report", "mnu_Print"},
-        {"printPreview", "Preview Report", "mnu_Preview", true},
-        {"undo", "Undo", "mnu_Edit_Undo"},
-        {"cut", "Cut", "mnu_Edit_Cut"},
-        {"copy", "Copy", "mnu_Edit_Copy"},
-        {"paste", "Paste", "mnu_Edit_Paste"},
-        {"delete", "Delete", "mnu_Edit_Delete", true},
-        {"notes", "View Notes", "mnu_Notes"},
-        {"correlations", "Account for Correlations", "mnu_Correlations"},
-        {"import", "Import from ErrorLedger", "mnu_Import"},
-        {"plotError", "Plot Process Error Distribution", "mnu_ViewDistribution", true},
-        {"run", "Run External Application", "mnu_Run_Options_0"},
-        {"spreadsheet", "Run External Spreadsheet", "mnu_Run_Options_1"},
-        {"calculator", "Run External Calculator", "mnu_Run_Options_2", true},
-        {"help", "Help", "mnu_Help"},
-    };
-}
-
 void MTEErrorScreen::bindRow(int index) {
     Row& row = rows[static_cast<std::size_t>(index)];
     row.IncludeBox.clicked = [this, index](bool on) {
-        if (index == biasRow)
-            desk_.record.IncludeMTEBias = on;
-        else
-            desk_.record.ErrTableText[index][errorColumn::include] = on ? "True" : "False";
-        tableChanged();
+        changeTable([&] {
+            if (index == biasRow)
+                desk_.record.IncludeMTEBias = on;
+            else
+                desk_.record.ErrTableText[index][errorColumn::include] = on ? "True" : "False";
+        });
     };
     if (index == biasRow || isSampleRow(index)) {
         row.txt_Description.locked = true;
         row.txt_Description.left = [](const std::string& text) -> FieldResult { return {false, text}; };
     }
     if (index == biasRow) {
-        row.button->enabled = false;
+        row.button->clicked = [this](bool) { enterTolerances(); };
         return;
     }
     const auto bind = [this, index](TextBox& box, ErrorEntry entry) {
@@ -249,6 +188,20 @@ FieldResult MTEErrorScreen::leaveEntry(int row, ErrorEntry entry, TextBox& box, 
     return {false, text};
 }
 
+/// A change that leaves the table without a total is taken back and told. False then.
+bool MTEErrorScreen::changeTable(const std::function<void()>& change) {
+    const Analysis before = desk_.record;
+    try {
+        change();
+        tableChanged();
+        return true;
+    } catch (const RuntimeFault&) {
+        desk_.record = before;
+        tell(session_.ui, noTotal);
+        return false;
+    }
+}
+
 /// Raises RuntimeFault if the table has no total.
 void MTEErrorScreen::tableChanged() {
     Analysis& r = desk_.record;
@@ -262,22 +215,34 @@ void MTEErrorScreen::tableChanged() {
 
 void MTEErrorScreen::enterSamples(int slot) {
     DataEntryScreen samples(desk_, slot);
-    session_.ui.run(samples);
-    if (samples.closedBy() != Way::Ok) return;
-    tableChanged();
-    analyzeBias();
+    if (!changeTable([&] { session_.ui.run(samples); }) || samples.closedBy() != Way::Ok) return;
+    const Analysis& r = desk_.record;
+    if (r.MTE_PctInTol > 0 && r.SU_PctInTol > 0) analyzeBias(); // a budget alone needs neither
 }
 
 void MTEErrorScreen::correlate() {
     CorrelationScreen correlations(desk_);
-    session_.ui.run(correlations);
-    tableChanged();
+    changeTable([&] { session_.ui.run(correlations); });
 }
 
-void MTEErrorScreen::takeTolerances() {
-    static_cast<SubjectParameter&>(desk_.record) = session_.record;
-    static_cast<MeasuringParameter&>(desk_.record) = session_.record;
-    tableChanged();
+/// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
+/// in ppm stay as they are.
+void MTEErrorScreen::enterTolerances() {
+    session_.record.OffsetFromUncertainty = true;
+    openTolerances();
+    session_.record.OffsetFromUncertainty = false;
+    changeTable([this] {
+        Analysis& r = desk_.record;
+        const ToleranceUnits before = measuringUnits(r);
+        const ToleranceUnits now = measuringUnits(session_.record);
+        const double ratio = before.name == now.name ? 1 : checked(now.factor / before.factor);
+        if (ratio != 1) {
+            RescaleProcessTable(r, ratio, session_.regional);
+            RescaleProcessTable(loaded_, ratio, session_.regional); // no change of the user's
+        }
+        static_cast<SubjectParameter&>(r) = session_.record;
+        static_cast<MeasuringParameter&>(r) = session_.record;
+    });
 }
 
 void MTEErrorScreen::analyzeBias() {
@@ -350,7 +315,7 @@ void MTEErrorScreen::keepNames() {
 void MTEErrorScreen::store() {
     Analysis& r = session_.record;
     Analysis& worked = desk_.record;
-    worked.SMPC_Computed = BiasResultsStand(desk_);
+    worked.SMPC_Computed = BiasResultsStand(desk_.record, session_.regional);
     if (changed()) r.FileChanged = true;
     const bool counts = worked.IncludeUncertainty || loaded_.IncludeUncertainty;
     const bool refit = counts && Fitted(loaded_).differ(worked);

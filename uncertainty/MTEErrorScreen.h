@@ -8,7 +8,9 @@
 #include "uncertainty/ProcessTotals.h"
 
 #include <array>
+#include <functional>
 #include <optional>
+#include <string>
 
 namespace metrisk {
 
@@ -85,8 +87,9 @@ class MTEErrorScreen final : public Worksheet {
 
     void refresh() override;
 
-    /// Row 0 follows tolerances that the tolerance offset worksheet has put into the record meanwhile.
-    void takeTolerances();
+    /// Lets the user put tolerances of both parameters into the record of the session, which no Cancel here
+    /// takes back; none while there is no such screen.
+    std::function<void()> openTolerances;
 
   protected:
     bool mayClose(Way way) override;
@@ -102,7 +105,9 @@ class MTEErrorScreen final : public Worksheet {
     void bindRow(int row);
     void bindBias();
     FieldResult leaveEntry(int row, ErrorEntry entry, TextBox& box, const std::string& text);
+    bool changeTable(const std::function<void()>& change);
     void tableChanged();
+    void enterTolerances();
     void enterSamples(int slot);
     void correlate();
     void analyzeBias();

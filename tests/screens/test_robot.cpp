@@ -1,6 +1,7 @@
 // A robot that clicks and types on whatever can be reached, answers every window at random, and must
 // neither crash nor hang the program nor bring a figure into the record that is none.
 // METRISK_ROBOT_SEED and METRISK_ROBOT_STEPS repeat or lengthen a run.
+#include "screens/CellTable.h"
 #include "screens/EntryBox.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/FiniteRecord.h"
@@ -8,6 +9,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
@@ -119,12 +121,13 @@ class Robot {
         for (QWidget* widget : window->findChildren<QWidget*>())
             if (widget->isVisible() && widget->isEnabled() && !widget->objectName().startsWith("qt_") &&
                 (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
-                 qobject_cast<QComboBox*>(widget)))
+                 qobject_cast<QComboBox*>(widget) || qobject_cast<CellTable*>(widget)))
                 reachable += widget;
         if (reachable.empty()) return;
         QWidget* widget = any(reachable);
         last = "use " + widget->objectName();
         if (widget->objectName() == "tb_Main_exit") return;
+        if (auto* table = qobject_cast<CellTable*>(widget)) return handle(*table);
         if (auto* choice = qobject_cast<QComboBox*>(widget)) {
             choice->setFocus();
             for (auto steps = random_() % 9; steps > 0; --steps)
@@ -145,6 +148,28 @@ class Robot {
         last += " type " + typed;
         QTest::keyClicks(widget, typed);
         if (chance(70)) QTest::keyClick(widget, chance(80) ? Qt::Key_Tab : Qt::Key_Return);
+    }
+
+    /// Types into a cell, or pastes a few lines from there on.
+    void handle(CellTable& table) {
+        if (table.rowCount() == 0) return;
+        table.setFocus();
+        table.setCurrentCell(static_cast<int>(random_() % static_cast<unsigned>(table.rowCount())),
+                             table.columnCount() - 1);
+        if (chance(30)) {
+            QApplication::clipboard()->setText(any(texts) + "\r\n" + any(texts) + "\r\n" + any(texts));
+            QTest::keyClick(&table, Qt::Key_V, Qt::ControlModifier);
+        } else if (chance(20)) {
+            QTest::keyClick(&table, Qt::Key_Delete);
+        } else {
+            const QString typed = any(texts);
+            last += " type " + typed;
+            QTest::keyClick(&table, Qt::Key_F2);
+            if (auto* editor = table.viewport()->findChild<QLineEdit*>()) {
+                editor->setText(typed);
+                QTest::keyClick(editor, Qt::Key_Return);
+            }
+        }
     }
 
     Desk& desk_;

@@ -76,7 +76,7 @@ TEST(BiasAnalysis, EstimatesLieBetweenTheReadings) {
     const SampleStatistics samples = r;
     RunBiasAnalysis(b.session);
     ASSERT_TRUE(r.SMPC_Computed);
-    EXPECT_TRUE(BiasResultsStand(b.session));
+    EXPECT_TRUE(BiasResultsStand(b.record, b.session.regional));
     EXPECT_EQ(r.Stat_SampleStdDev, samples.Stat_SampleStdDev) << "only the bias group is written";
 
     const double m1 = 10.013, m2 = 9.98, d = m1 - m2;
@@ -100,7 +100,7 @@ TEST(BiasAnalysis, EstimatesLieBetweenTheReadings) {
     EXPECT_NEAR(r.SMPC_Limits[1], 1.959963984540054 * uncertainty, 1e-14);
 
     r.MTE_StdUncertainty *= 1.01; // an entry that matters has changed
-    EXPECT_FALSE(BiasResultsStand(b.session));
+    EXPECT_FALSE(BiasResultsStand(b.record, b.session.regional));
 }
 
 TEST(BiasAnalysis, OneSampleStandsForBoth) {

@@ -69,7 +69,7 @@ TEST(Budget, FillsRowByRowAndReachesTheFit) {
     EXPECT_EQ(b.screen->rows[3].share.toolTip, "Share of Data Acquisition in the squared total");
 
     b.press("IncludeBox_0");
-    EXPECT_EQ(b.text("MTEErrorSigmaBox"), "2.3229 mV");
+    EXPECT_EQ(b.text("MTEErrorSigmaBox"), "2.3229");
     b.press("IncludeBox_2");
     EXPECT_EQ(b.text("txt_ProcessUncertainty"), "2.2500");
     b.type("UncertaintyBox_2", "");
@@ -118,6 +118,11 @@ TEST(Budget, RefusesAndRestores) {
     b.ui.expectBox("Measurement Process Uncertainty Worksheet", "1.5e308 is not a valid number.");
     EXPECT_TRUE(b.type("UncertaintyBox_6", "1.5e308").stay) << "no total is finite";
     EXPECT_EQ(b.text("UncertaintyBox_6"), "");
+    b.press("IncludeBox_5");
+    b.type("UncertaintyBox_6", "1.5e308");
+    b.ui.expectBox("Measurement Process Uncertainty", "The figures of the table allow no total.");
+    b.press("IncludeBox_5");
+    EXPECT_FALSE(b.screen->rows[5].IncludeBox.checked);
 }
 
 TEST(Budget, CancelAsksAndDropsEverything) {
@@ -134,6 +139,28 @@ TEST(Budget, CancelAsksAndDropsEverything) {
     EXPECT_TRUE(b.screen->close(Way::Cancel)) << "nothing to ask about";
     b.screen.reset();
     EXPECT_FALSE(b.record.UncertaintyWorksheetOpen);
+}
+
+TEST(Budget, TolerancesAreTheRecordsOwn) {
+    Budget b;
+    EXPECT_FALSE(b.shown("cmd_Tolerances").enabled);
+    b.rectangle(2, "1.0");
+    b.screen->openTolerances = [&b] { // as the tolerance offset worksheet would
+        EXPECT_TRUE(b.record.OffsetFromUncertainty);
+        b.record.MTE_ToleranceUnits = "V";
+        b.record.MTE_TolUnitsFactor = 1;
+        b.record.MTE_Offset = 0.04;
+        b.record.MTE_StdUncertainty = 0.02;
+    };
+    b.screen->refresh();
+    b.press("cmd_Tolerances");
+    EXPECT_EQ(b.text("UncertaintyBox_0"), "0.0200");
+    EXPECT_EQ(b.text("LimitsBox_2"), "0.001");
+    EXPECT_EQ(b.text("UncertaintyBox_2"), "0.000577");
+    b.ui.expectBox("Changes Made", retain, Answer::No, yesNoCancel);
+    EXPECT_TRUE(b.screen->close(Way::Cancel));
+    EXPECT_EQ(b.record.MTE_Offset, 0.04);
+    EXPECT_EQ(b.record.ErrTableText[2][errorColumn::limit], "");
 }
 
 TEST(Budget, NamesCanBecomeTheDefaultOnes) {
@@ -314,7 +341,7 @@ TEST(Budget, SurvivesAFile) {
     EXPECT_DOUBLE_EQ(b.record.ProcessUncertainty, before.ProcessUncertainty);
     EXPECT_TRUE(b.record.SMPC_Computed);
     b.screen.emplace(b.session);
-    EXPECT_TRUE(BiasResultsStand(b.session));
+    EXPECT_TRUE(BiasResultsStand(b.record, b.session.regional));
     EXPECT_EQ(b.text("UncertaintyBox_2"), "0.577");
     EXPECT_EQ(b.text("UncertaintyBox_3"), "2.250");
 

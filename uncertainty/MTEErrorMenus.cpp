@@ -1,0 +1,68 @@
+// The menus and the toolbar of the process uncertainty worksheet.
+#include "uncertainty/MTEErrorScreen.h"
+
+namespace metrisk {
+
+void MTEErrorScreen::makeMenus() {
+    menus = {
+        {.control = "mnu_File",
+         .caption = "&File",
+         .items = {{.control = "mnu_Print", .caption = "&Print..."},
+                   {.control = "mnu_Preview", .caption = "Print Pre&view", .separatorAfter = true},
+                   {.control = "mnu_Import", .caption = "&Import from ErrorLedger"}}},
+        {.control = "mnu_Edit",
+         .caption = "&Edit",
+         .items =
+             {
+                 {.control = "mnu_Edit_Undo",
+                  .caption = "&Undo",
+                  .shortcut = "Ctrl+Z",
+                  .editing = Editing::Undo,
+                  .separatorAfter = true},
+                 {.control = "mnu_Edit_Cut",
+                  .caption = "Cu&t",
+                  .shortcut = "Ctrl+X",
+                  .editing = Editing::Cut},
+                 {.control = "mnu_Edit_Copy",
+                  .caption = "&Copy",
+                  .shortcut = "Ctrl+C",
+                  .editing = Editing::Copy},
+                 {.control = "mnu_Edit_Paste",
+                  .caption = "&Paste",
+                  .shortcut = "Ctrl+V",
+                  .editing = Editing::Paste},
+                 {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete},
+             }},
+        {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
+        {.control = "mnu_ViewDistribution", .caption = "Plo&t"},
+        {.control = "mnu_Run",
+         .caption = "Ru&n",
+         .items = {{.control = "mnu_Run_Options_0", .caption = "&External Application"},
+                   {.control = "mnu_Run_Options_1", .caption = "&Spreadsheet"},
+                   {.control = "mnu_Run_Options_2", .caption = "&Calculator"},
+                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        {.control = "mnu_Notes", .caption = "&Notes"},
+        {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
+    };
+    toolbar = {
+        {"OK", "Accept Changes", "mnu_Exit_0"},
+        {"cancel", "Cancel Changes", "mnu_Exit_1", true},
+        {"print", "Print Report", "mnu_Print"},
+        {"printPreview", "Preview Report", "mnu_Preview", true},
+        {"undo", "Undo", "mnu_Edit_Undo"},
+        {"cut", "Cut", "mnu_Edit_Cut"},
+        {"copy", "Copy", "mnu_Edit_Copy"},
+        {"paste", "Paste", "mnu_Edit_Paste"},
+        {"delete", "Delete", "mnu_Edit_Delete", true},
+        {"notes", "View Notes", "mnu_Notes"},
+        {"correlations", "Account for Correlations", "mnu_Correlations"},
+        {"import", "Import from ErrorLedger", "mnu_Import"},
+        {"plotError", "Plot Process Error Distribution", "mnu_ViewDistribution", true},
+        {"run", "Run External Application", "mnu_Run_Options_0"},
+        {"spreadsheet", "Run External Spreadsheet", "mnu_Run_Options_1"},
+        {"calculator", "Run External Calculator", "mnu_Run_Options_2", true},
+        {"help", "Help", "mnu_Help"},
+    };
+}
+
+} // namespace metrisk
