@@ -16,6 +16,7 @@
 #include "shell/mainscreen/ToleranceOptions.h"
 #include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/MTEErrorScreen.h"
+#include "units/offset/OffsetScreen.h"
 
 namespace metrisk {
 
@@ -137,9 +138,18 @@ void MainScreen::openGuardbands() {
     session_.ui.run(worksheet);
 }
 
-void MainScreen::openUncertainty() {
+void MainScreen::openOffsets(FileChooser& chooser) {
+    OffsetCalc worksheet(session_, chooser);
+    session_.ui.run(worksheet);
+    forgetLastTexts();
+    RefreshMainScreen(session_);
+    followInKFactors();
+}
+
+void MainScreen::openUncertainty(FileChooser& chooser) {
     session_.record.ComputeNeeded = false;
     MTEErrorScreen worksheet(session_);
+    worksheet.openTolerances = [&] { openOffsets(chooser); };
     session_.ui.run(worksheet);
     followInKFactors();
 }

@@ -131,7 +131,9 @@ class MainScreen final : public Worksheet {
     /// The guardband worksheet.
     void openGuardbands();
     /// The process uncertainty worksheet.
-    void openUncertainty();
+    void openUncertainty(FileChooser& chooser);
+    /// The tolerance offset worksheet.
+    void openOffsets(FileChooser& chooser);
     /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
     void openBiasReference(std::size_t slot);
 
