@@ -11,8 +11,11 @@
 #include "reliability/Reliability.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 namespace metrisk::cli {
 

@@ -66,6 +66,7 @@ double fallenAt(int model, const Coefficients& theta) {
 } // namespace
 
 double PlotTimeLimit(int model, const Coefficients& theta, double interval, double bop) {
+    if (!(interval > 0)) return 0;
     double limit = 0;
     try {
         limit = checked(roomBehind * fallenAt(model, theta));

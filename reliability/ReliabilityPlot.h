@@ -9,8 +9,8 @@
 namespace metrisk {
 
 /// How far to draw: beyond the interval, and to where R has fallen to a fiftieth, unless it falls so late
-/// that the period would be lost. Between 1.2 and 100 intervals; 1.2 where the model tells no such time.
-/// `bop` is R(0), a fraction; times are in the unit of the coefficients.
+/// that the period would be lost. Between 1.2 and 100 intervals, 1.2 where the model tells no such time; 0
+/// without an interval. `bop` is R(0), a fraction; times are in the unit of the coefficients.
 double PlotTimeLimit(int model, const Coefficients& theta, double interval, double bop);
 
 /// What is drawn of a model.

@@ -211,7 +211,6 @@ TEST(ReliabilityModels, SolutionsThatAreNoneOrDoubtful) {
         {"level", Exponential, {0.9, 0, 0.9}, SolveStatus::Computed, true},
         {"level at 1", RandomWalk, {1, 0, 1}, SolveStatus::Computed, false},
         {"level", Gamma, {0.9, 0, 0.9}, SolveStatus::Questionable, false},
-        {"level", Warranty, {1, 0, 1}, SolveStatus::Questionable, false},
         {"level", Weibull, {0.9, 0.9, 0.9}, SolveStatus::Questionable, false},
         {"mean at the end", RestrictedRandomWalk, {0.9, 0.8, 0.8}, SolveStatus::Questionable, false},
         {"would end", MixedExponential, {1, 0.985, 0.97}, SolveStatus::Questionable, true},
@@ -250,7 +249,6 @@ TEST(ReliabilityModels, IntervalsAndTheirRefusals) {
     } rows[] = {
         {Exponential, {0.9, 0.1, 0}, 0.9, 0, nullptr},
         {Weibull, {0.9, 0.1, 2}, 0.9, 0, nullptr},
-        {MortalityDrift, {0.9, 0.1, -0.001}, 0.9, 0, nullptr},
         {MortalityDrift, {1, 0.1, 0}, std::exp(-1.0), 10, nullptr},
         {MortalityDrift, {1, 0.1, -0.001}, std::exp(-1.6), 20, nullptr}, // the earlier of two
         {MortalityDrift, {1, -0.1, 0.01}, std::exp(-2.0), 20, nullptr},  // rises first
@@ -258,7 +256,6 @@ TEST(ReliabilityModels, IntervalsAndTheirRefusals) {
         {Exponential, {}, 0.9, 0, illDefined},
         {Exponential, {0.9, 0, 0}, 0.8, 0, illDefined},
         {MixedExponential, {0, 1, 0}, 0.8, 0, illDefined},
-        {Weibull, {1, 0.1, 0}, 0.8, 0, illDefined},
         {Gamma, {1, 0, 0}, 0.8, 0, illDefined},
         {Warranty, {0, 1, 0}, 0.8, 0, illDefined},
         {RandomWalk, {0.2, 1, 0}, 1, 0, illDefined},

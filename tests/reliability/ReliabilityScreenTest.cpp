@@ -293,6 +293,8 @@ TEST(ReliabilityPlot, LimitsAreWhereTheCurveHasFallen) {
         {MortalityDrift, {1, 0.1, 0}, 12, 1.2 * std::log(50) / 0.1},
         {MixedExponential, {1, 0.05, 0}, 12, 1200}, // falls for ever
         {RestrictedRandomWalk, {1, -1, 1}, 12, 14.4},
+        {Exponential, {1, 0.1, 0}, 0, 0},
+        {Exponential, {1, 0.1, 0}, -1, 0},
     };
     for (const auto& row : rows)
         EXPECT_NEAR(PlotTimeLimit(row.model, row.theta, row.interval, 1), row.limit, 0.01)
