@@ -2,6 +2,7 @@
 
 #include "screens/Widgets.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -46,6 +47,7 @@ void PainterSurface::takeFont() const {
     QFont font = painter_.font();
     font.setPointSizeF(Font.Size);
     font.setBold(Font.Bold);
+    if (Font.Fixed) font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     if (font != painter_.font()) painter_.setFont(font);
 }
 

@@ -448,6 +448,18 @@ TEST_F(Cli, DrawsPictures) {
         EXPECT_EQ(run("plot " + file + " " + wrong).status, 2) << wrong;
 }
 
+TEST_F(Cli, VerifiesItself) {
+    const auto passed = run("verify --json -o page.pdf");
+    EXPECT_EQ(passed.status, 0);
+    EXPECT_EQ(json::parse(passed.out)["status"], "passed");
+    EXPECT_TRUE(fileContent(folder / "page.pdf").starts_with("%PDF-"));
+    write("broken.tsv", "normal\tPhi\t1\t0.85\t0.005\tfunction=Phi\tnowhere\n");
+    const auto failed = run("verify --data broken.tsv");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_NE(failed.out.find("1 DIFF"), std::string::npos);
+    EXPECT_EQ(run("verify --data none.tsv").status, 3);
+}
+
 TEST_F(Cli, ComposesTolerances) {
     const auto path = folder / "units.mdb";
     metrisk::makeUnitsDatabase(path);

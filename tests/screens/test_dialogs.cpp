@@ -10,6 +10,7 @@
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/observed/ObservedScreen.h"
 #include "screens/Widgets.h"
+#include "selfcheck/SelfCheckScreen.h"
 #include "tests/screens/support/Desk.h"
 #include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/CorrelationScreen.h"
@@ -147,6 +148,7 @@ class DialogTest final : public QObject {
             "The measurement units database was not located.  To locate this database, attempt to open the "
             "Update Measurement Units screen and follow the on-screen instructions.");
         OffsetCalc offsets(session, none);
+        SelfCheckScreen check(session);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
@@ -154,7 +156,7 @@ class DialogTest final : public QObject {
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
                  &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
                  &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units,
-                 &offsets}) {
+                 &offsets, &check}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
