@@ -9,6 +9,7 @@
 
 namespace metrisk {
 
+class FileChooser;
 struct Session;
 
 class MainScreen final : public Worksheet {
