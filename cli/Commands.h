@@ -22,6 +22,7 @@ void addGuardband(CLI::App& program, Command& chosen);
 void addObserved(CLI::App& program, Command& chosen);
 void addReliability(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
+void addOffset(CLI::App& program, Command& chosen);
 void addUncertainty(CLI::App& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.

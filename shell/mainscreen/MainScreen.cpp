@@ -4,6 +4,7 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "numerics/Real.h"
+#include "plots/PlotDesk.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
@@ -150,6 +151,10 @@ void MainScreen::openUncertainty(FileChooser& chooser) {
     session_.record.ComputeNeeded = false;
     MTEErrorScreen worksheet(session_);
     worksheet.openTolerances = [&] { openOffsets(chooser); };
+    worksheet.openErrorPlot = [](Session& desk) {
+        if (haveData(desk, Needs::BothForPlot)) PlotDesk(desk).show(PlotKind::Error);
+    };
+    worksheet.refresh();
     session_.ui.run(worksheet);
     followInKFactors();
 }
