@@ -1,5 +1,7 @@
 #include "units/SqliteUnits.h"
 
+#include "model/Text.h"
+
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <array>
@@ -77,13 +79,6 @@ void checkStructure(SQLite::Database& file) {
                                               "Description", "Units Group", "Multipliers"};
     if (!hasFields(file, "Areas", areaFields) || !hasFields(file, "Units", unitFields))
         throw UnitsError("the tables are not those of a units database");
-}
-
-/// A quote in a name would end a text of an analysis file.
-std::string nameOf(const SQLite::Column& column) {
-    std::string name = column.getString();
-    for (std::size_t at = 0; (at = name.find('"', at)) != std::string::npos;) name.replace(at, 1, "\u2033");
-    return name;
 }
 
 std::int64_t insertUnit(SQLite::Database& file, std::int64_t area, const std::string& areaName,
@@ -177,7 +172,7 @@ std::vector<MeasurementArea> SqliteUnits::areas() {
             *file_,
             R"(SELECT "Area Index", "Measurement Area" FROM Areas ORDER BY "Measurement Area" COLLATE NAMES)");
         while (query.executeStep())
-            all.push_back({query.getColumn(0).getInt64(), nameOf(query.getColumn(1))});
+            all.push_back({query.getColumn(0).getInt64(), withoutQuotes(query.getColumn(1))});
         return all;
     });
 }
@@ -192,8 +187,8 @@ std::vector<MeasurementUnit> SqliteUnits::unitsOf(std::int64_t area) {
                                 R"(WHERE "Area Index" = ? ORDER BY sortGroup COLLATE NAMES, "Multipliers")");
         query.bind(1, area);
         while (query.executeStep())
-            all.push_back({query.getColumn(0).getInt64(), nameOf(query.getColumn(1)),
-                           nameOf(query.getColumn(2)), nameOf(query.getColumn(3)),
+            all.push_back({query.getColumn(0).getInt64(), withoutQuotes(query.getColumn(1)),
+                           withoutQuotes(query.getColumn(2)), withoutQuotes(query.getColumn(3)),
                            query.getColumn(4).getDouble()});
         return all;
     });

@@ -1,9 +1,11 @@
 #include "units/UnitsDatabase.h"
 
+#include "model/Text.h"
 #include "units/ForeignUnits.h"
 #include "units/SqliteUnits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <locale.h>
 #include <wctype.h>
@@ -37,6 +39,17 @@ char32_t lower(char32_t c) {
 }
 
 } // namespace
+
+bool isAreaName(std::string_view name) {
+    return !name.empty() && countCharacters(name) <= longestAreaName;
+}
+
+bool isUnit(const MeasurementUnit& unit) {
+    return !unit.symbol.empty() && countCharacters(unit.symbol) <= longestUnit &&
+           countCharacters(unit.description) <= longestDescription &&
+           countCharacters(unit.group) <= longestUnitsGroup && std::isfinite(unit.multiplier) &&
+           unit.multiplier > 0;
+}
 
 int compareNames(std::string_view a, std::string_view b) {
     std::size_t i = 0;
@@ -72,6 +85,8 @@ bool UnitsDatabase::UnitExists(const std::string& area, const std::string& unit)
 }
 
 std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& path) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none)) throw UnitsError("unable to open database file");
     std::ifstream file(path, std::ios::binary);
     char start[16] = {};
     file.read(start, sizeof start);

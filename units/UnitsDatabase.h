@@ -70,6 +70,10 @@ class UnitsDatabase {
     virtual bool deleteArea(std::int64_t area) = 0;
     virtual bool deleteUnit(std::int64_t area, std::int64_t unit) = 0;
 
+    /// Rows of a foreign file that no units database can hold, without a name or a multiplier above 0 or with
+    /// too long a text: they are not among the others.
+    virtual std::size_t leftOut() const { return 0; }
+
     /// Writes all of it in our own form to a file that is replaced as a whole.
     virtual void saveAs(const std::filesystem::path& target) = 0;
 
@@ -85,6 +89,11 @@ std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& pa
 
 /// Makes a file with empty tables, replacing another. Raises UnitsError.
 void makeUnitsDatabase(const std::filesystem::path& path);
+
+/// What the tables can hold, by the sizes above; an area needs a name, a unit a symbol and a finite
+/// multiplier above 0.
+bool isAreaName(std::string_view name);
+bool isUnit(const MeasurementUnit& unit);
 
 /// Case-blind comparison of names in any script: below, at or above 0.
 int compareNames(std::string_view a, std::string_view b);
