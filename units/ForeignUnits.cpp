@@ -140,14 +140,10 @@ Rows readRows(std::string_view bytes) {
         }
 }
 
-bool byNames(const std::string& a, const std::string& b) {
-    return compareNames(a, b) < 0;
-}
-
 class ForeignUnits final : public UnitsDatabase {
   public:
     ForeignUnits(const std::filesystem::path& path, Rows rows) : UnitsDatabase(path) {
-        std::map<std::string, std::int64_t, decltype(&byNames)> keys(byNames);
+        std::map<std::string, std::int64_t, NamesBefore> keys;
         for (MeasurementArea& area : rows.areas) {
             if (!isAreaName(area.name) || !units_.try_emplace(area.key).second) {
                 ++leftOut_;
@@ -166,7 +162,7 @@ class ForeignUnits final : public UnitsDatabase {
                 area->second.push_back(std::move(row.unit));
         }
         std::stable_sort(areas_.begin(), areas_.end(),
-                         [](const auto& a, const auto& b) { return byNames(a.name, b.name); });
+                         [](const auto& a, const auto& b) { return NamesBefore{}(a.name, b.name); });
         for (auto& [key, units] : units_)
             std::stable_sort(units.begin(), units.end(), [](const auto& a, const auto& b) {
                 const int groups = compareNames(a.group, b.group);
@@ -186,13 +182,10 @@ class ForeignUnits final : public UnitsDatabase {
     bool updateUnit(std::int64_t, const MeasurementUnit&) override { refuse(); }
     bool deleteArea(std::int64_t) override { refuse(); }
     bool deleteUnit(std::int64_t, std::int64_t) override { refuse(); }
+    MergeCounts merge(const std::vector<AreaContent>&) override { refuse(); }
     std::size_t leftOut() const override { return leftOut_; }
 
-    void saveAs(const std::filesystem::path& target) override {
-        std::vector<AreaContent> content;
-        for (const MeasurementArea& area : areas_) content.push_back({area.name, unitsOf(area.key)});
-        SqliteUnits::make(target, content);
-    }
+    void saveAs(const std::filesystem::path& target) override { SqliteUnits::make(target, content()); }
 
   private:
     [[noreturn]] static void refuse() {

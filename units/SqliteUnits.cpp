@@ -6,6 +6,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <array>
 #include <fcntl.h>
+#include <map>
 #include <span>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -101,6 +102,19 @@ std::int64_t insertArea(SQLite::Database& file, const std::string& name) {
     insert.bind(1, name);
     insert.exec();
     return file.getLastInsertRowid();
+}
+
+bool changeUnit(SQLite::Database& file, std::int64_t area, const MeasurementUnit& unit) {
+    SQLite::Statement update(
+        file, R"(UPDATE Units SET "Units" = ?, "Description" = ?, "Units Group" = ?, "Multipliers" = ? )"
+              R"(WHERE "Units Index" = ? AND "Area Index" = ?)");
+    update.bind(1, unit.symbol);
+    update.bind(2, unit.description);
+    update.bind(3, unit.group);
+    update.bind(4, unit.multiplier);
+    update.bind(5, unit.key);
+    update.bind(6, area);
+    return update.exec() != 0;
 }
 
 /// A new file beside the target, which becomes it at the end or leaves nothing behind.
@@ -241,19 +255,7 @@ bool SqliteUnits::renameArea(std::int64_t area, const std::string& name) {
 }
 
 bool SqliteUnits::updateUnit(std::int64_t area, const MeasurementUnit& unit) {
-    return change([&] {
-        SQLite::Statement update(
-            *file_,
-            R"(UPDATE Units SET "Units" = ?, "Description" = ?, "Units Group" = ?, "Multipliers" = ? )"
-            R"(WHERE "Units Index" = ? AND "Area Index" = ?)");
-        update.bind(1, unit.symbol);
-        update.bind(2, unit.description);
-        update.bind(3, unit.group);
-        update.bind(4, unit.multiplier);
-        update.bind(5, unit.key);
-        update.bind(6, area);
-        return update.exec() != 0;
-    });
+    return change([&] { return changeUnit(*file_, area, unit); });
 }
 
 bool SqliteUnits::deleteArea(std::int64_t area) {
@@ -274,6 +276,33 @@ bool SqliteUnits::deleteUnit(std::int64_t area, std::int64_t unit) {
         remove.bind(1, unit);
         remove.bind(2, area);
         return remove.exec() != 0;
+    });
+}
+
+MergeCounts SqliteUnits::merge(const std::vector<AreaContent>& content) {
+    return change([&] {
+        MergeCounts counts;
+        std::map<std::string, std::int64_t, NamesBefore> keys;
+        for (const MeasurementArea& area : areas()) keys.emplace(area.name, area.key);
+        for (const AreaContent& area : content) {
+            const auto [known, isNew] = keys.try_emplace(area.name, 0);
+            const auto& [name, key] = *known;
+            if (isNew) known->second = insertArea(*file_, name);
+            counts.areas += isNew;
+            std::map<std::string, MeasurementUnit> present;
+            for (MeasurementUnit& unit : unitsOf(key)) present.emplace(unit.symbol, unit);
+            for (MeasurementUnit unit : area.units) {
+                const auto same = present.find(unit.symbol);
+                if (same == present.end()) {
+                    insertUnit(*file_, key, name, unit);
+                    ++counts.units;
+                } else if (unit.key = same->second.key; unit != same->second) {
+                    changeUnit(*file_, key, unit);
+                    ++counts.changed;
+                }
+            }
+        }
+        return counts;
     });
 }
 

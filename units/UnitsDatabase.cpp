@@ -84,6 +84,12 @@ bool UnitsDatabase::UnitExists(const std::string& area, const std::string& unit)
     return key != 0 && FindUnitsIndex(key, unit) != 0;
 }
 
+std::vector<AreaContent> UnitsDatabase::content() {
+    std::vector<AreaContent> all;
+    for (MeasurementArea& area : areas()) all.push_back({std::move(area.name), unitsOf(area.key)});
+    return all;
+}
+
 std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& path) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(path, none)) throw UnitsError("unable to open database file");
@@ -95,8 +101,17 @@ std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& pa
     return readForeignUnits(path);
 }
 
-void makeUnitsDatabase(const std::filesystem::path& path) {
-    SqliteUnits::make(path, {});
+void makeUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content) {
+    SqliteUnits::make(path, content);
+}
+
+void refuseForeignFile(const std::filesystem::path& path) {
+    std::error_code none;
+    if (!std::filesystem::exists(path, none)) return;
+    char start[16] = {};
+    std::ifstream(path, std::ios::binary).read(start, sizeof start);
+    if (std::filesystem::file_size(path, none) > 0 && std::string_view(start, sizeof start) != sqliteMark)
+        throw UnitsError("a file of another program is not replaced");
 }
 
 } // namespace metrisk
