@@ -35,9 +35,9 @@ Open opened(const std::string& path, Output& output) {
     try {
         Open units = openUnitsDatabase(path);
         if (const std::size_t count = units->leftOut(); count > 0)
-            output.diagnostics += diagnosticLine(
-                path, std::to_string(count) + " units or areas are left out: they lack a name or a "
-                                              "multiplier above 0, or are too long");
+            output.diagnostics +=
+                diagnosticLine(path, "units or areas left out: " + std::to_string(count) +
+                                         "; they lack a name or a multiplier above 0, or are too long");
         return units;
     } catch (const UnitsError& fault) {
         output.diagnostics +=
@@ -166,9 +166,9 @@ int import(const Options& options) {
             return;
         }
         const MergeCounts counts = (exists ? *units : *openUnitsDatabase(options.file)).merge(content);
-        output.results = std::to_string(counts.areas) + " measurement areas and " +
-                         std::to_string(counts.units) + " units added, " + std::to_string(counts.changed) +
-                         " units changed\n";
+        output.results = tableRow("Measurement areas added", std::to_string(counts.areas)) +
+                         tableRow("Units added", std::to_string(counts.units)) +
+                         tableRow("Units changed", std::to_string(counts.changed));
     });
     return finish(output);
 }

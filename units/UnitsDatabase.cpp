@@ -34,6 +34,7 @@ char32_t next(std::string_view text, std::size_t& at) {
 }
 
 char32_t lower(char32_t c) {
+    if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c;
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     return unicode ? static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), unicode)) : c;
 }

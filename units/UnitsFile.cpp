@@ -95,9 +95,8 @@ bool UnitsFile::openAnother() {
 /// Such units would be missed sooner or later, and then in the wrong place.
 void UnitsFile::tellLeftOut() {
     if (const std::size_t count = database_->leftOut(); count > 0)
-        session_.ui.show({.text = std::to_string(count) + " units or areas of the file are left out.\n"
-                                                          "They lack a name or a multiplier above 0, or are "
-                                                          "too long.",
+        session_.ui.show({.text = "Units or areas of the file left out: " + std::to_string(count) +
+                                  ".\nThey lack a name or a multiplier above 0, or are too long.",
                           .title = "Units Database",
                           .icon = BoxIcon::Information});
 }
