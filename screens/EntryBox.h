@@ -13,6 +13,8 @@ class EntryBox final : public QLineEdit {
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
+    /// A sign at its end that there is something to know about the figure.
+    void setMarked(bool marked);
 
   signals:
     void entered();
@@ -29,6 +31,9 @@ class EntryBox final : public QLineEdit {
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    QAction* mark_ = nullptr;
 };
 
 } // namespace metrisk
