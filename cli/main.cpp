@@ -36,7 +36,7 @@ int run(int argc, char** argv) {
     program.failure_message(failureText);
     Command chosen;
     for (const auto add : {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved, addPlot,
-                           addOffset, addVerify, addReliability, addUncertainty})
+                           addOffset, addVerify, addReliability, addUncertainty, addUnits})
         add(program, chosen);
     try {
         program.parse(argc, argv);
