@@ -21,7 +21,9 @@ void addBaseline(CLI::App& program, Command& chosen);
 void addGuardband(CLI::App& program, Command& chosen);
 void addObserved(CLI::App& program, Command& chosen);
 void addReliability(CLI::App& program, Command& chosen);
+void addMap(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
+void addSweep(CLI::App& program, Command& chosen);
 void addUncertainty(CLI::App& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.
