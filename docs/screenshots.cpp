@@ -5,6 +5,7 @@
 #include "shell/screens/SplashScreen.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
+#include "units/UnitsDatabase.h"
 
 #include <QAction>
 #include <QApplication>
@@ -40,6 +41,17 @@ void fillReliability(Analysis& r) {
     r.Rel_BOP[0] = 0.99;
     r.Rel_AOP[0] = 0.96;
     r.Rel_EOP[0] = 0.9;
+}
+
+void makeUnits(const std::string& path) {
+    makeUnitsDatabase(path);
+    const auto units = openUnitsDatabase(path);
+    const auto length = units->addArea("Length", {.symbol = "m", .description = "metre"});
+    units->addUnit(length, {.symbol = "mm", .description = "millimetre", .multiplier = 0.001});
+    units->addUnit(length, {.symbol = "\u00b5m", .description = "micrometre", .multiplier = 1e-6});
+    units->addUnit(length, {.symbol = "in", .description = "inch", .group = "US", .multiplier = 0.0254});
+    units->addArea("Temperature", {.symbol = "K", .description = "kelvin"});
+    units->addArea("Voltage", {.symbol = "V", .description = "volt"});
 }
 
 class Camera {
@@ -101,7 +113,6 @@ class Camera {
                 qobject_cast<QDialog*>(&window)->reject();
             });
             budget.findChild<QAction*>("mnu_Correlations")->trigger();
-            desk_.boxes.expectBox("Changes Made", "Do you want to retain changes?", "No");
             qobject_cast<QDialog*>(&budget)->reject();
         });
         desk_.choose("mnu_Uncertainty");
@@ -151,6 +162,13 @@ int main(int argc, char** argv) {
     desk.record.Rel_Interval[0] = 12;
     desk.record.Rel_IntervalUnits[0] = "Months";
     camera.takeDialog("mnu_BiasRef_Parameter_0", "BiasCalcOption", "in-tolerance-reference");
+    desk.session.places.UnitsDatabasePath = desk.path("units.mdb").toStdString();
+    makeUnits(desk.session.places.UnitsDatabasePath);
+    camera.takeDialog("mnu_Units", "UnitsRevision", "units");
+    camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "tolerance-offsets");
+    desk.record.MTE_EntryByUncertainty = true;
+    camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "uncertainty-offsets");
+    desk.record.MTE_EntryByUncertainty = false;
     camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject");
     camera.takeDialog("MTEPlotScreenControl", "MTEPlot", "plot-measuring");
     desk.record.FileChanged = false;

@@ -359,6 +359,7 @@ void visitSessionState(Record& record, Visitor& visit) {
     METRISK_FIELD(SymmetryChanged);
     METRISK_FIELD(FirstDisplay);
     METRISK_FIELD(Rel_ActiveSlot);
+    METRISK_FIELD(OffsetsInNominalUnits);
     METRISK_FIELD(Ack100Pct);
     METRISK_FIELD(AckPhysLimitLow);
     METRISK_FIELD(AckPhysLimitHigh);

@@ -75,6 +75,9 @@ class Interaction {
     /// Wait pointer; calls nest. Use WaitPointer.
     virtual void setBusy(bool busy) = 0;
 
+    /// Lets the screen behind that one be seen for a moment.
+    virtual void peekBehind(Worksheet& screen) = 0;
+
     virtual void beep() = 0;
 
     /// Puts the picture, in the size in which it is seen, on the clipboard.

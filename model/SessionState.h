@@ -43,6 +43,7 @@ struct SessionState {
     Flag SymmetryChanged; // the main boxes need a repaint
     Flag FirstDisplay;
     int Rel_ActiveSlot = 0;
+    Flag OffsetsInNominalUnits; // display of the tolerance offset worksheet, as chosen last
 
     // The user was asked and went on; cleared when one of the boxes concerned is entered again.
     Flag Ack100Pct;

@@ -7,6 +7,7 @@
 #include "numerics/SpecialFunctions.h"
 #include "numerics/SubjectDensity.h"
 #include "risk/CoverageFactor.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/CombinedUncertainty.h"
 
 #include <algorithm>
@@ -78,10 +79,10 @@ bool holdsSample(const Analysis& r, int slot) {
 }
 
 /// The best estimate of the error, and what it is called.
-void setErrorCentre(DistributionPlot& plot, const Analysis& r) {
+void setErrorCentre(DistributionPlot& plot, const Analysis& r, const Regional& regional) {
     plot.caption = "Sample";
     plot.secondCaption = "Mean";
-    if (r.SMPC_Computed) {
+    if (r.SMPC_Computed && BiasResultsStand(r, regional)) {
         plot.caption = "Measurand";
         plot.secondCaption = "Bias";
         plot.centralValue = r.SMPC_Bias[2];
@@ -161,7 +162,7 @@ DistributionPlot errorPlot(const Analysis& r, const Regional& regional) {
     plot.title = "Probability Density vs. Measurement Error";
     plot.showOffsets = r.ErrorPlot_Flag;
     plot.biasIncluded = r.IncludeMTEBias;
-    setErrorCentre(plot, r);
+    setErrorCentre(plot, r, regional);
     const Combined total =
         r.IncludeMTEBias ? spread(r, regional, true) : Combined{r.ProcessUncertainty, r.Process_DegFreedom};
     plot.sigma = total.uncertainty;

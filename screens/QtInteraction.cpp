@@ -209,6 +209,16 @@ void QtInteraction::setBusy(bool busy) {
         QApplication::restoreOverrideCursor();
 }
 
+/// A dialog stays above its parent on every desktop, so it fades instead of moving.
+void QtInteraction::peekBehind(Worksheet& screen) {
+    static constexpr int peekFor = 2500; // milliseconds
+    ScreenBinder* binder = binderOf(screen);
+    if (!binder) return;
+    QWidget& window = binder->window();
+    window.setWindowOpacity(0.1);
+    QTimer::singleShot(peekFor, &window, [&window] { window.setWindowOpacity(1); });
+}
+
 void QtInteraction::beep() {
     QApplication::beep();
 }

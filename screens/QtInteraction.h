@@ -43,6 +43,7 @@ class QtInteraction final : public Interaction {
     void status(std::string_view text) override;
     void help(std::string_view page) override;
     void setBusy(bool busy) override;
+    void peekBehind(Worksheet& screen) override;
     void beep() override;
     void copyPicture(const PictureArea& picture) override;
 

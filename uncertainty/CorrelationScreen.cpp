@@ -46,7 +46,6 @@ CorrelationScreen::CorrelationScreen(Session& session)
         for (int j = i + 1; j < errorRowCount; ++j)
             if (const double rho = coefficientOf(session.record, i, j); rho != 0)
                 pairs_.push_back({i, j, rho});
-    opened_ = pairs_;
     for (Table* list : {&lst_Variable_0, &lst_Variable_1}) {
         list->headings = {list == &lst_Variable_0 ? "Column 1" : "Column 2"};
         list->rows = listOf(names_);
@@ -152,11 +151,7 @@ void CorrelationScreen::store() {
 }
 
 bool CorrelationScreen::mayClose(Way way) {
-    if (way == Way::Cancel) {
-        const Answer answer = pairs_ == opened_ ? Answer::No : ask(session_.ui, retainChanges);
-        if (answer != Answer::Yes) return answer == Answer::No;
-    }
-    store();
+    if (way == Way::Ok) store();
     return true;
 }
 

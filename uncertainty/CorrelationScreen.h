@@ -51,7 +51,6 @@ class CorrelationScreen final : public Worksheet {
     Session& session_;
     std::array<std::string, errorRowCount> names_;
     std::vector<Pair> pairs_;
-    std::vector<Pair> opened_;
 };
 
 } // namespace metrisk

@@ -40,8 +40,7 @@ std::string headed(const char* what, std::string_view units) {
 
 DataEntryScreen::DataEntryScreen(Session& session, int slot)
     : Worksheet("DataEntryWorksheet", captions[slot], "samples"), session_(session), slot_(slot),
-      draft_(session.record), grid_(gridOf(session.record, slot, session.regional)), opened_(grid_),
-      openedOfMean_(session.record.Stat_Flag2[slot] != 0) {
+      draft_(session.record), grid_(gridOf(session.record, slot, session.regional)) {
     const int row = slot == 1 ? measuringSampleRow : subjectSampleRow;
     const double confidence =
         ParseValue(draft_.ErrTableText[row][errorColumn::confidence], session.regional) / 100;
@@ -183,11 +182,7 @@ void DataEntryScreen::refresh() {
 }
 
 bool DataEntryScreen::mayClose(Way way) {
-    if (way == Way::Cancel) {
-        const bool changed = !(grid_ == opened_) || Flag(draft_.Stat_Flag2[slot_] != 0) != openedOfMean_;
-        const Answer answer = changed ? ask(session_.ui, retainChanges) : Answer::No;
-        if (answer != Answer::Yes) return answer == Answer::No;
-    }
+    if (way == Way::Cancel) return true;
     Analysis& r = session_.record;
     r.Stat_Flag1[slot_] = draft_.Stat_Flag1[slot_];
     r.Stat_Flag2[slot_] = draft_.Stat_Flag2[slot_];

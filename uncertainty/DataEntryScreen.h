@@ -55,8 +55,6 @@ class DataEntryScreen final : public Worksheet {
     const int slot_;
     Analysis draft_; // the record as OK would leave it, but for the samples themselves
     SampleGrid grid_;
-    const SampleGrid opened_;
-    const Flag openedOfMean_;
     double deviation_ = 0; // of the samples, in tolerance units
     std::string notice_;
 };

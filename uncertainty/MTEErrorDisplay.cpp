@@ -27,6 +27,7 @@ void MTEErrorScreen::refresh() {
     }
     for (int row = 0; row < errorRowCount; ++row) showRow(row);
     rows[biasRow].button->enabled = static_cast<bool>(openTolerances);
+    findItem(menus, "mnu_ViewDistribution")->off = !openErrorPlot;
     showTotals();
     OptUncertainty.checked = r.IncludeUncertainty;
     showBias();

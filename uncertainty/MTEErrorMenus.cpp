@@ -34,7 +34,7 @@ void MTEErrorScreen::makeMenus() {
                  {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete},
              }},
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
-        {.control = "mnu_ViewDistribution", .caption = "Plo&t"},
+        {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},
         {.control = "mnu_Run",
          .caption = "Ru&n",
          .items = {{.control = "mnu_Run_Options_0", .caption = "&External Application"},

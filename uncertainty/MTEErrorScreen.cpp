@@ -227,6 +227,16 @@ void MTEErrorScreen::correlate() {
 
 /// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
 /// in ppm stay as they are.
+/// The plot works on the budget's own record; what it changes there shows in row 0.
+void MTEErrorScreen::viewDistribution() {
+    Analysis& r = desk_.record;
+    r.ErrorPlot_Param = "SU";
+    const bool bias = r.IncludeMTEBias;
+    openErrorPlot(desk_);
+    session_.record.ErrorPlot_Param = r.ErrorPlot_Param;
+    if (r.IncludeMTEBias != bias) tableChanged();
+}
+
 void MTEErrorScreen::enterTolerances() {
     session_.record.OffsetFromUncertainty = true;
     openTolerances();
@@ -286,10 +296,7 @@ bool MTEErrorScreen::changed() const {
 }
 
 bool MTEErrorScreen::mayClose(Way way) {
-    if (way == Way::Cancel) {
-        const Answer answer = changed() ? ask(session_.ui, retainChanges) : Answer::No;
-        if (answer != Answer::Yes) return answer == Answer::No;
-    }
+    if (way == Way::Cancel) return true;
     if (totals_ && totals_->contradictory) tell(session_.ui, contradiction);
     store();
     return true;

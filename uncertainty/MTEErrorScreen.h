@@ -91,6 +91,9 @@ class MTEErrorScreen final : public Worksheet {
     /// takes back; none while there is no such screen.
     std::function<void()> openTolerances;
 
+    /// Shows the error plot of the budget as it stands here.
+    std::function<void(Session& desk)> openErrorPlot;
+
   protected:
     bool mayClose(Way way) override;
     FieldResult runRule(TextBox& box, const std::string& text) override;
@@ -103,6 +106,7 @@ class MTEErrorScreen final : public Worksheet {
 
     void makeMenus();
     void bindRow(int row);
+    void viewDistribution();
     void bindBias();
     FieldResult leaveEntry(int row, ErrorEntry entry, TextBox& box, const std::string& text);
     bool changeTable(const std::function<void()>& change);

@@ -56,9 +56,15 @@ std::optional<double> toleranceFactor(const std::string& area, double mode, cons
     const auto m = modeUnits.multiplier();
     const auto t = toleranceUnits.multiplier();
     if (!m || !t) return {};
-    if (area.empty() || modeUnits.unit() == ppmUnits) return 1;
-    const double factor = toleranceUnits.unit() == ppmUnits ? perMillion / std::fabs(mode) : *m / *t;
-    return usableFactor(factor);
+    if (area.empty()) return 1;
+    return unitFactor(mode, modeUnits.unit(), *m, toleranceUnits.unit(), *t);
+}
+
+double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
+                  const std::string& toleranceUnit, double toleranceMultiplier) {
+    if (modeUnit == ppmUnits) return 1;
+    return usableFactor(toleranceUnit == ppmUnits ? perMillion / std::fabs(mode)
+                                                  : modeMultiplier / toleranceMultiplier);
 }
 
 double usableFactor(double factor) {

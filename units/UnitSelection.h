@@ -32,8 +32,12 @@ void FillUnitsBox(UnitsFile& units, UnitsBox& box, const std::string& area, cons
 /// Selects by text; nothing for an empty text or "None".
 void SelectUnit(UnitsBox& box, const std::string& unit);
 
-/// Tolerance units per unit of the mode; none while one of the two is not selected. 1 without an area or
-/// where the mode itself is in ppm; ppm of a mode of 0 counts as 1 (the boxes refuse that choice).
+/// Tolerance units per unit of the mode, from the two units and their multipliers: 1 where the mode itself is
+/// in ppm; ppm of a mode of 0 counts as 1.
+double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
+                  const std::string& toleranceUnit, double toleranceMultiplier);
+
+/// The same for what the boxes have selected; none while one of the two is not selected, 1 without an area.
 std::optional<double> toleranceFactor(const std::string& area, double mode, const UnitsBox& modeUnits,
                                       const UnitsBox& toleranceUnits);
 

@@ -12,6 +12,7 @@
 #include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/OffsetPictures.h"
+#include "units/FollowMode.h"
 
 #include <algorithm>
 #include <cmath>

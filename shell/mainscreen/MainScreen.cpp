@@ -4,6 +4,7 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "numerics/Real.h"
+#include "plots/PlotDesk.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
@@ -16,6 +17,7 @@
 #include "shell/mainscreen/ToleranceOptions.h"
 #include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/MTEErrorScreen.h"
+#include "units/offset/OffsetScreen.h"
 
 namespace metrisk {
 
@@ -137,9 +139,22 @@ void MainScreen::openGuardbands() {
     session_.ui.run(worksheet);
 }
 
-void MainScreen::openUncertainty() {
+void MainScreen::openOffsets(FileChooser& chooser) {
+    OffsetCalc worksheet(session_, chooser);
+    session_.ui.run(worksheet);
+    forgetLastTexts();
+    RefreshMainScreen(session_);
+    followInKFactors();
+}
+
+void MainScreen::openUncertainty(FileChooser& chooser) {
     session_.record.ComputeNeeded = false;
     MTEErrorScreen worksheet(session_);
+    worksheet.openTolerances = [&] { openOffsets(chooser); };
+    worksheet.openErrorPlot = [](Session& desk) {
+        if (haveData(desk, Needs::BothForPlot)) PlotDesk(desk).show(PlotKind::Error);
+    };
+    worksheet.refresh();
     session_.ui.run(worksheet);
     followInKFactors();
 }

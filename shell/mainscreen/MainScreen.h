@@ -9,6 +9,7 @@
 
 namespace metrisk {
 
+class FileChooser;
 struct Session;
 
 class MainScreen final : public Worksheet {
@@ -131,7 +132,9 @@ class MainScreen final : public Worksheet {
     /// The guardband worksheet.
     void openGuardbands();
     /// The process uncertainty worksheet.
-    void openUncertainty();
+    void openUncertainty(FileChooser& chooser);
+    /// The tolerance offset worksheet.
+    void openOffsets(FileChooser& chooser);
     /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
     void openBiasReference(std::size_t slot);
 

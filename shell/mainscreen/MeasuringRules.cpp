@@ -8,9 +8,9 @@
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/OffsetPictures.h"
+#include "units/offset/Composition.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace metrisk {
 
@@ -42,11 +42,11 @@ void reduceUncertainty(Session& session) {
     r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);
 }
 
-void composeOffset(Analysis& r) {
-    r.MTE_Offset = checked(r.MTE_FixedOffset + std::fabs(r.SU_Mode) * r.MTE_PctReading / 100);
-    // A percent is two decimals away from the reading that it is a part of.
-    const int pctDecimals = r.MTE_PctReading == 0 ? 0 : PictureDecimals(r.MTE_PctReading_fmt) + 2;
-    r.MTE_Offset_fmt = PictureForDecimals(std::max(PictureDecimals(r.MTE_FixedOffset_fmt), pctDecimals));
+void compose(Analysis& r) {
+    const auto [value, picture] = composeOffset(
+        {r.MTE_FixedOffset, r.MTE_PctReading, r.MTE_FixedOffset_fmt, r.MTE_PctReading_fmt}, r.SU_Mode);
+    r.MTE_Offset = value;
+    r.MTE_Offset_fmt = picture;
 }
 
 void fitMeasuring(Session& session) {
@@ -85,7 +85,7 @@ void commitTolerance(Analysis& r, MeasuringBox box, const PartEntry& entry) {
         r.MTE_PctReading_fmt = pctReadingPicture(entry.typed.decimals);
         break;
     }
-    composeOffset(r);
+    compose(r);
 }
 
 void commitUncertainty(Session& session, MeasuringBox box, const PartEntry& entry) {

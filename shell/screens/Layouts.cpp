@@ -25,6 +25,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"MTEError", layoutMTEError},
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
+        {"OffsetCalc", layoutOffsetCalc},
         {"ReliabilityModelCoefficients", layoutReliability},
         {"SUPlot", layoutPlot},
         {"UnitsRevision", layoutUnitsRevision},

@@ -1,5 +1,6 @@
 // The command-line program from outside: arguments, stdout, stderr and exit status as a whole.
 #include "tests/support/TemporaryFolder.h"
+#include "units/UnitsDatabase.h"
 
 #include <algorithm>
 #include <array>
@@ -442,6 +443,26 @@ TEST_F(Cli, DrawsPictures) {
          {"--kind su -o x.gif", "--kind no -o x.png", "--kind su", "--kind su -o x.png --size 0x0",
           "--kind su -o x.png --size 800", "--kind su -o x.png --zoom 33%"})
         EXPECT_EQ(run("plot " + file + " " + wrong).status, 2) << wrong;
+}
+
+TEST_F(Cli, ComposesTolerances) {
+    const auto path = folder / "units.mdb";
+    metrisk::makeUnitsDatabase(path);
+    auto units = metrisk::openUnitsDatabase(path);
+    units->addUnit(units->addArea("DC Voltage", {.symbol = "V"}), {.symbol = "mV", .multiplier = 0.001});
+    const std::string volts =
+        "offset --json --file units.mdb --area 'DC Voltage' --unit V --fixed 5 --percent 0.01 ";
+    const json composed = json::parse(run(volts + "--mode -10 --tolerance-unit mV").out);
+    EXPECT_NEAR(composed["SU_UpperOffset"].get<double>(), 0.006, 1e-17);
+    EXPECT_EQ(composed["SU_TolUnitsFactor"], 1000);
+    EXPECT_EQ(composed["Tolerance"], "6.0 mV");
+    const json ppm = json::parse(run(volts + "--mode 2 --tolerance-unit ppm --for mte").out);
+    EXPECT_NEAR(ppm["MTE_Offset"].get<double>(), 0.00021, 1e-18);
+    EXPECT_EQ(run(volts + "--mode 0 --tolerance-unit ppm").status, 1);
+    EXPECT_EQ(run(volts + "--mode 1 --tolerance-unit kV").status, 1);
+    EXPECT_EQ(run("offset --mode 1 --fixed 0.1 --file none").status, 0) << "no units, no database";
+    EXPECT_EQ(run("offset --mode 1 --area A --file none").status, 3);
+    EXPECT_EQ(run("offset --mode x --fixed 1").status, 2);
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {

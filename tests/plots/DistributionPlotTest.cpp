@@ -4,6 +4,7 @@
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
+#include "uncertainty/BiasAnalysis.h"
 
 #include <cmath>
 #include <fstream>
@@ -177,11 +178,19 @@ TEST(DistributionPlots, ZoomAndReferences) {
         const DistributionPlot plot = errorPlot(f.record, {});
         return std::pair{plot.lowerValue, plot.upperValue};
     };
-    f.record.SMPC_Computed = true;
-    f.record.SMPC_Bias[2] = 0.2;
+    f.record.Stat_Include[1] = 1;
+    f.record.Stat_SampleSize[1] = 4;
+    f.record.Stat_SampleMean[1] = 0.2; // a deviation
+    f.record.Stat_SampleStdDev[1] = 0.01;
+    RunBiasAnalysis(f.session);
+    const double centre = f.record.SMPC_Bias[2];
+    ASSERT_NE(centre, 0);
     EXPECT_EQ(limits("SU"), (std::pair{-0.5, 0.5})) << "about 0";
     EXPECT_EQ(limits("MTE"), (std::pair{-0.125, 0.125}));
-    EXPECT_DOUBLE_EQ(limits("Error").second, 0.2 + 2 * std::hypot(bias, 0.03)) << "about the centre";
+    EXPECT_DOUBLE_EQ(limits("Error").second, centre + 2 * std::hypot(bias, 0.03)) << "about the centre";
+    EXPECT_EQ(errorPlot(f.record, {}).secondCaption, "Bias");
+    f.record.Stat_SampleMean[1] = 0.1;
+    EXPECT_EQ(errorPlot(f.record, {}).secondCaption, "Mean") << "the analysis was of other samples";
     f.record.IncludeMTEBias = false;
     EXPECT_DOUBLE_EQ(errorPlot(f.record, {}).sigma, 0.03);
     f.record.ProcessUncertainty = 0;

@@ -16,6 +16,7 @@
 #include "uncertainty/DataEntryScreen.h"
 #include "uncertainty/MTEErrorScreen.h"
 #include "units/UnitsScreen.h"
+#include "units/offset/OffsetScreen.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -139,13 +140,21 @@ class DialogTest final : public QObject {
         BiasCalcOptionScreen reference(session, 0);
         NoFiles none;
         UnitsRevision units(session, none);
+        d.boxes.expectBox("Database Unavailable",
+                          "Unable to find the units database.\nPlease locate the database.", "Cancel");
+        d.boxes.expectBox(
+            "Missing Database",
+            "The measurement units database was not located.  To locate this database, attempt to open the "
+            "Update Measurement Units screen and follow the on-screen instructions.");
+        OffsetCalc offsets(session, none);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
                  &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
-                 &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units}) {
+                 &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units,
+                 &offsets}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

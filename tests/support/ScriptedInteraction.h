@@ -50,6 +50,7 @@ class ScriptedInteraction final : public Interaction {
     std::vector<std::string> helpPages;
     int yields = 0;
     int beeps = 0;
+    int peeks = 0;
     int repaints = 0;
     int busyDepth = 0;
     int picturesCopied = 0;
@@ -72,6 +73,7 @@ class ScriptedInteraction final : public Interaction {
     void status(std::string_view text) override;
     void help(std::string_view page) override { helpPages.emplace_back(page); }
     void setBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
+    void peekBehind(Worksheet&) override { ++peeks; }
     void beep() override { ++beeps; }
     void copyPicture(const PictureArea&) override { ++picturesCopied; }
 

@@ -33,6 +33,7 @@ class SilentInteraction : public Interaction {
     void status(std::string_view) override {}
     void help(std::string_view) override {}
     void setBusy(bool) override {}
+    void peekBehind(Worksheet&) override {}
     void beep() override {}
     void copyPicture(const PictureArea&) override {}
 };

@@ -7,6 +7,7 @@ namespace metrisk {
 
 class WidgetMaker;
 
+QWidget* layoutOffsetCalc(const WidgetMaker& w);
 QWidget* layoutUnitsRevision(const WidgetMaker& w);
 
 } // namespace metrisk

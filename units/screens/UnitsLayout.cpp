@@ -48,10 +48,10 @@ QWidget* layoutUnitsRevision(const WidgetMaker& w) {
         row->setStretch(index, stretch);
 
     QGridLayout* boxes = rows({
-        {"Measurement Area", w.box("MeasAreaBox", 30), "Primary Units", w.box("txt_PrimaryUnits", 14)},
-        {"Units", w.box("UnitsBox", 14), "Units Multiplier", w.box("MultipliersBox", 14)},
-        {"Units Group", w.box("txt_UnitsGroup", 14), "Units Description (Optional)",
-         w.box("txt_Description", 30)},
+        {"Measurement Area", w("MeasAreaBox"), "Primary Units", w("txt_PrimaryUnits")},
+        {"Units", w("UnitsBox"), "Units Multiplier", w("MultipliersBox")},
+        {"Units Group", w("txt_UnitsGroup"), "Units Description (Optional)",
+         w("txt_Description")},
     });
     QWidget* content = down({lists, group("Units Definition", boxes), w("lbl_Database")});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(0, 1);

@@ -1,0 +1,170 @@
+// metrisk-cli offset: a tolerance composed of a fixed part and a part in percent of the reading.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
+#include "model/NumberFormat.h"
+#include "model/NumberText.h"
+#include "model/RelativeUnits.h"
+#include "model/ToleranceUnits.h"
+#include "numerics/Real.h"
+#include "units/ToleranceDecimals.h"
+#include "units/UnitSelection.h"
+#include "units/UnitsDatabase.h"
+#include "units/offset/Composition.h"
+
+#include <CLI/CLI.hpp>
+
+namespace metrisk::cli {
+
+namespace {
+
+struct Options {
+    std::string area;
+    std::string mode; // numbers stay texts: their digits say how many decimals to show
+    std::string unit;
+    std::string fixed = "0";
+    std::string percent = "0";
+    std::string toleranceUnit;
+    std::string parameter = "su";
+    std::string database;
+    std::string settings;
+    bool json = false;
+};
+
+/// What is refused, in words.
+struct Refusal {
+    std::string text;
+};
+
+double multiplierOf(UnitsDatabase& units, const std::string& area, const std::string& unit) {
+    if (!units.AreaExists(area)) throw Refusal{"There is no measurement area " + area + " in the database."};
+    for (const MeasurementUnit& each : units.unitsOf(area))
+        if (each.symbol == unit) return each.multiplier;
+    if (unit == ppmUnits) return 1;
+    throw Refusal{"There is no unit " + unit + " in the measurement area " + area + "."};
+}
+
+struct Composed {
+    double offset; // nominal units
+    double factor;
+    std::string shown;   // in tolerance units
+    std::string nominal; // in nominal units
+};
+
+Composed compose(const Options& options, UnitsDatabase* units) {
+    const auto number = [](const std::string& text) { return NumberEntry::read(text, {}); };
+    const double mode = number(options.mode).value;
+    const bool relative = options.unit == ppmUnits || options.toleranceUnit == ppmUnits;
+    if (relative && mode == 0) throw Refusal{"ppm has no meaning where the nominal value is 0."};
+    Analysis record;
+    record.SU_Mode = mode;
+    record.MeasurementArea = options.area;
+    record.NominalUnits = options.unit;
+    record.SU_ToleranceUnits = options.toleranceUnit;
+    if (units)
+        record.SU_TolUnitsFactor =
+            unitFactor(mode, options.unit, multiplierOf(*units, options.area, options.unit),
+                       options.toleranceUnit, multiplierOf(*units, options.area, options.toleranceUnit));
+    UpdateToleranceDecimals(record);
+    const ToleranceUnits tolerance = subjectUnits(record);
+    const NumberEntry fixed = number(options.fixed);
+    const NumberEntry percent = number(options.percent);
+    if (fixed.value < 0 || percent.value < 0)
+        throw Refusal{"Both parts must be greater than or equal to zero."};
+    const auto [value, picture] = composeOffset(
+        {tolerance.toNominal(fixed.value), percent.value, tolerance.heldPicture(fixed), percent.picture()},
+        mode);
+    const double shown = tolerance.shown(value);
+    return {value, tolerance.factor,
+            withUnits(FormatNumber(shown, fullPicture(shown, tolerance.shownPicture(picture)), {}),
+                      tolerance.name),
+            withUnits(FormatNumber(value, fullPicture(value, picture), {}), options.unit)};
+}
+
+int offset(Options options) {
+    Output output;
+    Workplace workplace(options.settings);
+    if (options.toleranceUnit.empty()) options.toleranceUnit = options.unit;
+    if (options.database.empty())
+        options.database = workplace.settings.ReadSetting("Home Location", "Units Database", "", wholeValue);
+    Json result;
+    try {
+        std::unique_ptr<UnitsDatabase> units;
+        if (!options.area.empty()) units = openUnitsDatabase(options.database);
+        const Composed composed = compose(options, units.get());
+        const bool subject = options.parameter == "su";
+        result = {{"status", "computed"}, {"messages", Json::array()}};
+        if (subject) {
+            result["SU_UpperOffset"] = result["SU_LowerOffset"] = composed.offset;
+            result["SU_TolUnitsFactor"] = composed.factor;
+        } else {
+            result["MTE_Offset"] = composed.offset;
+            result["MTE_TolUnitsFactor"] = composed.factor;
+        }
+        result["Tolerance"] = composed.shown;
+        result["Nominal"] = composed.nominal;
+        if (!options.json)
+            output.results = tableRow("Tolerance", composed.shown) +
+                             tableRow("In nominal units", composed.nominal) +
+                             tableRow("Units factor", GeneralText(composed.factor, {})) + "\n";
+    } catch (const Refusal& refusal) {
+        output = {.diagnostics = diagnosticLine("offset", refusal.text), .status = refused};
+    } catch (const UnitsError& fault) {
+        output = {.diagnostics = diagnosticLine(
+                      options.database.empty() ? "units database" : options.database, fault.what()),
+                  .status = unreadable};
+    } catch (const RuntimeFault&) {
+        output = {.diagnostics = diagnosticLine("offset", "the tolerance is no number that can be held"),
+                  .status = refused};
+    }
+    if (options.json) {
+        if (output.status != allDone)
+            result = {{"status", output.status == refused ? "refused" : "unreadable"},
+                      {"messages", Json::array({{{"text", output.diagnostics}}})}};
+        output.results = jsonLine(result);
+    }
+    return finish(output);
+}
+
+std::string isNumber(const std::string& text) {
+    return isNumeric(text, {}) ? "" : text + " is no number";
+}
+
+} // namespace
+
+void addOffset(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("offset", "Compose a tolerance of a fixed part and a percent of the reading");
+    command->add_option("--mode", options->mode, "Nominal or reading value")
+        ->option_text("VALUE")
+        ->check(isNumber)
+        ->required();
+    command->add_option("--unit", options->unit, "Its units")->option_text("UNIT");
+    command->add_option("--fixed", options->fixed, "Fixed part, in tolerance units")
+        ->option_text("VALUE")
+        ->check(isNumber);
+    command->add_option("--percent", options->percent, "Part in percent of the reading")
+        ->option_text("VALUE")
+        ->check(isNumber);
+    command->add_option("--tolerance-unit", options->toleranceUnit, "Tolerance units, if they are others")
+        ->option_text("UNIT");
+    command->add_option("--area", options->area, "Measurement area of the units; needed where they differ")
+        ->option_text("AREA");
+    command->add_option("--for", options->parameter, "su (subject, the default) or mte (measuring parameter)")
+        ->option_text("PARAMETER")
+        ->check(CLI::IsMember({"su", "mte"}));
+    command->add_option("--file", options->database, "Units database to use instead of your own")
+        ->option_text("DATABASE");
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] {
+        if (options->area.empty() && !options->toleranceUnit.empty() &&
+            options->toleranceUnit != options->unit)
+            throw CLI::ValidationError("--area", "is needed where tolerance units differ from nominal units");
+        chosen = [options] { return offset(*options); };
+    });
+}
+
+} // namespace metrisk::cli
