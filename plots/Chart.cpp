@@ -12,9 +12,9 @@ namespace metrisk {
 namespace {
 
 constexpr int divisions = 5;
-constexpr int mostTicks = 8;   // at round numbers
+constexpr int mostTicks = 8;    // at round numbers
 constexpr double margin = 0.15; // beside the axes, for their titles
-constexpr double tick = 0.015; // in shares of the other axis
+constexpr double tick = 0.015;  // in shares of the other axis
 constexpr double thinLine = 1, thickLine = 3;
 constexpr double markSize = 0.006;
 constexpr double paperShare = 0.8; // of the grid's colour
@@ -162,6 +162,19 @@ Axis roundAxisOver(std::string title, double from, double to) {
     for (const double digit : {5.0, 2.0, 1.0})
         if (digit * decade >= least * (1 - 1e-9)) step = digit * decade;
     return {std::move(title), from, to, std::ceil(from / step - 1e-9) * step, step, decimalsFor(step, 0)};
+}
+
+std::string inWords(const Chart& chart, const Regional& regional) {
+    const auto span = [&](const Axis& axis) {
+        const std::string picture = PictureForDecimals(axis.decimals);
+        return axis.title + " from " + FormatNumber(axis.from, picture, regional) + " to " +
+               FormatNumber(axis.to, picture, regional);
+    };
+    std::string text = chart.title + ". " + span(chart.x) + "; " + span(chart.left);
+    if (chart.right) text += "; " + span(*chart.right);
+    for (const Series& each : chart.series)
+        for (const ChartMark& mark : each.marks) text += "; " + mark.name;
+    return text;
 }
 
 void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional) {

@@ -52,6 +52,9 @@ struct Chart {
     bool empty() const { return series.empty(); }
 };
 
+/// What a chart shows, for those who do not see it.
+std::string inWords(const Chart& chart, const Regional& regional);
+
 /// Fills the surface: the axes span from (0, 0) to (1, 1) in its coordinates. An empty chart leaves it blank.
 void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional);
 

@@ -111,6 +111,7 @@ class BaselineScreen final : public Worksheet {
     bool validate();
     void chooseZ540();
     void changeOption();
+    void plot();
     void setDefault();
     void retrieveDefault();
     bool store();

@@ -13,6 +13,11 @@ class EntryBox final : public QLineEdit {
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
+    /// Which of the keys are told and otherwise do nothing.
+    void setKeys(bool returnKey, bool escapeKey) {
+        tellsReturn_ = returnKey;
+        tellsEscape_ = escapeKey;
+    }
 
   signals:
     void entered();
@@ -21,6 +26,8 @@ class EntryBox final : public QLineEdit {
     void left();
     /// Double click or Return in a locked box.
     void opened();
+    void returned();
+    void escaped();
 
   protected:
     bool event(QEvent* event) override;
@@ -29,6 +36,10 @@ class EntryBox final : public QLineEdit {
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+  private:
+    bool tellsReturn_ = false;
+    bool tellsEscape_ = false;
 };
 
 } // namespace metrisk

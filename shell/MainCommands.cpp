@@ -5,6 +5,7 @@
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/observed/ObservedScreen.h"
+#include "risk/sweeps/GuardPlot.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -162,6 +163,12 @@ std::vector<MenuItem> MainCommands::recentItems() {
 }
 
 std::vector<MenuItem> MainCommands::plotItems() {
+    const auto riskPlot = [this](Swept swept) {
+        return [this, swept] {
+            GuardPlot plot(session_, swept);
+            session_.ui.run(plot);
+        };
+    };
     return {
         {.control = "SUPlotScreenControl",
          .caption = "&Subject Parameter Bias Distribution",
@@ -178,9 +185,11 @@ std::vector<MenuItem> MainCommands::plotItems() {
          .separatorAfter = true},
         {.control = "mnu_Plot_Risk_0",
          .caption = "&Risk vs. Subject Parameter % In-Tol",
+         .run = riskPlot(Swept::SubjectPct),
          .needs = Needs::BothForPlot},
         {.control = "mnu_Plot_Risk_1",
          .caption = "Risk &vs. Measuring Parameter % In-Tol",
+         .run = riskPlot(Swept::MeasuringPct),
          .needs = Needs::BothForPlot},
     };
 }

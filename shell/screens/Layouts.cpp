@@ -21,6 +21,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"EqRatio", layoutEqRatio},
         {"ErrorPlot", layoutPlot},
         {"FAFORM", layoutFalseAccept},
+        {"GuardPlot", layoutGuardPlot},
         {"GuardbandAnalysis", layoutGuardbandAnalysis},
         {"MTEError", layoutMTEError},
         {"MTEPlot", layoutPlot},
