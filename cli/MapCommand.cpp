@@ -3,7 +3,6 @@
 #include "cli/PictureOutput.h"
 #include "cli/SweepInput.h"
 #include "model/Message.h"
-#include "numerics/Real.h"
 #include "risk/sweeps/RiskMapPicture.h"
 
 #include <CLI/CLI.hpp>
@@ -105,14 +104,7 @@ int run(const Options& options) {
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
     output.status = unreadable;
-    if (run.open(options.file)) {
-        try {
-            output.status = compute(run, options, output);
-        } catch (const RuntimeFault&) {
-            tell(run.ui, noRisks);
-            output.status = refused;
-        }
-    }
+    if (run.open(options.file)) output.status = compute(run, options, output);
     output.diagnostics = run.diagnostics(options.file) + output.diagnostics;
     return finish(output);
 }

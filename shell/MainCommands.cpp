@@ -6,6 +6,7 @@
 #include "risk/EqRatioScreen.h"
 #include "risk/observed/ObservedScreen.h"
 #include "risk/sweeps/GuardPlot.h"
+#include "risk/sweeps/RiskMapScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -190,6 +191,14 @@ std::vector<MenuItem> MainCommands::plotItems() {
         {.control = "mnu_Plot_Risk_1",
          .caption = "Risk &vs. Measuring Parameter % In-Tol",
          .run = riskPlot(Swept::MeasuringPct),
+         .needs = Needs::BothForPlot},
+        {.control = "mnu_Plot_RiskMap",
+         .caption = "Risk &Map",
+         .run =
+             [this] {
+                 RiskMapScreen map(session_);
+                 session_.ui.run(map);
+             },
          .needs = Needs::BothForPlot},
     };
 }

@@ -47,4 +47,24 @@ QWidget* layoutGuardPlot(const WidgetMaker& w) {
     return content;
 }
 
+QWidget* layoutRiskMap(const WidgetMaker& w) {
+    QWidget* map = w("pic_Map");
+    map->setMinimumSize(520, 400);
+    QWidget* here = w("Lbl_Here");
+    static_cast<QLabel*>(here)->setWordWrap(true);
+    static_cast<QLabel*>(here)->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QWidget* axes = group("Axes", rows({{w("Lbl_X"), {w("cbo_X"), 3}},
+                                        {"From", w("XFromBox"), "To", w("XToBox")},
+                                        {w("Lbl_Y"), {w("cbo_Y"), 3}},
+                                        {"From", w("YFromBox"), "To", w("YToBox")}}));
+    QWidget* others = group("Other Quantities",
+                            {w("Lbl_Ratio"), w("sld_Ratio"), w("Lbl_SUPct"), w("sld_SUPct"), w("Lbl_MTEPct"),
+                             w("sld_MTEPct"), w("Lbl_Multiplier"), w("sld_Multiplier"), w("cmd_Present")});
+    QWidget* choices = down({group("Show", {w("Opt_FalseAccept"), w("Opt_FalseReject")}), axes, others});
+    static_cast<QBoxLayout*>(choices->layout())->addStretch();
+    QWidget* content = across({down({map, here}), choices});
+    static_cast<QBoxLayout*>(content->layout())->setStretch(0, 1);
+    return content;
+}
+
 } // namespace metrisk

@@ -15,5 +15,6 @@ QWidget* layoutFalseAccept(const WidgetMaker& w);
 QWidget* layoutGuardPlot(const WidgetMaker& w);
 QWidget* layoutGuardbandAnalysis(const WidgetMaker& w);
 QWidget* layoutObservedPct(const WidgetMaker& w);
+QWidget* layoutRiskMap(const WidgetMaker& w);
 
 } // namespace metrisk

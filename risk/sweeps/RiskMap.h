@@ -62,8 +62,7 @@ struct RiskGrid {
 /// Serves several threads.
 class RiskMap {
   public:
-    /// Both parameters have been fitted. The record is not kept. Raises RuntimeFault if the process errors
-    /// overflow.
+    /// Both parameters have been fitted. The record is not kept.
     RiskMap(const Analysis& record, const Regional& regional);
 
     /// The analysis itself; its multiplier is that of the upper side, or of the only one.

@@ -23,11 +23,20 @@ SubjectParameter withoutTexts(SubjectParameter subject) {
     return subject;
 }
 
+std::optional<ProcessSpread> processOf(const Analysis& record, const Regional& regional) {
+    try {
+        return ProcessSpread(record, regional);
+    } catch (const RuntimeFault&) {
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 RiskParts::RiskParts(const Analysis& r, const Regional& regional)
     : subject_(withoutTexts(r)), fitted_(subjectBiasOf(r)), mteSigma_(r.MTE_Sigma),
-      mteDegFreedom_(r.MTE_DegFreedom), process_(r, regional), falseAcceptOption_(r.FalseAcceptOption) {}
+      mteDegFreedom_(r.MTE_DegFreedom), process_(processOf(r, regional)),
+      falseAcceptOption_(r.FalseAcceptOption) {}
 
 std::optional<SubjectBias> RiskParts::subjectAt(double pctInTol) const {
     try {
@@ -56,7 +65,8 @@ double RiskParts::mteSigmaOf(double offset, double coverageFactor, bool withProc
     if (!(offset > 0 && coverageFactor > 0)) return 0;
     try {
         const double bias = checked(offset / coverageFactor);
-        return withProcess ? process_.with(bias) : bias;
+        if (withProcess) return process_ ? process_->with(bias) : 0;
+        return bias;
     } catch (const RuntimeFault&) {
         return 0;
     }

@@ -12,8 +12,7 @@ namespace metrisk {
 
 class RiskParts {
   public:
-    /// Both parameters have been fitted; nothing of the record is kept but copies. Raises RuntimeFault if the
-    /// process errors overflow.
+    /// Both parameters have been fitted; nothing of the record is kept but copies.
     RiskParts(const Analysis& record, const Regional& regional);
 
     // As the analysis has them.
@@ -41,7 +40,7 @@ class RiskParts {
     SubjectBias fitted_;
     double mteSigma_;
     double mteDegFreedom_;
-    ProcessSpread process_;
+    std::optional<ProcessSpread> process_; // none if they overflow
     int falseAcceptOption_;
 };
 

@@ -12,14 +12,6 @@ namespace {
 constexpr std::size_t blockPoints = 8;
 constexpr double nowhere = std::numeric_limits<double>::infinity();
 
-std::optional<RiskParts> partsOf(const Analysis& record, const Regional& regional) {
-    try {
-        return RiskParts(record, regional);
-    } catch (const RuntimeFault&) {
-        return std::nullopt;
-    }
-}
-
 std::optional<BaselineModel> baselineOf(const SweepOptions& options) {
     try {
         return BaselineModel(options.baselineSubjectPct / 100, options.baselineMeasuringPct / 100);
@@ -37,15 +29,13 @@ double SweepRange::at(std::size_t i) const {
 }
 
 RiskSweep::RiskSweep(const Analysis& r, const Regional& regional, Swept swept, const SweepOptions& options)
-    : swept_(swept), options_(options), lowerMult_(options.includeGuardbands ? r.GB_LowerMult : 1),
+    : swept_(swept), parts_(r, regional), options_(options),
+      lowerMult_(options.includeGuardbands ? r.GB_LowerMult : 1),
       upperMult_(options.includeGuardbands ? r.GB_UpperMult : 1),
       lowerOffset_(r.OptSingleUpper ? nowhere : r.SU_LowerOffset),
       upperOffset_(r.OptSingleLower ? nowhere : r.SU_UpperOffset), mteOffset_(r.MTE_Offset),
       falseAcceptOption_(r.FalseAcceptOption) {
-    if (swept == Swept::BaselineRatio)
-        baseline_ = baselineOf(options);
-    else
-        parts_ = partsOf(r, regional);
+    if (swept == Swept::BaselineRatio) baseline_ = baselineOf(options);
 }
 
 std::optional<SweepPoint> RiskSweep::at(double x) const {
@@ -63,9 +53,8 @@ std::optional<SweepPoint> RiskSweep::reference(double ratio) const {
 }
 
 std::optional<SweepPoint> RiskSweep::test(double x) const {
-    if (!parts_) return std::nullopt;
-    std::optional<SubjectBias> subject = parts_->subject();
-    double sigma = parts_->mteSigma();
+    std::optional<SubjectBias> subject = parts_.subject();
+    double sigma = parts_.mteSigma();
     double lower = lowerMult_, upper = upperMult_;
     switch (swept_) {
     case Swept::Multiplier: lower = upper = x; break;
@@ -73,14 +62,14 @@ std::optional<SweepPoint> RiskSweep::test(double x) const {
         lower = 1 - sigma * x / lowerOffset_;
         upper = 1 - sigma * x / upperOffset_;
         break;
-    case Swept::SubjectPct: subject = parts_->subjectAt(x); break;
+    case Swept::SubjectPct: subject = parts_.subjectAt(x); break;
     case Swept::MeasuringPct:
-        sigma = parts_->mteSigmaOf(mteOffset_, parts_->coverageFactorAt(x), options_.includeProcess);
+        sigma = parts_.mteSigmaOf(mteOffset_, parts_.coverageFactorAt(x), options_.includeProcess);
         break;
     case Swept::BaselineRatio: break;
     }
     if (!subject) return std::nullopt;
-    const auto risks = parts_->risks(*subject, sigma, lower, upper);
+    const auto risks = parts_.risks(*subject, sigma, lower, upper);
     return risks ? std::optional(SweepPoint{x, *risks, subject->sigma}) : std::nullopt;
 }
 

@@ -52,7 +52,7 @@ class RiskSweep {
     /// The point at that value, to the bit what a single compute with it gives; none if there are no risks.
     std::optional<SweepPoint> at(double x) const;
     /// There is no such test: the subject parameter has no distribution with that % in-tolerance.
-    bool lacksTest(double x) const { return swept_ == Swept::SubjectPct && !parts_->subjectAt(x); }
+    bool lacksTest(double x) const { return swept_ == Swept::SubjectPct && !parts_.subjectAt(x); }
 
     /// All points of the range on all cores; empty after a stop.
     std::vector<std::optional<SweepPoint>> over(const SweepRange& range,
@@ -63,7 +63,7 @@ class RiskSweep {
     std::optional<SweepPoint> reference(double ratio) const;
 
     Swept swept_;
-    std::optional<RiskParts> parts_; // none without a test
+    RiskParts parts_;
     std::optional<BaselineModel> baseline_;
     SweepOptions options_;
     double lowerMult_, upperMult_;

@@ -28,6 +28,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"ObservedPctWorksheet", layoutObservedPct},
         {"OffsetCalc", layoutOffsetCalc},
         {"ReliabilityModelCoefficients", layoutReliability},
+        {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},
         {"UnitsRevision", layoutUnitsRevision},
     };
