@@ -11,6 +11,7 @@
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
 #include "risk/EquivalentRatio.h"
+#include "risk/exact/Verified.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -31,6 +32,7 @@ struct Options {
     bool json = false;
     bool save = false;
     bool force = false;
+    bool noVerify = false;
     unsigned threads = 0;
 };
 
@@ -40,9 +42,15 @@ struct Figures {
     double falseReject = noFigure;
     double baselineFalseAccept = noFigure;
     double baselineFalseReject = noFigure;
+    Verified verified{};                // the second figures
+    std::optional<double> exactRatio{}; // where it is shown otherwise
     bool subjectFitted = false;
     bool measuringFitted = false;
 };
+
+std::string ratioNumber(double ratio) {
+    return FormatNumber(ratio, "#,##0.00", {});
+}
 
 const char* statusWord(int status) {
     return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
@@ -90,6 +98,31 @@ void computeBaseline(AnalysisRun& run, Figures& figures) {
         tell(run.ui, noBaselineRisks);
 }
 
+/// The second figures of what has been computed.
+void verify(const Analysis& r, Figures& figures) {
+    figures.verified = verifyRisks(r);
+    if (std::isnan(figures.falseAccept)) figures.verified.falseAccept = figures.verified.falseReject = {};
+    if (std::isnan(figures.baselineFalseAccept))
+        figures.verified.baselineFalseAccept = figures.verified.baselineFalseReject = {};
+    if (std::isnan(figures.falseAccept) || !r.ComputeEqRatio || !ratioAttained(r.EqAccRat)) return;
+    const auto ratio = exactRatio(r, figures.verified);
+    if (ratio && ratioNumber(*ratio) != ratioNumber(r.EqAccRat)) figures.exactRatio = ratio;
+}
+
+Json figureJson(const std::optional<VerifiedFigure>& figure) {
+    if (!figure) return {};
+    return {{"value", figure->exact.value}, {"bound", figure->exact.bound}};
+}
+
+Json verifiedJson(const Figures& figures) {
+    const Verified& v = figures.verified;
+    return {{"FalseAccept", figureJson(v.falseAccept)},
+            {"FalseReject", figureJson(v.falseReject)},
+            {"BaselineFalseAccept", figureJson(v.baselineFalseAccept)},
+            {"BaselineFalseReject", figureJson(v.baselineFalseReject)},
+            {"EqAccRat", figures.exactRatio ? Json(*figures.exactRatio) : Json()}};
+}
+
 std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
     const Analysis& r = run.record;
     const auto given = [](bool there, const auto& value) { return there ? Json(value) : Json(); };
@@ -97,6 +130,7 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
     const auto measuring = [&](const auto& value) { return given(figures.measuringFitted, value); };
     const bool computed = !std::isnan(figures.falseAccept);
     const bool ratio = computed && r.ComputeEqRatio;
+    const std::optional<int> digits = agreeingDigits(figures.verified);
     return jsonLine({{"file", file},
                      {"status", statusWord(status)},
                      {"messages", messagesJson(run.ui.messages())},
@@ -122,7 +156,9 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
                      {"EqAccRat", given(ratio, r.EqAccRat)},
                      {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
                      {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
-                     {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)}});
+                     {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)},
+                     {"Verified", verifiedJson(figures)},
+                     {"AgreeingDigits", digits ? Json(*digits) : Json()}});
 }
 
 std::string ratioText(const Analysis& r, const Regional& regional) {
@@ -140,17 +176,28 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         return distribution + ", sigma " +
                forResults(withUnits(GeneralText(value, regional), r.NominalUnits));
     };
+    const Verified& v = figures.verified;
+    const auto remark = [&](const std::optional<VerifiedFigure>& figure, RiskPicture picture) {
+        const std::string text = exactRemark(figure, picture, regional);
+        return text.empty() ? "" : tableRow("", text);
+    };
     if (status == allDone) {
         const bool ratioFound = r.ComputeEqRatio && r.EqAccRat > 0;
         table += tableRow("Subject parameter", sigma(r.SU_Distribution, r.SU_Sigma));
         table += tableRow("Measuring parameter", sigma("Normal", r.MTE_Sigma));
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
-        table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture));
-        table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture));
+        table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture)) +
+                 remark(v.falseAccept, riskPicture);
+        table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture)) +
+                 remark(v.falseReject, riskPicture);
         table += tableRow("Equivalent accuracy ratio", ratioFound ? ratioText(r, regional) : "not computed");
+        if (figures.exactRatio)
+            table += tableRow("", "Exact integration gives " + ratioNumber(*figures.exactRatio) + " : 1.");
     }
-    table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture));
-    table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture));
+    table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture)) +
+             remark(v.baselineFalseAccept, baselinePicture);
+    table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture)) +
+             remark(v.baselineFalseReject, baselinePicture);
     return table + "\n";
 }
 
@@ -162,6 +209,7 @@ Output computeFile(Workplace& workplace, const std::string& file, const Options&
     if (run.open(file)) {
         status = compute(run, figures) ? allDone : refused;
         computeBaseline(run, figures);
+        if (!options.noVerify) verify(run.record, figures);
         if (options.save && status == allDone) saved = saveResults(run, file, options.force);
     }
     return {.results = (options.json ? asJson : asTable)(file, status, run, figures),
@@ -196,6 +244,7 @@ void addCompute(CLI::App& program, Command& chosen) {
     command->add_flag("--json", options->json, "Print one JSON object per file, each on one line");
     command->add_flag("--save", options->save, "Write the results back to each file");
     command->add_flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
+    command->add_flag("--no-verify", options->noVerify, "Leave out the second figures");
     addSettingsOption(*command, options->settings);
     command->add_option("--threads", options->threads, "Threads to use; 0, the default, means one a core")
         ->option_text("N");

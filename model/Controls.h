@@ -45,6 +45,7 @@ struct Label : Control {
 /// A box of text. One without a rule shows a result: its text can be copied, not changed.
 struct TextBox : Control {
     bool locked = false; // takes no entry now
+    bool marked = false; // bears a sign; the tool tip says of what
     /// The rule that runs when a changed text is left; refused, the box is stayed in. It may raise
     /// RuntimeFault.
     std::function<FieldResult(const std::string& text)> left;

@@ -7,6 +7,7 @@
 #include "risk/BaselineRisks.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
+#include "risk/exact/Verified.h"
 #include "risk/sweeps/GuardPlot.h"
 
 #include <cmath>
@@ -113,6 +114,26 @@ BaselineScreen::BaselineScreen(Session& session)
     refresh();
 }
 
+/// Where exact integration would show another figure than the one that is shown.
+void BaselineScreen::showSecondFigures() {
+    const Regional& regional = session_.regional;
+    const auto number = [&](const std::string& text) { return ParseValue(text, regional); };
+    const double denominator = number(analysis_.AccRat2);
+    Verified verified;
+    if (denominator > 0)
+        verified = verifyBaseline(number(analysis_.AccRat1) / denominator, number(analysis_.PctInTol2) / 100,
+                                  number(analysis_.PctInTol1) / 100, session_.record.FalseAcceptOption);
+    const auto showFigure = [&](const std::optional<VerifiedFigure>& figure, const std::string& shown,
+                                TextBox& box, Label& line) {
+        // A figure of other entries is not judged.
+        const bool ofTheseEntries = figure && figureText(shownRisk(figure->published), regional) == shown;
+        line.text = ofTheseEntries ? exactRemark(figure, baselinePicture, regional) : "";
+        line.visible = box.marked = !line.text.empty();
+    };
+    showFigure(verified.baselineFalseAccept, analysis_.FalseAccept, BaseFalseAccept, Lbl_ExactAccept);
+    showFigure(verified.baselineFalseReject, analysis_.FalseReject, BaseFalseReject, Lbl_ExactReject);
+}
+
 void BaselineScreen::refresh() {
     optUserBaseline.checked = !isZ540();
     optZ540Baseline.checked = isZ540();
@@ -127,6 +148,7 @@ void BaselineScreen::refresh() {
     FalseAcceptRiskUnits.text = analysis_.FalseAcceptRiskUnits;
     FalseRejectRiskUnits.text = analysis_.FalseRejectRiskUnits;
     pnl_FAOption.text = analysis_.FAOption;
+    showSecondFigures();
 
     DefAccRat1.text = defaults_.AccRat1;
     DefAccRat2.text = defaults_.AccRat2;

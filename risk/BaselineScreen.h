@@ -46,8 +46,10 @@ class BaselineScreen final : public Worksheet {
     TextBox BaselinePctInTol2{*this, "BaselinePctInTol2", "Subject parameter % in-tolerance"};
     TextBox BaseFalseAccept{*this, "BaseFalseAccept", "False accept risk of the baseline"};
     Label FalseAcceptRiskUnits{*this, "FalseAcceptRiskUnits"};
+    Label Lbl_ExactAccept{*this, "Lbl_ExactAccept"};
     TextBox BaseFalseReject{*this, "BaseFalseReject", "False reject risk of the baseline"};
     Label FalseRejectRiskUnits{*this, "FalseRejectRiskUnits"};
+    Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     Label pnl_FAOption{*this, "pnl_FAOption"};
     PushButton cmd_FAOption{*this, "cmd_FAOption", "&False accept option...",
                             "Consumer's or Producer's risk"};
@@ -117,6 +119,7 @@ class BaselineScreen final : public Worksheet {
     bool store();
     void setZ540Figures();
     void showRisks(double falseAccept, double falseReject);
+    void showSecondFigures();
     bool confirmUsedDefault();
     bool confirmStoredDefault();
     void storeDefault();

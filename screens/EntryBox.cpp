@@ -1,11 +1,13 @@
 #include "screens/EntryBox.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QStyle>
 #include <QToolTip>
 
 namespace metrisk {
@@ -28,6 +30,17 @@ void EntryBox::setLocked(bool locked) {
     QPalette own; // everything that is not set here goes on following the desktop
     if (locked) own.setColor(QPalette::Base, ground);
     setPalette(own);
+}
+
+void EntryBox::setMarked(bool marked) {
+    if (marked == (mark_ != nullptr)) return;
+    if (marked) {
+        mark_ = addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning), QLineEdit::LeadingPosition);
+        mark_->setObjectName("mark");
+    } else {
+        delete mark_;
+        mark_ = nullptr;
+    }
 }
 
 bool EntryBox::event(QEvent* event) {

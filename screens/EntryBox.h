@@ -18,6 +18,8 @@ class EntryBox final : public QLineEdit {
         tellsReturn_ = returnKey;
         tellsEscape_ = escapeKey;
     }
+    /// A sign at its end that there is something to know about the figure.
+    void setMarked(bool marked);
 
   signals:
     void entered();
@@ -40,6 +42,7 @@ class EntryBox final : public QLineEdit {
   private:
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
+    QAction* mark_ = nullptr;
 };
 
 } // namespace metrisk

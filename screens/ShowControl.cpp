@@ -25,6 +25,7 @@ void showBox(const TextBox& box, EntryBox& widget) {
     if (widget.text() != text) widget.setText(text);
     if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
     widget.setLocked(box.locked || box.isResult());
+    widget.setMarked(box.marked);
 }
 
 void showLabel(const Label& label, QLabel& widget) {

@@ -12,7 +12,9 @@ QWidget* layoutBaselineAnalysis(const WidgetMaker& w) {
                                       {"Measuring parameter % in-tolerance", w("BaselinePctInTol1")},
                                       {"Subject parameter % in-tolerance", w("BaselinePctInTol2")},
                                       {"False accept risk", w("BaseFalseAccept"), w("FalseAcceptRiskUnits")},
+                                      {{w("Lbl_ExactAccept"), 4}},
                                       {"False reject risk", w("BaseFalseReject"), w("FalseRejectRiskUnits")},
+                                      {{w("Lbl_ExactReject"), 4}},
                                       {w("pnl_FAOption"), {w("cmd_FAOption"), 3}},
                                       {{w("ComputeBaselineResults"), 4}}}));
     QGroupBox* defaults =

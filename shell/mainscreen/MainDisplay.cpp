@@ -8,6 +8,7 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"
 #include "risk/Snapshot.h"
+#include "risk/exact/Verified.h"
 #include "shell/mainscreen/LimitRows.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/MeasuringRow.h"
@@ -127,10 +128,47 @@ void showRisks(MainScreen& screen, const Session& session) {
     };
     screen.BaseAcceptRisk.text = (baselineText(r.Base_FalseAccept, r.Base_AcceptUnits));
     screen.BaseAcceptUnits.text = (r.Base_AcceptUnits);
+    screen.BaseAcceptRisk.toolTip = "False accept risk of the baseline";
+    screen.BaseRejectRisk.toolTip = "False reject risk of the baseline";
     screen.BaseRejectRisk.text = (baselineText(r.Base_FalseReject, r.Base_RejectUnits));
     screen.BaseRejectUnits.text = (r.Base_RejectUnits);
     screen.BaselineAccRat1Box.text = (FormatNumber(r.Base_AccRatNum, baselineRatioPicture, regional));
     screen.BaselineAccRat2Box.text = (FormatNumber(r.Base_AccRatDen, baselineRatioPicture, regional));
+}
+
+/// A figure that exact integration would show otherwise bears a sign, with the other figure below it.
+void showExact(TextBox& box, Label& line, const std::string& remark) {
+    box.marked = !remark.empty();
+    if (box.marked) box.toolTip = remark;
+    line.text = remark;
+    line.visible = box.marked;
+}
+
+void showSecondFigures(MainScreen& screen, const Session& session) {
+    const Analysis& r = session.record;
+    const Regional& regional = session.regional;
+    const bool current = everComputed(r) && resultsAreCurrent(session);
+    Verified verified = verifyRisks(r);
+    if (!current) verified.falseAccept = verified.falseReject = {};
+    showExact(screen.AcceptRisk, screen.Lbl_ExactAccept,
+              exactRemark(verified.falseAccept, riskPicture, regional));
+    showExact(screen.RejectRisk, screen.Lbl_ExactReject,
+              exactRemark(verified.falseReject, riskPicture, regional));
+    std::string ratioRemark;
+    if (current && r.ComputeEqRatio && ratioAttained(r.EqAccRat))
+        if (const auto ratio = exactRatio(r, verified)) {
+            const std::string exact = FormatNumber(*ratio, ratioPicture, regional);
+            if (exact != screen.AccRatEquivalent1Box.text)
+                ratioRemark = "Exact integration gives " + exact + " : 1.";
+        }
+    showExact(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, ratioRemark);
+    const auto mainPicture = [](std::string_view units) -> std::string {
+        return units == ppmUnits ? "##0.0" : "##0.0000";
+    };
+    showExact(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept,
+              exactRemark(verified.baselineFalseAccept, mainPicture, regional));
+    showExact(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject,
+              exactRemark(verified.baselineFalseReject, mainPicture, regional));
 }
 
 void showOptions(MainScreen& screen, const Session& session) {
@@ -157,6 +195,7 @@ void showRecord(MainScreen& screen, const Session& session) {
     showSubject(screen, session);
     showMeasuringRow(screen, session);
     showRisks(screen, session);
+    showSecondFigures(screen, session);
     showOptions(screen, session);
     showGuardbandRows(screen, session);
     screen.caption = mainCaption(session);

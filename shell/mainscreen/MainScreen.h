@@ -72,25 +72,30 @@ class MainScreen final : public Worksheet {
     Label pnl_RiskLabel_0{*this, "pnl_RiskLabel_0", "False Accept Risk"};
     TextBox AcceptRisk{*this, "AcceptRisk", ""};
     Label AcceptUnits{*this, "AcceptUnits"};
+    Label Lbl_ExactAccept{*this, "Lbl_ExactAccept"};
     Label pnl_RiskLabel_1{*this, "pnl_RiskLabel_1", "False Reject Risk"};
     TextBox RejectRisk{*this, "RejectRisk", ""};
     Label RejectUnits{*this, "RejectUnits"};
+    Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     Label pnl_EqAccRatLabel{*this, "pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"};
     TextBox AccRatEquivalent1Box{*this, "AccRatEquivalent1Box", ""};
     Label Lbl_EqAccRatColon{*this, "Lbl_EqAccRatColon", ":"};
     TextBox AccRatEquivalent2Box{*this, "AccRatEquivalent2Box",
                                  "Right figure of the equivalent accuracy ratio"};
     Label Lbl_EqAccRatNote{*this, "Lbl_EqAccRatNote"};
+    Label Lbl_ExactRatio{*this, "Lbl_ExactRatio"};
     PushButton ComputeResults{*this, "ComputeResults", "&COMPUTE  RISKS",
                               "Compute the risks of this analysis"};
 
     Label Heading_1{*this, "Heading_1"};
     Label pnl_BaseRiskLabel_0{*this, "pnl_BaseRiskLabel_0", "False Accept Risk"};
-    TextBox BaseAcceptRisk{*this, "BaseAcceptRisk", "False accept risk of the baseline"};
+    TextBox BaseAcceptRisk{*this, "BaseAcceptRisk", ""};
     Label BaseAcceptUnits{*this, "BaseAcceptUnits"};
+    Label Lbl_ExactBaseAccept{*this, "Lbl_ExactBaseAccept"};
     Label pnl_BaseRiskLabel_1{*this, "pnl_BaseRiskLabel_1", "False Reject Risk"};
-    TextBox BaseRejectRisk{*this, "BaseRejectRisk", "False reject risk of the baseline"};
+    TextBox BaseRejectRisk{*this, "BaseRejectRisk", ""};
     Label BaseRejectUnits{*this, "BaseRejectUnits"};
+    Label Lbl_ExactBaseReject{*this, "Lbl_ExactBaseReject"};
     Label pnl_BaseAccRatLabel{*this, "pnl_BaseAccRatLabel", "Accuracy Ratio"};
     TextBox BaselineAccRat1Box{*this, "BaselineAccRat1Box", "Accuracy ratio of the baseline"};
     TextBox BaselineAccRat2Box{*this, "BaselineAccRat2Box", "Right figure of the baseline's accuracy ratio"};

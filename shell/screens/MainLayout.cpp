@@ -114,10 +114,13 @@ QWidget* computedRisks(const WidgetMaker& w) {
     return risks("pnl_ComputedRisks",
                  rows({{{w.heading("Heading_0"), 4}},
                        {w("pnl_RiskLabel_0"), figure(w, "AcceptRisk", large), {w("AcceptUnits"), 2}},
+                       {{w("Lbl_ExactAccept"), 4}},
                        {w("pnl_RiskLabel_1"), figure(w, "RejectRisk", large), {w("RejectUnits"), 2}},
+                       {{w("Lbl_ExactReject"), 4}},
                        {w("pnl_EqAccRatLabel"), figure(w, "AccRatEquivalent1Box", large),
                         w("Lbl_EqAccRatColon"), w.box("AccRatEquivalent2Box", 4)},
                        {{w("Lbl_EqAccRatNote"), 4}},
+                       {{w("Lbl_ExactRatio"), 4}},
                        {{w("ComputeResults"), 4}}}));
 }
 
@@ -125,7 +128,9 @@ QWidget* baselineRisks(const WidgetMaker& w) {
     return risks("pnl_BaselineRisks",
                  rows({{{w.heading("Heading_1"), 4}},
                        {w("pnl_BaseRiskLabel_0"), figure(w, "BaseAcceptRisk", 1), {w("BaseAcceptUnits"), 2}},
+                       {{w("Lbl_ExactBaseAccept"), 4}},
                        {w("pnl_BaseRiskLabel_1"), figure(w, "BaseRejectRisk", 1), {w("BaseRejectUnits"), 2}},
+                       {{w("Lbl_ExactBaseReject"), 4}},
                        {w("pnl_BaseAccRatLabel"), figure(w, "BaselineAccRat1Box", 1), ":",
                         w.box("BaselineAccRat2Box", 4)},
                        {{w("cmd_Baseline"), 4}}}));
