@@ -37,6 +37,9 @@ class ConsoleInteraction final : public Interaction {
     void setBusy(bool) override {}
     void peekBehind(Worksheet&) override {}
     void beep() override {}
+    void post(std::function<void()>) override {}
+    void copyText(std::string_view) override {}
+    bool print(const PictureArea&, std::string_view) override { return false; }
     void copyPicture(const PictureArea&) override {}
 
   private:

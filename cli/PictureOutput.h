@@ -16,8 +16,8 @@ struct PictureOutput {
     std::string path;
     PictureSize size;
 
-    /// Adds -o and --size. The command must keep this where it is.
-    void addTo(CLI::App& command, bool required);
+    /// Adds -o and the option of the picture's size. The command must keep this where it is.
+    void addTo(CLI::App& command, bool required, const char* sizeOption = "--size");
 
     /// The exit status; why it could not be written goes to `diagnostics`.
     int write(const std::string& title, std::string& diagnostics,

@@ -1,5 +1,5 @@
 # The window program: every screens/ folder and main.cpp over the core.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg PrintSupport)
 
 # The kit in screens/, and the screens/ folder of each subject.
 file(GLOB screen_sources CONFIGURE_DEPENDS
@@ -16,7 +16,7 @@ list(FILTER screen_headers INCLUDE REGEX "\\.h$")
 add_library(metrisk_screens STATIC ${screen_sources})
 target_sources(metrisk_screens PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${screen_headers})
 set_target_properties(metrisk_screens PROPERTIES AUTOMOC ON)
-target_link_libraries(metrisk_screens PUBLIC metrisk_core Qt6::Widgets Qt6::Svg PRIVATE metrisk_options)
+target_link_libraries(metrisk_screens PUBLIC metrisk_core Qt6::Widgets Qt6::Svg Qt6::PrintSupport PRIVATE metrisk_options)
 target_compile_definitions(metrisk_screens PUBLIC METRISK_VERSION="${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 target_precompile_headers(metrisk_screens PRIVATE <QtWidgets>)
 qt_add_resources(metrisk_screens icons PREFIX /icons BASE "${PROJECT_SOURCE_DIR}/shell/icons" FILES ${icons})

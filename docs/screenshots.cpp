@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QPalette>
 #include <QStyleFactory>
 #include <cstdio>
@@ -75,6 +76,37 @@ class Camera {
             qobject_cast<QDialog*>(&window)->reject();
         });
         desk_.choose(item);
+    }
+
+    /// The picture of a risk plot over a range, both risks shown.
+    void takeRiskPlot(const char* item, const char* from, const char* to, const char* name) {
+        desk_.boxes.expectScreen("GuardPlot", [&](QWidget& window) {
+            const auto type = [&](const char* box, const char* text) {
+                auto* edit = desk_.control<QLineEdit>(box, &window);
+                edit->setFocus();
+                edit->clear();
+                QTest::keyClicks(edit, text);
+            };
+            type("LowerLimitBox", from);
+            type("UpperLimitBox", to);
+            type("NumberPointsBox", "31");
+            desk_.click("CmdPlotGraph", &window);
+            for (const char* choice : {"Opt_Both", "Chk3D_ThickLines", "chk_SmoothCurve"})
+                desk_.click(choice, &window);
+            QTest::qWait(200); // for the curve
+            take(window, name);
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.choose(item);
+    }
+
+    void takeRiskMap() {
+        desk_.boxes.expectScreen("RiskMap", [&](QWidget& window) {
+            QTest::qWait(500); // for the fine grid
+            take(window, "risk-map");
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.choose("mnu_Plot_RiskMap");
     }
 
     void takeComputing() {
@@ -153,6 +185,8 @@ int main(int argc, char** argv) {
     camera.takeDialog("EqAccRatOptions", "EqRatio", "equivalent-ratio-options");
     camera.takeDialog("BaselineAnalysisScreen", "BaselineAnalysis", "baseline");
     camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
+    camera.takeRiskPlot("mnu_Plot_Risk_0", "60", "99.5", "risk-plot");
+    camera.takeRiskMap();
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     fillReliability(desk.record);
     camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");

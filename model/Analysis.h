@@ -3,6 +3,7 @@
 
 #include "model/ParameterGroups.h"
 #include "model/ResultGroups.h"
+#include "model/RiskPlotState.h"
 #include "model/SessionState.h"
 #include "model/WorksheetGroups.h"
 
@@ -23,6 +24,7 @@ struct Analysis : Identification,
                   ReportFields,
                   PlotOptions,
                   Snapshot,
-                  SessionState {};
+                  SessionState,
+                  RiskPlotState {};
 
 } // namespace metrisk

@@ -52,6 +52,8 @@ struct TextBox : Control {
     std::function<void(const std::string& text)> edited; // at each change by typing
     std::function<void()> keyPressed;                    // at each key, also where the text is locked
     std::function<void()> opened;                        // double click or Return in a locked box
+    std::function<void()> returned; // Return, once the text is committed; without it the next box is entered
+    std::function<void()> escaped;  // Escape, which leaves the screen without it; the typed text is dropped
 
     /// The text when the box was entered; none if the next comparison counts as a change.
     std::optional<std::string> last;
@@ -120,10 +122,22 @@ struct Meter : Control {
         : Control(owner, controlName, "", std::move(tip)) {}
 };
 
+/// A number that is chosen by dragging.
+struct Slider : Control {
+    double value = 0;
+    double from = 0, to = 1;
+    std::function<void(double value)> moved; // at each step of the way
+
+    Slider(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+};
+
 /// A picture. Its text says what it shows, for those who do not see it.
 struct PictureArea : Control {
     /// Where it was clicked, as shares of width and height from the top left.
     std::function<void(double x, double y)> clicked;
+    /// It is shown in that size now, in device units.
+    std::function<void(double width, double height)> resized;
 
     PictureArea(Worksheet& owner, const char* controlName, std::string description, std::string tip)
         : Control(owner, controlName, std::move(description), std::move(tip)) {}

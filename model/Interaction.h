@@ -80,6 +80,17 @@ class Interaction {
 
     virtual void beep() = 0;
 
+    /// Has `action` run in the thread of the screens, between the user's actions or at a yield. The only
+    /// procedure that may be called from any thread.
+    virtual void post(std::function<void()> action) = 0;
+
+    /// Puts the text on the clipboard.
+    virtual void copyText(std::string_view text) = 0;
+
+    /// Prints the picture on a page, where and how the user says. False if it could not be printed; a user who
+    /// thinks better of it is no failure.
+    virtual bool print(const PictureArea& picture, std::string_view title) = 0;
+
     /// Puts the picture, in the size in which it is seen, on the clipboard.
     virtual void copyPicture(const PictureArea& picture) = 0;
 };

@@ -61,6 +61,26 @@ void Worksheet::click(Button& button, bool on) {
     refresh();
 }
 
+void Worksheet::pressReturn(TextBox& box) {
+    if (box.returned) box.returned();
+    refresh();
+}
+
+void Worksheet::pressEscape(TextBox& box) {
+    if (box.escaped) box.escaped();
+    refresh();
+}
+
+void Worksheet::slide(Slider& slider, double value) {
+    if (slider.moved) slider.moved(value);
+    refresh();
+}
+
+void Worksheet::resize(PictureArea& picture, double width, double height) {
+    if (picture.resized) picture.resized(width, height);
+    refresh();
+}
+
 void Worksheet::choose(Choice& choice, int index) {
     const bool again = index == choice.index && !dynamic_cast<const ListBox*>(&choice);
     if (choice.chosen && !again) choice.chosen(index);

@@ -41,8 +41,12 @@ class Worksheet {
     /// stayed in shows the result's text, any other its own. Within a rule (a message of it has taken the
     /// focus) nothing runs.
     FieldResult leave(TextBox& box, const std::string& text);
+    void pressReturn(TextBox& box);
+    void pressEscape(TextBox& box);
     void click(Button& button, bool on);
     void choose(Choice& choice, int index);
+    void slide(Slider& slider, double value);
+    void resize(PictureArea& picture, double width, double height);
     void jump(Hypertext& text, const std::string& word);
     void leaveCell(Table& table, int row, int column, const std::string& text);
     void putCells(Table& table, int row, int column, const CellBlock& cells);

@@ -1,6 +1,15 @@
 #include "plots/DrawingSurface.h"
 
+#include <cmath>
+
 namespace metrisk {
+
+Colour between(Colour a, Colour b, double shareOfB) {
+    const auto mix = [&](std::uint8_t from, std::uint8_t to) {
+        return static_cast<std::uint8_t>(std::lround(from + (to - from) * shareOfB));
+    };
+    return {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue)};
+}
 
 DrawingSurface::Edges DrawingSurface::edges() const {
     return edges_.value_or(Edges{0, 0, deviceWidth(), deviceHeight()});

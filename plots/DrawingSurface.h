@@ -12,6 +12,9 @@ struct Colour {
     bool operator==(const Colour&) const = default;
 };
 
+/// A mixture; 0 is all of the first, 1 all of the second.
+Colour between(Colour a, Colour b, double shareOfB);
+
 inline constexpr Colour black{0, 0, 0};
 inline constexpr Colour white{255, 255, 255};
 

@@ -8,6 +8,7 @@
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
 #include "risk/exact/Verified.h"
+#include "risk/sweeps/GuardPlot.h"
 
 #include <cmath>
 #include <utility>
@@ -106,7 +107,7 @@ BaselineScreen::BaselineScreen(Session& session)
          .items = {{.control = "mnu_ShowDefaults",
                     .caption = showDefaultsCaption,
                     .run = [this] { defaultsShown_ = !defaultsShown_; }},
-                   {.control = "mnu_Plot", .caption = "&Plot"}}},
+                   {.control = "mnu_Plot", .caption = "&Plot", .run = [this] { plot(); }}}},
         worksheetRunMenu(),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
@@ -251,6 +252,12 @@ void BaselineScreen::changeOption() {
     analysis_.FAOption = optionCaption(r.FalseAcceptOption);
     if (isZ540()) setZ540Figures();
     computeRisks();
+}
+
+void BaselineScreen::plot() {
+    if (!validate()) return;
+    GuardPlot plot(session_, analysis_.PctInTol2, analysis_.PctInTol1);
+    session_.ui.run(plot);
 }
 
 void BaselineScreen::setDefault() {

@@ -113,6 +113,7 @@ class BaselineScreen final : public Worksheet {
     bool validate();
     void chooseZ540();
     void changeOption();
+    void plot();
     void setDefault();
     void retrieveDefault();
     bool store();

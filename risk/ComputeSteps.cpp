@@ -154,7 +154,7 @@ bool everythingUnchanged(const Analysis& r) {
 
 bool risksAtLimits(Session& session, bool guardbanded, Risks& risks) {
     const Message* message = &guardbandUnrealistic;
-    switch (ComputeRisks(session, acceptanceLimits(session.record, guardbanded), risks)) {
+    switch (ComputeRisks(session, acceptanceRange(session.record, guardbanded), risks)) {
     case RiskOutcome::Computed: return true;
     case RiskOutcome::FailedAndReported: return false;
     case RiskOutcome::NoSpread: message = &limitsUnrealistic; break;

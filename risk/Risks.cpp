@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* computingText = "Computing risks...";
 
-RiskOutcome computeRisks(Session& session, AcceptanceLimits limits, Risks& risks) {
+RiskOutcome computeRisks(Session& session, AcceptanceRange range, Risks& risks) {
     Analysis& r = session.record;
     const auto failed = [&r](RiskOutcome outcome) {
         r.AbortFlag = true;
@@ -20,8 +20,7 @@ RiskOutcome computeRisks(Session& session, AcceptanceLimits limits, Risks& risks
         tell(session.ui, message);
         return failed(RiskOutcome::FailedAndReported);
     };
-    const std::optional<Probabilities> p =
-        RiskModel(subjectBiasOf(r), r.MTE_Sigma).at({limits.lower - r.SU_Mode, limits.upper - r.SU_Mode});
+    const std::optional<Probabilities> p = RiskModel(subjectBiasOf(r), r.MTE_Sigma).at(range);
     if (!p) return RiskOutcome::NoSpread;
     if (p->joint < 0 || p->accepted < 0) return RiskOutcome::Negative;
     if (p->joint == 0) {
@@ -36,18 +35,17 @@ RiskOutcome computeRisks(Session& session, AcceptanceLimits limits, Risks& risks
 
 } // namespace
 
-AcceptanceLimits acceptanceLimits(const Analysis& r, bool guardbanded) {
+AcceptanceRange acceptanceRange(const Analysis& r, bool guardbanded) {
     const double lowerMult = guardbanded ? r.GB_LowerMult : 1;
     const double upperMult = guardbanded ? r.GB_UpperMult : 1;
-    return {checked(r.SU_Mode - lowerMult * r.SU_LowerOffset),
-            checked(r.SU_Mode + upperMult * r.SU_UpperOffset)};
+    return {checked(-lowerMult * r.SU_LowerOffset), checked(upperMult * r.SU_UpperOffset)};
 }
 
-RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks) {
+RiskOutcome ComputeRisks(Session& session, AcceptanceRange range, Risks& risks) {
     session.record.AbortFlag = false;
     try {
         const StatusText status(session.ui, computingText);
-        return computeRisks(session, limits, risks);
+        return computeRisks(session, range, risks);
     } catch (const RuntimeFault& fault) {
         session.record.AbortFlag = true;
         if (!messageOf(fault)) return RiskOutcome::Failed;

@@ -16,16 +16,11 @@ enum class RiskOutcome {
     FailedAndReported // AbortFlag is set; the user has been told
 };
 
-struct AcceptanceLimits {
-    double lower; // nominal units; an absent side's limit is not read
-    double upper;
-};
-
 /// The tolerance limits or, with `guardbanded`, the test limits. Raises RuntimeFault on overflow.
-AcceptanceLimits acceptanceLimits(const Analysis& record, bool guardbanded);
+AcceptanceRange acceptanceRange(const Analysis& record, bool guardbanded);
 
 /// The risks under the record's false accept option. Both parameters have been fitted. `risks` is written
 /// only when the outcome is Computed.
-RiskOutcome ComputeRisks(Session& session, AcceptanceLimits limits, Risks& risks);
+RiskOutcome ComputeRisks(Session& session, AcceptanceRange range, Risks& risks);
 
 } // namespace metrisk

@@ -82,7 +82,15 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
         emit opened();
         return;
     }
+    if (tellsEscape_ && event->key() == Qt::Key_Escape) {
+        emit escaped();
+        return;
+    }
     if (!isReadOnly() || typing) emit keyPressed();
+    if (tellsReturn_ && isReturn) {
+        emit returned();
+        return;
+    }
     // Return commits as leaving does and goes on to the next box.
     if (isReturn) {
         focusNextPrevChild(true);

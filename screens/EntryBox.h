@@ -13,6 +13,11 @@ class EntryBox final : public QLineEdit {
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
+    /// Which of the keys are told and otherwise do nothing.
+    void setKeys(bool returnKey, bool escapeKey) {
+        tellsReturn_ = returnKey;
+        tellsEscape_ = escapeKey;
+    }
     /// A sign at its end that there is something to know about the figure.
     void setMarked(bool marked);
 
@@ -23,6 +28,8 @@ class EntryBox final : public QLineEdit {
     void left();
     /// Double click or Return in a locked box.
     void opened();
+    void returned();
+    void escaped();
 
   protected:
     bool event(QEvent* event) override;
@@ -33,6 +40,8 @@ class EntryBox final : public QLineEdit {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
+    bool tellsReturn_ = false;
+    bool tellsEscape_ = false;
     QAction* mark_ = nullptr;
 };
 

@@ -25,6 +25,11 @@ void PictureWidget::paintEvent(QPaintEvent*) {
     if (paint_) paint_(surface);
 }
 
+void PictureWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    emit resized(width(), height());
+}
+
 void PictureWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
     emit clicked(event->position().x() / width(), event->position().y() / height());

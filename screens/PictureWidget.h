@@ -21,10 +21,13 @@ class PictureWidget final : public QWidget {
   signals:
     /// A place in it, as shares of width and height from the top left.
     void clicked(double x, double y);
+    /// It has that size now, in pixels.
+    void resized(double width, double height);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     std::function<void(DrawingSurface&)> paint_;

@@ -1,5 +1,6 @@
 #include "screens/QtInteraction.h"
 
+#include "screens/PrintPicture.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
 #include "screens/WorksheetDialog.h"
@@ -7,6 +8,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScreen>
 #include <QTimer>
 
@@ -221,6 +224,28 @@ void QtInteraction::peekBehind(Worksheet& screen) {
 
 void QtInteraction::beep() {
     QApplication::beep();
+}
+
+void QtInteraction::post(std::function<void()> action) {
+    QMetaObject::invokeMethod(qApp, std::move(action), Qt::QueuedConnection);
+}
+
+void QtInteraction::copyText(std::string_view text) {
+    QApplication::clipboard()->setText(qt(text));
+}
+
+bool QtInteraction::print(const PictureArea& picture, std::string_view title) {
+    flush();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(qt(title));
+    printer.setPageOrientation(QPageLayout::Landscape);
+    QPrintDialog dialog(&printer, owner());
+    {
+        const PointerRest rest;
+        if (dialog.exec() != QDialog::Accepted) return true;
+    }
+    const WaitPointer wait(*this);
+    return printPicture(printer, picture);
 }
 
 void QtInteraction::copyPicture(const PictureArea& picture) {

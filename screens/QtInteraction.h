@@ -45,6 +45,9 @@ class QtInteraction final : public Interaction {
     void setBusy(bool busy) override;
     void peekBehind(Worksheet& screen) override;
     void beep() override;
+    void post(std::function<void()> action) override;
+    void copyText(std::string_view text) override;
+    bool print(const PictureArea& picture, std::string_view title) override;
     void copyPicture(const PictureArea& picture) override;
 
     /// The worksheet seen on top; null before the main screen has come.

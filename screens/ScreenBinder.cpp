@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QSlider>
 #include <QTextBrowser>
 #include <QUrl>
 
@@ -28,6 +29,7 @@ ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
             bind(*list);
         else if (auto* choice = dynamic_cast<Choice*>(control))
             bind(*choice);
+        if (auto* slider = dynamic_cast<Slider*>(control)) bind(*slider);
         if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
         if (auto* table = dynamic_cast<Table*>(control)) bind(*table);
         if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
@@ -76,6 +78,14 @@ void ScreenBinder::bind(TextBox& box) {
         showMenus(); // commands can follow what is being typed
     });
     connect(widget, &EntryBox::left, this, [this, &box, widget] { leave(box, *widget); });
+    widget->setKeys(bool(box.returned), bool(box.escaped));
+    connect(widget, &EntryBox::returned, this, [this, &box] {
+        if (commitEntry()) act([&] { model_.pressReturn(box); });
+    });
+    connect(widget, &EntryBox::escaped, this, [this, &box, widget] {
+        widget->setModified(false);
+        act([&] { model_.pressEscape(box); });
+    });
 }
 
 void ScreenBinder::bind(Button& button) {
@@ -120,6 +130,13 @@ void ScreenBinder::bind(ListBox& list) {
             [widget, choose](QListWidgetItem* item) { choose(widget->row(item)); });
 }
 
+void ScreenBinder::bind(Slider& slider) {
+    auto* widget = static_cast<QSlider*>(widgets_.value(slider.name));
+    connect(widget, &QSlider::valueChanged, this, [this, &slider](int step) {
+        act([&] { model_.slide(slider, slider.from + (slider.to - slider.from) * step / sliderSteps); });
+    });
+}
+
 void ScreenBinder::bind(Hypertext& text) {
     auto* widget = static_cast<QTextBrowser*>(widgets_.value(text.name));
     connect(widget, &QTextBrowser::anchorClicked, this, [this, &text](const QUrl& link) {
@@ -152,6 +169,14 @@ void ScreenBinder::bind(PictureArea& picture) {
                 model_.refresh();
             });
     });
+    // Later: the size comes while the screen is being laid out.
+    if (picture.resized)
+        connect(
+            widget, &PictureWidget::resized, this,
+            [this, &picture](double width, double height) {
+                act([&] { model_.resize(picture, width, height); });
+            },
+            Qt::QueuedConnection);
 }
 
 void ScreenBinder::setTabOrder() {

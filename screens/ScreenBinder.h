@@ -73,6 +73,7 @@ class ScreenBinder final : public QObject {
     void bind(Button& button);
     void bind(Choice& choice);
     void bind(ListBox& list);
+    void bind(Slider& slider);
     void bind(Hypertext& text);
     void bind(Table& table);
     void openTableMenu(Table& table, const QPoint& at);

@@ -11,7 +11,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
+#include <QSlider>
 #include <QTextBrowser>
+#include <algorithm>
 #include <cmath>
 
 namespace metrisk {
@@ -103,6 +105,13 @@ void showMeter(const Meter& meter, QProgressBar& widget) {
     widget.setAccessibleName(qt(meter.toolTip) + ": " + text);
 }
 
+void showSlider(const Slider& slider, QSlider& widget) {
+    const double share = (slider.value - slider.from) / (slider.to - slider.from);
+    const int step = static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * sliderSteps));
+    if (widget.value() != step) widget.setValue(step);
+    if (const QString name = qt(slider.text); widget.accessibleName() != name) widget.setAccessibleName(name);
+}
+
 void showPicture(const PictureArea& picture, PictureWidget& widget) {
     if (const QString text = qt(picture.text); widget.accessibleName() != text)
         widget.setAccessibleName(text);
@@ -126,6 +135,8 @@ void showControl(const Control& control, QWidget& widget) {
         showChoice(*choice, static_cast<QComboBox&>(widget));
     else if (const auto* meter = dynamic_cast<const Meter*>(&control))
         showMeter(*meter, static_cast<QProgressBar&>(widget));
+    else if (const auto* slider = dynamic_cast<const Slider*>(&control))
+        showSlider(*slider, static_cast<QSlider&>(widget));
     else if (const auto* table = dynamic_cast<const Table*>(&control))
         static_cast<CellTable&>(widget).show(*table);
     else if (const auto* text = dynamic_cast<const Hypertext*>(&control))

@@ -12,6 +12,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -37,6 +38,13 @@ QWidget* makeMeter() {
     return bar;
 }
 
+QWidget* makeSlider() {
+    auto* slider = new QSlider(Qt::Horizontal);
+    slider->setRange(0, sliderSteps);
+    slider->setPageStep(sliderSteps / 10);
+    return slider;
+}
+
 QWidget* makeHypertext() {
     auto* browser = new QTextBrowser;
     browser->setOpenLinks(false);
@@ -54,6 +62,7 @@ QWidget* make(const Control& control) {
     if (dynamic_cast<const ListBox*>(&control)) return new QListWidget;
     if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
+    if (dynamic_cast<const Slider*>(&control)) return makeSlider();
     if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
     if (const auto* table = dynamic_cast<const Table*>(&control)) return new CellTable(*table);
     return makeHypertext();

@@ -11,6 +11,9 @@ namespace metrisk {
 
 class Worksheet;
 
+/// Steps of a slider from end to end.
+inline constexpr int sliderSteps = 500;
+
 /// Text of the core as Qt text.
 QString qt(std::string_view text);
 

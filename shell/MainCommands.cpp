@@ -5,6 +5,8 @@
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/observed/ObservedScreen.h"
+#include "risk/sweeps/GuardPlot.h"
+#include "risk/sweeps/RiskMapScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
 #include "selfcheck/SelfCheckScreen.h"
@@ -163,6 +165,12 @@ std::vector<MenuItem> MainCommands::recentItems() {
 }
 
 std::vector<MenuItem> MainCommands::plotItems() {
+    const auto riskPlot = [this](Swept swept) {
+        return [this, swept] {
+            GuardPlot plot(session_, swept);
+            session_.ui.run(plot);
+        };
+    };
     return {
         {.control = "SUPlotScreenControl",
          .caption = "&Subject Parameter Bias Distribution",
@@ -179,9 +187,19 @@ std::vector<MenuItem> MainCommands::plotItems() {
          .separatorAfter = true},
         {.control = "mnu_Plot_Risk_0",
          .caption = "&Risk vs. Subject Parameter % In-Tol",
+         .run = riskPlot(Swept::SubjectPct),
          .needs = Needs::BothForPlot},
         {.control = "mnu_Plot_Risk_1",
          .caption = "Risk &vs. Measuring Parameter % In-Tol",
+         .run = riskPlot(Swept::MeasuringPct),
+         .needs = Needs::BothForPlot},
+        {.control = "mnu_Plot_RiskMap",
+         .caption = "Risk &Map",
+         .run =
+             [this] {
+                 RiskMapScreen map(session_);
+                 session_.ui.run(map);
+             },
          .needs = Needs::BothForPlot},
     };
 }

@@ -26,8 +26,15 @@ QColor qt(Colour colour) {
 }
 
 PainterSurface::PainterSurface(QPainter& painter, QSizeF size, QColor ink, QColor paper)
-    : DrawingSurface(colourOf(ink), colourOf(paper)), painter_(painter), size_(size) {
+    : PainterSurface(painter, size, ink, paper, false) {}
+
+PainterSurface::PainterSurface(QPainter& painter, QSizeF size, QColor ink, QColor paper, bool scaled)
+    : DrawingSurface(colourOf(ink), colourOf(paper)), painter_(painter), size_(size), scaled_(scaled) {
     painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+PainterSurface PainterSurface::onPaper(QPainter& painter, QSizeF size) {
+    return {painter, size, Qt::black, Qt::white, true};
 }
 
 void PainterSurface::clear() {
@@ -45,7 +52,10 @@ void PainterSurface::drawBox(Point corner, Point opposite, Colour colour) {
 
 void PainterSurface::takeFont() const {
     QFont font = painter_.font();
-    font.setPointSizeF(Font.Size);
+    if (scaled_)
+        font.setPixelSize(qRound(Font.Size * 96 / 72));
+    else
+        font.setPointSizeF(Font.Size);
     font.setBold(Font.Bold);
     if (Font.Fixed) font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     if (font != painter_.font()) painter_.setFont(font);

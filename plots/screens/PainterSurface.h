@@ -17,6 +17,8 @@ QColor qt(Colour colour);
 class PainterSurface final : public DrawingSurface {
   public:
     PainterSurface(QPainter& painter, QSizeF size, QColor ink = Qt::black, QColor paper = Qt::white);
+    /// For a painter scaled to units of 1/96 inch, whatever its device's resolution.
+    static PainterSurface onPaper(QPainter& painter, QSizeF size);
 
     double deviceWidth() const override { return size_.width(); }
     double deviceHeight() const override { return size_.height(); }
@@ -29,9 +31,11 @@ class PainterSurface final : public DrawingSurface {
     double measureText(std::string_view text) const override;
     double measureLine() const override;
     void takeFont() const;
+    PainterSurface(QPainter& painter, QSizeF size, QColor ink, QColor paper, bool scaled);
 
     QPainter& painter_;
     QSizeF size_;
+    bool scaled_; // a point is 96/72 units
 };
 
 } // namespace metrisk

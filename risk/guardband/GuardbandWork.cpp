@@ -13,6 +13,7 @@
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/ComputeGuardbands.h"
 #include "risk/guardband/KFactors.h"
+#include "risk/sweeps/GuardPlot.h"
 
 #include <algorithm>
 #include <cmath>
@@ -209,7 +210,12 @@ void GuardbandScreen::plot() {
         r.AbortFlag = false;
         return;
     }
-    if (r.OptTwoSided && !r.GB_SymmetricMult && !r.GB_SymmetricK) tell(session_.ui, onlySymmetricPlot);
+    if (r.OptTwoSided && !r.GB_SymmetricMult && !r.GB_SymmetricK) {
+        tell(session_.ui, onlySymmetricPlot);
+        return;
+    }
+    GuardPlot plot(session_, r.GB_SymmetricK && !r.GB_SymmetricMult ? Swept::KFactor : Swept::Multiplier);
+    session_.ui.run(plot);
 }
 
 void GuardbandScreen::jumpTo(const std::string& word) {

@@ -12,7 +12,9 @@ QWidget* layoutBaselineAnalysis(const WidgetMaker& w);
 QWidget* layoutComputing(const WidgetMaker& w);
 QWidget* layoutEqRatio(const WidgetMaker& w);
 QWidget* layoutFalseAccept(const WidgetMaker& w);
+QWidget* layoutGuardPlot(const WidgetMaker& w);
 QWidget* layoutGuardbandAnalysis(const WidgetMaker& w);
 QWidget* layoutObservedPct(const WidgetMaker& w);
+QWidget* layoutRiskMap(const WidgetMaker& w);
 
 } // namespace metrisk

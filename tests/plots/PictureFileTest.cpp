@@ -2,6 +2,7 @@
 #include "plots/files/PictureFile.h"
 #include "plots/DistributionPlots.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/sweeps/RiskMapPicture.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 
@@ -10,6 +11,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sstream>
+#include <tuple>
 
 namespace metrisk::testing {
 namespace {
@@ -49,14 +52,23 @@ TEST(PictureFile, LooksLikeThePictureThatWasLookedAt) {
     test.record.NominalUnits = test.record.SU_ToleranceUnits = "V";
     ValidateAndFit(test.session);
     const DistributionPlot plot = subjectPlot(test.record, {});
-    const std::string png = pictureBytes(PictureFormat::Png, {480, 540}, "", [&](DrawingSurface& surface) {
-        DrawDistributionPlot(surface, plot, {});
-    });
-    const std::string path = METRISK_SOURCE_DIR "/tests/plots/data/lognormal.png";
-    if (std::getenv("METRISK_GOLDEN")) std::ofstream(path, std::ios::binary) << png;
-    std::istringstream made(png);
-    std::ifstream kept(path, std::ios::binary);
-    EXPECT_LT(difference(imageOf(made), imageOf(kept)), 2.5);
+    const RiskMap map(test.record, {});
+    const MapRequest request{
+        {MapQuantity::Ratio, 1, 20}, {MapQuantity::SubjectPct, 60, 99}, 60, 60, map.present()};
+    const ContourMap contours =
+        riskMapPicture(map.grid(request), request, MappedRisk::FalseReject, 0, map.present());
+    const auto draw = [&](DrawingSurface& surface) { DrawDistributionPlot(surface, plot, {}); };
+    const auto drawMap = [&](DrawingSurface& surface) { DrawContourMap(surface, contours, {}); };
+    const std::tuple<const char*, PictureSize, std::function<void(DrawingSurface&)>> pictures[] = {
+        {"lognormal", {480, 540}, draw}, {"risk-map", {480, 360}, drawMap}};
+    for (const auto& [name, size, paint] : pictures) {
+        const std::string png = pictureBytes(PictureFormat::Png, size, "", paint);
+        const std::string path = METRISK_SOURCE_DIR "/tests/plots/data/" + std::string(name) + ".png";
+        if (std::getenv("METRISK_GOLDEN")) std::ofstream(path, std::ios::binary) << png;
+        std::istringstream made(png);
+        std::ifstream kept(path, std::ios::binary);
+        EXPECT_LT(difference(imageOf(made), imageOf(kept)), 2.5) << name;
+    }
 }
 
 } // namespace

@@ -152,10 +152,10 @@ TEST(Risks, AgreeWithAnIndependentIntegration) {
             FitMeasuringParameter(t.session);
             FitSubjectParameter(t.session);
             ASSERT_FALSE(r.AbortFlag) << row.name;
-            const AcceptanceLimits limits = acceptanceLimits(t.record, true);
+            const AcceptanceRange range = acceptanceRange(t.record, true);
             Risks risks{-1, -1};
-            ASSERT_EQ(ComputeRisks(t.session, limits, risks), RiskOutcome::Computed) << row.name;
-            const Experiment e = experimentOf(r, limits.lower, limits.upper);
+            ASSERT_EQ(ComputeRisks(t.session, range, risks), RiskOutcome::Computed) << row.name;
+            const Experiment e = experimentOf(r, r.SU_Mode + range.lower, r.SU_Mode + range.upper);
             const double joint = e.joint();
             const bool uniform = r.SU_CaseCode == 9;
             const double accepted = uniform ? joint : e.accepted();
@@ -173,18 +173,18 @@ TEST(Risks, EndWithoutAResultAsTheirCauseDemands) {
     enter(r, twoSided(0.5, 0.5, 90));
     FitMeasuringParameter(t.session);
     Risks risks{7, 8};
-    EXPECT_EQ(ComputeRisks(t.session, {9.5, 10.5}, risks), RiskOutcome::NoSpread) << "no sigma";
+    EXPECT_EQ(ComputeRisks(t.session, {-0.5, 0.5}, risks), RiskOutcome::NoSpread) << "no sigma";
     EXPECT_FALSE(r.AbortFlag);
 
     FitSubjectParameter(t.session);
-    EXPECT_EQ(ComputeRisks(t.session, {10.5, 9.5}, risks), RiskOutcome::Negative) << "limits crossed";
-    EXPECT_EQ(ComputeRisks(t.session, {1e3, 2e3}, risks), RiskOutcome::Failed) << "nothing accepted";
+    EXPECT_EQ(ComputeRisks(t.session, {0.5, -0.5}, risks), RiskOutcome::Negative) << "limits crossed";
+    EXPECT_EQ(ComputeRisks(t.session, {990, 1990}, risks), RiskOutcome::Failed) << "nothing accepted";
     EXPECT_TRUE(r.AbortFlag);
     EXPECT_TRUE(r.SearchAbort);
 
     const double sigma = r.MTE_Sigma;
     r.MTE_Sigma = 0;
-    EXPECT_EQ(ComputeRisks(t.session, {9.5, 10.5}, risks), RiskOutcome::NoSpread) << "no measuring sigma";
+    EXPECT_EQ(ComputeRisks(t.session, {-0.5, 0.5}, risks), RiskOutcome::NoSpread) << "no measuring sigma";
     r.MTE_Sigma = sigma;
 
     enter(r, withPhysicalLimit(Kind::SingleUpper, 0, 2, 0, 90));

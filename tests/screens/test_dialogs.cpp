@@ -1,6 +1,7 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
+#include "plots/DrawingSurface.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
@@ -9,6 +10,9 @@
 #include "risk/FalseAcceptScreen.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/observed/ObservedScreen.h"
+#include "risk/sweeps/GuardPlot.h"
+#include "risk/sweeps/RiskMapScreen.h"
+#include "screens/PrintPicture.h"
 #include "screens/Widgets.h"
 #include "selfcheck/SelfCheckScreen.h"
 #include "tests/screens/support/Desk.h"
@@ -21,6 +25,7 @@
 
 #include <QAccessible>
 #include <QFile>
+#include <QFileInfo>
 #include <QVBoxLayout>
 
 #include <QAction>
@@ -28,7 +33,10 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QPushButton>
+#include <QSlider>
+#include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTimer>
 
@@ -153,8 +161,10 @@ class DialogTest final : public QObject {
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
         ErrorPlot errorPlot(plots);
+        GuardPlot riskPlot(session, Swept::MeasuringPct);
+        RiskMapScreen riskMap(session);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
+                 &riskPlot, &riskMap, &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
                  &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units,
                  &offsets, &check}) {
             QWidget window;
@@ -172,6 +182,60 @@ class DialogTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
+    }
+
+    void riskPlotByTheKeyboard() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.enter("LowerLimitBox", "0.5");
+        d.boxes.expectScreen("GuardPlot", [&](QWidget& plot) {
+            const auto typeInto = [&](const char* name, const char* text, Qt::Key last) {
+                auto* box = d.control<QLineEdit>(name, &plot);
+                box->setFocus();
+                QTest::keyClicks(box, text);
+                QTest::keyClick(box, last);
+            };
+            typeInto("LowerLimitBox", "80", Qt::Key_Return);
+            QCOMPARE(plot.focusWidget()->objectName(), QString("UpperLimitBox"));
+            typeInto("UpperLimitBox", "9", Qt::Key_Escape);
+            QVERIFY(d.text("UpperLimitBox", &plot).isEmpty() && plot.isVisible());
+            typeInto("UpperLimitBox", "95", Qt::Key_Return);
+            QCOMPARE(d.record.PlotPointCount, 11);
+            d.control<QAbstractButton>("chk_SmoothCurve", &plot)->click();
+            const auto names = [&] { return d.control("Graph1", &plot)->accessibleName(); };
+            QTRY_VERIFY2(names().contains("Greatest FA"), qPrintable(names()));
+            plot.findChild<QAction*>("mnu_CopyData")->trigger();
+            QVERIFY(QApplication::clipboard()->text().startsWith("MTE Pct In-tolerance\n"));
+            plot.resize(0, 0);
+            typeInto("NumberPointsBox", "", Qt::Key_Escape);
+            QVERIFY(!plot.isVisible());
+        });
+        d.choose("mnu_Plot_Risk_1");
+        d.boxes.expectScreen("RiskMap", [&](QWidget& map) {
+            const auto name = [&] { return d.control("pic_Map", &map)->accessibleName(); };
+            QTRY_VERIFY2(name().startsWith("False Accept Risk"), qPrintable(name()));
+            auto* slider = d.control<QSlider>("sld_Multiplier", &map);
+            QTest::keyClick(slider, Qt::Key_PageUp);
+            QVERIFY(d.text("Lbl_Multiplier", &map) != "Guardband Multiplier: 1.00");
+            d.control<QAbstractButton>("cmd_Present", &map)->click();
+            QCOMPARE(d.text("Lbl_Multiplier", &map), QString("Guardband Multiplier: 1.00"));
+            map.close();
+        });
+        d.choose("mnu_Plot_RiskMap");
+    }
+
+    void printsWhereItCan() {
+        GuardPlot plot(desk_->session, Swept::Multiplier);
+        QTemporaryDir folder;
+        QPrinter printer;
+        printer.setOutputFileName(folder.filePath("no/such/folder.pdf"));
+        QVERIFY(!printPicture(printer, plot.Graph1));
+        plot.Graph1.draw([](DrawingSurface& surface) { surface.Print("text"); });
+        QVERIFY(!printPicture(printer, plot.Graph1));
+        QPrinter paper(QPrinter::HighResolution);
+        paper.setOutputFileName(folder.filePath("page.pdf"));
+        QVERIFY(printPicture(paper, plot.Graph1));
+        QVERIFY(QFileInfo(folder.filePath("page.pdf")).size() > 500);
     }
 
     void plotsStandSideBySide() {

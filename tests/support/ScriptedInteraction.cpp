@@ -2,7 +2,9 @@
 
 #include "model/Worksheet.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace metrisk::testing {
 
@@ -48,7 +50,35 @@ void ScriptedInteraction::focus(const ControlName& control, bool select) {
 
 void ScriptedInteraction::yield() {
     ++yields;
+    runPosted();
     if (onYield) onYield();
+}
+
+void ScriptedInteraction::post(std::function<void()> action) {
+    const std::lock_guard lock(postedMutex_);
+    posted_.push_back(std::move(action));
+}
+
+void ScriptedInteraction::runPosted() {
+    for (;;) {
+        std::function<void()> action;
+        {
+            const std::lock_guard lock(postedMutex_);
+            if (posted_.empty()) return;
+            action = std::move(posted_.front());
+            posted_.pop_front();
+        }
+        action();
+    }
+}
+
+void ScriptedInteraction::waitFor(const std::function<bool()>& done) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!done() && std::chrono::steady_clock::now() < end) {
+        runPosted();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_TRUE(done()) << "no result";
 }
 
 void ScriptedInteraction::status(std::string_view text) {

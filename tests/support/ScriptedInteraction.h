@@ -5,6 +5,8 @@
 #include "model/Interaction.h"
 
 #include <deque>
+#include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -54,6 +56,9 @@ class ScriptedInteraction final : public Interaction {
     int repaints = 0;
     int busyDepth = 0;
     int picturesCopied = 0;
+    std::vector<std::string> textsCopied;
+    std::vector<std::string> printed; // titles
+    bool printerWorks = true;
     std::vector<std::string> placed; // "Left Right"
     /// Called at each yield, for instance to press cancel.
     std::function<void()> onYield;
@@ -75,7 +80,15 @@ class ScriptedInteraction final : public Interaction {
     void setBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
     void peekBehind(Worksheet&) override { ++peeks; }
     void beep() override { ++beeps; }
+    void post(std::function<void()> action) override;
+    void copyText(std::string_view text) override { textsCopied.emplace_back(text); }
+    bool print(const PictureArea&, std::string_view title) override {
+        printed.emplace_back(title);
+        return printerWorks;
+    }
     void copyPicture(const PictureArea&) override { ++picturesCopied; }
+    /// Runs what is posted until `done`; fails the test after ten seconds.
+    void waitFor(const std::function<bool()>& done);
 
   private:
     void act(Worksheet& screen);
@@ -85,7 +98,11 @@ class ScriptedInteraction final : public Interaction {
         BoxKind kind;
         std::function<void(Worksheet&)> act; // of a screen, whose name is the title
     };
+    void runPosted();
+
     std::deque<Expected> expected_;
+    std::mutex postedMutex_;
+    std::deque<std::function<void()>> posted_;
 };
 
 } // namespace metrisk::testing

@@ -1,0 +1,215 @@
+// metrisk-cli sweep: risks of an analysis over a range of one of its quantities.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
+#include "cli/PictureOutput.h"
+#include "cli/SweepInput.h"
+#include "model/DisplayRule.h"
+#include "model/NumberFormat.h"
+#include "model/NumberText.h"
+#include "risk/sweeps/RiskChart.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk::cli {
+
+namespace {
+
+constexpr std::size_t mostPoints = 1'000'000;
+constexpr Message tooFew{"Risk could not be computed for two points of the range.", "No Risks"};
+
+struct Over {
+    const char* name;
+    Swept swept;
+};
+constexpr Over quantities[] = {{"guardband", Swept::Multiplier},
+                               {"k", Swept::KFactor},
+                               {"su-pct", Swept::SubjectPct},
+                               {"mte-pct", Swept::MeasuringPct},
+                               {"ratio", Swept::BaselineRatio}};
+
+struct Options {
+    std::string file;
+    std::string settings;
+    std::string over;
+    double from = 0;
+    double to = 0;
+    std::size_t points = 31;
+    PictureOutput picture;
+    bool csv = false;
+    bool json = false;
+
+    Swept swept() const {
+        return std::find_if(std::begin(quantities), std::end(quantities),
+                            [this](const Over& each) { return each.name == over; })
+            ->swept;
+    }
+    bool ofPercent() const { return swept() == Swept::SubjectPct || swept() == Swept::MeasuringPct; }
+    SweepRange range() const { return {from, to, points}; }
+};
+
+/// What is wrong with the range; empty if nothing is.
+std::string rangeFault(const Options& options) {
+    if (!(std::isfinite(options.from) && std::isfinite(options.to))) return "the range must be finite";
+    if (options.swept() != Swept::KFactor && !(options.from > 0)) return "--from must be greater than zero";
+    if (!(options.to > options.from)) return "--to must be greater than --from";
+    if (options.ofPercent() && !(options.to < 100)) return "a percent in-tolerance must be less than 100";
+    return {};
+}
+
+struct Result {
+    std::vector<SweepPoint> points;
+    std::size_t skipped = 0; // before the first of them
+    bool ended = false;      // before the range did
+    bool complete() const { return points.size() >= 2 && skipped == 0 && !ended; }
+};
+
+Result sweep(const RiskSweep& risks, const Options& options) {
+    const auto computed = risks.over(options.range());
+    SweepCourse course(risks);
+    Result result;
+    for (std::size_t i = 0; i < computed.size() && !result.ended; ++i)
+        result.ended = !course.add(options.range().at(i), computed[i]);
+    result.points = course.points();
+    result.skipped = course.skipped();
+    return result;
+}
+
+std::string courseNote(const Result& result, const Options& options) {
+    if (result.complete()) return {};
+    if (result.points.size() < 2) return diagnosticLine(options.file, std::string(tooFew.text));
+    std::string note;
+    const auto number = [](double value) { return GeneralText(value, {}); };
+    if (result.skipped > 0)
+        note += diagnosticLine(options.file, "no risks below " + number(result.points.front().x));
+    if (result.ended)
+        note += diagnosticLine(options.file,
+                               "the sweep ended at " + number(result.points.back().x) + ": no risks beyond");
+    return note;
+}
+
+std::string asJson(const Options& options, const AnalysisRun& run, const Result& result, const char* status) {
+    Json points = Json::array();
+    for (const SweepPoint& point : result.points)
+        points.push_back({{"x", point.x},
+                          {"FalseAccept", point.risks.falseAccept},
+                          {"FalseReject", point.risks.falseReject}});
+    return jsonLine({{"file", options.file},
+                     {"status", status},
+                     {"messages", messagesJson(run.ui.messages())},
+                     {"over", options.over},
+                     {"FalseAcceptOption", run.record.FalseAcceptOption},
+                     {"skipped", result.skipped},
+                     {"ended", result.ended},
+                     {"points", points}});
+}
+
+std::string asCsv(const Result& result) {
+    std::string lines = "x,FalseAccept,FalseReject\n";
+    for (const SweepPoint& point : result.points)
+        lines += exactNumber(point.x) + "," + exactNumber(point.risks.falseAccept) + "," +
+                 exactNumber(point.risks.falseReject) + "\n";
+    return lines;
+}
+
+std::string asTable(const Options& options, const AnalysisRun& run, const Result& result,
+                    const SweepWords& words) {
+    std::string table = forResults(options.file) + "\n  " + words.label + " " +
+                        optionTag(run.record.FalseAcceptOption) + "\n";
+    const auto column = [](std::string text, std::size_t width) {
+        return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
+    };
+    table += column("x", 14) + column("false accept", 16) + column("false reject", 16) + "\n";
+    for (const SweepPoint& point : result.points)
+        table += column(GeneralText(point.x, {}, 8), 14) +
+                 column(riskCell(point.risks.falseAccept, baselinePicture), 16) +
+                 column(riskCell(point.risks.falseReject, baselinePicture), 16) + "\n";
+    return table + "\n";
+}
+
+Chart chartOf(const Options& options, const AnalysisRun& run, const Result& result, const SweepWords& words) {
+    std::vector<RiskPoint> points;
+    for (const SweepPoint& point : result.points)
+        points.push_back({point.x, point.risks.falseAccept * 100, point.risks.falseReject * 100});
+    const int decimals = std::max(DecimalsOfValue(options.from, 0), DecimalsOfValue(options.to, 0));
+    return riskChart(points, words,
+                     {.shown = ShownRisks::Both,
+                      .thick = true,
+                      .falseAcceptOption = run.record.FalseAcceptOption,
+                      .xDecimals = std::min(decimals, 6)},
+                     run.session.regional);
+}
+
+int run(const Options& options) {
+    Output output;
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
+    Result result;
+    const char* status = "unreadable";
+    output.status = unreadable;
+    const Swept swept = options.swept();
+    if (run.open(options.file)) {
+        status = "refused";
+        output.status = refused;
+        if (swept == Swept::BaselineRatio || fitBoth(run)) {
+            result = sweep(sweepOf(run, swept), options);
+            output.diagnostics = courseNote(result, options);
+            if (result.points.size() >= 2) status = result.complete() ? "computed" : "ended";
+            if (result.complete()) output.status = allDone;
+        }
+    }
+    const SweepWords words = wordsOf(swept, run.record.MTE_EntryByUncertainty);
+    if (!options.picture.path.empty() && result.points.size() >= 2) {
+        const Chart chart = chartOf(options, run, result, words);
+        const int written =
+            options.picture.write(chart.title, output.diagnostics, [&](DrawingSurface& surface) {
+                DrawChart(surface, chart, run.session.regional);
+            });
+        output.status = std::max(output.status, written);
+    }
+    if (options.json)
+        output.results = asJson(options, run, result, status);
+    else if (options.csv && !result.points.empty())
+        output.results = asCsv(result);
+    else if (!options.csv && options.picture.path.empty() && !result.points.empty())
+        output.results = asTable(options, run, result, words);
+    output.diagnostics = run.diagnostics(options.file) + output.diagnostics;
+    return finish(output);
+}
+
+} // namespace
+
+void addSweep(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("sweep", "Compute the risks of an analysis file over a range of one quantity");
+    std::vector<std::string> names;
+    for (const Over& each : quantities) names.emplace_back(each.name);
+    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    command
+        ->add_option(
+            "--over", options->over,
+            "guardband (multiplier), k (k-factor), su-pct or mte-pct (% in-tolerance), ratio (accuracy "
+            "ratio of the baseline)")
+        ->option_text("QUANTITY")
+        ->check(CLI::IsMember(names))
+        ->required();
+    command->add_option("--from", options->from, "Least value")->option_text("NUMBER")->required();
+    command->add_option("--to", options->to, "Greatest value")->option_text("NUMBER")->required();
+    command->add_option("--points", options->points, "Number of points, 2 to 1000000 (31)")
+        ->option_text("COUNT")
+        ->check(CLI::Range(std::size_t{2}, mostPoints));
+    auto* csv = command->add_flag("--csv", options->csv, "Print values separated by commas instead of text");
+    command->add_flag("--json", options->json, "Print one JSON object instead of text")->excludes(csv);
+    options->picture.addTo(*command, false);
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] {
+        if (const std::string fault = rangeFault(*options); !fault.empty()) throw CLI::ValidationError(fault);
+        chosen = [options] { return run(*options); };
+    });
+}
+
+} // namespace metrisk::cli

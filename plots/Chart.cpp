@@ -1,0 +1,184 @@
+#include "plots/Chart.h"
+
+#include "model/NumberFormat.h"
+#include "model/Picture.h"
+#include "plots/PlotScale.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr int divisions = 5;
+constexpr int mostTicks = 8;    // at round numbers
+constexpr double margin = 0.15; // beside the axes, for their titles
+constexpr double tick = 0.015;  // in shares of the other axis
+constexpr double thinLine = 1, thickLine = 3;
+constexpr double markSize = 0.006;
+constexpr double paperShare = 0.8; // of the grid's colour
+
+double shareOf(double value, const Axis& axis) {
+    return axis.to == axis.from ? 0 : (value - axis.from) / (axis.to - axis.from);
+}
+
+/// Two digits of the step, or fewer if they tell all of it.
+int decimalsFor(double step, int atLeast) {
+    if (!(step > 0)) return atLeast;
+    const int twoDigits =
+        std::clamp(1 - static_cast<int>(std::floor(std::log10(step))), 0, maxPictureDecimals);
+    return std::max(atLeast, std::min(DecimalsOfValue(step, atLeast), twoDigits));
+}
+
+/// Calls draw(place, value), the place as a share of the axis.
+template <class Draw>
+void forTicks(const Axis& axis, Draw draw) {
+    const double count = (axis.to - axis.firstTick) / axis.step;
+    if (!(count >= 0 && count < 100)) return;
+    for (int i = 0; i <= count + 1e-6; ++i) {
+        const double value = axis.firstTick + i * axis.step;
+        draw(shareOf(value, axis), value);
+    }
+}
+
+class Drawer {
+  public:
+    Drawer(DrawingSurface& surface, const Chart& chart, const Regional& regional)
+        : surface_(surface), chart_(chart), regional_(regional) {
+        surface.Scale(-0.16, 1.22, chart.right ? 1.16 : 1.06, -0.26);
+        surface.ForeColor = surface.ink();
+        surface.Font = {};
+    }
+
+    void draw() {
+        grid();
+        DrawAxis(surface_, chart_.x, AxisSide::Bottom, regional_);
+        DrawAxis(surface_, chart_.left, AxisSide::Left, regional_);
+        if (chart_.right) DrawAxis(surface_, *chart_.right, AxisSide::Right, regional_);
+        surface_.Font = {.Size = 10, .Bold = true};
+        PrintCentredAt(surface_, chart_.title, 0.5, 1, -3.2);
+        surface_.Font = {};
+        if (chart_.series.size() > 1) legend();
+        for (const Series& each : chart_.series) curve(each);
+        for (const Series& each : chart_.series) marks(each);
+    }
+
+  private:
+    void grid() {
+        surface_.DrawWidth = thinLine;
+        const Colour faint = between(surface_.ink(), surface_.paper(), paperShare);
+        forTicks(chart_.x, [&](double at, double) { surface_.Line(at, 0, at, 1, faint); });
+        forTicks(chart_.left, [&](double at, double) { surface_.Line(0, at, 1, at, faint); });
+    }
+
+    void legend() {
+        constexpr double sample = 0.05, gap = 0.02;
+        double width = -2 * gap;
+        for (const Series& each : chart_.series) width += sample + 3 * gap + surface_.TextWidth(each.name);
+        double x = 0.5 - width / 2;
+        const double y = -tick + 3.1 * surface_.TextHeight();
+        surface_.DrawWidth = thickLine;
+        for (const Series& each : chart_.series) {
+            const double middle = y + surface_.TextHeight() / 2;
+            surface_.Line(x, middle, x + sample, middle, each.colour);
+            PrintAt(surface_, each.name, x + sample + gap, y, 0);
+            x += sample + 3 * gap + surface_.TextWidth(each.name);
+        }
+    }
+
+    Point place(const Series& series, Point point) const {
+        const Axis& y = series.onRight && chart_.right ? *chart_.right : chart_.left;
+        return {shareOf(point.x, chart_.x), shareOf(point.y, y)};
+    }
+
+    void curve(const Series& series) {
+        surface_.DrawWidth = chart_.thick ? thickLine : thinLine;
+        for (std::size_t i = 1; i < series.points.size(); ++i) {
+            const Point from = place(series, series.points[i - 1]);
+            const Point to = place(series, series.points[i]);
+            surface_.Line(from.x, from.y, to.x, to.y, series.colour);
+        }
+    }
+
+    /// A name stands beside its mark, on the side where there is room.
+    void marks(const Series& series) {
+        for (const ChartMark& mark : series.marks) {
+            const Point at = place(series, mark.at);
+            surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize, series.colour);
+            const double width = surface_.TextWidth(mark.name);
+            const double x =
+                std::clamp(at.x - width / 2, 2 * markSize, std::max(1 - 2 * markSize - width, 0.0));
+            surface_.ForeColor = series.colour;
+            PrintAt(surface_, mark.name, x, at.y, at.y > 0.5 ? 0.3 : -1.3);
+            surface_.ForeColor = surface_.ink();
+        }
+    }
+
+    DrawingSurface& surface_;
+    const Chart& chart_;
+    const Regional& regional_;
+};
+
+} // namespace
+
+void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional) {
+    const auto label = [&](double value) {
+        return FormatNumber(value, PictureForDecimals(axis.decimals), regional);
+    };
+    if (side == AxisSide::Bottom) {
+        surface.Line(0, 0, 1, 0);
+        forTicks(axis, [&](double at, double value) {
+            surface.Line(at, 0, at, -tick);
+            PrintCentredAt(surface, label(value), at, -tick, 0.2);
+        });
+        PrintCentredAt(surface, axis.title, 0.5, -tick, 1.6);
+        return;
+    }
+    const bool right = side == AxisSide::Right;
+    const double x = right ? 1 : 0;
+    const double out = right ? tick : -tick;
+    surface.Line(x, 0, x, 1);
+    forTicks(axis, [&](double at, double value) {
+        surface.Line(x, at, x + out, at);
+        const std::string text = label(value);
+        PrintAt(surface, text, x + 1.6 * out - (right ? 0 : surface.TextWidth(text)), at, -0.5);
+    });
+    const double width = surface.TextWidth(axis.title);
+    const double start = std::clamp(x - width / 2, -margin, std::max(1 + margin - width, -margin));
+    PrintAt(surface, axis.title, start, 1, -1.7);
+}
+
+Axis axisOver(std::string title, double from, double to, int decimals) {
+    const double step = (to - from) / divisions;
+    return {std::move(title), from, to, from, step, decimalsFor(step, decimals)};
+}
+
+Axis roundAxisOver(std::string title, double from, double to) {
+    const double least = (to - from) / mostTicks;
+    if (!(least > 0)) return axisOver(std::move(title), from, to);
+    const double decade = std::pow(10, std::floor(std::log10(least)));
+    double step = 10 * decade;
+    for (const double digit : {5.0, 2.0, 1.0})
+        if (digit * decade >= least * (1 - 1e-9)) step = digit * decade;
+    return {std::move(title), from, to, std::ceil(from / step - 1e-9) * step, step, decimalsFor(step, 0)};
+}
+
+std::string inWords(const Chart& chart, const Regional& regional) {
+    const auto span = [&](const Axis& axis) {
+        const std::string picture = PictureForDecimals(axis.decimals);
+        return axis.title + " from " + FormatNumber(axis.from, picture, regional) + " to " +
+               FormatNumber(axis.to, picture, regional);
+    };
+    std::string text = chart.title + ". " + span(chart.x) + "; " + span(chart.left);
+    if (chart.right) text += "; " + span(*chart.right);
+    for (const Series& each : chart.series)
+        for (const ChartMark& mark : each.marks) text += "; " + mark.name;
+    return text;
+}
+
+void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional) {
+    if (!chart.empty()) Drawer(surface, chart, regional).draw();
+}
+
+} // namespace metrisk

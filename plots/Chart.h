@@ -1,0 +1,61 @@
+// Curves over one quantity as a value, and how they are drawn: axes, grid, curves, marks and legend.
+#pragma once
+
+#include "model/Regional.h"
+#include "plots/DrawingSurface.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace metrisk {
+
+struct Axis {
+    std::string title;
+    double from = 0, to = 1;
+    double firstTick = 0, step = 1; // ticks stand at equal steps up to the end
+    int decimals = 0;               // of the labels at its ticks
+};
+
+/// An axis in five parts, whose labels have at least so many decimals, and enough to tell a tick from the
+/// next.
+Axis axisOver(std::string title, double from, double to, int decimals = 0);
+/// An axis with ticks at round numbers.
+Axis roundAxisOver(std::string title, double from, double to);
+
+enum class AxisSide { Bottom, Left, Right };
+
+/// Draws it around the square from (0, 0) to (1, 1): line, ticks, labels and title.
+void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional);
+
+/// A point that stands out, and what it is called.
+struct ChartMark {
+    Point at;
+    std::string name;
+};
+
+struct Series {
+    std::string name; // in the legend
+    Colour colour;
+    bool onRight = false; // belongs to the right axis
+    std::vector<Point> points{};
+    std::vector<ChartMark> marks{};
+};
+
+struct Chart {
+    std::string title;
+    Axis x, left;
+    std::optional<Axis> right{}; // none: all curves stand on the left axis
+    std::vector<Series> series{};
+    bool thick = false;
+
+    bool empty() const { return series.empty(); }
+};
+
+/// What a chart shows, for those who do not see it.
+std::string inWords(const Chart& chart, const Regional& regional);
+
+/// Fills the surface: the axes span from (0, 0) to (1, 1) in its coordinates. An empty chart leaves it blank.
+void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional);
+
+} // namespace metrisk

@@ -1,0 +1,199 @@
+#include "plots/ContourMap.h"
+
+#include "plots/PlotScale.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace metrisk {
+
+namespace {
+
+constexpr std::size_t mostLevels = 12;
+constexpr Colour lineColour{70, 40, 20};
+constexpr Colour hereColour{0, 70, 190};
+constexpr std::array<Colour, 5> ramp{
+    {{255, 255, 225}, {254, 217, 118}, {253, 141, 60}, {189, 40, 40}, {90, 10, 50}}};
+
+struct Edges {
+    double left = -0.16, top = 1.22, right = 1.28, bottom = -0.18;
+};
+constexpr Edges edges;
+
+Colour rampAt(double share) {
+    const double at = std::clamp(share, 0.0, 1.0) * (ramp.size() - 1);
+    const auto i = std::min(static_cast<std::size_t>(at), ramp.size() - 2);
+    return between(ramp[i], ramp[i + 1], at - static_cast<double>(i));
+}
+
+/// How far a level lies from a to b; risks fall by decades, so by logarithms where there are any.
+double crossing(double a, double b, double level) {
+    if (a > 0 && b > 0) return std::log(level / a) / std::log(b / a);
+    return (level - a) / (b - a);
+}
+
+class Drawer {
+  public:
+    Drawer(DrawingSurface& surface, const ContourMap& map, const Regional& regional)
+        : surface_(surface), map_(map), regional_(regional) {
+        surface.Scale(edges.left, edges.top, edges.right, edges.bottom);
+        surface.ForeColor = surface.ink();
+        surface.Font = {};
+        surface.DrawWidth = 1;
+    }
+
+    void draw() {
+        bands();
+        for (const ContourLevel& level : map_.levels) contour(level.value);
+        DrawAxis(surface_, map_.x, AxisSide::Bottom, regional_);
+        DrawAxis(surface_, map_.y, AxisSide::Left, regional_);
+        surface_.Font = {.Size = 10, .Bold = true};
+        PrintCentredAt(surface_, map_.title, 0.5, 1, -3.2);
+        surface_.Font = {};
+        scale();
+        if (map_.here) here(*map_.here);
+    }
+
+  private:
+    double value(std::size_t column, std::size_t row) const {
+        return static_cast<double>(map_.values[row * map_.columns + column]);
+    }
+    double xOf(double column) const { return column / static_cast<double>(map_.columns - 1); }
+    double yOf(double row) const { return row / static_cast<double>(map_.rows - 1); }
+
+    /// -1 where there is no value, else the number of levels below it.
+    int bandOf(double value) const {
+        if (std::isnan(value)) return -1;
+        const auto above =
+            std::upper_bound(map_.levels.begin(), map_.levels.end(), value,
+                             [](double v, const ContourLevel& level) { return v < level.value; });
+        return static_cast<int>(above - map_.levels.begin());
+    }
+    Colour colourOf(int band) const {
+        return rampAt(static_cast<double>(band) /
+                      std::max<double>(1, static_cast<double>(map_.levels.size())));
+    }
+
+    /// Each point fills the room halfway to its neighbours; equal ones in a row are one box. A box reaches
+    /// under the next, so that no seam shows between them.
+    void bands() {
+        for (std::size_t row = 0; row < map_.rows; ++row) {
+            const double y = static_cast<double>(row);
+            const double low = row == 0 ? 0 : yOf(y - 0.5);
+            const double high = std::min(1.0, yOf(y + 1));
+            for (std::size_t first = 0, last = 0; first < map_.columns; first = last) {
+                const int band = bandOf(value(first, row));
+                while (last < map_.columns && bandOf(value(last, row)) == band) ++last;
+                const double left = first == 0 ? 0 : xOf(static_cast<double>(first) - 0.5);
+                const double right = std::min(1.0, xOf(static_cast<double>(last)));
+                surface_.Box(left, low, right, high, band < 0 ? surface_.paper() : colourOf(band));
+            }
+        }
+    }
+
+    /// The line through each cell of four points: in at one side, out at another.
+    void contour(double level) {
+        surface_.DrawWidth = 1;
+        for (std::size_t row = 0; row + 1 < map_.rows; ++row)
+            for (std::size_t column = 0; column + 1 < map_.columns; ++column) cell(column, row, level);
+    }
+
+    void cell(std::size_t column, std::size_t row, double level) {
+        const std::array<double, 4> corners{value(column, row), value(column + 1, row),
+                                            value(column + 1, row + 1), value(column, row + 1)};
+        int below = 0;
+        for (const double corner : corners) {
+            if (std::isnan(corner)) return;
+            below += corner < level ? 1 : 0;
+        }
+        if (below == 0 || below == 4) return;
+        constexpr std::array<Point, 4> places{{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
+        std::array<Point, 4> ends;
+        std::size_t found = 0;
+        for (std::size_t i = 0; i < 4; ++i) {
+            const std::size_t j = (i + 1) % 4;
+            if ((corners[i] < level) == (corners[j] < level)) continue;
+            const double t = crossing(corners[i], corners[j], level);
+            ends[found++] = {xOf(static_cast<double>(column) + places[i].x + t * (places[j].x - places[i].x)),
+                             yOf(static_cast<double>(row) + places[i].y + t * (places[j].y - places[i].y))};
+        }
+        for (std::size_t i = 0; i + 1 < found; i += 2)
+            surface_.Line(ends[i].x, ends[i].y, ends[i + 1].x, ends[i + 1].y, lineColour);
+    }
+
+    void scale() {
+        constexpr double left = 1.05, right = 1.1;
+        const double bands = static_cast<double>(map_.levels.size() + 1);
+        for (std::size_t i = 0; i <= map_.levels.size(); ++i) {
+            const double low = static_cast<double>(i) / bands;
+            surface_.Box(left, low, right, low + 1 / bands, colourOf(static_cast<int>(i)));
+            if (i > 0) PrintAt(surface_, map_.levels[i - 1].name, right + 0.01, low, -0.5);
+        }
+        PrintCentredAt(surface_, map_.scaleTitle, right, 1, -1.7);
+    }
+
+    void here(Point point) {
+        const double x = (point.x - map_.x.from) / (map_.x.to - map_.x.from);
+        const double y = (point.y - map_.y.from) / (map_.y.to - map_.y.from);
+        if (!(x >= 0 && x <= 1 && y >= 0 && y <= 1)) return;
+        constexpr double arm = 0.02;
+        for (const auto& [colour, width] : {std::pair{white, 5.0}, std::pair{hereColour, 2.0}}) {
+            surface_.DrawWidth = width;
+            surface_.Line(x - arm, y, x + arm, y, colour);
+            surface_.Line(x, y - arm, x, y + arm, colour);
+        }
+        surface_.DrawWidth = 1;
+    }
+
+    DrawingSurface& surface_;
+    const ContourMap& map_;
+    const Regional& regional_;
+};
+
+} // namespace
+
+std::vector<double> roundLevels(std::span<const float> values) {
+    double least = std::numeric_limits<double>::infinity(), greatest = 0, leastAbove = least;
+    for (const float value : values) {
+        if (std::isnan(value)) continue;
+        const auto v = static_cast<double>(value);
+        least = std::min(least, v);
+        greatest = std::max(greatest, v);
+        if (v > 0) leastAbove = std::min(leastAbove, v);
+    }
+    std::vector<double> levels;
+    if (!(greatest > least)) return levels;
+    if (greatest <= 10 * leastAbove && least > 0) {
+        const Axis ticks = roundAxisOver("", least, greatest);
+        for (int i = 0; ticks.firstTick + i * ticks.step < greatest; ++i)
+            if (const double level = ticks.firstTick + i * ticks.step; level > least) levels.push_back(level);
+        return levels;
+    }
+    // From the greatest down, so that the risks that matter keep their levels.
+    for (int decade = static_cast<int>(std::floor(std::log10(greatest))); levels.size() < mostLevels;
+         --decade) {
+        const double power = std::pow(10, decade);
+        if (10 * power <= leastAbove) break;
+        for (const double digit : {5.0, 2.0, 1.0})
+            if (const double level = digit * power;
+                level < greatest && level > least && level > leastAbove && levels.size() < mostLevels)
+                levels.push_back(level);
+    }
+    std::reverse(levels.begin(), levels.end());
+    return levels;
+}
+
+void DrawContourMap(DrawingSurface& surface, const ContourMap& map, const Regional& regional) {
+    if (!map.empty()) Drawer(surface, map, regional).draw();
+}
+
+std::optional<Point> placeOnMap(double x, double y) {
+    const Point place{edges.left + x * (edges.right - edges.left),
+                      edges.top + y * (edges.bottom - edges.top)};
+    const bool inside = place.x >= 0 && place.x <= 1 && place.y >= 0 && place.y <= 1;
+    return inside ? std::optional(place) : std::nullopt;
+}
+
+} // namespace metrisk

@@ -1,0 +1,97 @@
+#include "risk/sweeps/RiskParts.h"
+
+#include "model/AnalysisFields.h"
+#include "numerics/Real.h"
+#include "risk/CoverageFactor.h"
+#include "risk/SubjectFit.h"
+
+#include <algorithm>
+#include <type_traits>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double roundingError = 1e-9; // a risk no further below 0 is 0
+constexpr double leastSinglePct = 51;
+
+SubjectParameter withoutTexts(SubjectParameter subject) {
+    const auto clear = [](std::string_view, auto& member) {
+        if constexpr (std::is_same_v<decltype(member), std::string&>) member = {};
+    };
+    visitSubjectParameter(subject, clear);
+    return subject;
+}
+
+std::optional<ProcessSpread> processOf(const Analysis& record, const Regional& regional) {
+    try {
+        return ProcessSpread(record, regional);
+    } catch (const RuntimeFault&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+RiskParts::RiskParts(const Analysis& r, const Regional& regional)
+    : subject_(withoutTexts(r)), fitted_(subjectBiasOf(r)), mteSigma_(r.MTE_Sigma),
+      mteDegFreedom_(r.MTE_DegFreedom), process_(processOf(r, regional)),
+      falseAcceptOption_(r.FalseAcceptOption) {}
+
+std::optional<SubjectBias> RiskParts::subjectAt(double pctInTol) const {
+    try {
+        SubjectParameter entered = subject_;
+        entered.SU_PctInTol = pctInTol;
+        const SubjectBias bias = subjectBiasOf(fitSubject(entered, {}));
+        const bool unbounded = bias.distribution == Distribution::Normal && !bias.twoSided;
+        if (unbounded && pctInTol < leastSinglePct) return std::nullopt;
+        return bias;
+    } catch (const RuntimeFault&) {
+    } catch (const FitRefusal&) {
+    }
+    return std::nullopt;
+}
+
+double RiskParts::coverageFactorAt(double pctInTol) const {
+    if (!(pctInTol > 0 && pctInTol <= 100)) return 0;
+    try {
+        return std::max(0.0, CoverageFactor(pctInTol, mteDegFreedom_));
+    } catch (const RuntimeFault&) {
+        return 0;
+    }
+}
+
+double RiskParts::mteSigmaOf(double offset, double coverageFactor, bool withProcess) const {
+    if (!(offset > 0 && coverageFactor > 0)) return 0;
+    try {
+        const double bias = checked(offset / coverageFactor);
+        if (withProcess) return process_ ? process_->with(bias) : 0;
+        return bias;
+    } catch (const RuntimeFault&) {
+        return 0;
+    }
+}
+
+std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption) {
+    if (!(p.joint > 0 && p.accepted > 0 && p.inTolerance > 0)) return std::nullopt;
+    Risks risks = risksOf(p, falseAcceptOption);
+    for (double* risk : {&risks.falseAccept, &risks.falseReject}) {
+        if (*risk < -roundingError) return std::nullopt;
+        if (*risk < 0) *risk = 0;
+    }
+    return risks;
+}
+
+std::optional<Risks> RiskParts::risks(const SubjectBias& subject, double mteSigma, double lowerMultiplier,
+                                      double upperMultiplier) const {
+    if (!(mteSigma > 0)) return std::nullopt;
+    try {
+        const AcceptanceRange range{checked(-lowerMultiplier * subject_.SU_LowerOffset),
+                                    checked(upperMultiplier * subject_.SU_UpperOffset)};
+        if (const auto p = RiskModel(subject, mteSigma).at(range)) return quietRisks(*p, falseAcceptOption_);
+    } catch (const RuntimeFault&) {
+    }
+    return std::nullopt;
+}
+
+} // namespace metrisk

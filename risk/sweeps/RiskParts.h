@@ -1,0 +1,50 @@
+// The test of an analysis in parts, each of which can be given another value: quietly, from several threads.
+#pragma once
+
+#include "model/Analysis.h"
+#include "model/Regional.h"
+#include "risk/RiskModel.h"
+#include "uncertainty/CombinedUncertainty.h"
+
+#include <optional>
+
+namespace metrisk {
+
+class RiskParts {
+  public:
+    /// Both parameters have been fitted; nothing of the record is kept but copies.
+    RiskParts(const Analysis& record, const Regional& regional);
+
+    // As the analysis has them.
+    const SubjectBias& subject() const { return fitted_; }
+    double mteSigma() const { return mteSigma_; } // nominal units
+
+    /// The subject parameter with another % in-tolerance (percent). None where it has no distribution, and
+    /// for a single-sided normal one below 51 %, whose sigma grows past all bounds at 50 %.
+    std::optional<SubjectBias> subjectAt(double pctInTol) const;
+
+    /// Measuring tolerance over standard uncertainty at another % in-tolerance; 0 if there is none.
+    double coverageFactorAt(double pctInTol) const;
+    /// Measuring sigma of a tolerance and its factor, with the process errors if asked for; nominal units, 0
+    /// if there is none.
+    double mteSigmaOf(double offset, double coverageFactor, bool withProcess) const;
+
+    /// The risks with test limits at these multipliers of the tolerance offsets; one that rounding made
+    /// negative is 0. None without a measuring sigma, and where a probability is not above 0 or a risk is
+    /// negative.
+    std::optional<Risks> risks(const SubjectBias& subject, double mteSigma, double lowerMultiplier,
+                               double upperMultiplier) const;
+
+  private:
+    SubjectParameter subject_; // without its texts: copying it allocates nothing
+    SubjectBias fitted_;
+    double mteSigma_;
+    double mteDegFreedom_;
+    std::optional<ProcessSpread> process_; // none if they overflow
+    int falseAcceptOption_;
+};
+
+/// The risks of these probabilities by the same rule.
+std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption);
+
+} // namespace metrisk
