@@ -17,6 +17,7 @@ constexpr double margin = 0.15; // beside the axes, for their titles
 constexpr double tick = 0.015;  // in shares of the other axis
 constexpr double thinLine = 1, thickLine = 3;
 constexpr double markSize = 0.006;
+constexpr double nearAxis = 0.08;  // there is no room below
 constexpr double paperShare = 0.8; // of the grid's colour
 
 double shareOf(double value, const Axis& axis) {
@@ -56,9 +57,7 @@ class Drawer {
         DrawAxis(surface_, chart_.x, AxisSide::Bottom, regional_);
         DrawAxis(surface_, chart_.left, AxisSide::Left, regional_);
         if (chart_.right) DrawAxis(surface_, *chart_.right, AxisSide::Right, regional_);
-        surface_.Font = {.Size = 10, .Bold = true};
-        PrintCentredAt(surface_, chart_.title, 0.5, 1, -3.2);
-        surface_.Font = {};
+        DrawTitle(surface_, chart_.title, 1 + 2 * margin);
         if (chart_.series.size() > 1) legend();
         for (const Series& each : chart_.series) curve(each);
         for (const Series& each : chart_.series) marks(each);
@@ -101,26 +100,50 @@ class Drawer {
         }
     }
 
-    /// A name stands beside its mark, on the side where there is room.
+    /// A name stands beside its mark, within the axes and above those that are in its place already.
     void marks(const Series& series) {
         for (const ChartMark& mark : series.marks) {
             const Point at = place(series, mark.at);
             surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize, series.colour);
             const double width = surface_.TextWidth(mark.name);
+            const double line = -surface_.TextHeight();
             const double x =
-                std::clamp(at.x - width / 2, 2 * markSize, std::max(1 - 2 * markSize - width, 0.0));
+                std::clamp(at.x - width / 2, 2 * markSize, std::max(1 - 2 * markSize - width, 2 * markSize));
+            double top = mark.above || at.y < nearAxis ? at.y + 1.3 * line : at.y - 0.3 * line;
+            for (const Name& name : names_)
+                if (x < name.right && x + width > name.left && std::abs(top - name.top) < line)
+                    top = name.top + line;
+            names_.push_back({x, x + width, top});
             surface_.ForeColor = series.colour;
-            PrintAt(surface_, mark.name, x, at.y, at.y > 0.5 ? 0.3 : -1.3);
+            PrintAt(surface_, mark.name, x, top, 0);
             surface_.ForeColor = surface_.ink();
         }
     }
 
+    struct Name {
+        double left, right, top;
+    };
+
     DrawingSurface& surface_;
     const Chart& chart_;
     const Regional& regional_;
+    std::vector<Name> names_;
 };
 
 } // namespace
+
+void DrawTitle(DrawingSurface& surface, const std::string& title, double room) {
+    const TextFont before = surface.Font;
+    surface.Font = {.Size = 10, .Bold = true};
+    const std::size_t parenthesis = title.rfind(" (");
+    if (surface.TextWidth(title) <= room || parenthesis == title.npos) {
+        PrintCentredAt(surface, title, 0.5, 1, -3.2);
+    } else {
+        PrintCentredAt(surface, title.substr(0, parenthesis), 0.5, 1, -3.6);
+        PrintCentredAt(surface, title.substr(parenthesis + 1), 0.5, 1, -2.6);
+    }
+    surface.Font = before;
+}
 
 void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional) {
     const auto label = [&](double value) {

@@ -28,10 +28,14 @@ enum class AxisSide { Bottom, Left, Right };
 /// Draws it around the square from (0, 0) to (1, 1): line, ticks, labels and title.
 void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional);
 
+/// In bold above the square, in two lines if it is too long: the second begins with its last parenthesis.
+void DrawTitle(DrawingSurface& surface, const std::string& title, double room);
+
 /// A point that stands out, and what it is called.
 struct ChartMark {
     Point at;
     std::string name;
+    bool above = true; // where the name stands
 };
 
 struct Series {

@@ -49,9 +49,7 @@ class Drawer {
         for (const ContourLevel& level : map_.levels) contour(level.value);
         DrawAxis(surface_, map_.x, AxisSide::Bottom, regional_);
         DrawAxis(surface_, map_.y, AxisSide::Left, regional_);
-        surface_.Font = {.Size = 10, .Bold = true};
-        PrintCentredAt(surface_, map_.title, 0.5, 1, -3.2);
-        surface_.Font = {};
+        DrawTitle(surface_, map_.title, 1);
         scale();
         if (map_.here) here(*map_.here);
     }

@@ -44,7 +44,10 @@ void CairoSurface::drawBox(Point corner, Point opposite, Colour colour) {
     setColour(context_, colour);
     cairo_rectangle(context_, std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x),
                     std::abs(a.y - b.y));
+    // Sharp edges: boxes beside each other would show their seams.
+    cairo_set_antialias(context_, CAIRO_ANTIALIAS_NONE);
     cairo_fill(context_);
+    cairo_set_antialias(context_, CAIRO_ANTIALIAS_DEFAULT);
 }
 
 PangoLayout* CairoSurface::laidOut(std::string_view text) const {

@@ -47,7 +47,10 @@ void PainterSurface::drawLine(Point from, Point to, Colour colour) {
 }
 
 void PainterSurface::drawBox(Point corner, Point opposite, Colour colour) {
+    // Sharp edges: boxes beside each other would show their seams.
+    painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.fillRect(QRectF(qt(toDevice(corner)), qt(toDevice(opposite))).normalized(), metrisk::qt(colour));
+    painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void PainterSurface::takeFont() const {

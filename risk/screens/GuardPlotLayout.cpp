@@ -32,16 +32,14 @@ QWidget* layoutGuardPlot(const WidgetMaker& w) {
     QWidget* baseline = named(group("Baseline", rows({{w("Lbl_SUPctInTol"), w("txt_SUPctInTol")},
                                                       {w("Lbl_MTEPctInTol"), w("txt_MTEPctInTol")}})),
                               "pnl_Baseline");
-    QWidget* uncertainties = w("pnl_ProcessUncertainty");
-    static_cast<QLabel*>(uncertainties)->setWordWrap(true);
-    QWidget* include =
-        named(group("Include", {w("chk_IncludeGuardbands"), w("chk_IncludeMTESigma"), uncertainties}),
-              "pnl_Include");
+    QWidget* include = named(
+        group("Include", {w("chk_IncludeGuardbands"), w("chk_IncludeMTESigma"), w("pnl_ProcessUncertainty")}),
+        "pnl_Include");
     QWidget* show = group("Show", {w("Opt_FalseAccept"), w("Opt_FalseReject"), w("Opt_Both"),
                                    w("Chk3D_ThickLines"), w("chk_SmoothCurve")});
     QWidget* choices = down({range, baseline, include, show, w("CmdPlotGraph")});
     static_cast<QBoxLayout*>(choices->layout())->addStretch();
-    choices->setMaximumWidth(choices->fontMetrics().averageCharWidth() * 46);
+    choices->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     QWidget* content = across({down({chart, progress(w)}), choices});
     static_cast<QBoxLayout*>(content->layout())->setStretch(0, 1);
     return content;

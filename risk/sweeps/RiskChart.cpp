@@ -72,15 +72,15 @@ void markExtremes(Series& series, const Curve& curve, int xDecimals, const Regio
     const auto [low, high] = std::minmax_element(series.points.begin(), series.points.end(),
                                                  [](Point a, Point b) { return a.y < b.y; });
     if (!(low->y < high->y)) return;
-    const auto mark = [&](Point at, const char* word, double percent) {
+    const auto mark = [&](Point at, const char* word, double percent, bool above) {
         const ShownRisk risk = shownRisk(percent / 100);
         const std::string value = FormatNumber(risk.value, WidenPicture(risk.value, "#,##0.00"), regional);
         const std::string place = FormatNumber(at.x, PictureForDecimals(xDecimals + 2), regional);
         series.marks.push_back(
-            {at, std::string(word) + curve.legend + " " + value + " " + risk.units + " at " + place});
+            {at, std::string(word) + curve.legend + " " + value + " " + risk.units + " at " + place, above});
     };
-    mark(*low, "Least ", curve.least);
-    mark(*high, "Greatest ", curve.greatest);
+    mark(*low, "Least ", curve.least, false);
+    mark(*high, "Greatest ", curve.greatest, true);
 }
 
 std::string titleOf(ShownRisks shown) {

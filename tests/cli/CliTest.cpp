@@ -520,6 +520,47 @@ TEST_F(Cli, ExchangesUnits) {
         << "the units that come with the program";
 }
 
+TEST_F(Cli, SweepsAndMaps) {
+    const std::string sweep = "sweep ex/multimeter-dc-volts.mrk --over ";
+    const Result csv = run(sweep + "guardband --from 0.5 --to 1 --points 3 --csv");
+    const Result single = run("compute --json ex/multimeter-dc-volts.mrk");
+    EXPECT_EQ(csv.status, 0);
+    std::istringstream lines(csv.out);
+    std::string heading, last;
+    std::getline(lines, heading);
+    EXPECT_EQ(heading, "x,FalseAccept,FalseReject");
+    for (std::string line; std::getline(lines, line);) last = line;
+    const json computed = single.lines().front();
+    EXPECT_EQ(last.substr(0, 2), "1,");
+    EXPECT_EQ(std::stod(last.substr(2)), computed["FalseAccept"].get<double>()) << "to the last bit";
+
+    const Result ended = run(sweep + "k --from 0 --to 20 --points 21 --json");
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.err, "ex/multimeter-dc-volts.mrk: the sweep ended at 15: no risks beyond\n");
+    const json told = ended.lines().front();
+    EXPECT_EQ(told["status"], "ended");
+    EXPECT_EQ(told["ended"], true);
+    EXPECT_EQ(told["points"].size(), 16u);
+
+    const Result map =
+        run("map ex/multimeter-dc-volts.mrk --x guardband=0.5:1 --y ratio=1:10 --size 3x2 --csv -o m.png");
+    EXPECT_EQ(map.status, 0);
+    EXPECT_EQ(std::count(map.out.begin(), map.out.end(), '\n'), 7);
+    EXPECT_EQ(fileContent(folder / "m.png").substr(1, 3), "PNG");
+    EXPECT_EQ(run(sweep + "su-pct --from 60 --to 99 -o s.svg").status, 0);
+    EXPECT_EQ(fileContent(folder / "s.svg").find("<?xml"), 0u);
+
+    for (const char* wrong :
+         {"su-pct --from 50 --to 100", "ratio --from 0 --to 5", "guardband --from 1 --to 1",
+          "k --from 1 --to nan", "guardband --from 0.5 --to 1 --points 1",
+          "guardband --from 0.5 --to 1 --csv --json"})
+        EXPECT_EQ(run(sweep + wrong).status, 2) << wrong;
+    for (const char* wrong : {"--x ratio=1:20 --y ratio=1:3 --csv", "--x ratio=20:1 --y su-pct=50:99 --csv",
+                              "--x ratio=1:20 --y su-pct=50:100 --csv", "--x ratio=1:20 --y su-pct=50:99",
+                              "--x ratio=1:20 --y su-pct=50:99 --csv --size 1x5"})
+        EXPECT_EQ(run(std::string("map ex/multimeter-dc-volts.mrk ") + wrong).status, 2) << wrong;
+}
+
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {
     write("other.ini", "[RiskOption]\r\nFalseAcceptConvention=Producer\r\n");
     EXPECT_EQ(run("compute --settings other.ini " + std::string(good)).status, 0);

@@ -1,7 +1,7 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
+#include "plots/DrawingSurface.h"
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
-#include "plots/DrawingSurface.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
@@ -164,9 +164,9 @@ class DialogTest final : public QObject {
         GuardPlot riskPlot(session, Swept::MeasuringPct);
         RiskMapScreen riskMap(session);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &riskPlot, &riskMap, &main, &baseline, &option, &ratio, &computing, &guardbands, &observed, &reliability, &budget,
-                 &samples, &correlations, &reference, &subjectPlot, &measuringPlot, &errorPlot, &units,
-                 &offsets, &check}) {
+                 &riskPlot,    &riskMap,       &main,        &baseline, &option,  &ratio,        &computing,
+                 &guardbands,  &observed,      &reliability, &budget,   &samples, &correlations, &reference,
+                 &subjectPlot, &measuringPlot, &errorPlot,   &units,    &offsets, &check}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
@@ -196,7 +196,7 @@ class DialogTest final : public QObject {
                 QTest::keyClick(box, last);
             };
             typeInto("LowerLimitBox", "80", Qt::Key_Return);
-            QCOMPARE(plot.focusWidget()->objectName(), QString("UpperLimitBox"));
+            QTRY_COMPARE(plot.focusWidget()->objectName(), QString("UpperLimitBox"));
             typeInto("UpperLimitBox", "9", Qt::Key_Escape);
             QVERIFY(d.text("UpperLimitBox", &plot).isEmpty() && plot.isVisible());
             typeInto("UpperLimitBox", "95", Qt::Key_Return);
