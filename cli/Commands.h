@@ -23,11 +23,18 @@ void addObserved(CLI::App& program, Command& chosen);
 void addReliability(CLI::App& program, Command& chosen);
 void addMap(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
+void addVerify(CLI::App& program, Command& chosen);
 void addSweep(CLI::App& program, Command& chosen);
 void addOffset(CLI::App& program, Command& chosen);
 void addUncertainty(CLI::App& program, Command& chosen);
+void addUnits(CLI::App& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.
 void addSettingsOption(CLI::App& command, std::string& path);
+
+struct Workplace;
+
+/// The units database of the settings; that which comes with the program where they name none.
+std::string unitsDatabaseOf(const Workplace& workplace);
 
 } // namespace metrisk::cli

@@ -15,8 +15,9 @@ std::string riskCell(double fraction, std::string (*picture)(std::string_view un
 }
 
 std::string tableRow(const char* label, const std::string& value) {
-    std::string row = "  " + std::string(label);
-    row.resize(30, ' ');
+    constexpr std::size_t width = 28;
+    const std::size_t size = countCharacters(label);
+    const std::string row = "  " + std::string(label) + std::string(size < width ? width - size : 1, ' ');
     return row + value + "\n";
 }
 

@@ -86,8 +86,7 @@ int offset(Options options) {
     Output output;
     Workplace workplace(options.settings);
     if (options.toleranceUnit.empty()) options.toleranceUnit = options.unit;
-    if (options.database.empty())
-        options.database = workplace.settings.ReadSetting("Home Location", "Units Database", "", wholeValue);
+    if (options.database.empty()) options.database = unitsDatabaseOf(workplace);
     Json result;
     try {
         std::unique_ptr<UnitsDatabase> units;

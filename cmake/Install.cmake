@@ -10,6 +10,19 @@ if(METRISK_SCREENS)
   install(FILES packaging/metrisk-mime.xml DESTINATION ${data}/mime/packages RENAME metrisk.xml)
   install(FILES packaging/metrisk.metainfo.xml DESTINATION ${data}/metainfo)
 endif()
+# The units database to start with.
+set(sample_units "${PROJECT_BINARY_DIR}/share/metrisk/Measurement Units.mdb")
+add_custom_command(OUTPUT "${sample_units}"
+  COMMAND ${CMAKE_COMMAND} -E make_directory "${PROJECT_BINARY_DIR}/share/metrisk"
+  COMMAND metrisk-cli units import --replace "${sample_units}" "${PROJECT_SOURCE_DIR}/data/units.csv" > sample-units.log
+  DEPENDS metrisk-cli data/units.csv VERBATIM)
+add_custom_target(sample-units ALL DEPENDS "${sample_units}")
+if(METRISK_SCREENS)
+  add_dependencies(metrisk sample-units)
+endif()
+install(FILES "${sample_units}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metrisk
+  PERMISSIONS OWNER_READ GROUP_READ WORLD_READ)
+
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # One manual page for both programs.

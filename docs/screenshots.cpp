@@ -210,6 +210,7 @@ int main(int argc, char** argv) {
     desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    camera.takeDialog("mnu_SelfCheck", "SelfCheck", "self-check");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");

@@ -18,10 +18,11 @@ Colour between(Colour a, Colour b, double shareOfB);
 inline constexpr Colour black{0, 0, 0};
 inline constexpr Colour white{255, 255, 255};
 
-/// Text size in points, and weight.
+/// Text size in points, weight, and whether all characters are as wide.
 struct TextFont {
     double Size = 8;
     bool Bold = false;
+    bool Fixed = false;
     bool operator==(const TextFont&) const = default;
 };
 

@@ -9,6 +9,7 @@
 #include "risk/sweeps/RiskMapScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
+#include "selfcheck/SelfCheckScreen.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "units/UnitsScreen.h"
 
@@ -234,7 +235,14 @@ std::vector<MenuItem> MainCommands::helpItems() {
     return {
         {.control = "mnu_HelpContents", .caption = "&Contents", .run = page("contents"), .shortcut = "F1"},
         {.control = "mnu_Help_MainScreen", .caption = "The &Main Screen", .run = page("main-screen")},
-        {.control = "mnu_Help_Using", .caption = "Using &Help", .run = page("using-help")},
+        {.control = "mnu_Help_Using", .caption = "Using &Help", .run = page("using-help"), .separatorAfter = true},
+        {.control = "mnu_SelfCheck",
+         .caption = "Self-&Check",
+         .run =
+             [this] {
+                 SelfCheckScreen check(session_);
+                 session_.ui.run(check);
+             }},
     };
 }
 

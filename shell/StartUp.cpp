@@ -1,6 +1,7 @@
 #include "shell/StartUp.h"
 
 #include "model/Settings.h"
+#include "persistence/AtomicFile.h"
 
 #include <array>
 #include <filesystem>
@@ -25,9 +26,17 @@ std::string usableHome(const std::string& programFolder, const std::string& data
     return dataFolder;
 }
 
+void copyUnits(const std::string& sample, const std::string& path) {
+    constexpr std::size_t largest = 64u << 20;
+    std::error_code ignored;
+    if (sample.empty() || fs::exists(path, ignored)) return;
+    if (const auto content = readWholeFile(sample, largest)) replaceFile(path, *content);
+}
+
 } // namespace
 
-Places locatePlaces(Settings& settings, const std::string& programFolder, const std::string& dataFolder) {
+Places locatePlaces(Settings& settings, const std::string& programFolder, const std::string& dataFolder,
+                    const std::string& sampleUnits) {
     Places places;
     places.HomeDirectory = settings.ReadSetting(section, directoryKey, "", wholeValue);
     places.UnitsDatabasePath = settings.ReadSetting(section, unitsKey, "", wholeValue);
@@ -41,12 +50,24 @@ Places locatePlaces(Settings& settings, const std::string& programFolder, const 
         writeBack();
     }
     if (!fs::is_regular_file(places.UnitsDatabasePath, ignored)) {
+        // A database that is only out of reach, as on a network, is never replaced by the sample.
+        const bool firstStart = places.UnitsDatabasePath.empty();
         places.UnitsDatabasePath = (fs::path(places.HomeDirectory) / unitsFile).string();
+        if (firstStart) copyUnits(sampleUnits, places.UnitsDatabasePath);
         writeBack();
     }
     places.HomeDrive = places.HomeDirectory.substr(0, places.HomeDirectory.find('/'));
     places.HelpFilePath = (fs::path(places.HomeDirectory).parent_path() / helpFile).string();
     return places;
+}
+
+std::string sampleUnitsOf(const std::string& programFolder) {
+    std::error_code ignored;
+    for (const char* data : {"../share/metrisk", "share/metrisk"})
+        if (const fs::path path = fs::path(programFolder) / data / unitsFile;
+            fs::is_regular_file(path, ignored))
+            return path.lexically_normal().string();
+    return "";
 }
 
 std::string commandLineFile(const std::vector<std::string>& arguments) {

@@ -76,7 +76,8 @@ int main(int argc, char** argv) {
     const SystemClock clock;
     Session session{settings, ui, clock};
     session.record.FirstDisplay = true;
-    session.places = locatePlaces(settings, QApplication::applicationDirPath().toStdString(), dataFolder());
+    const std::string programFolder = QApplication::applicationDirPath().toStdString();
+    session.places = locatePlaces(settings, programFolder, dataFolder(), sampleUnitsOf(programFolder));
     help.HelpFilePath = session.places.HelpFilePath;
     session.regional = systemRegional();
 

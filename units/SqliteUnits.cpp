@@ -1,9 +1,12 @@
 #include "units/SqliteUnits.h"
 
+#include "model/Text.h"
+
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <array>
 #include <fcntl.h>
+#include <map>
 #include <span>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -79,13 +82,6 @@ void checkStructure(SQLite::Database& file) {
         throw UnitsError("the tables are not those of a units database");
 }
 
-/// A quote in a name would end a text of an analysis file.
-std::string nameOf(const SQLite::Column& column) {
-    std::string name = column.getString();
-    for (std::size_t at = 0; (at = name.find('"', at)) != std::string::npos;) name.replace(at, 1, "\u2033");
-    return name;
-}
-
 std::int64_t insertUnit(SQLite::Database& file, std::int64_t area, const std::string& areaName,
                         const MeasurementUnit& unit) {
     SQLite::Statement insert(file,
@@ -106,6 +102,19 @@ std::int64_t insertArea(SQLite::Database& file, const std::string& name) {
     insert.bind(1, name);
     insert.exec();
     return file.getLastInsertRowid();
+}
+
+bool changeUnit(SQLite::Database& file, std::int64_t area, const MeasurementUnit& unit) {
+    SQLite::Statement update(
+        file, R"(UPDATE Units SET "Units" = ?, "Description" = ?, "Units Group" = ?, "Multipliers" = ? )"
+              R"(WHERE "Units Index" = ? AND "Area Index" = ?)");
+    update.bind(1, unit.symbol);
+    update.bind(2, unit.description);
+    update.bind(3, unit.group);
+    update.bind(4, unit.multiplier);
+    update.bind(5, unit.key);
+    update.bind(6, area);
+    return update.exec() != 0;
 }
 
 /// A new file beside the target, which becomes it at the end or leaves nothing behind.
@@ -177,7 +186,7 @@ std::vector<MeasurementArea> SqliteUnits::areas() {
             *file_,
             R"(SELECT "Area Index", "Measurement Area" FROM Areas ORDER BY "Measurement Area" COLLATE NAMES)");
         while (query.executeStep())
-            all.push_back({query.getColumn(0).getInt64(), nameOf(query.getColumn(1))});
+            all.push_back({query.getColumn(0).getInt64(), withoutQuotes(query.getColumn(1))});
         return all;
     });
 }
@@ -192,8 +201,8 @@ std::vector<MeasurementUnit> SqliteUnits::unitsOf(std::int64_t area) {
                                 R"(WHERE "Area Index" = ? ORDER BY sortGroup COLLATE NAMES, "Multipliers")");
         query.bind(1, area);
         while (query.executeStep())
-            all.push_back({query.getColumn(0).getInt64(), nameOf(query.getColumn(1)),
-                           nameOf(query.getColumn(2)), nameOf(query.getColumn(3)),
+            all.push_back({query.getColumn(0).getInt64(), withoutQuotes(query.getColumn(1)),
+                           withoutQuotes(query.getColumn(2)), withoutQuotes(query.getColumn(3)),
                            query.getColumn(4).getDouble()});
         return all;
     });
@@ -246,19 +255,7 @@ bool SqliteUnits::renameArea(std::int64_t area, const std::string& name) {
 }
 
 bool SqliteUnits::updateUnit(std::int64_t area, const MeasurementUnit& unit) {
-    return change([&] {
-        SQLite::Statement update(
-            *file_,
-            R"(UPDATE Units SET "Units" = ?, "Description" = ?, "Units Group" = ?, "Multipliers" = ? )"
-            R"(WHERE "Units Index" = ? AND "Area Index" = ?)");
-        update.bind(1, unit.symbol);
-        update.bind(2, unit.description);
-        update.bind(3, unit.group);
-        update.bind(4, unit.multiplier);
-        update.bind(5, unit.key);
-        update.bind(6, area);
-        return update.exec() != 0;
-    });
+    return change([&] { return changeUnit(*file_, area, unit); });
 }
 
 bool SqliteUnits::deleteArea(std::int64_t area) {
@@ -279,6 +276,33 @@ bool SqliteUnits::deleteUnit(std::int64_t area, std::int64_t unit) {
         remove.bind(1, unit);
         remove.bind(2, area);
         return remove.exec() != 0;
+    });
+}
+
+MergeCounts SqliteUnits::merge(const std::vector<AreaContent>& content) {
+    return change([&] {
+        MergeCounts counts;
+        std::map<std::string, std::int64_t, NamesBefore> keys;
+        for (const MeasurementArea& area : areas()) keys.emplace(area.name, area.key);
+        for (const AreaContent& area : content) {
+            const auto [known, isNew] = keys.try_emplace(area.name, 0);
+            const auto& [name, key] = *known;
+            if (isNew) known->second = insertArea(*file_, name);
+            counts.areas += isNew;
+            std::map<std::string, MeasurementUnit> present;
+            for (MeasurementUnit& unit : unitsOf(key)) present.emplace(unit.symbol, unit);
+            for (MeasurementUnit unit : area.units) {
+                const auto same = present.find(unit.symbol);
+                if (same == present.end()) {
+                    insertUnit(*file_, key, name, unit);
+                    ++counts.units;
+                } else if (unit.key = same->second.key; unit != same->second) {
+                    changeUnit(*file_, key, unit);
+                    ++counts.changed;
+                }
+            }
+        }
+        return counts;
     });
 }
 

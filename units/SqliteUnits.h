@@ -15,12 +15,6 @@ namespace metrisk {
 /// The first 16 bytes of such a file.
 inline constexpr std::string_view sqliteMark{"SQLite format 3\0", 16};
 
-/// An area with all its units, for a file that is made as a whole.
-struct AreaContent {
-    std::string name;
-    std::vector<MeasurementUnit> units;
-};
-
 /// A file that another program holds is waited for shortly. A file that has been deleted or replaced since it
 /// was opened is told, so that nothing is written into the void.
 class SqliteUnits final : public UnitsDatabase {
@@ -38,6 +32,7 @@ class SqliteUnits final : public UnitsDatabase {
     bool updateUnit(std::int64_t area, const MeasurementUnit& unit) override;
     bool deleteArea(std::int64_t area) override;
     bool deleteUnit(std::int64_t area, std::int64_t unit) override;
+    MergeCounts merge(const std::vector<AreaContent>& content) override;
     void saveAs(const std::filesystem::path& target) override;
 
     /// Writes a file of that content. Raises UnitsError.

@@ -1,9 +1,11 @@
 #include "units/UnitsDatabase.h"
 
+#include "model/Text.h"
 #include "units/ForeignUnits.h"
 #include "units/SqliteUnits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <locale.h>
 #include <wctype.h>
@@ -32,11 +34,23 @@ char32_t next(std::string_view text, std::size_t& at) {
 }
 
 char32_t lower(char32_t c) {
+    if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + (U'a' - U'A') : c;
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     return unicode ? static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), unicode)) : c;
 }
 
 } // namespace
+
+bool isAreaName(std::string_view name) {
+    return !name.empty() && countCharacters(name) <= longestAreaName;
+}
+
+bool isUnit(const MeasurementUnit& unit) {
+    return !unit.symbol.empty() && countCharacters(unit.symbol) <= longestUnit &&
+           countCharacters(unit.description) <= longestDescription &&
+           countCharacters(unit.group) <= longestUnitsGroup && std::isfinite(unit.multiplier) &&
+           unit.multiplier > 0;
+}
 
 int compareNames(std::string_view a, std::string_view b) {
     std::size_t i = 0;
@@ -71,7 +85,15 @@ bool UnitsDatabase::UnitExists(const std::string& area, const std::string& unit)
     return key != 0 && FindUnitsIndex(key, unit) != 0;
 }
 
+std::vector<AreaContent> UnitsDatabase::content() {
+    std::vector<AreaContent> all;
+    for (MeasurementArea& area : areas()) all.push_back({std::move(area.name), unitsOf(area.key)});
+    return all;
+}
+
 std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& path) {
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none)) throw UnitsError("unable to open database file");
     std::ifstream file(path, std::ios::binary);
     char start[16] = {};
     file.read(start, sizeof start);
@@ -80,8 +102,17 @@ std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& pa
     return readForeignUnits(path);
 }
 
-void makeUnitsDatabase(const std::filesystem::path& path) {
-    SqliteUnits::make(path, {});
+void makeUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content) {
+    SqliteUnits::make(path, content);
+}
+
+void refuseForeignFile(const std::filesystem::path& path) {
+    std::error_code none;
+    if (!std::filesystem::exists(path, none)) return;
+    char start[16] = {};
+    std::ifstream(path, std::ios::binary).read(start, sizeof start);
+    if (std::filesystem::file_size(path, none) > 0 && std::string_view(start, sizeof start) != sqliteMark)
+        throw UnitsError("a file of another program is not replaced");
 }
 
 } // namespace metrisk

@@ -28,6 +28,21 @@ struct MeasurementUnit {
     std::string description{};
     std::string group{};   // sorts within the area
     double multiplier = 1; // size in primary units of the area: a thousandth of the primary unit has 0.001
+
+    bool operator==(const MeasurementUnit&) const = default;
+};
+
+/// An area with all its units.
+struct AreaContent {
+    std::string name;
+    std::vector<MeasurementUnit> units;
+};
+
+/// What a merge did.
+struct MergeCounts {
+    int areas = 0;   // added
+    int units = 0;   // added
+    int changed = 0; // units
 };
 
 /// Why an operation on the file failed, in the words of its engine.
@@ -70,6 +85,17 @@ class UnitsDatabase {
     virtual bool deleteArea(std::int64_t area) = 0;
     virtual bool deleteUnit(std::int64_t area, std::int64_t unit) = 0;
 
+    /// Adds what is not there and changes units of the same area (case-blind) and symbol to these: as one
+    /// change.
+    virtual MergeCounts merge(const std::vector<AreaContent>& content) = 0;
+
+    /// All areas with their units, in order.
+    std::vector<AreaContent> content();
+
+    /// Rows of a foreign file that no units database can hold, without a name or a multiplier above 0 or with
+    /// too long a text: they are not among the others.
+    virtual std::size_t leftOut() const { return 0; }
+
     /// Writes all of it in our own form to a file that is replaced as a whole.
     virtual void saveAs(const std::filesystem::path& target) = 0;
 
@@ -83,10 +109,23 @@ class UnitsDatabase {
 /// Opens our own or a foreign file after a test of its structure. Raises UnitsError.
 std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& path);
 
-/// Makes a file with empty tables, replacing another. Raises UnitsError.
-void makeUnitsDatabase(const std::filesystem::path& path);
+/// Makes a file of that content, replacing another. Raises UnitsError.
+void makeUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content = {});
+
+/// Raises UnitsError if the file is of another program; such a file is never written over.
+void refuseForeignFile(const std::filesystem::path& path);
+
+/// What the tables can hold, by the sizes above; an area needs a name, a unit a symbol and a finite
+/// multiplier above 0.
+bool isAreaName(std::string_view name);
+bool isUnit(const MeasurementUnit& unit);
 
 /// Case-blind comparison of names in any script: below, at or above 0.
 int compareNames(std::string_view a, std::string_view b);
+
+/// The same as an order of maps.
+struct NamesBefore {
+    bool operator()(std::string_view a, std::string_view b) const { return compareNames(a, b) < 0; }
+};
 
 } // namespace metrisk

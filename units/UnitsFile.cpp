@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 
 namespace metrisk {
 
@@ -89,7 +88,17 @@ bool UnitsFile::openAnother() {
     auto found = validated(*chosen);
     if (!found) return false;
     use(std::move(found));
+    tellLeftOut();
     return true;
+}
+
+/// Such units would be missed sooner or later, and then in the wrong place.
+void UnitsFile::tellLeftOut() {
+    if (const std::size_t count = database_->leftOut(); count > 0)
+        session_.ui.show({.text = "Units or areas of the file left out: " + std::to_string(count) +
+                                  ".\nThey lack a name or a multiplier above 0, or are too long.",
+                          .title = "Units Database",
+                          .icon = BoxIcon::Information});
 }
 
 std::vector<std::string> UnitsFile::OpenUnitsDatabase() {
@@ -138,10 +147,7 @@ void UnitsFile::refuseOverwriting(const std::string& path) const {
     if (!fs::exists(path, none)) return;
     if (database_ && fs::equivalent(path, database_->path(), none))
         throw UnitsError("the database is open and cannot be replaced by itself");
-    char start[16] = {};
-    std::ifstream(path, std::ios::binary).read(start, sizeof start);
-    if (fs::file_size(path, none) > 0 && std::string_view(start, sizeof start) != sqliteMark)
-        throw UnitsError("a file of another program is not replaced");
+    refuseForeignFile(path);
 }
 
 bool UnitsFile::CreateUnitsDatabase() {

@@ -47,6 +47,7 @@ class UnitsFile {
   private:
     /// Becomes the one in use, and the settings learn of it.
     void use(std::unique_ptr<UnitsDatabase> database);
+    void tellLeftOut();
     std::unique_ptr<UnitsDatabase> validated(const std::string& path);
     std::optional<std::string> chooseToSave(const char* title);
     void refuseOverwriting(const std::string& path) const;

@@ -53,7 +53,7 @@ void CairoSurface::drawBox(Point corner, Point opposite, Colour colour) {
 PangoLayout* CairoSurface::laidOut(std::string_view text) const {
     if (!(shaped_ == Font)) {
         shaped_ = Font;
-        PangoFontDescription* font = pango_font_description_from_string("Sans");
+        PangoFontDescription* font = pango_font_description_from_string(Font.Fixed ? "Monospace" : "Sans");
         pango_font_description_set_absolute_size(font, Font.Size * unitsPerPoint * PANGO_SCALE);
         pango_font_description_set_weight(font, Font.Bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
         pango_layout_set_font_description(layout_.get(), font);

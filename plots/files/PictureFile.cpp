@@ -46,6 +46,25 @@ Sheet makeSheet(PictureFormat format, const PictureSize& size, const std::string
     return sheet;
 }
 
+std::string sheetBytes(PictureFormat format, const PictureSize& size, const std::string& title,
+                       const std::vector<std::function<void(DrawingSurface&)>>& pages) {
+    std::string bytes;
+    const Sheet sheet = makeSheet(format, size, title, bytes);
+    for (const auto& paint : pages) {
+        const Pen pen(cairo_create(sheet.get()), cairo_destroy);
+        if (format != PictureFormat::Png) cairo_scale(pen.get(), pointsPerUnit, pointsPerUnit);
+        CairoSurface surface(pen.get(), size.width, size.height);
+        surface.Cls();
+        paint(surface);
+        check(cairo_status(pen.get()));
+        if (&paint != &pages.back()) cairo_surface_show_page(sheet.get());
+    }
+    if (format == PictureFormat::Png) check(cairo_surface_write_to_png_stream(sheet.get(), append, &bytes));
+    cairo_surface_finish(sheet.get());
+    check(cairo_surface_status(sheet.get()));
+    return bytes;
+}
+
 } // namespace
 
 std::optional<PictureFormat> pictureFormatOf(const std::filesystem::path& path) {
@@ -59,20 +78,12 @@ std::optional<PictureFormat> pictureFormatOf(const std::filesystem::path& path) 
 
 std::string pictureBytes(PictureFormat format, const PictureSize& size, const std::string& title,
                          const std::function<void(DrawingSurface&)>& paint) {
-    std::string bytes;
-    const Sheet sheet = makeSheet(format, size, title, bytes);
-    {
-        const Pen pen(cairo_create(sheet.get()), cairo_destroy);
-        if (format != PictureFormat::Png) cairo_scale(pen.get(), pointsPerUnit, pointsPerUnit);
-        CairoSurface surface(pen.get(), size.width, size.height);
-        surface.Cls();
-        paint(surface);
-        check(cairo_status(pen.get()));
-    }
-    if (format == PictureFormat::Png) check(cairo_surface_write_to_png_stream(sheet.get(), append, &bytes));
-    cairo_surface_finish(sheet.get());
-    check(cairo_surface_status(sheet.get()));
-    return bytes;
+    return sheetBytes(format, size, title, {paint});
+}
+
+std::string documentBytes(const PictureSize& page, const std::string& title,
+                          const std::vector<std::function<void(DrawingSurface&)>>& pages) {
+    return sheetBytes(PictureFormat::Pdf, page, title, pages);
 }
 
 } // namespace metrisk

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace metrisk {
 
@@ -26,5 +27,9 @@ inline constexpr int largestPictureSide = 10000;
 /// The bytes of a picture. Raises std::runtime_error if the library cannot make it.
 std::string pictureBytes(PictureFormat format, const PictureSize& size, const std::string& title,
                          const std::function<void(DrawingSurface&)>& paint);
+
+/// The bytes of a PDF with a page for each drawing. Raises std::runtime_error if the library cannot make it.
+std::string documentBytes(const PictureSize& page, const std::string& title,
+                          const std::vector<std::function<void(DrawingSurface&)>>& pages);
 
 } // namespace metrisk

@@ -2,6 +2,7 @@
 
 #include "screens/Widgets.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -59,6 +60,7 @@ void PainterSurface::takeFont() const {
     else
         font.setPointSizeF(Font.Size);
     font.setBold(Font.Bold);
+    if (Font.Fixed) font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     if (font != painter_.font()) painter_.setFont(font);
 }
 

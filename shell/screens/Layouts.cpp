@@ -4,6 +4,7 @@
 #include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 #include "uncertainty/screens/Layouts.h"
+#include "selfcheck/screens/Layouts.h"
 #include "units/screens/Layouts.h"
 
 #include <string_view>
@@ -30,6 +31,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"ReliabilityModelCoefficients", layoutReliability},
         {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},
+        {"SelfCheck", layoutSelfCheck},
         {"UnitsRevision", layoutUnitsRevision},
     };
     for (const auto& [name, layout] : layouts)

@@ -14,6 +14,7 @@
 #include "risk/sweeps/RiskMapScreen.h"
 #include "screens/PrintPicture.h"
 #include "screens/Widgets.h"
+#include "selfcheck/SelfCheckScreen.h"
 #include "tests/screens/support/Desk.h"
 #include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/CorrelationScreen.h"
@@ -155,6 +156,7 @@ class DialogTest final : public QObject {
             "The measurement units database was not located.  To locate this database, attempt to open the "
             "Update Measurement Units screen and follow the on-screen instructions.");
         OffsetCalc offsets(session, none);
+        SelfCheckScreen check(session);
         PlotDesk plots(session);
         SUPlot subjectPlot(plots);
         MTEPlot measuringPlot(plots);
@@ -162,9 +164,9 @@ class DialogTest final : public QObject {
         GuardPlot riskPlot(session, Swept::MeasuringPct);
         RiskMapScreen riskMap(session);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &riskPlot, &riskMap, &main, &baseline, &option, &ratio, &computing, &guardbands, &observed,
-                 &reliability, &budget, &samples, &correlations, &reference, &subjectPlot, &measuringPlot,
-                 &errorPlot, &units, &offsets}) {
+                 &riskPlot,    &riskMap,       &main,        &baseline, &option,  &ratio,        &computing,
+                 &guardbands,  &observed,      &reliability, &budget,   &samples, &correlations, &reference,
+                 &subjectPlot, &measuringPlot, &errorPlot,   &units,    &offsets, &check}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))

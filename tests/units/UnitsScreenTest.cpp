@@ -196,6 +196,31 @@ TEST(UnitsScreen, DatabaseCommands) {
     EXPECT_EQ(u.session.places.UnitsDatabasePath, "");
 }
 
+TEST(UnitsScreen, AForeignDatabaseIsShownAndCopied) {
+    Units u;
+    const std::string copy = (u.folder / "copy.mdb").string();
+    u.chooser.answers = {METRISK_SOURCE_DIR "/tests/units/data/units-jet4.mdb", copy};
+    u.ui.expectBox(
+        "Units Database",
+        "Units or areas of the file left out: 1.\nThey lack a name or a multiplier above 0, or are too "
+        "long.",
+        note);
+    u.run("mnu_OpenDatabase");
+    EXPECT_EQ(u.items("List0"), "angle|Empty|Temp\u00e9rature difference|Voltage|");
+    const auto addRoll = [&] {
+        u.select("List0", 0);
+        u.type("UnitsBox", "roll");
+        u.type("MultipliersBox", "2");
+        u.run("mnu_Add");
+    };
+    u.ui.expectBox("Units Database Error",
+                   "the database is of another program and is read only; save it under another name first");
+    addRoll();
+    u.run("mnu_SaveDatabase");
+    addRoll();
+    EXPECT_TRUE(openUnitsDatabase(copy)->UnitExists("angle", "roll"));
+}
+
 TEST(UnitsFileInUse, IsAskedForWhereThereIsNone) {
     Units u;
     UnitsFile file(u.session, u.chooser);

@@ -1,0 +1,23 @@
+// The self-check in the window: the same table, figure by figure.
+#pragma once
+
+#include "model/Worksheet.h"
+#include "selfcheck/CheckPage.h"
+
+namespace metrisk {
+
+struct Session;
+
+class SelfCheckScreen final : public Worksheet {
+  public:
+    Label Lbl_About{*this, "Lbl_About"};
+    Label Lbl_Summary{*this, "Lbl_Summary"};
+    Table tbl_Figures{*this, "tbl_Figures", "Published figures beside the program's own"};
+    PushButton cmd_Close{*this, "cmd_Close", "&Close", "Leave the self-check"};
+
+    explicit SelfCheckScreen(Session& session);
+
+    void refresh() override {}
+};
+
+} // namespace metrisk

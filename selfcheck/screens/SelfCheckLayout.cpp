@@ -1,0 +1,17 @@
+#include "screens/Widgets.h"
+#include "selfcheck/screens/Layouts.h"
+
+#include <QVBoxLayout>
+
+namespace metrisk {
+
+QWidget* layoutSelfCheck(const WidgetMaker& w) {
+    QWidget* table = w("tbl_Figures");
+    table->setAccessibleName("Published figures");
+    table->setMinimumSize(720, 360);
+    QWidget* content = down({w("Lbl_About"), w("Lbl_Summary"), table, foot({w("cmd_Close")})});
+    static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 1);
+    return content;
+}
+
+} // namespace metrisk
