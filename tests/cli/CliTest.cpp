@@ -486,7 +486,6 @@ TEST_F(Cli, ComposesTolerances) {
     EXPECT_EQ(run("offset --mode x --fixed 1").status, 2);
 }
 
-<<<<<<< HEAD
 TEST_F(Cli, SweepsAndMaps) {
     const std::string sweep = "sweep ex/multimeter-dc-volts.mrk --over ";
     const Result csv = run(sweep + "guardband --from 0.5 --to 1 --points 3 --csv");
@@ -526,7 +525,8 @@ TEST_F(Cli, SweepsAndMaps) {
                               "--x ratio=1:20 --y su-pct=50:100 --csv", "--x ratio=1:20 --y su-pct=50:99",
                               "--x ratio=1:20 --y su-pct=50:99 --csv --size 1x5"})
         EXPECT_EQ(run(std::string("map ex/multimeter-dc-volts.mrk ") + wrong).status, 2) << wrong;
-=======
+}
+
 TEST_F(Cli, ExchangesUnits) {
     const std::string foreign = METRISK_SOURCE_DIR "/tests/units/data/units-jet3.mdb ";
     EXPECT_EQ(run("units check " + foreign).out.substr(foreign.size() - 1),
@@ -559,7 +559,6 @@ TEST_F(Cli, ExchangesUnits) {
     EXPECT_EQ(run("units").status, 2);
     EXPECT_NE(run("units list").out.find("DC Voltage"), std::string::npos)
         << "the units that come with the program";
->>>>>>> main
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {
