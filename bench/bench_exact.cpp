@@ -1,4 +1,5 @@
-// The second figures against the told computes: four numbers with bounds, floors being told risks of the same case.
+// The second figures against the told computes: four numbers with bounds, floors being told risks of the same
+// case.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
 #include "risk/BaselineRisks.h"

@@ -87,8 +87,8 @@ class Interaction {
     /// Puts the text on the clipboard.
     virtual void copyText(std::string_view text) = 0;
 
-    /// Prints the picture on a page, where and how the user says. False if it could not be printed; a user who
-    /// thinks better of it is no failure.
+    /// Prints the picture on a page, where and how the user says. False if it could not be printed; a user
+    /// who thinks better of it is no failure.
     virtual bool print(const PictureArea& picture, std::string_view title) = 0;
 
     /// Puts the picture, in the size in which it is seen, on the clipboard.

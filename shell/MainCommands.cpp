@@ -7,9 +7,9 @@
 #include "risk/observed/ObservedScreen.h"
 #include "risk/sweeps/GuardPlot.h"
 #include "risk/sweeps/RiskMapScreen.h"
+#include "selfcheck/SelfCheckScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
-#include "selfcheck/SelfCheckScreen.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "units/UnitsScreen.h"
 
@@ -235,7 +235,10 @@ std::vector<MenuItem> MainCommands::helpItems() {
     return {
         {.control = "mnu_HelpContents", .caption = "&Contents", .run = page("contents"), .shortcut = "F1"},
         {.control = "mnu_Help_MainScreen", .caption = "The &Main Screen", .run = page("main-screen")},
-        {.control = "mnu_Help_Using", .caption = "Using &Help", .run = page("using-help"), .separatorAfter = true},
+        {.control = "mnu_Help_Using",
+         .caption = "Using &Help",
+         .run = page("using-help"),
+         .separatorAfter = true},
         {.control = "mnu_SelfCheck",
          .caption = "Self-&Check",
          .run =

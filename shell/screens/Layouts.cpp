@@ -3,8 +3,8 @@
 #include "plots/screens/Layouts.h"
 #include "reliability/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
-#include "uncertainty/screens/Layouts.h"
 #include "selfcheck/screens/Layouts.h"
+#include "uncertainty/screens/Layouts.h"
 #include "units/screens/Layouts.h"
 
 #include <string_view>

@@ -486,6 +486,40 @@ TEST_F(Cli, ComposesTolerances) {
     EXPECT_EQ(run("offset --mode x --fixed 1").status, 2);
 }
 
+TEST_F(Cli, ExchangesUnits) {
+    const std::string foreign = METRISK_SOURCE_DIR "/tests/units/data/units-jet3.mdb ";
+    EXPECT_EQ(run("units check " + foreign).out.substr(foreign.size() - 1),
+              ": 4 measurement areas, 11 units\n");
+    EXPECT_NE(run("units convert " + foreign + "ours.mdb").err.find("left out: 1;"), std::string::npos);
+    EXPECT_EQ(run("units convert " + foreign + "ours.mdb").status, 2) << "never over another file";
+    EXPECT_EQ(run("units convert --force ours.mdb ours.mdb").status, 1);
+    EXPECT_EQ(run("units import " + foreign + "x").status, 3);
+    write("more.csv", "area,unit,multiplier\nvoltage,MV,1e6\nvoltage,mV,0.002\nNew,x,1\n");
+    EXPECT_NE(run("units import ours.mdb more.csv").out.find("Units added                 2\n"),
+              std::string::npos);
+    EXPECT_EQ(run("units import " + foreign + "more.csv").status, 1) << "read only";
+    const json listed = json::parse(run("units list VOLTAGE --file ours.mdb --json").out);
+    EXPECT_EQ(listed["areas"][0]["area"], "Voltage");
+    EXPECT_EQ(listed["areas"][0]["units"].size(), 6u);
+    EXPECT_EQ(listed["areas"][0]["units"][1]["multiplier"], 0.002);
+
+    const std::string table = run("units export --file ours.mdb").out;
+    write("all.csv", table);
+    EXPECT_EQ(run("units import --replace copy.mdb all.csv").status, 0);
+    EXPECT_EQ(run("units export --file copy.mdb").out, table);
+    write("bad.csv", "area,unit,multiplier\nVoltage,V,1\nVoltage,V,2\n");
+    EXPECT_EQ(run("units import --replace copy.mdb bad.csv").err,
+              "bad.csv: line 3: V stands twice in Voltage\n");
+    EXPECT_EQ(run("units export --file copy.mdb").out, table) << "nothing is half done";
+
+    EXPECT_EQ(run("units list None --file ours.mdb").status, 1);
+    EXPECT_EQ(run("units list --file all.csv").status, 3);
+    EXPECT_EQ(run("units check none.mdb").status, 3);
+    EXPECT_EQ(run("units").status, 2);
+    EXPECT_NE(run("units list").out.find("DC Voltage"), std::string::npos)
+        << "the units that come with the program";
+}
+
 TEST_F(Cli, SweepsAndMaps) {
     const std::string sweep = "sweep ex/multimeter-dc-volts.mrk --over ";
     const Result csv = run(sweep + "guardband --from 0.5 --to 1 --points 3 --csv");
@@ -525,40 +559,6 @@ TEST_F(Cli, SweepsAndMaps) {
                               "--x ratio=1:20 --y su-pct=50:100 --csv", "--x ratio=1:20 --y su-pct=50:99",
                               "--x ratio=1:20 --y su-pct=50:99 --csv --size 1x5"})
         EXPECT_EQ(run(std::string("map ex/multimeter-dc-volts.mrk ") + wrong).status, 2) << wrong;
-}
-
-TEST_F(Cli, ExchangesUnits) {
-    const std::string foreign = METRISK_SOURCE_DIR "/tests/units/data/units-jet3.mdb ";
-    EXPECT_EQ(run("units check " + foreign).out.substr(foreign.size() - 1),
-              ": 4 measurement areas, 11 units\n");
-    EXPECT_NE(run("units convert " + foreign + "ours.mdb").err.find("left out: 1;"), std::string::npos);
-    EXPECT_EQ(run("units convert " + foreign + "ours.mdb").status, 2) << "never over another file";
-    EXPECT_EQ(run("units convert --force ours.mdb ours.mdb").status, 1);
-    EXPECT_EQ(run("units import " + foreign + "x").status, 3);
-    write("more.csv", "area,unit,multiplier\nvoltage,MV,1e6\nvoltage,mV,0.002\nNew,x,1\n");
-    EXPECT_NE(run("units import ours.mdb more.csv").out.find("Units added                 2\n"),
-              std::string::npos);
-    EXPECT_EQ(run("units import " + foreign + "more.csv").status, 1) << "read only";
-    const json listed = json::parse(run("units list VOLTAGE --file ours.mdb --json").out);
-    EXPECT_EQ(listed["areas"][0]["area"], "Voltage");
-    EXPECT_EQ(listed["areas"][0]["units"].size(), 6u);
-    EXPECT_EQ(listed["areas"][0]["units"][1]["multiplier"], 0.002);
-
-    const std::string table = run("units export --file ours.mdb").out;
-    write("all.csv", table);
-    EXPECT_EQ(run("units import --replace copy.mdb all.csv").status, 0);
-    EXPECT_EQ(run("units export --file copy.mdb").out, table);
-    write("bad.csv", "area,unit,multiplier\nVoltage,V,1\nVoltage,V,2\n");
-    EXPECT_EQ(run("units import --replace copy.mdb bad.csv").err,
-              "bad.csv: line 3: V stands twice in Voltage\n");
-    EXPECT_EQ(run("units export --file copy.mdb").out, table) << "nothing is half done";
-
-    EXPECT_EQ(run("units list None --file ours.mdb").status, 1);
-    EXPECT_EQ(run("units list --file all.csv").status, 3);
-    EXPECT_EQ(run("units check none.mdb").status, 3);
-    EXPECT_EQ(run("units").status, 2);
-    EXPECT_NE(run("units list").out.find("DC Voltage"), std::string::npos)
-        << "the units that come with the program";
 }
 
 TEST_F(Cli, TakesTheSettingsOfAnotherFile) {

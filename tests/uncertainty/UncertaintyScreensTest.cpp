@@ -22,7 +22,6 @@
 namespace metrisk::testing {
 namespace {
 
-
 struct Budget : TestSession {
     std::optional<MTEErrorScreen> screen;
 

@@ -50,8 +50,7 @@ QWidget* layoutUnitsRevision(const WidgetMaker& w) {
     QGridLayout* boxes = rows({
         {"Measurement Area", w("MeasAreaBox"), "Primary Units", w("txt_PrimaryUnits")},
         {"Units", w("UnitsBox"), "Units Multiplier", w("MultipliersBox")},
-        {"Units Group", w("txt_UnitsGroup"), "Units Description (Optional)",
-         w("txt_Description")},
+        {"Units Group", w("txt_UnitsGroup"), "Units Description (Optional)", w("txt_Description")},
     });
     QWidget* content = down({lists, group("Units Definition", boxes), w("lbl_Database")});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(0, 1);
