@@ -157,7 +157,7 @@ int run(const Options& options) {
         if (swept == Swept::BaselineRatio || fitBoth(run)) {
             result = sweep(sweepOf(run, swept), options);
             output.diagnostics = courseNote(result, options);
-            if (result.points.size() >= 2) status = result.complete() ? "computed" : "ended";
+            if (result.points.size() >= 2) status = result.complete() ? "computed" : "incomplete";
             if (result.complete()) output.status = allDone;
         }
     }

@@ -51,6 +51,7 @@ void ClearWorksheets(Session& session) {
     static_cast<Reliability&>(record) = {};
     static_cast<ReportFields&>(record) = {};
     static_cast<PlotOptions&>(record) = {};
+    static_cast<RiskPlotState&>(record) = {};
     readSourceNames(session.settings, record);
     readReportFields(session.settings, record);
 }

@@ -538,7 +538,7 @@ TEST_F(Cli, SweepsAndMaps) {
     EXPECT_EQ(ended.status, 1);
     EXPECT_EQ(ended.err, "ex/multimeter-dc-volts.mrk: the sweep ended at 15: no risks beyond\n");
     const json told = ended.lines().front();
-    EXPECT_EQ(told["status"], "ended");
+    EXPECT_EQ(told["status"], "incomplete");
     EXPECT_EQ(told["ended"], true);
     EXPECT_EQ(told["points"].size(), 16u);
 

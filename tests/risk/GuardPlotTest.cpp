@@ -1,5 +1,6 @@
 // The risk plot and the map as a user meets them, without Qt.
 #include "risk/sweeps/GuardPlot.h"
+#include "persistence/ClearAnalysis.h"
 #include "plots/Drawing.h"
 #include "risk/BaselineScreen.h"
 #include "risk/FitMeasuring.h"
@@ -194,6 +195,8 @@ TEST(GuardPlot, ComesBackOnlyIfNothingHasChanged) {
     opened(Swept::SubjectPct, false, "");
     t.record.MTE_DegFreedom = 7;
     opened(Swept::MeasuringPct, false, "80");
+    ClearWorksheets(t.session);
+    opened(Swept::MeasuringPct, false, "");
 }
 
 TEST(GuardPlot, DrawsEachRiskInItsUnit) {

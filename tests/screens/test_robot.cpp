@@ -3,6 +3,7 @@
 // METRISK_ROBOT_SEED and METRISK_ROBOT_STEPS repeat or lengthen a run.
 #include "screens/CellTable.h"
 #include "screens/EntryBox.h"
+#include "screens/PictureWidget.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/FiniteRecord.h"
 
@@ -17,6 +18,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QSlider>
 #include <random>
 
 namespace metrisk::testing {
@@ -75,6 +78,9 @@ class Robot {
         if (auto* file = qobject_cast<QFileDialog*>(&window)) {
             last = "cancel file dialog";
             file->reject();
+        } else if (auto* printing = qobject_cast<QPrintDialog*>(&window)) {
+            last = "cancel printing";
+            printing->reject();
         } else if (auto* box = qobject_cast<QMessageBox*>(&window)) {
             QAbstractButton* button = any(box->buttons());
             if (leaveNoMore_ && box->button(QMessageBox::Cancel)) button = box->button(QMessageBox::Cancel);
@@ -121,7 +127,8 @@ class Robot {
         for (QWidget* widget : window->findChildren<QWidget*>())
             if (widget->isVisible() && widget->isEnabled() && !widget->objectName().startsWith("qt_") &&
                 (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
-                 qobject_cast<QComboBox*>(widget) || qobject_cast<CellTable*>(widget)))
+                 qobject_cast<QComboBox*>(widget) || qobject_cast<QSlider*>(widget) ||
+                 qobject_cast<PictureWidget*>(widget) || qobject_cast<CellTable*>(widget)))
                 reachable += widget;
         if (reachable.empty()) return;
         QWidget* widget = any(reachable);
@@ -132,6 +139,12 @@ class Robot {
             choice->setFocus();
             for (auto steps = random_() % 9; steps > 0; --steps)
                 QTest::keyClick(choice, chance(60) ? Qt::Key_Down : Qt::Key_Up);
+            return;
+        }
+        if (qobject_cast<QSlider*>(widget) || qobject_cast<PictureWidget*>(widget)) {
+            const QPoint at(static_cast<int>(random_() % 1000) * widget->width() / 1000,
+                            static_cast<int>(random_() % 1000) * widget->height() / 1000);
+            QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at);
             return;
         }
         if (!qobject_cast<QLineEdit*>(widget)) {
