@@ -234,6 +234,10 @@ TEST(ExactRisks, MirrorImagesAndLimits) {
         const auto lower = risksOfCase(withPhysicalLimit(Kind::SingleLower, 10, 0.5, 10.8, pct), 4);
         same(upper->acceptedBad, lower->acceptedBad, "physical limit, accept");
         same(upper->rejectedGood, lower->rejectedGood, "physical limit, reject");
+        const auto nearUpper = risksOfCase(withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 10, pct), 4);
+        const auto nearLower = risksOfCase(withPhysicalLimit(Kind::SingleLower, 10, 0.5, 10, pct), 4);
+        same(nearUpper->acceptedBad, nearLower->acceptedBad, "exponential, accept");
+        same(nearUpper->rejectedGood, nearLower->rejectedGood, "exponential, reject");
         const auto plainUpper = risksOfCase(single(Kind::SingleUpper, pct), 4);
         const auto plainLower = risksOfCase(single(Kind::SingleLower, pct), 4);
         same(plainUpper->acceptedBad, plainLower->acceptedBad, "plain, accept");
