@@ -128,7 +128,8 @@ void BaselineScreen::showSecondFigures() {
         // A figure of other entries is not judged.
         const bool ofTheseEntries = figure && figureText(shownRisk(figure->published), regional) == shown;
         line.text = ofTheseEntries ? exactRemark(figure, baselinePicture, regional) : "";
-        line.visible = box.marked = !line.text.empty();
+        box.mark = line.text;
+        line.visible = !line.text.empty();
     };
     showFigure(verified.baselineFalseAccept, analysis_.FalseAccept, BaseFalseAccept, Lbl_ExactAccept);
     showFigure(verified.baselineFalseReject, analysis_.FalseReject, BaseFalseReject, Lbl_ExactReject);

@@ -25,7 +25,7 @@ void showBox(const TextBox& box, EntryBox& widget) {
     if (widget.text() != text) widget.setText(text);
     if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
     widget.setLocked(box.locked || box.isResult());
-    widget.setMarked(box.marked);
+    widget.setMarked(!box.mark.empty());
 }
 
 void showLabel(const Label& label, QLabel& widget) {
@@ -144,7 +144,9 @@ void showControl(const Control& control, QWidget& widget) {
     else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))
         showPicture(*picture, static_cast<PictureWidget&>(widget));
 
-    if (const QString tip = qt(control.toolTip); widget.toolTip() != tip) {
+    const auto* marked = dynamic_cast<const TextBox*>(&control);
+    const std::string& said = marked && !marked->mark.empty() ? marked->mark : control.toolTip;
+    if (const QString tip = qt(said); widget.toolTip() != tip) {
         widget.setToolTip(tip);
         widget.setAccessibleDescription(tip);
     }

@@ -16,7 +16,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     tbl_Figures.headings = {"Case", "Figure", "Printed", "Computed", "Exact", "Result", "Source"};
     tbl_Figures.markTip = "Differs from the published figure";
     const auto number = [&](const std::optional<double>& value) {
-        return value ? GeneralText(*value, session.regional) : "";
+        return value ? GeneralText(*value, session.regional, 12) : "";
     };
     for (const CheckedFigure& each : figures) {
         std::vector<Table::Cell> row;

@@ -11,6 +11,7 @@
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/exact/Verified.h"
 #include "risk/guardband/GuardbandTexts.h"
 #include "risk/guardband/KFactors.h"
 #include "risk/guardband/Procedure.h"
@@ -160,7 +161,24 @@ void GuardbandScreen::bindRisks() {
     };
 }
 
+/// Where exact integration would show the risks of these guardbands otherwise.
+void GuardbandScreen::showSecondFigures() {
+    const Analysis& r = session_.record;
+    Verified verified;
+    if (computed_)
+        verified = verifyRisks(r, *computed_,
+                               {-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
+    const auto showFigure = [&](const std::optional<VerifiedFigure>& figure, TextBox& box, Label& line) {
+        line.text = exactRemark(figure, riskPicture, session_.regional);
+        box.mark = line.text;
+        line.visible = !line.text.empty();
+    };
+    showFigure(verified.falseAccept, FARiskBox, Lbl_ExactAccept);
+    showFigure(verified.falseReject, FRRiskBox, Lbl_ExactReject);
+}
+
 void GuardbandScreen::refresh() {
+    showSecondFigures();
     const Analysis& r = session_.record;
     const Regional& regional = session_.regional;
     const bool limits = r.GB_ShowLimits;

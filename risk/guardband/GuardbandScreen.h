@@ -70,9 +70,11 @@ class GuardbandScreen final : public Worksheet {
     Label Lbl_FARisk{*this, "Lbl_FARisk", "False Accept Risk:"};
     TextBox FARiskBox{*this, "FARiskBox", "False accept risk: computed, or the target of a solve"};
     Choice FARiskUnitsBox{*this, "FARiskUnitsBox", "Units of the false accept risk"};
+    Label Lbl_ExactAccept{*this, "Lbl_ExactAccept"};
     Label Lbl_FRRisk{*this, "Lbl_FRRisk", "False Reject Risk:"};
     TextBox FRRiskBox{*this, "FRRiskBox", "False reject risk: computed, or the target of a solve"};
     Choice FRRiskUnitsBox{*this, "FRRiskUnitsBox", "Units of the false reject risk"};
+    Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     PushButton CmdCompute{*this, "CmdCompute", "Comp&ute Risks", "Compute the risks of these guardbands"};
     Label Lbl_EqAccRat{*this, "Lbl_EqAccRat", "Equivalent Accuracy Ratio:"};
     TextBox EqAccRatBox{*this, "EqAccRatBox", "Accuracy ratio with the same risk in the baseline"};
@@ -155,6 +157,7 @@ class GuardbandScreen final : public Worksheet {
     void computeRisks();
     bool computeAtGuardbands();
     void showRisks(bool known);
+    void showSecondFigures();
     void searchRatio();
     void roundOff();
     void roundSide(const SubjectSide& side, const std::string& picture, bool byK);

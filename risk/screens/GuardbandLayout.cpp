@@ -43,7 +43,9 @@ QWidget* commands(const WidgetMaker& w) {
 
 QGroupBox* risks(const WidgetMaker& w) {
     return group("Risks", rows({{w("Lbl_FARisk"), w("FARiskBox"), w("FARiskUnitsBox")},
+                                {{w("Lbl_ExactAccept"), 3}},
                                 {w("Lbl_FRRisk"), w("FRRiskBox"), w("FRRiskUnitsBox")},
+                                {{w("Lbl_ExactReject"), 3}},
                                 {w("Lbl_EqAccRat"), w("EqAccRatBox"), w.box("EqAccRat2Box", 4)},
                                 {w("IncludeEqAccRatBox"), {w("CmdCompute"), 2}}}));
 }

@@ -1,6 +1,8 @@
 #include "screens/Widgets.h"
 #include "selfcheck/screens/Layouts.h"
 
+#include <QHeaderView>
+#include <QTableView>
 #include <QVBoxLayout>
 
 namespace metrisk {
@@ -8,7 +10,10 @@ namespace metrisk {
 QWidget* layoutSelfCheck(const WidgetMaker& w) {
     QWidget* table = w("tbl_Figures");
     table->setAccessibleName("Published figures");
-    table->setMinimumSize(720, 360);
+    table->setMinimumSize(860, 360);
+    auto* view = qobject_cast<QTableView*>(table);
+    view->setWordWrap(false);
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     QWidget* content = down({w("Lbl_About"), w("Lbl_Summary"), table, foot({w("cmd_Close")})});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 1);
     return content;

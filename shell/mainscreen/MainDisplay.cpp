@@ -138,10 +138,8 @@ void showRisks(MainScreen& screen, const Session& session) {
 
 /// A figure that exact integration would show otherwise bears a sign, with the other figure below it.
 void showExact(TextBox& box, Label& line, const std::string& remark) {
-    box.marked = !remark.empty();
-    if (box.marked) box.toolTip = remark;
-    line.text = remark;
-    line.visible = box.marked;
+    box.mark = line.text = remark;
+    line.visible = !remark.empty();
 }
 
 void showSecondFigures(MainScreen& screen, const Session& session) {

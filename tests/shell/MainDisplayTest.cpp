@@ -279,5 +279,21 @@ TEST(MainCommands, EveryToolHasItsCommandAndNamesAreUnique) {
     EXPECT_EQ(findItem(main.menus, "mnu_ToleranceLimits")->caption, "&Tol Ref");
 }
 
+TEST(MainDisplay, AFigureThatExactIntegrationShowsOtherwiseIsMarked) {
+    TestSession test;
+    enter(test.record, withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 9.2, 16));
+    test.record.ComputeEqRatio = false;
+    MainScreen screen(test.session);
+    press(screen, "ComputeResults");
+    EXPECT_TRUE(test.record.RisksComputed);
+    EXPECT_TRUE(screen.AcceptRisk.mark.starts_with("Exact integration gives ")) << screen.AcceptRisk.text;
+    EXPECT_EQ(screen.Lbl_ExactAccept.text, screen.AcceptRisk.mark);
+    EXPECT_TRUE(screen.Lbl_ExactAccept.visible);
+    type(screen, "PctInTolBox", "90");
+    EXPECT_EQ(screen.AcceptRisk.mark, "") << "a figure of other entries is not judged";
+    press(screen, "ComputeResults");
+    EXPECT_EQ(screen.AcceptRisk.mark, "") << "right in every shown digit";
+}
+
 } // namespace
 } // namespace metrisk::testing
