@@ -5,7 +5,9 @@
 #include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
+#include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandScreen.h"
+#include "risk/sweeps/RiskMapScreen.h"
 #include "screens/EntryBox.h"
 #include "screens/QtInteraction.h"
 #include "screens/ScreenBinder.h"
@@ -22,6 +24,7 @@
 #include <QMainWindow>
 #include <QPainter>
 #include <QProcess>
+#include <QSlider>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -274,6 +277,36 @@ void measureReliability() {
     std::printf("drawing R(t) anew            %8.2f ms median (wanted below 4)\n", median(times));
 }
 
+/// From a slider's step to the picture painted: of the coarse map, and of the fine one that takes its place.
+void measureMap(const QString& path) {
+    Desk desk;
+    paint(*desk.window);
+    desk.window->openAtStart(path);
+    ValidateAndFit(desk.session);
+    RiskMapScreen screen(desk.session);
+    WorksheetDialog dialog(screen, layoutOf, nullptr);
+    dialog.setWindowModality(Qt::NonModal);
+    paint(dialog);
+    auto* slider = dialog.findChild<QSlider*>("sld_Multiplier");
+    std::vector<double> coarse, fine;
+    for (int i = 0; i < 40; ++i) {
+        const int before = screen.pic_Map.drawn();
+        const Ticks::time_point begun = Ticks::now();
+        slider->setValue(100 + 5 * i);
+        const auto painted = [&](int pictures) {
+            while (screen.pic_Map.drawn() < before + pictures)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            dialog.binder().repaint();
+            dialog.findChild<QWidget*>("pic_Map")->repaint();
+            return milliseconds(begun);
+        };
+        coarse.push_back(painted(1));
+        fine.push_back(painted(2));
+    }
+    std::printf("a slider of the map moves    %8.2f ms median (wanted below 33), its fine map %.2f ms\n",
+                median(coarse), median(fine));
+}
+
 void measureEntries() {
     Desk desk;
     paint(*desk.window);
@@ -330,5 +363,6 @@ int main(int argc, char** argv) {
     measureOpening(QString::fromStdString(argument));
     measurePlot(QString::fromStdString(argument));
     measureReliability();
+    measureMap(QString::fromStdString(argument));
     return 0;
 }

@@ -3,9 +3,9 @@
 #include "model/Controls.h"
 #include "plots/screens/PainterSurface.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QPrinter>
+#include <algorithm>
 
 namespace metrisk {
 

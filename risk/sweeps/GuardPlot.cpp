@@ -5,7 +5,7 @@
 #include "model/Session.h"
 #include "numerics/Real.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace metrisk {
 

@@ -6,6 +6,7 @@
 #include "model/Session.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace metrisk {
 
