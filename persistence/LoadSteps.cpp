@@ -11,6 +11,7 @@
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
+#include "units/UnitSelection.h"
 
 #include <algorithm>
 #include <cmath>
@@ -62,6 +63,8 @@ std::string picturePctReading(double percent) {
 }
 
 void settleUnits(Analysis& record) {
+    for (double* factor : {&record.SU_TolUnitsFactor, &record.MTE_TolUnitsFactor})
+        *factor = usableFactor(*factor);
     if (record.NominalUnits != record.SU_ToleranceUnits && !record.MeasurementArea.empty() &&
         record.SU_TolDecimalShift == 0)
         UpdateToleranceDecimals(record);

@@ -29,7 +29,7 @@ SUPlot::SUPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::SU, "SUPlot"
          .items = {optionItem("Cmd_ShowTolerances", "Show &Tolerances", [show] { show(false); }),
                    optionItem("Cmd_ShowOffsets", "Show Tolerance &Limits", [show] { show(true); }),
                    optionItem("mnu_SUPlotTolOption_0", "Use &Subject Parameter Tolerances",
-                              [this, limitsOf] { useSubjectLimits([limitsOf] { limitsOf(false); }); }),
+                              [limitsOf] { limitsOf(false); }),
                    optionItem("mnu_SUPlotTolOption_1", "Use &MTE Tolerances",
                               [limitsOf] { limitsOf(true); })}},
         zoomMenu(),

@@ -225,18 +225,18 @@ void MTEErrorScreen::correlate() {
     changeTable([&] { session_.ui.run(correlations); });
 }
 
-/// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
-/// in ppm stay as they are.
 /// The plot works on the budget's own record; what it changes there shows in row 0.
 void MTEErrorScreen::viewDistribution() {
     Analysis& r = desk_.record;
-    r.ErrorPlot_Param = "SU";
+    if (r.ProcessUncertainty > 0) r.ErrorPlot_Param = "SU"; // otherwise there is nothing to plot
     const bool bias = r.IncludeMTEBias;
     openErrorPlot(desk_);
     session_.record.ErrorPlot_Param = r.ErrorPlot_Param;
-    if (r.IncludeMTEBias != bias) tableChanged();
+    if (r.IncludeMTEBias != bias) changeTable([] {});
 }
 
+/// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
+/// in ppm stay as they are.
 void MTEErrorScreen::enterTolerances() {
     session_.record.OffsetFromUncertainty = true;
     openTolerances();

@@ -63,8 +63,10 @@ std::optional<double> toleranceFactor(const std::string& area, double mode, cons
 double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
                   const std::string& toleranceUnit, double toleranceMultiplier) {
     if (modeUnit == ppmUnits) return 1;
-    return usableFactor(toleranceUnit == ppmUnits ? perMillion / std::fabs(mode)
-                                                  : modeMultiplier / toleranceMultiplier);
+    if (toleranceUnit == ppmUnits) return usableFactor(perMillion / std::fabs(mode));
+    // A database of another program may hold any number.
+    if (!(modeMultiplier > 0 && toleranceMultiplier > 0)) return 1;
+    return usableFactor(modeMultiplier / toleranceMultiplier);
 }
 
 double usableFactor(double factor) {

@@ -33,7 +33,7 @@ void FillUnitsBox(UnitsFile& units, UnitsBox& box, const std::string& area, cons
 void SelectUnit(UnitsBox& box, const std::string& unit);
 
 /// Tolerance units per unit of the mode, from the two units and their multipliers: 1 where the mode itself is
-/// in ppm; ppm of a mode of 0 counts as 1.
+/// in ppm; ppm of a mode of 0 and multipliers not above 0 count as 1.
 double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
                   const std::string& toleranceUnit, double toleranceMultiplier);
 

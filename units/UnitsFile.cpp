@@ -24,6 +24,11 @@ constexpr Message missing{
     "Missing Database"};
 constexpr Message couldNotCreate{"Could not create database", "Metrisk"};
 
+/// In the words of the engine.
+void tellFault(Interaction& ui, const UnitsError& fault) {
+    ui.show({.text = fault.what(), .title = "Units Database Error", .icon = BoxIcon::Exclamation});
+}
+
 std::string lowerExtension(const fs::path& path) {
     std::string extension = path.extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
@@ -113,8 +118,7 @@ std::vector<std::string> UnitsFile::OpenUnitsDatabase() {
     try {
         for (MeasurementArea& area : database_->areas()) names.push_back(std::move(area.name));
     } catch (const UnitsError& fault) {
-        session_.ui.show(
-            {.text = fault.what(), .title = "Units Database Error", .icon = BoxIcon::Exclamation});
+        tellFault(session_.ui, fault);
         r.AbortFlag = true;
         return {};
     }
@@ -155,6 +159,11 @@ bool UnitsFile::CreateUnitsDatabase() {
     if (!path) return false;
     try {
         refuseOverwriting(*path);
+    } catch (const UnitsError& fault) {
+        tellFault(session_.ui, fault);
+        return false;
+    }
+    try {
         makeUnitsDatabase(*path);
         use(openUnitsDatabase(*path));
         return true;
@@ -189,8 +198,7 @@ bool UnitsFile::perform(const std::function<void(UnitsDatabase&)>& work) {
         work(*database_);
         return true;
     } catch (const UnitsError& fault) {
-        session_.ui.show(
-            {.text = fault.what(), .title = "Units Database Error", .icon = BoxIcon::Exclamation});
+        tellFault(session_.ui, fault);
         return false;
     }
 }

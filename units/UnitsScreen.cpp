@@ -26,6 +26,7 @@ constexpr Message noSuchUnit{
     "Update Cancelled"};
 constexpr Message noAreas{"No measurement areas found", "Empty Record Set"};
 constexpr Message noMatch{"No measurement areas match found", "No Match"};
+constexpr Message illegalArea{"Illegal character in measurement area.", "Metrisk"}; // of one to be deleted
 constexpr const char* cancelled = "Operation Cancelled";
 constexpr const char* confirm = "Confirm Action";
 constexpr Question deleteTheUnit{"Are you sure you want to delete the selected Unit?", confirm,
@@ -139,7 +140,7 @@ void UnitsRevision::refresh() {
     const bool open = units_.UnitsDatabaseOpen();
     lbl_Database.text = open ? units_.database()->path().string() : "No units database is open.";
     for (const char* command :
-         {"mnu_Add", "mnu_Update", "mnu_Delete", "mnu_SaveDatabase", "mnu_CloseDatabase"})
+         {"mnu_Edit", "mnu_Add", "mnu_Update", "mnu_Delete", "mnu_SaveDatabase", "mnu_CloseDatabase"})
         findItem(menus, command)->off = !open;
     txt_PrimaryUnits.locked = !PrimaryUnit_.empty() && !EditingArea_;
 }
@@ -252,11 +253,18 @@ void UnitsRevision::Add() {
         addUnit(*multiplier);
 }
 
-void UnitsRevision::addArea(double) {
+/// A unit that was typed beside the area and its primary unit is added to it.
+void UnitsRevision::addArea(double multiplier) {
     if (txt_PrimaryUnits.text.empty()) return tell(session_.ui, noPrimary);
+    const MeasurementUnit typed = typedUnit(multiplier);
     MeasurementUnit primary = typedUnit(1);
     primary.symbol = txt_PrimaryUnits.text;
-    units_.perform([&](UnitsDatabase& database) { readAreas(database.addArea(MeasAreaBox.text, primary)); });
+    const bool another = EditingUnit_ && !UnitsBox.text.empty() && typed.symbol != primary.symbol;
+    units_.perform([&](UnitsDatabase& database) {
+        const std::int64_t area = database.addArea(MeasAreaBox.text, primary);
+        readAreas(area);
+        if (another) readUnits(database.addUnit(area, typed));
+    });
 }
 
 void UnitsRevision::addUnit(double multiplier) {
@@ -311,7 +319,7 @@ void UnitsRevision::Delete() {
 void UnitsRevision::deleteArea() {
     if (areas_.empty()) return tell(session_.ui, noAreas);
     const std::string area = areas_[static_cast<std::size_t>(List0.index)].name;
-    if (hasIllegalCharacter(area, "Illegal character in measurement area.")) return;
+    if (area.find('\'') != std::string::npos) return tell(session_.ui, illegalArea);
     const std::string question = "Are you sure you want to delete the Measurement Area " + area + "?";
     if (ask(session_.ui, {question, confirm, BoxButtons::YesNo, Answer::No}) != Answer::Yes) return;
     units_.perform([&](UnitsDatabase& database) {

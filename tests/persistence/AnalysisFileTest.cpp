@@ -304,6 +304,13 @@ TEST(AnalysisFile, ChoicesThatAreNoneBecomeTheUsualOnes) {
         ReadAnalysisText(test.session, goldenWith(104, stored), "a.mrk");
         EXPECT_EQ(test.record.FalseAcceptOption, option) << stored;
     }
+    for (const auto& [stored, factor] : {std::pair{"-1000", 1000.0}, {"0", 1.0}, {".001", .001}}) {
+        TestSession test;
+        ReadAnalysisText(test.session,
+                         goldenWith(109, R"("mV",)" + std::string(stored) + R"(,"#,##0.0","#,##0.0")"),
+                         "a.mrk");
+        EXPECT_EQ(test.record.MTE_TolUnitsFactor, factor) << stored;
+    }
 }
 
 TEST(AnalysisFile, NamesEndAsAnalyses) {

@@ -246,6 +246,17 @@ TEST(Offsets, AnotherArea) {
     o.ok();
     EXPECT_EQ(o.record.NominalUnits, "m");
     EXPECT_EQ(o.record.SU_TolUnitsFactor, 1);
+
+    auto units = openUnitsDatabase(o.session.places.UnitsDatabasePath);
+    const auto empty = units->addArea("Empty", {.symbol = "x"});
+    units->deleteUnit(empty, units->FindUnitsIndex(empty, "x"));
+    o.screen.emplace(o.session, o.chooser);
+    o.ui.expectBox("Invalid Units.Inf Entry", "Error: No units were found in this Measurement Area.\n"
+                                              "The Units.Inf file may be corrupt.");
+    o.screen->choose(control<Choice>(*o.screen, "MeasAreaBox"), 0);
+    o.ok();
+    EXPECT_EQ(o.record.MeasurementArea, "Empty");
+    EXPECT_EQ(o.record.NominalUnits, "m") << "no unit is lost to an area that has none";
 }
 
 } // namespace

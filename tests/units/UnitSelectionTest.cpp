@@ -48,6 +48,7 @@ TEST(UnitSelection, Factors) {
     EXPECT_FALSE(toleranceFactor("Voltage", 5, boxes.mode, boxes.subject)) << "keeps its value";
     EXPECT_EQ(usableFactor(-4), 4);
     EXPECT_EQ(usableFactor(0), 1);
+    EXPECT_EQ(unitFactor(5, "V", 1, "mV", -0.001), 1) << "a multiplier that is none";
 }
 
 TEST(UnitSelection, UnitsThatTheDatabaseLacksKeepTheirFactors) {

@@ -92,6 +92,13 @@ TEST(UnitsScreen, AddsChangesAndDeletes) {
     u.run("mnu_Delete");
     EXPECT_EQ(u.items("List0"), "Lengths|Ratio|");
     EXPECT_EQ(openUnitsDatabase(u.path)->areas().size(), 2u) << "written at once";
+
+    u.type("UnitsBox", "g");
+    u.type("MultipliersBox", "0.001");
+    u.type("MeasAreaBox", "Mass");
+    u.type("txt_PrimaryUnits", "kg");
+    u.run("mnu_Add");
+    EXPECT_EQ(u.items("List1"), "g|kg|") << "an area and a unit of it in one go";
 }
 
 TEST(UnitsScreen, Refusals) {
@@ -172,6 +179,12 @@ TEST(UnitsScreen, DatabaseCommands) {
     EXPECT_EQ(u.session.places.UnitsDatabasePath, made) << "the extension is ours";
     EXPECT_EQ(u.settings.ReadSetting("Units Database", "Database Name", "", 100), made);
     EXPECT_EQ(u.items("List0"), "");
+    u.ui.expectBox("Close Database?",
+                   "Creating a new database will close the current database.\nDo you want to continue?",
+                   Answer::Yes);
+    u.chooser.answers = {made};
+    u.ui.expectBox("Units Database Error", "the database is open and cannot be replaced by itself");
+    u.run("mnu_NewDatabase");
 
     std::ofstream(u.folder / "text.mdb") << "no database, but a text of some length";
     const std::string text = (u.folder / "text.mdb").string();
@@ -192,7 +205,7 @@ TEST(UnitsScreen, DatabaseCommands) {
 
     u.run("mnu_CloseDatabase");
     EXPECT_EQ(u.items("List0"), "");
-    EXPECT_FALSE(findItem(u.screen->menus, "mnu_Add")->enabled());
+    EXPECT_FALSE(findItem(u.screen->menus, "mnu_Edit")->enabled());
     EXPECT_EQ(u.session.places.UnitsDatabasePath, "");
 }
 

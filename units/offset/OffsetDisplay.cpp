@@ -70,7 +70,7 @@ void OffsetCalc::showMeasuring() {
                            : offsetText(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, Parameter::Measuring);
     MTEPctBox.text = uncertainty ? GeneralText(r.MTE_DegFreedom, desk_.regional)
                                  : number(r.MTE_PctReading, r.MTE_PctReading_fmt, desk_.regional);
-    txt_PctInTol_1.text = number(r.MTE_PctInTol, "##0.0000", desk_.regional);
+    txt_PctInTol_1.text = number(r.MTE_PctInTol, inTolPicture, desk_.regional);
     const double bias = uncertainty ? r.MTE_kFactor : r.MTE_StdUncertainty * factorOf(Parameter::Measuring);
     txt_MTEBiasUncertainty.text = bias > 0 ? number(bias, "#,##0.0000", desk_.regional) : "";
     const bool studentsT = r.MTE_DegFreedom > 0 && r.MTE_DegFreedom < infiniteDegFreedom;
@@ -91,7 +91,7 @@ void OffsetCalc::refresh() {
     chk_PhysicalLimit.enabled = !r.OptTwoSided;
     showSide(upperSide);
     showSide(lowerSide);
-    txt_PctInTol_0.text = number(r.SU_PctInTol, "##0.0000", desk_.regional);
+    txt_PctInTol_0.text = number(r.SU_PctInTol, inTolPicture, desk_.regional);
     const double sigma = r.SU_Sigma * factorOf(Parameter::Subject);
     txt_SUBiasUncertainty.text = sigma > 0 ? number(sigma, "#,##0.0000", desk_.regional) : "";
     pnl_Distribution_0.text = r.SU_Distribution;

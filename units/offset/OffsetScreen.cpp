@@ -114,7 +114,7 @@ void OffsetCalc::bindSubject() {
     bindSide(lowerSide, SULowerOffsetBox, SULowerFixedBox, SULowerPctBox, &Analysis::SU_LowerPctReading_fmt);
     txt_Mode.left = [this](const std::string& text) { return leaveMode(text); };
     txt_PctInTol_0.left = [this](const std::string& text) {
-        return leaveInTol(&Analysis::SU_PctInTol, &Analysis::SU_PctInTol_fmt, false, text);
+        return leaveInTol(&Analysis::SU_PctInTol, false, text);
     };
     opt_Tolerance_0.clicked = [this](bool) { chooseTolerance(0); };
     opt_Tolerance_1.clicked = [this](bool) { chooseTolerance(1); };
@@ -149,8 +149,7 @@ void OffsetCalc::bindMeasuring() {
         return {false, text};
     };
     txt_PctInTol_1.left = [this](const std::string& text) {
-        return leaveInTol(&Analysis::MTE_PctInTol, &Analysis::MTE_PctInTol_fmt,
-                          desk_.record.MTE_EntryByUncertainty, text);
+        return leaveInTol(&Analysis::MTE_PctInTol, desk_.record.MTE_EntryByUncertainty, text);
     };
     txt_MTEBiasUncertainty.left = [this](const std::string& text) { return leaveBiasUncertainty(text); };
     opt_MTETolerance_0.clicked = [this](bool) { chooseEntry(false); };
@@ -177,15 +176,14 @@ FieldResult OffsetCalc::leavePct(double Analysis::*value, std::string Analysis::
     return {false, text};
 }
 
-FieldResult OffsetCalc::leaveInTol(double Analysis::*value, std::string Analysis::*picture, bool to100,
-                                   const std::string& text) {
+FieldResult OffsetCalc::leaveInTol(double Analysis::*value, bool to100, const std::string& text) {
     const NumberEntry entry = NumberEntry::read(text, desk_.regional);
     if (entry.value < 0 || entry.value > 100 || (entry.value == 100 && !to100)) {
         tell(session_.ui, {to100 ? "Must be greater than or equal to 0 and less than or equal to 100%."
                                  : "Must be greater than or equal to 0 and less than 100%.",
                            "Illegal Entry"});
         const double kept = desk_.record.*value;
-        return {true, FormatNumber(kept, fullPicture(kept, desk_.record.*picture), desk_.regional)};
+        return {true, FormatNumber(kept, fullPicture(kept, inTolPicture), desk_.regional)};
     }
     desk_.record.*value = entry.value;
     desk_.record.MTE_KUsed = desk_.record.MTE_KUsed && value != &Analysis::MTE_PctInTol;

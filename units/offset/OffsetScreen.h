@@ -83,6 +83,7 @@ class OffsetCalc final : public Worksheet {
     FieldResult runRule(TextBox& box, const std::string& text) override;
 
   private:
+    static constexpr const char* inTolPicture = "##0.0000";
     enum class Parameter { Subject, Measuring };
 
     void makeMenus();
@@ -106,8 +107,7 @@ class OffsetCalc final : public Worksheet {
     FieldResult leavePart(double Analysis::*value, std::string Analysis::*picture, Parameter parameter,
                           const std::string& text);
     FieldResult leavePct(double Analysis::*value, std::string Analysis::*picture, const std::string& text);
-    FieldResult leaveInTol(double Analysis::*value, std::string Analysis::*picture, bool to100,
-                           const std::string& text);
+    FieldResult leaveInTol(double Analysis::*value, bool to100, const std::string& text);
     FieldResult leaveBiasUncertainty(const std::string& text);
     FieldResult leaveExpanded(const std::string& text);
     void chooseTolerance(int kind);

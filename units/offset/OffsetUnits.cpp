@@ -140,9 +140,13 @@ void OffsetCalc::chooseArea(int index) {
     r.MeasurementArea = MeasAreaBox.items[static_cast<std::size_t>(index)];
     fillUnits("", "", "");
     if (ModeUnitsBox.items.empty()) tell(session_.ui, noUnits);
-    r.NominalUnits = mode_.unit();
-    r.SU_ToleranceUnits = subject_.unit();
-    r.MTE_ToleranceUnits = measuring_.unit();
+    // What the area offers nothing for stays, as the factors do.
+    const auto take = [](std::string& unit, const UnitsBox& box) {
+        if (box.choice.index >= 0) unit = box.unit();
+    };
+    take(r.NominalUnits, mode_);
+    take(r.SU_ToleranceUnits, subject_);
+    take(r.MTE_ToleranceUnits, measuring_);
     UpdateToleranceFactors();
 }
 
