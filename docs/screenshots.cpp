@@ -167,7 +167,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     const QPalette light = QApplication::palette();
     Desk desk;
-    Camera camera(desk, argv[1]);
+    Camera camera(desk, QDir(argv[1]).absolutePath());
     SplashScreen splash(desk.session.regional, desk.session.clock.now());
     splash.adjustSize();
     camera.take(splash, "start-up");
@@ -196,7 +196,8 @@ int main(int argc, char** argv) {
     desk.record.Rel_Interval[0] = 12;
     desk.record.Rel_IntervalUnits[0] = "Months";
     camera.takeDialog("mnu_BiasRef_Parameter_0", "BiasCalcOption", "in-tolerance-reference");
-    desk.session.places.UnitsDatabasePath = desk.path("units.mdb").toStdString();
+    QDir::setCurrent(QString::fromStdString(desk.folder.path().string())); // no long path in the picture
+    desk.session.places.UnitsDatabasePath = "Measurement Units.mdb";
     makeUnits(desk.session.places.UnitsDatabasePath);
     camera.takeDialog("mnu_Units", "UnitsRevision", "units");
     camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "tolerance-offsets");
