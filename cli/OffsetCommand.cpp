@@ -82,6 +82,19 @@ Composed compose(const Options& options, UnitsDatabase* units) {
             withUnits(FormatNumber(value, fullPicture(value, picture), {}), options.unit)};
 }
 
+/// The same keys as of a composed tolerance, without figures.
+Json refusedJson(const Options& options, const Output& output) {
+    Json result = {{"status", output.status == refused ? "refused" : "unreadable"},
+                   {"messages", Json::array({{{"text", output.diagnostics}}})}};
+    const bool subject = options.parameter == "su";
+    for (const char* key : {"SU_UpperOffset", "SU_LowerOffset", "SU_TolUnitsFactor"})
+        if (subject) result[key] = nullptr;
+    for (const char* key : {"MTE_Offset", "MTE_TolUnitsFactor"})
+        if (!subject) result[key] = nullptr;
+    result["Tolerance"] = result["Nominal"] = nullptr;
+    return result;
+}
+
 int offset(Options options) {
     Output output;
     Workplace workplace(options.settings);
@@ -118,9 +131,7 @@ int offset(Options options) {
                   .status = refused};
     }
     if (options.json) {
-        if (output.status != allDone)
-            result = {{"status", output.status == refused ? "refused" : "unreadable"},
-                      {"messages", Json::array({{{"text", output.diagnostics}}})}};
+        if (output.status != allDone) result = refusedJson(options, output);
         output.results = jsonLine(result);
     }
     return finish(output);
