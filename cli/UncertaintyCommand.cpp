@@ -66,7 +66,9 @@ bool takeSamples(AnalysisRun& run, const SampleSource& source, bool deviations) 
         return false;
     }
     if (column.values.size() < static_cast<std::size_t>(column.given))
-        tell(run.ui, {source.path + ": " + takenText(column.values.size(), column.given), samplesTitle});
+        tell(run.ui,
+             {source.path + ": " + takenText(column.values.size(), static_cast<std::size_t>(column.given)),
+              samplesTitle});
     run.record.Stat_Flag1[source.slot] = deviations ? 0 : 1;
     try {
         StoreSamples(run.record, source.slot, column.values, column.decimals, run.session.regional);
