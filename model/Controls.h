@@ -64,6 +64,12 @@ struct TextBox : Control {
     bool isResult() const { return !left && !edited; }
 };
 
+/// Marks the box and says why in the line below it; an empty remark takes both away.
+inline void setRemark(TextBox& box, Label& line, const std::string& remark) {
+    box.mark = line.text = remark;
+    line.visible = !remark.empty();
+}
+
 enum class Way { Ok, Cancel };
 
 struct Button : Control {

@@ -24,6 +24,25 @@ MenuItem* findItem(std::vector<MenuItem>& menu, const char* control) {
     return const_cast<MenuItem*>(findItem(std::as_const(menu), control));
 }
 
+MenuItem editMenu() {
+    return {
+        .control = "mnu_Edit",
+        .caption = "&Edit",
+        .items = {
+            {.control = "mnu_Edit_Undo",
+             .caption = "&Undo",
+             .shortcut = "Ctrl+Z",
+             .editing = Editing::Undo,
+             .separatorAfter = true},
+            {.control = "mnu_Edit_Cut", .caption = "Cu&t", .shortcut = "Ctrl+X", .editing = Editing::Cut},
+            {.control = "mnu_Edit_Copy", .caption = "&Copy", .shortcut = "Ctrl+C", .editing = Editing::Copy},
+            {.control = "mnu_Edit_Paste",
+             .caption = "&Paste",
+             .shortcut = "Ctrl+V",
+             .editing = Editing::Paste},
+            {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete}}};
+}
+
 MenuItem worksheetRunMenu() {
     return {.control = "mnu_Run",
             .caption = "Ru&n",

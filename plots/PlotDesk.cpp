@@ -1,17 +1,11 @@
 #include "plots/PlotDesk.h"
 
-#include "model/Message.h"
 #include "model/Session.h"
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
+#include "plots/PlotMessages.h"
 
 namespace metrisk {
-
-namespace {
-
-constexpr Message noData{"No data to plot.", "No Data Available", BoxIcon::Information};
-
-} // namespace
 
 PlotDesk::PlotDesk(Session& session) : session_(session) {}
 
@@ -44,7 +38,7 @@ PlotScreen* PlotDesk::showing(PlotKind kind) const {
 
 void PlotDesk::show(PlotKind kind) {
     if (kind == PlotKind::Error && !hasData(kind)) {
-        tell(session_.ui, noData);
+        tell(session_.ui, noPlotData);
         return;
     }
     PlotScreen& screen = make(kind);
@@ -72,7 +66,7 @@ std::string PlotDesk::captionFor(const PlotScreen& screen, PlotKind other) const
 
 void PlotDesk::showBeside(PlotScreen& screen, PlotKind other) {
     if (!hasData(other)) {
-        tell(session_.ui, noData);
+        tell(session_.ui, noPlotData);
         return;
     }
     PlotScreen* partner = showing(other);

@@ -127,9 +127,7 @@ void BaselineScreen::showSecondFigures() {
                                 TextBox& box, Label& line) {
         // A figure of other entries is not judged.
         const bool ofTheseEntries = figure && figureText(shownRisk(figure->published), regional) == shown;
-        line.text = ofTheseEntries ? exactRemark(figure, baselinePicture, regional) : "";
-        box.mark = line.text;
-        line.visible = !line.text.empty();
+        setRemark(box, line, ofTheseEntries ? exactRemark(figure, baselinePicture, regional) : "");
     };
     showFigure(verified.baselineFalseAccept, analysis_.FalseAccept, BaseFalseAccept, Lbl_ExactAccept);
     showFigure(verified.baselineFalseReject, analysis_.FalseReject, BaseFalseReject, Lbl_ExactReject);

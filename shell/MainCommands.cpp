@@ -19,20 +19,6 @@ namespace metrisk {
 
 namespace {
 
-std::vector<MenuItem> editItems() {
-    return {
-        {.control = "mnu_Edit_Undo",
-         .caption = "&Undo",
-         .shortcut = "Ctrl+Z",
-         .editing = Editing::Undo,
-         .separatorAfter = true},
-        {.control = "mnu_Edit_Cut", .caption = "Cu&t", .shortcut = "Ctrl+X", .editing = Editing::Cut},
-        {.control = "mnu_Edit_Copy", .caption = "&Copy", .shortcut = "Ctrl+C", .editing = Editing::Copy},
-        {.control = "mnu_Edit_Paste", .caption = "&Paste", .shortcut = "Ctrl+V", .editing = Editing::Paste},
-        {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete},
-    };
-}
-
 std::vector<MenuItem> runItems() {
     return {
         {.control = "mnu_Run_Options_0", .caption = "&External Application"},
@@ -68,7 +54,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
-        {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
+        editMenu(),
         {.control = "mnu_Units",
          .caption = "Measurement &Units",
          .run =

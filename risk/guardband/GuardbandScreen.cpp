@@ -169,9 +169,7 @@ void GuardbandScreen::showSecondFigures() {
         verified = verifyRisks(r, *computed_,
                                {-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
     const auto showFigure = [&](const std::optional<VerifiedFigure>& figure, TextBox& box, Label& line) {
-        line.text = exactRemark(figure, riskPicture, session_.regional);
-        box.mark = line.text;
-        line.visible = !line.text.empty();
+        setRemark(box, line, exactRemark(figure, riskPicture, session_.regional));
     };
     showFigure(verified.falseAccept, FARiskBox, Lbl_ExactAccept);
     showFigure(verified.falseReject, FRRiskBox, Lbl_ExactReject);

@@ -1,14 +1,12 @@
 #include "shell/mainscreen/DataGate.h"
 
-#include "model/Message.h"
 #include "model/Session.h"
+#include "plots/PlotMessages.h"
 #include "risk/ValidateAndFit.h"
 
 namespace metrisk {
 
 namespace {
-
-constexpr Message noData{"No data to plot.", "No Data Available", BoxIcon::Information};
 
 bool hasSubjectData(const Analysis& r) {
     return r.SU_Mode != 0 || r.SU_UpperLimit != 0 || r.SU_LowerLimit != 0 || r.SU_PctInTol != 0;
@@ -24,7 +22,7 @@ bool haveData(Session& session, Needs needs) {
     Analysis& r = session.record;
     const bool subjectOnly = needs == Needs::Subject;
     if (needs != Needs::Both && !hasSubjectData(r) && (subjectOnly || !hasMeasuringData(r))) {
-        tell(session.ui, noData);
+        tell(session.ui, noPlotData);
         return false;
     }
     r.ComputeScope = subjectOnly ? "SU" : "Both";

@@ -137,20 +137,15 @@ void showRisks(MainScreen& screen, const Session& session) {
 }
 
 /// A figure that exact integration would show otherwise bears a sign, with the other figure below it.
-void showExact(TextBox& box, Label& line, const std::string& remark) {
-    box.mark = line.text = remark;
-    line.visible = !remark.empty();
-}
-
 void showSecondFigures(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     const Regional& regional = session.regional;
     const bool current = everComputed(r) && resultsAreCurrent(session);
     Verified verified = verifyRisks(r);
     if (!current) verified.falseAccept = verified.falseReject = {};
-    showExact(screen.AcceptRisk, screen.Lbl_ExactAccept,
+    setRemark(screen.AcceptRisk, screen.Lbl_ExactAccept,
               exactRemark(verified.falseAccept, riskPicture, regional));
-    showExact(screen.RejectRisk, screen.Lbl_ExactReject,
+    setRemark(screen.RejectRisk, screen.Lbl_ExactReject,
               exactRemark(verified.falseReject, riskPicture, regional));
     std::string ratioRemark;
     if (current && r.ComputeEqRatio && ratioAttained(r.EqAccRat))
@@ -159,13 +154,13 @@ void showSecondFigures(MainScreen& screen, const Session& session) {
             if (exact != screen.AccRatEquivalent1Box.text)
                 ratioRemark = "Exact integration gives " + exact + " : 1.";
         }
-    showExact(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, ratioRemark);
+    setRemark(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, ratioRemark);
     const auto mainPicture = [](std::string_view units) -> std::string {
         return units == ppmUnits ? "##0.0" : "##0.0000";
     };
-    showExact(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept,
+    setRemark(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept,
               exactRemark(verified.baselineFalseAccept, mainPicture, regional));
-    showExact(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject,
+    setRemark(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject,
               exactRemark(verified.baselineFalseReject, mainPicture, regional));
 }
 

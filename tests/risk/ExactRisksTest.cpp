@@ -156,14 +156,13 @@ struct Worst {
     double error = 0, bound = 0;
 };
 
-void check(const BoundedFigure& figure, const Precise& truth, const std::string& what, Worst& worst,
-           double wanted = 1e-9) {
+void check(const BoundedFigure& figure, const Precise& truth, const std::string& what, Worst& worst) {
     const double error = abs(Precise(figure.value) - truth).convert_to<double>();
     const double size = truth.convert_to<double>();
     EXPECT_LE(error, figure.bound + 1e-300) << what << " " << figure.value << " true " << size;
     if (size < 1e-15) return;
     EXPECT_LE(error / size, 1e-9) << what << " " << figure.value << " true " << size;
-    EXPECT_LE(figure.bound / size, wanted) << what << " " << figure.value;
+    EXPECT_LE(figure.bound / size, 1e-9) << what << " " << figure.value;
     worst.error = std::max(worst.error, error / size);
     worst.bound = std::max(worst.bound, figure.bound / size);
 }

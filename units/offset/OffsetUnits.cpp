@@ -47,24 +47,7 @@ MenuItem parameterMenu(const char* menu, const char* caption, const char* subjec
 
 void OffsetCalc::makeMenus() {
     menus = {
-        {.control = "mnu_Edit",
-         .caption = "&Edit",
-         .items =
-             {{.control = "mnu_Edit_Undo",
-               .caption = "&Undo",
-               .shortcut = "Ctrl+Z",
-               .editing = Editing::Undo,
-               .separatorAfter = true},
-              {.control = "mnu_Edit_Cut", .caption = "Cu&t", .shortcut = "Ctrl+X", .editing = Editing::Cut},
-              {.control = "mnu_Edit_Copy",
-               .caption = "&Copy",
-               .shortcut = "Ctrl+C",
-               .editing = Editing::Copy},
-              {.control = "mnu_Edit_Paste",
-               .caption = "&Paste",
-               .shortcut = "Ctrl+V",
-               .editing = Editing::Paste},
-              {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete}}},
+        editMenu(),
         {.control = "mnu_Units", .caption = "Measurement &Units", .run = [this] { openUnits(); }},
         parameterMenu("mnu_Bias", "% &In-Tol", "mnu_Bias_0", "mnu_Bias_1",
                       [this](int slot) { openBiasReference(slot); }),

@@ -1,0 +1,10 @@
+// What is said where there is nothing to plot.
+#pragma once
+
+#include "model/Message.h"
+
+namespace metrisk {
+
+inline constexpr Message noPlotData{"No data to plot.", "No Data Available", BoxIcon::Information};
+
+} // namespace metrisk
