@@ -43,11 +43,4 @@ MenuItem editMenu() {
             {.control = "mnu_Edit_Delete", .caption = "&Delete", .editing = Editing::Delete}}};
 }
 
-MenuItem worksheetRunMenu() {
-    return {.control = "mnu_Run",
-            .caption = "Ru&n",
-            .items = {{.control = "mnu_Run_Options", .caption = "&External Application"},
-                      {.control = "mnu_RunSetups", .caption = "Se&lect"}}};
-}
-
 } // namespace metrisk

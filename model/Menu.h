@@ -51,7 +51,4 @@ const MenuItem* findItem(const std::vector<MenuItem>& menu, const char* control)
 /// The menu that works on the active text box.
 MenuItem editMenu();
 
-/// The menu of other programs, as every worksheet has it.
-MenuItem worksheetRunMenu();
-
 } // namespace metrisk

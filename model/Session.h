@@ -10,6 +10,8 @@
 
 namespace metrisk {
 
+struct Desktop;
+
 /// Two sessions in two threads do not know of each other.
 struct Session {
     Settings& settings;
@@ -18,6 +20,7 @@ struct Session {
     Regional regional{};
     Analysis record{};
     Places places{};
+    Desktop* desktop = nullptr; // none in a run that nobody watches
 };
 
 } // namespace metrisk

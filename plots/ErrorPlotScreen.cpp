@@ -1,5 +1,6 @@
 #include "plots/ErrorPlotScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/Session.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
@@ -31,7 +32,7 @@ ErrorPlot::ErrorPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::Error,
         zoomMenu(),
         redrawItem("mnu_Redraw"),
         copyItem(),
-        worksheetRunMenu(),
+        runMenu(session()),
     };
 }
 

@@ -1,5 +1,6 @@
 #include "plots/ParameterPlotScreens.h"
 
+#include "links/RunMenu.h"
 #include "model/Session.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
@@ -35,7 +36,7 @@ SUPlot::SUPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::SU, "SUPlot"
         zoomMenu(),
         redrawItem("mnu_Refresh"),
         copyItem(),
-        worksheetRunMenu(),
+        runMenu(session()),
     };
 }
 
@@ -103,7 +104,7 @@ MTEPlot::MTEPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::MTE, "MTEP
         zoomMenu(),
         redrawItem("mnu_Refresh"),
         copyItem(),
-        worksheetRunMenu(),
+        runMenu(session()),
     };
 }
 

@@ -1,5 +1,6 @@
 #include "reliability/ReliabilityScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/Check.h"
 #include "model/NumberEntry.h"
 #include "model/NumberText.h"
@@ -91,7 +92,7 @@ void ReliabilityScreen::bind() {
     mnu_Exit_0.isDefault = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

@@ -1,5 +1,6 @@
 #include "risk/BaselineScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/NumberText.h"
 #include "model/RiskText.h"
 #include "model/Session.h"
@@ -108,7 +109,7 @@ BaselineScreen::BaselineScreen(Session& session)
                     .caption = showDefaultsCaption,
                     .run = [this] { defaultsShown_ = !defaultsShown_; }},
                    {.control = "mnu_Plot", .caption = "&Plot", .run = [this] { plot(); }}}},
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     refresh();

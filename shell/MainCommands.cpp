@@ -1,5 +1,6 @@
 #include "shell/MainCommands.h"
 
+#include "links/RunMenu.h"
 #include "model/Session.h"
 #include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
@@ -18,18 +19,6 @@
 namespace metrisk {
 
 namespace {
-
-std::vector<MenuItem> runItems() {
-    return {
-        {.control = "mnu_Run_Options_0", .caption = "&External Application"},
-        {.control = "mnu_Run_Options_1", .caption = "&Spreadsheet"},
-        {.control = "mnu_Run_Options_2", .caption = "&Calculator"},
-        {.control = "mnu_Run_Options_3",
-         .caption = "Se&lect",
-         .items = {{.control = "mnu_RunSetup_0", .caption = "Spreadsheet"},
-                   {.control = "mnu_RunSetup_1", .caption = "Calculator"}}},
-    };
-}
 
 /// `open` takes the reliability slot; without it there is nothing to run.
 std::vector<MenuItem> parameterItems(const char* subject, const char* measuring,
@@ -89,7 +78,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         {.control = "mnu_Uncertainty",
          .caption = "&Uncertainty",
          .run = [this] { screen_.openUncertainty(chooser_); }},
-        {.control = "mnu_Run", .caption = "Ru&n", .items = runItems()},
+        runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
 }

@@ -1,5 +1,6 @@
 #include "uncertainty/CorrelationScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/Text.h"
@@ -95,7 +96,7 @@ CorrelationScreen::CorrelationScreen(Session& session)
                   .run = [this] { clearSelected(); },
                   .shortcut = "Ctrl+-"},
              }},
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     refresh();

@@ -1,5 +1,6 @@
 #include "uncertainty/DataEntryScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
@@ -57,7 +58,7 @@ DataEntryScreen::DataEntryScreen(Session& session, int slot)
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         {.control = "CtrlEdit", .caption = "&Edit", .items = editItems()},
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

@@ -1,6 +1,8 @@
 // The menus and the toolbar of the process uncertainty worksheet.
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "links/RunMenu.h"
+
 namespace metrisk {
 
 void MTEErrorScreen::makeMenus() {
@@ -13,12 +15,7 @@ void MTEErrorScreen::makeMenus() {
         editMenu(),
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},
-        {.control = "mnu_Run",
-         .caption = "Ru&n",
-         .items = {{.control = "mnu_Run_Options_0", .caption = "&External Application"},
-                   {.control = "mnu_Run_Options_1", .caption = "&Spreadsheet"},
-                   {.control = "mnu_Run_Options_2", .caption = "&Calculator"},
-                   {.control = "mnu_RunSetups", .caption = "Se&lect"}}},
+        runMenu(session_),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

@@ -90,9 +90,8 @@ MTEErrorScreen::Row::Row(MTEErrorScreen& owner, int row)
 }
 
 MTEErrorScreen::MTEErrorScreen(Session& session)
-    : Worksheet("MTEError", "Measurement Process Uncertainty Worksheet", "uncertainty"),
-      session_(session), desk_{session.settings, session.ui, session.clock, session.regional,
-                               session.record} {
+    : Worksheet("MTEError", "Measurement Process Uncertainty Worksheet", "uncertainty"), session_(session),
+      desk_(session) {
     session_.record.UncertaintyWorksheetOpen = desk_.record.UncertaintyWorksheetOpen = true;
     Analysis& r = desk_.record;
     for (int row = 1; row < errorRowCount; ++row)

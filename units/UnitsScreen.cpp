@@ -1,5 +1,6 @@
 #include "units/UnitsScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/RelativeUnits.h"
@@ -62,7 +63,7 @@ UnitsRevision::UnitsRevision(Session& session, FileChooser& chooser)
     menus = {{.control = "mnu_Return", .caption = "&Return", .run = [this] { close(Way::Ok); }},
              {.control = "mnu_Database", .caption = "&Database", .items = databaseItems()},
              {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
-             worksheetRunMenu(),
+             runMenu(session_),
              {.control = "mnu_Help", .caption = "&Help...", .run = [this] { session_.ui.help(helpPage); }}};
     bindBoxes();
     if (units_.openCurrent()) readAreas();

@@ -1,5 +1,6 @@
 #include "risk/guardband/GuardbandScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/DisplayRule.h"
 #include "model/FlagGuard.h"
 #include "model/Message.h"
@@ -123,7 +124,7 @@ void GuardbandScreen::bindOptions() {
         {.control = "mnu_Procedure",
          .caption = "Hide &Procedure",
          .run = [this] { procedureShown_ = !procedureShown_; }},
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

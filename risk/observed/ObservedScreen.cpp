@@ -1,5 +1,6 @@
 #include "risk/observed/ObservedScreen.h"
 
+#include "links/RunMenu.h"
 #include "model/KeptFields.h"
 #include "model/Message.h"
 #include "model/NumberEntry.h"
@@ -68,7 +69,7 @@ ObservedScreen::ObservedScreen(Session& session)
     mnu_Exit_0.isDefault = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Notes", .caption = "&Notes"},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };

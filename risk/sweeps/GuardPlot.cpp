@@ -1,5 +1,6 @@
 #include "risk/sweeps/GuardPlot.h"
 
+#include "links/RunMenu.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
@@ -125,7 +126,7 @@ void GuardPlot::bindMenus() {
          .caption = "&Print Graph",
          .run = [this] { printGraph(); },
          .shortcut = "Ctrl+P"},
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
 }

@@ -26,6 +26,7 @@ namespace metrisk {
 MainWindow::MainWindow(Session& session, QtInteraction& ui)
     : session_(session), ui_(ui), chooser_(this), model_(session), commands_(session, model_, chooser_) {
     setObjectName(model_.name);
+    session_.desktop = &desktop_;
     setAcceptDrops(true);
     setWindowIcon(QIcon(":/icons/metrisk.svg"));
     auto* scroll = new QScrollArea;
@@ -52,6 +53,7 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
 }
 
 MainWindow::~MainWindow() {
+    session_.desktop = nullptr;
     ui_.setMainScreen(nullptr);
     ui_.onStatus = nullptr;
 }

@@ -1,7 +1,9 @@
 // The main screen's window: panels, menus, toolbar and status bar over its worksheet.
 #pragma once
 
+#include "model/Desktop.h"
 #include "screens/QtFileChooser.h"
+#include "screens/QtLauncher.h"
 #include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
 
@@ -44,6 +46,8 @@ class MainWindow final : public QMainWindow {
     Session& session_;
     QtInteraction& ui_;
     QtFileChooser chooser_;
+    QtLauncher launcher_;
+    Desktop desktop_{chooser_, launcher_};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;

@@ -47,9 +47,7 @@ void settleParts(double offset, const std::string& offsetPicture, double mode, d
 
 OffsetCalc::OffsetCalc(Session& session, FileChooser& chooser)
     : Worksheet("OffsetCalc", "Parameter Bias Uncertainty Worksheet", "tolerance-offsets"), session_(session),
-      chooser_(chooser), desk_{session.settings, session.ui,     session.clock,
-                               session.regional, session.record, session.places},
-      units_(session, chooser) {
+      chooser_(chooser), desk_(session), units_(session, chooser) {
     Analysis& r = desk_.record;
     for (const SubjectSide* side : {&upperSide, &lowerSide})
         settleParts(r.*side->offset, r.*side->offsetPicture, r.SU_Mode, r.*side->fixed, r.*side->fixedPicture,

@@ -1,4 +1,5 @@
 // The unit boxes of the tolerance offset worksheet, and the way in and out of it.
+#include "links/RunMenu.h"
 #include "model/Message.h"
 #include "model/Picture.h"
 #include "model/RelativeUnits.h"
@@ -53,7 +54,7 @@ void OffsetCalc::makeMenus() {
                       [this](int slot) { openBiasReference(slot); }),
         parameterMenu("mnu_Reliability", "&Reliability", "mnu_Reliability_0", "mnu_Reliability_1",
                       [this](int slot) { openReliability(slot); }),
-        worksheetRunMenu(),
+        runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     toolbar = {{"OK", "Accept Changes", "mnu_OK"},

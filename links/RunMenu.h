@@ -1,0 +1,13 @@
+// The menu of other programs, which almost every screen bears.
+#pragma once
+
+#include "model/Menu.h"
+
+namespace metrisk {
+
+struct Session;
+
+/// Ends with the screen it is made for; the session must outlive it.
+MenuItem runMenu(Session& session);
+
+} // namespace metrisk

@@ -1,0 +1,33 @@
+// A session before a desktop of foreseen file dialogs and programs.
+#pragma once
+
+#include "model/Desktop.h"
+#include "tests/support/ScriptedChooser.h"
+#include "tests/support/TestSession.h"
+
+#include <string>
+#include <vector>
+
+namespace metrisk::testing {
+
+/// Takes whatever it is asked to open.
+class ScriptedLauncher final : public Launcher {
+  public:
+    std::vector<std::string> opened;
+    std::string failure; // of every opening, if there is one
+
+    std::string openDocument(const std::string& path) override {
+        opened.push_back(path);
+        return failure;
+    }
+};
+
+struct TestDesktop : TestSession {
+    ScriptedChooser chooser;
+    ScriptedLauncher programs;
+    Desktop desktop{chooser, programs};
+
+    TestDesktop() { session.desktop = &desktop; }
+};
+
+} // namespace metrisk::testing
