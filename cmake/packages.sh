@@ -1,7 +1,7 @@
 # Shared by ./run and ./test: installs missing Debian packages and builds a preset.
 
 build_packages=(g++ cmake ninja-build ccache pkg-config libcli11-dev nlohmann-json3-dev libcairo2-dev libpango1.0-dev
-  libsqlitecpp-dev libsqlite3-dev mdbtools-dev fonts-dejavu-core)
+  libsqlitecpp-dev libsqlite3-dev mdbtools-dev libglib2.0-dev fonts-dejavu-core)
 window_packages=(qt6-base-dev qt6-svg-dev libgl1-mesa-dev)
 test_packages=(clang clang-format libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db)

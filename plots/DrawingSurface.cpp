@@ -47,6 +47,16 @@ double DrawingSurface::TextHeight() const {
     return measureLine() * (bottom - top) / deviceHeight();
 }
 
+double DrawingSurface::deviceLengthX(double users) const {
+    const auto [left, top, right, bottom] = edges();
+    return isEmpty() ? 0 : std::fabs(users / (right - left) * deviceWidth());
+}
+
+double DrawingSurface::deviceLengthY(double users) const {
+    const auto [left, top, right, bottom] = edges();
+    return isEmpty() ? 0 : std::fabs(users / (bottom - top) * deviceHeight());
+}
+
 Point DrawingSurface::toDevice(Point user) const {
     const auto [left, top, right, bottom] = edges();
     return {(user.x - left) / (right - left) * deviceWidth(),

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace metrisk {
@@ -18,11 +19,13 @@ Colour between(Colour a, Colour b, double shareOfB);
 inline constexpr Colour black{0, 0, 0};
 inline constexpr Colour white{255, 255, 255};
 
-/// Text size in points, weight, and whether all characters are as wide.
+/// Text size in points, weight, whether all characters are as wide, and the family, if not the surface's own.
 struct TextFont {
     double Size = 8;
     bool Bold = false;
     bool Fixed = false;
+    bool Italic = false;
+    std::string Family{};
     bool operator==(const TextFont&) const = default;
 };
 
@@ -64,6 +67,10 @@ class DrawingSurface {
     /// Of one line of text in units of y, with the sign of the y scale: where y grows upward it is negative,
     /// so that y + n * TextHeight lies n lines further down.
     double TextHeight() const;
+
+    /// Lengths in device units; never negative.
+    double deviceLengthX(double users) const;
+    double deviceLengthY(double users) const;
 
     /// In device units.
     virtual double deviceWidth() const = 0;

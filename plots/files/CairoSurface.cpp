@@ -20,6 +20,11 @@ CairoSurface::CairoSurface(cairo_t* context, double width, double height)
     : DrawingSurface(black, white), context_(context), width_(width), height_(height),
       layout_(pango_cairo_create_layout(context), g_object_unref) {
     cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
+    // Text taken out of a PDF would lose the letters of a ligature.
+    PangoAttrList* plain = pango_attr_list_new();
+    pango_attr_list_insert(plain, pango_attr_font_features_new("liga=0,clig=0"));
+    pango_layout_set_attributes(layout_.get(), plain);
+    pango_attr_list_unref(plain);
 }
 
 void CairoSurface::clear() {
@@ -53,7 +58,10 @@ void CairoSurface::drawBox(Point corner, Point opposite, Colour colour) {
 PangoLayout* CairoSurface::laidOut(std::string_view text) const {
     if (!(shaped_ == Font)) {
         shaped_ = Font;
-        PangoFontDescription* font = pango_font_description_from_string(Font.Fixed ? "Monospace" : "Sans");
+        PangoFontDescription* font = pango_font_description_new();
+        const std::string family = Font.Family.empty() ? (Font.Fixed ? "Monospace" : "Sans") : Font.Family;
+        pango_font_description_set_family(font, family.c_str());
+        pango_font_description_set_style(font, Font.Italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
         pango_font_description_set_absolute_size(font, Font.Size * unitsPerPoint * PANGO_SCALE);
         pango_font_description_set_weight(font, Font.Bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
         pango_layout_set_font_description(layout_.get(), font);

@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <algorithm>
 
 namespace metrisk {
 
@@ -56,11 +57,13 @@ void PainterSurface::drawBox(Point corner, Point opposite, Colour colour) {
 void PainterSurface::takeFont() const {
     QFont font = painter_.font();
     if (scaled_)
-        font.setPixelSize(qRound(Font.Size * 96 / 72));
+        font.setPixelSize(std::max(1, qRound(Font.Size * 96 / 72)));
     else
         font.setPointSizeF(Font.Size);
     font.setBold(Font.Bold);
+    font.setItalic(Font.Italic);
     if (Font.Fixed) font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    if (!Font.Family.empty()) font.setFamily(metrisk::qt(Font.Family));
     if (font != painter_.font()) painter_.setFont(font);
 }
 

@@ -1,0 +1,55 @@
+#include "persistence/Digest.h"
+
+#include "model/Analysis.h"
+#include "numerics/Real.h"
+#include "persistence/AnalysisFile.h"
+
+#include <glib.h>
+#include <memory>
+
+namespace metrisk {
+
+namespace {
+
+std::string taken(char* made) {
+    const std::unique_ptr<char, decltype(&g_free)> text(made, g_free);
+    return text.get();
+}
+
+} // namespace
+
+std::string sha256(std::string_view bytes) {
+    return taken(g_compute_checksum_for_data(G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(bytes.data()),
+                                             bytes.size()));
+}
+
+std::string base64(std::string_view bytes) {
+    return taken(g_base64_encode(reinterpret_cast<const guchar*>(bytes.data()), bytes.size()));
+}
+
+std::string inputsFingerprint(const Analysis& record) {
+    Analysis inputs = record;
+    const Analysis none;
+    static_cast<Snapshot&>(inputs) = none;
+    const int convention = record.FalseAcceptOption;
+    const Flag keyedOnAccept = record.EqRatioOnFalseAccept;
+    const std::string baseline = record.UserOption;
+    static_cast<RiskResults&>(inputs) = none;
+    inputs.FalseAcceptOption = convention;
+    inputs.EqRatioOnFalseAccept = keyedOnAccept;
+    inputs.UserOption = baseline;
+    inputs.GB_FARisk = inputs.GB_FRRisk = inputs.GB_EqAccRat = 0;
+    inputs.GB_FARiskUnits = none.GB_FARiskUnits;
+    inputs.GB_FRRiskUnits = none.GB_FRRiskUnits;
+    inputs.GB_EqAccRatValid = none.GB_EqAccRatValid;
+    static_cast<BiasAnalysis&>(inputs) = none;
+    static_cast<ReportFields&>(inputs) = none;
+    static_cast<PlotOptions&>(inputs) = none;
+    try {
+        return sha256(AnalysisText(inputs));
+    } catch (const RuntimeFault&) {
+        return "";
+    }
+}
+
+} // namespace metrisk

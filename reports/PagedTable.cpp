@@ -1,0 +1,125 @@
+// Tables on pages: rows that stay whole, headings that are repeated.
+#include "reports/PagedDocument.h"
+
+#include <algorithm>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double cellPadding = 30; // above and below the lines of a row
+constexpr double cellGap = 80;     // between the texts of columns
+constexpr double paperEdge = 360;  // a table stays so far from it
+constexpr double leastTable = 1440;
+constexpr double leastCell = 200;
+
+} // namespace
+
+/// The texts of the rows as lines in the present font.
+std::vector<PagedDocument::Row> PagedDocument::laidOut(const TableMarkup& table) const {
+    std::vector<Row> rows;
+    for (const auto& texts : table.rows) {
+        Row row;
+        for (std::size_t column = 0; column < texts.size(); ++column) {
+            row.cells.push_back(
+                wrapped(texts[column], std::max(table.columns[column].width - cellGap, leastCell)));
+            row.lines = std::max(row.lines, row.cells.back().size());
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+double PagedDocument::heightOf(const Row& row) const {
+    return static_cast<double>(row.lines) * lineHeight() + 2 * cellPadding;
+}
+
+void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x) {
+    const TextFont itsFont = font();
+    const double height = lineHeight();
+    CurrentY += cellPadding;
+    for (std::size_t line = 0; line < row.lines; ++line, CurrentY += height) {
+        double left = x;
+        for (std::size_t column = 0; column < table.columns.size(); ++column) {
+            const double width = table.columns[column].width;
+            if (line < row.cells[column].size()) {
+                const std::string& text = row.cells[column][line];
+                const double room = width - cellGap - measure(text, itsFont);
+                place(left + (table.columns[column].centred ? room / 2 : 0), CurrentY, text, itsFont);
+            }
+            left += width;
+        }
+    }
+    CurrentY += cellPadding;
+}
+
+/// A row taller than a page goes onto pages by pieces; the rest of it stays in `row`.
+void PagedDocument::placeTallRow(const TableMarkup& table, Row& row, double x) {
+    while (CurrentY + heightOf(row) > bodyBottom()) {
+        const double room = (bodyBottom() - CurrentY - 2 * cellPadding) / lineHeight();
+        const auto fit = static_cast<std::size_t>(std::max(1.0, room));
+        if (fit >= row.lines) return;
+        Row piece;
+        piece.lines = fit;
+        for (auto& lines : row.cells) {
+            const auto end = lines.begin() + static_cast<std::ptrdiff_t>(std::min(fit, lines.size()));
+            piece.cells.emplace_back(lines.begin(), end);
+            lines.erase(lines.begin(), end);
+        }
+        row.lines -= fit;
+        placeRow(table, piece, x);
+        placeRunningTexts();
+        beginPage();
+    }
+}
+
+void PagedDocument::placeHeading(const TableMarkup& table, double x) {
+    for (const Row& row : laidOut(table)) placeRow(table, row, x);
+    report_.pages.back().push_back(PlacedRule{x, CurrentY, x + table.width(), CurrentY});
+}
+
+void PagedDocument::Table(std::string_view markup) {
+    TableMarkup table = readTable(markup);
+    const double x = MarginLeft + IndentLeft;
+    const double most = std::max(PageWidth - paperEdge - x, leastTable);
+    if (table.width() > most)
+        for (const double share = most / table.width(); TableColumn & column : table.columns)
+            column.width *= share;
+    std::vector<Row> rows = laidOut(table);
+    const bool caption = table.columns.size() == 1 && rows.size() == 1;
+    if (caption || FontBold) {
+        double whole = 0;
+        for (const Row& row : rows) whole += heightOf(row);
+        need(whole);
+        keepWithNext();
+        tableHeading_.reset();
+        if (caption) {
+            bookmark(table.rows[0][0], 0);
+            placeRow(table, rows[0], x);
+        } else {
+            placeHeading(table, x);
+            tableHeading_ = TableHeading{table, CurrentY};
+        }
+    } else {
+        std::optional<TableHeading> heading;
+        heading.swap(tableHeading_);
+        if (heading && (heading->table.columns != table.columns || heading->below != CurrentY))
+            heading.reset();
+        for (Row& row : rows) {
+            const std::size_t pages = report_.pages.size();
+            const bool headingCameAlong = heading_.has_value();
+            need(heightOf(row));
+            if (heading && !headingCameAlong && report_.pages.size() > pages) {
+                FontBold = true;
+                placeHeading(heading->table, x);
+                FontBold = false;
+            }
+            contentPlaced();
+            placeTallRow(table, row, x);
+            placeRow(table, row, x);
+        }
+    }
+    CurrentX = lineStart_ = MarginLeft + IndentLeft;
+}
+
+} // namespace metrisk

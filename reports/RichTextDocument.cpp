@@ -1,0 +1,171 @@
+#include "reports/RichTextDocument.h"
+
+#include "model/Text.h"
+
+#include <cmath>
+#include <cstdint>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double pixelsPerTwip = 96.0 / 1440;
+constexpr double printScale = 2; // pictures have room for a printer's resolution
+
+std::string number(double value) {
+    return std::to_string(static_cast<long>(std::lround(value)));
+}
+
+/// The next character of valid UTF-8, which the text loses.
+std::uint32_t takeCharacter(std::string_view& text) {
+    const auto byte = [&](std::size_t i) -> std::uint32_t { return static_cast<unsigned char>(text[i]); };
+    const std::uint32_t first = byte(0);
+    const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    std::uint32_t value = length == 1 ? first : first & (0xFFu >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) value = value << 6 | (byte(i) & 0x3F);
+    text.remove_prefix(length);
+    return value;
+}
+
+std::string unicodeWord(std::uint32_t unit) {
+    const int value = unit > 0x7FFF ? static_cast<int>(unit) - 0x10000 : static_cast<int>(unit);
+    return "\\u" + std::to_string(value) + "?";
+}
+
+std::string hexadecimal(std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::size_t bytesPerLine = 64;
+    std::string text;
+    text.reserve(bytes.size() * 2 + bytes.size() / bytesPerLine);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i % bytesPerLine == 0) text += '\n';
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        text += digits[byte >> 4];
+        text += digits[byte & 15];
+    }
+    return text;
+}
+
+} // namespace
+
+std::string richText(std::string_view given) {
+    const std::string valid = toUtf8(std::string(given));
+    std::string_view text = valid;
+    std::string rich;
+    while (!text.empty()) {
+        const std::uint32_t c = takeCharacter(text);
+        if (c == '\\' || c == '{' || c == '}') {
+            rich += '\\';
+            rich += static_cast<char>(c);
+        } else if (c == '\n') {
+            rich += "\\line ";
+        } else if (c == '\t') {
+            rich += "\\tab ";
+        } else if (c >= 0x10000) {
+            rich +=
+                unicodeWord(0xD800 + ((c - 0x10000) >> 10)) + unicodeWord(0xDC00 + ((c - 0x10000) & 0x3FF));
+        } else if (c >= 0x80) {
+            rich += unicodeWord(c);
+        } else if (c >= 0x20) {
+            rich += static_cast<char>(c);
+        }
+    }
+    return rich;
+}
+
+RichTextDocument::RichTextDocument(const PageSetup& setup, std::string title, PngMaker png)
+    : title_(std::move(title)), png_(std::move(png)) {
+    const PageSetup page = setup.settled();
+    PageWidth = page.width;
+    PageHeight = page.height;
+    MarginLeft = page.left;
+    MarginTop = page.top;
+    MarginRight = page.right;
+    MarginBottom = page.bottom;
+    ExportFormat = ReportFormat::RichText;
+}
+
+void RichTextDocument::StartDoc() {
+    bytes_ = "{";
+}
+
+void RichTextDocument::EndDoc() {
+    beginBody();
+    bytes_ += "}\n";
+}
+
+void RichTextDocument::ExportRaw(std::string_view raw) {
+    bytes_ += raw;
+    bytes_ += '\n';
+}
+
+/// What the file says of itself comes behind the first running texts.
+void RichTextDocument::beginBody() {
+    if (inBody_) return;
+    inBody_ = true;
+    bytes_ += "{\\info{\\title " + richText(title_) + "}}\n\\paperw" + number(PageWidth) + "\\paperh" +
+              number(PageHeight) + "\\margl" + number(MarginLeft) + "\\margr" + number(MarginRight) +
+              "\\margt" + number(MarginTop) + "\\margb" + number(MarginBottom) + "\n";
+    placedY_ = CurrentY;
+}
+
+void RichTextDocument::NewPage() {
+    beginBody();
+    bytes_ += "\\sect\\sectd\n\\pard\\plain\\tqc\\tx" + number(textWidth() / 2) + "\\tqr\\tx" +
+              number(textWidth()) + "\\f999\\fs" + number(2 * HdrFontSize) + (HdrFontBold ? "\\b" : "") +
+              "\n";
+    placedY_ = CurrentY;
+}
+
+std::string RichTextDocument::fontWords() const {
+    return "\\f999\\fs" + number(2 * FontSize) + (FontBold ? "\\b" : "");
+}
+
+void RichTextDocument::paragraph(std::string_view words) {
+    beginBody();
+    bytes_ += "\\pard\\plain" + fontWords() + "\\li" + number(IndentLeft);
+    if (CurrentY > placedY_) bytes_ += "\\sb" + number(CurrentY - placedY_);
+    placedY_ = CurrentY;
+    bytes_ += words;
+    bytes_ += ' ';
+}
+
+void RichTextDocument::Text(std::string_view text) {
+    paragraph(FontBold ? "\\keepn" : "");
+    bytes_ += (text == "\n" ? "" : richText(text)) + "\\par\n";
+}
+
+void RichTextDocument::Table(std::string_view markup) {
+    beginBody();
+    const TableMarkup table = readTable(markup);
+    std::string edges;
+    double edge = IndentLeft;
+    for (const TableColumn& column : table.columns) edges += "\\cellx" + number(edge += column.width);
+    for (const auto& row : table.rows) {
+        bytes_ += "\\trowd\\trgaph0\\trkeep" + std::string(FontBold ? "\\trhdr" : "") + "\\trleft" +
+                  number(IndentLeft) + edges + "\n";
+        for (std::size_t i = 0; i < row.size(); ++i)
+            bytes_ += "\\pard\\plain\\intbl" + fontWords() + (table.columns[i].centred ? "\\qc " : "\\ql ") +
+                      richText(row[i]) + "\\cell\n";
+        bytes_ += "\\row\n";
+    }
+    placedY_ = CurrentY;
+}
+
+void RichTextDocument::DrawLine(double, double, double, double) {
+    beginBody();
+    bytes_ += "\\pard\\plain\\fs4\\brdrb\\brdrs\\brdrw10\\brsp20 \\par\n";
+    placedY_ = CurrentY;
+}
+
+void RichTextDocument::DrawPicture(const ReportPicture& picture, double, double, double width,
+                                   double height) {
+    const int across = static_cast<int>(std::lround(width * pixelsPerTwip * printScale));
+    const int down = static_cast<int>(std::lround(height * pixelsPerTwip * printScale));
+    paragraph("\\qc");
+    bytes_ += "{\\pict\\pngblip\\picw" + std::to_string(across) + "\\pich" + std::to_string(down) +
+              "\\picwgoal" + number(width) + "\\pichgoal" + number(height) +
+              hexadecimal(png_(picture, across, down)) + "}\\par\n";
+}
+
+} // namespace metrisk

@@ -1,0 +1,56 @@
+#include "reports/RunningText.h"
+
+#include "reports/ReportDocument.h"
+#include "reports/RichTextDocument.h"
+
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+void replaceAll(std::string& text, std::string_view what, std::string_view by) {
+    for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += by.size())
+        text.replace(at, what.size(), by);
+}
+
+std::string prologueOf(const ReportDocument& document) {
+    std::string prologue = "\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1033 ";
+    prologue += "{\\fonttbl{\\f999 {{fname}};}}\\li0\\tqc\\tx{{center}}\\tqr\\tx{{right}}\\f999\\fs{{fsize}}";
+    const auto whole = [](double value) { return std::to_string(std::lround(value)); };
+    replaceAll(prologue, "{{center}}", whole(document.textWidth() / 2));
+    replaceAll(prologue, "{{right}}", whole(document.textWidth()));
+    replaceAll(prologue, "{{fname}}", richText(document.HdrFontName));
+    replaceAll(prologue, "{{fsize}}", whole(document.HdrFontSize * 2));
+    if (document.HdrFontBold) prologue += "\\b";
+    if (document.HdrFontItalic) prologue += "\\i";
+    if (document.HdrFontUnderline) prologue += "\\ul";
+    return prologue;
+}
+
+std::string fieldsOf(std::string_view running) {
+    std::string text = richText(running);
+    replaceAll(text, "%d", "{\\field{\\*\\fldinst PAGE}}");
+    std::string line = " {{left}} \\tab {{center}} \\tab {{right}}\\par }}";
+    for (const char* place : {"{{left}}", "{{center}}", "{{right}}"}) {
+        const std::size_t end = std::min(text.find('|'), text.size());
+        replaceAll(line, place, text.substr(0, end));
+        text.erase(0, std::min(end + 1, text.size()));
+    }
+    return line;
+}
+
+} // namespace
+
+void BeginExportHeader(ReportDocument& document, bool prologue) {
+    if (document.ExportFile.empty() || document.ExportFormat != ReportFormat::RichText) return;
+    document.GetMargins();
+    std::string head = prologue ? prologueOf(document) : "";
+    if (!document.Header.empty()) {
+        document.ExportRaw(head + "{\\header{" + fieldsOf(document.Header));
+        head.clear();
+    }
+    if (!document.Footer.empty()) document.ExportRaw(head + "{\\footer{" + fieldsOf(document.Footer));
+}
+
+} // namespace metrisk
