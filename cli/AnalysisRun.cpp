@@ -4,6 +4,7 @@
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
+#include "risk/CurrentFigures.h"
 
 #include <filesystem>
 
@@ -51,7 +52,10 @@ std::string AnalysisRun::diagnostics(const std::string& name) const {
 bool saveResults(AnalysisRun& run, const std::string& file, bool force) {
     const std::string target = NormalizeAnalysisName(file);
     std::error_code none;
-    if (target == file || force || !std::filesystem::exists(target, none)) return run.save(file);
+    if (target == file || force || !std::filesystem::exists(target, none)) {
+        dropStaleFigures(run.session);
+        return run.save(file);
+    }
     tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});
     return false;
 }

@@ -60,6 +60,11 @@ void CompareBaseline(Session& session) {
                           r.Last_Base3 == r.Base_MTEPctInTol && r.Last_Base4 == r.Base_SUPctInTol;
 }
 
+bool baselineSnapshotHolds(const Analysis& r) {
+    return r.Last_Base1 == wholeNumber(r.Base_AccRatNum) && r.Last_Base2 == wholeNumber(r.Base_AccRatDen) &&
+           r.Last_Base3 == wholeNumber(r.Base_MTEPctInTol) && r.Last_Base4 == wholeNumber(r.Base_SUPctInTol);
+}
+
 void TakeSnapshot(Analysis& r) {
     r.Last_Mode = r.SU_Mode;
     r.Last_UpperLimit = r.SU_UpperLimit;
@@ -88,6 +93,10 @@ void TakeBaselineSnapshot(Analysis& r) {
     r.Last_Base2 = wholeNumber(r.Base_AccRatDen);
     r.Last_Base3 = wholeNumber(r.Base_MTEPctInTol);
     r.Last_Base4 = wholeNumber(r.Base_SUPctInTol);
+}
+
+void DropSnapshot(Analysis& r) {
+    r.Last_PctInTol = 0; // no analysis has a compute of it
 }
 
 void DropBaselineSnapshot(Analysis& r) {

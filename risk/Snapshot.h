@@ -16,10 +16,14 @@ bool snapshotHolds(const Session& session);
 /// Sets BaselineUnchanged. The stored figures are whole numbers, so that a baseline with a fraction
 /// always counts as changed.
 void CompareBaseline(Session& session);
+/// The whole-number parts are those of the last ratio search. A change that they do not show drops the ratio.
+bool baselineSnapshotHolds(const Analysis& record);
 
 void TakeSnapshot(Analysis& record);
 /// Cuts each figure to a whole number; one too large for the file is stored as the largest.
 void TakeBaselineSnapshot(Analysis& record);
+/// The entries count as changed at the next comparison.
+void DropSnapshot(Analysis& record);
 /// The baseline counts as changed at the next comparison.
 void DropBaselineSnapshot(Analysis& record);
 

@@ -6,6 +6,7 @@
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
+#include "risk/CurrentFigures.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
@@ -152,6 +153,7 @@ bool FileCommands::saveTo(const std::string& path) {
     const std::string before = r.AnalysisFileName;
     r.AnalysisFileName = name;
     r.AbortFlag = false;
+    dropStaleFigures(session_);
     WriteAnalysis(session_, name);
     if (r.AbortFlag) {
         r.AnalysisFileName = before;

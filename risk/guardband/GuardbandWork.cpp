@@ -272,6 +272,7 @@ void GuardbandScreen::store(bool changed) {
         if (ratioCurrent_) {
             r.EqAccRat = r.GB_EqAccRat;
             r.EqAccRatDen = "1.00";
+            TakeBaselineSnapshot(r);
         }
     } else if (changed) {
         r.RisksNeedCompute = true;

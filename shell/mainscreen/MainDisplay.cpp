@@ -5,9 +5,9 @@
 #include "model/RiskText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
+#include "risk/CurrentFigures.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"
-#include "risk/Snapshot.h"
 #include "risk/exact/Verified.h"
 #include "shell/mainscreen/LimitRows.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -47,20 +47,12 @@ bool entriesComplete(const Analysis& r) {
     return tolerance && r.SU_PctInTol > 0 && r.MTE_PctInTol > 0 && r.MTE_Offset > 0;
 }
 
-bool resultsAreCurrent(const Session& session) {
-    const Analysis& r = session.record;
-    if (!everComputed(r)) return true; // nothing is shown that could be old
-    if (r.ResultsStale || r.RisksNeedCompute) return false;
-    // Files of early versions hold figures without the entries that they were computed from.
-    return r.Last_PctInTol == 0 || snapshotHolds(session);
-}
-
 std::string nextStep(const Session& session) {
     const Analysis& r = session.record;
     if (!entriesComplete(r)) return "Enter nominal value, tolerance and % in-tolerance";
-    if (!everComputed(r)) return "Ready to compute";
+    if (r.Last_PctInTol == 0) return "Ready to compute";
     if (r.ResultsStale) return notComputedTip;
-    return resultsAreCurrent(session) ? "Computed" : "Entries changed: compute again";
+    return risksAreCurrent(session) ? "Computed" : "Entries changed: compute again";
 }
 
 void showSubject(MainScreen& screen, const Session& session) {
@@ -111,16 +103,19 @@ void showRisks(MainScreen& screen, const Session& session) {
     screen.pnl_RiskLabel_1.emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
 
     // Figures of other entries must not look like those of the entries that are seen.
-    const bool current = resultsAreCurrent(session);
+    const bool current = !computed || risksAreCurrent(session); // an empty box has nothing old
+    const bool currentRatio = !searched || ratioIsCurrent(session);
     screen.AcceptRisk.toolTip = current ? "Computed false accept risk" : notComputedTip;
     screen.RejectRisk.toolTip = current ? "Computed false reject risk" : notComputedTip;
     screen.AccRatEquivalent1Box.toolTip =
-        current ? "Accuracy ratio with the same risk in the baseline" : notComputedTip;
-    for (Control* shown : std::initializer_list<Control*>{
-             &screen.AcceptRisk, &screen.AcceptUnits, &screen.RejectRisk, &screen.RejectUnits,
-             &screen.AccRatEquivalent1Box, &screen.AccRatEquivalent2Box, &screen.Lbl_EqAccRatColon,
-             &screen.Lbl_EqAccRatNote})
+        currentRatio ? "Accuracy ratio with the same risk in the baseline" : notComputedTip;
+    for (Control* shown : std::initializer_list<Control*>{&screen.AcceptRisk, &screen.AcceptUnits,
+                                                          &screen.RejectRisk, &screen.RejectUnits})
         shown->enabled = current;
+    for (Control* shown :
+         std::initializer_list<Control*>{&screen.AccRatEquivalent1Box, &screen.AccRatEquivalent2Box,
+                                         &screen.Lbl_EqAccRatColon, &screen.Lbl_EqAccRatNote})
+        shown->enabled = currentRatio;
     screen.ComputeResults.enabled = !r.Computing;
 
     const auto baselineText = [&](double value, const std::string& units) {
@@ -140,7 +135,7 @@ void showRisks(MainScreen& screen, const Session& session) {
 void showSecondFigures(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     const Regional& regional = session.regional;
-    const bool current = everComputed(r) && resultsAreCurrent(session);
+    const bool current = everComputed(r) && risksAreCurrent(session);
     Verified verified = verifyRisks(r);
     if (!current) verified.falseAccept = verified.falseReject = {};
     setRemark(screen.AcceptRisk, screen.Lbl_ExactAccept,
@@ -148,7 +143,7 @@ void showSecondFigures(MainScreen& screen, const Session& session) {
     setRemark(screen.RejectRisk, screen.Lbl_ExactReject,
               exactRemark(verified.falseReject, riskPicture, regional));
     std::string ratioRemark;
-    if (current && r.ComputeEqRatio && ratioAttained(r.EqAccRat))
+    if (ratioIsCurrent(session) && ratioAttained(r.EqAccRat))
         if (const auto ratio = exactRatio(r, verified)) {
             const std::string exact = FormatNumber(*ratio, ratioPicture, regional);
             if (exact != screen.AccRatEquivalent1Box.text)

@@ -1,0 +1,31 @@
+// Which of the figures that a record carries belong to its present entries.
+#pragma once
+
+namespace metrisk {
+
+struct Session;
+
+/// A figure that is not current was computed from other entries, or never: it is no result to be reported.
+struct CurrentFigures {
+    bool risks = false;          // FalseAcceptRisk and FalseRejectRisk
+    bool ratio = false;          // EqAccRat: searched for these risks and this baseline
+    bool noSuchRatio = false;    // and the search found that no ratio has such a risk
+    bool guardbands = false;     // GB_FARisk and GB_FRRisk, at the present multipliers
+    bool guardbandRatio = false; // GB_EqAccRat
+    bool observed = false;       // Obs_PctInTol beside SU_PctInTol
+    bool bias = false;           // the SMPC_ results
+};
+
+/// Nothing of the session changes. The risks are judged by the entries kept with them; guardband, observed
+/// and bias figures by computing them again, since nothing is kept of what they were made from.
+CurrentFigures currentFigures(const Session& session);
+
+/// The first two alone, which cost next to nothing.
+bool risksAreCurrent(const Session& session);
+bool ratioIsCurrent(const Session& session);
+
+/// What a file must not carry into another session, where nobody would know it for old: guardband risks that
+/// are not current become 0, and risks of another convention lose the entries kept with them.
+void dropStaleFigures(Session& session);
+
+} // namespace metrisk

@@ -1,0 +1,102 @@
+// Baseline, guardbands, observed shares, sweeps and maps.
+#include "tests/cli/Cli.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace metrisk::testing {
+
+TEST_F(Cli, BaselineTakesItsFiguresFromTheCommandLine) {
+    const Result result = run("baseline --ratio 4:1 --mte 85 --su 72");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "Baseline false accept risk  4.1048 %\nBaseline false reject risk  3.7542 %\n");
+    const json producer = run("baseline --ratio 4:1 --mte 90.601 --su 85 --producer --json").lines().at(0);
+    EXPECT_NEAR(producer["BaselineFalseAccept"].get<double>(), 0.02, 5e-5);
+    for (const char* ratio : {"4", "4.0:1", "8:2"})
+        EXPECT_EQ(run("baseline --mte 85 --su 72 --ratio " + std::string(ratio)).out, result.out) << ratio;
+    for (const char* bad :
+         {"--ratio 4:1:2 --mte 85 --su 72", "--ratio 4x:1 --mte 85 --su 72", "--ratio 4/2 --mte 85 --su 72",
+          "--ratio '4 to 1' --mte 85 --su 72", "--ratio 0:1 --mte 85 --su 72", "--ratio 4:0 --mte 85 --su 72",
+          "--ratio x --mte 85 --su 72", "--ratio 4:1 --mte 100 --su 72", "--ratio 4:1 --mte 85 --su 0",
+          "--ratio 4:1 --mte nan --su 72", "--ratio 4:1 --mte 85"})
+        EXPECT_EQ(run(std::string("baseline ") + bad).status, 2) << bad;
+}
+
+TEST_F(Cli, SolvesGuardbands) {
+    const std::string file(good);
+    const json main = json::parse(run("compute --json " + file).out);
+    const auto solved = run("guardband --target-fa 0.2% --symmetric multipliers --json --save " + file);
+    const json found = json::parse(solved.out);
+    EXPECT_EQ(found["status"], "computed");
+    EXPECT_NEAR(found["FalseAccept"].get<double>(), 0.002, 2e-7);
+    EXPECT_EQ(found["GB_UpperMult"], found["GB_LowerMult"]);
+    // Saved are the guardbands and their risks, never the main results.
+    const json saved = json::parse(run("show --json " + file).out);
+    // A file holds 15 digits.
+    EXPECT_NEAR(saved["GB_UpperMult"].get<double>(), found["GB_UpperMult"].get<double>(), 1e-14);
+    EXPECT_NEAR(saved["GB_FARisk"].get<double>(), 0.2, 2e-5);
+    EXPECT_NEAR(saved["FalseAcceptRisk"].get<double>(), main["FalseAcceptRisk"].get<double>(), 1e-13);
+    for (const auto& [words, status] : {std::pair{"--target-fa 2", 2},
+                                        {"--target-fa 2%% --equalize", 2},
+                                        {"", 2},
+                                        {"--target-fa 0%", 1},
+                                        {"--target-fr 200%", 1}})
+        EXPECT_EQ(run("guardband " + std::string(words) + " --symmetric k " + file).status, status) << words;
+}
+
+TEST_F(Cli, ConvertsTrueAndObserved) {
+    const std::string file(good);
+    const json observed = json::parse(run("observed --true 90 --json " + file).out);
+    const std::string pct = std::to_string(observed["Obs_PctInTol"].get<double>());
+    const json back = json::parse(run("observed --observed " + pct + " --json " + file).out);
+    EXPECT_NEAR(back["True"].get<double>(), 0.9, 1e-6);
+    const auto refused = run("observed --observed 99.99999 --json " + file);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(json::parse(refused.out)["messages"][0]["text"], "Unrealistic observed % in-tolerance.");
+}
+
+TEST_F(Cli, SweepsAndMaps) {
+    const std::string sweep = "sweep ex/multimeter-dc-volts.mrk --over ";
+    const Result csv = run(sweep + "guardband --from 0.5 --to 1 --points 3 --csv");
+    const Result single = run("compute --json ex/multimeter-dc-volts.mrk");
+    EXPECT_EQ(csv.status, 0);
+    std::istringstream lines(csv.out);
+    std::string heading, last;
+    std::getline(lines, heading);
+    EXPECT_EQ(heading, "x,FalseAccept,FalseReject");
+    for (std::string line; std::getline(lines, line);) last = line;
+    const json computed = single.lines().front();
+    EXPECT_EQ(last.substr(0, 2), "1,");
+    EXPECT_EQ(std::stod(last.substr(2)), computed["FalseAccept"].get<double>()) << "to the last bit";
+
+    const Result ended = run(sweep + "k --from 0 --to 20 --points 21 --json");
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.err, "ex/multimeter-dc-volts.mrk: the sweep ended at 15: no risks beyond\n");
+    const json told = ended.lines().front();
+    EXPECT_EQ(told["status"], "incomplete");
+    EXPECT_EQ(told["ended"], true);
+    EXPECT_EQ(told["points"].size(), 16u);
+
+    const Result map =
+        run("map ex/multimeter-dc-volts.mrk --x guardband=0.5:1 --y ratio=1:10 --size 3x2 --csv -o m.png");
+    EXPECT_EQ(map.status, 0);
+    EXPECT_EQ(std::count(map.out.begin(), map.out.end(), '\n'), 7);
+    EXPECT_EQ(fileContent(folder / "m.png").substr(1, 3), "PNG");
+    EXPECT_EQ(run(sweep + "su-pct --from 60 --to 99 -o s.svg").status, 0);
+    EXPECT_EQ(fileContent(folder / "s.svg").find("<?xml"), 0u);
+
+    for (const char* wrong :
+         {"su-pct --from 50 --to 100", "ratio --from 0 --to 5", "guardband --from 1 --to 1",
+          "k --from 1 --to nan", "guardband --from 0.5 --to 1 --points 1",
+          "guardband --from 0.5 --to 1 --csv --json"})
+        EXPECT_EQ(run(sweep + wrong).status, 2) << wrong;
+    for (const char* wrong : {"--x ratio=1:20 --y ratio=1:3 --csv", "--x ratio=20:1 --y su-pct=50:99 --csv",
+                              "--x ratio=1:20 --y su-pct=50:100 --csv", "--x ratio=1:20 --y su-pct=50:99",
+                              "--x ratio=1:20 --y su-pct=50:99 --csv --size 1x5"})
+        EXPECT_EQ(run(std::string("map ex/multimeter-dc-volts.mrk ") + wrong).status, 2) << wrong;
+}
+
+} // namespace metrisk::testing
