@@ -1,4 +1,5 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
+#include "links/RunExternalScreen.h"
 #include "plots/DrawingSurface.h"
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
@@ -163,10 +164,11 @@ class DialogTest final : public QObject {
         ErrorPlot errorPlot(plots);
         GuardPlot riskPlot(session, Swept::MeasuringPct);
         RiskMapScreen riskMap(session);
+        RunExternalScreen programs(session);
         for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &riskPlot,    &riskMap,       &main,        &baseline, &option,  &ratio,        &computing,
-                 &guardbands,  &observed,      &reliability, &budget,   &samples, &correlations, &reference,
-                 &subjectPlot, &measuringPlot, &errorPlot,   &units,    &offsets, &check}) {
+                 &programs,  &riskPlot,    &riskMap,       &main,        &baseline, &option,  &ratio,
+                 &computing, &guardbands,  &observed,      &reliability, &budget,   &samples, &correlations,
+                 &reference, &subjectPlot, &measuringPlot, &errorPlot,   &units,    &offsets, &check}) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
