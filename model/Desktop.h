@@ -36,10 +36,13 @@ class Launcher {
     virtual Association associationOf(const std::string& path) = 0;
 };
 
+class DDE_Form;
+
 /// A session has one only where somebody sits before it.
 struct Desktop {
     FileChooser& files;
     Launcher& programs;
+    DDE_Form* errorLedger = nullptr; // the conversation with that program
 };
 
 } // namespace metrisk

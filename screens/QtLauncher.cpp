@@ -32,10 +32,10 @@ std::string QtLauncher::start(const Launch& launch) {
 
 Association QtLauncher::associationOf(const std::string& path) {
     const QMimeType type = QMimeDatabase().mimeTypeForFile(qt(path));
-    std::vector<std::string> types{type.name().toStdString()};
-    for (const QString& ancestor : type.allAncestors())
+    std::vector<std::string> types;
+    for (const QString& name : QStringList(type.name()) + type.allAncestors())
         // Any file is that: a program for it knows nothing of this one.
-        if (ancestor != "application/octet-stream") types.push_back(ancestor.toStdString());
+        if (name != "application/octet-stream") types.push_back(name.toStdString());
     return findAssociation(types, AssociationPlaces::ofUser());
 }
 

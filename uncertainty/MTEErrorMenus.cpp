@@ -1,9 +1,17 @@
 // The menus and the toolbar of the process uncertainty worksheet.
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "links/DDE_Form.h"
 #include "links/RunMenu.h"
+#include "model/Desktop.h"
 
 namespace metrisk {
+
+void MTEErrorScreen::importErrors() {
+    if (!session_.desktop || !session_.desktop->errorLedger) return;
+    session_.desktop->errorLedger->importData(
+        {.screen = *this, .session = desk_, .taken = [this] { tableChanged(); }}, "erled1");
+}
 
 void MTEErrorScreen::makeMenus() {
     menus = {
@@ -11,7 +19,9 @@ void MTEErrorScreen::makeMenus() {
          .caption = "&File",
          .items = {{.control = "mnu_Print", .caption = "&Print..."},
                    {.control = "mnu_Preview", .caption = "Print Pre&view", .separatorAfter = true},
-                   {.control = "mnu_Import", .caption = "&Import from ErrorLedger"}}},
+                   {.control = "mnu_Import",
+                    .caption = "&Import from ErrorLedger",
+                    .run = [this] { importErrors(); }}}},
         editMenu(),
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},

@@ -1,6 +1,8 @@
 // The main screen's window: panels, menus, toolbar and status bar over its worksheet.
 #pragma once
 
+#include "links/DDE_Form.h"
+#include "links/SocketCarrier.h"
 #include "model/Desktop.h"
 #include "screens/QtFileChooser.h"
 #include "screens/QtLauncher.h"
@@ -31,6 +33,8 @@ class MainWindow final : public QMainWindow {
     void openFile(const QString& path);
     /// The file named on the command line.
     void openAtStart(const QString& path);
+    /// Other programs of the user's may ask for the analysis from now on.
+    void listen() { carrier_.listen(); }
 
     QSize sizeHint() const override;
 
@@ -47,7 +51,9 @@ class MainWindow final : public QMainWindow {
     QtInteraction& ui_;
     QtFileChooser chooser_;
     QtLauncher launcher_;
-    Desktop desktop_{chooser_, launcher_};
+    SocketCarrier carrier_;
+    DDE_Form errorLedger_;
+    Desktop desktop_{chooser_, launcher_, &errorLedger_};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;

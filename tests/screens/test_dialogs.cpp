@@ -281,6 +281,28 @@ class DialogTest final : public QObject {
         QCOMPARE(d.record.Base_MTEPctInTol, 85.0);
     }
 
+    void whatComesUnaskedWaitsForNoScreen() {
+        Desk& d = *desk_;
+        int done = 0;
+        const auto offer = [&] { return d.ui.perform(d.window->model(), [&done] { ++done; }); };
+        d.type("ModeBox", "12.5"); // not left yet
+        QVERIFY(offer());
+        QCOMPARE(d.record.SU_Mode, 12.5);
+        d.boxes.expectScreen("EqRatio", [&](QWidget& screen) {
+            QVERIFY(!offer());
+            qobject_cast<QDialog*>(&screen)->reject();
+        });
+        d.choose("EqAccRatOptions");
+        d.boxes.answerAll = [&](QWidget& box) {
+            QVERIFY(!offer());
+            qobject_cast<QDialog*>(&box)->reject();
+        };
+        d.window->close();
+        d.boxes.answerAll = nullptr;
+        QVERIFY(!d.ui.perform(*std::make_unique<EqRatioScreen>(d.session), [&done] { ++done; }));
+        QCOMPARE(done, 1);
+    }
+
     void theDefaultSideIsShownOnDemand() {
         Desk& d = *desk_;
         d.boxes.expectScreen("BaselineAnalysis", [this](QWidget& screen) {
