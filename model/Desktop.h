@@ -16,10 +16,13 @@ class Launcher {
     virtual std::string openDocument(const std::string& path) = 0;
 };
 
+class ReportPrinter;
+
 /// A session has one only where somebody sits before it.
 struct Desktop {
     FileChooser& files;
     Launcher& programs;
+    ReportPrinter* printer = nullptr; // null where nothing can be printed
 };
 
 } // namespace metrisk

@@ -12,9 +12,10 @@ namespace metrisk {
 
 namespace {
 
-constexpr double pictureWidth = 6000;  // twips
-constexpr double pictureHeight = 5800; // two go on a page
-constexpr double pictureZoom = 0.76;   // so that the lines of text below the axis find room
+constexpr double pictureWidth = 6000;    // twips
+constexpr double parameterHeight = 5500; // two go on a page
+constexpr double errorHeight = 6600;     // two lines of text more
+constexpr double pictureZoom = 0.72;     // so that the lines of text below the axis find room
 constexpr const char* captionColumn = "^9360;";
 constexpr Message noData{"No Data to Plot.", "No Data", BoxIcon::Information};
 
@@ -23,7 +24,7 @@ double zoomFactor(float percent) {
     return percent > 0 ? 100.0 / static_cast<double>(percent) : 1;
 }
 
-void plotPage(Composition& c, const char* caption, DistributionPlot&& computed) {
+void plotPage(Composition& c, const char* caption, double height, DistributionPlot&& computed) {
     const auto plot = std::make_shared<const DistributionPlot>(std::move(computed));
     if (!plot->holdsData()) {
         tell(c.session.ui, noData);
@@ -41,7 +42,7 @@ void plotPage(Composition& c, const char* caption, DistributionPlot&& computed) 
                  SubSurface surface(whole, {0, 0}, whole.deviceWidth(), whole.deviceHeight(), pictureZoom);
                  DrawDistributionPlot(surface, *plot, regional);
              }},
-        (d.PageWidth - pictureWidth) / 2, d.CurrentY, pictureWidth, pictureHeight);
+        (d.PageWidth - pictureWidth) / 2, d.CurrentY, pictureWidth, height);
 }
 
 /// The curve after a fit; a plot without data where that fails.
@@ -60,10 +61,10 @@ void ComposeParameterPlots(Composition& c) {
     Analysis& r = c.session.record;
     r.SUPlot_Zoom = zoomFactor(c.selection.Report_SUZoom);
     r.MTEPlot_Zoom = zoomFactor(c.selection.Report_MTEZoom);
-    plotPage(c, "Subject Parameter",
+    plotPage(c, "Subject Parameter", parameterHeight,
              r.SU_PctInTol > 0 ? fitted(c, "SU", FitSubjectParameter, subjectPlot) : DistributionPlot{});
     if (r.AbortFlag) return;
-    plotPage(c, "Measuring Parameter",
+    plotPage(c, "Measuring Parameter", parameterHeight,
              r.MTE_PctInTol > 0 ? fitted(c, "MTE", FitMeasuringParameter, measuringPlot)
                                 : DistributionPlot{});
 }
@@ -71,7 +72,7 @@ void ComposeParameterPlots(Composition& c) {
 void ComposeErrorPlot(Composition& c) {
     c.running("Measurement Decision Risk Analysis||Measurement Process Error Distribution");
     c.session.record.ErrorPlot_Zoom = zoomFactor(c.selection.Report_ErrorZoom);
-    plotPage(c, "Measurement Process Error", errorPlot(c.record(), c.session.regional));
+    plotPage(c, "Measurement Process Error", errorHeight, errorPlot(c.record(), c.session.regional));
 }
 
 } // namespace metrisk

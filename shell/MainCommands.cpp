@@ -39,7 +39,8 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), session_(session), screen_(screen), chooser_(chooser) {
+    : files(session, screen, chooser), plots(session), reports(session), session_(session), screen_(screen),
+      chooser_(chooser) {
     screen.mayExit = [this] { return files.ExitAnalysis(); };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
@@ -77,7 +78,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
          .run = [this] { screen_.openOffsets(chooser_); }},
         {.control = "mnu_Uncertainty",
          .caption = "&Uncertainty",
-         .run = [this] { screen_.openUncertainty(chooser_); }},
+         .run = [this] { screen_.openUncertainty(chooser_, reports); }},
         runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
@@ -111,9 +112,14 @@ std::vector<MenuItem> MainCommands::fileItems() {
         {.control = "mnu_FileSaveSummary", .caption = "Save &Data Summary...", .separatorAfter = true},
         {.control = "PrintAnalysisResults",
          .caption = "&Print...",
+         .run = [this] { reports.openPrintDialog(); },
          .shortcut = "Ctrl+P",
          .needs = Needs::Both},
-        {.control = "mnu_Preview", .caption = "Print Pre&view", .needs = Needs::Both, .separatorAfter = true},
+        {.control = "mnu_Preview",
+         .caption = "Print Pre&view",
+         .run = [this] { reports.preview(session_, reportOrigin::mainScreen); },
+         .needs = Needs::Both,
+         .separatorAfter = true},
         {.control = "mnu_File_RunExternal", .caption = "&Run External Application"},
         {.control = "mnu_Link", .caption = "&Link to ErrorLedger"},
         {.control = "mnu_File_ImportErledData", .caption = "&Import ErrorLedger Data"},
@@ -192,7 +198,7 @@ std::vector<MenuItem> MainCommands::optionItems() {
                  session_.ui.run(options);
              },
          .separatorAfter = true},
-        {.control = "PrintOptions", .caption = "&Report Format"},
+        {.control = "PrintOptions", .caption = "&Report Format", .run = [this] { reports.openOptions(); }},
         {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
         {.control = "CtrlSURel",
          .caption = "&True vs. Observed % In-Tolerance",

@@ -234,6 +234,12 @@ void MTEErrorScreen::viewDistribution() {
     if (r.IncludeMTEBias != bias) changeTable([] {});
 }
 
+/// Nothing of the budget changes by its report.
+void MTEErrorScreen::report(const std::function<void(Session& desk)>& show) {
+    Session shown(desk_);
+    show(shown);
+}
+
 /// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
 /// in ppm stay as they are.
 void MTEErrorScreen::enterTolerances() {

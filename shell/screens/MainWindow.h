@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Desktop.h"
+#include "reports/screens/QtReportPrinter.h"
 #include "screens/QtFileChooser.h"
 #include "screens/QtLauncher.h"
 #include "shell/MainCommands.h"
@@ -47,7 +48,8 @@ class MainWindow final : public QMainWindow {
     QtInteraction& ui_;
     QtFileChooser chooser_;
     QtLauncher launcher_;
-    Desktop desktop_{chooser_, launcher_};
+    QtReportPrinter printer_{this};
+    Desktop desktop_{chooser_, launcher_, &printer_};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;
