@@ -23,6 +23,7 @@ void addObserved(CLI::App& program, Command& chosen);
 void addReliability(CLI::App& program, Command& chosen);
 void addMap(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
+void addReport(CLI::App& program, Command& chosen);
 void addVerify(CLI::App& program, Command& chosen);
 void addSummary(CLI::App& program, Command& chosen);
 void addSweep(CLI::App& program, Command& chosen);
