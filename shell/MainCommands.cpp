@@ -2,6 +2,8 @@
 
 #include "links/RunMenu.h"
 #include "model/Session.h"
+#include "persistence/Notes.h"
+#include "persistence/Summary.h"
 #include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -109,7 +111,10 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .caption = "Save &As...",
          .run = [this] { files.mnu_File_SaveAs(); },
          .shortcut = "Ctrl+Shift+S"},
-        {.control = "mnu_FileSaveSummary", .caption = "Save &Data Summary...", .separatorAfter = true},
+        {.control = "mnu_FileSaveSummary",
+         .caption = "Save &Data Summary...",
+         .run = [this] { SaveSummary(session_); },
+         .separatorAfter = true},
         {.control = "PrintAnalysisResults",
          .caption = "&Print...",
          .run = [this] { reports.openPrintDialog(); },
@@ -124,7 +129,10 @@ std::vector<MenuItem> MainCommands::fileItems() {
         {.control = "mnu_Link", .caption = "&Link to ErrorLedger"},
         {.control = "mnu_File_ImportErledData", .caption = "&Import ErrorLedger Data"},
         {.control = "mnu_FindErled", .caption = "Locate &ErrorLedger", .separatorAfter = true},
-        {.control = "mnu_Notes", .caption = "&Notes", .separatorAfter = true},
+        {.control = "mnu_Notes",
+         .caption = "&Notes",
+         .run = [this] { OpenNotes(session_); },
+         .separatorAfter = true},
         {.control = "ExitAnalysis",
          .caption = "E&xit",
          .run = [this] { screen_.close(Way::Ok); },

@@ -2,6 +2,7 @@
 #include "uncertainty/MTEErrorScreen.h"
 
 #include "links/RunMenu.h"
+#include "persistence/Notes.h"
 
 namespace metrisk {
 
@@ -22,7 +23,7 @@ void MTEErrorScreen::makeMenus() {
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(desk_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     toolbar = {

@@ -7,6 +7,7 @@
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
+#include "persistence/Notes.h"
 #include "persistence/SettingKeys.h"
 #include "risk/ValidateAndFit.h"
 #include "uncertainty/BiasAnalysis.h"
@@ -301,6 +302,7 @@ bool MTEErrorScreen::changed() const {
 }
 
 bool MTEErrorScreen::mayClose(Way way) {
+    keepName(session_.record, desk_.record);
     if (way == Way::Cancel) return true;
     if (totals_ && totals_->contradictory) tell(session_.ui, contradiction);
     store();
