@@ -54,7 +54,8 @@ int verify(const Options& options) {
     if (!options.page.empty()) {
         try {
             const auto pages = checkPages(heading, figures);
-            if (!replaceFile(options.page, documentBytes({794, 1123}, "Metrisk self-check", pages))) {
+            if (!replaceFile(options.page,
+                             documentBytes({794, 1123}, {.title = "Metrisk self-check"}, pages))) {
                 output.diagnostics = diagnosticLine(options.page, "cannot be written");
                 output.status = refused;
             }

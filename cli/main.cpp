@@ -37,7 +37,7 @@ int run(int argc, char** argv) {
     Command chosen;
     for (const auto add :
          {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved, addReliability,
-          addUncertainty, addOffset, addUnits, addPlot, addSweep, addMap, addVerify})
+          addUncertainty, addOffset, addUnits, addPlot, addSweep, addMap, addReport, addSummary, addVerify})
         add(program, chosen);
     try {
         program.parse(argc, argv);

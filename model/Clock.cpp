@@ -16,8 +16,8 @@ Moment SystemClock::now() const {
 std::string longDate(const Moment& moment) {
     constexpr const char* months[] = {"January", "February", "March",     "April",   "May",      "June",
                                       "July",    "August",   "September", "October", "November", "December"};
-    return std::string(months[moment.month - 1]) + " " + std::to_string(moment.day) + ", " +
-           std::to_string(moment.year);
+    return std::string(months[moment.month - 1]) + (moment.day < 10 ? " 0" : " ") +
+           std::to_string(moment.day) + ", " + std::to_string(moment.year);
 }
 
 } // namespace metrisk

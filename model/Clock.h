@@ -25,7 +25,7 @@ class SystemClock final : public Clock {
     Moment now() const override;
 };
 
-/// "November 21, 2026": month names are English like every other text of the program.
+/// "November 21, 2026", the day in two digits: month names are English like every other text of the program.
 std::string longDate(const Moment& moment);
 
 } // namespace metrisk

@@ -37,6 +37,7 @@ struct Panel : Control {
 
 struct Label : Control {
     bool emphasised = false; // stands out among its like
+    std::string family;      // of its font; empty: the screen's own
 
     Label(Worksheet& owner, const char* controlName, std::string caption = "", std::string tip = "")
         : Control(owner, controlName, std::move(caption), std::move(tip)) {}
@@ -144,6 +145,8 @@ struct PictureArea : Control {
     std::function<void(double x, double y)> clicked;
     /// It is shown in that size now, in device units.
     std::function<void(double width, double height)> resized;
+    /// It is not shown smaller than that, but scrolled; 0 leaves it to the room there is.
+    int leastWidth = 0, leastHeight = 0;
 
     PictureArea(Worksheet& owner, const char* controlName, std::string description, std::string tip)
         : Control(owner, controlName, std::move(description), std::move(tip)) {}
@@ -192,6 +195,14 @@ struct Table : Control {
     std::function<void(const Table& from, int fromRow, int row)> dropped;
 
     Table(Worksheet& owner, const char* controlName, std::string tip)
+        : Control(owner, controlName, "", std::move(tip)) {}
+};
+
+/// Text of several lines. Each change counts at once.
+struct Memo : Control {
+    std::function<void(const std::string& text)> edited;
+
+    Memo(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
 };
 

@@ -37,11 +37,13 @@ class Launcher {
 };
 
 class DDE_Form;
+class ReportPrinter;
 
 /// A session has one only where somebody sits before it.
 struct Desktop {
     FileChooser& files;
     Launcher& programs;
+    ReportPrinter* printer = nullptr; // null where nothing can be printed
     DDE_Form* errorLedger = nullptr; // the conversation with that program
 };
 

@@ -37,6 +37,11 @@ void Worksheet::edit(TextBox& box, const std::string& text) {
     if (box.edited) box.edited(text);
 }
 
+void Worksheet::edit(Memo& memo, const std::string& text) {
+    if (!memo.edited || memo.text == text) return;
+    act([&] { memo.edited(text); });
+}
+
 FieldResult Worksheet::leave(TextBox& box, const std::string& text) {
     if (leaving_ || !box.left || box.locked || box.last == text) return {false, text};
     const FlagGuard guard(leaving_);

@@ -37,6 +37,7 @@ class Worksheet {
     void enter(TextBox& box, const std::string& text);
     void key(TextBox& box);
     void edit(TextBox& box, const std::string& text);
+    void edit(Memo& memo, const std::string& text);
     /// Runs the box's rule on a text that differs from the one the box was entered with. A box that is
     /// stayed in shows the result's text, any other its own. Within a rule (a message of it has taken the
     /// focus) nothing runs.

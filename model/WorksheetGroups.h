@@ -116,6 +116,8 @@ struct ReportFields {
     bool IncludeDate = false; // carried through the file only
     bool IncludeTime = false;
     std::string Remarks; // not saved
+
+    friend bool operator==(const ReportFields&, const ReportFields&) = default;
 };
 
 struct PlotOptions {

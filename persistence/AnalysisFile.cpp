@@ -19,6 +19,7 @@
 namespace metrisk {
 namespace {
 
+constexpr const char* untitledFile = "(UNTITLED).MRK";
 constexpr const char* fileMark = "MTRISK";
 constexpr std::array<float, 13> readableVersions = {1.0F,  1.1F, 1.11F, 1.12F, 1.13F,  1.14F, 1.15F,
                                                     1.16F, 1.2F, 1.5F,  1.51F, 1.511F, 1.512F};
@@ -166,6 +167,10 @@ void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& p
     }
     if (!written) return refuse(session, nameOf(path), writeError);
     record.FileChanged = false;
+}
+
+bool isUntitled(std::string_view name) {
+    return equalCaseBlind(name, untitledName) || equalCaseBlind(name, untitledFile);
 }
 
 std::string NormalizeAnalysisName(std::string_view path) {

@@ -57,4 +57,7 @@ std::string AnalysisText(const Analysis& record);
 /// other name ".mrk" is added.
 std::string NormalizeAnalysisName(std::string_view path);
 
+/// The name of an analysis that has no file yet.
+bool isUntitled(std::string_view name);
+
 } // namespace metrisk

@@ -15,14 +15,6 @@ void readSourceNames(const Settings& settings, ProcessErrors& errors) {
     }
 }
 
-void readReportFields(const Settings& settings, ReportFields& report) {
-    for (const ReportText& text : reportSettings::texts)
-        report.*text.field = withoutQuotes(settings.read(text.setting));
-    for (const ReportChoice& choice : reportSettings::choices)
-        report.*choice.field = equalCaseBlind(settings.read(choice.setting), "YES");
-    report.Delimiter = equalCaseBlind(settings.read(reportSettings::delimiter), "TAB") ? "Tab" : "Comma";
-}
-
 /// A new analysis does not end what the program is doing.
 SessionState newState(const SessionState& running) {
     SessionState state;
@@ -40,6 +32,14 @@ SessionState newState(const SessionState& running) {
 }
 
 } // namespace
+
+void readReportFields(const Settings& settings, ReportFields& report) {
+    for (const ReportText& text : reportSettings::texts)
+        report.*text.field = withoutQuotes(settings.read(text.setting));
+    for (const ReportChoice& choice : reportSettings::choices)
+        report.*choice.field = equalCaseBlind(settings.read(choice.setting), "YES");
+    report.Delimiter = equalCaseBlind(settings.read(reportSettings::delimiter), "TAB") ? "Tab" : "Comma";
+}
 
 void ClearWorksheets(Session& session) {
     Analysis& record = session.record;

@@ -14,4 +14,7 @@ void ClearAnalysis(Session& session);
 /// the two parameters, their results, the baseline and the snapshot stay.
 void ClearWorksheets(Session& session);
 
+/// Report texts and choices by the settings; the remarks stay.
+void readReportFields(const Settings& settings, ReportFields& report);
+
 } // namespace metrisk

@@ -42,6 +42,13 @@ std::string inputsFingerprint(const Analysis& record) {
     inputs.GB_FARiskUnits = none.GB_FARiskUnits;
     inputs.GB_FRRiskUnits = none.GB_FRRiskUnits;
     inputs.GB_EqAccRatValid = none.GB_EqAccRatValid;
+    // What a fit derives.
+    inputs.MTE_Sigma = inputs.MTE_kFactor = 0;
+    if (!inputs.MTE_EntryByUncertainty) {
+        inputs.MTE_StdUncertainty = 0;
+        inputs.MTE_StdUncertainty_fmt = none.MTE_StdUncertainty_fmt;
+    }
+    if (inputs.OptTwoSided) inputs.PhysicalLimit = 0;
     static_cast<BiasAnalysis&>(inputs) = none;
     static_cast<ReportFields&>(inputs) = none;
     static_cast<PlotOptions&>(inputs) = none;

@@ -50,6 +50,8 @@ inline constexpr ReportChoice choices[] = {
     {{section, "IncludeFileName", "No", 5}, &ReportFields::IncludeFileName},
     {{section, "IncludeRemarks", "No", 5}, &ReportFields::IncludeRemarks},
 };
+/// Font family of a report.
+inline constexpr TextSetting defaultFont{section, "DefCurrentFont", "Arial", 60};
 /// "Tab" or "Comma".
 inline constexpr TextSetting delimiter{section, "Delimiter", "Tab", 60};
 } // namespace reportSettings

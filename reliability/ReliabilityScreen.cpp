@@ -5,10 +5,12 @@
 #include "model/NumberEntry.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "persistence/Notes.h"
 #include "reliability/Reliability.h"
 #include "reliability/TimeUnits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace metrisk {
 
@@ -93,7 +95,7 @@ void ReliabilityScreen::bind() {
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
 }
@@ -263,7 +265,8 @@ bool ReliabilityScreen::mayClose(Way way) {
         if (answer == Answer::Cancel) return false;
         if (answer == Answer::Yes) return commit();
     }
-    record() = opened_;
+    const Analysis left = std::exchange(record(), opened_);
+    keepName(record(), left);
     return true;
 }
 

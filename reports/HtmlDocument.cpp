@@ -94,6 +94,7 @@ void HtmlDocument::beginSection() {
     closeHeading();
     if (Header == shownHeader_) return;
     shownHeader_ = Header;
+    placedY_ = CurrentY;
     const RunningFields fields = runningFields(Header, "");
     bytes_ += "<header style=\"font-size: " + std::to_string(std::lround(HdrFontSize)) + "pt\"><span>" +
               escaped(fields.left) + "</span><span>" + escaped(fields.centre) + "</span><span>" +

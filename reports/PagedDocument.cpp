@@ -9,6 +9,7 @@ namespace metrisk {
 namespace {
 
 constexpr double twipsPerInch = 1440;
+constexpr double unitsPerTwip = 96 / twipsPerInch; // of a surface in natural size
 constexpr double leastBody = 2 * twipsPerInch;
 constexpr double runningInset = 0.5 * twipsPerInch; // header and footer from the paper's edges
 constexpr double bodyGap = 120;                     // between a running text and the body
@@ -60,7 +61,8 @@ PageSetup PageSetup::settled() const {
     return setup;
 }
 
-void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t number, double zoom) {
+void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t number) {
+    const double zoom = surface.deviceWidth() / (report.setup.width * unitsPerTwip);
     SubSurface page(surface, {0, 0}, surface.deviceWidth(), surface.deviceHeight(), zoom);
     page.BackColor = white;
     page.Cls();

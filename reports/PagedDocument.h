@@ -40,8 +40,8 @@ struct PagedReport {
     std::vector<Bookmark> bookmarks;
 };
 
-/// Draws the page over the whole surface, which shows `zoom` times its natural size.
-void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t page, double zoom = 1);
+/// Draws the page over the whole surface, of any size, whose coordinates must be its device units.
+void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t page);
 
 /// Lines are broken between words, pages between rows and lines: no row is cut unless it is taller than a
 /// page, a heading (a paragraph or table in bold, a table of one cell) goes to the page of what follows it,

@@ -76,6 +76,7 @@ void PagedDocument::placeTallRow(const TableMarkup& table, Row& row, double x) {
 void PagedDocument::placeHeading(const TableMarkup& table, double x) {
     for (const Row& row : laidOut(table)) placeRow(table, row, x);
     report_.pages.back().push_back(PlacedRule{x, CurrentY, x + table.width(), CurrentY});
+    CurrentY += cellPadding;
 }
 
 void PagedDocument::Table(std::string_view markup) {

@@ -63,11 +63,11 @@ bool observedStands(const Analysis& r, const Regional& regional) {
         Analysis test = r;
         test.MTE_Sigma = observingSigma(r, regional);
         const double lastDigit = std::pow(10, -PictureDecimals(r.Obs_PctInTol_fmt));
-        return std::ranges::any_of(
-            std::initializer_list{GuardbandUse::Ignore, GuardbandUse::Use}, [&](GuardbandUse use) {
-                const auto observed = ObservedModel(test, use, regional).observedAt(r.SU_PctInTol / 100);
-                return observed && std::fabs(100 * *observed - r.Obs_PctInTol) < lastDigit;
-            });
+        for (const GuardbandUse use : {GuardbandUse::Ignore, GuardbandUse::Use}) {
+            const auto observed = ObservedModel(test, use, regional).observedAt(r.SU_PctInTol / 100);
+            if (observed && std::fabs(100 * *observed - r.Obs_PctInTol) < lastDigit) return true;
+        }
+        return false;
     } catch (const RuntimeFault&) {
         return false;
     }

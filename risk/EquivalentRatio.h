@@ -13,6 +13,8 @@ struct SearchProgress;
 /// A search whose target no ratio reaches ends at a figure without a meaning. True for one from 0.01 to
 /// 10,000 : 1.
 bool ratioAttained(double ratio);
+/// What stands for a ratio of such a search.
+inline constexpr const char* noSuchRatioText = "no such ratio";
 
 /// The risk in use of the targets, which are fractions, follows EqRatioOnFalseAccept, except that a uniform
 /// subject parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the

@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QSlider>
 #include <QTextBrowser>
 #include <QUrl>
@@ -33,6 +34,7 @@ ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
         if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
         if (auto* table = dynamic_cast<Table*>(control)) bind(*table);
         if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
+        if (auto* memo = dynamic_cast<Memo*>(control)) bind(*memo);
     }
     setTabOrder();
     repaint();
@@ -158,6 +160,12 @@ void ScreenBinder::bind(Table& table) {
         const auto* from = dynamic_cast<const Table*>(model_.find(source->objectName().toStdString()));
         if (from && row >= 0) act([&] { model_.drop(*from, fromRow, table, row); });
     });
+}
+
+void ScreenBinder::bind(Memo& memo) {
+    auto* widget = static_cast<QPlainTextEdit*>(widgets_.value(memo.name));
+    connect(widget, &QPlainTextEdit::textChanged, this,
+            [this, &memo, widget] { act([&] { model_.edit(memo, widget->toPlainText().toStdString()); }); });
 }
 
 void ScreenBinder::bind(PictureArea& picture) {

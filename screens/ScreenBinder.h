@@ -81,6 +81,7 @@ class ScreenBinder final : public QObject {
     void openTableMenu(Table& table, const QPoint& at);
     void edit(CellTable& widget, Editing what);
     void bind(PictureArea& picture);
+    void bind(Memo& memo);
     void setTabOrder();
     void addItem(QMenu& menu, const MenuItem& item);
     void refill(QMenu& menu, const std::vector<MenuItem>& items);

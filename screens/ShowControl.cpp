@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QSlider>
 #include <QTextBrowser>
@@ -32,6 +33,10 @@ void showLabel(const Label& label, QLabel& widget) {
     const QString text = caption(label.text);
     if (widget.text() != text) widget.setText(text);
     QFont font = widget.font();
+    if (const QString family = qt(label.family); !family.isEmpty() && font.family() != family) {
+        font.setFamily(family);
+        widget.setFont(font);
+    }
     const bool bold = label.emphasised || widget.property("heading").toBool();
     if (font.bold() == bold) return;
     font.setBold(bold);
@@ -112,9 +117,17 @@ void showSlider(const Slider& slider, QSlider& widget) {
     if (const QString name = qt(slider.text); widget.accessibleName() != name) widget.setAccessibleName(name);
 }
 
+void showMemo(const Memo& memo, QPlainTextEdit& widget) {
+    if (const QString text = qt(memo.text); widget.toPlainText() != text) widget.setPlainText(text);
+}
+
 void showPicture(const PictureArea& picture, PictureWidget& widget) {
     if (const QString text = qt(picture.text); widget.accessibleName() != text)
         widget.setAccessibleName(text);
+    if (picture.leastWidth > 0 || widget.property("sized").toBool()) {
+        widget.setMinimumSize(picture.leastWidth, picture.leastHeight);
+        widget.setProperty("sized", true);
+    }
     if (widget.property("drawn").toInt() == picture.drawn()) return;
     widget.setProperty("drawn", picture.drawn());
     widget.setPaint(picture.paint());
@@ -143,6 +156,8 @@ void showControl(const Control& control, QWidget& widget) {
         showHypertext(*text, static_cast<QTextBrowser&>(widget));
     else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))
         showPicture(*picture, static_cast<PictureWidget&>(widget));
+    else if (const auto* memo = dynamic_cast<const Memo*>(&control))
+        showMemo(*memo, static_cast<QPlainTextEdit&>(widget));
 
     const auto* marked = dynamic_cast<const TextBox*>(&control);
     const std::string& said = marked && !marked->mark.empty() ? marked->mark : control.toolTip;

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -45,6 +46,12 @@ QWidget* makeSlider() {
     return slider;
 }
 
+QWidget* makeMemo() {
+    auto* memo = new QPlainTextEdit;
+    memo->setTabChangesFocus(true);
+    return memo;
+}
+
 QWidget* makeHypertext() {
     auto* browser = new QTextBrowser;
     browser->setOpenLinks(false);
@@ -64,6 +71,7 @@ QWidget* make(const Control& control) {
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
     if (dynamic_cast<const Slider*>(&control)) return makeSlider();
     if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
+    if (dynamic_cast<const Memo*>(&control)) return makeMemo();
     if (const auto* table = dynamic_cast<const Table*>(&control)) return new CellTable(*table);
     return makeHypertext();
 }

@@ -2,7 +2,6 @@
 
 #include "model/Message.h"
 #include "model/Session.h"
-#include "model/Text.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
@@ -27,12 +26,6 @@ constexpr const char* anyAnalysis = "*.mrk";
 constexpr Message readOnly{"File is read only.  Cannot save changes.", "Read Only File"};
 constexpr Question exitProgram{"This will end your Metrisk session.", "Exit Metrisk", BoxButtons::OkCancel,
                                Answer::Ok};
-constexpr const char* untitledFile = "(UNTITLED).MRK";
-
-bool isUntitled(const Session& session) {
-    const std::string& name = session.record.AnalysisFileName;
-    return equalCaseBlind(name, untitledName) || equalCaseBlind(name, untitledFile);
-}
 
 std::string trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
@@ -122,13 +115,14 @@ bool FileCommands::load(const std::string& given) {
 /// Beside the current file, else where the last one was; empty: the user's documents.
 std::string FileCommands::startFolder() const {
     namespace fs = std::filesystem;
-    if (!isUntitled(session_)) return fs::path(session_.record.AnalysisFileName).parent_path().string();
+    if (!isUntitled(session_.record.AnalysisFileName))
+        return fs::path(session_.record.AnalysisFileName).parent_path().string();
     const std::vector<std::string> recent = recentFiles(session_.settings);
     return recent.empty() ? "" : fs::path(recent.front()).parent_path().string();
 }
 
 bool FileCommands::mnu_File_Save() {
-    if (isUntitled(session_)) return mnu_File_SaveAs();
+    if (isUntitled(session_.record.AnalysisFileName)) return mnu_File_SaveAs();
     if (session_.record.FileReadOnly) {
         tell(session_.ui, readOnly);
         return false;
@@ -141,7 +135,8 @@ bool FileCommands::mnu_File_SaveAs() {
         {.title = saveAsTitle,
          .filter = saveAsFilter,
          .filterIndex = 1,
-         .initialName = isUntitled(session_) ? anyAnalysis : session_.record.AnalysisFileName,
+         .initialName =
+             isUntitled(session_.record.AnalysisFileName) ? anyAnalysis : session_.record.AnalysisFileName,
          .initialFolder = startFolder()});
     return path && saveTo(*path);
 }

@@ -4,6 +4,8 @@
 #include "links/RunMenu.h"
 #include "model/Desktop.h"
 #include "model/Session.h"
+#include "persistence/Notes.h"
+#include "persistence/Summary.h"
 #include "reliability/ReliabilityScreen.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -41,7 +43,8 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), session_(session), screen_(screen), chooser_(chooser) {
+    : files(session, screen, chooser), plots(session), reports(session), session_(session), screen_(screen),
+      chooser_(chooser) {
     screen.mayExit = [this] {
         return files.ExitAnalysis(
             [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });
@@ -82,7 +85,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
          .run = [this] { screen_.openOffsets(chooser_); }},
         {.control = "mnu_Uncertainty",
          .caption = "&Uncertainty",
-         .run = [this] { screen_.openUncertainty(chooser_); }},
+         .run = [this] { screen_.openUncertainty(chooser_, reports); }},
         runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
@@ -113,12 +116,20 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .caption = "Save &As...",
          .run = [this] { files.mnu_File_SaveAs(); },
          .shortcut = "Ctrl+Shift+S"},
-        {.control = "mnu_FileSaveSummary", .caption = "Save &Data Summary...", .separatorAfter = true},
+        {.control = "mnu_FileSaveSummary",
+         .caption = "Save &Data Summary...",
+         .run = [this] { SaveSummary(session_); },
+         .separatorAfter = true},
         {.control = "PrintAnalysisResults",
          .caption = "&Print...",
+         .run = [this] { reports.openPrintDialog(); },
          .shortcut = "Ctrl+P",
          .needs = Needs::Both},
-        {.control = "mnu_Preview", .caption = "Print Pre&view", .needs = Needs::Both, .separatorAfter = true},
+        {.control = "mnu_Preview",
+         .caption = "Print Pre&view",
+         .run = [this] { reports.preview(session_, reportOrigin::mainScreen); },
+         .needs = Needs::Both,
+         .separatorAfter = true},
         {.control = "mnu_File_RunExternal",
          .caption = "&Run External Application",
          .run = [this] { runExternal(session_); }},
@@ -136,7 +147,10 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .caption = "Locate &ErrorLedger",
          .run = [this] { withErrorLedger([](DDE_Form& link) { link.LocateErrorLedger(); }); },
          .separatorAfter = true},
-        {.control = "mnu_Notes", .caption = "&Notes", .separatorAfter = true},
+        {.control = "mnu_Notes",
+         .caption = "&Notes",
+         .run = [this] { OpenNotes(session_); },
+         .separatorAfter = true},
         {.control = "ExitAnalysis",
          .caption = "E&xit",
          .run = [this] { screen_.close(Way::Ok); },
@@ -222,7 +236,7 @@ std::vector<MenuItem> MainCommands::optionItems() {
                  session_.ui.run(options);
              },
          .separatorAfter = true},
-        {.control = "PrintOptions", .caption = "&Report Format"},
+        {.control = "PrintOptions", .caption = "&Report Format", .run = [this] { reports.openOptions(); }},
         {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
         {.control = "CtrlSURel",
          .caption = "&True vs. Observed % In-Tolerance",

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plots/PlotDesk.h"
+#include "reports/ReportDesk.h"
 #include "shell/FileCommands.h"
 
 #include <functional>
@@ -24,6 +25,7 @@ class MainCommands {
 
     FileCommands files;
     PlotDesk plots;
+    ReportDesk reports;
 
   private:
     Session& session_;

@@ -6,6 +6,7 @@
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
+#include "persistence/Notes.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/SampleColumn.h"
@@ -59,7 +60,7 @@ DataEntryScreen::DataEntryScreen(Session& session, int slot)
     menus = {
         {.control = "CtrlEdit", .caption = "&Edit", .items = editItems()},
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     change([] {});

@@ -28,6 +28,8 @@ void MTEErrorScreen::refresh() {
     for (int row = 0; row < errorRowCount; ++row) showRow(row);
     rows[biasRow].button->enabled = static_cast<bool>(openTolerances);
     findItem(menus, "mnu_ViewDistribution")->off = !openErrorPlot;
+    findItem(menus, "mnu_Print")->off = !printReport;
+    findItem(menus, "mnu_Preview")->off = !previewReport;
     showTotals();
     OptUncertainty.checked = r.IncludeUncertainty;
     showBias();

@@ -4,6 +4,7 @@
 #include "links/DDE_Form.h"
 #include "links/RunMenu.h"
 #include "model/Desktop.h"
+#include "persistence/Notes.h"
 
 namespace metrisk {
 
@@ -17,8 +18,14 @@ void MTEErrorScreen::makeMenus() {
     menus = {
         {.control = "mnu_File",
          .caption = "&File",
-         .items = {{.control = "mnu_Print", .caption = "&Print..."},
-                   {.control = "mnu_Preview", .caption = "Print Pre&view", .separatorAfter = true},
+         .items = {{.control = "mnu_Print",
+                    .caption = "&Print...",
+                    .run = [this] { report(printReport); },
+                    .shortcut = "Ctrl+P"},
+                   {.control = "mnu_Preview",
+                    .caption = "Print Pre&view",
+                    .run = [this] { report(previewReport); },
+                    .separatorAfter = true},
                    {.control = "mnu_Import",
                     .caption = "&Import from ErrorLedger",
                     .run = [this] { importErrors(); }}}},
@@ -26,7 +33,7 @@ void MTEErrorScreen::makeMenus() {
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(desk_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     toolbar = {

@@ -9,6 +9,7 @@
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
+#include "persistence/Notes.h"
 #include "persistence/SettingKeys.h"
 #include "risk/ValidateAndFit.h"
 #include "uncertainty/BiasAnalysis.h"
@@ -237,6 +238,12 @@ void MTEErrorScreen::viewDistribution() {
     if (r.IncludeMTEBias != bias) changeTable([] {});
 }
 
+/// Nothing of the budget changes by its report.
+void MTEErrorScreen::report(const std::function<void(Session& desk)>& show) {
+    Session shown(desk_);
+    show(shown);
+}
+
 /// Row 0 and the units of the table follow what has become of the tolerances. Under another reading, figures
 /// in ppm stay as they are.
 void MTEErrorScreen::enterTolerances() {
@@ -298,6 +305,7 @@ bool MTEErrorScreen::changed() const {
 }
 
 bool MTEErrorScreen::mayClose(Way way) {
+    keepName(session_.record, desk_.record);
     if (way == Way::Cancel) return true;
     if (totals_ && totals_->contradictory) tell(session_.ui, contradiction);
     store();

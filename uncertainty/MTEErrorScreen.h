@@ -91,6 +91,10 @@ class MTEErrorScreen final : public Worksheet {
     /// takes back; none while there is no such screen.
     std::function<void()> openTolerances;
 
+    /// The report of the budget as it stands here, on screen and on paper.
+    std::function<void(Session& desk)> previewReport;
+    std::function<void(Session& desk)> printReport;
+
     /// Shows the error plot of the budget as it stands here.
     std::function<void(Session& desk)> openErrorPlot;
 
@@ -107,6 +111,7 @@ class MTEErrorScreen final : public Worksheet {
     void makeMenus();
     void bindRow(int row);
     void viewDistribution();
+    void report(const std::function<void(Session& desk)>& show);
     void bindBias();
     FieldResult leaveEntry(int row, ErrorEntry entry, TextBox& box, const std::string& text);
     bool changeTable(const std::function<void()>& change);

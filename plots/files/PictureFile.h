@@ -28,8 +28,24 @@ inline constexpr int largestPictureSide = 10000;
 std::string pictureBytes(PictureFormat format, const PictureSize& size, const std::string& title,
                          const std::function<void(DrawingSurface&)>& paint);
 
-/// The bytes of a PDF with a page for each drawing. Raises std::runtime_error if the library cannot make it.
-std::string documentBytes(const PictureSize& page, const std::string& title,
+/// A place in a document that its outline names; page and level count from 0, y is a share of the page.
+struct OutlineEntry {
+    std::string title;
+    int level = 0;
+    std::size_t page = 0;
+    double y = 0;
+};
+
+/// What a document says of itself.
+struct DocumentFacts {
+    std::string title{};
+    std::string created{}; // ISO 8601; without it the library takes the clock's time
+    std::vector<OutlineEntry> outline{};
+};
+
+/// The bytes of a PDF with a page for each drawing: the same for the same drawings and facts, if they have a
+/// date. Raises std::runtime_error if the library cannot make it.
+std::string documentBytes(const PictureSize& page, const DocumentFacts& facts,
                           const std::vector<std::function<void(DrawingSurface&)>>& pages);
 
 } // namespace metrisk

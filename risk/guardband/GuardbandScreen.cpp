@@ -9,6 +9,7 @@
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
+#include "persistence/Notes.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
@@ -125,7 +126,7 @@ void GuardbandScreen::bindOptions() {
          .caption = "Hide &Procedure",
          .run = [this] { procedureShown_ = !procedureShown_; }},
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
 }

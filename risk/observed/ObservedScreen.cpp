@@ -9,11 +9,14 @@
 #include "model/SubjectSide.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
+#include "persistence/Notes.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/guardband/GuardbandTexts.h"
 #include "risk/guardband/KFactors.h"
 #include "risk/observed/ObservedPct.h"
+
+#include <utility>
 
 namespace metrisk {
 
@@ -70,7 +73,7 @@ ObservedScreen::ObservedScreen(Session& session)
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         runMenu(session_),
-        {.control = "mnu_Notes", .caption = "&Notes"},
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     refresh();
@@ -293,7 +296,8 @@ bool ObservedScreen::mayClose(Way way) {
         store();
         return true;
     }
-    r = opened_;
+    const Analysis left = std::exchange(r, opened_);
+    keepName(r, left);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "model/SubjectSide.h"
 #include "numerics/Real.h"
 #include "plots/PlotDesk.h"
+#include "reports/ReportDesk.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
@@ -147,13 +148,15 @@ void MainScreen::openOffsets(FileChooser& chooser) {
     followInKFactors();
 }
 
-void MainScreen::openUncertainty(FileChooser& chooser) {
+void MainScreen::openUncertainty(FileChooser& chooser, ReportDesk& reports) {
     session_.record.ComputeNeeded = false;
     MTEErrorScreen worksheet(session_);
     worksheet.openTolerances = [&] { openOffsets(chooser); };
     worksheet.openErrorPlot = [](Session& desk) {
         if (haveData(desk, Needs::BothForPlot)) PlotDesk(desk).show(PlotKind::Error);
     };
+    worksheet.previewReport = [&reports](Session& desk) { reports.preview(desk, reportOrigin::uncertainty); };
+    worksheet.printReport = [&reports](Session& desk) { reports.print(desk, reportOrigin::uncertainty); };
     worksheet.refresh();
     session_.ui.run(worksheet);
     followInKFactors();

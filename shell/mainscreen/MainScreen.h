@@ -10,6 +10,7 @@
 namespace metrisk {
 
 class FileChooser;
+class ReportDesk;
 struct Session;
 
 class MainScreen final : public Worksheet {
@@ -137,7 +138,7 @@ class MainScreen final : public Worksheet {
     /// The guardband worksheet.
     void openGuardbands();
     /// The process uncertainty worksheet.
-    void openUncertainty(FileChooser& chooser);
+    void openUncertainty(FileChooser& chooser, ReportDesk& reports);
     /// The tolerance offset worksheet.
     void openOffsets(FileChooser& chooser);
     /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.

@@ -3,6 +3,7 @@
 #include "links/screens/Layouts.h"
 #include "plots/screens/Layouts.h"
 #include "reliability/screens/Layouts.h"
+#include "reports/screens/Layouts.h"
 #include "risk/screens/Layouts.h"
 #include "selfcheck/screens/Layouts.h"
 #include "uncertainty/screens/Layouts.h"
@@ -29,6 +30,9 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
         {"OffsetCalc", layoutOffsetCalc},
+        {"PrintDialog", layoutPrintDialog},
+        {"PrintOpt", layoutReportOptions},
+        {"Print_SS", layoutPreview},
         {"ReliabilityModelCoefficients", layoutReliability},
         {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},

@@ -4,6 +4,7 @@
 #include "links/DDE_Form.h"
 #include "links/SocketCarrier.h"
 #include "model/Desktop.h"
+#include "reports/screens/QtReportPrinter.h"
 #include "screens/QtFileChooser.h"
 #include "screens/QtLauncher.h"
 #include "shell/MainCommands.h"
@@ -51,9 +52,10 @@ class MainWindow final : public QMainWindow {
     QtInteraction& ui_;
     QtFileChooser chooser_;
     QtLauncher launcher_;
+    QtReportPrinter printer_{this};
     SocketCarrier carrier_;
     DDE_Form errorLedger_;
-    Desktop desktop_{chooser_, launcher_, &errorLedger_};
+    Desktop desktop_{chooser_, launcher_, &printer_, &errorLedger_};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;

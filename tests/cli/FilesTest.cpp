@@ -42,4 +42,25 @@ TEST_F(Cli, ShowPrintsEveryField) {
     EXPECT_EQ(run("show absent.mrk").status, 3);
 }
 
+TEST_F(Cli, SumsUpManyFiles) {
+    fs::create_directory(folder / "out");
+    const Result all = run("summary ex/*.mrk absent.mrk --out-dir out");
+    EXPECT_EQ(all.status, 3);
+    EXPECT_NE(all.err.find("absent.mrk: no such file"), std::string::npos) << all.err;
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "out"), fs::directory_iterator()),
+              std::distance(fs::directory_iterator(folder / "ex"), fs::directory_iterator()));
+    const std::string text = fileContent(folder / "out/torque-wrench-50nm.sum");
+    EXPECT_NE(text.find("Description\tTorque wrench, click type\r\n"), std::string::npos);
+    EXPECT_EQ(text.find("Not Computed"), std::string::npos);
+
+    std::string content = fileContent(folder / good);
+    const std::string entered = "50,52,48,85,0";
+    write("changed.mrk", content.replace(content.find(entered), entered.size(), "50,52,48,86,0"));
+    EXPECT_EQ(run("summary changed.mrk -o refused.sum").status, 1);
+    EXPECT_FALSE(fs::exists(folder / "refused.sum"));
+    for (const char* wrong : {"ex/a.mrk", "ex/*.mrk -o x.sum", "ex/a.mrk a.mrk --out-dir out",
+                              "ex/a.mrk -o x.sum --out-dir out", "ex/a.mrk --out-dir none"})
+        EXPECT_EQ(run(std::string("summary ") + wrong).status, 2) << wrong;
+}
+
 } // namespace metrisk::testing

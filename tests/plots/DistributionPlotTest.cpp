@@ -3,11 +3,11 @@
 #include "plots/Drawing.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Recording.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/BiasAnalysis.h"
 
 #include <cmath>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <numbers>
 #include <sstream>
@@ -39,13 +39,8 @@ std::string labelsOf(const DistributionPlot& plot) {
     return kept;
 }
 
-/// METRISK_GOLDEN=write makes the recordings anew, to be looked at before they are kept.
 void compareWithGolden(const std::string& name, const std::string& got) {
-    const std::string path = METRISK_SOURCE_DIR "/tests/plots/data/" + name + ".txt";
-    if (std::getenv("METRISK_GOLDEN")) std::ofstream(path) << got;
-    std::ifstream file(path);
-    const std::string golden{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(got, golden) << name;
+    compareWithRecording("plots/data/" + name + ".txt", got);
 }
 
 TEST(DistributionPlot, GoldenRecordings) {

@@ -1,0 +1,38 @@
+#include "cli/BatchTargets.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <set>
+
+namespace metrisk::cli {
+
+namespace fs = std::filesystem;
+
+void BatchTargets::addTo(CLI::App& command, const char* end) {
+    end_ = end;
+    command.add_option("FILE", files, "Analysis files")->option_text("...")->required();
+    auto* one =
+        command.add_option("-o,--output", path, "File to write")->option_text("OUT" + std::string(end));
+    command.add_option("--out-dir", folder, "Folder to write to, under the names of the files")
+        ->option_text("FOLDER")
+        ->check(CLI::ExistingDirectory)
+        ->excludes(one);
+    command.add_option("--threads", threads, "Threads to use; 0, the default, means one a core")
+        ->option_text("N");
+}
+
+std::string BatchTargets::wrong() const {
+    if (path.empty() && folder.empty()) return "-o or --out-dir is required";
+    if (!path.empty() && files.size() > 1) return "-o takes one file; use --out-dir for many";
+    std::set<std::string> seen;
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (!seen.insert(target(i)).second) return target(i) + " would be written twice";
+    return "";
+}
+
+std::string BatchTargets::target(std::size_t file) const {
+    if (!path.empty()) return path;
+    return (fs::path(folder) / fs::path(files[file]).filename().replace_extension(end_)).string();
+}
+
+} // namespace metrisk::cli

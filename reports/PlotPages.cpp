@@ -1,0 +1,78 @@
+// The plots of a report: both parameters, and the error of the measurement process.
+#include "model/Message.h"
+#include "plots/DistributionPlots.h"
+#include "plots/SubSurface.h"
+#include "reports/Compose.h"
+#include "risk/FitMeasuring.h"
+#include "risk/FitSubject.h"
+
+#include <memory>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double pictureWidth = 6000;    // twips
+constexpr double parameterHeight = 5500; // two go on a page
+constexpr double errorHeight = 6600;     // two lines of text more
+constexpr double pictureZoom = 0.72;     // so that the lines of text below the axis find room
+constexpr const char* captionColumn = "^9360;";
+constexpr Message noData{"No Data to Plot.", "No Data", BoxIcon::Information};
+
+/// A zoom of 0 is one of 100 %.
+double zoomFactor(float percent) {
+    return percent > 0 ? 100.0 / static_cast<double>(percent) : 1;
+}
+
+void plotPage(Composition& c, const char* caption, double height, DistributionPlot&& computed) {
+    const auto plot = std::make_shared<const DistributionPlot>(std::move(computed));
+    if (!plot->holdsData()) {
+        tell(c.session.ui, noData);
+        return;
+    }
+    ReportDocument& d = c.document;
+    c.style(12, false);
+    c.lineFeed();
+    d.Table(std::string(captionColumn) + caption + ";");
+    c.style(10, false);
+    d.DrawPicture(
+        {.description = std::string(caption) + ": " + plot->title,
+         .paint =
+             [plot, regional = c.session.regional](DrawingSurface& whole) {
+                 SubSurface surface(whole, {0, 0}, whole.deviceWidth(), whole.deviceHeight(), pictureZoom);
+                 DrawDistributionPlot(surface, *plot, regional);
+             }},
+        (d.PageWidth - pictureWidth) / 2, d.CurrentY, pictureWidth, height);
+}
+
+/// The curve after a fit; a plot without data where that fails.
+DistributionPlot fitted(Composition& c, const char* scope, void (*fit)(Session&),
+                        DistributionPlot (*plot)(const Analysis&, const Regional&)) {
+    c.session.record.ComputeScope = scope;
+    fit(c.session);
+    if (c.session.record.AbortFlag) return {};
+    return plot(c.record(), c.session.regional);
+}
+
+} // namespace
+
+void ComposeParameterPlots(Composition& c) {
+    c.running("Measurement Decision Risk Analysis||Parameter Bias Distributions");
+    Analysis& r = c.session.record;
+    r.SUPlot_Zoom = zoomFactor(c.selection.Report_SUZoom);
+    r.MTEPlot_Zoom = zoomFactor(c.selection.Report_MTEZoom);
+    plotPage(c, "Subject Parameter", parameterHeight,
+             r.SU_PctInTol > 0 ? fitted(c, "SU", FitSubjectParameter, subjectPlot) : DistributionPlot{});
+    if (r.AbortFlag) return;
+    plotPage(c, "Measuring Parameter", parameterHeight,
+             r.MTE_PctInTol > 0 ? fitted(c, "MTE", FitMeasuringParameter, measuringPlot)
+                                : DistributionPlot{});
+}
+
+void ComposeErrorPlot(Composition& c) {
+    c.running("Measurement Decision Risk Analysis||Measurement Process Error Distribution");
+    c.session.record.ErrorPlot_Zoom = zoomFactor(c.selection.Report_ErrorZoom);
+    plotPage(c, "Measurement Process Error", errorHeight, errorPlot(c.record(), c.session.regional));
+}
+
+} // namespace metrisk

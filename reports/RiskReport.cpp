@@ -1,0 +1,324 @@
+// The risk analysis report.
+#include "model/DisplayRule.h"
+#include "model/NumberText.h"
+#include "model/ToleranceUnits.h"
+#include "reports/Compose.h"
+#include "reports/ReportFigures.h"
+#include "reports/TableMarkup.h"
+#include "risk/CurrentFigures.h"
+#include "shell/mainscreen/MainScreen.h"
+
+#include <algorithm>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double normalTop = 1440; // margin with which the body starts at firstLine
+constexpr double firstLine = 1080;
+constexpr double indent = 360;
+constexpr const char* twoColumns = "<5200|<3600;";
+constexpr const char* resultColumns = "<5000|^1800|^1800;";
+constexpr const char* notComputed = "Not Computed";
+/// What the main screen says as well.
+constexpr const char* noSuchRatio = "no such ratio";
+
+/// Rows of a label and a value; those without a value are left out.
+class Rows {
+  public:
+    explicit Rows(const char* format) : markup_(format) {}
+    void add(const std::string& label, const std::string& value) {
+        if (!value.empty()) markup_ += label + "|" + oneLine(value) + ";";
+    }
+    const std::string& markup() const { return markup_; }
+
+  private:
+    std::string markup_;
+};
+
+void table(Composition& c, const Rows& rows) {
+    c.document.Table(rows.markup());
+}
+
+void title(Composition& c) {
+    ReportDocument& d = c.document;
+    const Analysis& r = c.record();
+    c.running("Measurement Decision Risk Analysis||Summary Report");
+    c.style(10, false);
+    d.CurrentY = std::max(0.0, firstLine + d.MarginTop - normalTop);
+    if (r.IncludeOrganization && !r.Organization.empty()) {
+        c.style(12, true);
+        d.Text(r.Organization);
+        c.lineFeed();
+        d.CurrentY += 90;
+    }
+    c.style(14, true);
+    d.Text("Risk Analysis Report");
+    c.style(10, false);
+    c.lineFeed();
+    if (r.IncludeFileName) {
+        c.style(10, true);
+        d.Text("Analysis File Name:  " + r.AnalysisFileName);
+    }
+    c.style(10, false);
+    d.Text(longDate(c.session.clock.now()));
+    c.rule();
+    c.lineFeed();
+}
+
+/// The heading of a block, and the font of its table.
+void block(Composition& c, double size, const char* heading) {
+    c.style(size, true);
+    c.document.Text(heading);
+    c.style(10, false);
+    c.document.IndentLeft = indent;
+}
+
+/// That of a unit under test or in use.
+void unitBlock(Composition& c, const char* label, std::initializer_list<std::string> names) {
+    c.style(11, true);
+    c.unitLine(label, names);
+    c.style(11, false);
+    c.lineFeed();
+    c.style(10, false);
+    c.document.IndentLeft = indent;
+}
+
+std::string physicalLimit(const Composition& c) {
+    const Analysis& r = c.record();
+    if (r.OptTwoSided) {
+        if (r.SU_Distribution == "Normal") return "Unlimited";
+        // No other two-sided distribution than the LogNormal has one.
+        if (r.SU_Distribution != "LogNormal") return "";
+        return withUnits(FormatNumber(r.PhysicalLimit, WidenPicture(r.PhysicalLimit, r.PhysicalLimit_fmt),
+                                      c.session.regional),
+                         r.NominalUnits);
+    }
+    if (!r.PhysLimitRequired || !r.PhysicalLimitEntered) return "";
+    return r.OptSingleUpper ? c.shown.LowerLimitBox.text : c.shown.UpperLimitBox.text;
+}
+
+void subjectUnit(Composition& c) {
+    const Analysis& r = c.record();
+    const MainScreen& s = c.shown;
+    unitBlock(c, "Subject Unit:  ", {s.SystemIDBox.text, s.SUModelNumberBox.text, s.SUDescriptionBox.text});
+    Rows rows(twoColumns);
+    rows.add("Parameter:", s.ParameterIDBox.text);
+    rows.add("Qualifier 1:", s.Qualifier1Box.text);
+    rows.add("Qualifier 2:", s.Qualifier2Box.text);
+    rows.add("Measurement Area:", r.MeasurementArea);
+    rows.add("Distribution:", r.SU_Distribution == "LogNormal" ? "Lognormal" : r.SU_Distribution);
+    if (r.SU_PctInTol != 0) rows.add("Percent In-Tolerance:", shortFigure(r.SU_PctInTol, c.session.regional));
+    rows.add("Physical Limit:", physicalLimit(c));
+    rows.add("Nominal or Reading Value:", s.ModeBox.text);
+    const std::string suffix = r.ShowLimits ? " Limit:" : ":";
+    if (!r.OptSingleLower) rows.add("Upper Tolerance" + suffix, s.UpperLimitBox.text);
+    if (!r.OptSingleUpper) rows.add("Lower Tolerance" + suffix, s.LowerLimitBox.text);
+    table(c, rows);
+    c.document.IndentLeft = 0;
+    c.lineFeed();
+}
+
+void measuringSystem(Composition& c) {
+    const Analysis& r = c.record();
+    const MainScreen& s = c.shown;
+    const Regional& regional = c.session.regional;
+    unitBlock(c,
+              "MTE System:  ", {s.MTESystemIDBox.text, s.MTEModelNumberBox.text, s.MTEDescriptionBox.text});
+    Rows rows(twoColumns);
+    rows.add("Parameter:", s.MTEParameterIDBox.text);
+    rows.add("Qualifier 1:", s.MTEQualifier1Box.text);
+    rows.add("Qualifier 2:", s.MTEQualifier2Box.text);
+    rows.add("Measurement Area:", r.MeasurementArea);
+    const auto amount = [&](double value, const TextBox& box) {
+        return value == 0 ? withUnits("0", r.MTE_ToleranceUnits) : withUnits(box.text, r.MTE_ToleranceUnits);
+    };
+    if (r.MTE_EntryByUncertainty) {
+        rows.add("Standard Uncertainty:", amount(r.MTE_StdUncertainty, s.MTEFixedOffsetBox));
+        rows.add("Expanded Uncertainty:", amount(r.MTE_Offset, s.MTEOffsetBox));
+        rows.add("Confidence Level:", figureText(r.MTE_PctInTol, 4, regional) + " %");
+        rows.add("Degrees of Freedom:", freedomText(r.MTE_DegFreedom, "General Number", regional));
+        rows.add("Coverage Factor:", FormatNumber(r.MTE_kFactor, "##0.####", regional));
+    } else {
+        rows.add("Fixed Limit:", amount(r.MTE_FixedOffset, s.MTEFixedOffsetBox));
+        rows.add("Percent of Reading:", shortFigure(r.MTE_PctReading, regional));
+        rows.add("Percent In-Tolerance:", shortFigure(r.MTE_PctInTol, regional));
+        rows.add("Tolerance Limit:", amount(r.MTE_Offset, s.MTEOffsetBox));
+    }
+    table(c, rows);
+    c.document.IndentLeft = 0;
+    c.lineFeed();
+}
+
+void baseline(Composition& c) {
+    const Analysis& r = c.record();
+    const Regional& regional = c.session.regional;
+    block(c, 11, "Analysis Baseline:");
+    Rows rows(twoColumns);
+    if (r.UserOption == "Z540") {
+        rows.add("Baseline Option:", "Z540.3");
+        rows.add("False Accept Risk:", "2.0000%");
+        rows.add(c.signatureTable ? "Accuracy Ratio:" : "Test Uncertainty Ratio:", "4 : 1");
+    } else {
+        rows.add("Subject Parameter % In-Tolerance:", figureText(r.Base_SUPctInTol, 4, regional));
+        rows.add("Measuring Parameter % In-Tolerance:", figureText(r.Base_MTEPctInTol, 4, regional));
+        rows.add("Accuracy Ratio:", FormatNumber(r.Base_AccRatNum, "##0.00", regional) + " : 1");
+    }
+    table(c, rows);
+    c.document.IndentLeft = 0;
+}
+
+void guardbands(Composition& c) {
+    const Analysis& r = c.record();
+    if (!r.IncludeGuardbands) return;
+    c.lineFeed();
+    block(c, 12, r.OptTwoSided ? "Tolerance Guardbands:" : "Tolerance Guardband:");
+    Rows rows(twoColumns);
+    if (!r.OptSingleUpper) rows.add("Lower Limit Multiplier:", c.shown.txt_GuardbandMultiplier_1.text);
+    if (!r.OptSingleLower) rows.add("Upper Limit Multiplier:", c.shown.txt_GuardbandMultiplier_0.text);
+    table(c, rows);
+    c.document.IndentLeft = 0;
+}
+
+std::string riskCell(double value, const std::string& units, const std::string& picture,
+                     const Regional& regional) {
+    if (units == ppmUnits && value != 0 && value < 1) return "< 1 ppm";
+    return FormatNumber(value, WidenPicture(value, picture), regional) + (units == ppmUnits ? " ppm" : "%");
+}
+
+std::string withoutGroups(double ratio, const Regional& regional) {
+    return FormatNumber(ratio, "0.00", regional) + ":1";
+}
+
+/// A figure of other entries must not be taken for one of these.
+void results(Composition& c) {
+    const Analysis& r = c.record();
+    const Regional& regional = c.session.regional;
+    const CurrentFigures current = currentFigures(c.session);
+    const bool risks = current.risks && (r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0);
+    const bool ratio = current.ratio && (r.EqAccRat != 0 || current.noSuchRatio);
+    c.rule();
+    c.lineFeed();
+    c.style(14, true);
+    c.document.Text("Analysis Results");
+    c.document.IndentLeft = indent;
+    c.style(10, true);
+    c.document.Table(std::string(resultColumns) + " |Acceptable|Computed; |Baseline|Values;");
+    c.style(10, false);
+    const auto cell = [&](double value, const std::string& units, const std::string& picture) {
+        return risks ? riskCell(value, units, picture, regional) : notComputed;
+    };
+    std::string rows = resultColumns;
+    rows += "False Accept Risk:|" +
+            riskCell(r.Base_FalseAccept, r.Base_AcceptUnits, r.Base_Accept_fmt, regional) + "|" +
+            cell(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt) + (risks ? " *;" : ";");
+    rows += "False Reject Risk:|" +
+            riskCell(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt, regional) + "|" +
+            cell(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt) + ";";
+    rows += "Equivalent Accuracy Ratio:|" + withoutGroups(r.Base_AccRatNum, regional) + "|" +
+            (!ratio                ? notComputed
+             : current.noSuchRatio ? noSuchRatio
+                                   : withoutGroups(r.EqAccRat, regional)) +
+            (ratio ? " **;" : ";");
+    c.document.Table(rows);
+    if (risks && r.FalseAcceptRisk != 0)
+        c.document.Text(std::string("*   Based on False Accept Risk ") +
+                        (r.FalseAcceptOption == 0 ? "Option 1 (Consumer's Perspective)"
+                                                  : "Option 2 (Producer's Perspective)"));
+    if (ratio)
+        c.document.Text(r.EqRatioOnFalseAccept ? "**  Keyed to False Accept Risk"
+                                               : "**  Keyed to False Reject Risk");
+    // Where exact integration would show another figure, the reader is told as the user is.
+    const auto remark = [&](const char* figure, const Label& line) {
+        if (line.visible && !line.text.empty()) c.document.Text(std::string(figure) + ": " + line.text);
+    };
+    if (risks) {
+        remark("False Accept Risk", c.shown.Lbl_ExactAccept);
+        remark("False Reject Risk", c.shown.Lbl_ExactReject);
+    }
+    if (ratio) remark("Equivalent Accuracy Ratio", c.shown.Lbl_ExactRatio);
+    c.document.IndentLeft = 0;
+    c.document.CurrentY += 90;
+}
+
+void remarks(Composition& c) {
+    const Analysis& r = c.record();
+    if (!r.IncludeRemarks || r.Remarks.empty()) return;
+    c.style(10, true);
+    c.document.Text("Remarks:  ");
+    c.style(10, false);
+    c.document.Text(r.Remarks);
+}
+
+struct SignOff {
+    const char* label;
+    std::string name;
+};
+
+std::string nameAndDepartment(const std::string& name, bool withDepartment, const std::string& department) {
+    return withDepartment && !department.empty() ? name + ", " + department : name;
+}
+
+void signatureTable(Composition& c, const std::vector<SignOff>& lines) {
+    std::string rows = "<1600|<5300|<2200;";
+    for (const SignOff& line : lines)
+        rows += std::string(line.label) + " |" + oneLine(line.name) +
+                "| Date; |_____________________________________________|________________;";
+    c.style(10, false);
+    c.document.Table(rows);
+}
+
+void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
+    constexpr double nameX = 2880;
+    constexpr double dateX = 8820;
+    constexpr double height = 360 + 3 * 280;
+    ReportDocument& d = c.document;
+    for (const SignOff& line : lines) {
+        if (d.CurrentY + height > d.PageHeight - d.MarginBottom) d.NewPage();
+        d.CurrentY += 360;
+        c.style(11, true);
+        d.Text(std::string(line.label));
+        c.style(10, false);
+        const double y = d.CurrentY;
+        d.DrawLine(nameX, y, d.PageWidth - d.MarginRight, y);
+        d.CurrentX = nameX;
+        d.Text(oneLine(line.name));
+        const double below = d.CurrentY;
+        d.CurrentX = dateX;
+        d.CurrentY = y;
+        d.Text("Date");
+        d.CurrentY = std::max(below, d.CurrentY);
+    }
+}
+
+void signOff(Composition& c) {
+    const Analysis& r = c.record();
+    std::vector<SignOff> lines;
+    if (r.IncludeSubmitter)
+        lines.push_back({"Submitted By:", nameAndDepartment(r.Submitter, r.IncludeDepartment, r.Department)});
+    if (r.IncludeApprover)
+        lines.push_back({"Approved By:",
+                         nameAndDepartment(r.Approver, r.IncludeApprovingDepartment, r.ApprovingDepartment)});
+    if (lines.empty()) return;
+    c.document.CurrentY += 180 - 90; // the rule's own space makes it 180
+    c.rule();
+    if (c.signatureTable)
+        signatureTable(c, lines);
+    else
+        signatureLines(c, lines);
+}
+
+} // namespace
+
+void ComposeRiskReport(Composition& composition) {
+    title(composition);
+    subjectUnit(composition);
+    measuringSystem(composition);
+    baseline(composition);
+    guardbands(composition);
+    results(composition);
+    remarks(composition);
+    signOff(composition);
+}
+
+} // namespace metrisk

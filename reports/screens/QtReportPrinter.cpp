@@ -1,0 +1,102 @@
+#include "reports/screens/QtReportPrinter.h"
+
+#include "plots/screens/PainterSurface.h"
+#include "screens/Widgets.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QImage>
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double unitsPerTwip = 96.0 / 1440;
+constexpr double twipsPerPoint = 20;
+
+/// Measures as the screen does, at 96 dots to the inch.
+struct ScreenMeasure {
+    QImage image{1, 1, QImage::Format_RGB32};
+    QPainter painter{&image};
+    PainterSurface surface;
+
+    explicit ScreenMeasure(QSizeF size) : surface(PainterSurface::onPaper(painter, size)) {}
+};
+
+QSizeF unitsOf(const PageSetup& page) {
+    return {page.width * unitsPerTwip, page.height * unitsPerTwip};
+}
+
+} // namespace
+
+QtReportPrinter::QtReportPrinter(QWidget* parent) : parent_(parent) {}
+
+QtReportPrinter::~QtReportPrinter() = default;
+
+QPrinter& QtReportPrinter::printer() {
+    if (!printer_) {
+        printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        printer_->setFullPage(true); // the report has margins of its own
+    }
+    return *printer_;
+}
+
+QWidget* QtReportPrinter::owner() const {
+    QWidget* active = QApplication::activeWindow();
+    return active ? active : parent_;
+}
+
+/// Without a printer of its own a system still prints into a file.
+bool QtReportPrinter::isThere() {
+    return printer().isValid() || printer().outputFormat() == QPrinter::PdfFormat;
+}
+
+std::vector<std::string> QtReportPrinter::fonts() {
+    std::vector<std::string> names;
+    for (const QString& family : QFontDatabase::families())
+        if (!QFontDatabase::isPrivateFamily(family)) names.push_back(family.toStdString());
+    return names;
+}
+
+void QtReportPrinter::setUp() {
+    QPageSetupDialog(&printer(), owner()).exec();
+}
+
+PageSetup QtReportPrinter::page() {
+    const QSizeF points = printer().pageLayout().fullRectPoints().size();
+    return {.width = points.width() * twipsPerPoint, .height = points.height() * twipsPerPoint};
+}
+
+std::shared_ptr<DrawingSurface> QtReportPrinter::metrics(const PageSetup& page) {
+    const auto measure = std::make_shared<ScreenMeasure>(unitsOf(page));
+    return {measure, &measure->surface};
+}
+
+bool QtReportPrinter::print(const Composer& compose, std::string_view title) {
+    QPrinter& target = printer();
+    target.setDocName(qt(title));
+    if (QPrintDialog(&target, owner()).exec() != QDialog::Accepted) return true;
+    const PageSetup paper = page();
+    QPainter painter;
+    if (!painter.begin(&target)) return false;
+    const double scale = target.resolution() / 96.0;
+    painter.scale(scale, scale);
+    PainterSurface surface = PainterSurface::onPaper(painter, unitsOf(paper));
+    const auto pages = compose(surface, paper);
+    if (!pages) {
+        target.abort();
+        return false;
+    }
+    for (std::size_t i = 0; i < pages->pages.size(); ++i) {
+        if (i > 0 && !target.newPage()) return false;
+        PainterSurface sheet = PainterSurface::onPaper(painter, unitsOf(paper));
+        drawPage(sheet, *pages, i);
+    }
+    return painter.end() && target.printerState() != QPrinter::Error;
+}
+
+} // namespace metrisk

@@ -1,0 +1,148 @@
+// What a report says, operation by operation, against recordings that were read before they were kept.
+#include "reports/Compose.h"
+#include "tests/reports/Reports.h"
+#include "tests/support/RecordedReport.h"
+#include "tests/support/Recording.h"
+
+#include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
+
+namespace metrisk::testing {
+namespace {
+
+std::string operationsOf(const Reported& analysis, const ReportSelection& selection = {}, bool table = true) {
+    RecordedReport document;
+    EXPECT_TRUE(ComposeReport(analysis.session, selection, document, table));
+    // The fingerprint has a test of its own.
+    const std::size_t hash = document.operations.find("\nSHA-256");
+    if (hash != std::string::npos) document.operations.erase(hash, 24 + 64);
+    return document.operations;
+}
+
+void expectReport(const std::string& name, const Reported& analysis, const ReportSelection& selection = {},
+                  bool table = true) {
+    compareWithRecording("reports/data/" + name + ".txt", operationsOf(analysis, selection, table));
+}
+
+void signedByTwo(Analysis& r) {
+    r.IncludeOrganization = r.IncludeFileName = r.IncludeSubmitter = r.IncludeApprover = true;
+    r.IncludeDepartment = r.IncludeRemarks = true;
+    r.Organization = "Calibration Laboratory";
+    r.Department = "Electrical";
+    r.Submitter = "A new user";
+    r.Approver = "Head";
+    r.ApprovingDepartment = "not included";
+    r.Remarks = "First line\nsecond | line; with marks";
+}
+
+void enterBudget(Session& session) {
+    Analysis& r = session.record;
+    EnterError(r, 2, ErrorEntry::Limit, "0.05", {});
+    EnterError(r, 2, ErrorEntry::Confidence, "95", {});
+    EnterError(r, 4, ErrorEntry::Uncertainty, "0.02", {});
+    EnterError(r, 4, ErrorEntry::DegFreedom, "9", {});
+    EnterError(r, 5, ErrorEntry::Uncertainty, "0.01", {});
+    r.ErrTableText[5][4] = "False";
+    r.CorrelationMatrix[4][6] = 0.25;
+    SumProcessUncertainty(session);
+}
+
+TEST(RiskReport, SaysWhatTheScreenShows) {
+    expectReport("two-sided", Reported().compute());
+
+    Reported upper(withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 8, 90));
+    upper.record.MTE_EntryByUncertainty = true;
+    upper.record.MTE_StdUncertainty = 0.05;
+    upper.record.MTE_DegFreedom = 12;
+    upper.record.MTE_TolUnitsFactor = 1000;
+    upper.record.MTE_ToleranceUnits = "mV";
+    upper.record.ShowLimits = true;
+    expectReport("single-upper-by-uncertainty", upper.compute());
+
+    Reported z540;
+    z540.record.UserOption = "Z540";
+    z540.record.IncludeGuardbands = true;
+    z540.record.GB_LowerMult = 0.95;
+    z540.record.GB_UpperMult = 0.9;
+    signedByTwo(z540.record);
+    expectReport("z540-signed", z540.compute());
+    expectReport("z540-signed-on-paper", z540, {}, false);
+}
+
+TEST(RiskReport, FiguresOfOtherEntriesAreNotComputed) {
+    expectReport("never-computed", Reported());
+    Reported changed;
+    changed.compute();
+    changed.record.SU_PctInTol = 91;
+    const std::string report = operationsOf(changed);
+    EXPECT_NE(report.find("|Not Computed;False Reject Risk:"), std::string::npos) << report;
+    EXPECT_EQ(report.find("Keyed to"), std::string::npos) << report;
+
+    Reported otherBaseline;
+    otherBaseline.compute();
+    otherBaseline.record.Base_AccRatNum = 10;
+    const std::string ratio = operationsOf(otherBaseline);
+    EXPECT_NE(ratio.find("10.00:1|Not Computed;"), std::string::npos) << ratio;
+    EXPECT_NE(ratio.find("% *;"), std::string::npos) << "the risks are still those of the entries: " << ratio;
+}
+
+TEST(RiskReport, SmallRisksAreToldApartFromNone) {
+    Reported small;
+    small.compute();
+    small.record.FalseAcceptRisk = 0.4;
+    small.record.FalseAcceptUnits = "ppm";
+    small.record.FalseAccept_fmt = "##0";
+    EXPECT_NE(operationsOf(small).find("|< 1 ppm *;"), std::string::npos);
+    small.record.FalseAcceptRisk = 0;
+    const std::string none = operationsOf(small);
+    EXPECT_NE(none.find("|0 ppm *;"), std::string::npos) << none;
+    EXPECT_EQ(none.find("Based on"), std::string::npos);
+}
+
+TEST(Report, EverySectionInItsOrder) {
+    Reported all;
+    enterBudget(all.session);
+    all.record.IncludeUncertainty = true;
+    all.compute();
+    const ReportSelection selection{.Report_IncludePlots = true,
+                                    .Report_IncludeUncertainty = true,
+                                    .Report_IncludeErrorPlot = true,
+                                    .Report_SUZoom = 50};
+    expectReport("everything", all, selection);
+
+    const auto firstHeader = [&](ReportSelection asked) {
+        const std::string text = operationsOf(all, asked);
+        return text.substr(0, text.find(" / "));
+    };
+    const std::string head = "running Measurement Decision Risk Analysis||";
+    const struct {
+        bool risk, plots, uncertainty;
+        const char* origin;
+        const char* header;
+    } cases[] = {
+        {true, true, false, "PrintDialog", "Analysis Results"},
+        {true, false, true, "PrintDialog", "Summary Report"},
+        {false, true, false, "PrintDialog", "Parameter Bias Distributions"},
+        {false, true, true, "PrintDialog", "Parameter Distributions and Uncertainty Analysis Results"},
+        {false, false, true, "Metrisk", "Summary Report"},
+        {true, true, false, "MTEError", "Uncertainty Analysis Results"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(firstHeader({.Report_IncludeRisk = c.risk,
+                               .Report_IncludePlots = c.plots,
+                               .Report_IncludeUncertainty = c.uncertainty,
+                               .Report_Origin = c.origin}),
+                  head + c.header);
+}
+
+TEST(Report, PlotsWithoutDataAreLeftOutAndTold) {
+    Reported empty(
+        Entry{.upperOffset = 0, .lowerOffset = 0, .pctInTol = 0, .mteOffset = 0, .mtePctInTol = 0});
+    for (int plot = 0; plot < 2; ++plot) empty.ui.expectBox("No Data", "No Data to Plot.", note);
+    const std::string text = operationsOf(empty, {.Report_IncludeRisk = false, .Report_IncludePlots = true});
+    EXPECT_EQ(text.find("picture"), std::string::npos);
+    EXPECT_NE(text.find("end\n"), std::string::npos);
+}
+
+} // namespace
+} // namespace metrisk::testing
