@@ -38,6 +38,7 @@ class ConsoleInteraction final : public Interaction {
     void peekBehind(Worksheet&) override {}
     void beep() override {}
     void post(std::function<void()>) override {}
+    bool perform(Worksheet&, const std::function<void()>&) override { return false; }
     void copyText(std::string_view) override {}
     bool print(const PictureArea&, std::string_view) override { return false; }
     void copyPicture(const PictureArea&) override {}

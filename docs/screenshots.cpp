@@ -1,7 +1,9 @@
 // Takes the pictures of the documentation: every screen with an example in it, into a folder as PNG.
 #include "tests/screens/support/Desk.h"
 
+#include "links/AppsList.h"
 #include "risk/ComputingScreen.h"
+#include "screens/Widgets.h"
 #include "shell/screens/SplashScreen.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
@@ -11,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPalette>
 #include <QStyleFactory>
 #include <cstdio>
@@ -55,6 +58,13 @@ void makeUnits(const std::string& path) {
     units->addArea("Voltage", {.symbol = "V", .description = "volt"});
 }
 
+void makePrograms(const std::string& home) {
+    QDir(qt(home)).mkpath("Include");
+    AppsFile(home + "/Include/Selected Apps.ss3")
+        .save({{"Spreadsheet", "/usr/bin/gnumeric", "csv"},
+               {"Statistics", "/usr/share/applications/rstudio.desktop", ""}});
+}
+
 class Camera {
   public:
     Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
@@ -71,6 +81,7 @@ class Camera {
     /// The picture of a dialog that a menu item opens.
     void takeDialog(const char* item, const char* screen, const char* name) {
         desk_.boxes.expectScreen(screen, [&](QWidget& window) {
+            if (auto* apps = window.findChild<QListWidget*>("Lst_Apps")) apps->setCurrentRow(0);
             if (auto* defaults = window.findChild<QAction*>("mnu_ShowDefaults")) defaults->trigger();
             take(window, name);
             qobject_cast<QDialog*>(&window)->reject();
@@ -200,6 +211,8 @@ int main(int argc, char** argv) {
     desk.session.places.UnitsDatabasePath = "Measurement Units.mdb";
     makeUnits(desk.session.places.UnitsDatabasePath);
     camera.takeDialog("mnu_Units", "UnitsRevision", "units");
+    makePrograms(desk.session.places.HomeDirectory = ".");
+    camera.takeDialog("mnu_File_RunExternal", "form_RunExternal", "external-programs");
     camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "tolerance-offsets");
     desk.record.MTE_EntryByUncertainty = true;
     camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "uncertainty-offsets");
@@ -211,6 +224,9 @@ int main(int argc, char** argv) {
     desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    camera.takeDialog("PrintAnalysisResults", "PrintDialog", "print-dialog");
+    camera.takeDialog("mnu_Preview", "Print_SS", "print-preview");
+    camera.takeDialog("PrintOptions", "PrintOpt", "report-options");
     camera.takeDialog("mnu_SelfCheck", "SelfCheck", "self-check");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())

@@ -1,34 +1,16 @@
 // Any bytes as an analysis file: told or read, never a number that is none; what was read is written
 // and read again as the same file.
-#include "model/AnalysisFields.h"
+#include "fuzz/SoundRecord.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "tests/support/SilentSession.h"
 
-#include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
 using namespace metrisk;
-
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
-
-void requireSoundRecord(const Analysis& record) {
-    visitFields(record, [](std::string_view field, const auto& member) {
-        visitElements(std::string(field), member, []<class T>(const std::string& name, const T& element) {
-            if constexpr (std::is_same_v<std::remove_const_t<T>, double>)
-                require(std::isfinite(element), name.c_str());
-        });
-    });
-    for (int size : record.Stat_SampleSize) require(size >= 0 && size <= maxSampleSize, "sample size");
-}
+using namespace metrisk::fuzz;
 
 bool holdsQuote(const Analysis& record) {
     bool found = false;

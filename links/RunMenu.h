@@ -10,4 +10,7 @@ struct Session;
 /// Ends with the screen it is made for; the session must outlive it.
 MenuItem runMenu(Session& session);
 
+/// Shows the list of other programs.
+void runExternal(Session& session);
+
 } // namespace metrisk

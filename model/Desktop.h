@@ -4,8 +4,24 @@
 #include "model/FileChooser.h"
 
 #include <string>
+#include <vector>
 
 namespace metrisk {
+
+/// A program that is to be started, with its arguments as they are: there is no shell in between.
+struct Launch {
+    std::string program; // a path
+    std::vector<std::string> arguments{};
+    std::string folder{}; // in which it runs
+
+    friend bool operator==(const Launch&, const Launch&) = default;
+};
+
+/// What a kind of files is opened with.
+struct Association {
+    std::string entry; // path of the program's desktop entry; empty if the desktop knows none
+    std::string type;  // the MIME type that it stands for
+};
 
 class Launcher {
   public:
@@ -14,15 +30,21 @@ class Launcher {
     /// Has the desktop open the file with the program it knows for that kind, without waiting for it. Empty,
     /// or why that could not be.
     virtual std::string openDocument(const std::string& path) = 0;
+    /// Starts the program without waiting for it; it outlives this one. Empty, or why that could not be.
+    virtual std::string start(const Launch& launch) = 0;
+    /// What the desktop opens that file with.
+    virtual Association associationOf(const std::string& path) = 0;
 };
 
 class ReportPrinter;
+class DDE_Form;
 
 /// A session has one only where somebody sits before it.
 struct Desktop {
     FileChooser& files;
     Launcher& programs;
     ReportPrinter* printer = nullptr; // null where nothing can be printed
+    DDE_Form* errorLedger = nullptr;  // the conversation with that program
 };
 
 } // namespace metrisk

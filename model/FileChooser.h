@@ -12,8 +12,8 @@ struct FileRequest {
     std::string title;
     std::string filter;
     int filterIndex = 1;
-    std::string initialName;
-    std::string initialFolder; // empty: the user's documents
+    std::string initialName{};
+    std::string initialFolder{}; // empty: the user's documents
 };
 
 class FileChooser {

@@ -84,6 +84,11 @@ class Interaction {
     /// procedure that may be called from any thread.
     virtual void post(std::function<void()> action) = 0;
 
+    /// Runs the action as if the user had asked for it on that screen, after committing the entry being made.
+    /// False, and nothing done, unless the user could ask for it: another screen or a box in front, an action
+    /// under way, or a refused entry keeps him from it.
+    virtual bool perform(Worksheet& screen, const std::function<void()>& action) = 0;
+
     /// Puts the text on the clipboard.
     virtual void copyText(std::string_view text) = 0;
 

@@ -10,8 +10,9 @@ namespace metrisk {
 
 namespace {
 
-/// "*.mrk" as "*.[mM][rR][kK]".
+/// "*.mrk" as "*.[mM][rR][kK]". No extension tells a program here, nor does every file have one.
 QString caseBlind(const QString& pattern) {
+    if (pattern == "*.exe" || pattern == "*.*") return "*";
     QString blind;
     for (const QChar c : pattern)
         blind += c.isLetter() ? QString("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);

@@ -230,6 +230,14 @@ void QtInteraction::post(std::function<void()> action) {
     QMetaObject::invokeMethod(qApp, std::move(action), Qt::QueuedConnection);
 }
 
+bool QtInteraction::perform(Worksheet& screen, const std::function<void()>& action) {
+    ScreenBinder* binder = binderOf(screen);
+    if (!binder || top() != &screen || binder->isActing()) return false;
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal && modal != &binder->window()) return false;
+    return binder->perform(action);
+}
+
 void QtInteraction::copyText(std::string_view text) {
     QApplication::clipboard()->setText(qt(text));
 }

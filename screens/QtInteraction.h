@@ -46,6 +46,7 @@ class QtInteraction final : public Interaction {
     void peekBehind(Worksheet& screen) override;
     void beep() override;
     void post(std::function<void()> action) override;
+    bool perform(Worksheet& screen, const std::function<void()>& action) override;
     void copyText(std::string_view text) override;
     bool print(const PictureArea& picture, std::string_view title) override;
     void copyPicture(const PictureArea& picture) override;

@@ -1,4 +1,4 @@
-// Opening documents by the desktop.
+// Other programs by the desktop: opening documents, starting programs.
 #pragma once
 
 #include "model/Desktop.h"
@@ -8,6 +8,8 @@ namespace metrisk {
 class QtLauncher final : public Launcher {
   public:
     std::string openDocument(const std::string& path) override;
+    std::string start(const Launch& launch) override;
+    Association associationOf(const std::string& path) override;
 };
 
 } // namespace metrisk

@@ -268,12 +268,13 @@ bool ScreenBinder::commitEntry() {
     return true;
 }
 
-void ScreenBinder::perform(const std::function<void()>& action) {
-    if (!commitEntry()) return;
+bool ScreenBinder::perform(const std::function<void()>& action) {
+    if (!commitEntry()) return false;
     act([&] {
         action();
         model_.refresh();
     });
+    return true;
 }
 
 bool ScreenBinder::close(Way way) {

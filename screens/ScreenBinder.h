@@ -46,8 +46,10 @@ class ScreenBinder final : public QObject {
     bool commitEntry();
     /// Commits, then runs the item.
     void run(const QString& item);
-    /// Commits, then does what is no control's and no menu's.
-    void perform(const std::function<void()>& action);
+    /// Commits, then does what is no control's and no menu's. False if the entry was refused.
+    bool perform(const std::function<void()>& action);
+    /// In the midst of an action of the user.
+    bool isActing() const { return acting_ > 0 || model_.leaving(); }
     /// Commits, then asks the worksheet. A refused entry does not keep the user from cancelling.
     bool close(Way way);
 

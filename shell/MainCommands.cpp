@@ -1,6 +1,8 @@
 #include "shell/MainCommands.h"
 
+#include "links/DDE_Form.h"
 #include "links/RunMenu.h"
+#include "model/Desktop.h"
 #include "model/Session.h"
 #include "persistence/Notes.h"
 #include "persistence/Summary.h"
@@ -43,7 +45,10 @@ std::string menuText(std::string text) {
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
     : files(session, screen, chooser), plots(session), reports(session), session_(session), screen_(screen),
       chooser_(chooser) {
-    screen.mayExit = [this] { return files.ExitAnalysis(); };
+    screen.mayExit = [this] {
+        return files.ExitAnalysis(
+            [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });
+    };
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         editMenu(),
@@ -125,10 +130,23 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .run = [this] { reports.preview(session_, reportOrigin::mainScreen); },
          .needs = Needs::Both,
          .separatorAfter = true},
-        {.control = "mnu_File_RunExternal", .caption = "&Run External Application"},
-        {.control = "mnu_Link", .caption = "&Link to ErrorLedger"},
-        {.control = "mnu_File_ImportErledData", .caption = "&Import ErrorLedger Data"},
-        {.control = "mnu_FindErled", .caption = "Locate &ErrorLedger", .separatorAfter = true},
+        {.control = "mnu_File_RunExternal",
+         .caption = "&Run External Application",
+         .run = [this] { runExternal(session_); }},
+        {.control = "mnu_Link",
+         .caption = "&Link to ErrorLedger",
+         .run =
+             [this] { withErrorLedger([this](DDE_Form& link) { link.LinkToErrorLedger(importTarget()); }); }},
+        {.control = "mnu_File_ImportErledData",
+         .caption = "&Import ErrorLedger Data",
+         .run =
+             [this] {
+                 withErrorLedger([this](DDE_Form& link) { link.importData(importTarget(), "erled2"); });
+             }},
+        {.control = "mnu_FindErled",
+         .caption = "Locate &ErrorLedger",
+         .run = [this] { withErrorLedger([](DDE_Form& link) { link.LocateErrorLedger(); }); },
+         .separatorAfter = true},
         {.control = "mnu_Notes",
          .caption = "&Notes",
          .run = [this] { OpenNotes(session_); },
@@ -138,6 +156,18 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .run = [this] { screen_.close(Way::Ok); },
          .shortcut = "Ctrl+Q"},
     };
+}
+
+void MainCommands::withErrorLedger(const std::function<void(DDE_Form&)>& action) {
+    if (session_.desktop && session_.desktop->errorLedger) action(*session_.desktop->errorLedger);
+}
+
+ImportTarget MainCommands::importTarget() {
+    return {.screen = screen_,
+            .session = session_,
+            .takesTolerances = true,
+            .clearEntries = [this] { return files.NewAnalysisFile(); },
+            .taken = [this] { screen_.forgetLastTexts(); }};
 }
 
 std::vector<MenuItem> MainCommands::recentItems() {

@@ -5,11 +5,14 @@
 #include "reports/ReportDesk.h"
 #include "shell/FileCommands.h"
 
+#include <functional>
 #include <vector>
 
 namespace metrisk {
 
+class DDE_Form;
 class MainScreen;
+struct ImportTarget;
 struct MenuItem;
 struct Session;
 
@@ -30,6 +33,9 @@ class MainCommands {
     FileChooser& chooser_;
 
     void openReliability(int slot);
+    /// Nothing where there is no such link.
+    void withErrorLedger(const std::function<void(DDE_Form&)>& action);
+    ImportTarget importTarget();
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();
     std::vector<MenuItem> plotItems();

@@ -110,6 +110,7 @@ int main(int argc, char** argv) {
         // The splash never delays the screen that it announces.
         if (splash) splash->closeWith(window, splashMilliseconds);
         if (!file.empty()) window.openAtStart(QString::fromStdString(file));
+        window.listen();
         session.record.FirstDisplay = session.record.LoadInProgress = false;
     });
     return QApplication::exec();

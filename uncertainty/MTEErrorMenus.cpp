@@ -1,10 +1,18 @@
 // The menus and the toolbar of the process uncertainty worksheet.
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "links/DDE_Form.h"
 #include "links/RunMenu.h"
+#include "model/Desktop.h"
 #include "persistence/Notes.h"
 
 namespace metrisk {
+
+void MTEErrorScreen::importErrors() {
+    if (!session_.desktop || !session_.desktop->errorLedger) return;
+    session_.desktop->errorLedger->importData(
+        {.screen = *this, .session = desk_, .taken = [this] { tableChanged(); }}, "erled1");
+}
 
 void MTEErrorScreen::makeMenus() {
     menus = {
@@ -18,7 +26,9 @@ void MTEErrorScreen::makeMenus() {
                     .caption = "Print Pre&view",
                     .run = [this] { report(previewReport); },
                     .separatorAfter = true},
-                   {.control = "mnu_Import", .caption = "&Import from ErrorLedger"}}},
+                   {.control = "mnu_Import",
+                    .caption = "&Import from ErrorLedger",
+                    .run = [this] { importErrors(); }}}},
         editMenu(),
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},

@@ -1,5 +1,7 @@
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "links/DDE_Form.h"
+#include "model/Desktop.h"
 #include "model/KeptFields.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
@@ -115,6 +117,7 @@ MTEErrorScreen::MTEErrorScreen(Session& session)
 
 MTEErrorScreen::~MTEErrorScreen() {
     session_.record.UncertaintyWorksheetOpen = false;
+    if (session_.desktop && session_.desktop->errorLedger) session_.desktop->errorLedger->forget(*this);
 }
 
 void MTEErrorScreen::bindRow(int index) {

@@ -119,6 +119,7 @@ class MTEErrorScreen final : public Worksheet {
     void enterTolerances();
     void enterSamples(int slot);
     void correlate();
+    void importErrors();
     void analyzeBias();
     FieldResult leaveConfidence(const std::string& text);
     FieldResult leaveCoverageFactor(const std::string& text);

@@ -1,5 +1,6 @@
 #include "shell/screens/Layouts.h"
 
+#include "links/screens/Layouts.h"
 #include "plots/screens/Layouts.h"
 #include "reliability/screens/Layouts.h"
 #include "reports/screens/Layouts.h"
@@ -37,6 +38,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"SUPlot", layoutPlot},
         {"SelfCheck", layoutSelfCheck},
         {"UnitsRevision", layoutUnitsRevision},
+        {"form_RunExternal", layoutRunExternal},
     };
     for (const auto& [name, layout] : layouts)
         if (name == screen) return layout(w);

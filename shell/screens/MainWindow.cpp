@@ -24,7 +24,8 @@
 namespace metrisk {
 
 MainWindow::MainWindow(Session& session, QtInteraction& ui)
-    : session_(session), ui_(ui), chooser_(this), model_(session), commands_(session, model_, chooser_) {
+    : session_(session), ui_(ui), chooser_(this), carrier_(ui, socketFolder()),
+      errorLedger_(session, carrier_), model_(session), commands_(session, model_, chooser_) {
     setObjectName(model_.name);
     session_.desktop = &desktop_;
     setAcceptDrops(true);

@@ -1,6 +1,8 @@
 // The main screen's window: panels, menus, toolbar and status bar over its worksheet.
 #pragma once
 
+#include "links/DDE_Form.h"
+#include "links/SocketCarrier.h"
 #include "model/Desktop.h"
 #include "reports/screens/QtReportPrinter.h"
 #include "screens/QtFileChooser.h"
@@ -32,6 +34,8 @@ class MainWindow final : public QMainWindow {
     void openFile(const QString& path);
     /// The file named on the command line.
     void openAtStart(const QString& path);
+    /// Other programs of the user's may ask for the analysis from now on.
+    void listen() { carrier_.listen(); }
 
     QSize sizeHint() const override;
 
@@ -49,7 +53,9 @@ class MainWindow final : public QMainWindow {
     QtFileChooser chooser_;
     QtLauncher launcher_;
     QtReportPrinter printer_{this};
-    Desktop desktop_{chooser_, launcher_, &printer_};
+    SocketCarrier carrier_;
+    DDE_Form errorLedger_;
+    Desktop desktop_{chooser_, launcher_, &printer_, &errorLedger_};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;

@@ -1,4 +1,6 @@
 // The file commands and the way out, with the file dialogs that users see.
+#include "screens/QtLauncher.h"
+#include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
 
 #include <QAction>
@@ -140,6 +142,39 @@ class FileTest final : public QObject {
         d.choose("NewAnalysisFile");
         d.boxes.faults();
         QVERIFY(!std::filesystem::exists(d.settings.path()));
+    }
+
+    void programsGetTheirArgumentsAsTheyAre() {
+        const std::string folder = desk_->folder.path().string();
+        const QString said = desk_->path("said");
+        const std::string program = desk_->folder.write(
+            "a \"b\"", "#!/bin/sh\npwd > said.part\nprintf '%s\\n' \"$@\" >> said.part\nmv said.part said\n");
+        QtLauncher launcher;
+        QVERIFY(!launcher.start({program, {}, folder}).empty()); // may not be executed
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        QVERIFY(!launcher.start({program, {}, folder + "/none"}).empty());
+        QCOMPARE(launcher.start({program, {"$(x) 'q'", "", "\"z"}, folder}), std::string());
+        QTRY_VERIFY(QFile::exists(said));
+        QCOMPARE(fileContent(said.toStdString()), folder + "\n$(x) 'q'\n\n\"z\n");
+    }
+
+    void whatAFileIsOpenedWith() {
+        QtLauncher launcher;
+        const std::string unknown = desk_->folder.write("some.unknown-kind", "\1\2\3");
+        QVERIFY(launcher.associationOf(unknown).entry.empty());
+        QVERIFY(!launcher.openDocument(unknown).empty());
+        const QDir data(qEnvironmentVariable("XDG_DATA_HOME"));
+        QVERIFY(data.mkpath("applications"));
+        const auto write = [&data](const char* name, const char* content) {
+            QFile file(data.filePath(name));
+            QVERIFY(file.open(QFile::WriteOnly) && file.write(content) > 0);
+        };
+        write("applications/editor.desktop", "[Desktop Entry]\nType=Application\nExec=editor %F\n");
+        write("applications/mimeapps.list", "[Default Applications]\ntext/plain=editor.desktop\n");
+        const Association found = launcher.associationOf(desk_->folder.write("table.csv", "1,2"));
+        QDir(data.filePath("applications")).removeRecursively();
+        QCOMPARE(qt(found.entry), data.filePath("applications/editor.desktop"));
+        QCOMPARE(found.type, std::string("text/plain")); // a table is a text, too
     }
 };
 

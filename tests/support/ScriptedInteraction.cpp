@@ -72,6 +72,13 @@ void ScriptedInteraction::runPosted() {
     }
 }
 
+bool ScriptedInteraction::perform(Worksheet& screen, const std::function<void()>& action) {
+    if (!screensAreFree) return false;
+    action();
+    screen.refresh();
+    return true;
+}
+
 void ScriptedInteraction::waitFor(const std::function<bool()>& done) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!done() && std::chrono::steady_clock::now() < end) {

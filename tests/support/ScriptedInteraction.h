@@ -58,6 +58,7 @@ class ScriptedInteraction final : public Interaction {
     int picturesCopied = 0;
     std::vector<std::string> textsCopied;
     std::vector<std::string> printed; // titles
+    bool screensAreFree = true;       // for actions that nobody asked for
     bool printerWorks = true;
     std::vector<std::string> placed; // "Left Right"
     /// Called at each yield, for instance to press cancel.
@@ -81,6 +82,7 @@ class ScriptedInteraction final : public Interaction {
     void peekBehind(Worksheet&) override { ++peeks; }
     void beep() override { ++beeps; }
     void post(std::function<void()> action) override;
+    bool perform(Worksheet& screen, const std::function<void()>& action) override;
     void copyText(std::string_view text) override { textsCopied.emplace_back(text); }
     bool print(const PictureArea&, std::string_view title) override {
         printed.emplace_back(title);

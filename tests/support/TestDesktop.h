@@ -10,16 +10,23 @@
 
 namespace metrisk::testing {
 
-/// Takes whatever it is asked to open.
+/// Takes whatever it is asked to open or start.
 class ScriptedLauncher final : public Launcher {
   public:
     std::vector<std::string> opened;
-    std::string failure; // of every opening, if there is one
+    std::vector<Launch> started;
+    Association association; // of every file
+    std::string failure;     // of every opening and start, if there is one
 
     std::string openDocument(const std::string& path) override {
         opened.push_back(path);
         return failure;
     }
+    std::string start(const Launch& launch) override {
+        started.push_back(launch);
+        return failure;
+    }
+    Association associationOf(const std::string&) override { return association; }
 };
 
 struct TestDesktop : TestSession {

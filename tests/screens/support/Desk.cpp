@@ -29,6 +29,8 @@ void Desk::open() {
     window.reset();
     ClearAnalysis(session);
     window = std::make_unique<MainWindow>(session, ui);
+    desktop.emplace(Desktop{session.desktop->files, programs, session.desktop->errorLedger});
+    session.desktop = &*desktop;
     record.FileChanged = false;
     window->model().TakeSavedCopy();
     window->resize(1024, 768);

@@ -13,8 +13,17 @@
 
 #include <QTest>
 #include <memory>
+#include <optional>
 
 namespace metrisk::testing {
+
+/// Starts no program of the machine that tests run on.
+class NoPrograms final : public Launcher {
+  public:
+    std::string openDocument(const std::string&) override { return "no programs"; }
+    std::string start(const Launch&) override { return ""; }
+    Association associationOf(const std::string&) override { return {}; }
+};
 
 class Desk {
   public:
@@ -32,6 +41,8 @@ class Desk {
     Session session{settings, ui, clock};
     Analysis& record = session.record;
     BoxAnswerer boxes;
+    NoPrograms programs;
+    std::optional<Desktop> desktop; // the window's file dialogs, and no programs
     std::unique_ptr<MainWindow> window;
 
     /// The widget of that control, in `within` or the main screen; a missing one ends the test with a list of

@@ -1,0 +1,28 @@
+// What must hold of a record, whatever it was read from; a breach ends the fuzzer.
+#pragma once
+
+#include "model/AnalysisFields.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace metrisk::fuzz {
+
+inline void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+inline void requireSoundRecord(const Analysis& record) {
+    visitFields(record, [](std::string_view field, const auto& member) {
+        visitElements(std::string(field), member, []<class T>(const std::string& name, const T& element) {
+            if constexpr (std::is_same_v<std::remove_const_t<T>, double>)
+                require(std::isfinite(element), name.c_str());
+        });
+    });
+    for (int size : record.Stat_SampleSize) require(size >= 0 && size <= maxSampleSize, "sample size");
+}
+
+} // namespace metrisk::fuzz

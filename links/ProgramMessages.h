@@ -1,0 +1,11 @@
+// What is told of other programs by several routines.
+#pragma once
+
+#include "model/Message.h"
+
+namespace metrisk {
+
+inline constexpr Message notExecutable{"The application is not executable.", "Improper Application",
+                                       BoxIcon::Critical};
+
+} // namespace metrisk
