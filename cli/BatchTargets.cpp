@@ -1,5 +1,7 @@
 #include "cli/BatchTargets.h"
 
+#include "cli/OrderedBatch.h"
+
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <set>
@@ -8,11 +10,9 @@ namespace metrisk::cli {
 
 namespace fs = std::filesystem;
 
-void BatchTargets::addTo(CLI::App& command, const char* end) {
-    end_ = end;
+void BatchTargets::addTo(CLI::App& command, const std::string& name) {
     command.add_option("FILE", files, "Analysis files")->option_text("...")->required();
-    auto* one =
-        command.add_option("-o,--output", path, "File to write")->option_text("OUT" + std::string(end));
+    auto* one = command.add_option("-o,--output", path, "File to write")->option_text(name);
     command.add_option("--out-dir", folder, "Folder to write to, under the names of the files")
         ->option_text("FOLDER")
         ->check(CLI::ExistingDirectory)
@@ -32,7 +32,25 @@ std::string BatchTargets::wrong() const {
 
 std::string BatchTargets::target(std::size_t file) const {
     if (!path.empty()) return path;
-    return (fs::path(folder) / fs::path(files[file]).filename().replace_extension(end_)).string();
+    return (fs::path(folder) / fs::path(files[file]).filename().replace_extension(end)).string();
+}
+
+int BatchTargets::run(const char* command,
+                      const std::function<Output(const std::string&, const std::string&)>& job) const {
+    if (const std::string what = wrong(); !what.empty())
+        return finish({.diagnostics = diagnosticLine(command, what), .status = wrongUsage});
+    Outlet outlet(files.size());
+    runOrdered(
+        files.size(), threads,
+        [&](std::size_t i) -> Output {
+            try {
+                return job(files[i], target(i));
+            } catch (const std::exception& fault) { // memory: the files behind it may need less
+                return {.diagnostics = diagnosticLine(files[i], fault.what()), .status = refused};
+            }
+        },
+        [&](const Output& output) { outlet.put(output); });
+    return outlet.status();
 }
 
 } // namespace metrisk::cli

@@ -2,7 +2,6 @@
 #include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
-#include "cli/OrderedBatch.h"
 #include "persistence/Summary.h"
 
 #include <CLI/CLI.hpp>
@@ -25,22 +24,10 @@ Output summarise(Workplace& workplace, const std::string& file, const std::strin
 }
 
 int summariseAll(const Options& options) {
-    const BatchTargets& targets = options.targets;
-    if (const std::string wrong = targets.wrong(); !wrong.empty())
-        return finish({.diagnostics = diagnosticLine("summary", wrong), .status = wrongUsage});
     Workplace workplace(options.settings);
-    Outlet outlet(targets.files.size());
-    runOrdered(
-        targets.files.size(), targets.threads,
-        [&](std::size_t i) -> Output {
-            try {
-                return summarise(workplace, targets.files[i], targets.target(i));
-            } catch (const std::exception& fault) { // memory: the files behind it may need less
-                return {.diagnostics = diagnosticLine(targets.files[i], fault.what()), .status = refused};
-            }
-        },
-        [&](const Output& output) { outlet.put(output); });
-    return outlet.status();
+    return options.targets.run("summary", [&](const std::string& file, const std::string& target) {
+        return summarise(workplace, file, target);
+    });
 }
 
 } // namespace
@@ -49,7 +36,8 @@ void addSummary(CLI::App& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     CLI::App* command =
         program.add_subcommand("summary", "Write an analysis and its results as a table for a spreadsheet");
-    options->targets.addTo(*command, ".sum");
+    options->targets.end = ".sum";
+    options->targets.addTo(*command, "OUT.sum");
     addSettingsOption(*command, options->settings);
     command->callback([options, &chosen] { chosen = [options] { return summariseAll(*options); }; });
 }

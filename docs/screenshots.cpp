@@ -224,6 +224,9 @@ int main(int argc, char** argv) {
     desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    camera.takeDialog("PrintAnalysisResults", "PrintDialog", "print-dialog");
+    camera.takeDialog("mnu_Preview", "Print_SS", "print-preview");
+    camera.takeDialog("PrintOptions", "PrintOpt", "report-options");
     camera.takeDialog("mnu_SelfCheck", "SelfCheck", "self-check");
     desk.choose("mnu_HelpContents");
     for (QWidget* top : QApplication::topLevelWidgets())

@@ -36,15 +36,15 @@ class Launcher {
     virtual Association associationOf(const std::string& path) = 0;
 };
 
-class DDE_Form;
 class ReportPrinter;
+class DDE_Form;
 
 /// A session has one only where somebody sits before it.
 struct Desktop {
     FileChooser& files;
     Launcher& programs;
     ReportPrinter* printer = nullptr; // null where nothing can be printed
-    DDE_Form* errorLedger = nullptr; // the conversation with that program
+    DDE_Form* errorLedger = nullptr;  // the conversation with that program
 };
 
 } // namespace metrisk

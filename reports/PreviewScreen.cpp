@@ -110,6 +110,7 @@ bool PreviewScreen::compose() {
     if (!pages) return false;
     pages_ = std::make_shared<const PagedReport>(std::move(*pages));
     showPage(0);
+    refresh();
     return true;
 }
 

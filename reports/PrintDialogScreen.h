@@ -37,7 +37,7 @@ class PrintDialogScreen final : public Worksheet {
     CheckBox chk_IncludeMTEBias{*this, "chk_IncludeMTEBias", " &Include MTE bias uncertainty",
                                 "The measuring parameter's bias counts in the error"};
     Choice Combo1{*this, "Combo1", "Font of the report"};
-    Label PrintSample{*this, "PrintSample", "AaBbCc 123 $&&#"};
+    Label PrintSample{*this, "PrintSample", "AaBbCc 123 $&#"};
     CheckBox Chk_FontDefault{*this, "Chk_FontDefault", " Set as default font",
                              "Reports begin with this font from now on"};
     TextBox Txt_LMargin{*this, "Txt_LMargin", "Left margin of the page"};

@@ -103,18 +103,24 @@ void RichTextDocument::ExportRaw(std::string_view raw) {
 void RichTextDocument::beginBody() {
     if (inBody_) return;
     inBody_ = true;
-    bytes_ += "{\\info{\\title " + richText(title_) + "}}\n\\paperw" + number(PageWidth) + "\\paperh" +
-              number(PageHeight) + "\\margl" + number(MarginLeft) + "\\margr" + number(MarginRight) +
-              "\\margt" + number(MarginTop) + "\\margb" + number(MarginBottom) + "\n";
+    // Some word processors forget the prologue's tabs within the running texts; those of the style they keep.
+    bytes_ += "{\\stylesheet{\\s0" + tabs() + " Normal;}}\n{\\info{\\title " + richText(title_) +
+              "}}\n\\paperw" + number(PageWidth) + "\\paperh" + number(PageHeight) + "\\margl" +
+              number(MarginLeft) + "\\margr" + number(MarginRight) + "\\margt" + number(MarginTop) +
+              "\\margb" + number(MarginBottom) + "\n";
     placedY_ = CurrentY;
 }
 
 void RichTextDocument::NewPage() {
     beginBody();
-    bytes_ += "\\sect\\sectd\n\\pard\\plain\\tqc\\tx" + number(textWidth() / 2) + "\\tqr\\tx" +
-              number(textWidth()) + "\\f999\\fs" + number(2 * HdrFontSize) + (HdrFontBold ? "\\b" : "") +
-              "\n";
+    bytes_ += "\\sect\\sectd\n\\pard\\plain" + tabs() + (HdrFontBold ? "\\b" : "") + "\n";
     placedY_ = CurrentY;
+}
+
+/// Stops and font of the running texts.
+std::string RichTextDocument::tabs() const {
+    return "\\tqc\\tx" + number(textWidth() / 2) + "\\tqr\\tx" + number(textWidth()) + "\\f999\\fs" +
+           number(2 * HdrFontSize);
 }
 
 std::string RichTextDocument::fontWords() const {

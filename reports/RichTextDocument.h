@@ -37,6 +37,7 @@ class RichTextDocument final : public ReportDocument {
     bool inBody_ = false;
 
     void beginBody();
+    std::string tabs() const;
     std::string fontWords() const;
     /// Begins a paragraph: its indent, and the space above it that a move of CurrentY asks for.
     void paragraph(std::string_view words);

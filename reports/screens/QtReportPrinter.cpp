@@ -15,7 +15,8 @@ namespace metrisk {
 
 namespace {
 
-constexpr double unitsPerTwip = 96.0 / 1440;
+constexpr double unitsPerInch = 96;
+constexpr double unitsPerTwip = unitsPerInch / 1440;
 constexpr double twipsPerPoint = 20;
 
 /// Measures as the screen does, at 96 dots to the inch.
@@ -26,6 +27,11 @@ struct ScreenMeasure {
 
     explicit ScreenMeasure(QSizeF size) : surface(PainterSurface::onPaper(painter, size)) {}
 };
+
+PageSetup paperOf(const QPrinter& printer) {
+    const QSizeF points = printer.pageLayout().fullRectPoints().size();
+    return {.width = points.width() * twipsPerPoint, .height = points.height() * twipsPerPoint};
+}
 
 QSizeF unitsOf(const PageSetup& page) {
     return {page.width * unitsPerTwip, page.height * unitsPerTwip};
@@ -67,8 +73,7 @@ void QtReportPrinter::setUp() {
 }
 
 PageSetup QtReportPrinter::page() {
-    const QSizeF points = printer().pageLayout().fullRectPoints().size();
-    return {.width = points.width() * twipsPerPoint, .height = points.height() * twipsPerPoint};
+    return paperOf(printer());
 }
 
 std::shared_ptr<DrawingSurface> QtReportPrinter::metrics(const PageSetup& page) {
@@ -80,21 +85,25 @@ bool QtReportPrinter::print(const Composer& compose, std::string_view title) {
     QPrinter& target = printer();
     target.setDocName(qt(title));
     if (QPrintDialog(&target, owner()).exec() != QDialog::Accepted) return true;
-    const PageSetup paper = page();
+    return printOn(target, compose);
+}
+
+bool QtReportPrinter::printOn(QPrinter& target, const Composer& compose) {
+    const PageSetup paper = paperOf(target);
     QPainter painter;
     if (!painter.begin(&target)) return false;
-    const double scale = target.resolution() / 96.0;
+    const double scale = target.resolution() / unitsPerInch;
     painter.scale(scale, scale);
-    PainterSurface surface = PainterSurface::onPaper(painter, unitsOf(paper));
-    const auto pages = compose(surface, paper);
-    if (!pages) {
+    PainterSurface metrics = PainterSurface::onPaper(painter, unitsOf(paper));
+    const auto report = compose(metrics, paper);
+    if (!report) {
         target.abort();
         return false;
     }
-    for (std::size_t i = 0; i < pages->pages.size(); ++i) {
+    for (std::size_t i = 0; i < report->pages.size(); ++i) {
         if (i > 0 && !target.newPage()) return false;
         PainterSurface sheet = PainterSurface::onPaper(painter, unitsOf(paper));
-        drawPage(sheet, *pages, i);
+        drawPage(sheet, *report, i);
     }
     return painter.end() && target.printerState() != QPrinter::Error;
 }

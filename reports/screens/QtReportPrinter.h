@@ -22,6 +22,9 @@ class QtReportPrinter final : public ReportPrinter {
     bool print(const Composer& compose, std::string_view title) override;
     const ReportPress& press() override { return press_; }
 
+    /// On that printer, as it is set up.
+    static bool printOn(QPrinter& printer, const Composer& compose);
+
   private:
     QWidget* parent_;
     CairoPress press_;

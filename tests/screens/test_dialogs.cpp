@@ -5,6 +5,11 @@
 #include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
+#include "reports/PreviewScreen.h"
+#include "reports/PrintDialogScreen.h"
+#include "reports/ReportDesk.h"
+#include "reports/ReportOptionsScreen.h"
+#include "reports/screens/QtReportPrinter.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
@@ -165,10 +170,17 @@ class DialogTest final : public QObject {
         GuardPlot riskPlot(session, Swept::MeasuringPct);
         RiskMapScreen riskMap(session);
         RunExternalScreen programs(session);
-        for (Worksheet* screen : std::initializer_list<Worksheet*>{
-                 &programs,  &riskPlot,    &riskMap,       &main,        &baseline, &option,  &ratio,
-                 &computing, &guardbands,  &observed,      &reliability, &budget,   &samples, &correlations,
-                 &reference, &subjectPlot, &measuringPlot, &errorPlot,   &units,    &offsets, &check}) {
+        ReportDesk reports(session);
+        PrintDialogScreen printing(session, reports);
+        ReportOptionsScreen reportOptions(session);
+        PreviewScreen preview(session, {});
+        QVERIFY(preview.compose());
+        const std::initializer_list<Worksheet*> screens{
+            &programs, &riskPlot,     &riskMap,    &main,        &baseline,      &option,
+            &ratio,    &computing,    &guardbands, &observed,    &reliability,   &budget,
+            &samples,  &correlations, &reference,  &subjectPlot, &measuringPlot, &errorPlot,
+            &units,    &offsets,      &check,      &printing,    &preview,       &reportOptions};
+        for (Worksheet* screen : screens) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
             layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
@@ -184,6 +196,45 @@ class DialogTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
+    }
+
+    void reportOnPaperAndOnScreen() {
+        Desk& d = *desk_;
+        computed();
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setFullPage(true);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(d.path("report.pdf"));
+        std::size_t pages = 0;
+        const auto compose = [&](DrawingSurface& metrics, const PageSetup& page) {
+            auto report = reportPages(d.session, {.Report_IncludePlots = true}, page, metrics, true);
+            pages = report ? report->pages.size() : 0;
+            return report;
+        };
+        QVERIFY(QtReportPrinter::printOn(printer, compose));
+        QVERIFY(pages >= 2 && QFileInfo(d.path("report.pdf")).size() > 5000);
+        d.boxes.expectScreen("Print_SS", [&](QWidget& preview) {
+            const QImage page = d.control("vs_Print", &preview)->grab().toImage();
+            QCOMPARE(page.pixelColor(page.width() / 2, 20), QColor(Qt::white));
+            QCOMPARE(page.pixelColor(2, page.height() / 2), QColor(128, 128, 128));
+            preview.findChild<QAction*>("mnu_Page_Larger")->trigger();
+            QCOMPARE(d.control("vs_Print", &preview)->minimumWidth() > 300, true);
+            preview.findChild<QAction*>("mnu_Copy")->trigger();
+            QVERIFY(!QApplication::clipboard()->image().isNull());
+            preview.findChild<QAction*>("mnu_Exit")->trigger();
+        });
+        d.choose("mnu_Preview");
+        QCOMPARE(d.boxes.faults(), QString());
+    }
+
+    void remarksAreTypedInLines() {
+        Desk& d = *desk_;
+        d.boxes.expectScreen("PrintOpt", [&](QWidget& options) {
+            QTest::keyClicks(d.control("txt_Remarks", &options), "one\rtwo");
+            d.click("cmd_OK", &options);
+        });
+        d.choose("PrintOptions");
+        QCOMPARE(d.record.Remarks, std::string("one\ntwo"));
     }
 
     void riskPlotByTheKeyboard() {

@@ -18,6 +18,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPageSetupDialog>
+#include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QSlider>
 #include <random>
@@ -78,9 +80,9 @@ class Robot {
         if (auto* file = qobject_cast<QFileDialog*>(&window)) {
             last = "cancel file dialog";
             file->reject();
-        } else if (auto* printing = qobject_cast<QPrintDialog*>(&window)) {
+        } else if (qobject_cast<QPrintDialog*>(&window) || qobject_cast<QPageSetupDialog*>(&window)) {
             last = "cancel printing";
-            printing->reject();
+            qobject_cast<QDialog*>(&window)->reject();
         } else if (auto* box = qobject_cast<QMessageBox*>(&window)) {
             QAbstractButton* button = any(box->buttons());
             if (leaveNoMore_ && box->button(QMessageBox::Cancel)) button = box->button(QMessageBox::Cancel);
@@ -128,7 +130,8 @@ class Robot {
             if (widget->isVisible() && widget->isEnabled() && !widget->objectName().startsWith("qt_") &&
                 (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
                  qobject_cast<QComboBox*>(widget) || qobject_cast<QSlider*>(widget) ||
-                 qobject_cast<PictureWidget*>(widget) || qobject_cast<CellTable*>(widget)))
+                 qobject_cast<PictureWidget*>(widget) || qobject_cast<CellTable*>(widget) ||
+                 qobject_cast<QPlainTextEdit*>(widget)))
                 reachable += widget;
         if (reachable.empty()) return;
         QWidget* widget = any(reachable);
@@ -145,6 +148,10 @@ class Robot {
             const QPoint at(static_cast<int>(random_() % 1000) * widget->width() / 1000,
                             static_cast<int>(random_() % 1000) * widget->height() / 1000);
             QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at);
+            return;
+        }
+        if (qobject_cast<QPlainTextEdit*>(widget)) {
+            QTest::keyClicks(widget, any(texts) + "\r" + any(texts));
             return;
         }
         if (!qobject_cast<QLineEdit*>(widget)) {

@@ -1,0 +1,51 @@
+// metrisk-cli report.
+#include "tests/cli/Cli.h"
+
+namespace metrisk::testing {
+namespace {
+
+TEST_F(Cli, ReportsGoToOneFileOrToAFolder) {
+    ASSERT_EQ(run("compute --save ex/*.mrk").status, 0);
+    EXPECT_EQ(run("report ex/gauge-block-25mm.mrk -o g.DOC --organization 'Lab {1}'").err, "");
+    const std::string text = fileContent(folder / "g.DOC");
+    EXPECT_TRUE(text.starts_with("{\\rtf1")) << text.substr(0, 80);
+    EXPECT_NE(text.find("Lab \\{1\\}\\par"), std::string::npos);
+    EXPECT_EQ(text.find("Not Computed"), std::string::npos) << "what was saved is current";
+
+    fs::create_directory(folder / "out");
+    const Result all = run("report ex/*.mrk --out-dir out --format htm --paper a4 --sections risk,plots");
+    EXPECT_EQ(all.status, 0) << all.err;
+    const auto files = std::distance(fs::directory_iterator(folder / "ex"), fs::directory_iterator());
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "out"), fs::directory_iterator()), files);
+    run("report ex/*.mrk --out-dir out --format pdf --threads 1");
+    const std::string one = fileContent(folder / "out/ph-buffer-deviation.pdf");
+    EXPECT_TRUE(one.starts_with("%PDF"));
+}
+
+TEST_F(Cli, ReportRefusesWhatItCannotWrite) {
+    write("bad.mrk", "no analysis");
+    write("empty.mrk", fileContent(folder / "ex/gauge-block-25mm.mrk").substr(0, 200));
+    const struct {
+        const char* arguments;
+        int status;
+        const char* says;
+    } cases[] = {
+        {"report ex/gauge-block-25mm.mrk -o g.txt", 2, "The Report Type is not registered."},
+        {"report ex/gauge-block-25mm.mrk", 2, "-o or --out-dir is required"},
+        {"report ex/gauge-block-25mm.mrk ex/ph-buffer-deviation.mrk -o g.pdf", 2, "-o takes one file"},
+        {"report ex/gauge-block-25mm.mrk ./ex/gauge-block-25mm.mrk --out-dir .", 2, "would be written twice"},
+        {"report ex/gauge-block-25mm.mrk -o g.pdf --sections risk,none", 2, "none"},
+        {"report ex/gauge-block-25mm.mrk -o missing/g.pdf", 1, "cannot be written"},
+        {"report bad.mrk -o g.pdf", 3, "bad.mrk"},
+        {"report empty.mrk -o g.pdf", 3, "empty.mrk"},
+    };
+    for (const auto& c : cases) {
+        const Result result = run(c.arguments);
+        EXPECT_EQ(result.status, c.status) << c.arguments;
+        EXPECT_NE(result.err.find(c.says), std::string::npos) << c.arguments << ": " << result.err;
+    }
+    EXPECT_FALSE(fs::exists(folder / "g.pdf"));
+}
+
+} // namespace
+} // namespace metrisk::testing
