@@ -33,10 +33,7 @@ struct ScriptedCarrier final : Carrier {
 };
 
 struct DdeTest : ::testing::Test, TestDesktop {
-    struct Screen final : Worksheet {
-        Screen() : Worksheet("MainScreen", "", "") {}
-        void refresh() override {}
-    } screen;
+    EmptyScreen screen;
     ProgramFiles files;
     ScriptedCarrier carrier;
     DDE_Form link{session, carrier};
@@ -65,18 +62,8 @@ struct DdeTest : ::testing::Test, TestDesktop {
         answer(home + "/");
         ui.verifyAllShown();
     }
-    void wanted(Answer answer = Answer::Yes) {
-        ui.expectBox(
-            "Uncertainty Data Link",
-            "Link to ErrorLedger successful.\n\nDo you want to import ErrorLedger data into Metrisk?",
-            answer);
-    }
-    void tolerances(Answer answer) {
-        ui.expectBox("Uncertainty Data Available",
-                     "Do you want to import parameter tolerance data as well as\nprocess uncertainty data "
-                     "into Metrisk?",
-                     answer);
-    }
+    void wanted(Answer answer = Answer::Yes) { expectWanted(ui, answer); }
+    void tolerances(Answer answer) { expectTolerances(ui, answer); }
     void expectFailed() {
         ui.expectBox("Link Failed", "For the link to be successful, both Metrisk and\nErrorLedger need to be "
                                     "running on the same computer.");

@@ -1,9 +1,30 @@
 // A file as ErrorLedger writes it.
 #pragma once
 
+#include "model/Worksheet.h"
+#include "tests/support/ScriptedInteraction.h"
+
 #include <string>
 
 namespace metrisk::testing {
+
+/// A screen on which data can be asked for.
+struct EmptyScreen final : Worksheet {
+    EmptyScreen() : Worksheet("MainScreen", "", "") {}
+    void refresh() override {}
+};
+
+inline void expectWanted(ScriptedInteraction& ui, Answer answer = Answer::Yes) {
+    ui.expectBox("Uncertainty Data Link",
+                 "Link to ErrorLedger successful.\n\nDo you want to import ErrorLedger data into Metrisk?",
+                 answer);
+}
+inline void expectTolerances(ScriptedInteraction& ui, Answer answer) {
+    ui.expectBox("Uncertainty Data Available",
+                 "Do you want to import parameter tolerance data as well as\n"
+                 "process uncertainty data into Metrisk?",
+                 answer);
+}
 
 /// Rows that a test may change; the others are those of an ordinary analysis: 10 V, limits 9.5 and 10.4 V in
 /// mV.

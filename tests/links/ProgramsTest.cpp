@@ -15,33 +15,34 @@ using Words = std::vector<std::string>;
 const std::string document = "/a b/c\"%.ods";
 
 TEST(DesktopEntry, ExecIsExpandedWithoutAShell) {
+    // Expected arguments end in "|" each; D is the document.
     const struct {
-        const char* exec;
-        Words alone, with;
+        const char *exec, *alone, *with;
     } rows[] = {
-        {"calc", {"calc"}, {"calc", document}},
-        {"calc %U", {"calc"}, {"calc", "file:///a%20b/c%22%25.ods"}},
-        {"calc --in=%f -x", {"calc", "--in=", "-x"}, {"calc", "--in=" + document, "-x"}},
-        {"calc %i %c %k %d",
-         {"calc", "--icon", "pic", "A Name", "/e"},
-         {"calc", "--icon", "pic", "A Name", "/e", document}},
-        {"\"a b\" \"q\\\"\\$\\\\z\" 5%% \"%f\"",
-         {"a b", "q\"$\\z", "5%", "%f"},
-         {"a b", "q\"$\\z", "5%", "%f", document}},
-        {"env W=\"/a b\" wine C:\\\\x\\\\y.exe ';|$(ls)' &",
-         {"env", "W=/a b", "wine", "C:\\x\\y.exe", ";|$(ls)", "&"},
-         {"env", "W=/a b", "wine", "C:\\x\\y.exe", ";|$(ls)", "&", document}},
-        {"calc \"\" \t%F", {"calc", ""}, {"calc", "", document}},
-        {"calc \"a", {}, {}},
-        {"calc %", {}, {}},
-        {"calc %z", {}, {}},
-        {" ", {}, {}},
-        {"%f", {}, {document}},
+        {"calc", "calc|", "calc|D|"},
+        {"calc %U", "calc|", "calc|file:///a%20b/c%22%25.ods|"},
+        {"calc --in=%f -x", "calc|--in=|-x|", "calc|--in=D|-x|"},
+        {"calc %i %c %k %d", "calc|--icon|pic|A Name|/e|", "calc|--icon|pic|A Name|/e|D|"},
+        {"\"a b\" \"q\\\"\\$\\\\z\" 5%% \"%f\"", "a b|q\"$\\z|5%|%f|", "a b|q\"$\\z|5%|%f|D|"},
+        {"env W=\"/a b\" C:\\\\y.exe ';$(ls)' &", "env|W=/a b|C:\\y.exe|;$(ls)|&|",
+         "env|W=/a b|C:\\y.exe|;$(ls)|&|D|"},
+        {"calc \"\" \t%F", "calc||", "calc||D|"},
+        {"calc \"a", "", ""},
+        {"calc %", "", ""},
+        {"calc %z", "", ""},
+        {" ", "", ""},
+        {"%f", "", "D|"},
+    };
+    const auto joined = [](const std::optional<Words>& words) {
+        std::string text;
+        for (const std::string& word : words.value_or(Words{})) text += word + '|';
+        if (const auto at = text.find(document); at != text.npos) text.replace(at, document.size(), "D");
+        return text;
     };
     for (const auto& row : rows) {
         const DesktopEntry entry{.Name = "A Name", .Icon = "pic", .Exec = row.exec};
-        EXPECT_EQ(expandExec(entry, "/e", "").value_or(Words{}), row.alone) << row.exec;
-        EXPECT_EQ(expandExec(entry, "/e", document).value_or(Words{}), row.with) << row.exec;
+        EXPECT_EQ(joined(expandExec(entry, "/e", "")), row.alone) << row.exec;
+        EXPECT_EQ(joined(expandExec(entry, "/e", document)), row.with) << row.exec;
     }
     EXPECT_TRUE(isPlainExec({.Exec = "\"my calc\" %F %i"}));
     EXPECT_FALSE(isPlainExec({.Exec = "calc %% %F"}));
@@ -130,32 +131,26 @@ TEST_F(PreferredTest, StartsWhatIsStoredAndAsksOtherwise) {
 
 TEST_F(PreferredTest, AnExampleFileTellsTheProgram) {
     const std::string sheet = files.write("sheet.ods", "");
+    const std::string quoted = "'" + calc + "'", office = files.folder / "office.desktop";
+    programs.association.entry = office;
     const struct {
-        const char* exec;
-        const char* more;
-        std::string kept; // none: refused
-    } rows[] = {{"'%s' %%U", "", calc},
-                {"'%s' --calc %%U", "", "entry"},
-                {"'%s' %%U", "Terminal=true", ""},
-                {"gone %%U", "", ""},
-                {"'%s", "", ""}};
+        std::string exec, more, kept;
+    } rows[] = {{quoted + " %U", "Terminal=true", "before"},
+                {"gone %U", "", "before"},
+                {"'" + calc, "", "before"},
+                {quoted + " %U", "", calc},
+                {quoted + " --calc %U", "Path=/", office}};
+    settings.WriteSetting(spreadsheet, "Path", "before");
     for (const auto& row : rows) {
-        char exec[500];
-        std::snprintf(exec, sizeof exec, row.exec, calc.c_str());
-        programs.association.entry = files.entry("office.desktop", exec, row.more);
-        settings.WriteSetting(spreadsheet, "Path", "before");
+        files.entry("office.desktop", row.exec, row.more);
         chooser.answers = {sheet};
-        if (row.kept.empty()) expectImproper();
-        EXPECT_EQ(LocateApplication(session, Preferred::Spreadsheet), !row.kept.empty()) << exec;
-        EXPECT_EQ(stored(), row.kept.empty()      ? "before"
-                            : row.kept == "entry" ? programs.association.entry
-                                                  : calc);
+        if (row.kept == "before") expectImproper();
+        EXPECT_EQ(LocateApplication(session, Preferred::Spreadsheet), row.kept != "before") << row.exec;
+        EXPECT_EQ(stored(), row.kept);
     }
-    programs.association.entry = files.entry("office.desktop", "'" + calc + "' --calc %U", "Path=/");
-    settings.WriteSetting(spreadsheet, "Path", programs.association.entry);
     RunSpreadsheet(session);
     EXPECT_EQ(programs.started.back(), (Launch{calc, {"--calc"}, "/"}));
-    chooser.answers = {files.write("noextension", "")}; // its folder's name has a point, it has none
+    chooser.answers = {files.write("a.b/noextension", "")};
     expectImproper();
     EXPECT_FALSE(LocateApplication(session, Preferred::Calculator));
 }

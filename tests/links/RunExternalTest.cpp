@@ -9,8 +9,6 @@
 namespace metrisk::testing {
 namespace {
 
-const BoxKind plain = warning;
-
 struct RunExternalTest : ::testing::Test, TestDesktop {
     ProgramFiles files;
     std::string calc = files.program("bin/my \"calc\"");
@@ -130,7 +128,7 @@ TEST_F(RunExternalTest, ProgramsAreStartedWithTheirFiles) {
             "Do you want to open such an application?",
             answer);
         if (answer == Answer::No)
-            ui.expectBox("Metrisk", "No application selected.", plain);
+            ui.expectBox("Metrisk", "No application selected.", warning);
         else
             chooser.answers = {calc};
         act("cmd_Run");

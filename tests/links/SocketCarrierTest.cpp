@@ -23,11 +23,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct EmptyScreen final : Worksheet {
-    EmptyScreen() : Worksheet("MainScreen", "", "") {}
-    void refresh() override {}
-};
-
 struct SocketTest : ::testing::Test, TestDesktop {
     TemporaryFolder folder;
     EmptyScreen screen;
@@ -39,12 +34,13 @@ struct SocketTest : ::testing::Test, TestDesktop {
         ASSERT_TRUE(carrier.listen());
     }
 
-    int connect() const {
+    /// A socket that is connected there, or bound.
+    int connect(int (*to)(int, const sockaddr*, socklen_t) = ::connect) const {
         const int peer = ::socket(AF_UNIX, SOCK_STREAM, 0);
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
         socket.native().copy(address.sun_path, sizeof address.sun_path - 1);
-        EXPECT_EQ(::connect(peer, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(to(peer, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
         return peer;
     }
     static void send(int peer, const std::string& bytes) {
@@ -109,12 +105,7 @@ TEST_F(SocketTest, OneProgramListensAndOnlyInAFolderOfItsOwn) {
         EXPECT_FALSE(second.listen());
     }
     EXPECT_FALSE(std::filesystem::exists(socket));
-    const int stale = ::socket(AF_UNIX, SOCK_STREAM, 0); // of a program that was killed
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    socket.native().copy(address.sun_path, sizeof address.sun_path - 1);
-    ASSERT_EQ(::bind(stale, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ::close(stale);
+    ::close(connect(::bind)); // of a program that was killed
     SocketCarrier third(ui, folder.path());
     EXPECT_TRUE(third.listen());
     std::filesystem::create_directory(folder / "open");
@@ -156,13 +147,8 @@ struct PartnerTest : SocketTest {
 TEST_F(PartnerTest, GivesItsDataWhenAsked) {
     const auto file = theirs.write("given", PartnerText{}.text());
     const auto partner = start("ERLED3.DDE_Form", "answer " + file.string());
-    ui.expectBox("Uncertainty Data Link",
-                 "Link to ErrorLedger successful.\n\nDo you want to import ErrorLedger data into Metrisk?",
-                 Answer::Yes);
-    ui.expectBox(
-        "Uncertainty Data Available",
-        "Do you want to import parameter tolerance data as well as\nprocess uncertainty data into Metrisk?",
-        Answer::Yes);
+    expectWanted(ui);
+    expectTolerances(ui, Answer::Yes);
     ASSERT_TRUE(link.LinkToErrorLedger({.screen = screen, .session = session, .takesTolerances = true}));
     ui.waitFor([this] { return record.FileChanged; });
     EXPECT_EQ(said(partner.get()),
