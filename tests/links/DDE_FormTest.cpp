@@ -171,6 +171,7 @@ TEST_F(DdeTest, TheUserSaysWhatIsTaken) {
 
 TEST_F(DdeTest, AFileThatIsNotWhatItShouldBeChangesNothing) {
     enter(record, Entry{});
+    record.CorrelationMatrix[3][4] = .5;
     import(); // there is none
     EXPECT_TRUE(record.AbortFlag);
     const std::filesystem::path path = files.folder / "ELDTEMP";
@@ -200,6 +201,7 @@ TEST_F(DdeTest, AFileThatIsNotWhatItShouldBeChangesNothing) {
         wrong();
         expectUnreadable();
         import();
+        EXPECT_EQ(record.CorrelationMatrix[3][4], .5);
         EXPECT_TRUE(record.AbortFlag && !record.FileChanged && record.ErrTableText[1][3].empty());
     }
 }
