@@ -8,7 +8,7 @@ file(GLOB screen_sources CONFIGURE_DEPENDS
 list(FILTER screen_sources EXCLUDE REGEX "/(tests|build)/")
 
 file(GLOB icons CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/shell/icons/*.svg")
-file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html" "${PROJECT_SOURCE_DIR}/help/pictures/*.png")
+file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html" "${PROJECT_SOURCE_DIR}/help/*.tsv" "${PROJECT_SOURCE_DIR}/help/pictures/*.png")
 
 set(screen_headers ${screen_sources})
 list(FILTER screen_headers INCLUDE REGEX "\\.h$")

@@ -4,6 +4,7 @@
 #include "model/Session.h"
 #include "model/Text.h"
 #include "persistence/ClearAnalysis.h"
+#include "persistence/Notes.h"
 #include "persistence/SettingKeys.h"
 
 namespace metrisk {
@@ -47,6 +48,7 @@ ReportOptionsScreen::ReportOptionsScreen(Session& session)
                  printWanted_ = true;
                  close(Way::Ok);
              }},
+        notesItem(session_),
     };
     refresh();
 }

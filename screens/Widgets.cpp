@@ -4,6 +4,7 @@
 #include "screens/CellTable.h"
 #include "screens/EntryBox.h"
 #include "screens/PictureWidget.h"
+#include "screens/WhatsThis.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -102,6 +103,7 @@ QWidget* WidgetMaker::operator()(const char* control) const {
     made->setObjectName(found->name);
     made->setToolTip(qt(found->toolTip));
     made->setAccessibleDescription(qt(found->toolTip));
+    made->setWhatsThis(whatsThis(model_, *found)); // Shift+F1
     if (qobject_cast<EntryBox*>(made)) widen(made, boxCharacters);
     return made;
 }

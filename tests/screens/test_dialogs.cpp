@@ -19,6 +19,7 @@
 #include "risk/sweeps/GuardPlot.h"
 #include "risk/sweeps/RiskMapScreen.h"
 #include "screens/PrintPicture.h"
+#include "screens/WhatsThis.h"
 #include "screens/Widgets.h"
 #include "selfcheck/SelfCheckScreen.h"
 #include "tests/screens/support/Desk.h"
@@ -188,6 +189,10 @@ class DialogTest final : public QObject {
             ScreenBinder binder(window, *screen);
             QCOMPARE(binder.unpaired(), QStringList());
             QVERIFY2(QFile::exists(QString(":/help/%1.html").arg(screen->helpPage)), screen->helpPage);
+            for (const Control* control : screen->controls())
+                if (takesEntry(*control))
+                    QVERIFY2(!whatsThis(*screen, *control).isEmpty(),
+                             qPrintable(QString(screen->name) + "." + control->name));
             for (QLineEdit* box : window.findChildren<QLineEdit*>()) {
                 if (box->objectName() == "txt_LostFocus") continue;
                 QAccessibleInterface* told = QAccessible::queryAccessibleInterface(box);
