@@ -6,6 +6,7 @@
 #include "plots/DistributionPlots.h"
 #include "plots/Drawing.h"
 #include "plots/PlotDesk.h"
+#include "plots/PlotMessages.h"
 #include "shell/mainscreen/DataGate.h"
 
 #include <CLI/CLI.hpp>
@@ -48,20 +49,20 @@ std::optional<DistributionPlot> plotOf(AnalysisRun& run, const Options& options)
     r.SUPlot_ShowTolerances = r.MTEPlot_ShowOffsets = r.ErrorPlot_Flag = options.offsets;
     r.SUPlot_Zoom = r.MTEPlot_Zoom = r.ErrorPlot_Zoom = options.zoomFactor();
     if (!haveData(run.session, kind == PlotKind::SU ? Needs::Subject : Needs::BothForPlot)) return {};
-    const auto none = [&](const char* text) {
-        run.ui.show({.text = text, .title = "No Data Available"});
+    const auto none = [&](const Message& why) {
+        tell(run.ui, why);
         return std::nullopt;
     };
-    if (!PlotDesk(run.session).hasData(kind)) return none("No data to plot.");
+    if (!PlotDesk(run.session).hasData(kind)) return none(noPlotData);
     try {
         DistributionPlot plot = compute(r, kind);
         Drawing trial;
-        if (!plot.holdsData()) return none("No Data to Plot.");
+        if (!plot.holdsData()) return none(noPlotData);
         const auto unknown = DrawDistributionPlot(trial, plot, {});
-        if (unknown) return none("The distribution cannot be drawn.");
+        if (unknown) return none({"The distribution cannot be drawn.", noPlotData.title});
         return plot;
     } catch (const RuntimeFault&) {
-        return none("No Data to Plot.");
+        return none(noPlotData);
     }
 }
 
