@@ -13,6 +13,8 @@
 #include "selfcheck/SelfCheckScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
+#include "shell/appearance/ColorSchemeScreen.h"
+#include "shell/information/SystemInfoScreen.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "units/UnitsScreen.h"
 
@@ -201,7 +203,14 @@ std::vector<MenuItem> MainCommands::optionItems() {
              },
          .separatorAfter = true},
         {.control = "PrintOptions", .caption = "&Report Format"},
-        {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
+        {.control = "CtrlFormColor",
+         .caption = "Screen &Appearance",
+         .run =
+             [this] {
+                 ColorSchemeScreen colors(session_);
+                 session_.ui.run(colors);
+             },
+         .separatorAfter = true},
         {.control = "CtrlSURel",
          .caption = "&True vs. Observed % In-Tolerance",
          .run =
@@ -228,6 +237,13 @@ std::vector<MenuItem> MainCommands::helpItems() {
              [this] {
                  SelfCheckScreen check(session_);
                  session_.ui.run(check);
+             }},
+        {.control = "mnu_SystemInformation",
+         .caption = "System &Information",
+         .run =
+             [this] {
+                 SystemInfoScreen information(session_);
+                 session_.ui.run(information);
              }},
     };
 }

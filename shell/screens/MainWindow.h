@@ -6,6 +6,8 @@
 #include "screens/QtLauncher.h"
 #include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
+#include "shell/screens/QtLooks.h"
+#include "shell/screens/SystemFacts.h"
 
 #include <QMainWindow>
 
@@ -47,7 +49,8 @@ class MainWindow final : public QMainWindow {
     QtInteraction& ui_;
     QtFileChooser chooser_;
     QtLauncher launcher_;
-    Desktop desktop_{chooser_, launcher_};
+    QtLooks looks_{*this};
+    Desktop desktop_{chooser_, launcher_, looks_, toolkitName()};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;
