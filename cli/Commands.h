@@ -25,6 +25,7 @@ void addMap(CLI::App& program, Command& chosen);
 void addPlot(CLI::App& program, Command& chosen);
 void addReport(CLI::App& program, Command& chosen);
 void addVerify(CLI::App& program, Command& chosen);
+void addInfo(CLI::App& program, Command& chosen);
 void addSummary(CLI::App& program, Command& chosen);
 void addSweep(CLI::App& program, Command& chosen);
 void addOffset(CLI::App& program, Command& chosen);

@@ -35,9 +35,9 @@ int run(int argc, char** argv) {
     program.footer(about);
     program.failure_message(failureText);
     Command chosen;
-    for (const auto add :
-         {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved, addReliability,
-          addUncertainty, addOffset, addUnits, addPlot, addSweep, addMap, addReport, addSummary, addVerify})
+    for (const auto add : {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved,
+                           addReliability, addUncertainty, addOffset, addUnits, addPlot, addSweep, addMap,
+                           addReport, addSummary, addVerify, addInfo})
         add(program, chosen);
     try {
         program.parse(argc, argv);

@@ -224,6 +224,7 @@ int main(int argc, char** argv) {
     desk.settle();
     camera.takeDialog("mnu_Plots_ProcessError", "ErrorPlot", "plot-error");
     desk.window->openAtStart(desk.examplePath("gauge-block-25mm"));
+    camera.takeDialog("CtrlFormColor", "ColorScheme", "appearance");
     camera.takeDialog("PrintAnalysisResults", "PrintDialog", "print-dialog");
     camera.takeDialog("mnu_Preview", "Print_SS", "print-preview");
     camera.takeDialog("PrintOptions", "PrintOpt", "report-options");
@@ -239,6 +240,12 @@ int main(int argc, char** argv) {
     camera.take(*desk.window, "main-screen-dark");
     desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
     camera.takeDialog("mnu_Uncertainty", "MTEError", "uncertainty-dark");
+    camera.takeDialog("CtrlFormColor", "ColorScheme", "appearance-dark");
+    ColorScheme green;
+    green.BackColor_Metrisk = 0xD8E8D8;
+    green.BackColor_Labels = 0xC0D8C0;
+    desk.session.desktop->looks->ApplyColorScheme(green);
+    camera.take(*desk.window, "main-screen-colors");
     QApplication::setPalette(light);
     const QString faults = desk.boxes.faults();
     if (faults.isEmpty()) return 0;

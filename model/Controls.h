@@ -129,6 +129,14 @@ struct Meter : Control {
         : Control(owner, controlName, "", std::move(tip)) {}
 };
 
+/// A sample of a colour, whose name is its text.
+struct Swatch : Control {
+    double color = 0; // red + 256 green + 65536 blue
+
+    Swatch(Worksheet& owner, const char* controlName, std::string caption)
+        : Control(owner, controlName, std::move(caption), "") {}
+};
+
 /// A number that is chosen by dragging.
 struct Slider : Control {
     double value = 0;

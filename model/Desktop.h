@@ -1,9 +1,13 @@
-// What a desktop offers a program beside its own screens: the choice of files, and other programs.
+// What a desktop offers a program beside its own screens: the choice of files, and other programs and
+// colours.
 #pragma once
 
+#include "model/ColorScheme.h"
 #include "model/FileChooser.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace metrisk {
@@ -36,6 +40,17 @@ class Launcher {
     virtual Association associationOf(const std::string& path) = 0;
 };
 
+/// The colours of the screens.
+class Looks {
+  public:
+    virtual ~Looks() = default;
+
+    /// Asks for a colour, starting with one (red + 256 green + 65536 blue); none if the user cancels.
+    virtual std::optional<double> chooseColor(std::string_view title, double present) = 0;
+    /// Shows the scheme on all screens that are open or will be.
+    virtual void ApplyColorScheme(const ColorScheme& scheme) = 0;
+};
+
 class ReportPrinter;
 class DDE_Form;
 
@@ -45,6 +60,8 @@ struct Desktop {
     Launcher& programs;
     ReportPrinter* printer = nullptr; // null where nothing can be printed
     DDE_Form* errorLedger = nullptr;  // the conversation with that program
+    Looks* looks = nullptr;           // what shows the colours
+    std::string toolkit{};            // names and versions of what shows the program
 };
 
 } // namespace metrisk

@@ -10,6 +10,7 @@ struct Places {
     std::string HomeDrive;         // what stands before the first separator of it
     std::string UnitsDatabasePath; // empty when none is in use
     std::string HelpFilePath;
+    std::string SettingsPath;
 };
 
 } // namespace metrisk

@@ -3,6 +3,7 @@
 
 #include "model/Analysis.h"
 #include "model/Clock.h"
+#include "model/ColorScheme.h"
 #include "model/Interaction.h"
 #include "model/Places.h"
 #include "model/Regional.h"
@@ -20,6 +21,7 @@ struct Session {
     Regional regional{};
     Analysis record{};
     Places places{};
+    ColorScheme colorScheme{};
     Desktop* desktop = nullptr; // none in a run that nobody watches
 };
 

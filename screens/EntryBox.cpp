@@ -1,5 +1,7 @@
 #include "screens/EntryBox.h"
 
+#include "screens/Widgets.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -25,10 +27,28 @@ bool goesOn(Qt::FocusReason reason) {
 void EntryBox::setLocked(bool locked) {
     if (isReadOnly() != locked) setReadOnly(locked);
     setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
-    const QColor ground = QApplication::palette().color(locked ? QPalette::Window : QPalette::Base);
-    if (testAttribute(Qt::WA_SetPalette) == locked && palette().color(QPalette::Base) == ground) return;
+    paintGround();
+}
+
+void EntryBox::setColors(const QColor& ground, const QColor& text) {
+    ground_ = ground;
+    text_ = text;
+    paintGround();
+}
+
+void EntryBox::paintGround() {
     QPalette own; // everything that is not set here goes on following the desktop
-    if (locked) own.setColor(QPalette::Base, ground);
+    const QPalette screens = QApplication::palette();
+    if (ground_.isValid()) {
+        setReadable(own, QPalette::Base, ground_, QPalette::Text, text_);
+    } else if (isReadOnly()) {
+        const auto group = QPalette::Disabled;
+        setReadable(own, QPalette::Base, screens.color(QPalette::Window), QPalette::Text,
+                    screens.color(QPalette::WindowText));
+        own.setColor(group, QPalette::Text, screens.color(group, QPalette::WindowText));
+    }
+    if (own == painted_ && own.resolveMask() == painted_.resolveMask()) return;
+    painted_ = own;
     setPalette(own);
 }
 
@@ -50,8 +70,9 @@ bool EntryBox::event(QEvent* event) {
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
         return true;
     }
-    // The colour of a locked box is the desktop's.
-    if (event->type() == QEvent::ApplicationPaletteChange) setLocked(isReadOnly());
+    // The colour of a locked box is that of the screens.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        paintGround();
     return QLineEdit::event(event);
 }
 

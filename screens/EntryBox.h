@@ -1,7 +1,9 @@
 // A text box with a rule: it tells when it is entered and when its entry is to be committed.
 #pragma once
 
+#include <QColor>
 #include <QLineEdit>
+#include <QPalette>
 
 namespace metrisk {
 
@@ -13,6 +15,8 @@ class EntryBox final : public QLineEdit {
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
+    /// Colours of its own instead of those of the screens; invalid ones end that.
+    void setColors(const QColor& ground, const QColor& text);
     /// Which of the keys are told and otherwise do nothing.
     void setKeys(bool returnKey, bool escapeKey) {
         tellsReturn_ = returnKey;
@@ -40,6 +44,10 @@ class EntryBox final : public QLineEdit {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
+    void paintGround();
+
+    QColor ground_, text_;
+    QPalette painted_; // what differs from the screens
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
     QAction* mark_ = nullptr;

@@ -37,7 +37,8 @@ void showLabel(const Label& label, QLabel& widget) {
         font.setFamily(family);
         widget.setFont(font);
     }
-    const bool bold = label.emphasised || widget.property("heading").toBool();
+    const bool bold =
+        label.emphasised || widget.property("heading").toBool() || widget.property("bold").toBool();
     if (font.bold() == bold) return;
     font.setBold(bold);
     widget.setFont(font);
@@ -110,6 +111,15 @@ void showMeter(const Meter& meter, QProgressBar& widget) {
     widget.setAccessibleName(qt(meter.toolTip) + ": " + text);
 }
 
+void showSwatch(const Swatch& swatch, QWidget& widget) {
+    const QColor color = qtColor(swatch.color);
+    if (widget.palette().color(QPalette::Window) == color && !widget.accessibleName().isEmpty()) return;
+    QPalette own;
+    own.setColor(QPalette::Window, color);
+    widget.setPalette(own);
+    widget.setAccessibleName(qt(swatch.text) + ": " + color.name());
+}
+
 void showSlider(const Slider& slider, QSlider& widget) {
     const double share = (slider.value - slider.from) / (slider.to - slider.from);
     const int step = static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * sliderSteps));
@@ -148,6 +158,8 @@ void showControl(const Control& control, QWidget& widget) {
         showChoice(*choice, static_cast<QComboBox&>(widget));
     else if (const auto* meter = dynamic_cast<const Meter*>(&control))
         showMeter(*meter, static_cast<QProgressBar&>(widget));
+    else if (const auto* swatch = dynamic_cast<const Swatch*>(&control))
+        showSwatch(*swatch, widget);
     else if (const auto* slider = dynamic_cast<const Slider*>(&control))
         showSlider(*slider, static_cast<QSlider&>(widget));
     else if (const auto* table = dynamic_cast<const Table*>(&control))

@@ -40,6 +40,14 @@ QWidget* makeMeter() {
     return bar;
 }
 
+QWidget* makeSwatch() {
+    auto* swatch = new QFrame;
+    swatch->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    swatch->setAutoFillBackground(true);
+    swatch->setMinimumWidth(swatch->fontMetrics().averageCharWidth() * 8);
+    return swatch;
+}
+
 QWidget* makeSlider() {
     auto* slider = new QSlider(Qt::Horizontal);
     slider->setRange(0, sliderSteps);
@@ -70,6 +78,7 @@ QWidget* make(const Control& control) {
     if (dynamic_cast<const ListBox*>(&control)) return new QListWidget;
     if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
     if (dynamic_cast<const Meter*>(&control)) return makeMeter();
+    if (dynamic_cast<const Swatch*>(&control)) return makeSwatch();
     if (dynamic_cast<const Slider*>(&control)) return makeSlider();
     if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
     if (dynamic_cast<const Memo*>(&control)) return makeMemo();
@@ -86,6 +95,12 @@ void widen(QWidget* widget, int characters) {
 
 QString qt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QColor qtColor(double color) {
+    const auto bits = static_cast<unsigned>(color);
+    const auto part = [bits](int shift) { return static_cast<int>(bits >> shift & 0xFF); };
+    return {part(0), part(8), part(16)};
 }
 
 QString caption(std::string_view text) {
@@ -124,6 +139,16 @@ QWidget* WidgetMaker::heading(const char* control) const {
 }
 
 Cell::Cell(const char* text, int columns) : widget(new QLabel(text)), span(columns) {}
+
+void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor& ground,
+                 QPalette::ColorRole textRole, const QColor& text) {
+    const auto mean = [](int a, int b) { return (a + b) / 2; };
+    palette.setColor(groundRole, ground);
+    palette.setColor(textRole, text);
+    palette.setColor(QPalette::Disabled, textRole,
+                     QColor(mean(ground.red(), text.red()), mean(ground.green(), text.green()),
+                            mean(ground.blue(), text.blue())));
+}
 
 void nameBy(QWidget* label, QWidget* box) {
     auto* text = qobject_cast<QLabel*>(label);

@@ -1,8 +1,10 @@
 // The widget of each control of a worksheet, and the few ways in which screens lay them out.
 #pragma once
 
+#include <QColor>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QPalette>
 #include <QString>
 #include <initializer_list>
 #include <string_view>
@@ -16,6 +18,9 @@ inline constexpr int sliderSteps = 500;
 
 /// Text of the core as Qt text.
 QString qt(std::string_view text);
+
+/// A colour of the core: red + 256 green + 65536 blue.
+QColor qtColor(double color);
 
 /// A caption as buttons and labels show it: without the blanks that once made room around it.
 QString caption(std::string_view text);
@@ -62,6 +67,10 @@ QWidget* named(QWidget* widget, const char* name);
 
 /// The widget's place stays free while it is hidden.
 void keepRoom(QWidget* widget);
+
+/// A ground and the text on it, which is dimmed where it is disabled.
+void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor& ground,
+                 QPalette::ColorRole textRole, const QColor& text);
 
 /// Ties a label to its box: its mnemonic leads there and assistive tools name the box by it.
 void nameBy(QWidget* label, QWidget* box);

@@ -15,6 +15,8 @@
 #include "selfcheck/SelfCheckScreen.h"
 #include "shell/RecentFiles.h"
 #include "shell/RiskOptionCommand.h"
+#include "shell/appearance/ColorSchemeScreen.h"
+#include "shell/information/SystemInfoScreen.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "units/UnitsScreen.h"
 
@@ -237,7 +239,14 @@ std::vector<MenuItem> MainCommands::optionItems() {
              },
          .separatorAfter = true},
         {.control = "PrintOptions", .caption = "&Report Format", .run = [this] { reports.openOptions(); }},
-        {.control = "CtrlFormColor", .caption = "Screen &Appearance", .separatorAfter = true},
+        {.control = "CtrlFormColor",
+         .caption = "Screen &Appearance",
+         .run =
+             [this] {
+                 ColorSchemeScreen colors(session_);
+                 session_.ui.run(colors);
+             },
+         .separatorAfter = true},
         {.control = "CtrlSURel",
          .caption = "&True vs. Observed % In-Tolerance",
          .run =
@@ -264,6 +273,13 @@ std::vector<MenuItem> MainCommands::helpItems() {
              [this] {
                  SelfCheckScreen check(session_);
                  session_.ui.run(check);
+             }},
+        {.control = "mnu_SystemInformation",
+         .caption = "System &Information",
+         .run =
+             [this] {
+                 SystemInfoScreen information(session_);
+                 session_.ui.run(information);
              }},
     };
 }

@@ -4,6 +4,7 @@
 #include "persistence/SettingsFile.h"
 #include "screens/QtInteraction.h"
 #include "shell/StartUp.h"
+#include "shell/appearance/SchemeSettings.h"
 #include "shell/screens/Application.h"
 #include "shell/screens/HelpDesk.h"
 #include "shell/screens/Layouts.h"
@@ -78,8 +79,11 @@ int main(int argc, char** argv) {
     session.record.FirstDisplay = true;
     const std::string programFolder = QApplication::applicationDirPath().toStdString();
     session.places = locatePlaces(settings, programFolder, dataFolder(), sampleUnitsOf(programFolder));
+    session.places.SettingsPath = settingsPath;
     help.HelpFilePath = session.places.HelpFilePath;
     session.regional = systemRegional();
+    session.colorScheme = LoadColorScheme(settings);
+    fitFonts();
 
     std::unique_ptr<SplashScreen> splash;
     if (QApplication::platformName() != "offscreen") {

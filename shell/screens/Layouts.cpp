@@ -18,6 +18,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
     static constexpr std::pair<std::string_view, QWidget* (*)(const WidgetMaker&)> layouts[] = {
         {"BaselineAnalysis", layoutBaselineAnalysis},
         {"BiasCalcOption", layoutBiasCalcOption},
+        {"ColorScheme", layoutColorScheme},
         {"Computing", layoutComputing},
         {"CorrelationList", layoutCorrelationList},
         {"DataEntryWorksheet", layoutDataEntry},
@@ -37,6 +38,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},
         {"SelfCheck", layoutSelfCheck},
+        {"SystemInformation", layoutSystemInfo},
         {"UnitsRevision", layoutUnitsRevision},
         {"form_RunExternal", layoutRunExternal},
     };

@@ -2,6 +2,7 @@
 #include "shell/screens/Layouts.h"
 
 #include "screens/Widgets.h"
+#include "shell/appearance/ScreenFonts.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -41,19 +42,19 @@ QWidget* column(QWidget* label, QWidget* box, const char* name = "") {
 QWidget* asHeading(QWidget* button) {
     QFont small = button->font();
     small.setBold(true);
-    small.setPointSizeF(small.pointSizeF() * 0.85);
+    small.setPointSizeF(steppedFontSize(small.pointSizeF(), -1));
     button->setFont(small);
     static_cast<QPushButton*>(button)->setFlat(true);
     button->setMaximumHeight(QFontMetrics(small).lineSpacing() * 2 + 4);
     return button;
 }
 
-/// A result that is read from afar.
-QWidget* figure(const WidgetMaker& w, const char* control, double size) {
+/// A result, in a font so many steps larger.
+QWidget* figure(const WidgetMaker& w, const char* control, int steps) {
     QWidget* box = w(control);
     QFont large = box->font();
-    large.setPointSizeF(large.pointSizeF() * size);
-    large.setBold(size > 1);
+    large.setPointSizeF(steppedFontSize(large.pointSizeF(), steps));
+    large.setBold(true); // has room for it
     box->setFont(large);
     box->setMinimumWidth(QFontMetrics(large).horizontalAdvance(QString(figureCharacters, '0')) + 12);
     return box;
@@ -110,7 +111,7 @@ QWidget* risks(const char* name, QGridLayout* grid) {
 }
 
 QWidget* computedRisks(const WidgetMaker& w) {
-    constexpr double large = 1.2;
+    constexpr int large = 1; // read from afar
     return risks("pnl_ComputedRisks",
                  rows({{{w.heading("Heading_0"), 4}},
                        {w("pnl_RiskLabel_0"), figure(w, "AcceptRisk", large), {w("AcceptUnits"), 2}},
@@ -127,11 +128,11 @@ QWidget* computedRisks(const WidgetMaker& w) {
 QWidget* baselineRisks(const WidgetMaker& w) {
     return risks("pnl_BaselineRisks",
                  rows({{{w.heading("Heading_1"), 4}},
-                       {w("pnl_BaseRiskLabel_0"), figure(w, "BaseAcceptRisk", 1), {w("BaseAcceptUnits"), 2}},
+                       {w("pnl_BaseRiskLabel_0"), figure(w, "BaseAcceptRisk", 0), {w("BaseAcceptUnits"), 2}},
                        {{w("Lbl_ExactBaseAccept"), 4}},
-                       {w("pnl_BaseRiskLabel_1"), figure(w, "BaseRejectRisk", 1), {w("BaseRejectUnits"), 2}},
+                       {w("pnl_BaseRiskLabel_1"), figure(w, "BaseRejectRisk", 0), {w("BaseRejectUnits"), 2}},
                        {{w("Lbl_ExactBaseReject"), 4}},
-                       {w("pnl_BaseAccRatLabel"), figure(w, "BaselineAccRat1Box", 1), ":",
+                       {w("pnl_BaseAccRatLabel"), figure(w, "BaselineAccRat1Box", 0), ":",
                         w.box("BaselineAccRat2Box", 4)},
                        {{w("cmd_Baseline"), 4}}}));
 }

@@ -50,6 +50,7 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     nextStep_->setText(qt(model_.nextStep));
     ui_.setMainScreen(binder_);
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
+    looks_.ApplyColorScheme(session_.colorScheme);
     binder_->focus("SystemIDBox", false);
 }
 

@@ -9,6 +9,8 @@
 #include "screens/QtLauncher.h"
 #include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
+#include "shell/screens/QtLooks.h"
+#include "shell/screens/SystemFacts.h"
 
 #include <QMainWindow>
 
@@ -52,10 +54,11 @@ class MainWindow final : public QMainWindow {
     QtInteraction& ui_;
     QtFileChooser chooser_;
     QtLauncher launcher_;
+    QtLooks looks_{*this};
     QtReportPrinter printer_{this};
     SocketCarrier carrier_;
     DDE_Form errorLedger_;
-    Desktop desktop_{chooser_, launcher_, &printer_, &errorLedger_};
+    Desktop desktop_{chooser_, launcher_, &printer_, &errorLedger_, &looks_, toolkitName()};
     MainScreen model_;
     MainCommands commands_;
     ScreenBinder* binder_;

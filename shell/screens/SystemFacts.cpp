@@ -3,6 +3,7 @@
 #include "model/Interaction.h"
 
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QRawFont>
 #include <QStandardPaths>
@@ -33,6 +34,10 @@ Regional systemRegional() {
     regional.NegativeSign = locale.negativeSign().toStdString();
     regional.ListSeparator = regional.DecimalSymbol == "," ? ";" : ",";
     return regional;
+}
+
+std::string toolkitName() {
+    return std::string("Qt ") + qVersion() + ", " + QGuiApplication::platformName().toStdString();
 }
 
 std::string dataFolder() {

@@ -11,6 +11,9 @@ class Interaction;
 
 Regional systemRegional();
 
+/// Version and platform of Qt.
+std::string toolkitName();
+
 /// The per-user data folder of the program; it may not exist yet.
 std::string dataFolder();
 

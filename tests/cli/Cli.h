@@ -38,7 +38,7 @@ class Cli : public ::testing::Test {
 
     /// Runs in the temporary folder, with settings of its own.
     Result run(const std::string& arguments) {
-        const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=. " METRISK_CLI " " +
+        const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=$PWD " METRISK_CLI " " +
                                     arguments + " >out.txt 2>err.txt </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, fileContent(folder / "out.txt"),
@@ -47,7 +47,7 @@ class Cli : public ::testing::Test {
     /// The same on a terminal, stdout and stderr as they come.
     std::string runOnTerminal(const std::string& arguments) {
         const std::string command = "cd '" + folder.string() +
-                                    "' && XDG_CONFIG_HOME=. script -qec \"" METRISK_CLI " " + arguments +
+                                    "' && XDG_CONFIG_HOME=$PWD script -qec \"" METRISK_CLI " " + arguments +
                                     "\" out.txt >/dev/null </dev/null";
         EXPECT_EQ(std::system(command.c_str()), 0);
         return fileContent(folder / "out.txt");

@@ -82,6 +82,15 @@ TEST_F(Cli, TheManualPageListsTheOptions) {
     EXPECT_EQ(optionsIn(fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1")), optionsIn(helpOf("")));
 }
 
+TEST_F(Cli, TellsOfItself) {
+    const json info = json::parse(run("info --json").out);
+    EXPECT_EQ(info["Program"], "Metrisk 1.6");
+    EXPECT_EQ(info["Settings"], (folder / "metrisk/Metrisk16.ini").string());
+    EXPECT_GE(info["Cores"].get<double>(), 1);
+    EXPECT_GT(info["Memory"].get<double>(), info["Memory of Program"].get<double>());
+    EXPECT_NE(run("info").out.find("  Toolkit                     Cairo "), std::string::npos);
+}
+
 TEST_F(Cli, VerifiesItself) {
     const auto passed = run("verify --json -o page.pdf");
     EXPECT_EQ(passed.status, 0);

@@ -22,6 +22,8 @@
 #include "screens/WhatsThis.h"
 #include "screens/Widgets.h"
 #include "selfcheck/SelfCheckScreen.h"
+#include "shell/appearance/ColorSchemeScreen.h"
+#include "shell/information/SystemInfoScreen.h"
 #include "tests/screens/support/Desk.h"
 #include "uncertainty/BiasCalcOptionScreen.h"
 #include "uncertainty/CorrelationScreen.h"
@@ -46,6 +48,7 @@
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTimer>
+#include <cmath>
 
 namespace metrisk::testing {
 
@@ -170,6 +173,8 @@ class DialogTest final : public QObject {
         ErrorPlot errorPlot(plots);
         GuardPlot riskPlot(session, Swept::MeasuringPct);
         RiskMapScreen riskMap(session);
+        ColorSchemeScreen colors(session);
+        SystemInfoScreen information(session);
         RunExternalScreen programs(session);
         ReportDesk reports(session);
         PrintDialogScreen printing(session, reports);
@@ -177,10 +182,10 @@ class DialogTest final : public QObject {
         PreviewScreen preview(session, {});
         QVERIFY(preview.compose());
         const std::initializer_list<Worksheet*> screens{
-            &programs, &riskPlot,     &riskMap,    &main,        &baseline,      &option,
-            &ratio,    &computing,    &guardbands, &observed,    &reliability,   &budget,
-            &samples,  &correlations, &reference,  &subjectPlot, &measuringPlot, &errorPlot,
-            &units,    &offsets,      &check,      &printing,    &preview,       &reportOptions};
+            &programs,  &riskPlot,    &riskMap,       &main,        &baseline,   &option,  &ratio,
+            &computing, &guardbands,  &observed,      &reliability, &budget,     &samples, &correlations,
+            &reference, &subjectPlot, &measuringPlot, &errorPlot,   &units,      &offsets, &check,
+            &printing,  &preview,     &reportOptions, &colors,      &information};
         for (Worksheet* screen : screens) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
@@ -201,6 +206,49 @@ class DialogTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
+    }
+
+    /// One colour of the user's on a dark desktop, then none.
+    void aSchemeIsReadableOnADarkDesktop() {
+        Desk& d = *desk_;
+        const QPalette before = QApplication::palette();
+        QPalette dark(QColor(45, 48, 52));
+        dark.setColor(QPalette::Base, QColor(30, 32, 35));
+        QApplication::setPalette(dark);
+        const auto luminance = [](const QColor& color) {
+            const auto part = [](double c) {
+                return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+        };
+        const auto readable = [&](const QWidget& widget, QPalette::ColorRole text,
+                                  QPalette::ColorRole ground) {
+            const double a = luminance(widget.palette().color(QPalette::Active, text)) + 0.05;
+            const double b = luminance(widget.palette().color(QPalette::Active, ground)) + 0.05;
+            return std::max(a, b) / std::min(a, b) > 4.5;
+        };
+        ColorScheme scheme;
+        scheme.BackColor_Metrisk = 0xE0F0D0;
+        for (const ColorScheme& shown : {ColorScheme{}, scheme}) {
+            d.session.desktop->looks->ApplyColorScheme(shown);
+            d.settle();
+            for (const QWidget* widget : d.window->findChildren<QWidget*>()) {
+                const QByteArray name = widget->objectName().toUtf8();
+                if (qobject_cast<const QLineEdit*>(widget))
+                    QVERIFY2(readable(*widget, QPalette::Text, QPalette::Base), name);
+                else if (qobject_cast<const QPushButton*>(widget))
+                    QVERIFY2(readable(*widget, QPalette::ButtonText, QPalette::Button), name);
+                else
+                    QVERIFY2(readable(*widget, QPalette::WindowText, QPalette::Window), name);
+            }
+        }
+        const auto ground = [&](const char* box) { return d.control(box)->palette().color(QPalette::Base); };
+        QCOMPARE(ground("AcceptRisk"), qtColor(scheme.BackColor_ResultsBox));
+        QCOMPARE(ground("pnl_UncRatio"), qtColor(scheme.BackColor_Metrisk));
+        d.session.desktop->looks->ApplyColorScheme({});
+        d.settle();
+        QCOMPARE(ground("AcceptRisk"), QApplication::palette().color(QPalette::Window));
+        QApplication::setPalette(before);
     }
 
     void reportOnPaperAndOnScreen() {

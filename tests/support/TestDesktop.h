@@ -5,6 +5,7 @@
 #include "tests/support/ScriptedChooser.h"
 #include "tests/support/TestSession.h"
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -29,10 +30,28 @@ class ScriptedLauncher final : public Launcher {
     Association associationOf(const std::string&) override { return association; }
 };
 
+/// Answers each question for a colour in turn; none left cancels.
+class ScriptedLooks final : public Looks {
+  public:
+    std::deque<double> answers;
+    std::vector<std::string> titles;
+    std::vector<ColorScheme> applied;
+
+    std::optional<double> chooseColor(std::string_view title, double) override {
+        titles.emplace_back(title);
+        if (answers.empty()) return std::nullopt;
+        const double answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    void ApplyColorScheme(const ColorScheme& scheme) override { applied.push_back(scheme); }
+};
+
 struct TestDesktop : TestSession {
     ScriptedChooser chooser;
     ScriptedLauncher programs;
-    Desktop desktop{chooser, programs};
+    ScriptedLooks looks;
+    Desktop desktop{chooser, programs, looks};
 
     TestDesktop() { session.desktop = &desktop; }
 };

@@ -1,0 +1,46 @@
+// metrisk-cli info: what the program runs on, and what it is made of.
+#include "cli/AnalysisRun.h"
+#include "cli/Commands.h"
+#include "cli/Figures.h"
+#include "cli/Json.h"
+#include "plots/files/DrawingLibraries.h"
+#include "shell/information/SystemInfo.h"
+
+#include <CLI/CLI.hpp>
+
+namespace metrisk::cli {
+
+namespace {
+
+struct Options {
+    std::string settings;
+    bool json = false;
+};
+
+int info(const Options& options) {
+    Workplace workplace(options.settings);
+    AnalysisRun run(workplace);
+    run.session.places.SettingsPath = workplace.settings.path().string();
+    run.session.places.UnitsDatabasePath = unitsDatabaseOf(workplace);
+    Output output;
+    Json object;
+    for (const SystemFact& fact : systemFacts(run.session, drawingLibraries())) {
+        object[fact.name] = fact.number ? Json(*fact.number) : Json(fact.text);
+        output.results += tableRow(fact.name.c_str(), forResults(fact.text));
+    }
+    if (options.json) output.results = jsonLine(object);
+    return finish(output);
+}
+
+} // namespace
+
+void addInfo(CLI::App& program, Command& chosen) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command =
+        program.add_subcommand("info", "Print versions, system, memory and the files that are used");
+    command->add_flag("--json", options->json, "Print one JSON object instead of a table");
+    addSettingsOption(*command, options->settings);
+    command->callback([options, &chosen] { chosen = [options] { return info(*options); }; });
+}
+
+} // namespace metrisk::cli

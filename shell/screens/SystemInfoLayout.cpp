@@ -1,0 +1,25 @@
+// The screen of facts about system and program.
+#include "shell/screens/Layouts.h"
+
+#include "screens/Widgets.h"
+
+#include <QHeaderView>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace metrisk {
+
+QWidget* layoutSystemInfo(const WidgetMaker& w) {
+    QWidget* table = w("tbl_Facts");
+    table->setAccessibleName("Facts about program and system");
+    table->setMinimumSize(620, 480);
+    auto* view = qobject_cast<QTableView*>(table);
+    view->setWordWrap(false);
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    view->horizontalHeader()->setStretchLastSection(true);
+    QWidget* content = down({table, foot({w("cmd_Copy"), w("cmd_Close")})});
+    static_cast<QVBoxLayout*>(content->layout())->setStretch(0, 1);
+    return content;
+}
+
+} // namespace metrisk
