@@ -177,7 +177,7 @@ void RunExternalScreen::browseFiles() {
     if (equalCaseBlind(found, extension))
         txt_FilePath.text = *chosen;
     else
-        tell(session_.ui, found.empty() ? extensionMissing : extensionMismatch);
+        tell(session_.ui, countCharacters(found) == 3 ? extensionMismatch : extensionMissing);
 }
 
 void RunExternalScreen::run() {
