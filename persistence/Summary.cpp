@@ -14,8 +14,8 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
-#include "uncertainty/ErrorRows.h"
 #include "uncertainty/BiasAnalysis.h"
+#include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
 
 #include <cerrno>

@@ -5,8 +5,8 @@
 
 namespace metrisk {
 
-/// What is drawn here comes to stand in a rectangle of `parent`, whose own state changes by it. Text sizes and
-/// line widths are enlarged `zoom` times on the way, so that a picture keeps its proportions in any size.
+/// What is drawn here comes to stand in a rectangle of `parent`, whose own state changes by it. Text sizes
+/// and line widths are enlarged `zoom` times on the way, so that a picture keeps its proportions in any size.
 class SubSurface final : public DrawingSurface {
   public:
     /// Corner and sizes in the coordinates of the parent, which must outlive it.
