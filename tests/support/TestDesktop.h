@@ -51,7 +51,7 @@ struct TestDesktop : TestSession {
     ScriptedChooser chooser;
     ScriptedLauncher programs;
     ScriptedLooks looks;
-    Desktop desktop{chooser, programs, looks};
+    Desktop desktop{chooser, programs, nullptr, nullptr, &looks};
 
     TestDesktop() { session.desktop = &desktop; }
 };

@@ -29,8 +29,8 @@ void Desk::open() {
     window.reset();
     ClearAnalysis(session);
     window = std::make_unique<MainWindow>(session, ui);
-    desktop.emplace(
-        Desktop{session.desktop->files, programs, session.desktop->printer, session.desktop->errorLedger});
+    desktop.emplace(Desktop{session.desktop->files, programs, session.desktop->printer,
+                            session.desktop->errorLedger, session.desktop->looks});
     session.desktop = &*desktop;
     record.FileChanged = false;
     window->model().TakeSavedCopy();
