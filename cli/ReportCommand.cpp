@@ -2,7 +2,9 @@
 #include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
+#include "model/Text.h"
 #include "persistence/AtomicFile.h"
+#include "persistence/SettingKeys.h"
 #include "reports/ReportFiles.h"
 #include "reports/files/CairoPress.h"
 #include "shell/mainscreen/DataGate.h"
@@ -32,7 +34,7 @@ struct Options {
         selection.Report_IncludePlots = holds("plots");
         selection.Report_IncludeUncertainty = holds("uncertainty");
         selection.Report_IncludeErrorPlot = holds("error");
-        if (!font.empty()) selection.Report_FontName = font;
+        selection.Report_FontName = font;
         return selection;
     }
     PageSetup page() const { return paper == "a4" ? PageSetup::a4() : PageSetup{}; }
@@ -40,7 +42,7 @@ struct Options {
 
 bool write(AnalysisRun& run, const std::string& target, const Options& options, std::string& problem) {
     if (options.organization) {
-        run.record.Organization = *options.organization;
+        run.record.Organization = withoutQuotes(std::string(firstCharacters(*options.organization, 60)));
         run.record.IncludeOrganization = true;
     }
     if (!haveData(run.session, Needs::Both)) return false;
@@ -66,6 +68,7 @@ int reportAll(Options& options) {
         return finish({.diagnostics = diagnosticLine(path, "The Report Type is not registered."),
                        .status = wrongUsage});
     Workplace workplace(options.settings);
+    if (options.font.empty()) options.font = workplace.settings.read(reportSettings::defaultFont);
     return options.targets.run("report", [&](const std::string& file, const std::string& target) {
         return report(workplace, file, target, options);
     });

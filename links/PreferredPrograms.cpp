@@ -83,8 +83,9 @@ bool LocateApplication(Session& session, Preferred which) {
         program = *chosen;
     else if (std::filesystem::path(*chosen).filename().string().find('.') != std::string::npos)
         program = programOfEntry(session.desktop->programs.associationOf(*chosen).entry);
-    // A line of the settings cannot hold a line end.
-    if (program.empty() || program.find_first_of("\r\n") != std::string::npos) {
+    // A line of the settings cannot hold a line end, and a longer path would be read back cut.
+    if (program.empty() || countCharacters(program) > static_cast<std::size_t>(longestPath) ||
+        program.find_first_of("\r\n") != std::string::npos) {
         tell(session.ui, notExecutable);
         return false;
     }

@@ -104,4 +104,25 @@ std::string toUtf8(std::string text) {
     return decoded;
 }
 
+std::string drawableText(std::string_view given) {
+    std::string text = toUtf8(std::string(given));
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    for (std::size_t at = 0; at < text.size();) {
+        const unsigned char first = byte(at);
+        const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        // The last two of each plane, and U+FDD0 to U+FDEF.
+        const bool lastTwo = length >= 3 && byte(at + length - 1) >= 0xBE && byte(at + length - 2) == 0xBF &&
+                             (length == 4 ? (byte(at + 1) & 0x0F) == 0x0F : first == 0xEF);
+        const bool inBlock =
+            first == 0xEF && byte(at + 1) == 0xB7 && byte(at + 2) >= 0x90 && byte(at + 2) <= 0xAF;
+        if (!lastTwo && !inBlock) {
+            at += length;
+            continue;
+        }
+        text.replace(at, length, "\uFFFD");
+        at += 3;
+    }
+    return text;
+}
+
 } // namespace metrisk

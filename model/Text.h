@@ -23,6 +23,9 @@ std::string withoutQuotes(std::string text);
 
 bool isValidUtf8(std::string_view text);
 
+/// As UTF-8 that any library takes: Unicode's noncharacters (U+FFFE and their like) become U+FFFD.
+std::string drawableText(std::string_view text);
+
 /// The text as UTF-8: unchanged if it is that already, else taken as Windows-1252.
 std::string toUtf8(std::string text);
 

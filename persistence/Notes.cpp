@@ -17,8 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr Question nameNeeded{"Please enter a file name and location for the current analysis.", "Metrisk",
-                              BoxButtons::OkCancel, Answer::Cancel};
+constexpr Question nameNeeded{"Please enter a file name and location for the current analysis.",
+                              "Enter a Metrisk file name.", BoxButtons::OkCancel, Answer::Cancel};
 constexpr const char* nameTitle = "File Name for Notes";
 constexpr const char* nameFilter = "(*.mrk)|*.mrk|";
 constexpr const char* openTitle = "Unable to Open File";

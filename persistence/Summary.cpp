@@ -15,6 +15,7 @@
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "uncertainty/ErrorRows.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorTable.h"
 
 #include <cerrno>
@@ -82,6 +83,10 @@ class Summary {
     std::string risk(double value, const std::string& units, std::string_view picture) const {
         return riskText({value, units}, picture, regional_) + " " + units;
     }
+    /// In its picture, however small.
+    std::string plainRisk(double value, const std::string& units, std::string_view picture) const {
+        return number(value, WidenPicture(value, picture)) + " " + units;
+    }
 
     void subjectUnit() {
         const ToleranceUnits units = subjectUnits(r_);
@@ -141,8 +146,8 @@ class Summary {
         text_.heading("Baseline Risk Analysis");
         row("Subject Parameter % In-Tolerance", number(r_.Base_SUPctInTol, percentPicture));
         row("Measuring Parameter % In-Tolerance:", number(r_.Base_MTEPctInTol, percentPicture));
-        row("False Accept Risk", risk(r_.Base_FalseAccept, r_.Base_AcceptUnits, r_.Base_Accept_fmt));
-        row("False Reject Risk", risk(r_.Base_FalseReject, r_.Base_RejectUnits, r_.Base_Reject_fmt));
+        row("False Accept Risk", plainRisk(r_.Base_FalseAccept, r_.Base_AcceptUnits, r_.Base_Accept_fmt));
+        row("False Reject Risk", plainRisk(r_.Base_FalseReject, r_.Base_RejectUnits, r_.Base_Reject_fmt));
     }
 
     void reportFormat() {
@@ -185,7 +190,6 @@ class Summary {
         const auto held = [&](double value, const std::string& picture, const char* otherwise) {
             return number(value, WidenPicture(value, picture.empty() ? otherwise : picture));
         };
-        const double trueValue = r_.SU_Mode + r_.SMPC_TrueOffset;
         text_.heading("Bayesian (SMPC) Analysis Results");
         row("Uncertainty Units", r_.MTE_ToleranceUnits);
         row("Confidence Level", held(100 * r_.SMPC_Confidence, r_.SMPC_Confidence_fmt, confidencePicture));
@@ -193,23 +197,15 @@ class Summary {
         row("Measuring Parameter Bias", figure(r_.SMPC_Bias[1]));
         row("Bias Uncertaint", figure(r_.SMPC_MTEUncertainty));
         row("Confidence Limits", figure(r_.SMPC_Limits[1]));
-        row("Estimated True Value",
-            current_.bias ? withUnits(trueValueText(trueValue, units), r_.NominalUnits) : notComputed);
+        row("Estimated True Value", current_.bias ? estimatedTrueValue(r_, regional_) : notComputed);
         row("Subject Parameter Bias", figure(r_.SMPC_Bias[2]));
         row("Bias Uncertainty", figure(r_.SMPC_SUUncertainty));
         row("Confidence Limits", figure(r_.SMPC_Limits[2]));
     }
 
-    /// In nominal units, with decimals that keep what the offset shows in tolerance units.
-    std::string trueValueText(double value, const ToleranceUnits& units) const {
-        const std::string offset =
-            ErrorCell::readable(units.shown(r_.SMPC_TrueOffset), figureDecimals, regional_);
-        return number(value, PictureForDecimals(CountDecimals(offset, regional_) + units.shift));
-    }
-
     void guardbands() {
         const auto figure = [&](double value, const std::string& units) {
-            return current_.guardbands ? risk(value, units, riskPicture(units)) : notComputed;
+            return current_.guardbands ? plainRisk(value, units, riskPicture(units)) : notComputed;
         };
         const auto multiplier = [&](const SubjectSide& side) {
             return r_.*side.absent ? "" : number(r_.*side.multiplier, r_.*side.multiplierPicture);
@@ -253,7 +249,7 @@ bool isFileOf(const Analysis& r, const std::string& path) {
 }
 
 bool refuse(Session& session, const std::string& path, const std::string& cause) {
-    tell(session.ui, {std::string(writeError) + "\n" + cause, nameOf(path)});
+    tell(session.ui, {std::string(writeError) + "\n\n" + cause, nameOf(path)});
     return false;
 }
 

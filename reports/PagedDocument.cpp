@@ -11,10 +11,10 @@ namespace {
 constexpr double twipsPerInch = 1440;
 constexpr double unitsPerTwip = 96 / twipsPerInch; // of a surface in natural size
 constexpr double leastBody = 2 * twipsPerInch;
-constexpr double runningInset = 0.5 * twipsPerInch; // header and footer from the paper's edges
-constexpr double bodyGap = 120;                     // between a running text and the body
+constexpr double bodyGap = 120; // between a running text and the body
 constexpr double sectionHeadingSize = 14;
 constexpr double headingSize = 11;
+constexpr std::size_t longestPiece = 256; // bytes
 
 /// Room left by two margins on a length, both narrowed alike where too little is left.
 void narrow(double length, double& one, double& other) {
@@ -115,12 +115,11 @@ TextFont PagedDocument::font() const {
 
 /// A header in a narrow margin pushes the body down.
 double PagedDocument::bodyTop() const {
-    return std::max(MarginTop, std::min(runningInset, MarginTop) + HdrFontSize * 24 + bodyGap);
+    return std::max(MarginTop, headerTop() + HdrFontSize * runningLine + bodyGap);
 }
 
 double PagedDocument::bodyBottom() const {
-    return PageHeight -
-           std::max(MarginBottom, std::min(runningInset, MarginBottom) + HdrFontSize * 24 + bodyGap);
+    return PageHeight - std::max(MarginBottom, footerBottom() + HdrFontSize * runningLine + bodyGap);
 }
 
 void PagedDocument::beginPage() {
@@ -131,8 +130,8 @@ void PagedDocument::beginPage() {
 
 /// At a page's end, when its texts are known.
 void PagedDocument::placeRunningTexts() {
-    placeRunning(Header, std::min(runningInset, MarginTop));
-    placeRunning(Footer, PageHeight - std::min(runningInset, MarginBottom) - HdrFontSize * 24);
+    placeRunning(Header, headerTop());
+    placeRunning(Footer, PageHeight - footerBottom() - HdrFontSize * runningLine);
 }
 
 void PagedDocument::placeRunning(std::string_view text, double y) {
@@ -214,9 +213,11 @@ std::vector<std::string> PagedDocument::wrapped(std::string_view text, double wi
         std::string line;
         double used = 0;
         while (!rest.empty()) {
-            std::size_t blanks = std::min(rest.find_first_not_of(' '), rest.size());
-            const std::size_t wordEnd = std::min(rest.find(' ', blanks), rest.size());
-            std::string_view word = rest.substr(blanks, wordEnd - blanks);
+            const std::size_t blanks = std::min(rest.find_first_not_of(' '), rest.size());
+            std::size_t wordEnd = std::min(rest.find(' ', blanks), rest.size());
+            // What no line has room for comes by pieces: a page of text without a blank is no reason to wait.
+            if (wordEnd > blanks + longestPiece) wordEnd = characterEnd(rest, blanks + longestPiece - 1);
+            const std::string_view word = rest.substr(blanks, wordEnd - blanks);
             const double wordWidth = measure(word, itsFont);
             const double gap = static_cast<double>(blanks) * blank;
             if (used + gap + wordWidth <= width) {
@@ -232,11 +233,13 @@ std::vector<std::string> PagedDocument::wrapped(std::string_view text, double wi
                 rest.remove_prefix(blanks);
                 continue;
             }
-            // A word wider than the line: as many characters as it takes.
-            std::size_t taken = characterEnd(word, 0);
-            while (taken < word.size() &&
-                   measure(word.substr(0, characterEnd(word, taken)), itsFont) <= width)
-                taken = characterEnd(word, taken);
+            // A word wider than the line: as many characters as it takes, found by halving.
+            std::vector<std::size_t> ends;
+            for (std::size_t at = 0; at < word.size();) ends.push_back(at = characterEnd(word, at));
+            const auto tooWide = std::partition_point(ends.begin() + 1, ends.end(), [&](std::size_t length) {
+                return measure(word.substr(0, length), itsFont) <= width;
+            });
+            const std::size_t taken = *(tooWide - 1);
             lines.emplace_back(word.substr(0, taken));
             rest.remove_prefix(blanks + taken);
         }

@@ -87,7 +87,10 @@ std::vector<MenuItem> PreviewScreen::pageItems() {
          .shortcut = "Ctrl+Home"},
         {.control = "mnu_Page_Last",
          .caption = "&Last",
-         .run = [this] { showPage(pages_->pages.size() - 1); },
+         .run =
+             [this] {
+                 if (pages_) showPage(pages_->pages.size() - 1);
+             },
          .shortcut = "Ctrl+End",
          .separatorAfter = true},
         {.control = "mnu_Page_Larger",

@@ -40,7 +40,6 @@ PrintDialogScreen::PrintDialogScreen(Session& session, ReportDesk& desk)
     const Analysis& r = session.record;
     ReportSelection& s = desk.selection;
     Combo1.items = session.desktop->printer->fonts();
-    s.Report_FontName = session.settings.read(reportSettings::defaultFont);
     s.Report_SUZoom = percentOf(zoomIndex(r.SUPlot_Zoom));
     s.Report_MTEZoom = percentOf(zoomIndex(r.MTEPlot_Zoom));
     s.Report_ErrorZoom = percentOf(zoomIndex(r.ErrorPlot_Zoom));

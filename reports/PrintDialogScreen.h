@@ -8,7 +8,8 @@ namespace metrisk {
 class ReportDesk;
 struct Session;
 
-/// What is chosen here stays the choice of the next time. The options of the plots are those of the plots'
+/// Sections, margins and font stay as chosen for the next time; the sizes of curves are those of the plots
+/// when it opens. The options of the plots are those of the plots'
 /// own screens.
 class PrintDialogScreen final : public Worksheet {
   public:

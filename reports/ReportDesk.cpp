@@ -2,6 +2,7 @@
 
 #include "model/Desktop.h"
 #include "model/Message.h"
+#include "persistence/SettingKeys.h"
 #include "reports/PreviewScreen.h"
 #include "reports/PrintDialogScreen.h"
 #include "reports/ReportOptionsScreen.h"
@@ -26,6 +27,10 @@ ReportPrinter* printerOf(Session& session) {
 }
 
 } // namespace
+
+ReportDesk::ReportDesk(Session& session) : session_(session) {
+    selection.Report_FontName = session.settings.read(reportSettings::defaultFont);
+}
 
 void ReportDesk::openPrintDialog() {
     if (!printerOf(session_)) return;

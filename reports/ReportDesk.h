@@ -9,7 +9,7 @@ namespace metrisk {
 /// Lives as long as the program's session; keeps the selection of the print dialog.
 class ReportDesk {
   public:
-    explicit ReportDesk(Session& session) : session_(session) {}
+    explicit ReportDesk(Session& session);
 
     ReportSelection selection;
 

@@ -72,8 +72,16 @@ class ReportDocument {
     virtual double lineHeight() const { return FontSize * 1.2 * 20; }
 
     double textWidth() const { return PageWidth - MarginLeft - MarginRight; }
+    /// Running texts stand half an inch from the edges of the paper, in narrower margins at the margin.
+    double headerTop() const { return MarginTop < runningInset ? MarginTop : runningInset; }
+    double footerBottom() const { return MarginBottom < runningInset ? MarginBottom : runningInset; }
+    /// Where a text below the header may start.
+    double headerBottom() const { return headerTop() + HdrFontSize * runningLine + 90; }
 
   protected:
+    static constexpr double runningInset = 720;
+    static constexpr double runningLine = 24; // twips of a line for each point of the font
+
     ReportDocument() = default;
 };
 

@@ -45,7 +45,7 @@ void title(Composition& c) {
     const Analysis& r = c.record();
     c.running("Measurement Decision Risk Analysis||Summary Report");
     c.style(10, false);
-    d.CurrentY = std::max(0.0, firstLine + d.MarginTop - normalTop);
+    d.CurrentY = std::max(firstLine + d.MarginTop - normalTop, d.headerBottom());
     if (r.IncludeOrganization && !r.Organization.empty()) {
         c.style(12, true);
         d.Text(r.Organization);
@@ -180,10 +180,15 @@ void guardbands(Composition& c) {
     c.document.IndentLeft = 0;
 }
 
+std::string figureCell(double value, const std::string& units, const std::string& picture,
+                       const Regional& regional) {
+    return FormatNumber(value, WidenPicture(value, picture), regional) + (units == ppmUnits ? " ppm" : "%");
+}
+
 std::string riskCell(double value, const std::string& units, const std::string& picture,
                      const Regional& regional) {
     if (units == ppmUnits && value != 0 && value < 1) return "< 1 ppm";
-    return FormatNumber(value, WidenPicture(value, picture), regional) + (units == ppmUnits ? " ppm" : "%");
+    return figureCell(value, units, picture, regional);
 }
 
 std::string withoutGroups(double ratio, const Regional& regional) {
@@ -210,10 +215,10 @@ void results(Composition& c) {
     };
     std::string rows = resultColumns;
     rows += "False Accept Risk:|" +
-            riskCell(r.Base_FalseAccept, r.Base_AcceptUnits, r.Base_Accept_fmt, regional) + "|" +
+            figureCell(r.Base_FalseAccept, r.Base_AcceptUnits, r.Base_Accept_fmt, regional) + "|" +
             cell(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt) + (risks ? " *;" : ";");
     rows += "False Reject Risk:|" +
-            riskCell(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt, regional) + "|" +
+            figureCell(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt, regional) + "|" +
             cell(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt) + ";";
     rows += "Equivalent Accuracy Ratio:|" + withoutGroups(r.Base_AccRatNum, regional) + "|" +
             (!ratio                ? notComputed
@@ -271,7 +276,8 @@ void signatureTable(Composition& c, const std::vector<SignOff>& lines) {
 void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
     constexpr double nameX = 2880;
     constexpr double dateX = 8820;
-    constexpr double height = 360 + 3 * 280;
+    constexpr double gap = 120;
+    constexpr double height = 360 + 4 * 280;
     ReportDocument& d = c.document;
     for (const SignOff& line : lines) {
         if (d.CurrentY + height > d.PageHeight - d.MarginBottom) d.NewPage();
@@ -281,8 +287,11 @@ void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
         c.style(10, false);
         const double y = d.CurrentY;
         d.DrawLine(nameX, y, d.PageWidth - d.MarginRight, y);
+        const double margin = d.MarginRight;
         d.CurrentX = nameX;
+        d.MarginRight = d.PageWidth - dateX + gap; // a long name does not run into the date
         d.Text(oneLine(line.name));
+        d.MarginRight = margin;
         const double below = d.CurrentY;
         d.CurrentX = dateX;
         d.CurrentY = y;

@@ -20,7 +20,9 @@ std::string prologueOf(const ReportDocument& document) {
     const auto whole = [](double value) { return std::to_string(std::lround(value)); };
     replaceAll(prologue, "{{center}}", whole(document.textWidth() / 2));
     replaceAll(prologue, "{{right}}", whole(document.textWidth()));
-    replaceAll(prologue, "{{fname}}", richText(document.HdrFontName));
+    std::string family = document.HdrFontName; // a semicolon would end the name
+    std::erase(family, ';');
+    replaceAll(prologue, "{{fname}}", richText(family));
     replaceAll(prologue, "{{fsize}}", whole(document.HdrFontSize * 2));
     if (document.HdrFontBold) prologue += "\\b";
     if (document.HdrFontItalic) prologue += "\\i";

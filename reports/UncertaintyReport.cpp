@@ -16,6 +16,7 @@ namespace metrisk {
 namespace {
 
 constexpr const char* none = "-";
+constexpr const char* notComputed = "Not Computed"; // there is no fit
 constexpr const char* defaultPicture = "#,##0.00";
 constexpr int leastDecimals = 4;
 constexpr int firstCorrelated = 2; // indices of CorrelationMatrix
@@ -79,12 +80,13 @@ struct Uncertainties {
         const auto limit = [&](double offset, const std::string& picture, bool exists) {
             return exists ? inPicture(offset, picture) : "";
         };
-        std::string rows = "Subject Parameter|" +
-                           limit(r.SU_LowerOffset, r.SU_LowerOffset_fmt, !r.OptSingleUpper) + "|" +
-                           limit(r.SU_UpperOffset, r.SU_UpperOffset_fmt, !r.OptSingleLower) + "|" +
-                           s.PctInTolBox.text + "|" + figure(r.SU_Sigma) + end;
+        std::string rows =
+            "Subject Parameter|" + limit(r.SU_LowerOffset, r.SU_LowerOffset_fmt, !r.OptSingleUpper) + "|" +
+            limit(r.SU_UpperOffset, r.SU_UpperOffset_fmt, !r.OptSingleLower) + "|" + s.PctInTolBox.text +
+            "|" + (r.SubjectFitValid ? figure(r.SU_Sigma) : notComputed) + end;
         rows += "Measuring Parameter|" + s.MTEOffsetBox.text + "|" + s.MTEOffsetBox.text + "|" +
-                s.MTEPctInTolBox.text + "|" + figure(measuringSigma()) + end;
+                s.MTEPctInTolBox.text + "|" +
+                (r.MTE_StdUncertainty > 0 ? figure(measuringSigma()) : notComputed) + end;
         headedTable("<3240|^1440|^1440|^1440|^1440|^770;",
                     "|Lower|Upper|% In-|Bias| ;Parameter|Limit|Limit|Tolerance|Uncertainty|Units;", rows);
     }
@@ -112,11 +114,17 @@ struct Uncertainties {
                     "Description|Uncertainty|Confidence|Error Limits|Deg Freedom|Units;", rows);
         const Totals totals = ComputeTotals(readErrorRows(r, regional), r.CorrelationMatrix);
         const bool withBias = r.IncludeMTEBias;
-        const double total = withBias ? totals.total : totals.process; // in tolerance units already
+        double total = withBias ? totals.total : totals.process; // in tolerance units already
         const std::string held = units.shownPicture(r.ProcessUncertainty_fmt);
         const int decimals = std::max({PictureDecimals(held), PictureDecimals(defaultPicture),
                                        withBias ? totals.totalDecimals : totals.processDecimals});
-        const double freedom = withBias ? totals.totalFreedom : totals.processFreedom;
+        double freedom = withBias ? totals.totalFreedom : totals.processFreedom;
+        if (!totals.anyProcess && r.ProcessUncertainty != 0) { // a total without a table counts as well
+            const Combined whole = withBias ? CombinedUncertainty(r, regional)
+                                            : Combined{r.ProcessUncertainty, r.Process_DegFreedom};
+            total = units.shown(whole.uncertainty);
+            freedom = whole.degFreedom;
+        }
         c.lineFeed();
         c.document.Table("<3960|<3960;Total Process Uncertainty:|" +
                          withUnits(ErrorCell::readable(total, decimals, regional), units.name) +
@@ -129,13 +137,10 @@ struct Uncertainties {
             c.document.Text("Measurement Data Not Available");
             return;
         }
-        const double value = r.SU_Mode + r.SMPC_TrueOffset;
-        const int decimals = std::max(PictureDecimals(r.SU_Mode_fmt), leastDecimals);
         const auto probability = [&](int slot) {
             return figureTextBelow100(100 * r.SMPC_InTolProb[slot]) + " %";
         };
-        c.document.Table("<5040|<2880;Estimated True Value:|" +
-                         withUnits(ErrorCell::readable(value, decimals, regional), r.NominalUnits) +
+        c.document.Table("<5040|<2880;Estimated True Value:|" + estimatedTrueValue(r, regional) +
                          ";Estimated Measurand Deviation:|" + measured(r.SMPC_TrueOffset) +
                          ";Estimated Subject Parameter Bias:|" + measured(r.SMPC_Bias[2]) +
                          ";Subject Parameter Bias Uncertainty:|" + measured(r.SMPC_SUUncertainty) +

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace metrisk {
@@ -57,6 +58,18 @@ std::optional<std::string> QtFileChooser::chooseToOpen(const FileRequest& reques
 std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& request) {
     QFileDialog dialog(parent_, qt(request.title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Another kind of file gets another extension.
+    QObject::connect(
+        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog, &request](const QString& filter) {
+            const QStringList filters = filtersOf(request.filter);
+            const QString pattern =
+                qt(request.filter).split('|', Qt::SkipEmptyParts).value(2 * filters.indexOf(filter) + 1);
+            const QStringList names = dialog.selectedFiles();
+            if (filters.size() < 2 || !pattern.trimmed().startsWith("*.") || names.isEmpty()) return;
+            const QFileInfo name(names.first());
+            if (!name.suffix().isEmpty())
+                dialog.selectFile(name.completeBaseName() + pattern.trimmed().mid(1));
+        });
     // A pattern stands for "no name yet"; the desktop's dialogs show that by an empty name.
     if (request.initialName.find('*') == std::string::npos) dialog.selectFile(qt(request.initialName));
     return run(dialog, request);

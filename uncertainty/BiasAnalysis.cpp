@@ -1,6 +1,7 @@
 #include "uncertainty/BiasAnalysis.h"
 
 #include "model/Message.h"
+#include "model/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Distribution.h"
@@ -9,6 +10,7 @@
 #include "numerics/mathlib/Normal.h"
 #include "risk/CoverageFactor.h"
 #include "risk/ValidateAndFit.h"
+#include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
 
@@ -188,6 +190,15 @@ bool BiasResultsStand(const Analysis& r, const Regional& regional) {
     } catch (const RuntimeFault&) {
         return false;
     }
+}
+
+std::string estimatedTrueValue(const Analysis& r, const Regional& regional) {
+    constexpr int offsetDecimals = 4;
+    const ToleranceUnits units = measuringUnits(r);
+    const std::string offset = ErrorCell::readable(units.shown(r.SMPC_TrueOffset), offsetDecimals, regional);
+    const int decimals = CountDecimals(offset, regional) + units.shift;
+    return withUnits(FormatNumber(r.SU_Mode + r.SMPC_TrueOffset, PictureForDecimals(decimals), regional),
+                     r.NominalUnits);
 }
 
 } // namespace metrisk

@@ -7,6 +7,8 @@
 
 #include "model/Session.h"
 
+#include <string>
+
 namespace metrisk {
 
 struct BiasEstimate {
@@ -37,5 +39,9 @@ void RunBiasAnalysis(Session& session);
 
 /// Whether the results in the record are those of its entries: an analysis of them gives the same.
 bool BiasResultsStand(const Analysis& record, const Regional& regional);
+
+/// Mode and SMPC_TrueOffset in nominal units, with decimals that keep what the offset shows in tolerance
+/// units.
+std::string estimatedTrueValue(const Analysis& record, const Regional& regional);
 
 } // namespace metrisk

@@ -1,5 +1,7 @@
 #include "plots/files/CairoSurface.h"
 
+#include "model/Text.h"
+
 #include <algorithm>
 #include <cmath>
 #include <pango/pangocairo.h>
@@ -67,7 +69,8 @@ PangoLayout* CairoSurface::laidOut(std::string_view text) const {
         pango_layout_set_font_description(layout_.get(), font);
         pango_font_description_free(font);
     }
-    pango_layout_set_text(layout_.get(), text.data(), static_cast<int>(text.size()));
+    const std::string drawable = drawableText(text);
+    pango_layout_set_text(layout_.get(), drawable.data(), static_cast<int>(drawable.size()));
     return layout_.get();
 }
 

@@ -1,5 +1,6 @@
 #include "plots/files/PictureFile.h"
 
+#include "model/Text.h"
 #include "plots/files/CairoSurface.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ Sheet makeSheet(PictureFormat format, const PictureSize& size, const DocumentFac
     case PictureFormat::Svg: made = cairo_svg_surface_create_for_stream(append, &bytes, width, height); break;
     case PictureFormat::Pdf:
         made = cairo_pdf_surface_create_for_stream(append, &bytes, width, height);
-        cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_TITLE, facts.title.c_str());
+        cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_TITLE, drawableText(facts.title).c_str());
         cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_CREATOR, "Metrisk");
         if (!facts.created.empty())
             cairo_pdf_surface_set_metadata(made, CAIRO_PDF_METADATA_CREATE_DATE, facts.created.c_str());
@@ -57,8 +58,8 @@ void addOutline(cairo_surface_t* sheet, const PictureSize& size, const std::vect
         const auto level = std::min(static_cast<std::size_t>(std::max(entry.level, 0)), parents.size() - 1);
         const std::string link = "page=" + std::to_string(entry.page + 1) + " pos=[0 " +
                                  std::to_string(std::lround(entry.y * size.height * pointsPerUnit)) + "]";
-        const int id = cairo_pdf_surface_add_outline(sheet, parents[level], entry.title.c_str(), link.c_str(),
-                                                     CAIRO_PDF_OUTLINE_FLAG_OPEN);
+        const int id = cairo_pdf_surface_add_outline(sheet, parents[level], drawableText(entry.title).c_str(),
+                                                     link.c_str(), CAIRO_PDF_OUTLINE_FLAG_OPEN);
         parents.resize(level + 1);
         parents.push_back(id);
     }

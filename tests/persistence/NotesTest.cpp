@@ -36,11 +36,11 @@ TEST(Notes, BearTheNameOfTheAnalysis) {
 TEST(Notes, AskForANameFirst) {
     const TemporaryFolder folder;
     TestDesktop desk;
-    desk.ui.expectBox("Metrisk", needed, Answer::Cancel, okCancel);
+    desk.ui.expectBox("Enter a Metrisk file name.", needed, Answer::Cancel, okCancel);
     OpenNotes(desk.session);
     desk.chooser.answers = {"", (folder / "volts").string()};
     for (int i = 0; i < 2; ++i) {
-        desk.ui.expectBox("Metrisk", needed, Answer::Ok, okCancel);
+        desk.ui.expectBox("Enter a Metrisk file name.", needed, Answer::Ok, okCancel);
         OpenNotes(desk.session);
     }
     EXPECT_EQ(desk.chooser.requests[1].title, "File Name for Notes");
@@ -55,7 +55,7 @@ TEST(Notes, ANameOutlivesAWorksheetThatIsCancelled) {
     TestDesktop desk;
     {
         ObservedScreen screen(desk.session);
-        desk.ui.expectBox("Metrisk", needed, Answer::Ok, okCancel);
+        desk.ui.expectBox("Enter a Metrisk file name.", needed, Answer::Ok, okCancel);
         desk.chooser.answers = {(folder / "volts.mrk").string()};
         choose(screen, "mnu_Notes");
         EXPECT_TRUE(screen.close(Way::Cancel));

@@ -93,7 +93,7 @@ TEST(Summary, IsSavedUnderItsOwnName) {
     for (int i = 0; i < 3; ++i) {
         if (i == 1)
             desk.ui.expectBox("own.mrk",
-                              "Error Writing Summary Data\nThis is the file of the analysis itself.");
+                              "Error Writing Summary Data\n\nThis is the file of the analysis itself.");
         SaveSummary(desk.session);
     }
     EXPECT_EQ(desk.chooser.requests[0].title, "Save Data to Summary File");
@@ -104,7 +104,7 @@ TEST(Summary, IsSavedUnderItsOwnName) {
     desk.ui.expectBox("Save Data to Summary File", bare + ".sum already exists.\nDo you want to replace it?",
                       Answer::No, yesNo);
     SaveSummary(desk.session);
-    desk.ui.expectBox("x.sum", "Error Writing Summary Data\nNo such file or directory");
+    desk.ui.expectBox("x.sum", "Error Writing Summary Data\n\nNo such file or directory");
     SaveSummary(desk.session);
     EXPECT_FALSE(desk.record.AbortFlag);
 

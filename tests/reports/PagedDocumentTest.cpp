@@ -125,6 +125,24 @@ TEST(PagedDocument, NothingIsLost) {
     }
 }
 
+/// A title in a narrow margin stands below the running header; a word of any length is soon broken.
+TEST(PagedDocument, HeadersAndTitlesDoNotMeet) {
+    for (const double inches : {0.0, 0.25, 0.5, 0.75, 1.0, 2.0}) {
+        Paged p(PageSetup{.top = inches * 1440});
+        p.document.Header = "||right";
+        EXPECT_GE(p.document.headerBottom(), p.document.headerTop() + 9 * 20) << inches;
+        p.document.CurrentY = p.document.headerBottom();
+        p.document.Text(std::string(200000, 'W'));
+        const PagedReport& report = p.end();
+        double header = 1e9, body = 1e9;
+        for (const Placed& item : report.pages[0])
+            if (const auto* text = std::get_if<PlacedText>(&item))
+                (text->text == "right" ? header : body) =
+                    std::min(text->text == "right" ? header : body, text->y);
+        EXPECT_GT(body, header + 9 * 20) << inches;
+    }
+}
+
 TEST(PagedDocument, APageOfAnySizeHasTheSameProportions) {
     Paged p;
     p.document.Text("text");

@@ -99,6 +99,26 @@ TEST(RiskReport, SmallRisksAreToldApartFromNone) {
     EXPECT_EQ(none.find("Based on"), std::string::npos);
 }
 
+TEST(UncertaintyReport, ATotalWithoutATableIsThatOfTheFit) {
+    Reported stored;
+    stored.record.ProcessUncertainty = 0.05;
+    stored.record.IncludeUncertainty = true;
+    stored.compute();
+    const std::string text =
+        operationsOf(stored, {.Report_IncludeRisk = false, .Report_IncludeUncertainty = true});
+    EXPECT_NE(text.find("Total Process Uncertainty:|0.0810 V;"), std::string::npos) << text;
+    EXPECT_NE(text.find("95.0000|0.0810|V;"), std::string::npos) << "the measuring parameter's own row";
+}
+
+TEST(RiskReport, ABaselineBelowAPpmIsInItsPicture) {
+    Reported small;
+    small.compute();
+    small.record.Base_FalseAccept = 0.25;
+    small.record.Base_AcceptUnits = "ppm";
+    small.record.Base_Accept_fmt = "##0.0";
+    EXPECT_NE(operationsOf(small).find("False Accept Risk:|0.3 ppm|"), std::string::npos);
+}
+
 TEST(Report, EverySectionInItsOrder) {
     Reported all;
     enterBudget(all.session);

@@ -15,7 +15,9 @@
 namespace metrisk::testing {
 namespace {
 
-const std::string hostile = "a|b;c {d} \\e <f> & \"g\" Ωμ 日本 \xF0\x9F\x98\x80";
+/// With characters that Unicode has set aside.
+const std::string hostile =
+    "a|b;c {d} \\e <f> & \"g\" Ωμ 日本 \xF0\x9F\x98\x80\xEF\xBF\xBE\xEF\xB7\x90\xF4\x8F\xBF\xBF";
 
 struct Hostile : Reported {
     Hostile() {
