@@ -37,11 +37,13 @@ void EntryBox::setColors(const QColor& ground, const QColor& text) {
 }
 
 void EntryBox::paintGround() {
+    const bool follows = !ground_.isValid() && !isReadOnly();
+    if (follows && painted_.resolveMask() == 0) return;
     QPalette own; // everything that is not set here goes on following the desktop
     const QPalette screens = QApplication::palette();
     if (ground_.isValid()) {
         setReadable(own, QPalette::Base, ground_, QPalette::Text, text_);
-    } else if (isReadOnly()) {
+    } else if (!follows) {
         const auto group = QPalette::Disabled;
         setReadable(own, QPalette::Base, screens.color(QPalette::Window), QPalette::Text,
                     screens.color(QPalette::WindowText));
