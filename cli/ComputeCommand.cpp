@@ -163,7 +163,7 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
 
 std::string ratioText(const Analysis& r, const Regional& regional) {
     const std::string ratio = FormatNumber(r.EqAccRat, "#,##0.00", regional) + " : " + r.EqAccRatDen;
-    return ratioAttained(r.EqAccRat) ? ratio : ratio + ", no such ratio";
+    return ratioAttained(r.EqAccRat) ? ratio : ratio + ", " + noSuchRatioText;
 }
 
 std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {

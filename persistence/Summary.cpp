@@ -28,7 +28,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* notComputed = "Not Computed";
 constexpr const char* writeError = "Error Writing Summary Data";
 constexpr const char* ownFile = "This is the file of the analysis itself.";
 constexpr const char* noRegularFile = "No regular file of that name can be written.";
@@ -131,12 +130,12 @@ class Summary {
 
     void results() {
         const auto figure = [&](double value, const std::string& units, const std::string& picture) {
-            return current_.risks ? risk(value, units, picture) : notComputed;
+            return current_.risks ? risk(value, units, picture) : notComputedText;
         };
         text_.heading("Risk Analysis Results");
         row("False Accept Risk", figure(r_.FalseAcceptRisk, r_.FalseAcceptUnits, r_.FalseAccept_fmt));
         row("False Reject Risk", figure(r_.FalseRejectRisk, r_.FalseRejectUnits, r_.FalseReject_fmt));
-        row("Equivalent Accuracy Ratio", !current_.ratio ? notComputed
+        row("Equivalent Accuracy Ratio", !current_.ratio ? notComputedText
                                          : current_.noSuchRatio
                                              ? noSuchRatioText
                                              : number(r_.EqAccRat, ratioPicture) + ":1.00");
@@ -185,7 +184,7 @@ class Summary {
         const ToleranceUnits units = measuringUnits(r_);
         const auto figure = [&](double nominal) {
             return current_.bias ? ErrorCell::readable(units.shown(nominal), figureDecimals, regional_)
-                                 : notComputed;
+                                 : notComputedText;
         };
         const auto held = [&](double value, const std::string& picture, const char* otherwise) {
             return number(value, WidenPicture(value, picture.empty() ? otherwise : picture));
@@ -197,7 +196,7 @@ class Summary {
         row("Measuring Parameter Bias", figure(r_.SMPC_Bias[1]));
         row("Bias Uncertaint", figure(r_.SMPC_MTEUncertainty));
         row("Confidence Limits", figure(r_.SMPC_Limits[1]));
-        row("Estimated True Value", current_.bias ? estimatedTrueValue(r_, regional_) : notComputed);
+        row("Estimated True Value", current_.bias ? estimatedTrueValue(r_, regional_) : notComputedText);
         row("Subject Parameter Bias", figure(r_.SMPC_Bias[2]));
         row("Bias Uncertainty", figure(r_.SMPC_SUUncertainty));
         row("Confidence Limits", figure(r_.SMPC_Limits[2]));
@@ -205,7 +204,7 @@ class Summary {
 
     void guardbands() {
         const auto figure = [&](double value, const std::string& units) {
-            return current_.guardbands ? plainRisk(value, units, riskPicture(units)) : notComputed;
+            return current_.guardbands ? plainRisk(value, units, riskPicture(units)) : notComputedText;
         };
         const auto multiplier = [&](const SubjectSide& side) {
             return r_.*side.absent ? "" : number(r_.*side.multiplier, r_.*side.multiplierPicture);
@@ -216,14 +215,14 @@ class Summary {
         row("False Accept Risk", figure(r_.GB_FARisk, r_.GB_FARiskUnits));
         row("False Reject Risk", figure(r_.GB_FRRisk, r_.GB_FRRiskUnits));
         row("Equivalent Accuracy Ratio",
-            current_.guardbandRatio ? number(r_.GB_EqAccRat, ratioPicture) + ":1.00" : notComputed);
+            current_.guardbandRatio ? number(r_.GB_EqAccRat, ratioPicture) + ":1.00" : notComputedText);
     }
 
     void observed() {
         const double factor = r_.Obs_Units == r_.NominalUnits ? 1 : measuringUnits(r_).factor;
         const double offset = r_.Obs_Offset * factor;
         const auto share = [&](double pct, const std::string& picture) {
-            return current_.observed ? number(pct, picture) : notComputed;
+            return current_.observed ? number(pct, picture) : notComputedText;
         };
         text_.heading("Observed vs. True % In-Tolerance");
         row("Observing Parameter Tolerance Offset",

@@ -46,14 +46,7 @@ std::string familyOf(const std::string& name) {
 } // namespace
 
 HtmlDocument::HtmlDocument(const PageSetup& setup, std::string title, PngMaker png)
-    : title_(std::move(title)), png_(std::move(png)) {
-    const PageSetup page = setup.settled();
-    PageWidth = page.width;
-    PageHeight = page.height;
-    MarginLeft = page.left;
-    MarginTop = page.top;
-    MarginRight = page.right;
-    MarginBottom = page.bottom;
+    : ReportDocument(setup), title_(std::move(title)), png_(std::move(png)) {
     ExportFormat = ReportFormat::Html;
 }
 

@@ -72,15 +72,9 @@ void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t nu
         std::visit([&](const auto& placed) { draw(page, placed); }, item);
 }
 
-PagedDocument::PagedDocument(DrawingSurface& metrics, const PageSetup& setup) : metrics_(metrics) {
+PagedDocument::PagedDocument(DrawingSurface& metrics, const PageSetup& setup)
+    : ReportDocument(setup), metrics_(metrics) {
     report_.setup = setup.settled();
-    const PageSetup& page = report_.setup;
-    PageWidth = page.width;
-    PageHeight = page.height;
-    MarginLeft = page.left;
-    MarginTop = page.top;
-    MarginRight = page.right;
-    MarginBottom = page.bottom;
     metrics_.Scale(0, 0, PageWidth, PageHeight);
 }
 

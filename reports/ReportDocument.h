@@ -1,6 +1,8 @@
 // The document that a report is composed into: a position, a font and a few operations.
 #pragma once
 
+#include "reports/PageSetup.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -41,8 +43,8 @@ class ReportDocument {
     double CurrentX = 0, CurrentY = 0;
     double IndentLeft = 0; // of the texts and tables that follow
 
-    double PageWidth = 12240, PageHeight = 15840;
-    double MarginLeft = 1440, MarginTop = 1440, MarginRight = 1440, MarginBottom = 1440;
+    double PageWidth, PageHeight;
+    double MarginLeft, MarginTop, MarginRight, MarginBottom;
 
     std::string ExportFile; // where the document goes; empty for printer and screen
     ReportFormat ExportFormat = ReportFormat::None;
@@ -82,7 +84,16 @@ class ReportDocument {
     static constexpr double runningInset = 720;
     static constexpr double runningLine = 24; // twips of a line for each point of the font
 
-    ReportDocument() = default;
+    /// With margins that leave room for text.
+    explicit ReportDocument(const PageSetup& setup) : ReportDocument(Settled{setup.settled()}) {}
+
+  private:
+    struct Settled {
+        PageSetup page;
+    };
+    explicit ReportDocument(const Settled& settled)
+        : PageWidth(settled.page.width), PageHeight(settled.page.height), MarginLeft(settled.page.left),
+          MarginTop(settled.page.top), MarginRight(settled.page.right), MarginBottom(settled.page.bottom) {}
 };
 
 } // namespace metrisk

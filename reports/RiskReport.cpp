@@ -6,6 +6,7 @@
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
 #include "risk/CurrentFigures.h"
+#include "risk/EquivalentRatio.h"
 #include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>
@@ -19,9 +20,6 @@ constexpr double firstLine = 1080;
 constexpr double indent = 360;
 constexpr const char* twoColumns = "<5200|<3600;";
 constexpr const char* resultColumns = "<5000|^1800|^1800;";
-constexpr const char* notComputed = "Not Computed";
-/// What the main screen says as well.
-constexpr const char* noSuchRatio = "no such ratio";
 
 /// Rows of a label and a value; those without a value are left out.
 class Rows {
@@ -211,7 +209,7 @@ void results(Composition& c) {
     c.document.Table(std::string(resultColumns) + " |Acceptable|Computed; |Baseline|Values;");
     c.style(10, false);
     const auto cell = [&](double value, const std::string& units, const std::string& picture) {
-        return risks ? riskCell(value, units, picture, regional) : notComputed;
+        return risks ? riskCell(value, units, picture, regional) : notComputedText;
     };
     std::string rows = resultColumns;
     rows += "False Accept Risk:|" +
@@ -221,8 +219,8 @@ void results(Composition& c) {
             figureCell(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt, regional) + "|" +
             cell(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt) + ";";
     rows += "Equivalent Accuracy Ratio:|" + withoutGroups(r.Base_AccRatNum, regional) + "|" +
-            (!ratio                ? notComputed
-             : current.noSuchRatio ? noSuchRatio
+            (!ratio                ? notComputedText
+             : current.noSuchRatio ? noSuchRatioText
                                    : withoutGroups(r.EqAccRat, regional)) +
             (ratio ? " **;" : ";");
     c.document.Table(rows);

@@ -5,6 +5,7 @@
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
+#include "risk/CurrentFigures.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/CombinedUncertainty.h"
@@ -16,7 +17,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* none = "-";
-constexpr const char* notComputed = "Not Computed"; // there is no fit
 constexpr const char* defaultPicture = "#,##0.00";
 constexpr int leastDecimals = 4;
 constexpr int firstCorrelated = 2; // indices of CorrelationMatrix
@@ -83,10 +83,10 @@ struct Uncertainties {
         std::string rows =
             "Subject Parameter|" + limit(r.SU_LowerOffset, r.SU_LowerOffset_fmt, !r.OptSingleUpper) + "|" +
             limit(r.SU_UpperOffset, r.SU_UpperOffset_fmt, !r.OptSingleLower) + "|" + s.PctInTolBox.text +
-            "|" + (r.SubjectFitValid ? figure(r.SU_Sigma) : notComputed) + end;
+            "|" + (r.SubjectFitValid ? figure(r.SU_Sigma) : notComputedText) + end;
         rows += "Measuring Parameter|" + s.MTEOffsetBox.text + "|" + s.MTEOffsetBox.text + "|" +
                 s.MTEPctInTolBox.text + "|" +
-                (r.MTE_StdUncertainty > 0 ? figure(measuringSigma()) : notComputed) + end;
+                (r.MTE_StdUncertainty > 0 ? figure(measuringSigma()) : notComputedText) + end;
         headedTable("<3240|^1440|^1440|^1440|^1440|^770;",
                     "|Lower|Upper|% In-|Bias| ;Parameter|Limit|Limit|Tolerance|Uncertainty|Units;", rows);
     }

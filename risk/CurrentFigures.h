@@ -5,6 +5,9 @@ namespace metrisk {
 
 struct Session;
 
+/// What stands where such a figure would.
+inline constexpr const char* notComputedText = "Not Computed";
+
 /// A figure that is not current was computed from other entries, or never: it is no result to be reported.
 struct CurrentFigures {
     bool risks = false;          // FalseAcceptRisk and FalseRejectRisk

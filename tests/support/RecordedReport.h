@@ -14,6 +14,8 @@ class RecordedReport final : public ReportDocument {
   public:
     std::string operations;
 
+    RecordedReport() : ReportDocument(PageSetup{}) {}
+
     void StartDoc() override { CurrentY = MarginTop; }
     void EndDoc() override { add("end"); }
     void NewPage() override {
