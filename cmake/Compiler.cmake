@@ -17,6 +17,14 @@ if(METRISK_SANITIZE)
   target_link_options(metrisk_options INTERFACE ${metrisk_sanitizers})
 endif()
 
+# -O3 buys nothing outside the kernels, which ask for it themselves, and costs a tenth of the build.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+function(metrisk_optimise_kernels)
+  file(GLOB kernels CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/numerics/*.cpp ${PROJECT_SOURCE_DIR}/numerics/mathlib/*.cpp
+       ${PROJECT_SOURCE_DIR}/risk/exact/*.cpp ${PROJECT_SOURCE_DIR}/risk/sweeps/*.cpp)
+  set_source_files_properties(${kernels} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:-O3>")
+endfunction()
+
 find_program(METRISK_CCACHE ccache)
 if(METRISK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${METRISK_CCACHE})

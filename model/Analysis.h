@@ -9,7 +9,8 @@
 
 namespace metrisk {
 
-/// A plain value: a copy is the saved copy, assignment of a fresh value is clearing.
+/// A plain value: a copy is the saved copy, assignment of a fresh value is clearing. Its members stand out of
+/// line: they touch every field of every group, and each unit that handles a record would compile them again.
 struct Analysis : Identification,
                   SubjectParameter,
                   MeasuringParameter,
@@ -25,6 +26,13 @@ struct Analysis : Identification,
                   PlotOptions,
                   Snapshot,
                   SessionState,
-                  RiskPlotState {};
+                  RiskPlotState {
+    Analysis();
+    Analysis(const Analysis& other);
+    Analysis(Analysis&& other) noexcept;
+    Analysis& operator=(const Analysis& other);
+    Analysis& operator=(Analysis&& other) noexcept;
+    ~Analysis();
+};
 
 } // namespace metrisk
