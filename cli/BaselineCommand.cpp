@@ -10,7 +10,6 @@
 #include "persistence/SettingsFile.h"
 #include "risk/BaselineRisks.h"
 
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <cmath>
 
@@ -35,17 +34,14 @@ double positiveNumber(std::string_view text) {
     return whole && std::isfinite(value) && value > 0 ? value : 0;
 }
 
-/// The quotient of "4:1", or "4" itself, as the number that the option holds.
-std::string quotient(std::string& text) {
+/// Takes the quotient of "4:1", or "4" itself; else says what is wrong.
+std::string takeQuotient(const std::string& text, double& quotient) {
     const std::string_view ratio = text;
     const auto colon = ratio.find(':');
     const double numerator = positiveNumber(ratio.substr(0, colon));
     const double denominator = colon == ratio.npos ? 1 : positiveNumber(ratio.substr(colon + 1));
-    const double value = numerator / denominator;
-    if (!(value > 0) || !std::isfinite(value)) return ratioTooLowText;
-    char digits[32];
-    text.assign(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-    return "";
+    quotient = numerator / denominator;
+    return quotient > 0 && std::isfinite(quotient) ? "" : ratioTooLowText;
 }
 
 std::string isPct(const std::string& text) {
@@ -82,25 +78,26 @@ int baseline(const Options& options) {
 
 } // namespace
 
-void addBaseline(CLI::App& program, Command& chosen) {
+void addBaseline(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("baseline", "Compute the risks of a reference case");
-    command->add_option("--ratio", options->ratio, "Accuracy ratio, as in 4:1 or 4")
-        ->option_text("N:1")
-        ->required()
-        ->transform(CLI::Validator(quotient, ""));
-    command->add_option("--mte", options->measuringPct, "Measuring parameter % in-tolerance")
-        ->option_text("PERCENT")
-        ->required()
-        ->check(isPct);
-    command->add_option("--su", options->subjectPct, "Subject parameter % in-tolerance")
-        ->option_text("PERCENT")
-        ->required()
-        ->check(isPct);
-    command->add_flag("--producer", options->producer,
-                      "Producer's false accept risk instead of the Consumer's");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    command->callback([options, &chosen] { chosen = [options] { return baseline(*options); }; });
+    const Arguments command = program.command("baseline", "Compute the risks of a reference case");
+    command
+        .read(
+            "--ratio", [options](const std::string& text) { return takeQuotient(text, options->ratio); },
+            "Accuracy ratio, as in 4:1 or 4")
+        .shownAs("N:1")
+        .required();
+    command.number("--mte", options->measuringPct, "Measuring parameter % in-tolerance")
+        .shownAs("PERCENT")
+        .required()
+        .check(isPct);
+    command.number("--su", options->subjectPct, "Subject parameter % in-tolerance")
+        .shownAs("PERCENT")
+        .required()
+        .check(isPct);
+    command.flag("--producer", options->producer, "Producer's false accept risk instead of the Consumer's");
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.then([options, &chosen] { chosen = [options] { return baseline(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -2,7 +2,6 @@
 
 #include "cli/OrderedBatch.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <set>
 
@@ -10,15 +9,14 @@ namespace metrisk::cli {
 
 namespace fs = std::filesystem;
 
-void BatchTargets::addTo(CLI::App& command, const std::string& name) {
-    command.add_option("FILE", files, "Analysis files")->option_text("...")->required();
-    auto* one = command.add_option("-o,--output", path, "File to write")->option_text(name);
-    command.add_option("--out-dir", folder, "Folder to write to, under the names of the files")
-        ->option_text("FOLDER")
-        ->check(CLI::ExistingDirectory)
-        ->excludes(one);
-    command.add_option("--threads", threads, "Threads to use; 0, the default, means one a core")
-        ->option_text("N");
+void BatchTargets::addTo(const Arguments& command, const std::string& name) {
+    command.texts("FILE", files, "Analysis files").shownAs("...").required();
+    const Argument one = command.text("-o,--output", path, "File to write").shownAs(name);
+    command.text("--out-dir", folder, "Folder to write to, under the names of the files")
+        .shownAs("FOLDER")
+        .existingFolder()
+        .excludes(one);
+    command.count("--threads", threads, "Threads to use; 0, the default, means one a core").shownAs("N");
 }
 
 std::string BatchTargets::wrong() const {

@@ -1,15 +1,12 @@
 // The files that a command reads, and the file that it writes for each.
 #pragma once
 
+#include "cli/Arguments.h"
 #include "cli/Output.h"
 
 #include <functional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace metrisk::cli {
 
@@ -22,7 +19,7 @@ struct BatchTargets {
 
     /// Adds FILE, -o, --out-dir and --threads. The command must keep this where it is. `name` says what is
     /// written.
-    void addTo(CLI::App& command, const std::string& name);
+    void addTo(const Arguments& command, const std::string& name);
 
     /// What is wrong with the options together; empty if they name a target for each file and no target
     /// twice.

@@ -1,12 +1,10 @@
 // The commands of metrisk-cli: each describes its options and, once it is chosen, runs.
 #pragma once
 
+#include "cli/Arguments.h"
+
 #include <functional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace metrisk::cli {
 
@@ -14,26 +12,26 @@ namespace metrisk::cli {
 using Command = std::function<int()>;
 
 /// Each adds its command to the program; parsing its name puts what it does into `chosen`.
-void addCompute(CLI::App& program, Command& chosen);
-void addConvert(CLI::App& program, Command& chosen);
-void addShow(CLI::App& program, Command& chosen);
-void addBaseline(CLI::App& program, Command& chosen);
-void addGuardband(CLI::App& program, Command& chosen);
-void addObserved(CLI::App& program, Command& chosen);
-void addReliability(CLI::App& program, Command& chosen);
-void addMap(CLI::App& program, Command& chosen);
-void addPlot(CLI::App& program, Command& chosen);
-void addReport(CLI::App& program, Command& chosen);
-void addVerify(CLI::App& program, Command& chosen);
-void addInfo(CLI::App& program, Command& chosen);
-void addSummary(CLI::App& program, Command& chosen);
-void addSweep(CLI::App& program, Command& chosen);
-void addOffset(CLI::App& program, Command& chosen);
-void addUncertainty(CLI::App& program, Command& chosen);
-void addUnits(CLI::App& program, Command& chosen);
+void addCompute(const Arguments& program, Command& chosen);
+void addConvert(const Arguments& program, Command& chosen);
+void addShow(const Arguments& program, Command& chosen);
+void addBaseline(const Arguments& program, Command& chosen);
+void addGuardband(const Arguments& program, Command& chosen);
+void addObserved(const Arguments& program, Command& chosen);
+void addReliability(const Arguments& program, Command& chosen);
+void addMap(const Arguments& program, Command& chosen);
+void addPlot(const Arguments& program, Command& chosen);
+void addReport(const Arguments& program, Command& chosen);
+void addVerify(const Arguments& program, Command& chosen);
+void addInfo(const Arguments& program, Command& chosen);
+void addSummary(const Arguments& program, Command& chosen);
+void addSweep(const Arguments& program, Command& chosen);
+void addOffset(const Arguments& program, Command& chosen);
+void addUncertainty(const Arguments& program, Command& chosen);
+void addUnits(const Arguments& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.
-void addSettingsOption(CLI::App& command, std::string& path);
+void addSettingsOption(const Arguments& command, std::string& path);
 
 struct Workplace;
 

@@ -13,7 +13,6 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/exact/Verified.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <exception>
@@ -236,19 +235,19 @@ int computeAll(const Options& options) {
 
 } // namespace
 
-void addCompute(CLI::App& program, Command& chosen) {
+void addCompute(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("compute", "Compute risks and equivalent accuracy ratio of analysis files");
-    command->add_option("FILE", options->files, "Analysis files")->option_text("...")->required();
-    command->add_flag("--json", options->json, "Print one JSON object per file, each on one line");
-    command->add_flag("--save", options->save, "Write the results back to each file");
-    command->add_flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
-    command->add_flag("--no-verify", options->noVerify, "Leave out the second figures");
-    addSettingsOption(*command, options->settings);
-    command->add_option("--threads", options->threads, "Threads to use; 0, the default, means one a core")
-        ->option_text("N");
-    command->callback([options, &chosen] { chosen = [options] { return computeAll(*options); }; });
+    const Arguments command =
+        program.command("compute", "Compute risks and equivalent accuracy ratio of analysis files");
+    command.texts("FILE", options->files, "Analysis files").shownAs("...").required();
+    command.flag("--json", options->json, "Print one JSON object per file, each on one line");
+    command.flag("--save", options->save, "Write the results back to each file");
+    command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
+    command.flag("--no-verify", options->noVerify, "Leave out the second figures");
+    addSettingsOption(command, options->settings);
+    command.count("--threads", options->threads, "Threads to use; 0, the default, means one a core")
+        .shownAs("N");
+    command.then([options, &chosen] { chosen = [options] { return computeAll(*options); }; });
 }
 
 } // namespace metrisk::cli

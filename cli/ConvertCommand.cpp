@@ -3,7 +3,6 @@
 #include "cli/Commands.h"
 #include "persistence/AnalysisFile.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 
 namespace metrisk::cli {
@@ -40,18 +39,18 @@ std::string namesAFile(const std::string& path) {
 
 } // namespace
 
-void addConvert(CLI::App& program, Command& chosen) {
+void addConvert(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("convert", "Read any version of analysis file and write the present one");
-    command->add_option("IN", options->in, "File to read")->option_text(" ")->required();
-    command->add_option("OUT", options->out, "File to write; .mrk is added if missing")
-        ->option_text(" ")
-        ->required()
-        ->check(namesAFile);
-    command->add_flag("--force", options->force, "Replace an existing file");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return convert(*options); }; });
+    const Arguments command =
+        program.command("convert", "Read any version of analysis file and write the present one");
+    command.text("IN", options->in, "File to read").shownAs(" ").required();
+    command.text("OUT", options->out, "File to write; .mrk is added if missing")
+        .shownAs(" ")
+        .required()
+        .check(namesAFile);
+    command.flag("--force", options->force, "Replace an existing file");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return convert(*options); }; });
 }
 
 } // namespace metrisk::cli

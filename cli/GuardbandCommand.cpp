@@ -9,7 +9,6 @@
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/ComputeGuardbands.h"
 
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <cmath>
 
@@ -133,29 +132,28 @@ int guardband(const Options& options) {
 
 } // namespace
 
-void addGuardband(CLI::App& program, Command& chosen) {
+void addGuardband(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("guardband", "Solve for guardbands of an analysis file");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
-    auto* goal = command->add_option_group("goal");
-    goal->add_option("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
-        ->option_text("RISK")
-        ->check(isTarget);
-    goal->add_option("--target-fr", options->targetReject, "False reject risk wanted, as in 2% or 500ppm")
-        ->option_text("RISK")
-        ->check(isTarget);
-    goal->add_flag("--equalize", options->equalize, "Equal false accept and false reject risks");
-    goal->require_option(1);
+    const Arguments command = program.command("guardband", "Solve for guardbands of an analysis file");
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    const Arguments goal = command.group("goal", 1, 1);
+    goal.text("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
+        .shownAs("RISK")
+        .check(isTarget);
+    goal.text("--target-fr", options->targetReject, "False reject risk wanted, as in 2% or 500ppm")
+        .shownAs("RISK")
+        .check(isTarget);
+    goal.flag("--equalize", options->equalize, "Equal false accept and false reject risks");
     command
-        ->add_option("--symmetric", options->symmetric,
-                     "One of multipliers, k: what both sides share; otherwise the file decides")
-        ->option_text("WHAT")
-        ->check(CLI::IsMember({"multipliers", "k"}));
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    command->add_flag("--save", options->save, "Write guardbands and their risks back to the file");
-    command->add_flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return guardband(*options); }; });
+        .text("--symmetric", options->symmetric,
+              "One of multipliers, k: what both sides share; otherwise the file decides")
+        .shownAs("WHAT")
+        .oneOf({"multipliers", "k"});
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.flag("--save", options->save, "Write guardbands and their risks back to the file");
+    command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return guardband(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -6,8 +6,6 @@
 #include "plots/files/DrawingLibraries.h"
 #include "shell/information/SystemInfo.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -34,13 +32,13 @@ int info(const Options& options) {
 
 } // namespace
 
-void addInfo(CLI::App& program, Command& chosen) {
+void addInfo(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("info", "Print versions, system, memory and the files that are used");
-    command->add_flag("--json", options->json, "Print one JSON object instead of a table");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return info(*options); }; });
+    const Arguments command =
+        program.command("info", "Print versions, system, memory and the files that are used");
+    command.flag("--json", options->json, "Print one JSON object instead of a table");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return info(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -1,6 +1,65 @@
 #include "cli/Json.h"
 
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
 namespace metrisk::cli {
+
+namespace {
+
+std::string leafText(const auto& leaf) {
+    return nlohmann::json(leaf).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+void append(std::string& text, const Json& json) {
+    const char* separator = "";
+    if (const auto* items = std::get_if<Json::Array>(&json.value())) {
+        text += '[';
+        for (const Json& item : *items) {
+            text += std::exchange(separator, ",");
+            append(text, item);
+        }
+        text += ']';
+    } else if (const auto* members = std::get_if<Json::Object>(&json.value())) {
+        text += '{';
+        for (const auto& [key, value] : *members) {
+            text += std::exchange(separator, ",") + leafText(key) + ":";
+            append(text, value);
+        }
+        text += '}';
+    } else if (const auto* word = std::get_if<std::string>(&json.value())) {
+        text += leafText(*word);
+    } else if (const auto* number = std::get_if<double>(&json.value())) {
+        text += leafText(*number);
+    } else if (const auto* whole = std::get_if<std::int64_t>(&json.value())) {
+        text += std::to_string(*whole);
+    } else if (const auto* flag = std::get_if<bool>(&json.value())) {
+        text += *flag ? "true" : "false";
+    } else {
+        text += "null";
+    }
+}
+
+} // namespace
+
+Json::Json(std::initializer_list<Member> members) : value_(Object(members)) {}
+
+Json Json::array(Array items) {
+    Json json;
+    json.value_ = std::move(items);
+    return json;
+}
+
+void Json::push_back(Json item) {
+    std::get<Array>(value_).push_back(std::move(item));
+}
+
+Json& Json::operator[](std::string_view key) {
+    if (std::holds_alternative<std::monostate>(value_)) value_ = Object();
+    Object& members = std::get<Object>(value_);
+    const auto found = std::ranges::find(members, key, &Member::key);
+    return found != members.end() ? found->value : members.emplace_back(std::string(key), Json()).value;
+}
 
 Json messagesJson(const std::vector<Told>& messages) {
     Json items = Json::array();
@@ -10,7 +69,8 @@ Json messagesJson(const std::vector<Told>& messages) {
 }
 
 std::string jsonLine(const Json& object) {
-    std::string line = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    std::string line;
+    append(line, object);
     // The two kinds of control characters that JSON lets through and terminals obey.
     for (std::size_t at = 0; (at = line.find('\x7F', at)) != line.npos;) line.replace(at, 1, "\\u007f");
     for (std::size_t at = 0; (at = line.find('\xC2', at)) != line.npos; ++at) {

@@ -4,14 +4,60 @@
 #include "cli/ConsoleInteraction.h"
 #include "model/Flag.h"
 
-#include <nlohmann/json.hpp>
+#include <concepts>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 #include <vector>
 
 namespace metrisk::cli {
 
-/// Keys keep the order in which they are added.
-using Json = nlohmann::ordered_json;
+/// A value; the keys of an object keep the order in which they are added.
+class Json {
+  public:
+    struct Member;
+    using Array = std::vector<Json>;
+    using Object = std::vector<Member>;
+
+    Json() = default; // null
+    template <std::integral Number>
+    Json(Number number) {
+        if constexpr (std::is_same_v<Number, bool>)
+            value_ = number;
+        else
+            value_ = static_cast<std::int64_t>(number);
+    }
+    Json(double number) : value_(number) {}
+    Json(const char* text) : value_(std::string(text)) {}
+    Json(std::string_view text) : value_(std::string(text)) {}
+    Json(std::string text) : value_(std::move(text)) {}
+    template <class Value>
+    Json(const std::optional<Value>& value) {
+        if (value) *this = Json(*value);
+    }
+    Json(std::initializer_list<Member> members);
+
+    static Json array(Array items = {});
+
+    /// Of an array.
+    void push_back(Json item);
+    /// Of an object; a key that is not there is added behind the others. Null becomes an object.
+    Json& operator[](std::string_view key);
+
+    using Value = std::variant<std::monostate, bool, std::int64_t, double, std::string, Array, Object>;
+    const Value& value() const { return value_; }
+
+  private:
+    Value value_;
+};
+
+struct Json::Member {
+    std::string key;
+    Json value;
+};
 
 /// An array of {"title", "text", "answer"}.
 Json messagesJson(const std::vector<Told>& messages);

@@ -5,7 +5,6 @@
 #include "model/Message.h"
 #include "risk/sweeps/RiskMapPicture.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -111,42 +110,40 @@ int run(const Options& options) {
 
 } // namespace
 
-void addMap(CLI::App& program, Command& chosen) {
+void addMap(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("map", "Compute or draw the risks of an analysis file over two quantities");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    const Arguments command =
+        program.command("map", "Compute or draw the risks of an analysis file over two quantities");
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
     constexpr const char* quantity = "ratio, su-pct, mte-pct or guardband and its range, as in ratio=1:20";
     for (const auto& [name, text] : {std::pair{"--x", &options->x}, std::pair{"--y", &options->y}})
-        command->add_option(name, *text, quantity)
-            ->option_text("QUANTITY=FROM:TO")
-            ->check(isAxis)
-            ->required();
-    command->add_option("--risk", options->risk, "fa (false accept) or fr (false reject) is drawn (fa)")
-        ->option_text("RISK")
-        ->check(CLI::IsMember({"fa", "fr"}));
+        command.text(name, *text, quantity).shownAs("QUANTITY=FROM:TO").check(isAxis).required();
+    command.text("--risk", options->risk, "fa (false accept) or fr (false reject) is drawn (fa)")
+        .shownAs("RISK")
+        .oneOf({"fa", "fr"});
     command
-        ->add_option_function<std::string>(
+        .read(
             "--size",
-            [options](const std::string& text) {
+            [options](const std::string& text) -> std::string {
                 int used = 0;
                 const bool read =
                     std::sscanf(text.c_str(), "%5zux%5zu%n", &options->columns, &options->rows, &used) == 2;
                 const auto fits = [](std::size_t side) { return side >= 2 && side <= mostSide; };
-                if (!read || text[static_cast<std::size_t>(used)] != '\0' || !fits(options->columns) ||
-                    !fits(options->rows))
-                    throw CLI::ValidationError("--size", "COLUMNSxROWS, 2 to 2000 each, as in 200x200");
+                if (read && text[static_cast<std::size_t>(used)] == '\0' && fits(options->columns) &&
+                    fits(options->rows))
+                    return {};
+                return "COLUMNSxROWS, 2 to 2000 each, as in 200x200";
             },
             "Points across and up (200x200)")
-        ->option_text("COLUMNSxROWS");
-    options->picture.addTo(*command, false, "--picture-size");
-    command->add_flag("--csv", options->csv, "Print the risks of all points, separated by commas");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] {
+        .shownAs("COLUMNSxROWS");
+    options->picture.addTo(command, false, "--picture-size");
+    command.flag("--csv", options->csv, "Print the risks of all points, separated by commas");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] {
         if (axisOf(options->x)->quantity == axisOf(options->y)->quantity)
-            throw CLI::ValidationError("--x and --y must be two quantities");
+            throw WrongUsage("--x and --y must be two quantities");
         if (!options->csv && options->picture.path.empty())
-            throw CLI::ValidationError("one of --csv and -o is required");
+            throw WrongUsage("one of --csv and -o is required");
         chosen = [options] { return run(*options); };
     });
 }

@@ -7,8 +7,6 @@
 #include "risk/ValidateAndFit.h"
 #include "risk/observed/ObservedPct.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -97,29 +95,27 @@ int observed(const Options& options) {
 
 } // namespace
 
-void addObserved(CLI::App& program, Command& chosen) {
+void addObserved(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("observed", "Convert true and observed % in-tolerance of an analysis file");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
-    auto* figure = command->add_option_group("figure");
-    figure->add_option("--true", options->truePct, "True % in-tolerance; computes the observed")
-        ->option_text("PERCENT")
-        ->check(isPct);
-    figure->add_option("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
-        ->option_text("PERCENT")
-        ->check(isPct);
-    figure->require_option(1);
-    auto* use = command->add_option_group("guardbands");
-    use->add_flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
-    use->add_flag("--use-guardbands", options->use, "Accepted within the test limits");
-    CLI::Option* equalize = use->add_flag("--equalize", options->equalize,
-                                          "With --true: guardbands that make both figures equal");
-    use->require_option(0, 1);
-    equalize->excludes(figure->get_option("--observed"));
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return observed(*options); }; });
+    const Arguments command =
+        program.command("observed", "Convert true and observed % in-tolerance of an analysis file");
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    const Arguments figure = command.group("figure", 1, 1);
+    figure.text("--true", options->truePct, "True % in-tolerance; computes the observed")
+        .shownAs("PERCENT")
+        .check(isPct);
+    const Argument known =
+        figure.text("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
+            .shownAs("PERCENT")
+            .check(isPct);
+    const Arguments use = command.group("guardbands", 0, 1);
+    use.flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
+    use.flag("--use-guardbands", options->use, "Accepted within the test limits");
+    use.flag("--equalize", options->equalize, "With --true: guardbands that make both figures equal")
+        .excludes(known);
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return observed(*options); }; });
 }
 
 } // namespace metrisk::cli

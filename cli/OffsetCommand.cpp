@@ -13,8 +13,6 @@
 #include "units/UnitsDatabase.h"
 #include "units/offset/Composition.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -85,13 +83,13 @@ Composed compose(const Options& options, UnitsDatabase* units) {
 /// The same keys as of a composed tolerance, without figures.
 Json refusedJson(const Options& options, const Output& output) {
     Json result = {{"status", output.status == refused ? "refused" : "unreadable"},
-                   {"messages", Json::array({{{"text", output.diagnostics}}})}};
+                   {"messages", Json::array({Json{{"text", output.diagnostics}}})}};
     const bool subject = options.parameter == "su";
     for (const char* key : {"SU_UpperOffset", "SU_LowerOffset", "SU_TolUnitsFactor"})
-        if (subject) result[key] = nullptr;
+        if (subject) result[key] = Json();
     for (const char* key : {"MTE_Offset", "MTE_TolUnitsFactor"})
-        if (!subject) result[key] = nullptr;
-    result["Tolerance"] = result["Nominal"] = nullptr;
+        if (!subject) result[key] = Json();
+    result["Tolerance"] = result["Nominal"] = Json();
     return result;
 }
 
@@ -143,36 +141,36 @@ std::string isNumber(const std::string& text) {
 
 } // namespace
 
-void addOffset(CLI::App& program, Command& chosen) {
+void addOffset(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("offset", "Compose a tolerance of a fixed part and a percent of the reading");
-    command->add_option("--mode", options->mode, "Nominal or reading value")
-        ->option_text("VALUE")
-        ->check(isNumber)
-        ->required();
-    command->add_option("--unit", options->unit, "Its units")->option_text("UNIT");
-    command->add_option("--fixed", options->fixed, "Fixed part, in tolerance units")
-        ->option_text("VALUE")
-        ->check(isNumber);
-    command->add_option("--percent", options->percent, "Part in percent of the reading")
-        ->option_text("VALUE")
-        ->check(isNumber);
-    command->add_option("--tolerance-unit", options->toleranceUnit, "Tolerance units, if they are others")
-        ->option_text("UNIT");
-    command->add_option("--area", options->area, "Measurement area of the units; needed where they differ")
-        ->option_text("AREA");
-    command->add_option("--for", options->parameter, "su (subject, the default) or mte (measuring parameter)")
-        ->option_text("PARAMETER")
-        ->check(CLI::IsMember({"su", "mte"}));
-    command->add_option("--file", options->database, "Units database to use instead of your own")
-        ->option_text("DATABASE");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] {
+    const Arguments command =
+        program.command("offset", "Compose a tolerance of a fixed part and a percent of the reading");
+    command.text("--mode", options->mode, "Nominal or reading value")
+        .shownAs("VALUE")
+        .check(isNumber)
+        .required();
+    command.text("--unit", options->unit, "Its units").shownAs("UNIT");
+    command.text("--fixed", options->fixed, "Fixed part, in tolerance units")
+        .shownAs("VALUE")
+        .check(isNumber);
+    command.text("--percent", options->percent, "Part in percent of the reading")
+        .shownAs("VALUE")
+        .check(isNumber);
+    command.text("--tolerance-unit", options->toleranceUnit, "Tolerance units, if they are others")
+        .shownAs("UNIT");
+    command.text("--area", options->area, "Measurement area of the units; needed where they differ")
+        .shownAs("AREA");
+    command.text("--for", options->parameter, "su (subject, the default) or mte (measuring parameter)")
+        .shownAs("PARAMETER")
+        .oneOf({"su", "mte"});
+    command.text("--file", options->database, "Units database to use instead of your own")
+        .shownAs("DATABASE");
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] {
         if (options->area.empty() && !options->toleranceUnit.empty() &&
             options->toleranceUnit != options->unit)
-            throw CLI::ValidationError("--area", "is needed where tolerance units differ from nominal units");
+            throw WrongUsage("--area: is needed where tolerance units differ from nominal units");
         chosen = [options] { return offset(*options); };
     });
 }

@@ -3,7 +3,6 @@
 #include "cli/Output.h"
 #include "persistence/AtomicFile.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <stdexcept>
 
@@ -19,25 +18,26 @@ std::string isPicture(const std::string& path) {
 
 } // namespace
 
-void PictureOutput::addTo(CLI::App& command, bool required, const char* sizeOption) {
-    command.add_option("-o,--output", path, "Picture to write: .png, .svg or .pdf")
-        ->option_text("PICTURE")
-        ->check(isPicture)
-        ->required(required);
+void PictureOutput::addTo(const Arguments& command, bool required, const char* sizeOption) {
+    command.text("-o,--output", path, "Picture to write: .png, .svg or .pdf")
+        .shownAs("PICTURE")
+        .check(isPicture)
+        .required(required);
     command
-        .add_option_function<std::string>(
+        .read(
             sizeOption,
-            [this, sizeOption](const std::string& text) {
+            [this](const std::string& text) -> std::string {
                 int used = 0;
                 const bool read =
                     std::sscanf(text.c_str(), "%5dx%5d%n", &size.width, &size.height, &used) == 2;
                 const auto fits = [](int side) { return side >= smallestSide && side <= largestPictureSide; };
-                if (!read || text[static_cast<std::size_t>(used)] != '\0' || !fits(size.width) ||
-                    !fits(size.height))
-                    throw CLI::ValidationError(sizeOption, "WIDTHxHEIGHT, 100 to 10000 each, as in 800x600");
+                if (read && text[static_cast<std::size_t>(used)] == '\0' && fits(size.width) &&
+                    fits(size.height))
+                    return {};
+                return "WIDTHxHEIGHT, 100 to 10000 each, as in 800x600";
             },
             "Size of the picture in pixels, 96 to the inch (800x600)")
-        ->option_text("WIDTHxHEIGHT");
+        .shownAs("WIDTHxHEIGHT");
 }
 
 int PictureOutput::write(const std::string& title, std::string& diagnostics,

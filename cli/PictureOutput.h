@@ -1,14 +1,11 @@
 // The options of a command that writes a picture, and the writing.
 #pragma once
 
+#include "cli/Arguments.h"
 #include "plots/files/PictureFile.h"
 
 #include <functional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace metrisk::cli {
 
@@ -17,7 +14,7 @@ struct PictureOutput {
     PictureSize size;
 
     /// Adds -o and the option of the picture's size. The command must keep this where it is.
-    void addTo(CLI::App& command, bool required, const char* sizeOption = "--size");
+    void addTo(const Arguments& command, bool required, const char* sizeOption = "--size");
 
     /// The exit status; why it could not be written goes to `diagnostics`.
     int write(const std::string& title, std::string& diagnostics,

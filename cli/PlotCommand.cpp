@@ -9,8 +9,6 @@
 #include "plots/PlotMessages.h"
 #include "shell/mainscreen/DataGate.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -91,21 +89,21 @@ std::string isZoom(const std::string& text) {
 
 } // namespace
 
-void addPlot(CLI::App& program, Command& chosen) {
+void addPlot(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("plot", "Draw a distribution of an analysis file");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
-    command->add_option("--kind", options->kind, "su (subject), mte (measuring) or error (total error)")
-        ->option_text("KIND")
-        ->check(CLI::IsMember({"su", "mte", "error"}))
-        ->required();
-    options->picture.addTo(*command, true);
-    command->add_option("--zoom", options->zoom, "Size of the curve: 25% to 400%, as in the window")
-        ->option_text("PERCENT")
-        ->check(isZoom);
-    command->add_flag("--offsets", options->offsets, "Label the limits by their distance from the centre");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return draw(*options); }; });
+    const Arguments command = program.command("plot", "Draw a distribution of an analysis file");
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("--kind", options->kind, "su (subject), mte (measuring) or error (total error)")
+        .shownAs("KIND")
+        .oneOf({"su", "mte", "error"})
+        .required();
+    options->picture.addTo(command, true);
+    command.text("--zoom", options->zoom, "Size of the curve: 25% to 400%, as in the window")
+        .shownAs("PERCENT")
+        .check(isZoom);
+    command.flag("--offsets", options->offsets, "Label the limits by their distance from the centre");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return draw(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -10,7 +10,6 @@
 #include "persistence/SettingsFile.h"
 #include "reliability/Reliability.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -110,7 +109,7 @@ std::string asJson(const std::string& model, const char* status, const Options& 
     Json object{{"Rel_Model", model},
                 {"status", status},
                 {"messages", messagesJson(messages)},
-                {"Rel_Theta", given(there, std::vector{a, b, c})},
+                {"Rel_Theta", given(there, Json::array({a, b, c}))},
                 {"Rel_BOP", given(there, bop)},
                 {"Rel_AOP", given(there, aop)},
                 {"Rel_EOP", given(there, eop)},
@@ -157,45 +156,44 @@ int reliability(const Options& options) {
 
 } // namespace
 
-void addReliability(CLI::App& program, Command& chosen) {
+void addReliability(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("reliability", "Solve a reliability model, or evaluate it");
+    const Arguments command = program.command("reliability", "Solve a reliability model, or evaluate it");
     command
-        ->add_option(
-            "--model", options->model,
-            "exponential, mixed-exponential, weibull, gamma, mortality-drift, warranty, random-walk or "
-            "restricted-random-walk")
-        ->option_text("MODEL")
-        ->required()
-        ->check(isModel);
-    const auto number = [command](const char* name, auto& value, const char* text, const char* unit,
-                                  std::string (*check)(const std::string&) = isNumber) {
-        return command->add_option(name, value, text)->option_text(unit)->check(check);
+        .text("--model", options->model,
+              "exponential, mixed-exponential, weibull, gamma, mortality-drift, warranty, random-walk or "
+              "restricted-random-walk")
+        .shownAs("MODEL")
+        .required()
+        .check(isModel);
+    const auto number = [&command](const char* name, auto& value, const char* text, const char* unit,
+                                   std::string (*check)(const std::string&) = isNumber) {
+        return command.number(name, value, text).shownAs(unit).check(check);
     };
     number("--interval", options->interval, "Length of the period, in any unit", "TIME", isInterval)
-        ->required();
-    CLI::Option* bop = number("--bop", options->pct.bop, "% in-tolerance at its beginning", "PERCENT");
-    CLI::Option* aop =
+        .required();
+    const Argument bop = number("--bop", options->pct.bop, "% in-tolerance at its beginning", "PERCENT");
+    const Argument aop =
         number("--aop", options->pct.aop,
                "Mean % in-tolerance over it, where the model needs it to be solved", "PERCENT");
-    CLI::Option* eop = number("--eop", options->pct.eop, "% in-tolerance at its end", "PERCENT");
-    CLI::Option* a = number("--a", options->theta.a, "Coefficient a", "NUMBER");
-    CLI::Option* b = number("--b", options->theta.b, "Coefficient b", "NUMBER");
-    CLI::Option* c = number("--c", options->theta.c, "Coefficient c", "NUMBER");
-    for (CLI::Option* probability : {bop, aop, eop})
-        for (CLI::Option* coefficient : {a, b, c}) probability->excludes(coefficient);
+    const Argument eop = number("--eop", options->pct.eop, "% in-tolerance at its end", "PERCENT");
+    const Argument a = number("--a", options->theta.a, "Coefficient a", "NUMBER");
+    const Argument b = number("--b", options->theta.b, "Coefficient b", "NUMBER");
+    const Argument c = number("--c", options->theta.c, "Coefficient c", "NUMBER");
+    for (const Argument& probability : {bop, aop, eop})
+        for (const Argument& coefficient : {a, b, c}) probability.excludes(coefficient);
     number("--at-time", options->atTime, "Also tell the reliability at this time", "TIME", isTime);
     number("--at-reliability", options->atPct, "Also tell the time at which this is reached", "PERCENT");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    command->callback([=, &chosen] {
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.then([=, &chosen] {
         const ReliabilityModel& model = *modelNamed(options->model);
-        options->fromCoefficients = *a || *b || *c;
-        const auto need = [](const CLI::Option* option, bool needed) {
-            if (needed && !*option) throw CLI::RequiredError(option->get_name());
+        options->fromCoefficients = a.given() || b.given() || c.given();
+        const auto need = [](const Argument& option, const char* name, bool needed) {
+            if (needed && !option.given()) throw WrongUsage(std::string(name) + " is required");
         };
-        need(eop, !options->fromCoefficients);
-        need(bop, !options->fromCoefficients && model.takesBOP);
-        need(aop, !options->fromCoefficients && model.needsAOP);
+        need(eop, "--eop", !options->fromCoefficients);
+        need(bop, "--bop", !options->fromCoefficients && model.takesBOP);
+        need(aop, "--aop", !options->fromCoefficients && model.needsAOP);
         chosen = [options] { return reliability(*options); };
     });
 }

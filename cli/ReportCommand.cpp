@@ -9,7 +9,6 @@
 #include "reports/files/CairoPress.h"
 #include "shell/mainscreen/DataGate.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 namespace metrisk::cli {
@@ -76,28 +75,28 @@ int reportAll(Options& options) {
 
 } // namespace
 
-void addReport(CLI::App& program, Command& chosen) {
+void addReport(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("report", "Write reports of analysis files as PDF, Rich Text or HTML");
-    options->targets.addTo(*command, "OUT.pdf|doc|htm");
-    command->add_option("--format", options->format, "With --out-dir: pdf (the default), doc or htm")
-        ->option_text("FORMAT")
-        ->check(CLI::IsMember({"pdf", "doc", "htm"}));
+    const Arguments command =
+        program.command("report", "Write reports of analysis files as PDF, Rich Text or HTML");
+    options->targets.addTo(command, "OUT.pdf|doc|htm");
+    command.text("--format", options->format, "With --out-dir: pdf (the default), doc or htm")
+        .shownAs("FORMAT")
+        .oneOf({"pdf", "doc", "htm"});
     command
-        ->add_option("--sections", options->sections,
-                     "Any of risk (the default), plots, uncertainty, error, with commas between")
-        ->option_text("LIST")
-        ->delimiter(',')
-        ->check(CLI::IsMember({"risk", "plots", "uncertainty", "error"}));
-    command->add_option("--font", options->font, "Font family of the texts")->option_text("NAME");
-    command->add_option("--organization", options->organization, "Organization at the head of the report")
-        ->option_text("NAME");
-    command->add_option("--paper", options->paper, "letter (the default) or a4")
-        ->option_text("SIZE")
-        ->check(CLI::IsMember({"letter", "a4"}));
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return reportAll(*options); }; });
+        .texts("--sections", options->sections,
+               "Any of risk (the default), plots, uncertainty, error, with commas between")
+        .shownAs("LIST")
+        .separatedBy(',')
+        .oneOf({"risk", "plots", "uncertainty", "error"});
+    command.text("--font", options->font, "Font family of the texts").shownAs("NAME");
+    command.text("--organization", options->organization, "Organization at the head of the report")
+        .shownAs("NAME");
+    command.text("--paper", options->paper, "letter (the default) or a4")
+        .shownAs("SIZE")
+        .oneOf({"letter", "a4"});
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return reportAll(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -5,8 +5,6 @@
 #include "model/AnalysisFields.h"
 #include "model/NumberText.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -49,9 +47,7 @@ std::string lines(const std::string& name, const Value& value) {
 
 std::string asJson(const Analysis& record) {
     Json fields;
-    visitFields(record, [&](std::string_view name, const auto& value) {
-        fields.emplace(std::string(name), fieldJson(value));
-    });
+    visitFields(record, [&](std::string_view name, const auto& value) { fields[name] = fieldJson(value); });
     return jsonLine(fields);
 }
 
@@ -76,13 +72,13 @@ int show(const Options& options) {
 
 } // namespace
 
-void addShow(CLI::App& program, Command& chosen) {
+void addShow(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("show", "Print every field of an analysis by name");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return show(*options); }; });
+    const Arguments command = program.command("show", "Print every field of an analysis by name");
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return show(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -4,8 +4,6 @@
 #include "cli/Commands.h"
 #include "persistence/Summary.h"
 
-#include <CLI/CLI.hpp>
-
 namespace metrisk::cli {
 
 namespace {
@@ -32,14 +30,14 @@ int summariseAll(const Options& options) {
 
 } // namespace
 
-void addSummary(CLI::App& program, Command& chosen) {
+void addSummary(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("summary", "Write an analysis and its results as a table for a spreadsheet");
+    const Arguments command =
+        program.command("summary", "Write an analysis and its results as a table for a spreadsheet");
     options->targets.end = ".sum";
-    options->targets.addTo(*command, "OUT.sum");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return summariseAll(*options); }; });
+    options->targets.addTo(command, "OUT.sum");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return summariseAll(*options); }; });
 }
 
 } // namespace metrisk::cli

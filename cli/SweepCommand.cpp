@@ -10,7 +10,6 @@
 #include "model/NumberText.h"
 #include "risk/sweeps/RiskChart.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 
@@ -182,32 +181,31 @@ int run(const Options& options) {
 
 } // namespace
 
-void addSweep(CLI::App& program, Command& chosen) {
+void addSweep(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command =
-        program.add_subcommand("sweep", "Compute the risks of an analysis file over a range of one quantity");
+    const Arguments command =
+        program.command("sweep", "Compute the risks of an analysis file over a range of one quantity");
     std::vector<std::string> names;
     for (const Over& each : quantities) names.emplace_back(each.name);
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
     command
-        ->add_option(
-            "--over", options->over,
-            "guardband (multiplier), k (k-factor), su-pct or mte-pct (% in-tolerance), ratio (accuracy "
-            "ratio of the baseline)")
-        ->option_text("QUANTITY")
-        ->check(CLI::IsMember(names))
-        ->required();
-    command->add_option("--from", options->from, "Least value")->option_text("NUMBER")->required();
-    command->add_option("--to", options->to, "Greatest value")->option_text("NUMBER")->required();
-    command->add_option("--points", options->points, "Number of points, 2 to 1000000 (31)")
-        ->option_text("COUNT")
-        ->check(CLI::Range(std::size_t{2}, mostPoints));
-    auto* csv = command->add_flag("--csv", options->csv, "Print values separated by commas instead of text");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text")->excludes(csv);
-    options->picture.addTo(*command, false);
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] {
-        if (const std::string fault = rangeFault(*options); !fault.empty()) throw CLI::ValidationError(fault);
+        .text("--over", options->over,
+              "guardband (multiplier), k (k-factor), su-pct or mte-pct (% in-tolerance), ratio (accuracy "
+              "ratio of the baseline)")
+        .shownAs("QUANTITY")
+        .oneOf(names)
+        .required();
+    command.number("--from", options->from, "Least value").shownAs("NUMBER").required();
+    command.number("--to", options->to, "Greatest value").shownAs("NUMBER").required();
+    command.count("--points", options->points, "Number of points, 2 to 1000000 (31)", 2, mostPoints)
+        .shownAs("COUNT");
+    const Argument csv =
+        command.flag("--csv", options->csv, "Print values separated by commas instead of text");
+    command.flag("--json", options->json, "Print one JSON object instead of text").excludes(csv);
+    options->picture.addTo(command, false);
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] {
+        if (const std::string fault = rangeFault(*options); !fault.empty()) throw WrongUsage(fault);
         chosen = [options] { return run(*options); };
     });
 }

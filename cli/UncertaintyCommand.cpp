@@ -15,7 +15,6 @@
 #include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
 
-#include <CLI/CLI.hpp>
 #include <fstream>
 #include <iterator>
 
@@ -118,12 +117,24 @@ Json tableJson(const Analysis& r, const Regional& regional, const Totals& totals
     return table;
 }
 
-Json correlationsJson(const Analysis& r) {
-    Json pairs = Json::array();
+struct Correlation {
+    int first, second; // rows of the error table
+    double rho;
+};
+
+std::vector<Correlation> correlationsOf(const Analysis& r) {
+    std::vector<Correlation> pairs;
     for (int i = 0; i < errorRowCount; ++i)
         for (int j = i + 1; j < errorRowCount; ++j)
             if (const double rho = r.CorrelationMatrix[correlationIndex(i)][correlationIndex(j)]; rho != 0)
                 pairs.push_back({i, j, rho});
+    return pairs;
+}
+
+Json correlationsJson(const Analysis& r) {
+    Json pairs = Json::array();
+    for (const auto& [first, second, rho] : correlationsOf(r))
+        pairs.push_back(Json::array({first, second, rho}));
     return pairs;
 }
 
@@ -241,10 +252,10 @@ std::string asTable(const std::string& file, const char* status, const AnalysisR
     text += tableRow("Total uncertainty", total(totals->total, totals->totalDecimals, r.Total_DegFreedom));
     if (totals->contradictory) text += tableRow("Correlations", "contradict each other");
     text += tableRow("Included in the risks", r.IncludeUncertainty ? "yes" : "no");
-    for (const auto& pair : correlationsJson(r))
-        text += tableRow("Correlation", forResults(readErrorTableRow(r, pair[0], regional).name) + ", " +
-                                            forResults(readErrorTableRow(r, pair[1], regional).name) + ": " +
-                                            GeneralText(pair[2], regional));
+    for (const auto& [first, second, rho] : correlationsOf(r))
+        text += tableRow("Correlation", forResults(readErrorTableRow(r, first, regional).name) + ", " +
+                                            forResults(readErrorTableRow(r, second, regional).name) + ": " +
+                                            GeneralText(rho, regional));
     for (int slot = 1; slot <= 2; ++slot) {
         if (r.Stat_SampleSize[slot] == 0) continue;
         const bool deviations = areDeviations(r, slot);
@@ -278,26 +289,26 @@ int uncertainty(const Options& options) {
 
 } // namespace
 
-void addUncertainty(CLI::App& program, Command& chosen) {
+void addUncertainty(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand(
+    const Arguments command = program.command(
         "uncertainty", "Print uncertainty budget, samples and bias analysis of an analysis file");
-    command->add_option("FILE", options->file, "Analysis file")->option_text(" ")->required();
-    auto* samples =
-        command->add_option("--samples", options->samples, "Take a sample from the lines of a text file")
-            ->option_text("mte=FILE|su=FILE")
-            ->allow_extra_args(false)
-            ->check(isSource);
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    const Argument samples =
+        command.texts("--samples", options->samples, "Take a sample from the lines of a text file")
+            .shownAs("mte=FILE|su=FILE")
+            .oneEach()
+            .check(isSource);
     command
-        ->add_flag("--deviations", options->deviations,
-                   "With --samples: deviations from the mode instead of measured values")
-        ->needs(samples);
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    command->add_flag("--save", options->save, "With --samples: write sample and totals back to the file")
-        ->needs(samples);
-    command->add_flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
-    addSettingsOption(*command, options->settings);
-    command->callback([options, &chosen] { chosen = [options] { return uncertainty(*options); }; });
+        .flag("--deviations", options->deviations,
+              "With --samples: deviations from the mode instead of measured values")
+        .needs(samples);
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.flag("--save", options->save, "With --samples: write sample and totals back to the file")
+        .needs(samples);
+    command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
+    addSettingsOption(command, options->settings);
+    command.then([options, &chosen] { chosen = [options] { return uncertainty(*options); }; });
 }
 
 } // namespace metrisk::cli

@@ -9,7 +9,6 @@
 #include "units/UnitsDatabase.h"
 #include "units/UnitsTable.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 
 namespace metrisk::cli {
@@ -191,41 +190,41 @@ std::string unitsDatabaseOf(const Workplace& workplace) {
     return sampleUnitsOf(fs::read_symlink("/proc/self/exe", none).parent_path().string());
 }
 
-void addUnits(CLI::App& program, Command& chosen) {
+void addUnits(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* units =
-        program.add_subcommand("units", "Show, check, convert, import or export a units database");
-    units->require_subcommand(1);
+    const Arguments units =
+        program.command("units", "Show, check, convert, import or export a units database");
+    units.needsCommand();
     const auto add = [&](const char* name, const char* about, int (*work)(const Options&)) {
-        CLI::App* command = units->add_subcommand(name, about);
-        command->callback([options, work, &chosen] { chosen = [options, work] { return work(*options); }; });
+        const Arguments command = units.command(name, about);
+        command.then([options, work, &chosen] { chosen = [options, work] { return work(*options); }; });
         return command;
     };
-    const auto addChoice = [&](CLI::App* command) {
-        command->add_option("AREA", options->area, "Only this measurement area")->option_text(" ");
-        command->add_option("--file", options->file, "Units database to use instead of your own")
-            ->option_text("DATABASE");
-        addSettingsOption(*command, options->settings);
+    const auto addChoice = [&](const Arguments& command) {
+        command.text("AREA", options->area, "Only this measurement area").shownAs(" ");
+        command.text("--file", options->file, "Units database to use instead of your own")
+            .shownAs("DATABASE");
+        addSettingsOption(command, options->settings);
     };
-    const auto addFile = [&](CLI::App* command, const char* about) {
-        command->add_option("DATABASE", options->file, about)->option_text(" ")->required();
+    const auto addFile = [&](const Arguments& command, const char* about) {
+        command.text("DATABASE", options->file, about).shownAs(" ").required();
     };
-    const auto addOther = [&](CLI::App* command, const char* name, const char* about) {
-        command->add_option(name, options->other, about)->option_text(" ")->required();
+    const auto addOther = [&](const Arguments& command, const char* name, const char* about) {
+        command.text(name, options->other, about).shownAs(" ").required();
     };
-    CLI::App* lister = add("list", "List the measurement areas, or the units of one", list);
+    const Arguments lister = add("list", "List the measurement areas, or the units of one", list);
     addChoice(lister);
-    lister->add_flag("--json", options->json, "Print one JSON object instead of text");
+    lister.flag("--json", options->json, "Print one JSON object instead of text");
     addFile(add("check", "Tell whether a file is a units database", check), "File to check");
-    CLI::App* converter =
+    const Arguments converter =
         add("convert", "Copy a database, also that of another program, into our own form", convert);
     addFile(converter, "Database to read");
     addOther(converter, "OUT", "Database to write");
-    converter->add_flag("--force", options->force, "Replace an existing file");
-    CLI::App* importer = add("import", "Add the units of a table, or change them to it", import);
+    converter.flag("--force", options->force, "Replace an existing file");
+    const Arguments importer = add("import", "Add the units of a table, or change them to it", import);
     addFile(importer, "Database to change; made if there is none");
     addOther(importer, "TABLE", "File of comma-separated area, unit, multiplier, group, description");
-    importer->add_flag("--replace", options->replace, "Remove what is not in the table");
+    importer.flag("--replace", options->replace, "Remove what is not in the table");
     addChoice(add("export", "Print the units as such a table", exportTable));
 }
 

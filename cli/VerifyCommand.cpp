@@ -7,7 +7,6 @@
 #include "plots/files/PictureFile.h"
 #include "selfcheck/CheckPage.h"
 
-#include <CLI/CLI.hpp>
 #include <stdexcept>
 
 namespace metrisk::cli {
@@ -73,16 +72,14 @@ std::string isPage(const std::string& path) {
 
 } // namespace
 
-void addVerify(CLI::App& program, Command& chosen) {
+void addVerify(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("verify", "Check this program against published figures");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
-    command->add_option("-o,--output", options->page, "Write the page as PDF")
-        ->option_text("PAGE.pdf")
-        ->check(isPage);
-    command->add_option("--data", options->data, "Figures to check against instead of the program's own")
-        ->option_text("TABLE");
-    command->callback([options, &chosen] { chosen = [options] { return verify(*options); }; });
+    const Arguments command = program.command("verify", "Check this program against published figures");
+    command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.text("-o,--output", options->page, "Write the page as PDF").shownAs("PAGE.pdf").check(isPage);
+    command.text("--data", options->data, "Figures to check against instead of the program's own")
+        .shownAs("TABLE");
+    command.then([options, &chosen] { chosen = [options] { return verify(*options); }; });
 }
 
 } // namespace metrisk::cli
