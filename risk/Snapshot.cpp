@@ -1,6 +1,6 @@
 #include "risk/Snapshot.h"
 
-#include "model/NumberText.h"
+#include "model/SameNumber.h"
 #include "model/Session.h"
 
 #include <algorithm>
@@ -12,19 +12,21 @@ namespace metrisk {
 
 namespace {
 
-constexpr double sameUncertainty = 1e-13;
+/// Typed with an uncertainty, else what the process errors leave.
+bool freedomUnchanged(const Analysis& r) {
+    return r.MTE_EntryByUncertainty ? r.Last_MTEDegFreedom == r.MTE_DegFreedom
+                                    : sameDerived(r.Last_MTEDegFreedom, r.MTE_DegFreedom);
+}
 
-bool entriesUnchanged(const Session& session) {
-    const Analysis& r = session.record;
+bool entriesUnchanged(const Analysis& r) {
     return r.Last_Mode == r.SU_Mode && (r.OptSingleLower || r.Last_UpperLimit == r.SU_UpperLimit) &&
            (r.OptSingleUpper || r.Last_LowerLimit == r.SU_LowerLimit) && r.Last_PctInTol == r.SU_PctInTol &&
            (r.OptTwoSided || r.Last_PhysicalLimit == r.PhysicalLimit) && r.Last_MTEMode == r.MTE_Mode &&
            r.Last_MTEUpperLimit == r.MTE_UpperLimit && r.Last_MTEPctInTol == r.MTE_PctInTol &&
-           r.Last_MTEDegFreedom == r.MTE_DegFreedom &&
-           std::fabs(r.Last_MTEStdUncertainty - r.MTE_StdUncertainty) < sameUncertainty &&
-           GeneralText(r.Last_MTESigma, session.regional) == GeneralText(r.MTE_Sigma, session.regional) &&
-           r.Last_OptTwoSided == r.OptTwoSided && r.Last_OptSingleUpper == r.OptSingleUpper &&
-           r.Last_OptSingleLower == r.OptSingleLower && r.Last_PhysLimitRequired == r.PhysLimitRequired &&
+           freedomUnchanged(r) && sameDerived(r.Last_MTEStdUncertainty, r.MTE_StdUncertainty) &&
+           sameDerived(r.Last_MTESigma, r.MTE_Sigma) && r.Last_OptTwoSided == r.OptTwoSided &&
+           r.Last_OptSingleUpper == r.OptSingleUpper && r.Last_OptSingleLower == r.OptSingleLower &&
+           r.Last_PhysLimitRequired == r.PhysLimitRequired &&
            r.Last_IncludeUncertainty == r.IncludeUncertainty;
 }
 
@@ -44,14 +46,14 @@ int wholeNumber(double value) {
 void CompareWithSnapshot(Session& session) {
     Analysis& r = session.record;
     r.GuardbandsUnchanged = true;
-    r.NothingChanged = entriesUnchanged(session);
+    r.NothingChanged = entriesUnchanged(r);
     if (!r.NothingChanged) return;
     r.NothingChanged = r.IncludeGuardbands == r.Last_IncludeGuardbands;
     r.GuardbandsUnchanged = guardbandsUnchanged(r);
 }
 
 bool snapshotHolds(const Session& session) {
-    return entriesUnchanged(session) && guardbandsUnchanged(session.record);
+    return entriesUnchanged(session.record) && guardbandsUnchanged(session.record);
 }
 
 void CompareBaseline(Session& session) {

@@ -1,17 +1,11 @@
 #include "shell/mainscreen/SavedCopy.h"
 
-#include <cmath>
+#include "model/SameNumber.h"
 
 namespace metrisk {
 
-namespace {
-
-constexpr double sameUncertainty = 1e-14;
-
-} // namespace
-
 bool SavedCopy::differs(const Analysis& r) const {
-    return fields_.differ(r) || std::fabs(uncertainty_ - r.MTE_StdUncertainty) >= sameUncertainty;
+    return fields_.differ(r) || !sameDerived(uncertainty_, r.MTE_StdUncertainty);
 }
 
 } // namespace metrisk

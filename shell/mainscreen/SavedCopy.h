@@ -9,7 +9,7 @@ class SavedCopy {
   public:
     explicit SavedCopy(const Analysis& record) : fields_(record), uncertainty_(record.MTE_StdUncertainty) {}
 
-    /// The standard uncertainty, being derived, counts as changed only from 1e-14 on.
+    /// The standard uncertainty, being derived, is compared to rounding.
     bool differs(const Analysis& record) const;
 
   private:

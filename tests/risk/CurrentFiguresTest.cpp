@@ -100,5 +100,29 @@ TEST(CurrentFigures, AFileCarriesNoStaleOnes) {
               std::tuple(false, false, false));
 }
 
+/// What is derived is rounded by the file, in any unit.
+TEST(CurrentFigures, StandInUnitsOfAnySize) {
+    const TemporaryFolder folder;
+    for (const double unit : {1e-12, 1e-3, 1 / 25.4, 1e3, 1e9}) {
+        for (int i = 0; i < 20; ++i) {
+            SilentSession before;
+            enter(before.session.record, {.mode = 100 * unit,
+                                          .upperOffset = unit,
+                                          .lowerOffset = unit,
+                                          .pctInTol = 90,
+                                          .mteOffset = unit * (0.25 + 0.0137 * i),
+                                          .mtePctInTol = 90});
+            ComputeResults_Click(before.session);
+            ASSERT_TRUE(risksAreCurrent(before.session));
+            SilentSession after;
+            OpenAnalysis(after.session,
+                         folder.write("saved.mrk", AnalysisText(before.session.record)).string());
+            EXPECT_TRUE(risksAreCurrent(after.session)) << "unit " << unit << ", row " << i;
+            after.session.record.MTE_StdUncertainty *= 1 + 1e-11;
+            EXPECT_FALSE(risksAreCurrent(after.session)) << "unit " << unit << ", row " << i;
+        }
+    }
+}
+
 } // namespace
 } // namespace metrisk::testing

@@ -213,12 +213,13 @@ TEST(SavedCopy, ListsWhatCountsAsAChange) {
         {"process uncertainty", [](Analysis& r) { r.ProcessUncertainty = 1; }, true},
         {"symmetry", [](Analysis& r) { r.SymmetricTolerances = true; }, true},
         {"guardband", [](Analysis& r) { r.GB_LowerMult = 0.9; }, true},
-        {"std uncertainty below 1e-14", [](Analysis& r) { r.MTE_StdUncertainty = 9e-15; }, false},
-        {"std uncertainty of 1e-14", [](Analysis& r) { r.MTE_StdUncertainty = 1e-14; }, true},
+        {"std uncertainty, last digit", [](Analysis& r) { r.MTE_StdUncertainty *= 1 + 1e-15; }, false},
+        {"small std uncertainty", [](Analysis& r) { r.MTE_StdUncertainty *= 1 + 1e-11; }, true},
         {"results", [](Analysis& r) { r.FalseAcceptRisk = 1; }, false},
     };
     for (const Case& c : cases) {
         Shown shown;
+        shown.record.MTE_StdUncertainty = 2e-15;
         MainScreen main(shown.session);
         c.change(shown.record);
         main.DetectChanges();
