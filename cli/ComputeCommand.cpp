@@ -11,6 +11,7 @@
 #include "risk/BaselineRisks.h"
 #include "risk/ComputePipeline.h"
 #include "risk/EquivalentRatio.h"
+#include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 
 #include <algorithm>
@@ -42,7 +43,8 @@ struct Figures {
     double baselineFalseAccept = noFigure;
     double baselineFalseReject = noFigure;
     Verified verified{};                // the second figures
-    std::optional<double> exactRatio{}; // where it is shown otherwise
+    std::optional<double> exactRatio{}; // of the ratio searched; none if there is none
+    std::string ratioRemark{};          // where the two are shown otherwise
     bool subjectFitted = false;
     bool measuringFitted = false;
 };
@@ -103,9 +105,9 @@ void verify(const Analysis& r, Figures& figures) {
     if (std::isnan(figures.falseAccept)) figures.verified.falseAccept = figures.verified.falseReject = {};
     if (std::isnan(figures.baselineFalseAccept))
         figures.verified.baselineFalseAccept = figures.verified.baselineFalseReject = {};
-    if (std::isnan(figures.falseAccept) || !r.ComputeEqRatio || !ratioAttained(r.EqAccRat)) return;
-    const auto ratio = exactRatio(r, figures.verified);
-    if (ratio && ratioNumber(*ratio) != ratioNumber(r.EqAccRat)) figures.exactRatio = ratio;
+    if (std::isnan(figures.falseAccept) || !r.ComputeEqRatio || !figures.verified.falseReject) return;
+    figures.exactRatio = exactRatio(r, figures.verified);
+    figures.ratioRemark = exactRatioRemark(r.EqAccRat, ratioNumber(r.EqAccRat), figures.exactRatio, {});
 }
 
 Json figureJson(const std::optional<VerifiedFigure>& figure) {
@@ -190,8 +192,7 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
         table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture)) +
                  remark(v.falseReject, riskPicture);
         table += tableRow("Equivalent accuracy ratio", ratioFound ? ratioText(r, regional) : "not computed");
-        if (figures.exactRatio)
-            table += tableRow("", "Exact integration gives " + ratioNumber(*figures.exactRatio) + " : 1.");
+        if (!figures.ratioRemark.empty()) table += tableRow("", figures.ratioRemark);
     }
     table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture)) +
              remark(v.baselineFalseAccept, baselinePicture);

@@ -7,6 +7,7 @@
 #include "model/RiskText.h"
 #include "numerics/Real.h"
 #include "risk/BaselineRisks.h"
+#include "risk/exact/ExactRatio.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,33 +60,10 @@ Verified verifyRisks(const Analysis& r) {
 }
 
 std::optional<double> exactRatio(const Analysis& r, const Verified& verified) {
-    const auto& key = r.EqRatioOnFalseAccept ? verified.falseAccept : verified.falseReject;
-    if (!key || !(key->exact.value > 0) || !(r.EqAccRat > 0)) return {};
-    /// How far the risk at a ratio is from the wanted one, in logarithms.
-    const auto excess = [&](double logRatio) -> std::optional<double> {
-        const auto risks =
-            exactBaseline(std::exp(logRatio), r.Base_SUPctInTol / 100, r.Base_MTEPctInTol / 100);
-        if (!risks) return {};
-        const double risk = r.EqRatioOnFalseAccept ? risks->falseAccept(r.FalseAcceptOption).value
-                                                   : risks->falseReject().value;
-        return risk > 0 ? std::optional(std::log(risk / key->exact.value)) : std::nullopt;
-    };
-    constexpr double near = 1e-9;
-    constexpr double longestStep = 0.7;
-    double before = std::log(r.EqAccRat);
-    double at = before + 1e-3;
-    auto last = excess(before);
-    for (int pass = 0; pass < 30 && last; ++pass) {
-        if (*last == 0) return std::exp(before);
-        const auto now = excess(at);
-        if (!now || *now == *last) break;
-        const double step = std::clamp(-*now * (at - before) / (*now - *last), -longestStep, longestStep);
-        before = at;
-        last = now;
-        at += step;
-        if (std::fabs(step) < near) return std::exp(at);
-    }
-    return {};
+    const RatioQuestion question = ratioQuestion(r);
+    const auto& key = question.onFalseAccept ? verified.falseAccept : verified.falseReject;
+    if (!key) return {};
+    return exactRatio(question, key->exact.value, r.EqAccRat);
 }
 
 int agreeingDigits(const VerifiedFigure& figure) {
@@ -112,6 +90,8 @@ std::string exactRemark(const std::optional<VerifiedFigure>& figure, RiskPicture
     };
     if (shownText(figure->published) == shownText(figure->exact.value)) return "";
     const ShownRisk exact = shownRisk(figure->exact.value);
+    constexpr double leastTold = 1e-6; // of a ppm; a picture holds no more decimals
+    if (exact.units == ppmUnits && exact.value < leastTold) return "Exact integration gives < 1 ppm.";
     const char* least = exact.units == ppmUnits ? "##0.00" : "##0.0000";
     return "Exact integration gives " +
            FormatNumber(exact.value, WidenPicture(exact.value, least), regional) + " " + exact.units + ".";

@@ -30,8 +30,8 @@ Verified verifyRisks(const Analysis& record);
 Verified verifyRisks(const Analysis& record, const Risks& published, AcceptanceRange range);
 Verified verifyBaseline(double ratio, double subjectInTol, double measuringInTol, int falseAcceptOption);
 
-/// The accuracy ratio at which the baseline has the second figure of the risk that the search keys on, sought
-/// from the published ratio. None if there is no such ratio near.
+/// The accuracy ratio at which the baseline has the second figure of the risk that the search keys on: of
+/// two, that nearer to the record's. None if there is none, whatever the search has found.
 std::optional<double> exactRatio(const Analysis& record, const Verified& verified);
 
 /// Significant digits in which the two agree, 0 to 15; 15 if both are 0.

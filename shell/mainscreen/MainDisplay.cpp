@@ -8,6 +8,7 @@
 #include "risk/CurrentFigures.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"
+#include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 #include "shell/mainscreen/LimitRows.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -142,12 +143,9 @@ void showSecondFigures(MainScreen& screen, const Session& session) {
     setRemark(screen.RejectRisk, screen.Lbl_ExactReject,
               exactRemark(verified.falseReject, riskPicture, regional));
     std::string ratioRemark;
-    if (ratioIsCurrent(session) && ratioAttained(r.EqAccRat))
-        if (const auto ratio = exactRatio(r, verified)) {
-            const std::string exact = FormatNumber(*ratio, ratioPicture, regional);
-            if (exact != screen.AccRatEquivalent1Box.text)
-                ratioRemark = "Exact integration gives " + exact + " : 1.";
-        }
+    if (ratioIsCurrent(session) && verified.falseReject)
+        ratioRemark =
+            exactRatioRemark(r.EqAccRat, screen.AccRatEquivalent1Box.text, exactRatio(r, verified), regional);
     setRemark(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, ratioRemark);
     const auto mainPicture = [](std::string_view units) -> std::string {
         return units == ppmUnits ? "##0.0" : "##0.0000";

@@ -5,6 +5,7 @@
 #include "numerics/Real.h"
 #include "risk/SubjectFit.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
@@ -276,21 +277,45 @@ TEST(Verified, TellsWhereTheFiguresPart) {
     EXPECT_EQ(agreeingDigits({0, {0, 0}}), 15);
 }
 
-TEST(Verified, TheExactRatioGivesTheExactRisk) {
-    TestSession test;
-    enter(test.record, twoSided(0.5, 0.5, 97));
-    ValidateAndFit(test.session);
-    const Verified verified = verifyRisks(test.record, {0.01, 0.01}, {-0.5, 0.5});
-    test.record.EqAccRat = 6;
-    for (const bool onAccept : {true, false}) {
-        test.record.EqRatioOnFalseAccept = onAccept;
-        const auto ratio = exactRatio(test.record, verified);
-        ASSERT_TRUE(ratio);
-        const auto risks = exactBaseline(*ratio, 0.72, 0.85);
-        const double found = onAccept ? risks->falseAccept(0).value : risks->falseReject().value;
-        const auto& wanted = onAccept ? verified.falseAccept : verified.falseReject;
-        EXPECT_NEAR(found / wanted->exact.value, 1, 1e-8);
-    }
+/// Against a dense scan of the reference case, which knows nothing of falling and peaked curves.
+TEST(ExactRatio, IsFoundWhereThereIsOneAndOnlyThere) {
+    constexpr int steps = 1200;
+    const auto ratioAt = [](int i) { return 0.01 * std::pow(1e6, double(i) / steps); };
+    int found = 0, none = 0, two = 0;
+    for (const double subject : {0.05, 0.4, 0.72, 0.95, 0.9999})
+        for (const double measuring : {0.1, 0.5, 0.85, 0.99})
+            for (const auto& [onAccept, option] : {std::pair{true, 0}, {true, 1}, {false, 0}}) {
+                const RatioQuestion question{subject, measuring, onAccept, option};
+                const auto riskAt = [&](double ratio) {
+                    const auto risks = exactBaseline(ratio, subject, measuring);
+                    return onAccept ? risks->falseAccept(option).value : risks->falseReject().value;
+                };
+                std::vector<double> scan;
+                for (int i = 0; i <= steps; ++i) scan.push_back(riskAt(ratioAt(i)));
+                for (const double risk : {0.6, 0.1, 0.02, 1e-3, 1e-6, 1e-12}) {
+                    std::vector<double> roots;
+                    for (int i = 0; i < steps; ++i)
+                        if ((scan[std::size_t(i)] < risk) != (scan[std::size_t(i) + 1] < risk))
+                            roots.push_back(ratioAt(i));
+                    const auto ratio = exactRatio(question, risk);
+                    const std::string what = std::to_string(subject) + " " + std::to_string(measuring) + " " +
+                                             std::to_string(onAccept) + std::to_string(option) + " " +
+                                             std::to_string(risk);
+                    ASSERT_EQ(ratio.has_value(), !roots.empty()) << what;
+                    roots.empty() ? ++none : ++found;
+                    if (!ratio) continue;
+                    EXPECT_NEAR(riskAt(*ratio) / risk, 1, 1e-10) << what;
+                    EXPECT_NEAR(*ratio / roots.back(), 1, 0.02) << what << ": of two the greater";
+                    if (roots.size() < 2) continue;
+                    ++two;
+                    EXPECT_NEAR(*exactRatio(question, risk, roots.front()) / roots.front(), 1, 0.02) << what;
+                }
+            }
+    EXPECT_TRUE(found > 100 && none > 50 && two > 20) << found << " " << none << " " << two;
+    EXPECT_EQ(exactRatioRemark(0, "0.00", 4.0, {}), "Exact integration gives 4.00 : 1.");
+    EXPECT_EQ(exactRatioRemark(2.5, "2.50", std::nullopt, {}), "Exact integration gives no such ratio.");
+    EXPECT_EQ(exactRatioRemark(2.5, "2.50", 2.501, {}), "");
+    EXPECT_EQ(exactRatioRemark(0, "0.00", std::nullopt, {}), "");
 }
 
 } // namespace
