@@ -1,27 +1,23 @@
 // Replaces a file as a whole: a write that fails half way leaves the old file as it was.
 #pragma once
 
+#include "persistence/TemporaryFile.h"
+
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace metrisk {
 
-/// Asked before every operation on the disk that can fail; false lets that operation fail.
-using DiskProbe = std::function<bool()>;
+/// Writes the content to a temporary file beside `path` (see there) which becomes it as a whole. The error
+/// tells why it did not; the old file is untouched then and nothing is left behind.
+std::error_code writeFile(const std::filesystem::path& path, std::string_view content,
+                          Existing existing = Existing::Replace, const DiskProbe& probe = {});
 
-/// Writes the content to a new file beside `path` and renames it onto `path`. Follows a symbolic
-/// link, keeps the permissions and, as far as the system allows, the owner and group of an existing
-/// file, and refuses to replace one that may not be written or is no regular file. On false the old file
-/// is untouched and nothing is left behind. The first write into a folder removes the temporary files
-/// that killed processes have left there.
+/// The same where nobody asks why.
 bool replaceFile(const std::filesystem::path& path, std::string_view content, const DiskProbe& probe = {});
-
-/// From now on a signal that ends the process removes its temporary files first. For programs without a
-/// handling of signals of their own.
-void removeTemporariesOnSignals();
 
 /// The first `most` bytes of a regular file, or all of a smaller one; nothing if it cannot be read.
 std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t most);
