@@ -1,12 +1,16 @@
 #include "cli/AnalysisRun.h"
 
+#include "model/FlagGuard.h"
 #include "model/Message.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
 #include "risk/CurrentFigures.h"
+#include "risk/ValidateAndFit.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <span>
 
 namespace metrisk::cli {
 
@@ -15,6 +19,7 @@ namespace {
 /// The window says so in its status line.
 constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon::Information};
 
+constexpr const char* notComputedTitle = "Not Computed";
 constexpr const char* notSavedTitle = "Not Saved";
 
 } // namespace
@@ -47,6 +52,28 @@ bool AnalysisRun::save(const std::string& path) {
 
 std::string AnalysisRun::diagnostics(const std::string& name) const {
     return diagnosticLines(name, ui.messages()) + notes_;
+}
+
+bool fitBoth(AnalysisRun& run) {
+    return withReason(run, "no fit", [&] {
+        run.record.ComputeScope = "Both";
+        run.record.ComputeNeeded = true;
+        ValidateAndFit(run.session);
+        return !run.record.AbortFlag;
+    });
+}
+
+bool withReason(AnalysisRun& run, const char* what, const std::function<bool()>& work) {
+    const std::size_t told = run.ui.messages().size();
+    const FlagGuard speaking(run.record.Computing);
+    if (work()) return true;
+    // A question is no reason.
+    const auto news = std::span(run.ui.messages()).subspan(told);
+    if (std::ranges::any_of(news, [](const Told& message) { return !message.asked; })) return false;
+    const std::string& fault = run.record.SilentFault;
+    tell(run.ui, {std::string("These entries lead to ") + what + (fault.empty() ? "." : " (" + fault + ")."),
+                  notComputedTitle});
+    return false;
 }
 
 bool saveResults(AnalysisRun& run, const std::string& file, bool force) {

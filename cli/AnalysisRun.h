@@ -6,6 +6,7 @@
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
 
+#include <functional>
 #include <string>
 
 namespace metrisk::cli {
@@ -42,6 +43,13 @@ class AnalysisRun {
     const Workplace& workplace_;
     std::string notes_; // what the boxes do not tell
 };
+
+/// Validates and fits both parameters; false when that was refused, and why has been told.
+bool fitBoth(AnalysisRun& run);
+
+/// Runs what may refuse an analysis, with the messages of a compute. If it refuses without a word, as some
+/// faults do in the window, whose user sees that there are no figures, "These entries lead to WHAT." is told.
+bool withReason(AnalysisRun& run, const char* what, const std::function<bool()>& work);
 
 /// Writes to the file that was read, or beside it under the extension of today; an existing file of that name
 /// is replaced only with `force`. False if it did not.

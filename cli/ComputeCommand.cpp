@@ -14,17 +14,12 @@
 #include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 
-#include <algorithm>
 #include <cmath>
 #include <exception>
-#include <filesystem>
-#include <span>
 
 namespace metrisk::cli {
 
 namespace {
-
-constexpr const char* notComputedTitle = "Not Computed";
 
 struct Options {
     std::vector<std::string> files;
@@ -57,29 +52,20 @@ const char* statusWord(int status) {
     return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
 }
 
-/// Some faults end silently in the window, whose user sees that there are no figures. What the load told
-/// is no reason, nor is a question.
-bool reasonGiven(std::span<const Told> messages) {
-    return std::ranges::any_of(messages, [](const Told& message) { return !message.asked; });
-}
-
 /// Computes afresh, whatever the file holds of earlier computes; false when the analysis is refused.
 bool compute(AnalysisRun& run, Figures& figures) {
     Analysis& r = run.record;
-    const std::size_t told = run.ui.messages().size();
     r.RisksNeedCompute = true;
     r.RisksComputed = false;
     r.SubjectFitValid = false;
     r.MTE_Sigma = 0;
-    ComputeResults_Click(run.session);
+    const bool computed = withReason(run, "no finite risk", [&] {
+        ComputeResults_Click(run.session);
+        return static_cast<bool>(r.RisksComputed);
+    });
     figures.subjectFitted = r.SubjectFitValid;
     figures.measuringFitted = r.MTE_Sigma > 0;
-    if (!r.RisksComputed) {
-        const std::string fault = r.SilentFault.empty() ? "" : " (" + r.SilentFault + ")";
-        if (!reasonGiven(std::span(run.ui.messages()).subspan(told)))
-            tell(run.ui, {"These entries lead to no finite risk" + fault + ".", notComputedTitle});
-        return false;
-    }
+    if (!computed) return false;
     figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
     figures.falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
     return true;

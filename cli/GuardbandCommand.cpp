@@ -6,7 +6,6 @@
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
 #include "risk/ComputeSteps.h"
-#include "risk/ValidateAndFit.h"
 #include "risk/guardband/ComputeGuardbands.h"
 
 #include <charconv>
@@ -56,10 +55,7 @@ void takeOptions(Analysis& r, const Options& options) {
 /// The risks of the guardbands found; none if there are none.
 std::optional<Risks> solve(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
-    r.ComputeScope = "Both";
-    r.ComputeNeeded = true;
-    ValidateAndFit(run.session);
-    if (r.AbortFlag) return std::nullopt;
+    if (!fitBoth(run)) return std::nullopt;
     takeOptions(r, options);
     const std::string& target = r.GB_KeyOn == 1 ? options.targetReject : options.targetAccept;
     const std::optional<double> risk = options.equalize ? std::nullopt : targetOf(target);

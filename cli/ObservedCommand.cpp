@@ -4,8 +4,9 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "model/NumberText.h"
-#include "risk/ValidateAndFit.h"
+#include "model/ToleranceUnits.h"
 #include "risk/observed/ObservedPct.h"
+#include "risk/observed/ObservingUnit.h"
 
 namespace metrisk::cli {
 
@@ -32,12 +33,33 @@ GuardbandUse guardbandUse(const Options& options, const Analysis& r) {
     return options.use || r.IncludeGuardbands ? GuardbandUse::Use : GuardbandUse::Ignore;
 }
 
+/// The unit that the figures are of: as it stands in the boxes of the worksheet.
+struct ObservingUnit {
+    int option;
+    double offset; // nominal units
+    double inTolerance;
+};
+
+ObservingUnit unitOf(const Analysis& r) {
+    if (anotherUnitObserves(r)) return {otherUnit, r.Obs_Offset, r.Obs_AOP};
+    return {currentUnit, r.MTE_Offset, r.MTE_PctInTol / 100};
+}
+
+std::string unitText(const Analysis& r, const Regional& regional) {
+    const auto [option, offset, inTolerance] = unitOf(r);
+    std::string name = option == currentUnit ? "current MTE" : "other";
+    if (option == otherUnit)
+        for (const std::string* id : {&r.Obs_Manufacturer, &r.Obs_ModelNumber})
+            if (!id->empty()) name += " " + forResults(*id);
+    return name + ", \u00b1 " + forResults(withUnits(GeneralText(offset, regional), r.NominalUnits)) + ", " +
+           GeneralText(100 * inTolerance, regional) + " % in-tolerance";
+}
+
 bool convert(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
-    r.ComputeScope = "Both";
-    r.ComputeNeeded = true;
-    ValidateAndFit(run.session);
-    if (r.AbortFlag) return false;
+    if (!fitBoth(run)) return false;
+    if (anotherUnitObserves(r) && !withReason(run, "no fit", [&] { return FitObservingUnit(run.session); }))
+        return false;
     const GuardbandUse use = guardbandUse(options, r);
     const std::string& text = options.truePct.empty() ? options.observedPct : options.truePct;
     const double pct = ParseValue(text, run.session.regional);
@@ -65,6 +87,7 @@ int observed(const Options& options) {
                             : read ? refused
                                    : unreadable};
     if (options.json) {
+        const ObservingUnit unit = unitOf(r);
         const auto given = [&](double value) { return done ? Json(value) : Json(); };
         output.results = jsonLine({{"file", options.file},
                                    {"status", word},
@@ -75,7 +98,10 @@ int observed(const Options& options) {
                                    {"Obs_PctInTol", given(r.Obs_PctInTol)},
                                    {"GB_UpperMult", given(r.GB_UpperMult)},
                                    {"GB_LowerMult", given(r.GB_LowerMult)},
-                                   {"FalseAcceptOption", done ? Json(r.FalseAcceptOption) : Json()}});
+                                   {"FalseAcceptOption", done ? Json(r.FalseAcceptOption) : Json()},
+                                   {"Obs_ObservingUnitOption", done ? Json(unit.option) : Json()},
+                                   {"Obs_Offset", given(unit.offset)},
+                                   {"Obs_AOP", given(unit.inTolerance)}});
         return finish(output);
     }
     const auto pct = [&](double value) { return FormatNumber(value, "0.0000", run.session.regional) + " %"; };
@@ -83,7 +109,8 @@ int observed(const Options& options) {
     if (!done) {
         output.results += tableRow("Status", word);
     } else {
-        output.results += tableRow("True % in-tolerance", pct(r.SU_PctInTol)) +
+        output.results += tableRow("Observing unit", unitText(r, run.session.regional)) +
+                          tableRow("True % in-tolerance", pct(r.SU_PctInTol)) +
                           tableRow("Observed % in-tolerance", pct(r.Obs_PctInTol));
         if (options.equalize)
             output.results += tableRow("Guardband multiplier",

@@ -1,17 +1,8 @@
 #include "cli/SweepInput.h"
 
-#include "risk/ValidateAndFit.h"
-
 #include <charconv>
 
 namespace metrisk::cli {
-
-bool fitBoth(AnalysisRun& run) {
-    run.record.ComputeScope = "Both";
-    run.record.ComputeNeeded = true;
-    ValidateAndFit(run.session);
-    return !run.record.AbortFlag;
-}
 
 RiskSweep sweepOf(const AnalysisRun& run, Swept swept) {
     const Analysis& r = run.record;

@@ -8,9 +8,6 @@
 
 namespace metrisk::cli {
 
-/// Validates and fits both parameters; false when that was refused, which has been told.
-bool fitBoth(AnalysisRun& run);
-
 /// The sweep with guardbands and process errors as the file includes them, and its own reference case.
 RiskSweep sweepOf(const AnalysisRun& run, Swept swept);
 

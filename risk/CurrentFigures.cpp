@@ -9,6 +9,7 @@
 #include "risk/Snapshot.h"
 #include "risk/SubjectFit.h"
 #include "risk/observed/ObservedModel.h"
+#include "risk/observed/ObservingUnit.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/CombinedUncertainty.h"
 
@@ -18,8 +19,6 @@
 namespace metrisk {
 
 namespace {
-
-constexpr int otherUnit = 0; // of Obs_ObservingUnitOption
 
 /// A file keeps 15 digits of the entries, and a risk may be a difference of near probabilities.
 bool sameRisk(double a, double b) {
@@ -46,7 +45,7 @@ bool guardbandRisksStand(const Analysis& r, const Regional& regional) {
 
 /// Sigma of the unit that observes, in nominal units. Raises RuntimeFault.
 double observingSigma(const Analysis& r, const Regional& regional) {
-    if (r.Obs_ObservingUnitOption != otherUnit || r.Obs_Offset == 0) return r.MTE_Sigma;
+    if (!anotherUnitObserves(r)) return r.MTE_Sigma;
     Analysis observing = r;
     observing.MTE_PctInTol = 100 * r.Obs_AOP;
     observing.MTE_Offset = r.Obs_Offset;

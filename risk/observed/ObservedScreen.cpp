@@ -15,6 +15,7 @@
 #include "risk/guardband/GuardbandTexts.h"
 #include "risk/guardband/KFactors.h"
 #include "risk/observed/ObservedPct.h"
+#include "risk/observed/ObservingUnit.h"
 
 #include <utility>
 
@@ -30,8 +31,6 @@ constexpr Question newUnit{"Do you want to enter new ID data for the Observing P
                            BoxButtons::YesNo, Answer::No};
 constexpr Question retainChange{"Do you want to retain changes?", "Change Made", BoxButtons::YesNo,
                                 Answer::No};
-constexpr int otherUnit = 0;
-constexpr int currentUnit = 1;
 
 std::string Analysis::*const idFields[] = {&Analysis::Obs_Manufacturer, &Analysis::Obs_ModelNumber,
                                            &Analysis::Obs_Description, &Analysis::Obs_ParameterName};
@@ -177,11 +176,7 @@ void ObservedScreen::fitObservingUnit() {
         restoreMeasuring();
         return;
     }
-    r.MTE_PctInTol = 100 * r.Obs_AOP;
-    r.MTE_Offset = r.Obs_Offset;
-    r.ComputeScope = "MTE";
-    ValidateAndFit(session_);
-    r.AbortFlag = false;
+    FitObservingUnit(session_);
 }
 
 void ObservedScreen::chooseUse(int index) {

@@ -56,6 +56,29 @@ TEST_F(Cli, ConvertsTrueAndObserved) {
     const auto refused = run("observed --observed 99.99999 --json " + file);
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(json::parse(refused.out)["messages"][0]["text"], "Unrealistic observed % in-tolerance.");
+
+    // Another unit has observed: its figures are those of a measuring parameter like it.
+    const auto written = [&](const char* name, std::string content, const std::string& old,
+                             const std::string& entered) {
+        const std::size_t at = content.find(old);
+        ASSERT_NE(at, std::string::npos) << old;
+        write(name, content.replace(at, old.size(), entered));
+    };
+    const std::string content = fileContent(folder / good);
+    const std::string ids = "\"SU\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n";
+    written("other.mrk", content, ids + "0\r\n0\r\n", ids + ".9\r\n1\r\n");
+    written("alike.mrk", content, "\r\n50,50.5,49.5,95\r\n", "\r\n50,51,49,90\r\n");
+    written("alike.mrk", fileContent(folder / "alike.mrk"), "\r\n.5,.5,0\r\n", "\r\n1,1,0\r\n");
+    const json other = json::parse(run("observed --true 90 --json other.mrk").out);
+    EXPECT_EQ(other["Observed"], json::parse(run("observed --true 90 --json alike.mrk").out)["Observed"]);
+    EXPECT_LT(other["Observed"], observed["Observed"]);
+    EXPECT_EQ(other["Obs_ObservingUnitOption"], 0);
+    EXPECT_EQ(other["Obs_Offset"], 1.0);
+    EXPECT_NE(run("observed --true 90 other.mrk").out.find("other, \u00b1 1 N m, 90 % in-tolerance"),
+              std::string::npos);
+    written("odd.mrk", content, ids + "0\r\n0\r\n", ids + "1.5\r\n1\r\n");
+    const json unfit = json::parse(run("observed --true 90 --json odd.mrk").out);
+    EXPECT_EQ(unfit["messages"].at(0)["text"], "Must be less than 100%.");
 }
 
 TEST_F(Cli, SweepsAndMaps) {
