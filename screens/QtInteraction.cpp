@@ -1,5 +1,6 @@
 #include "screens/QtInteraction.h"
 
+#include "screens/DialogOver.h"
 #include "screens/PrintPicture.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
@@ -81,12 +82,15 @@ void QtInteraction::setMainScreen(ScreenBinder* screen) {
 }
 
 const Worksheet* QtInteraction::top() const {
+    const QWidget* front = owner();
+    for (ScreenBinder* each : open_)
+        if (&each->window() == front) return &each->model();
     return open_.empty() ? nullptr : &open_.back()->model();
 }
 
 /// Never the help window: it may be closed while the box stands.
 QWidget* QtInteraction::owner() const {
-    return open_.empty() ? nullptr : &open_.back()->window();
+    return open_.empty() ? nullptr : screenInFront(&open_.front()->window());
 }
 
 void QtInteraction::flush() {
@@ -96,30 +100,26 @@ void QtInteraction::flush() {
 Answer QtInteraction::show(const Box& box) {
     flush();
     const PointerRest rest;
-    const QPointer<QWidget> before = QApplication::focusWidget();
     QMessageBox message(iconOf(box.icon), qt(box.title), qt(box.text), buttonsOf(box.buttons), owner());
-    message.setWindowModality(Qt::WindowModal); // help stays within reach
     message.setTextFormat(Qt::PlainText);
     message.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    const int pressed = message.exec();
-    // Not every window manager gives the focus back.
-    if (before) before->window()->activateWindow();
-    return answerOf(pressed, box.buttons);
+    return answerOf(runOver(message), box.buttons);
 }
 
 void QtInteraction::run(Worksheet& screen, const std::function<void()>& work) {
     flush();
-    const std::size_t first = companions_.size();
     {
-        WorksheetDialog dialog(screen, layoutOf_, owner());
-        parents_.push_back(owner());
+        QWidget* parent = owner();
+        WorksheetDialog dialog(screen, layoutOf_, parent);
+        const std::size_t first = companions_.size();
+        running_.push_back(&dialog);
         open_.push_back(&dialog.binder());
         const PointerRest rest;
         dialog.run(work);
         forget(&dialog.binder());
-        waitForCompanions(first);
+        running_.pop_back();
+        waitForCompanions(first, parent);
     }
-    parents_.pop_back();
     if (QWidget* window = owner()) window->activateWindow();
 }
 
@@ -127,17 +127,29 @@ void QtInteraction::forget(ScreenBinder* screen) {
     std::erase(open_, screen);
 }
 
-void QtInteraction::waitForCompanions(std::size_t first) {
-    for (std::size_t i = first; i < companions_.size(); ++i)
-        while (companions_[i]->isVisible()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    companions_.resize(first);
+/// One of those that are left takes the place of the screen that has gone, so that the parent goes on
+/// waiting.
+void QtInteraction::waitForCompanions(std::size_t first, QWidget* parent) {
+    for (std::size_t i = first; i < companions_.size(); ++i) {
+        WorksheetDialog& next = *companions_[i];
+        if (!next.isVisible()) continue;
+        next.standOver(parent, Qt::WindowModal);
+        for (std::size_t j = i + 1; j < companions_.size(); ++j)
+            if (companions_[j]->isVisible()) companions_[j]->standOver(&next, Qt::NonModal);
+        running_.push_back(&next);
+        while (next.isVisible()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        running_.pop_back();
+    }
+    companions_.erase(companions_.begin() + static_cast<std::ptrdiff_t>(first), companions_.end());
 }
 
-/// A child of the window that the running screen belongs to: the two do not block each other.
+/// A modal screen blocks all windows but its children, and a child that is not modal blocks none: the two
+/// take input alike.
 void QtInteraction::open(Worksheet& screen) {
     flush();
-    QWidget* parent = parents_.empty() ? owner() : parents_.back();
-    auto dialog = std::make_unique<WorksheetDialog>(screen, layoutOf_, parent);
+    QWidget* beside = running_.empty() ? owner() : running_.back();
+    auto dialog = std::make_unique<WorksheetDialog>(screen, layoutOf_, beside);
+    dialog->setWindowModality(Qt::NonModal);
     ScreenBinder* binder = &dialog->binder();
     open_.push_back(binder);
     QObject::connect(dialog.get(), &QDialog::finished, binder, [this, binder] {
@@ -250,7 +262,7 @@ bool QtInteraction::print(const PictureArea& picture, std::string_view title) {
     QPrintDialog dialog(&printer, owner());
     {
         const PointerRest rest;
-        if (dialog.exec() != QDialog::Accepted) return true;
+        if (runOver(dialog) != QDialog::Accepted) return true;
     }
     const WaitPointer wait(*this);
     return printPicture(printer, picture);

@@ -60,13 +60,13 @@ class QtInteraction final : public Interaction {
     QWidget* owner() const;
     ScreenBinder* binderOf(const Worksheet& screen) const;
     void forget(ScreenBinder* screen);
-    /// Until the screens opened beside that one have been left.
-    void waitForCompanions(std::size_t first);
+    /// Until the screens opened beside the one that has just been left have been left as well.
+    void waitForCompanions(std::size_t first, QWidget* parent);
 
     LayoutOf layoutOf_;
     std::vector<ScreenBinder*> open_; // the main screen first
     std::vector<std::unique_ptr<WorksheetDialog>> companions_;
-    std::vector<QWidget*> parents_; // of the screens that run
+    std::vector<WorksheetDialog*> running_; // the modal ones, over each other
 };
 
 } // namespace metrisk

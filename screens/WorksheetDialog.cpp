@@ -61,6 +61,14 @@ void WorksheetDialog::run(const std::function<void()>& work) {
     exec();
 }
 
+void WorksheetDialog::standOver(QWidget* parent, Qt::WindowModality modality) {
+    const QPoint place = pos();
+    setParent(parent, windowFlags());
+    setWindowModality(modality);
+    move(place);
+    show();
+}
+
 void WorksheetDialog::reject() {
     binder_->close(Way::Cancel);
 }
@@ -68,6 +76,8 @@ void WorksheetDialog::reject() {
 void WorksheetDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     content_ = sizeHint();
+    // A screen without boxes has the focus itself: a menu that was opened by its letter gives it back.
+    if (!focusWidget()) setFocus(Qt::OtherFocusReason);
     if (!work_ || event->spontaneous()) return;
     // A progress screen does not change its size while its texts do, and stands where it is seen.
     setFixedSize(size());

@@ -22,6 +22,9 @@ class WorksheetDialog final : public QDialog {
     /// done.
     void run(const std::function<void()>& work);
 
+    /// Becomes a screen of that parent, in its place on the desktop.
+    void standOver(QWidget* parent, Qt::WindowModality modality);
+
     /// The close box and Escape: Cancel.
     void reject() override;
 

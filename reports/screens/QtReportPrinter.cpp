@@ -1,9 +1,9 @@
 #include "reports/screens/QtReportPrinter.h"
 
 #include "plots/screens/PainterSurface.h"
+#include "screens/DialogOver.h"
 #include "screens/Widgets.h"
 
-#include <QApplication>
 #include <QFontDatabase>
 #include <QImage>
 #include <QPageSetupDialog>
@@ -39,7 +39,7 @@ QSizeF unitsOf(const PageSetup& page) {
 
 } // namespace
 
-QtReportPrinter::QtReportPrinter(QWidget* parent) : parent_(parent) {}
+QtReportPrinter::QtReportPrinter(QWidget* mainWindow) : mainWindow_(mainWindow) {}
 
 QtReportPrinter::~QtReportPrinter() = default;
 
@@ -49,11 +49,6 @@ QPrinter& QtReportPrinter::printer() {
         printer_->setFullPage(true); // the report has margins of its own
     }
     return *printer_;
-}
-
-QWidget* QtReportPrinter::owner() const {
-    QWidget* active = QApplication::activeWindow();
-    return active ? active : parent_;
 }
 
 /// Without a printer of its own a system still prints into a file.
@@ -69,7 +64,8 @@ std::vector<std::string> QtReportPrinter::fonts() {
 }
 
 void QtReportPrinter::setUp() {
-    QPageSetupDialog(&printer(), owner()).exec();
+    QPageSetupDialog dialog(&printer(), screenInFront(mainWindow_));
+    runOver(dialog);
 }
 
 PageSetup QtReportPrinter::page() {
@@ -84,7 +80,8 @@ std::shared_ptr<DrawingSurface> QtReportPrinter::metrics(const PageSetup& page) 
 bool QtReportPrinter::print(const Composer& compose, std::string_view title) {
     QPrinter& target = printer();
     target.setDocName(qt(title));
-    if (QPrintDialog(&target, owner()).exec() != QDialog::Accepted) return true;
+    QPrintDialog dialog(&target, screenInFront(mainWindow_));
+    if (runOver(dialog) != QDialog::Accepted) return true;
     return printOn(target, compose);
 }
 

@@ -11,7 +11,7 @@ namespace metrisk {
 
 class QtReportPrinter final : public ReportPrinter {
   public:
-    explicit QtReportPrinter(QWidget* parent);
+    explicit QtReportPrinter(QWidget* mainWindow);
     ~QtReportPrinter() override;
 
     bool isThere() override;
@@ -26,12 +26,11 @@ class QtReportPrinter final : public ReportPrinter {
     static bool printOn(QPrinter& printer, const Composer& compose);
 
   private:
-    QWidget* parent_;
+    QWidget* mainWindow_;
     CairoPress press_;
     std::unique_ptr<QPrinter> printer_; // made when first asked for: the system's printers take their time
 
     QPrinter& printer();
-    QWidget* owner() const;
 };
 
 } // namespace metrisk

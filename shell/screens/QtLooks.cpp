@@ -1,5 +1,6 @@
 #include "shell/screens/QtLooks.h"
 
+#include "screens/DialogOver.h"
 #include "screens/EntryBox.h"
 #include "screens/Widgets.h"
 #include "shell/appearance/ScreenFonts.h"
@@ -69,12 +70,10 @@ void setBold(QWidget& widget, bool bold) {
 } // namespace
 
 std::optional<double> QtLooks::chooseColor(std::string_view title, double present) {
-    QWidget* parent = QApplication::activeWindow();
-    QColorDialog dialog(qtColor(present), parent ? parent : &window_);
+    QColorDialog dialog(qtColor(present), screenInFront(&window_));
     dialog.setObjectName("ColorDialogue");
     dialog.setWindowTitle(qt(title));
-    dialog.setWindowModality(Qt::WindowModal);
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    if (runOver(dialog) != QDialog::Accepted) return std::nullopt;
     const QColor chosen = dialog.selectedColor();
     return chosen.red() + 256 * chosen.green() + 65536 * chosen.blue();
 }

@@ -18,6 +18,7 @@
 #include "risk/observed/ObservedScreen.h"
 #include "risk/sweeps/GuardPlot.h"
 #include "risk/sweeps/RiskMapScreen.h"
+#include "screens/DialogOver.h"
 #include "screens/PrintPicture.h"
 #include "screens/WhatsThis.h"
 #include "screens/Widgets.h"
@@ -42,6 +43,8 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPrinter>
 #include <QPushButton>
 #include <QSlider>
@@ -348,28 +351,67 @@ class DialogTest final : public QObject {
         Desk& d = *desk_;
         enterTwoSided(d);
         d.enter("LowerLimitBox", "0.5");
-        const auto act = [](QWidget& window, const char* name) {
-            auto* action = window.findChild<QAction*>(name);
-            QVERIFY(action && action->isEnabled());
-            action->trigger();
+        const auto plot = [](const char* name) {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (window->objectName() == name && window->isVisible()) return window;
+            return static_cast<QWidget*>(nullptr);
         };
-        d.boxes.expectScreen("SUPlot", [&](QWidget& su) {
-            d.boxes.expectScreen("MTEPlot", [&](QWidget& mte) {
+        // By the window itself, as a mouse does it: one that is blocked takes no click.
+        const auto opens = [](QWidget& window, const char* name) {
+            auto* bar = window.findChild<QMenuBar*>();
+            auto* menu = bar->findChild<QMenu*>(name);
+            const QPoint at = bar->mapTo(&window, bar->actionGeometry(menu->menuAction()).center());
+            QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, at);
+            const bool opened = menu->isVisible();
+            menu->close();
+            return opened;
+        };
+        QVERIFY(opens(*d.window, "PlotControl"));
+        for (const bool firstLeftFirst : {true, false}) {
+            d.boxes.expectScreen("SUPlot", [&](QWidget& su) {
+                su.findChild<QAction*>("Cmd_ShowMTEPlot")->trigger();
+                QWidget& mte = *plot("MTEPlot");
                 const int half = mte.screen()->availableGeometry().width() / 2;
                 QTRY_COMPARE(mte.frameGeometry().left(), half);
-                QCOMPARE(su.frameGeometry().left(), 0);
-                QVERIFY(su.isVisible() && !mte.grab().isNull());
-                // Neither keeps the other from being used.
-                act(mte, "mnu_ZoomFactor_0");
-                act(su, "mnu_CopyPlot");
-                QVERIFY(!QApplication::clipboard()->pixmap().isNull());
-                act(su, "Cmd_Return");
-                QTRY_VERIFY(!mte.isVisible() && !su.isVisible());
+                QTRY_COMPARE(su.frameGeometry().left(), 0);
+                QVERIFY(opens(mte, "mnu_Zoom") && opens(su, "mnu_Zoom") && !opens(*d.window, "PlotControl"));
+                mte.findChild<QAction*>("mnu_ZoomFactor_0")->trigger();
+                QCOMPARE(d.record.MTEPlot_Zoom, 0.25);
+                // What a plot asks for stands over that plot.
+                mte.activateWindow();
+                QTRY_COMPARE(screenInFront(d.window.get()), &mte);
+                su.activateWindow();
+                QTRY_COMPARE(screenInFront(d.window.get()), &su);
+                (firstLeftFirst ? su : mte).close();
+                QTimer::singleShot(200, d.window.get(), [&, firstLeftFirst] {
+                    QWidget& left = firstLeftFirst ? mte : su;
+                    QVERIFY(left.isVisible() && opens(left, "mnu_Zoom") && !opens(*d.window, "PlotControl"));
+                    left.close();
+                });
             });
-            act(su, "Cmd_ShowMTEPlot");
+            if (firstLeftFirst) d.boxes.expectScreen("MTEPlot", [](QWidget&) {}); // in the other's place
+            d.choose("SUPlotScreenControl");
+            QVERIFY(!plot("SUPlot") && !plot("MTEPlot") && opens(*d.window, "PlotControl"));
+            QCOMPARE(d.boxes.faults(), QString());
+        }
+    }
+
+    void escapeLeavesAPlotAfterAMenu() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.boxes.expectScreen("SUPlot", [&](QWidget& plot) {
+            d.settle(&plot);
+            QTest::keyClick(plot.windowHandle(), Qt::Key_Z, Qt::AltModifier);
+            QVERIFY(plot.findChild<QMenu*>("mnu_Zoom")->isVisible());
+            // The menu, its bar, the screen.
+            for (int i = 0; i < 3 && plot.isVisible(); ++i) {
+                QWidget* menu = QApplication::activePopupWidget();
+                if (!menu) d.settle(&plot);
+                QTest::keyClick((menu ? menu : &plot)->windowHandle(), Qt::Key_Escape);
+            }
+            QVERIFY(!plot.isVisible());
         });
         d.choose("SUPlotScreenControl");
-        QCOMPARE(d.record.MTEPlot_Zoom, 0.25);
     }
 
     void aRefusedFigureDoesNotKeepFromCancelling() {
