@@ -8,6 +8,7 @@
 #include "model/SubjectSide.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
+#include "persistence/AnalysisFile.h"
 #include "persistence/AtomicFile.h"
 #include "persistence/SummaryText.h"
 #include "risk/CurrentFigures.h"
@@ -291,11 +292,13 @@ bool summaryAllowed(Session& session) {
 
 void SaveSummary(Session& session) {
     if (!session.desktop || !summaryAllowed(session)) return;
-    const auto chosen = session.desktop->files.chooseToSave({.title = saveTitle,
-                                                             .filter = saveFilter,
-                                                             .filterIndex = 1,
-                                                             .initialName = "",
-                                                             .initialFolder = session.places.HomeDirectory});
+    const std::string& analysis = session.record.AnalysisFileName;
+    const auto chosen = session.desktop->files.chooseToSave(
+        {.title = saveTitle,
+         .filter = saveFilter,
+         .filterIndex = 1,
+         .initialName = isUntitled(analysis) ? "" : fs::path(analysis).stem().string() + ".sum",
+         .initialFolder = session.places.HomeDirectory});
     if (!chosen) return;
     if (isFileOf(session.record, *chosen)) {
         refuse(session, *chosen, ownFile);

@@ -1,5 +1,6 @@
 #include "screens/QtFileChooser.h"
 
+#include "screens/DialogOver.h"
 #include "screens/Widgets.h"
 
 #include <QDir>
@@ -11,13 +12,14 @@ namespace metrisk {
 
 namespace {
 
-/// "*.mrk" as "*.[mM][rR][kK]". No extension tells a program here, nor does every file have one.
+/// "*.mrk" as "*.mrk *.[mM][rR][kK]": the dialog takes the extension of a name from the first. No extension
+/// tells a program here, nor does every file have one.
 QString caseBlind(const QString& pattern) {
     if (pattern == "*.exe" || pattern == "*.*") return "*";
     QString blind;
     for (const QChar c : pattern)
         blind += c.isLetter() ? QString("[%1%2]").arg(c.toLower()).arg(c.toUpper()) : QString(c);
-    return blind;
+    return pattern + ' ' + blind;
 }
 
 /// "description|pattern" pairs as the filters of a dialog, whatever the case of a file's extension.
@@ -40,23 +42,25 @@ std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) 
     dialog.setObjectName("CommonDialogue");
     dialog.setNameFilters(filters);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setWindowModality(Qt::WindowModal);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog.selectNameFilter(filters[request.filterIndex - 1]);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    // After the filter, which gives a name that is there already its own extension. A pattern stands for "no
+    // name yet"; the desktop's dialogs show that by an empty name.
+    if (request.initialName.find('*') == std::string::npos) dialog.selectFile(qt(request.initialName));
+    if (runOver(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return dialog.selectedFiles().first().toStdString();
 }
 
 } // namespace
 
 std::optional<std::string> QtFileChooser::chooseToOpen(const FileRequest& request) {
-    QFileDialog dialog(parent_, qt(request.title));
+    QFileDialog dialog(screenInFront(mainWindow_), qt(request.title));
     dialog.setFileMode(QFileDialog::ExistingFile);
     return run(dialog, request);
 }
 
 std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& request) {
-    QFileDialog dialog(parent_, qt(request.title));
+    QFileDialog dialog(screenInFront(mainWindow_), qt(request.title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     // Another kind of file gets another extension.
     QObject::connect(
@@ -70,8 +74,6 @@ std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& reques
             if (!name.suffix().isEmpty())
                 dialog.selectFile(name.completeBaseName() + pattern.trimmed().mid(1));
         });
-    // A pattern stands for "no name yet"; the desktop's dialogs show that by an empty name.
-    if (request.initialName.find('*') == std::string::npos) dialog.selectFile(qt(request.initialName));
     return run(dialog, request);
 }
 

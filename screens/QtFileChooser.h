@@ -9,13 +9,13 @@ namespace metrisk {
 
 class QtFileChooser final : public FileChooser {
   public:
-    explicit QtFileChooser(QWidget* parent) : parent_(parent) {}
+    explicit QtFileChooser(QWidget* mainWindow) : mainWindow_(mainWindow) {}
 
     std::optional<std::string> chooseToOpen(const FileRequest& request) override;
     std::optional<std::string> chooseToSave(const FileRequest& request) override;
 
   private:
-    QWidget* parent_;
+    QWidget* mainWindow_;
 };
 
 } // namespace metrisk

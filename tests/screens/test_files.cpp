@@ -2,6 +2,7 @@
 #include "screens/QtLauncher.h"
 #include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
+#include "units/UnitsDatabase.h"
 
 #include <QAction>
 #include <QDialog>
@@ -62,6 +63,75 @@ class FileTest final : public QObject {
         d.click("ComputeResults");
         d.choose("mnu_File_Save");
         QCOMPARE(fileContent(d.folder / "mine.mrk"), content);
+    }
+
+    /// Return in the dialogue as it comes up; where no name is proposed, after one has been typed.
+    void everySaveDialogTakesReturn_data() {
+        QTest::addColumn<QStringList>("screen"); // its command and name; none: the main screen
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QStringList>("before"); // a box: title, text and button
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<QString>("written");
+        const QStringList none, units{"mnu_Units", "UnitsRevision"};
+        QTest::newRow("analysis") << none << "mnu_File_SaveAs" << none << "one.mrk"
+                                  << QStringList{"Save Analysis As",
+                                                 "one.mrk already exists.\nDo you want to replace it?", "Yes"}
+                                  << "one.mrk";
+        QTest::newRow("summary") << none << "mnu_FileSaveSummary" << none << "one.sum" << none << "one.sum";
+        QTest::newRow("report") << QStringList{"mnu_Preview", "Print_SS"} << "mnu_Export" << none << "one.doc"
+                                << QStringList{"Save File", "no programs", "OK"} << "one.doc";
+        QTest::newRow("units") << units << "mnu_SaveDatabase" << none << "" << none << "typed.mdb";
+        QTest::newRow("new units") << units << "mnu_NewDatabase"
+                                   << QStringList{"Close Database?",
+                                                  "Creating a new database will close the current database.\n"
+                                                  "Do you want to continue?",
+                                                  "Yes"}
+                                   << "" << none << "typed.mdb";
+        QTest::newRow("notes")
+            << none << "mnu_Notes"
+            << QStringList{"Enter a Metrisk file name.",
+                           "Please enter a file name and location for the current analysis.", "OK"}
+            << "" << QStringList{"Unable to Open File", "no programs", "OK"} << "typed.rtf";
+    }
+    void everySaveDialogTakesReturn() {
+        QFETCH(QStringList, screen);
+        QFETCH(QString, command);
+        QFETCH(QStringList, before);
+        QFETCH(QString, name);
+        QFETCH(QStringList, after);
+        QFETCH(QString, written);
+        Desk& d = *desk_;
+        d.session.places.HomeDirectory = d.folder.path().string();
+        d.session.places.UnitsDatabasePath = (d.folder / "units.mdb").string();
+        makeUnitsDatabase(d.session.places.UnitsDatabasePath);
+        if (!name.isEmpty()) {
+            QVERIFY(QFile::copy(d.examplePath("multimeter-dc-volts"), d.path("one.mrk")));
+            d.window->openAtStart(d.path("one.mrk"));
+        }
+        const auto expectDialog = [&](QWidget* over) {
+            if (!before.isEmpty()) d.boxes.expectBox(before[0], before[1], before[2]);
+            d.boxes.expectScreen("CommonDialogue", [&, over](QWidget& dialog) {
+                auto* proposed = dialog.findChild<QLineEdit*>("fileNameEdit");
+                QCOMPARE(proposed->text(), name);
+                QCOMPARE(dialog.parentWidget(), over);
+                if (name.isEmpty()) proposed->setText(d.path("typed"));
+                QTest::keyClick(proposed, Qt::Key_Return);
+            });
+            if (!after.isEmpty()) d.boxes.expectBox(after[0], after[1], after[2]);
+        };
+        if (screen.isEmpty()) {
+            expectDialog(d.window.get());
+            d.choose(command);
+        } else {
+            d.boxes.expectScreen(screen[1], [&](QWidget& opened) {
+                expectDialog(&opened);
+                d.control<QAction>(command, &opened)->trigger();
+                opened.close();
+            });
+            d.choose(screen[0]);
+        }
+        QVERIFY(QFile::exists(d.path(qPrintable(written))));
     }
 
     void everyExampleOpensAsItWasComputed_data() {
