@@ -46,6 +46,7 @@ struct Label : Control {
 /// A box of text. One without a rule shows a result: its text can be copied, not changed.
 struct TextBox : Control {
     bool locked = false; // takes no entry now
+    bool faded = false;  // what it shows belongs to other entries; it can be used all the same
     std::string mark;    // what is to know about the figure: the box bears a sign that says it; none if empty
     /// The rule that runs when a changed text is left; refused, the box is stayed in. It may raise
     /// RuntimeFault.

@@ -22,6 +22,7 @@ struct Box {
     BoxIcon icon = BoxIcon::Information;
     BoxButtons buttons = BoxButtons::Ok;
     Answer unattended = Answer::Ok;
+    std::string yesCaption{}, noCaption{}; // where the buttons say what they mean
 };
 
 /// A control of a screen; by its name alone one of the main screen.

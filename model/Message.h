@@ -19,6 +19,7 @@ struct Question {
     std::string_view title;
     BoxButtons buttons;
     Answer unattended; // the answer of a run that nobody watches
+    std::string_view yesCaption{}, noCaption{};
 };
 
 void tell(Interaction& ui, const Message& message);

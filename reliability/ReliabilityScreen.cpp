@@ -2,11 +2,11 @@
 
 #include "links/RunMenu.h"
 #include "model/Check.h"
-#include "model/NumberEntry.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "persistence/Notes.h"
 #include "reliability/Reliability.h"
+#include "reliability/ReliabilityTexts.h"
 #include "reliability/TimeUnits.h"
 
 #include <algorithm>
@@ -62,6 +62,13 @@ constexpr Check checks[] = {
     {aopIsMissing, {"Please input an Average over Period % in-tolerance", missingData}, "AOPBox"},
 };
 
+constexpr Question whichToCompute{.text = "Compute from the percents or from the coefficients?",
+                                  .title = "Reliability Model Worksheet",
+                                  .buttons = BoxButtons::YesNoCancel,
+                                  .unattended = Answer::Cancel,
+                                  .yesCaption = "Percents",
+                                  .noCaption = "Coefficients"};
+
 } // namespace
 
 ReliabilityScreen::ReliabilityScreen(Session& session)
@@ -112,6 +119,10 @@ int ReliabilityScreen::slotNumber() const {
 void ReliabilityScreen::load(int number) {
     record().Rel_ActiveSlot = number;
     forgetTyped();
+    typedBop_.reset();
+    if (const ReliabilityModel* loaded = slot().model(); loaded && loaded->takesBOP && slot().bop() > 0)
+        typedBop_ = NumberEntry::read(reliabilityText(slot().bop(), slot().bopPicture(), session_.regional),
+                                      session_.regional);
     caption = number == subjectSlot ? "Subject Parameter Reliability Model Worksheet"
                                     : "Measuring Parameter Reliability Model Worksheet";
     clearCurve();
@@ -137,7 +148,13 @@ void ReliabilityScreen::switchTo(int number) {
 void ReliabilityScreen::chooseModel(int index) {
     takeInterval();
     takePercentages();
-    slot().setModel(reliabilityModels.at(static_cast<std::size_t>(index)));
+    const ReliabilityModel* before = slot().model();
+    const ReliabilityModel& chosen = reliabilityModels.at(static_cast<std::size_t>(index));
+    slot().setModel(chosen);
+    if (before && !before->takesBOP && chosen.takesBOP && typedBop_) {
+        slot().bop() = typedBop_->value / 100;
+        slot().bopPicture() = typedBop_->picture();
+    }
     slot().setTheta({});
     forgetTyped();
     clearCurve();
@@ -162,6 +179,7 @@ void ReliabilityScreen::takePercentages() {
         picture = entry.picture();
         typed.reset();
     };
+    if (entries_[Bop].typed) typedBop_ = NumberEntry::read(*entries_[Bop].typed, session_.regional);
     take(Bop, slot().bop(), slot().bopPicture());
     take(Aop, slot().aop(), slot().aopPicture());
     take(Eop, slot().eop(), slot().eopPicture());
@@ -182,6 +200,7 @@ void ReliabilityScreen::takeCoefficients() {
 }
 
 void ReliabilityScreen::forgetTyped() {
+    pctRefused_ = false;
     for (Entry& entry : entries_) entry.typed.reset();
 }
 
@@ -235,23 +254,36 @@ bool ReliabilityScreen::computePct() {
     const auto period =
         ReliabilityOverPeriod(session_, slot().model()->number, slot().theta(), slot().interval());
     record().AbortFlag = false;
+    // The percents of other coefficients would be taken for those of these.
+    pctRefused_ = !period;
+    slot().setPeriod(period.value_or(PeriodReliability{0, 0, 0}));
     if (!period) {
         clearCurve();
         return false;
     }
-    slot().setPeriod(*period);
     startPlot();
     return true;
 }
 
-/// Before the slot is committed. Coefficients alone mean percentages, anything else means coefficients.
+/// Before the slot is committed. Coefficients alone mean percentages, percentages alone mean coefficients.
 bool ReliabilityScreen::computeWhatWasTyped() {
+    if (pctRefused_ && !hasTyped(Bop, Eop)) return computePct(); // OK says why it is kept back
     if (!hasTyped(Interval, C)) return true;
-    return hasTyped(A, C) && !hasTyped(Bop, Eop) ? computePct() : compute();
+    if (!hasTyped(A, C)) return compute();
+    if (!hasTyped(Bop, Eop)) return computePct();
+    switch (ask(session_.ui, whichToCompute)) {
+    case Answer::Yes: return compute();
+    case Answer::No: return computePct();
+    default: return false;
+    }
 }
 
 bool ReliabilityScreen::commit() {
-    if (!computeWhatWasTyped() || !CommitReliability(session_, slotNumber())) return false;
+    if (!computeWhatWasTyped()) return false;
+    if (!CommitReliability(session_, slotNumber())) {
+        session_.ui.focus({screenName, "EOPBox"}); // not a box of the screen behind
+        return false;
+    }
     kept_ = record();
     committed_ = true;
     record().FileChanged = true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Analysis.h"
+#include "model/NumberEntry.h"
 #include "model/Worksheet.h"
 #include "reliability/ReliabilitySlot.h"
 
@@ -75,6 +76,8 @@ class ReliabilityScreen final : public Worksheet {
     const Analysis opened_; // Cancel puts it back
     Reliability kept_;      // as loaded or last committed; what differs is a change
     bool committed_ = false;
+    std::optional<NumberEntry> typedBop_; // waits for a model that may have it
+    bool pctRefused_ = false;             // the coefficients give no percentages
     std::array<Entry, figures> entries_{
         {{CalibrationIntervalBox}, {BOPBox}, {AOPBox}, {EOPBox}, {theta1Box}, {theta2Box}, {theta3Box}}};
     // Of the plot; times are in units of the interval.

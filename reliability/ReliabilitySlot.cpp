@@ -15,6 +15,7 @@ constexpr Message noPercentage{"The reliability must be greater than 0 and less 
                                "Illegal In-Tolerance Probability"};
 constexpr Message notCertain{"The reliability must be greater than 0 and less than 100%.",
                              noPercentage.title};
+constexpr const char* computedPicture = "##0.0000"; // of a percentage that nobody typed
 constexpr const char* userPicture = "#,##0.0000";
 
 struct Chosen {
@@ -60,9 +61,14 @@ void ReliabilitySlot::setTheta(const Coefficients& theta) {
 }
 
 void ReliabilitySlot::setPeriod(const PeriodReliability& period) {
-    r_.Rel_BOP[slot_] = period.bop;
-    r_.Rel_AOP[slot_] = period.aop;
-    r_.Rel_EOP[slot_] = period.eop;
+    const auto take = [](double& held, std::string& picture, double value) {
+        if (held == value) return;
+        held = value;
+        picture.clear(); // it was that of the digits typed
+    };
+    take(bop(), bopPicture(), period.bop);
+    take(aop(), aopPicture(), period.aop);
+    take(eop(), eopPicture(), period.eop);
 }
 
 bool ReliabilitySlot::dataComplete() const {
@@ -93,12 +99,18 @@ bool CommitReliability(Session& session, int slot) {
     }
     double& held = subject ? r.SU_PctInTol : r.MTE_PctInTol;
     if (held == pct) return true;
+    const Analysis before = r;
     held = pct;
-    if (!chosen->picture.empty()) (subject ? r.SU_PctInTol_fmt : r.MTE_PctInTol_fmt) = chosen->picture;
+    (subject ? r.SU_PctInTol_fmt : r.MTE_PctInTol_fmt) =
+        chosen->picture.empty() ? computedPicture : chosen->picture;
     r.markChanged(subject ? "SU" : "MTE");
     const bool entered = subject ? r.SU_UpperOffset != 0 || r.SU_LowerOffset != 0 : r.MTE_Offset > 0;
     if (entered) ValidateAndFit(session);
-    r.AbortFlag = false;
+    if (r.AbortFlag) {
+        r = before;
+        r.AbortFlag = false;
+        return false;
+    }
     return true;
 }
 

@@ -27,20 +27,32 @@ bool sameRisk(double a, double b) {
     return std::fabs(a - b) <= relative * std::max(std::fabs(a), std::fabs(b)) + rounding;
 }
 
-bool guardbandRisksStand(const Analysis& r, const Regional& regional) {
-    if (r.GB_FARisk == 0 && r.GB_FRRisk == 0) return false;
+/// The risks of the record's guardbands, never negative; none where there are none.
+std::optional<Risks> guardbandRisks(const Analysis& r, const Regional& regional) {
     try {
         const auto p = RiskModel(subjectBiasOf(fitSubject(r, regional)), r.MTE_Sigma)
                            .at({-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
-        if (!p || !(p->joint > 0) || !(p->accepted > 0)) return false;
+        if (!p || !(p->joint > 0) || !(p->accepted > 0)) return std::nullopt;
         const Risks risks = risksOf(*p, r.FalseAcceptOption);
-        return sameRisk(notNegative(risks.falseAccept), riskFraction(r.GB_FARisk, r.GB_FARiskUnits)) &&
-               sameRisk(notNegative(risks.falseReject), riskFraction(r.GB_FRRisk, r.GB_FRRiskUnits));
+        return Risks{std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
     } catch (const RuntimeFault&) {
-        return false;
     } catch (const FitRefusal&) {
-        return false;
     }
+    return std::nullopt;
+}
+
+/// A risk of the main results that rounding made negative is held as its stand-in.
+bool holds(double shown, const std::string& units, double risk) {
+    const double held = riskFraction(shown, units);
+    return sameRisk(risk, held) || (risk == 0 && sameRisk(negativeRiskStandIn, held));
+}
+
+std::optional<Risks> standingRisks(const Analysis& r, const Regional& regional) {
+    if (r.GB_FARisk == 0 && r.GB_FRRisk == 0) return std::nullopt;
+    const auto risks = guardbandRisks(r, regional);
+    const bool stand = risks && holds(r.GB_FARisk, r.GB_FARiskUnits, risks->falseAccept) &&
+                       holds(r.GB_FRRisk, r.GB_FRRiskUnits, risks->falseReject);
+    return stand ? risks : std::nullopt;
 }
 
 /// Sigma of the unit that observes, in nominal units. Raises RuntimeFault.
@@ -84,15 +96,23 @@ bool ratioIsCurrent(const Session& session) {
     return r.ComputeEqRatio && !r.EqAccRatDen.empty() && baselineSnapshotHolds(r) && risksAreCurrent(session);
 }
 
+std::optional<StandingGuardbands> standingGuardbands(const Session& session) {
+    const Analysis& r = session.record;
+    const auto risks = standingRisks(r, session.regional);
+    if (!risks) return std::nullopt;
+    return StandingGuardbands{*risks, r.GB_EqAccRatValid && baselineSnapshotHolds(r)};
+}
+
 CurrentFigures currentFigures(const Session& session) {
     const Analysis& r = session.record;
     CurrentFigures current;
     current.risks = risksAreCurrent(session);
     current.ratio = ratioIsCurrent(session);
     current.noSuchRatio = current.ratio && !ratioAttained(r.EqAccRat);
-    current.guardbands = guardbandRisksStand(r, session.regional);
-    current.guardbandRatio = current.guardbands && r.GB_IncludeEqAccRat && r.GB_EqAccRatValid &&
-                             r.GB_EqAccRat != 0 && baselineSnapshotHolds(r);
+    if (const auto guardbands = standingGuardbands(session)) {
+        current.guardbands = true;
+        current.guardbandRatio = guardbands->ratio && r.GB_IncludeEqAccRat && r.GB_EqAccRat != 0;
+    }
     current.observed = observedStands(r, session.regional);
     current.bias = BiasResultsStand(r, session.regional);
     return current;
@@ -101,7 +121,7 @@ CurrentFigures currentFigures(const Session& session) {
 void dropStaleFigures(Session& session) {
     Analysis& r = session.record;
     if (r.RisksNeedCompute) DropSnapshot(r);
-    if (guardbandRisksStand(r, session.regional)) return;
+    if (standingRisks(r, session.regional)) return;
     r.GB_FARisk = r.GB_FRRisk = r.GB_EqAccRat = 0;
     r.GB_EqAccRatValid = false;
 }

@@ -1,12 +1,18 @@
 // Which of the figures that a record carries belong to its present entries.
 #pragma once
 
+#include "risk/RiskModel.h"
+
+#include <optional>
+
 namespace metrisk {
 
 struct Session;
 
 /// What stands where such a figure would.
 inline constexpr const char* notComputedText = "Not Computed";
+/// What is told of one that a screen goes on showing, faded.
+inline constexpr const char* notComputedTip = "Not computed for these entries";
 
 /// A figure that is not current was computed from other entries, or never: it is no result to be reported.
 struct CurrentFigures {
@@ -18,6 +24,14 @@ struct CurrentFigures {
     bool observed = false;       // Obs_PctInTol beside SU_PctInTol
     bool bias = false;           // the SMPC_ results
 };
+
+/// The risks of the record's guardbands, unrounded, where GB_FARisk and GB_FRRisk are theirs. Nothing is kept
+/// of what those were made from, so the risks are computed again. `ratio` says whether GB_EqAccRat is theirs.
+struct StandingGuardbands {
+    Risks risks;
+    bool ratio;
+};
+std::optional<StandingGuardbands> standingGuardbands(const Session& session);
 
 /// Nothing of the session changes. The risks are judged by the entries kept with them; guardband, observed
 /// and bias figures by computing them again, since nothing is kept of what they were made from.

@@ -32,8 +32,13 @@ bool entriesUnchanged(const Analysis& r) {
 
 bool guardbandsUnchanged(const Analysis& r) {
     if (r.IncludeGuardbands != r.Last_IncludeGuardbands) return false;
+    // That of a typed k-factor is derived.
+    const auto same = [](double last, double now, bool derived) {
+        return derived ? sameDerived(last, now) : last == now;
+    };
     return !r.IncludeGuardbands ||
-           (!r.GuardbandsChanged && r.Last_GBUpper == r.GB_UpperMult && r.Last_GBLower == r.GB_LowerMult);
+           (!r.GuardbandsChanged && same(r.Last_GBUpper, r.GB_UpperMult, r.GB_UpperKEntered) &&
+            same(r.Last_GBLower, r.GB_LowerMult, r.GB_LowerKEntered || r.GB_SymmetricK));
 }
 
 int wholeNumber(double value) {

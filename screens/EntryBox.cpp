@@ -37,21 +37,30 @@ void EntryBox::setColors(const QColor& ground, const QColor& text) {
 }
 
 void EntryBox::paintGround() {
-    const bool follows = !ground_.isValid() && !isReadOnly();
+    const bool follows = !ground_.isValid() && !isReadOnly() && !faded_;
     if (follows && painted_.resolveMask() == 0) return;
     QPalette own; // everything that is not set here goes on following the desktop
     const QPalette screens = QApplication::palette();
     if (ground_.isValid()) {
         setReadable(own, QPalette::Base, ground_, QPalette::Text, text_);
-    } else if (!follows) {
+    } else if (isReadOnly()) {
         const auto group = QPalette::Disabled;
         setReadable(own, QPalette::Base, screens.color(QPalette::Window), QPalette::Text,
                     screens.color(QPalette::WindowText));
         own.setColor(group, QPalette::Text, screens.color(group, QPalette::WindowText));
     }
+    if (faded_)
+        for (const auto group : {QPalette::Active, QPalette::Inactive})
+            own.setColor(group, QPalette::Text, screens.color(QPalette::Disabled, QPalette::Text));
     if (own == painted_ && own.resolveMask() == painted_.resolveMask()) return;
     painted_ = own;
     setPalette(own);
+}
+
+void EntryBox::setFaded(bool faded) {
+    if (faded == faded_) return;
+    faded_ = faded;
+    paintGround();
 }
 
 void EntryBox::setMarked(bool marked) {

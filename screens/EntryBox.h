@@ -24,6 +24,8 @@ class EntryBox final : public QLineEdit {
     }
     /// A sign at its end that there is something to know about the figure.
     void setMarked(bool marked);
+    /// In the colour of disabled texts, though it takes entries.
+    void setFaded(bool faded);
 
   signals:
     void entered();
@@ -51,6 +53,7 @@ class EntryBox final : public QLineEdit {
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
     QAction* mark_ = nullptr;
+    bool faded_ = false;
 };
 
 } // namespace metrisk

@@ -102,6 +102,10 @@ Answer QtInteraction::show(const Box& box) {
     const PointerRest rest;
     QMessageBox message(iconOf(box.icon), qt(box.title), qt(box.text), buttonsOf(box.buttons), owner());
     message.setTextFormat(Qt::PlainText);
+    for (const auto& [button, words] :
+         {std::pair{QMessageBox::Yes, &box.yesCaption}, {QMessageBox::No, &box.noCaption}})
+        if (QAbstractButton* shown = message.button(button); shown && !words->empty())
+            shown->setText(qt(*words));
     message.setTextInteractionFlags(Qt::TextSelectableByMouse);
     return answerOf(runOver(message), box.buttons);
 }

@@ -27,6 +27,7 @@ void showBox(const TextBox& box, EntryBox& widget) {
     if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
     widget.setLocked(box.locked || box.isResult());
     widget.setMarked(!box.mark.empty());
+    widget.setFaded(box.faded);
 }
 
 void showLabel(const Label& label, QLabel& widget) {

@@ -6,10 +6,9 @@
 #include "model/Session.h"
 #include "persistence/Notes.h"
 #include "persistence/Summary.h"
-#include "reliability/ReliabilityScreen.h"
+#include "reliability/ReliabilitySlot.h"
 #include "risk/BaselineScreen.h"
 #include "risk/EqRatioScreen.h"
-#include "risk/observed/ObservedScreen.h"
 #include "risk/sweeps/GuardPlot.h"
 #include "risk/sweeps/RiskMapScreen.h"
 #include "selfcheck/SelfCheckScreen.h"
@@ -72,10 +71,10 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
          .caption = "&Reliability",
          .items = {{.control = "mnu_Reliability_Parameter_0",
                     .caption = "&Subject Parameter",
-                    .run = [this] { openReliability(subjectSlot); }},
+                    .run = [this] { screen_.openReliability(subjectSlot); }},
                    {.control = "mnu_Reliability_Parameter_1",
                     .caption = "&Measuring Parameter",
-                    .run = [this] { openReliability(measuringSlot); }}}},
+                    .run = [this] { screen_.openReliability(measuringSlot); }}}},
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
          .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1",
@@ -91,12 +90,6 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
-}
-
-void MainCommands::openReliability(int slot) {
-    session_.record.Rel_ActiveSlot = slot;
-    ReliabilityScreen worksheet(session_);
-    session_.ui.run(worksheet);
 }
 
 std::vector<MenuItem> MainCommands::fileItems() {
@@ -249,11 +242,7 @@ std::vector<MenuItem> MainCommands::optionItems() {
          .separatorAfter = true},
         {.control = "CtrlSURel",
          .caption = "&True vs. Observed % In-Tolerance",
-         .run =
-             [this] {
-                 ObservedScreen worksheet(session_);
-                 session_.ui.run(worksheet);
-             }},
+         .run = [this] { screen_.openObserved(); }},
         {.control = "CtrlGuardband", .caption = "&Guardband", .run = [this] { screen_.openGuardbands(); }},
     };
 }

@@ -32,7 +32,6 @@ class MainCommands {
     MainScreen& screen_;
     FileChooser& chooser_;
 
-    void openReliability(int slot);
     /// Nothing where there is no such link.
     void withErrorLedger(const std::function<void(DDE_Form&)>& action);
     ImportTarget importTarget();

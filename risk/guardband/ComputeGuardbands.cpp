@@ -52,9 +52,9 @@ void takeGuardbands(Session& session, const GuardbandPair& found) {
         r.*side->multiplier = side == &upperSide ? found.upper : found.lower;
         r.*side->multiplierPicture = solvedPicture;
     }
-    if (r.OptTwoSided && r.GB_SymmetricMult) copyUpperMultiplier(r);
     ShowUpperKFactor(r, session.regional);
     ShowLowerKFactor(r, session.regional);
+    settleSymmetry(r, session.regional);
     r.GuardbandsChanged = true;
 }
 

@@ -11,7 +11,8 @@
 #include "model/ToleranceUnits.h"
 #include "persistence/Notes.h"
 #include "risk/ComputePipeline.h"
-#include "risk/Snapshot.h"
+#include "risk/CurrentFigures.h"
+#include "risk/EquivalentRatio.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/exact/Verified.h"
 #include "risk/guardband/GuardbandTexts.h"
@@ -44,16 +45,12 @@ const GuardbandScreen::RiskBox GuardbandScreen::falseRejectBox{
 
 GuardbandScreen::GuardbandScreen(Session& session)
     : Worksheet("GuardbandAnalysis", "Guardband Analysis Worksheet", "guardbands"), session_(session),
-      kept_(session.record), risksWereStale_(session.record.GB_RisksStale) {
+      opened_(session.record), loaded_(session.record) {
     Analysis& r = session.record;
     for (const SubjectSide* side : {&upperSide, &lowerSide})
         if (r.*side->multiplier == 0 && r.*side->kFactor == 0) r.*side->multiplier = 1;
     r.GB_ScreenOpen = true;
     r.GB_RatioRequest = false;
-    loadRisks();
-    lastUpper_ = r.GB_UpperMult;
-    lastLower_ = r.GB_LowerMult;
-    ratioCurrent_ = r.GB_EqAccRatValid;
     if (r.GB_UpperKEntered)
         UpperMultiplierFromKFactor(r, session_.regional);
     else
@@ -62,7 +59,11 @@ GuardbandScreen::GuardbandScreen(Session& session)
         LowerMultiplierFromKFactor(r, session_.regional);
     else
         ShowLowerKFactor(r, session_.regional);
-    kept_ = Kept(r); // what loading derives is no change of the user's
+    settleSymmetry(r, session_.regional);
+    loadRisks();
+    lastUpper_ = r.GB_UpperMult;
+    lastLower_ = r.GB_LowerMult;
+    loaded_ = Kept(r);
     FARiskUnitsBox.items = FRRiskUnitsBox.items = {percentUnits, ppmUnits};
     txt_Procedure.text = guardbandProcedure();
     bindOptions();
@@ -75,7 +76,8 @@ GuardbandScreen::~GuardbandScreen() {
     session_.record.GB_ScreenOpen = false;
 }
 
-/// The main results belong to these guardbands if they were computed with them; else there are none.
+/// The main results may be those of these guardbands. What is not theirs by a second computation is not
+/// shown.
 void GuardbandScreen::loadRisks() {
     Analysis& r = session_.record;
     if (r.GB_RisksStale && r.IncludeGuardbands) {
@@ -87,19 +89,18 @@ void GuardbandScreen::loadRisks() {
             r.GB_EqAccRat = r.EqAccRat;
             r.GB_EqAccRatValid = true;
         }
-    } else if (r.GB_RisksStale) {
-        r.GB_FARisk = r.GB_FRRisk = r.GB_EqAccRat = 0;
+    }
+    const auto standing = standingGuardbands(session_);
+    if (standing) {
+        computed_ = standing->risks;
+    } else {
+        r.GB_FARisk = r.GB_FRRisk = 0;
         r.GB_FARiskUnits = r.GB_FRRiskUnits = percentUnits;
-        r.GB_EqAccRatValid = false;
     }
-    CompareWithSnapshot(session_);
-    const bool current = r.NothingChanged && r.GuardbandsUnchanged;
-    if (!current) {
-        r.GB_EqAccRat = 0;
-        r.GB_EqAccRatValid = false;
-    }
-    // Risks of 0 are those of a worksheet that has not computed yet.
-    showRisks(current && (r.GB_FARisk != 0 || r.GB_FRRisk != 0));
+    ratioCurrent_ = standing && standing->ratio;
+    if (!ratioCurrent_) r.GB_EqAccRat = 0;
+    r.GB_EqAccRatValid = ratioCurrent_;
+    showRisks(standing.has_value());
 }
 
 void GuardbandScreen::bindOptions() {
@@ -137,6 +138,7 @@ void GuardbandScreen::bindGuardbands() {
     txt_kFactor_0.left = [this](const std::string& text) { return leaveK(upperSide, text); };
     txt_kFactor_1.left = [this](const std::string& text) { return leaveK(lowerSide, text); };
     cmdComputeGuardbands.clicked = [this](bool) { computeGuardbands(); };
+    cmd_UseExact.clicked = [this](bool) { useExact(); };
     cmd_RoundOff.clicked = [this](bool) { roundOff(); };
     CmdPlot.clicked = [this](bool) { plot(); };
     txt_DisplayedResolution.left = [this](const std::string& text) -> FieldResult {
@@ -203,12 +205,16 @@ void GuardbandScreen::refresh() {
             return !there ? "" : limits ? texts.limit : texts.offset;
         };
         tolerance.text = shown(toleranceTexts(r, side, regional));
-        guardband.text = shown(guardbandTexts(r, side, regional));
+        guardband.text = shown(guardbandTexts(r, side, regional, guardbandBoxDigits));
+        const std::string full = shown(guardbandTexts(r, side, regional));
+        guardband.toolTip =
+            full == guardband.text ? &side == &upperSide ? "Upper test limit" : "Lower test limit" : full;
         multiplier.text = there ? FormatNumber(r.*side.multiplier, r.*side.multiplierPicture, regional) : "";
         // Without a process uncertainty there is no k-factor.
         k.text = !there ? "" : r.MTE_Sigma == 0 ? noKText : kFactorText(r, side, regional);
-        for (TextBox* box : {&tolerance, &multiplier, &k, &guardband}) box->enabled = there;
-        multiplier.locked = k.locked = !there || (follows && r.OptTwoSided);
+        tolerance.enabled = guardband.enabled = there;
+        multiplier.enabled = k.enabled = there && !(follows && r.OptTwoSided);
+        multiplier.locked = k.locked = !multiplier.enabled;
     };
     showSide(upperSide, UpperTolLimitBox, UpperMultiplierBox, txt_kFactor_0, UpperGuardbandBox, false);
     showSide(lowerSide, LowerTolLimitBox, LowerMultiplierBox, txt_kFactor_1, LowerGuardbandBox, shared);
@@ -224,10 +230,7 @@ void GuardbandScreen::refresh() {
         pnl_RiskKey.text += r.FalseAcceptOption == 1 ? " - Producer Option" : " - Consumer Option";
     txt_DisplayedResolution.text = resolution_;
 
-    FARiskBox.text = faText_;
-    FRRiskBox.text = frText_;
-    for (const RiskBox* risk : {&falseAcceptBox, &falseRejectBox})
-        (this->*risk->units).index = r.*risk->unitsName == ppmUnits ? 1 : 0;
+    showRiskBoxes();
     const bool uniform = hasNoFalseAccepts(r);
     if (uniform) FARiskBox.text.clear();
     if (uniform) FARiskUnitsBox.index = -1;
@@ -235,10 +238,27 @@ void GuardbandScreen::refresh() {
         control->enabled = !uniform;
     IncludeEqAccRatBox.checked = r.GB_IncludeEqAccRat;
     EqAccRatBox.text = r.GB_IncludeEqAccRat ? ratioText_ : "";
-    EqAccRat2Box.text = EqAccRatBox.text.empty() ? "" : "1";
+    EqAccRat2Box.text = EqAccRatBox.text.empty() || !ratioAttained(r.GB_EqAccRat) ? "" : "1";
+    Lbl_ExactSolve.visible = missed_.has_value();
+    Lbl_ExactSolve.text = missed_ ? missedTargetText(*missed_, regional) : "";
+    cmd_UseExact.visible = missed_ && missed_->guardband;
 
     pnl_Procedure.visible = txt_Procedure.visible = procedureShown_;
     menus.front().caption = procedureShown_ ? "Hide &Procedure" : "Show &Procedure";
+}
+
+/// A target is shown as typed; a risk of other guardbands must not look like one of these.
+void GuardbandScreen::showRiskBoxes() {
+    for (const RiskBox* risk : {&falseAcceptBox, &falseRejectBox}) {
+        TextBox& box = this->*risk->box;
+        Choice& units = this->*risk->units;
+        box.text = textOf(*risk);
+        units.index = session_.record.*risk->unitsName == ppmUnits ? 1 : 0;
+        box.faded = !computed_ && !typed(*risk) && !box.text.empty();
+        box.toolTip = box.faded                 ? notComputedTip
+                      : risk == &falseAcceptBox ? "False accept risk: computed, or the target of a solve"
+                                                : "False reject risk: computed, or the target of a solve";
+    }
 }
 
 /// A change of the guardbands makes every figure one of other guardbands.
@@ -249,6 +269,7 @@ void GuardbandScreen::guardbandsTyped() {
 
 void GuardbandScreen::dropRisks() {
     computed_.reset();
+    missed_.reset();
     ratioCurrent_ = false;
 }
 
@@ -259,8 +280,8 @@ FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std:
     r.*side.multiplierPicture = PictureForDecimals(
         std::min(mostDecimals, DecimalsOfValue(entry.value, std::max(fewestDecimals, entry.decimals))));
     r.*side.kEntered = false;
-    if (r.GB_SymmetricMult && &side == &upperSide) copyUpperMultiplier(r);
     showKFactors();
+    settleSymmetry(r, session_.regional);
     for (const SubjectSide* each : {&upperSide, &lowerSide})
         if (!(r.*each->kEntered) && r.*each->kFactor != 0) r.*each->kPicture = eightDecimals;
     guardbandsTyped();
@@ -275,14 +296,12 @@ FieldResult GuardbandScreen::leaveK(const SubjectSide& side, const std::string& 
         (both && !CheckKFactor(session_, entry.value, lowerSide, text)))
         return {true, kFactorText(r, side, session_.regional)};
     const std::string picture = PictureForDecimals(std::max(fewestDecimals, entry.decimals));
-    for (const SubjectSide* each : {&upperSide, &lowerSide}) {
-        if (each != &side && !both) continue;
-        r.*each->kFactor = entry.value;
-        r.*each->kPicture = picture;
-        r.*each->kEntered = true;
-    }
-    if (&side == &upperSide) UpperMultiplierFromKFactor(r, session_.regional);
-    if (&side == &lowerSide || both) LowerMultiplierFromKFactor(r, session_.regional);
+    r.*side.kFactor = entry.value;
+    r.*side.kPicture = picture;
+    r.*side.kEntered = true;
+    &side == &upperSide ? UpperMultiplierFromKFactor(r, session_.regional)
+                        : LowerMultiplierFromKFactor(r, session_.regional);
+    settleSymmetry(r, session_.regional);
     guardbandsTyped();
     return {false, text};
 }
@@ -327,13 +346,13 @@ void GuardbandScreen::typeRisk(const RiskBox& risk, const std::string& text) {
     Analysis& r = session_.record;
     r.*risk.value = ParseValue(text, session_.regional);
     if (r.*risk.value >= ppmFrom) r.*risk.unitsName = ppmUnits;
-    risksTyped_ = true;
+    typed(risk) = true;
     dropRisks();
 }
 
 void GuardbandScreen::takeUnits(const RiskBox& risk, int index) {
     session_.record.*risk.unitsName = index == 0 ? percentUnits : ppmUnits;
-    risksTyped_ = true;
+    typed(risk) = true;
     dropRisks();
 }
 

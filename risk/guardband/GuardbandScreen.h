@@ -5,6 +5,7 @@
 #include "model/KeptFields.h"
 #include "model/Worksheet.h"
 #include "risk/RiskModel.h"
+#include "risk/guardband/ExactGuardband.h"
 #include "risk/guardband/SolveGuardbands.h"
 
 #include <optional>
@@ -75,6 +76,9 @@ class GuardbandScreen final : public Worksheet {
     TextBox FRRiskBox{*this, "FRRiskBox", "False reject risk: computed, or the target of a solve"};
     Choice FRRiskUnitsBox{*this, "FRRiskUnitsBox", "Units of the false reject risk"};
     Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
+    Label Lbl_ExactSolve{*this, "Lbl_ExactSolve"};
+    PushButton cmd_UseExact{*this, "cmd_UseExact", "Use T&his",
+                            "Enter the guardband that meets the target by exact integration"};
     PushButton CmdCompute{*this, "CmdCompute", "Comp&ute Risks", "Compute the risks of these guardbands"};
     Label Lbl_EqAccRat{*this, "Lbl_EqAccRat", "Equivalent Accuracy Ratio:"};
     TextBox EqAccRatBox{*this, "EqAccRatBox", "Accuracy ratio with the same risk in the baseline"};
@@ -98,7 +102,7 @@ class GuardbandScreen final : public Worksheet {
     bool mayClose(Way way) override;
 
   private:
-    /// What Cancel puts back; a difference in any counts as a change.
+    /// A difference in any of these counts as a change.
     using Kept =
         KeptFields<&Analysis::GB_UpperMult, &Analysis::GB_LowerMult, &Analysis::GB_UpperMult_fmt,
                    &Analysis::GB_LowerMult_fmt, &Analysis::GB_UpperK, &Analysis::GB_LowerK,
@@ -120,13 +124,15 @@ class GuardbandScreen final : public Worksheet {
     static const RiskBox falseRejectBox;
 
     Session& session_;
-    Kept kept_;
-    bool risksWereStale_ = false;
-    std::string faText_; // as shown or typed
+    const Analysis opened_; // what Cancel puts back
+    Kept loaded_;           // with what loading derives, which is no change of the user's
+    std::string faText_;    // as shown or typed
     std::string frText_;
     std::optional<Risks> computed_; // unrounded, of the present guardbands
-    bool risksTyped_ = false;       // a risk text is not the last one shown
-    bool ratioCurrent_ = false;     // EqRatioCurrent
+    bool faTyped_ = false;          // the text is a target, which is no result
+    bool frTyped_ = false;
+    std::optional<MissedTarget> missed_; // by the last solve
+    bool ratioCurrent_ = false;          // EqRatioCurrent
     std::string ratioText_;
     double lastUpper_ = 0; // multipliers of the last compute
     double lastLower_ = 0;
@@ -140,6 +146,7 @@ class GuardbandScreen final : public Worksheet {
     void bindRisks();
     void loadRisks();
     std::string& textOf(const RiskBox& risk) { return &risk == &falseAcceptBox ? faText_ : frText_; }
+    bool& typed(const RiskBox& risk) { return &risk == &falseAcceptBox ? faTyped_ : frTyped_; }
 
     FieldResult leaveMultiplier(const SubjectSide& side, const std::string& text);
     FieldResult leaveK(const SubjectSide& side, const std::string& text);
@@ -153,6 +160,8 @@ class GuardbandScreen final : public Worksheet {
 
     bool fitBoth();
     void computeGuardbands();
+    void useExact();
+    void showRiskBoxes();
     bool guardbandChanged();
     void computeRisks();
     bool computeAtGuardbands();
@@ -160,7 +169,6 @@ class GuardbandScreen final : public Worksheet {
     void showSecondFigures();
     void searchRatio();
     void roundOff();
-    void roundSide(const SubjectSide& side, const std::string& picture, bool byK);
     int resolutionDigits() const;
     void plot();
     void jumpTo(const std::string& word);

@@ -7,6 +7,7 @@
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
+#include "persistence/Notes.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
 #include "risk/Snapshot.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace metrisk {
 
@@ -30,6 +32,17 @@ constexpr double mostDigits = 15;
 constexpr const char* ppmPicture = "#,##0.0";
 constexpr const char* percentPicture = "#,##0.0000";
 constexpr const char* ratioPicture = "#,##0.00";
+
+/// Where the guardbands just solved miss their target by exact integration.
+std::optional<MissedTarget> missedTargetOf(const Analysis& r, const std::optional<double>& risk) {
+    const bool oneMultiplier = !r.OptTwoSided || r.GB_SymmetricMult;
+    if (!oneMultiplier && !r.GB_SymmetricK) return std::nullopt;
+    return missedTarget(r, oneMultiplier ? GuardbandForm::Multiplier : GuardbandForm::KFactor,
+                        {r.GB_KeyOn == 2   ? GuardbandKey::Equalize
+                         : r.GB_KeyOn == 1 ? GuardbandKey::FalseReject
+                                           : GuardbandKey::FalseAccept,
+                         risk.value_or(0)});
+}
 
 } // namespace
 
@@ -51,20 +64,29 @@ void GuardbandScreen::computeGuardbands() {
         r.AbortFlag = false;
         return;
     }
+    const RiskBox& keyed = r.GB_KeyOn == 1 ? falseRejectBox : falseAcceptBox;
+    const std::optional<double> risk = enteredRisk(textOf(keyed), r.*keyed.unitsName, session_.regional);
     std::optional<GuardbandPair> found;
     {
         const WaitPointer wait(session_.ui);
         resolution_.clear();
-        const bool onReject = r.GB_KeyOn == 1;
-        const std::string& risk = onReject ? frText_ : faText_;
-        const std::string& units = onReject ? r.GB_FRRiskUnits : r.GB_FARiskUnits;
-        found = guardbandsAsked(session_, enteredRisk(risk, units, session_.regional));
+        found = guardbandsAsked(session_, risk);
     }
     if (found) {
+        if (r.GB_KeyOn != 2) typed(keyed) = true; // whatever the box held, it was the target
         takeGuardbands(session_, *found);
         dropRisks();
+        missed_ = missedTargetOf(r, risk);
     }
     r.SearchAbort = r.AbortFlag = false;
+}
+
+/// As if the guardband had been typed.
+void GuardbandScreen::useExact() {
+    if (!missed_ || !missed_->guardband) return;
+    const std::string text = GeneralText(*missed_->guardband, session_.regional);
+    const SubjectSide& side = presentSide(session_.record);
+    missed_->form == GuardbandForm::KFactor ? leaveK(side, text) : leaveMultiplier(side, text);
 }
 
 /// True if the multipliers or the resolution differ from those of the last compute, which are then theirs.
@@ -76,7 +98,7 @@ bool GuardbandScreen::guardbandChanged() {
         return true;
     }
     return (!r.OptSingleLower && r.GB_UpperMult != lastUpper_) ||
-           (!r.OptSingleUpper && r.GB_LowerMult != lastLower_) || risksTyped_;
+           (!r.OptSingleUpper && r.GB_LowerMult != lastLower_) || faTyped_ || frTyped_;
 }
 
 void GuardbandScreen::computeRisks() {
@@ -114,11 +136,12 @@ bool GuardbandScreen::computeAtGuardbands() {
         r.GB_RisksStale = true;
         return false;
     }
-    computed_ = Risks{notNegative(risks.falseAccept), notNegative(risks.falseReject)};
+    computed_ = Risks{std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
     ratioCurrent_ = false;
     lastUpper_ = r.GB_UpperMult;
     lastLower_ = r.GB_LowerMult;
-    risksTyped_ = false;
+    faTyped_ = frTyped_ = false;
+    missed_.reset();
     holdWorksheetRisks(r, *computed_);
     showRisks(true);
     return true;
@@ -177,31 +200,37 @@ void GuardbandScreen::roundOff() {
     const std::string picture = PictureForDecimals(resolutionDigits());
     const bool byK =
         r.OptTwoSided ? r.GB_UpperKEntered || r.GB_LowerKEntered : bool(r.*presentSide(r).kEntered);
-    for (const SubjectSide* side : {&upperSide, &lowerSide})
-        if (!(r.*side->absent)) roundSide(*side, picture, byK);
-    guardbandsTyped();
-    computeRisks();
-}
-
-void GuardbandScreen::roundSide(const SubjectSide& side, const std::string& picture, bool byK) {
-    Analysis& r = session_.record;
     const auto rounded = [&](double value) {
         return ParseValue(FormatNumber(value, picture, session_.regional), session_.regional);
     };
-    if (byK) {
+    const auto eachSide = [&](auto&& round) {
+        for (const SubjectSide* side : {&upperSide, &lowerSide})
+            if (!(r.*side->absent)) round(*side, side == &upperSide);
+    };
+    const auto roundK = [&](const SubjectSide& side) {
         r.*side.kFactor = rounded(r.*side.kFactor);
-        r.*side.kPicture = picture;
-        &side == &upperSide ? UpperMultiplierFromKFactor(r, session_.regional)
-                            : LowerMultiplierFromKFactor(r, session_.regional);
-        r.*side.multiplier = rounded(r.*side.multiplier);
-        r.*side.multiplierPicture = picture;
-        return;
+        if (!(r.*side.kPicture).empty()) r.*side.kPicture = picture;
+    };
+    if (byK) {
+        // The multiplier follows unrounded: rounded as well, it would move the limit away from the k.
+        eachSide([&](const SubjectSide& side, bool upper) {
+            r.*side.kPicture = picture;
+            roundK(side);
+            upper ? UpperMultiplierFromKFactor(r, session_.regional)
+                  : LowerMultiplierFromKFactor(r, session_.regional);
+        });
+        settleSymmetry(r, session_.regional);
+    } else {
+        eachSide([&](const SubjectSide& side, bool upper) {
+            r.*side.multiplier = rounded(r.*side.multiplier);
+            r.*side.multiplierPicture = picture;
+            upper ? ShowUpperKFactor(r, session_.regional) : ShowLowerKFactor(r, session_.regional);
+        });
+        settleSymmetry(r, session_.regional);
+        eachSide([&](const SubjectSide& side, bool) { roundK(side); });
     }
-    r.*side.multiplier = rounded(r.*side.multiplier);
-    r.*side.multiplierPicture = picture;
-    &side == &upperSide ? ShowUpperKFactor(r, session_.regional) : ShowLowerKFactor(r, session_.regional);
-    r.*side.kFactor = rounded(r.*side.kFactor);
-    if (!(r.*side.kPicture).empty()) r.*side.kPicture = picture;
+    guardbandsTyped();
+    computeRisks();
 }
 
 void GuardbandScreen::plot() {
@@ -214,7 +243,8 @@ void GuardbandScreen::plot() {
         tell(session_.ui, onlySymmetricPlot);
         return;
     }
-    GuardPlot plot(session_, r.GB_SymmetricK && !r.GB_SymmetricMult ? Swept::KFactor : Swept::Multiplier);
+    GuardPlot plot(session_, r.OptTwoSided && r.GB_SymmetricK && !r.GB_SymmetricMult ? Swept::KFactor
+                                                                                     : Swept::Multiplier);
     session_.ui.run(plot);
 }
 
@@ -238,17 +268,18 @@ void GuardbandScreen::jumpTo(const std::string& word) {
 
 bool GuardbandScreen::mayClose(Way way) {
     Analysis& r = session_.record;
-    const bool changed = kept_.differ(r);
-    switch (way == Way::Ok || !changed ? Answer::Yes : ask(session_.ui, retainChanges)) {
-    case Answer::Yes:
-        if (way == Way::Ok || changed) store(changed);
+    const bool changed = loaded_.differ(r);
+    const Answer retain = way == Way::Ok ? Answer::Yes
+                          : !changed     ? Answer::No
+                                         : ask(session_.ui, retainChanges);
+    if (retain == Answer::Yes) {
+        store(changed);
         return true;
-    case Answer::No:
-        kept_.restore(r);
-        r.GB_RisksStale = risksWereStale_;
-        return true;
-    default: return false;
     }
+    if (retain != Answer::No) return false;
+    const Analysis left = std::exchange(r, opened_);
+    keepName(r, left);
+    return true;
 }
 
 void GuardbandScreen::store(bool changed) {

@@ -2,6 +2,7 @@
 
 #include "model/Message.h"
 #include "model/NumberText.h"
+#include "model/SameNumber.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
 
@@ -104,6 +105,38 @@ void revalidate(Session& session, const SubjectSide& side) {
     followMultiplier(r, side, isOne(r.GB_UpperMult), textsOf(side).followedZero);
 }
 
+/// The lower k-factor of symmetric ones, with its multiplier. A k of 0 that nobody typed reads as that of its
+/// side.
+void copyUpperKFactor(Analysis& r, const char* zeroPicture, const Regional& regional) {
+    const bool zero = r.GB_UpperK == 0 && !r.GB_UpperKEntered;
+    r.GB_LowerK = r.GB_UpperK;
+    r.GB_LowerK_fmt = zero ? zeroPicture : r.GB_UpperK_fmt;
+    r.GB_LowerKEntered = r.GB_UpperKEntered;
+    if (r.SU_LowerOffset == r.SU_UpperOffset) {
+        r.GB_LowerMult = r.GB_UpperMult;
+        r.GB_LowerMult_fmt = r.GB_UpperMult_fmt;
+    } else if (r.SU_LowerOffset != 0 &&
+               !sameDerived(r.GB_LowerMult, multiplierFromK(r.GB_LowerK, r.SU_LowerOffset, r.MTE_Sigma))) {
+        multiplierFromKFactor(r, lowerSide, regional);
+    }
+}
+
+bool symmetricK(const Analysis& r) {
+    return r.OptTwoSided && r.GB_SymmetricK && !r.GB_SymmetricMult && r.MTE_Sigma != 0;
+}
+
+/// The lower side of symmetric k-factors after a change; false where it has to be looked at on its own.
+bool followUpperKFactor(Analysis& r, const char* zeroPicture, const Regional& regional) {
+    if (!symmetricK(r)) return false;
+    if (kFactorAllowed(r, r.GB_UpperK, lowerSide)) {
+        copyUpperKFactor(r, zeroPicture, regional);
+        return true;
+    }
+    // A typed one is asked about.
+    if (!r.GB_LowerKEntered) r.GB_SymmetricK = false;
+    return false;
+}
+
 } // namespace
 
 double kFromMultiplier(double multiplier, double offset, double sigma) {
@@ -163,15 +196,27 @@ void chooseSymmetricMultipliers(Analysis& r, bool on, const Regional& regional) 
     r.GB_AsymmetricMult = !on;
     if (!on) return;
     if (r.GB_LowerMult != r.GB_UpperMult) r.GuardbandsChanged = true;
-    copyUpperMultiplier(r);
     r.GB_SymmetricK = false;
-    ShowLowerKFactor(r, regional);
+    settleSymmetry(r, regional);
+}
+
+void settleSymmetry(Analysis& r, const Regional& regional) {
+    if (!r.OptTwoSided) return;
+    if (r.GB_SymmetricMult) {
+        copyUpperMultiplier(r);
+        ShowLowerKFactor(r, regional);
+    } else if (symmetricK(r)) {
+        r.GB_SymmetricK = kFactorAllowed(r, r.GB_UpperK, lowerSide);
+        if (r.GB_SymmetricK) copyUpperKFactor(r, lowerTexts.shownZero, regional);
+    }
 }
 
 void RevalidateKFactors(Session& session) {
     try {
+        Analysis& r = session.record;
         revalidate(session, upperSide);
-        revalidate(session, lowerSide);
+        if (r.OptTwoSided && r.GB_SymmetricMult) copyUpperMultiplier(r);
+        if (!followUpperKFactor(r, lowerTexts.followedZero, session.regional)) revalidate(session, lowerSide);
     } catch (const RuntimeFault&) {
         session.record.AbortFlag = true;
     }

@@ -46,9 +46,15 @@ void copyUpperMultiplier(Analysis& record);
 /// Symmetry of the multipliers, which ends that of the k-factors.
 void chooseSymmetricMultipliers(Analysis& record, bool on, const Regional& regional);
 
+/// What the two symmetry flags say, whatever was typed last: under symmetric multipliers the lower one is the
+/// upper one, under symmetric k-factors the lower k is; the other quantity of the lower side follows from its
+/// own offset. A k that the lower side cannot have ends the symmetry and leaves that side as it was. Without
+/// two sides there is nothing to settle. Raises RuntimeFault.
+void settleSymmetry(Analysis& record, const Regional& regional);
+
 /// To be run after a change of the uncertainty or the tolerances: k-factors that were typed decide over
 /// their multipliers, any other follows its multiplier. A typed one that is not allowed any more is
-/// replaced, after a question, by the largest that is or by that of the multiplier.
+/// replaced, after a question, by the largest that is or by that of the multiplier. Symmetric sides stay so.
 void RevalidateKFactors(Session& session);
 
 } // namespace metrisk

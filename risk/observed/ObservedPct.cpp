@@ -2,6 +2,7 @@
 
 #include "model/Message.h"
 #include "model/NumberText.h"
+#include "model/SameNumber.h"
 #include "model/Session.h"
 #include "model/Symmetry.h"
 #include "model/Validation.h"
@@ -62,6 +63,9 @@ void takeMultiplier(Analysis& r, double m, const Regional& regional) {
     r.GB_UpperKEntered = r.GB_LowerKEntered = false;
     ShowUpperKFactor(r, regional);
     ShowLowerKFactor(r, regional);
+    // One multiplier for sides of different width is two k-factors.
+    if (r.GB_SymmetricK && r.OptTwoSided && !sameDerived(r.GB_UpperK, r.GB_LowerK)) r.GB_SymmetricK = false;
+    settleSymmetry(r, regional);
     r.GB_RisksStale = false;
 }
 

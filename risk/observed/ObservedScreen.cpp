@@ -202,10 +202,15 @@ void ObservedScreen::refresh() {
     Lbl_Limit_1.text = asLimits_ ? "Lower Limit" : "Lower Guardband";
     const auto showSide = [&](const SubjectSide& side, TextBox& multiplier, TextBox& k, TextBox& limit) {
         const bool there = !(r.*side.absent);
-        const GuardbandTexts texts = guardbandTexts(r, side, regional);
+        const GuardbandTexts texts = guardbandTexts(r, side, regional, guardbandBoxDigits);
+        const GuardbandTexts full = guardbandTexts(r, side, regional);
         multiplier.text = there ? FormatNumber(r.*side.multiplier, r.*side.multiplierPicture, regional) : "";
         k.text = there ? kFactorText(r, side, regional) : "";
         limit.text = !there ? "" : asLimits_ ? texts.limit : texts.offset;
+        const std::string& whole = asLimits_ ? full.limit : full.offset;
+        limit.toolTip = there && whole != limit.text ? whole
+                        : &side == &upperSide        ? "Upper test limit"
+                                                     : "Lower test limit";
     };
     showSide(upperSide, pnl_Multiplier_0, pnl_kFactor_0, pnl_Limit_0);
     showSide(lowerSide, pnl_Multiplier_1, pnl_kFactor_1, pnl_Limit_1);

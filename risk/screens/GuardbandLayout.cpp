@@ -46,6 +46,7 @@ QGroupBox* risks(const WidgetMaker& w) {
                                 {{w("Lbl_ExactAccept"), 3}},
                                 {w("Lbl_FRRisk"), w("FRRiskBox"), w("FRRiskUnitsBox")},
                                 {{w("Lbl_ExactReject"), 3}},
+                                {{w("Lbl_ExactSolve"), 2}, w("cmd_UseExact")},
                                 {w("Lbl_EqAccRat"), w("EqAccRatBox"), w.box("EqAccRat2Box", 4)},
                                 {w("IncludeEqAccRatBox"), {w("CmdCompute"), 2}}}));
 }

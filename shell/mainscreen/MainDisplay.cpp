@@ -20,7 +20,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr const char* notComputedTip = "Not computed for these entries";
 constexpr const char* product = "Metrisk";
 constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* baselineRatioPicture = "##0.00";

@@ -5,12 +5,14 @@
 #include "model/SubjectSide.h"
 #include "numerics/Real.h"
 #include "plots/PlotDesk.h"
+#include "reliability/ReliabilityScreen.h"
 #include "reports/ReportDesk.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"
 #include "risk/Snapshot.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/guardband/KFactors.h"
+#include "risk/observed/ObservedScreen.h"
 #include "shell/mainscreen/DataGate.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/MainDisplay.h"
@@ -82,9 +84,15 @@ void MainScreen::bindNumbers() {
 }
 
 void MainScreen::bindOptions() {
-    TwoSideOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::TwoSided); };
-    SingleUpperOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleUpper); };
-    SingleLowerOption.clicked = [this](bool) { chooseTolerance(session_, ToleranceKind::SingleLower); };
+    const auto bindKind = [this](RadioButton& button, ToleranceKind kind) {
+        button.clicked = [this, kind](bool) {
+            chooseTolerance(session_, kind);
+            followInKFactors();
+        };
+    };
+    bindKind(TwoSideOption, ToleranceKind::TwoSided);
+    bindKind(SingleUpperOption, ToleranceKind::SingleUpper);
+    bindKind(SingleLowerOption, ToleranceKind::SingleLower);
     chk_Symmetric.clicked = [this](bool on) {
         chk_Symmetric_Click(session_, on);
         followInKFactors();
@@ -158,6 +166,19 @@ void MainScreen::openUncertainty(FileChooser& chooser, ReportDesk& reports) {
     worksheet.previewReport = [&reports](Session& desk) { reports.preview(desk, reportOrigin::uncertainty); };
     worksheet.printReport = [&reports](Session& desk) { reports.print(desk, reportOrigin::uncertainty); };
     worksheet.refresh();
+    session_.ui.run(worksheet);
+    followInKFactors();
+}
+
+void MainScreen::openReliability(int slot) {
+    session_.record.Rel_ActiveSlot = slot;
+    ReliabilityScreen worksheet(session_);
+    session_.ui.run(worksheet);
+    followInKFactors();
+}
+
+void MainScreen::openObserved() {
+    ObservedScreen worksheet(session_);
     session_.ui.run(worksheet);
     followInKFactors();
 }

@@ -142,6 +142,8 @@ class MainScreen final : public Worksheet {
     /// The tolerance offset worksheet.
     void openOffsets(FileChooser& chooser);
     /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
+    void openReliability(int slot);
+    void openObserved();
     void openBiasReference(std::size_t slot);
 
     /// The record has been replaced: every next comparison of a box counts as a change.

@@ -2,11 +2,13 @@
 #include "risk/guardband/GuardbandScreen.h"
 #include "model/NumberText.h"
 #include "model/SubjectSide.h"
+#include "persistence/AnalysisFile.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandTexts.h"
+#include "risk/guardband/KFactors.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"
@@ -195,6 +197,7 @@ TEST(GuardbandScreen, RoundsToTheDisplayedResolution) {
     w.type("txt_DisplayedResolution", "1");
     w.press("cmd_RoundOff");
     EXPECT_EQ(w.record.GB_UpperK, 1.2);
+    EXPECT_EQ(w.record.GB_UpperMult, 1 - w.record.MTE_Sigma * 1.2 / 0.5) << "as the next load derives it";
     w.type("UpperMultiplierBox", "0.9");
     w.type("txt_DisplayedResolution", "");
     w.press("cmd_RoundOff");
@@ -256,6 +259,131 @@ TEST(GuardbandScreen, OkHandsFiguresOfTheseGuardbandsToTheMainResults) {
     EXPECT_TRUE(withRatio.screen->close(Way::Ok));
     EXPECT_GT(withRatio.record.EqAccRat, 1);
     EXPECT_EQ(withRatio.record.Last_GBUpper, 0.9);
+}
+
+/// Which side was typed and which flag is ticked: both screens and the record agree.
+TEST(GuardbandScreen, SymmetricSidesStaySo) {
+    const auto sides = [](Guardbands& w) {
+        return w.texts({"UpperMultiplierBox", "LowerMultiplierBox", "txt_kFactor_0", "txt_kFactor_1"});
+    };
+    Guardbands multipliers(twoSided(0.5, 0.4, 95));
+    multipliers.press("SymmetryCheckBox");
+    multipliers.type("txt_kFactor_0", "1");
+    Analysis& m = multipliers.record;
+    EXPECT_EQ(m.GB_LowerMult, m.GB_UpperMult);
+    EXPECT_NEAR(m.GB_LowerK, 0.8, 1e-12) << "of its own offset";
+    EXPECT_EQ(sides(multipliers), "0.87244664 | 0.87244664 | 1.0000 | 0.800000");
+    m.MTE_Sigma *= 2;
+    RevalidateKFactors(multipliers.session);
+    EXPECT_EQ(m.GB_LowerMult, m.GB_UpperMult) << "the typed k moves both";
+    EXPECT_EQ(m.GB_UpperK, 1);
+
+    Guardbands factors(twoSided(0.5, 0.4, 95));
+    Analysis& k = factors.record;
+    factors.press("chk_SymmetricK");
+    factors.type("UpperMultiplierBox", "0.9");
+    EXPECT_EQ(k.GB_LowerK, k.GB_UpperK);
+    EXPECT_NEAR(k.GB_LowerMult, 0.875, 1e-12);
+    k.MTE_Sigma *= 2;
+    RevalidateKFactors(factors.session);
+    EXPECT_EQ(k.GB_LowerK, k.GB_UpperK);
+    EXPECT_NEAR(k.GB_LowerMult, 0.875, 1e-12);
+    EXPECT_EQ(k.GB_UpperMult, 0.9);
+    // A k that the narrower side cannot have.
+    factors.type("UpperMultiplierBox", "0.1");
+    EXPECT_FALSE(factors.screen->chk_SymmetricK.checked);
+    EXPECT_EQ(k.GB_UpperMult, 0.1);
+    EXPECT_NEAR(k.GB_LowerMult, 0.875, 1e-12);
+}
+
+TEST(GuardbandScreen, ShowsNoRisksOfOtherGuardbands) {
+    const auto computed = [](Analysis& r) { // as the worksheet leaves a record
+        r.GB_UpperMult = r.GB_LowerMult = 0.9;
+        r.GB_FARisk = 0.4796;
+        r.GB_FRRisk = 2.7;
+    };
+    struct Row {
+        const char* name;
+        void (*change)(Analysis&);
+        bool shown;
+    };
+    const Row rows[] = {{"of these", [](Analysis&) {}, true},
+                        {"another sigma observes", [](Analysis& r) { r.MTE_Sigma *= 1.5; }, false},
+                        {"a typed target", [](Analysis& r) { r.GB_FARisk = 2; }, false},
+                        {"multipliers rounded since", [](Analysis& r) { r.GB_UpperMult = 0.91; }, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Guardbands first({}, computed);
+        first.press("CmdCompute");
+        first.screen->close(Way::Ok);
+        row.change(first.record);
+        const Analysis before = first.record;
+        first.screen.emplace(first.session);
+        EXPECT_EQ(first.text("FARiskBox") != "", row.shown);
+        EXPECT_EQ(first.text("FRRiskBox") != "", row.shown);
+        EXPECT_TRUE(first.screen->close(Way::Cancel));
+        EXPECT_EQ(AnalysisText(first.record), AnalysisText(before)) << "a look changes nothing";
+        EXPECT_EQ(first.record.GB_RisksStale, before.GB_RisksStale);
+    }
+    // What stands needs no compute; what does not is faded beside the target typed.
+    Guardbands w({}, [](Analysis& r) {
+        r.GB_UpperMult = r.GB_LowerMult = 0.9;
+        TakeSnapshot(r);
+    });
+    w.press("CmdCompute");
+    w.screen->close(Way::Ok);
+    w.screen.emplace(w.session);
+    w.ui.expectBox("Compute Not Required", "No changes have been made to guardband limits.", note);
+    w.press("CmdCompute");
+    EXPECT_FALSE(w.screen->FARiskBox.faded || w.screen->FRRiskBox.faded);
+    w.type("FARiskBox", "0.5");
+    EXPECT_FALSE(w.screen->FARiskBox.faded);
+    EXPECT_TRUE(w.screen->FRRiskBox.faded);
+    EXPECT_EQ(w.screen->FRRiskBox.toolTip, "Not computed for these entries");
+    w.press("CmdCompute");
+    EXPECT_FALSE(w.screen->FRRiskBox.faded);
+}
+
+TEST(GuardbandScreen, CancelAfterALookPutsEverythingBack) {
+    Guardbands w({}, [](Analysis& r) {
+        r.GB_UpperKEntered = true;
+        r.GB_UpperK = 1.2345;
+        r.GB_UpperK_fmt = "#,##0.00000000";
+        r.GB_UpperMult = 0.9;
+    });
+    EXPECT_NE(w.record.GB_UpperMult, 0.9) << "derived from the k";
+    EXPECT_TRUE(w.screen->close(Way::Cancel));
+    EXPECT_EQ(w.record.GB_UpperMult, 0.9);
+    EXPECT_EQ(w.record.GB_UpperK_fmt, "#,##0.00000000");
+}
+
+/// Rounding leaves a risk slightly below 0 where nothing can be accepted wrongly; here it is 0.
+TEST(GuardbandScreen, ANegativeRiskIsNone) {
+    Guardbands w(twoSided(0.5, 0.5, 95, 0.5 / 5000));
+    w.type("UpperMultiplierBox", "0.9");
+    w.type("LowerMultiplierBox", "0.9");
+    w.press("IncludeEqAccRatBox");
+    w.press("CmdCompute");
+    EXPECT_EQ(w.record.GB_FARisk, 0);
+    EXPECT_EQ(w.text("FARiskBox"), "0.0");
+    EXPECT_EQ(w.text("EqAccRatBox"), "0.00") << "no ratio has a risk of 0";
+    EXPECT_EQ(w.text("EqAccRat2Box"), "");
+}
+
+TEST(GuardbandScreen, OffersTheGuardbandOfExactIntegration) {
+    Guardbands w(twoSided(0.5, 0.5, 95, 0.5 / 400));
+    w.press("SymmetryCheckBox");
+    w.type("FARiskBox", "10");
+    w.screen->choose(w.screen->FARiskUnitsBox, 1);
+    w.press("cmdComputeGuardbands");
+    ASSERT_TRUE(w.screen->Lbl_ExactSolve.visible);
+    EXPECT_TRUE(w.text("Lbl_ExactSolve").ends_with(" meets the target.")) << w.text("Lbl_ExactSolve");
+    w.press("cmd_UseExact");
+    EXPECT_FALSE(w.screen->Lbl_ExactSolve.visible);
+    const auto risks = exactRisks(subjectBiasOf(w.record), w.record.MTE_Sigma,
+                                  {-w.record.GB_LowerMult * 0.5, w.record.GB_UpperMult * 0.5});
+    EXPECT_NEAR(risks->falseAccept(0).value / 1e-5, 1, 1e-6);
+    EXPECT_TRUE(w.record.GuardbandsChanged);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "model/NumberText.h"
 #include "risk/RiskModel.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/guardband/ComputeGuardbands.h"
+#include "risk/guardband/ExactGuardband.h"
 #include "risk/guardband/GuardbandTexts.h"
 #include "risk/guardband/KFactors.h"
 #include "risk/guardband/SolveGuardbands.h"
@@ -382,6 +384,87 @@ TEST(GuardbandTexts, HaveTheDecimalsOfMultiplierAndOffset) {
         EXPECT_EQ(upper.limit, row.limit);
         EXPECT_EQ(upper.offset, row.offset);
         EXPECT_EQ(ShowLowerGuardband(r, {}).offset, row.lowerOffset);
+    }
+}
+
+/// A limit of 12.5 V read "13 V": the orders of ten of the offset took its decimals.
+TEST(GuardbandTexts, HaveNoFewerDecimalsThanTheToleranceBesideThem) {
+    struct Row {
+        double mode, offset, multiplier;
+        const char *offsetPicture, *multiplierPicture, *limit, *text, *box;
+    };
+    for (const Row& row : {Row{0, 12.5, 1, "#,##0.0", "#,###", "12.5 V", "12.5 V", "12.5 V"},
+                           {1000, 12.5, 1, "#,##0.0", "#,###", "1,012.5 V", "12.5 V", "12.5 V"},
+                           {0, 1234.25, 0.5, "#,##0.00", "#,##0.0", "617.13 V", "617.13 V", "617.13 V"},
+                           {0, 0.000625, 0.88899246, "#,##0.000000", "#,##0.00000000",
+                            "0.00055562028750000 V", "0.00055562028750000 V", "0.0005556202875 V"}}) {
+        Analysis r;
+        enter(r, {.mode = row.mode, .upperOffset = row.offset, .lowerOffset = row.offset});
+        r.SU_UpperOffset_fmt = row.offsetPicture;
+        r.NominalUnits = r.SU_ToleranceUnits = "V";
+        r.GB_UpperMult = row.multiplier;
+        r.GB_UpperMult_fmt = row.multiplierPicture;
+        EXPECT_EQ(ShowUpperGuardband(r, {}).limit, row.limit);
+        EXPECT_EQ(ShowUpperGuardband(r, {}).offset, row.text);
+        EXPECT_EQ(guardbandTexts(r, upperSide, {}, guardbandBoxDigits).offset, row.box);
+    }
+}
+
+/// Against a scan that knows nothing of the search; the figures of the told solve beside.
+TEST(ExactGuardband, MeetsTheTargetWhereTheToldSolveMissesIt) {
+    struct Row {
+        const char* name;
+        Entry entry;
+        GuardbandForm form;
+        GuardbandTarget target;
+        bool missed;
+    };
+    const Row rows[] = {
+        {"accept, a common test",
+         twoSided(0.5, 0.5, 95),
+         GuardbandForm::Multiplier,
+         {GuardbandKey::FalseAccept, 0.005},
+         false},
+        {"reject, by k",
+         twoSided(0.5, 0.4, 95),
+         GuardbandForm::KFactor,
+         {GuardbandKey::FalseReject, 0.03},
+         false},
+        {"equal risks", twoSided(0.5, 0.5, 95), GuardbandForm::Multiplier, {GuardbandKey::Equalize}, false},
+        {"one panel misses the limit",
+         twoSided(0.5, 0.5, 95, 0.5 / 400),
+         GuardbandForm::Multiplier,
+         {GuardbandKey::FalseAccept, 1e-5},
+         true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TestSession t;
+        Analysis& r = t.record;
+        enter(r, row.entry);
+        ValidateAndFit(t.session);
+        r.GB_SymmetricMult = row.form == GuardbandForm::Multiplier;
+        r.GB_SymmetricK = !r.GB_SymmetricMult;
+        r.GB_KeyOn = static_cast<int>(row.target.key);
+        const auto told = guardbandsAsked(t.session, row.target.risk);
+        ASSERT_TRUE(told);
+        takeGuardbands(t.session, *told);
+        const auto missed = missedTarget(r, row.form, row.target);
+        EXPECT_EQ(missed.has_value(), row.missed) << (missed ? missedTargetText(*missed, {}) : "");
+        const auto exact = exactGuardband(r, row.form, row.target,
+                                          row.form == GuardbandForm::KFactor ? r.GB_UpperK : r.GB_UpperMult);
+        ASSERT_TRUE(exact);
+        const double k = row.form == GuardbandForm::KFactor ? *exact : 0;
+        const double m = row.form == GuardbandForm::KFactor ? 1 : *exact;
+        const auto risks =
+            exactRisks(subjectBiasOf(r), r.MTE_Sigma,
+                       {k * r.MTE_Sigma - m * r.SU_LowerOffset, m * r.SU_UpperOffset - k * r.MTE_Sigma});
+        ASSERT_TRUE(risks);
+        const double accept = risks->falseAccept(0).value, reject = risks->falseReject().value;
+        const double met = row.target.key == GuardbandKey::FalseReject ? reject / row.target.risk
+                           : row.target.key == GuardbandKey::Equalize  ? accept / reject
+                                                                       : accept / row.target.risk;
+        EXPECT_NEAR(met, 1, 1e-9);
     }
 }
 
