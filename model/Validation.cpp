@@ -66,8 +66,8 @@ bool subjectEmpty(const Analysis& r) {
 }
 
 struct Failure {
-    const char* title;
-    const char* text;
+    std::string_view title;
+    std::string_view text;
     const char* box;
     const char* panel = nullptr;
 };
@@ -171,29 +171,35 @@ void ValidateSubject(Session& session) {
     if (r.OptSingleLower || r.OptSingleUpper) validateSingleSided(session);
 }
 
+std::optional<Message> refusedMeasuringOffset(double offset) {
+    if (offset > 0) return std::nullopt;
+    return Message{text::aboveZero, title::measuringOffset};
+}
+
+std::optional<Message> refusedMeasuringPct(double pct, bool enteredByUncertainty) {
+    if (!(pct > 0)) return Message{text::aboveZero, title::measuringPct};
+    // A confidence of exactly 100 % has a coverage factor; an in-tolerance of 100 % has no sigma.
+    if (enteredByUncertainty ? pct > 100 : pct >= 100) return Message{text::below100, title::measuringPct};
+    return std::nullopt;
+}
+
 void ValidateMeasuring(Session& session) {
     Analysis& r = session.record;
     r.AbortFlag = false;
     const bool speaks = r.Computing && !r.EntryBoxChanged;
     if (!r.ObservedWorksheetOpen && allZero({r.MTE_PctInTol, r.MTE_Mode, r.MTE_UpperLimit, r.MTE_LowerLimit}))
         return fail(session, {title::insufficient, text::noMeasuringData, "MTEOffsetBox"}, speaks);
-    if (r.MTE_Offset <= 0) {
+    if (const auto refused = refusedMeasuringOffset(r.MTE_Offset)) {
         if (r.MTE_PctReading != 0 && r.SU_Mode == 0)
             return fail(session, {title::modeOrReading, text::nonZero, "ModeBox"}, speaks);
-        return fail(session, {title::measuringOffset, text::aboveZero, "MTEOffsetBox", "pnl_MTEOffset"},
-                    speaks);
+        return fail(session, {refused->title, refused->text, "MTEOffsetBox", "pnl_MTEOffset"}, speaks);
     }
     if (r.MTE_FixedOffset < 0)
         return fail(session,
                     {title::measuringFixed, zeroOrAboveText, "MTEFixedOffsetBox", "pnl_MTEFixedOffset"},
                     speaks);
-    if (r.MTE_PctInTol <= 0)
-        return fail(session, {title::measuringPct, text::aboveZero, "MTEPctInTolBox", "pnl_MTEPctInTol"},
-                    speaks);
-    // A confidence of exactly 100 % has a coverage factor; an in-tolerance of 100 % has no sigma.
-    if (r.MTE_EntryByUncertainty ? r.MTE_PctInTol > 100 : r.MTE_PctInTol >= 100)
-        return fail(session, {title::measuringPct, text::below100, "MTEPctInTolBox", "pnl_MTEPctInTol"},
-                    speaks);
+    if (const auto refused = refusedMeasuringPct(r.MTE_PctInTol, r.MTE_EntryByUncertainty))
+        return fail(session, {refused->title, refused->text, "MTEPctInTolBox", "pnl_MTEPctInTol"}, speaks);
     if (r.ProcessUncertainty < 0) {
         r.AbortFlag = true;
         if (validationIsQuiet(session) || !r.Computing) return;

@@ -1,6 +1,10 @@
 // Whole-parameter checks that run before every fit and compute.
 #pragma once
 
+#include "model/Message.h"
+
+#include <optional>
+
 namespace metrisk {
 
 struct Session;
@@ -21,6 +25,11 @@ inline constexpr const char* zeroOrAboveText = "Must be greater than or equal to
 void CheckDataPresent(Session& session);
 void ValidateSubject(Session& session);
 void ValidateMeasuring(Session& session);
+
+/// What ValidateMeasuring says of a tolerance (any unit) or a % in-tolerance on its own; none if it is
+/// allowed.
+std::optional<Message> refusedMeasuringOffset(double offset);
+std::optional<Message> refusedMeasuringPct(double pct, bool enteredByUncertainty);
 
 /// No boxes for missing data and no focus moves.
 bool validationIsQuiet(const Session& session);

@@ -18,6 +18,7 @@
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
+#include "units/ObservingUnits.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -220,8 +221,7 @@ class Summary {
     }
 
     void observed() {
-        const double factor = r_.Obs_Units == r_.NominalUnits ? 1 : measuringUnits(r_).factor;
-        const double offset = r_.Obs_Offset * factor;
+        const double offset = r_.Obs_Offset * observingFactor(session_);
         const auto share = [&](double pct, const std::string& picture) {
             return current_.observed ? number(pct, picture) : notComputedText;
         };

@@ -1,6 +1,7 @@
 #include "risk/observed/ObservedModel.h"
 
 #include "model/Analysis.h"
+#include "numerics/BracketedRoot.h"
 #include "numerics/Real.h"
 #include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace metrisk {
 
@@ -78,7 +80,8 @@ std::optional<double> ObservedModel::trueAt(double observed, int decimals) const
         const std::optional<double> x = next(prior);
         if (!x) return std::nullopt;
         if (!(*x > 0 && *x < 1)) return bisected(observed, prior, *x > 0 ? 1 : 0);
-        if (std::fabs(*x - prior) < stop) return x;
+        constexpr double spacings = 4 * std::numeric_limits<double>::epsilon();
+        if (std::fabs(*x - prior) <= std::max(stop, spacings * *x)) return x;
         prior = *x;
     }
     return std::nullopt;
@@ -104,6 +107,37 @@ std::optional<double> ObservedModel::bisected(double observed, double inside, do
         (*at * *start > 0 ? x : other) = mid;
     }
     return x;
+}
+
+std::optional<BoundedFigure> ObservedModel::exactObservedAt(double x) const {
+    if (x == 0) return BoundedFigure{};
+    return unlessRefused([&] {
+        const auto risks = exactRisks(subjectBiasOf(fittedAt(x)), mteSigma_, range_);
+        if (!risks) throw NoRisks{};
+        return risks->accepted;
+    });
+}
+
+std::optional<double> ObservedModel::exactTrueAt(double observed, double near) const {
+    const auto excess = [&](double x) {
+        const auto seen = exactObservedAt(x);
+        return seen ? seen->value - observed : std::nan("");
+    };
+    const CurvePoint start{near, excess(near)};
+    if (std::isnan(start.y)) return std::nullopt;
+    if (start.y == 0) return near;
+    CurvePoint up = start, down = start;
+    // Steps of the odds, so that shares near 1 are searched as finely as their rest.
+    for (double step = 1e-6; step < 100; step *= 2)
+        for (CurvePoint* end : {&down, &up}) {
+            if (std::isnan(end->y)) continue;
+            const double odds = end->x / (1 - end->x) * std::exp(end == &up ? step : -step);
+            const CurvePoint next{odds / (1 + odds), excess(odds / (1 + odds))};
+            if (!std::isnan(next.y) && (next.y < 0) != (start.y < 0))
+                return bracketedRoot(excess, *end, next, 0);
+            *end = next;
+        }
+    return std::nullopt;
 }
 
 double ObservedModel::equalizingMultiplier(double x) const {

@@ -4,6 +4,7 @@
 #include "model/ParameterGroups.h"
 #include "model/Regional.h"
 #include "risk/RiskModel.h"
+#include "risk/exact/ExactRisks.h"
 
 #include <optional>
 
@@ -30,9 +31,14 @@ class ObservedModel {
     std::optional<double> observedAt(double x) const;
 
     /// The true share, between 0 and 1, at which `observed` is seen: by iteration until it moves by less than
-    /// 10^-(d + 3), d being `decimals` (of the percentage shown) but at least 4; by halving to 1e-12 where
-    /// the iteration leaves the range.
+    /// 10^-(d + 3), d being `decimals` (of the percentage shown) but at least 4; but never by less than
+    /// four spacings of the number; by halving to 1e-12 where the iteration leaves the range.
     std::optional<double> trueAt(double observed, int decimals) const;
+
+    /// The same shares by exact integration. That which passes is that which is accepted, under either
+    /// option. The true share is the one nearest to `near`, that of trueAt().
+    std::optional<BoundedFigure> exactObservedAt(double x) const;
+    std::optional<double> exactTrueAt(double observed, double near) const;
 
     /// The multiplier that makes both shares x. Raises SolveFailure, which has no text for a share of 0.
     double equalizingMultiplier(double x) const;

@@ -9,7 +9,10 @@
 #include "model/SubjectSide.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
+#include "model/Validation.h"
 #include "persistence/Notes.h"
+#include "risk/CurrentFigures.h"
+#include "risk/RiskMessages.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/guardband/GuardbandTexts.h"
@@ -17,6 +20,7 @@
 #include "risk/observed/ObservedPct.h"
 #include "risk/observed/ObservingUnit.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace metrisk {
@@ -61,10 +65,15 @@ ObservedScreen::ObservedScreen(Session& session)
     asLimits_ = r.GB_ShowLimits;
     if (r.Obs_Offset == 0) r.Obs_ObservingUnitOption = currentUnit;
     if (r.Obs_ObservingUnitOption == currentUnit) useCurrentUnit();
+    offerUnits();
+    const bool observedStands = currentFigures(session).observed;
     fitObservingUnit();
     loaded_ = session.record;
     changed_ = true; // nothing has been computed here yet
     showFigures();
+    // Without a fit there is no figure; one that is not of these entries is none either.
+    if (!fitted_ || !observedStands) observedText_.clear();
+    figureStands_ = true;
     bindFigures();
     bindObservingUnit();
     mnu_Exit_0.closes = Way::Ok;
@@ -89,7 +98,7 @@ void ObservedScreen::bindFigures() {
             computeTruePct_ = solvesTrue;
             CmdCompute.text = solvesTrue ? trueCaption : observedCaption;
             lastChanged_ = LastChanged::Percentage;
-            changed_ = true;
+            markChanged();
         };
         box.left = [&text](const std::string& typed) -> FieldResult {
             text = typed;
@@ -102,13 +111,14 @@ void ObservedScreen::bindFigures() {
     opt_UseGuardbands_0.clicked = [this](bool) { chooseUse(0); };
     opt_UseGuardbands_1.clicked = [this](bool) { chooseUse(1); };
     opt_UseGuardbands_2.clicked = [this](bool) { chooseUse(2); };
+    cmd_ShowLimit.clicked = [this](bool) { asLimits_ = !asLimits_; };
     opt_Limits_0.clicked = [this](bool) { asLimits_ = true; };
     opt_Limits_1.clicked = [this](bool) { asLimits_ = false; };
     cmd_Update.clicked = [this](bool) {
         const Figures before(session_.record);
         GuardbandScreen worksheet(session_);
         session_.ui.run(worksheet);
-        if (before.differ(session_.record)) changed_ = true;
+        if (before.differ(session_.record)) markChanged();
     };
 }
 
@@ -125,28 +135,61 @@ void ObservedScreen::bindObservingUnit() {
             session_.record.*field = withoutQuotes(text);
             return {false, text};
         };
-    OffsetUnitsBox.left = [this](const std::string& text) -> FieldResult {
-        session_.record.Obs_Units = withoutQuotes(text);
-        return {false, text};
-    };
-    StatsData_0.left = [this](const std::string& text) -> FieldResult {
-        session_.record.Obs_AOP = ParseValue(text, session_.regional) / 100;
-        lastChanged_ = LastChanged::MTEPctBox;
-        fitObservingUnit();
-        return {false, text};
-    };
-    StatsData_1.left = [this](const std::string& text) -> FieldResult {
-        session_.record.Obs_Offset = ParseValue(text, session_.regional) / unitsFactor();
+    OffsetUnitsBox.chosen = [this](int index) {
+        // The number typed stays; it means another tolerance now.
+        Analysis& r = session_.record;
+        const double shown = r.Obs_Offset * unitsFactor();
+        if (!offsetBefore_) offsetBefore_ = r.Obs_Offset;
+        r.Obs_Units = units_.at(static_cast<std::size_t>(index)).name;
+        r.Obs_Offset = shown / unitsFactor();
         lastChanged_ = LastChanged::MTELimBox;
         fitObservingUnit();
-        return {false, text};
+    };
+    StatsData_0.left = [this](const std::string& text) {
+        const double pct = ParseValue(text, session_.regional);
+        return leaveUnitBox(StatsData_0, &Analysis::Obs_AOP, aopBefore_, pct / 100,
+                            refusedMeasuringPct(pct, session_.record.MTE_EntryByUncertainty),
+                            LastChanged::MTEPctBox, text);
+    };
+    StatsData_1.left = [this](const std::string& text) {
+        const double shown = ParseValue(text, session_.regional);
+        return leaveUnitBox(StatsData_1, &Analysis::Obs_Offset, offsetBefore_, shown / unitsFactor(),
+                            refusedMeasuringOffset(shown), LastChanged::MTELimBox, text);
     };
 }
 
-/// Of the offset's units: those of the measuring tolerance, or nominal ones.
+/// An entry that no fit can be made of goes back to what the box held.
+FieldResult ObservedScreen::leaveUnitBox(const TextBox& box, double Analysis::*field,
+                                         std::optional<double>& before, double value,
+                                         const std::optional<Message>& refused, LastChanged what,
+                                         const std::string& text) {
+    Analysis& r = session_.record;
+    if (refused) {
+        tell(session_.ui, *refused);
+        return {true, box.last.value_or("")};
+    }
+    const double held = std::exchange(r.*field, value);
+    fitObservingUnit();
+    if (!fitted_ && r.Obs_Offset > 0 && r.Obs_AOP > 0) { // the fit has said why
+        r.*field = held;
+        fitObservingUnit();
+        return {true, box.last.value_or("")};
+    }
+    if (!before) before = held;
+    lastChanged_ = what;
+    return {false, text};
+}
+
+void ObservedScreen::offerUnits() {
+    units_ = observingUnits(session_);
+    OffsetUnitsBox.items.clear();
+    for (const OfferedUnit& unit : units_) OffsetUnitsBox.items.push_back(unit.name);
+}
+
+/// Of the offset's units.
 double ObservedScreen::unitsFactor() const {
-    const Analysis& r = session_.record;
-    return r.Obs_Units == r.NominalUnits ? 1 : measuringUnits(opened_).factor;
+    const auto found = std::ranges::find(units_, session_.record.Obs_Units, &OfferedUnit::name);
+    return found == units_.end() ? measuringUnits(opened_).factor : found->factor;
 }
 
 void ObservedScreen::useCurrentUnit() {
@@ -158,6 +201,8 @@ void ObservedScreen::useCurrentUnit() {
     r.Obs_AOP = opened_.MTE_PctInTol / 100;
     r.Obs_Offset = opened_.MTE_Offset;
     r.Obs_Units = opened_.MTE_ToleranceUnits;
+    offsetBefore_.reset();
+    aopBefore_.reset();
     lastChanged_ = LastChanged::Percentage;
 }
 
@@ -171,18 +216,19 @@ void ObservedScreen::askForOtherUnit() {
 
 void ObservedScreen::fitObservingUnit() {
     Analysis& r = session_.record;
-    changed_ = true;
-    if (r.Obs_ObservingUnitOption == currentUnit) {
-        restoreMeasuring();
-        return;
-    }
-    FitObservingUnit(session_);
+    markChanged();
+    exactText_.clear();
+    restoreMeasuring();
+    fitted_ = r.Obs_ObservingUnitOption == currentUnit || FitObservingUnit(session_);
+    if (fitted_) return;
+    restoreMeasuring();
+    observedText_.clear();
 }
 
 void ObservedScreen::chooseUse(int index) {
     use_ = index;
     session_.record.ObservedIgnoresGuardbands = index == 0;
-    changed_ = true;
+    markChanged();
     if (index == 2) CmdCompute.text = guardbandCaption;
     // The reverse of what typing sets; it has always been so.
     if (index == 1) CmdCompute.text = computeTruePct_ ? observedCaption : trueCaption;
@@ -193,6 +239,17 @@ void ObservedScreen::refresh() {
     const Regional& regional = session_.regional;
     TruePctBox.text = trueText_;
     ObservedPctBox.text = observedText_;
+    // The figure that follows is of the entries before, as long as it has not been computed again.
+    TextBox& result = computeTruePct_ ? TruePctBox : ObservedPctBox;
+    for (TextBox* box : {&TruePctBox, &ObservedPctBox}) {
+        box->faded = box == &result && !figureStands_ && !box->text.empty();
+        box->toolTip = box->faded           ? notComputedTip
+                       : box == &TruePctBox ? "Percent of the subject parameters that are in tolerance"
+                                            : "Percent of the subject parameters that pass the test";
+    }
+    setRemark(result, Lbl_ExactFigure, figureStands_ ? exactText_ : "");
+    (computeTruePct_ ? ObservedPctBox : TruePctBox).mark.clear();
+    cmd_ShowLimit.text = asLimits_ ? "Show Guardband" : "Show Test Limit";
     opt_UseGuardbands_0.checked = use_ == 0;
     opt_UseGuardbands_1.checked = use_ == 1;
     opt_UseGuardbands_2.checked = use_ == 2;
@@ -220,9 +277,11 @@ void ObservedScreen::refresh() {
     ObservingUnitOption_1.checked = current;
     TextBox* const ids[] = {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3};
     for (std::size_t i = 0; i < 4; ++i) ids[i]->text = r.*idFields[i];
-    for (TextBox* box : {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3, &StatsData_0, &StatsData_1, &OffsetUnitsBox})
+    for (TextBox* box : {&ObsID_0, &ObsID_1, &ObsID_2, &ObsID_3, &StatsData_0, &StatsData_1})
         box->locked = current;
-    OffsetUnitsBox.text = r.Obs_Units;
+    OffsetUnitsBox.enabled = !current;
+    const auto unit = std::ranges::find(units_, r.Obs_Units, &OfferedUnit::name);
+    OffsetUnitsBox.index = unit == units_.end() ? -1 : static_cast<int>(unit - units_.begin());
     StatsData_0.text = r.Obs_AOP == 0 ? "" : FormatNumber(100 * r.Obs_AOP, "#0.0000", regional);
     const double offset = r.Obs_Offset * unitsFactor();
     StatsData_1.text =
@@ -242,6 +301,7 @@ void ObservedScreen::compute() {
         tell(session_.ui, noChange);
         return;
     }
+    if (!unitIsThere()) return;
     if (r.SU_Distribution.empty()) {
         r.ComputeScope = "Both";
         r.ComputeNeeded = true;
@@ -253,35 +313,87 @@ void ObservedScreen::compute() {
     if (computeFigures()) {
         showFigures();
         changed_ = false;
+        figureStands_ = true;
+        offsetBefore_.reset();
+        aopBefore_.reset();
     } else {
         restoreRefused();
     }
     r.AbortFlag = r.SearchAbort = false;
 }
 
+/// Tells which entry of the observing unit is missing.
+bool ObservedScreen::unitIsThere() {
+    if (fitted_) return true;
+    const Analysis& r = session_.record;
+    if (const auto refused = refusedMeasuringOffset(r.Obs_Offset)) {
+        tell(session_.ui, *refused);
+        session_.ui.focus({name, StatsData_1.name});
+    } else if (const auto pct = refusedMeasuringPct(100 * r.Obs_AOP, r.MTE_EntryByUncertainty)) {
+        tell(session_.ui, *pct);
+        session_.ui.focus({name, StatsData_0.name});
+    } else {
+        tell(session_.ui, noRisks);
+    }
+    return false;
+}
+
+/// Where exact integration shows the computed figure otherwise.
+std::string ObservedScreen::exactRemarkOf(const ObservedModel& model, bool solvedTrue) const {
+    const Analysis& r = session_.record;
+    const double x = r.SU_PctInTol / 100;
+    std::optional<double> exact;
+    if (solvedTrue)
+        exact = model.exactTrueAt(r.Obs_PctInTol / 100, x);
+    else if (const auto observed = model.exactObservedAt(x))
+        exact = observed->value;
+    if (!exact) return "";
+    const std::string& picture = solvedTrue ? r.SU_PctInTol_fmt : r.Obs_PctInTol_fmt;
+    const double told = solvedTrue ? r.SU_PctInTol : r.Obs_PctInTol;
+    const std::string text = FormatNumber(100 * *exact, picture, session_.regional);
+    return text == FormatNumber(told, picture, session_.regional) ? ""
+                                                                  : "Exact integration gives " + text + " %.";
+}
+
 bool ObservedScreen::computeFigures() {
     const Regional& regional = session_.regional;
-    if (use_ == 2) return ObservedFromTrue(session_, GuardbandUse::Equalize, trueText_);
-    const GuardbandUse use = use_ == 1 ? GuardbandUse::Use : GuardbandUse::Ignore;
+    const GuardbandUse use = use_ == 0 ? GuardbandUse::Ignore : GuardbandUse::Use;
+    const auto done = [&](bool computed, bool solvedTrue) {
+        exactText_ = computed ? exactRemarkOf(ObservedModel(session_.record, use, regional), solvedTrue) : "";
+        return computed;
+    };
+    if (use_ == 2) return done(ObservedFromTrue(session_, GuardbandUse::Equalize, trueText_), false);
     if (!computeTruePct_) {
         const double pct = ParseValue(trueText_, regional);
-        return pct >= 0 && pct <= 100 && ObservedFromTrue(session_, use, trueText_);
+        return pct >= 0 && pct <= 100 && done(ObservedFromTrue(session_, use, trueText_), false);
     }
     const double pct = ParseValue(observedText_, regional);
-    if (!(pct > 0 && pct < 100)) return ObservedFromTrue(session_, use, trueText_);
+    if (!(pct > 0 && pct < 100)) return done(ObservedFromTrue(session_, use, trueText_), false);
     const ObservedEntry blamed = lastChanged_ == LastChanged::MTELimBox   ? ObservedEntry::MeasuringLimit
                                  : lastChanged_ == LastChanged::MTEPctBox ? ObservedEntry::MeasuringPct
                                                                           : ObservedEntry::ObservedPct;
-    return TrueFromObserved(session_, use, observedText_, blamed);
+    return done(TrueFromObserved(session_, use, observedText_, blamed), true);
 }
 
-/// What was changed last goes back to what the screen opened with.
+void ObservedScreen::markChanged() {
+    changed_ = true;
+    figureStands_ = false;
+}
+
+/// What was changed last goes back to what it was before: the box, the unit's sigma and the figures typed.
 void ObservedScreen::restoreRefused() {
     Analysis& r = session_.record;
-    if (lastChanged_ == LastChanged::MTELimBox) r.Obs_Offset = opened_.Obs_Offset;
-    if (lastChanged_ == LastChanged::MTEPctBox) r.Obs_AOP = opened_.MTE_PctInTol / 100;
-    if (lastChanged_ != LastChanged::Percentage) fitObservingUnit();
-    showFigures();
+    if (lastChanged_ == LastChanged::Percentage) {
+        showFigures();
+        return;
+    }
+    const std::string typed = observedText_;
+    if (lastChanged_ == LastChanged::MTELimBox)
+        r.Obs_Offset = std::exchange(offsetBefore_, std::nullopt).value_or(opened_.MTE_Offset);
+    else
+        r.Obs_AOP = std::exchange(aopBefore_, std::nullopt).value_or(opened_.MTE_PctInTol / 100);
+    fitObservingUnit();
+    observedText_ = typed;
 }
 
 bool ObservedScreen::differs() const {

@@ -2,9 +2,14 @@
 #pragma once
 
 #include "model/Analysis.h"
+#include "model/Message.h"
 #include "model/Worksheet.h"
+#include "risk/observed/ObservedModel.h"
+#include "units/ObservingUnits.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace metrisk {
 
@@ -17,6 +22,7 @@ class ObservedScreen final : public Worksheet {
     Label Lbl_Observed{*this, "Lbl_Observed", "Observed"};
     TextBox ObservedPctBox{*this, "ObservedPctBox", "Percent of the subject parameters that pass the test"};
     PushButton CmdCompute{*this, "CmdCompute", "Compute Observed %", "Compute the other figure"};
+    Label Lbl_ExactFigure{*this, "Lbl_ExactFigure"};
 
     RadioButton opt_UseGuardbands_0{*this, "opt_UseGuardbands_0", "Ignore Guardbands",
                                     "Accepted within the tolerance limits", 0};
@@ -31,6 +37,8 @@ class ObservedScreen final : public Worksheet {
                              "Show distances from the mode in tolerance units", 1};
     Label Lbl_Multiplier{*this, "Lbl_Multiplier", "Multiplier"};
     Label Lbl_kFactor{*this, "Lbl_kFactor", "k-Factor"};
+    PushButton cmd_ShowLimit{*this, "cmd_ShowLimit", "",
+                             "Show the same as limits, or as distances from the mode"};
     Label Lbl_Limit_0{*this, "Lbl_Limit_0"};
     TextBox pnl_Multiplier_0{*this, "pnl_Multiplier_0", "Upper guardband multiplier"};
     TextBox pnl_kFactor_0{*this, "pnl_kFactor_0", "Upper k-factor"};
@@ -50,7 +58,7 @@ class ObservedScreen final : public Worksheet {
     TextBox ObsID_3{*this, "ObsID_3", "Parameter name of the observing unit"};
     Label Lbl_Limit{*this, "Lbl_Limit", "\u00b1 Limit"};
     TextBox StatsData_1{*this, "StatsData_1", "MTE Offset: tolerance of the observing unit"};
-    TextBox OffsetUnitsBox{*this, "OffsetUnitsBox", "Units of that tolerance"};
+    Choice OffsetUnitsBox{*this, "OffsetUnitsBox", "Units of that tolerance"};
     Label Lbl_Confidence{*this, "Lbl_Confidence", "Error Confidence Level"};
     TextBox StatsData_0{*this, "StatsData_0", "AOP %: in-tolerance of the observing unit in percent"};
     PushButton mnu_Exit_0{*this, "mnu_Exit_0", "&OK", "Keep these figures"};
@@ -76,11 +84,24 @@ class ObservedScreen final : public Worksheet {
     LastChanged lastChanged_ = LastChanged::Percentage;
     bool computeTruePct_ = false;
     bool asLimits_ = false;
-    bool changed_ = false; // since the last compute
+    bool changed_ = false;      // since the last compute
+    bool fitted_ = true;        // the observing unit
+    bool figureStands_ = false; // the percentage that follows from the other
+    std::vector<OfferedUnit> units_;
+    std::string exactText_; // where the figure computed last is another by exact integration
+    // What the observing unit was before entries that have not been computed with yet.
+    std::optional<double> offsetBefore_, aopBefore_;
 
     void bindFigures();
     void bindObservingUnit();
+    void offerUnits();
     double unitsFactor() const;
+    void markChanged();
+    FieldResult leaveUnitBox(const TextBox& box, double Analysis::*field, std::optional<double>& before,
+                             double value, const std::optional<Message>& refused, LastChanged what,
+                             const std::string& text);
+    bool unitIsThere();
+    std::string exactRemarkOf(const ObservedModel& model, bool solvedTrue) const;
     void useCurrentUnit();
     void askForOtherUnit();
     void fitObservingUnit();

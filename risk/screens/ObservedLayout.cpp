@@ -6,13 +6,15 @@
 namespace metrisk {
 
 QWidget* layoutObservedPct(const WidgetMaker& w) {
-    QGroupBox* figures = group("% In-Tolerance", rows({{w("Lbl_True"), w("TruePctBox"), w("Lbl_Observed"),
-                                                        w("ObservedPctBox"), w("CmdCompute")}}));
+    QGroupBox* figures =
+        group("% In-Tolerance",
+              rows({{w("Lbl_True"), w("TruePctBox"), w("Lbl_Observed"), w("ObservedPctBox"), w("CmdCompute")},
+                    {{w("Lbl_ExactFigure"), 5}}}));
     QGroupBox* use = group(
         "Guardbands",
         rows({{w("opt_UseGuardbands_0"), w("opt_UseGuardbands_1"), w("opt_UseGuardbands_2"), w("cmd_Update")},
               {w("opt_Limits_0"), w("opt_Limits_1")},
-              {{}, w("Lbl_Multiplier"), w("Lbl_kFactor")},
+              {{}, w("Lbl_Multiplier"), w("Lbl_kFactor"), w("cmd_ShowLimit")},
               {w("Lbl_Limit_0"), w("pnl_Multiplier_0"), w("pnl_kFactor_0"), w("pnl_Limit_0")},
               {w("Lbl_Limit_1"), w("pnl_Multiplier_1"), w("pnl_kFactor_1"), w("pnl_Limit_1")}}));
     QGroupBox* unit =

@@ -2,6 +2,7 @@
 #include "reliability/ReliabilityScreen.h"
 #include "model/NumberText.h"
 #include "plots/Drawing.h"
+#include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilityPlot.h"
 #include "reliability/ReliabilityTexts.h"
 #include "risk/ValidateAndFit.h"
@@ -235,6 +236,63 @@ TEST(ReliabilityScreen, CancelPutsBothSlotsBack) {
     EXPECT_EQ(w.record.Rel_Model[0], "");
     EXPECT_EQ(w.record.SU_PctInTol, 95);
     EXPECT_FALSE(w.record.FileChanged);
+}
+
+TEST(ReliabilityScreen, StoresNoPercentsOfOtherCoefficients) {
+    Worked w;
+    w.fill(Exponential, "99", "", "90");
+    w.press("Compute");
+    const char* const ill = "Ill-Conditioned Reliability Function";
+    w.type("theta2Box", "-1"); // grows with time
+    w.ui.expectBox(ill, illDefinedReliability.text.data());
+    w.press("cmdComputePct");
+    EXPECT_EQ(w.text("BOPBox") + w.text("EOPBox"), "") << "those of the coefficients before";
+    w.ui.expectBox(ill, illDefinedReliability.text.data());
+    EXPECT_FALSE(w.screen->close(Way::Ok));
+    EXPECT_EQ(w.record.SU_PctInTol, 95);
+    w.type("theta2Box", "0.01");
+    w.press("cmdComputePct");
+    EXPECT_EQ(w.text("EOPBox").size(), 6u) << "not in the picture of what was typed: " << w.text("EOPBox");
+    EXPECT_TRUE(w.screen->close(Way::Ok));
+}
+
+TEST(ReliabilityScreen, AsksWhichOfTwoKindsOfEntriesCounts) {
+    for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
+        Worked w;
+        w.fill(Exponential, "100", "", "90");
+        w.type("theta1Box", "1");
+        w.type("theta2Box", "0.05");
+        w.ui.expectBox("Reliability Model Worksheet", "Compute from the percents or from the coefficients?",
+                       answer, yesNoCancel);
+        EXPECT_EQ(w.screen->close(Way::Ok), answer != Answer::Cancel);
+        EXPECT_NEAR(w.record.SU_PctInTol,
+                    answer == Answer::Yes  ? 90
+                    : answer == Answer::No ? 100 * std::exp(-0.6)
+                                           : 95,
+                    1e-6);
+    }
+}
+
+TEST(ReliabilityScreen, ATypedBeginningComesBackWithAModelThatMayHaveIt) {
+    Worked w;
+    w.fill(Exponential, "99", "", "90");
+    w.choose("cbo_RModels", MixedExponential - 1);
+    EXPECT_EQ(w.text("BOPBox"), "100.000");
+    w.choose("cbo_RModels", Exponential - 1);
+    EXPECT_EQ(w.text("BOPBox"), "99");
+}
+
+TEST(ReliabilityScreen, RefusesAPercentageThatCannotBeFitted) {
+    Worked w;
+    enter(w.record, single(Kind::SingleUpper, 95));
+    w.open(subjectSlot);
+    w.fill(Exponential, "100", "", "40");
+    w.record.Computing = true; // lets the check speak
+    w.ui.expectBox("Subject Parameter % In-Tolerance",
+                   "Must be greater than 50% for single-sided\ncases with an unspecified Physical Limit.");
+    EXPECT_FALSE(w.screen->close(Way::Ok));
+    EXPECT_EQ(w.record.SU_PctInTol, 95);
+    EXPECT_EQ(w.ui.focusMoves.back(), "ReliabilityModelCoefficients.EOPBox");
 }
 
 TEST(ReliabilityScreen, OpensAsItWasSaved) {

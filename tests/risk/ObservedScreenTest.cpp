@@ -85,11 +85,83 @@ TEST(ObservedScreen, RefusalsRestoreWhatWasChangedLast) {
     EXPECT_EQ(o.record.SU_Sigma, sigma);
     o.ui.expectBox("Metrisk", "Do you want to enter new ID data for the Observing Parameter?", Answer::No);
     o.press("ObservingUnitOption_0");
+    const double ofUnit = o.record.MTE_Sigma;
     o.type("ObservedPctBox", "94");
-    o.type("StatsData_1", "50");
-    o.ui.expectBox("Can't observe the indicated % in-tolerance.", "Unrealistic measuring parameter limits.");
+    for (const char* before : {"0.125", "0.2"}) { // at the first use of the other unit, and later
+        o.type("StatsData_1", "50");
+        o.ui.expectBox("Can't observe the indicated % in-tolerance.",
+                       "Unrealistic measuring parameter limits.");
+        o.press("CmdCompute");
+        EXPECT_EQ(o.text("StatsData_1"), before);
+        EXPECT_EQ(o.text("ObservedPctBox"), "94");
+        EXPECT_NEAR(o.record.MTE_Sigma / ofUnit, o.value("StatsData_1") / 0.125, 1e-12);
+        o.type("StatsData_1", "0.2");
+        o.press("CmdCompute");
+        EXPECT_NE(o.text("TruePctBox"), "95.0000");
+        o.type("ObservedPctBox", "94");
+    }
+}
+
+/// No figure stands that another unit, or none, has observed.
+TEST(ObservedScreen, RefusesWhatNoFitCanBeMadeOf) {
+    Observed o;
     o.press("CmdCompute");
-    EXPECT_NE(o.value("StatsData_1"), 50);
+    o.ui.expectBox("Metrisk", "Do you want to enter new ID data for the Observing Parameter?", Answer::No);
+    o.press("ObservingUnitOption_0");
+    struct Row {
+        const char *box, *text, *title, *said;
+    };
+    for (const Row& row : {Row{"StatsData_0", "", "MTE % In-Tolerance", "Must be greater than zero."},
+                           {"StatsData_0", "abc", "MTE % In-Tolerance", "Must be greater than zero."},
+                           {"StatsData_0", "150", "MTE % In-Tolerance", "Must be less than 100%."},
+                           {"StatsData_1", "-0.1", "MTE Tolerance Offset", "Must be greater than zero."},
+                           {"StatsData_1", "none", "MTE Tolerance Offset", "Must be greater than zero."}}) {
+        const std::string before = o.text(row.box);
+        const double sigma = o.record.MTE_Sigma;
+        o.ui.expectBox(row.title, row.said);
+        const FieldResult refused = o.type(row.box, row.text);
+        EXPECT_TRUE(refused.stay);
+        EXPECT_EQ(refused.text, before);
+        EXPECT_EQ(o.record.MTE_Sigma, sigma);
+    }
+    o.type("StatsData_1", "0.25");
+    EXPECT_TRUE(o.screen->ObservedPctBox.faded) << "of the unit before";
+    o.press("CmdCompute");
+    EXPECT_FALSE(o.screen->ObservedPctBox.faded);
+
+    for (const double pct : {0.0, 1.5}) {
+        Observed file([](Analysis& r) {
+            r.Obs_ObservingUnitOption = 0;
+            r.Obs_Offset = 0.2;
+            r.Obs_PctInTol = 89;
+        });
+        file.record.Obs_AOP = pct;
+        file.screen.emplace(file.session);
+        EXPECT_EQ(file.text("StatsData_0"), pct == 0 ? "" : "150.0000") << "as the file has it";
+        EXPECT_EQ(file.text("ObservedPctBox"), "");
+        file.ui.expectBox("MTE % In-Tolerance",
+                          pct == 0 ? "Must be greater than zero." : "Must be less than 100%.");
+        file.press("CmdCompute");
+        EXPECT_EQ(file.text("ObservedPctBox"), "");
+    }
+}
+
+TEST(ObservedScreen, StatesTheTolerancesInUnitsThatItKnows) {
+    Observed o([](Analysis& r) {
+        r.NominalUnits = "V";
+        r.MTE_ToleranceUnits = "mV";
+        r.MTE_TolUnitsFactor = 1000;
+    });
+    o.ui.expectBox("Metrisk", "Do you want to enter new ID data for the Observing Parameter?", Answer::No);
+    o.press("ObservingUnitOption_0");
+    EXPECT_EQ(o.screen->OffsetUnitsBox.items, (std::vector<std::string>{"V", "mV"}));
+    EXPECT_EQ(o.text("StatsData_1"), "125");
+    o.screen->choose(o.screen->OffsetUnitsBox, 0);
+    EXPECT_EQ(o.text("StatsData_1"), "125") << "the number typed, in another unit";
+    EXPECT_EQ(o.record.Obs_Offset, 125);
+    o.type("StatsData_1", "0.25");
+    EXPECT_EQ(o.record.Obs_Offset, 0.25);
+    EXPECT_EQ(o.record.Obs_Units, "V");
 }
 
 TEST(ObservedScreen, LeavingPutsBackOrTakesTheTrueFigure) {

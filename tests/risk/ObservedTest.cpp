@@ -151,5 +151,22 @@ TEST(Observed, ARefusedTruthBlamesWhatWasChangedLast) {
     EXPECT_NEAR(100 * t.observed(t.record.SU_PctInTol).value(), 88.12345, 1e-6);
 }
 
+/// From 13 decimals on the width to stop at was below the spacing of the numbers.
+TEST(Observed, TakesItsOwnFiguresWithAllTheirDigits) {
+    for (const double pct : {60.0, 95.0, 99.99}) {
+        Fitted f(twoSided(0.5, 0.5, pct));
+        const ObservedModel model(f.record, GuardbandUse::Ignore, {});
+        const double observed = *model.observedAt(pct / 100);
+        for (const int decimals : {4, 13, 15}) {
+            const auto found = model.trueAt(observed, decimals);
+            ASSERT_TRUE(found) << pct << " " << decimals;
+            EXPECT_NEAR(*found, pct / 100, 1e-6);
+        }
+        EXPECT_NEAR(model.exactObservedAt(pct / 100)->value, observed, 1e-7);
+        EXPECT_NEAR(*model.exactTrueAt(model.exactObservedAt(pct / 100)->value, pct / 100 - 0.001), pct / 100,
+                    1e-12);
+    }
+}
+
 } // namespace
 } // namespace metrisk::testing

@@ -1,4 +1,5 @@
 // What the main screen shows of a record.
+#include "risk/ValidateAndFit.h"
 #include "shell/MainCommands.h"
 #include "shell/Toolbar.h"
 #include "shell/mainscreen/MainScreen.h"
@@ -224,6 +225,46 @@ TEST(SavedCopy, ListsWhatCountsAsAChange) {
         c.change(shown.record);
         main.DetectChanges();
         EXPECT_EQ(shown.record.FileChanged, c.counts) << c.name;
+    }
+}
+
+/// A typed k-factor is a distance in process uncertainties, whichever screen changed them.
+TEST(MainDisplay, TypedKFactorsAreFollowedAfterEveryScreen) {
+    NoFiles files;
+    struct Row {
+        const char* name;
+        std::function<void(Shown&)> change;
+    };
+    const Row rows[] = {{"reliability",
+                         [](Shown& s) {
+                             s.ui.expectScreen("ReliabilityModelCoefficients", [&s](Worksheet& screen) {
+                                 s.record.MTE_Sigma *= 2;
+                                 screen.close(Way::Cancel);
+                                 s.record.MTE_Sigma *= 2;
+                             });
+                             s.main.openReliability(1);
+                         }},
+                        {"observed",
+                         [](Shown& s) {
+                             s.ui.expectScreen("ObservedPctWorksheet", [&s](Worksheet& screen) {
+                                 screen.close(Way::Cancel);
+                                 s.record.MTE_Sigma *= 2;
+                             });
+                             s.main.openObserved();
+                         }},
+                        {"sides", [](Shown& s) {
+                             s.record.MTE_Sigma *= 2;
+                             press(s.main, "SingleUpperOption");
+                         }}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Shown s;
+        enter(s.record, Entry{});
+        ValidateAndFit(s.session);
+        s.record.GB_UpperKEntered = true;
+        s.record.GB_UpperK = 1;
+        row.change(s);
+        EXPECT_NEAR(s.record.GB_UpperMult, 1 - s.record.MTE_Sigma / 0.5, 1e-12);
     }
 }
 
