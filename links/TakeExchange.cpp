@@ -136,7 +136,9 @@ void takeMeasuring(Analysis& r, const Exchange& data) {
     r.MTE_FixedOffset_fmt = pictureOf(r.MTE_FixedOffset);
     r.MTE_PctReading_fmt = pictureOf(r.MTE_PctReading);
     r.MTE_PctInTol = numberOf(data.MTE_PctInTol);
-    r.MTE_EntryByUncertainty = data.MTE_EntryByUncertainty != 0;
+    const bool byUncertainty = data.MTE_EntryByUncertainty != 0;
+    if (r.MTE_EntryByUncertainty != byUncertainty) r.OffsetWorksheetFlag = false;
+    r.MTE_EntryByUncertainty = byUncertainty;
     r.MTE_DegFreedom = std::max(data.MTE_DegFreedom, 0.0);
 }
 

@@ -33,6 +33,7 @@ void shortenComputed(Analysis& record, const Regional& regional) {
         cells[errorColumn::limit] = shown.limit.shown;
         cells[errorColumn::confidence] = shown.confidence.shown;
         cells[errorColumn::uncertainty] = shown.uncertainty.shown;
+        if (shown.degFreedom.present()) cells[errorColumn::degFreedom] = shown.degFreedom.shown;
     }
 }
 

@@ -1,6 +1,7 @@
 // The risk analysis report.
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
+#include "model/ToleranceParts.h"
 #include "model/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
@@ -138,8 +139,10 @@ void measuringSystem(Composition& c) {
         rows.add("Degrees of Freedom:", freedomText(r.MTE_DegFreedom, "General Number", regional));
         rows.add("Coverage Factor:", FormatNumber(r.MTE_kFactor, "##0.####", regional));
     } else {
-        rows.add("Fixed Limit:", amount(r.MTE_FixedOffset, s.MTEFixedOffsetBox));
-        rows.add("Percent of Reading:", shortFigure(r.MTE_PctReading, regional));
+        if (!measuringPartsAreOthers(r)) {
+            rows.add("Fixed Limit:", amount(r.MTE_FixedOffset, s.MTEFixedOffsetBox));
+            rows.add("Percent of Reading:", shortFigure(r.MTE_PctReading, regional));
+        }
         rows.add("Percent In-Tolerance:", shortFigure(r.MTE_PctInTol, regional));
         rows.add("Tolerance Limit:", amount(r.MTE_Offset, s.MTEOffsetBox));
     }

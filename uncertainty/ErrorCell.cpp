@@ -2,6 +2,7 @@
 
 #include "model/DecimalForm.h"
 #include "model/NumberText.h"
+#include "model/RegionalMarks.h"
 #include "uncertainty/ErrorRows.h"
 
 #include <algorithm>
@@ -33,6 +34,14 @@ std::string shownText(double value, int decimals, const Regional& regional) {
 int typedDecimals(const std::string& text, const Regional& regional) {
     if (text.empty() || significantDigits(text, regional) >= computedDigits) return 0;
     return DigitsForEntry(text, regional);
+}
+
+/// A text that was typed where numbers have another decimal mark.
+std::string inRegionalMarks(const std::string& text, const Regional& regional) {
+    const bool foreign = CountDecimals(text, regional) > 0 &&
+                         text.find(decimalSymbol(regional)) == text.npos &&
+                         text.find_first_of("eE") == text.npos;
+    return foreign ? NormalizeBoxText(text, regional) : text;
 }
 
 } // namespace
@@ -78,7 +87,8 @@ std::string ErrorCell::readable(double value, int decimals, const Regional& regi
 }
 
 ErrorCell ErrorCell::ofStored(const std::string& text, int decimals, const Regional& regional) {
-    ErrorCell cell{ParseValue(text, regional), text, text, DigitsForEntry(text, regional), true};
+    ErrorCell cell{ParseValue(text, regional), text, inRegionalMarks(text, regional),
+                   DigitsForEntry(text, regional), true};
     if (cell.value == 0 || significantDigits(text, regional) < computedDigits) return cell;
     ErrorCell computed = ofComputed(cell.value, decimals, regional);
     computed.stored = text;

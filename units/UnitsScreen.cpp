@@ -113,8 +113,17 @@ void UnitsRevision::bindBoxes() {
         keep(*box);
         box->edited = [box](const std::string& text) { box->text = text; };
     }
+    for (OfArea& entry : ofArea_)
+        entry.box.edited = [&entry](const std::string& text) {
+            entry.box.text = text;
+            entry.typed = true;
+        };
     MeasAreaBox.edited = [this](const std::string& text) {
         MeasAreaBox.text = text;
+        // Another area is not described by what was shown of the one before.
+        if (!EditingArea_)
+            for (OfArea& entry : ofArea_)
+                if (!entry.typed) entry.box.text.clear();
         EditingArea_ = true;
         focusOn(Focus::Area);
     };
@@ -290,7 +299,8 @@ void UnitsRevision::Update() {
 }
 
 void UnitsRevision::updateArea() {
-    if (txt_PrimaryUnits.text.empty()) return tell(session_.ui, noPrimary);
+    // A new name leaves the area its unit.
+    if (txt_PrimaryUnits.text.empty() && PrimaryUnit_.empty()) return tell(session_.ui, noPrimary);
     units_.perform([&](UnitsDatabase& database) {
         const std::int64_t other = database.FindAreaIndex(MeasAreaBox.text);
         if (other != 0 && other != SelectedAreaKey_) return tell(session_.ui, areaExists);

@@ -62,7 +62,10 @@ class UnitsRevision final : public Worksheet {
     void selectUnit(int row);
     void FindPrimaryUnit();
     void focusOn(Focus focus);
-    void clearEditing() { EditingArea_ = EditingUnit_ = false; }
+    void clearEditing() {
+        EditingArea_ = EditingUnit_ = false;
+        for (OfArea& entry : ofArea_) entry.typed = false;
+    }
 
     Session& session_;
     UnitsFile units_;
@@ -70,6 +73,12 @@ class UnitsRevision final : public Worksheet {
     std::vector<MeasurementUnit> shown_;
     std::int64_t SelectedAreaKey_ = 0;
     std::int64_t SelectedUnitKey_ = 0;
+    /// What is shown of the area selected, until it is typed for another.
+    struct OfArea {
+        TextBox& box;
+        bool typed = false;
+    };
+    std::array<OfArea, 3> ofArea_{{{txt_PrimaryUnits}, {txt_UnitsGroup}, {txt_Description}}};
     bool EditingArea_ = false;
     bool EditingUnit_ = false;
     Focus ListFocus_ = Focus::Area;

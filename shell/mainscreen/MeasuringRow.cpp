@@ -2,6 +2,7 @@
 
 #include "model/NumberText.h"
 #include "model/Session.h"
+#include "model/ToleranceParts.h"
 #include "model/ToleranceUnits.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/OffsetPictures.h"
@@ -10,6 +11,7 @@ namespace metrisk {
 
 namespace {
 
+constexpr const char* otherParts = "These parts belong to another tolerance";
 constexpr const char* infinity = "\u221e";
 
 struct Labels {
@@ -58,6 +60,17 @@ void showMeasuringRow(MainScreen& screen, const Session& session) {
         screen.MTEFixedOffsetBox.text =
             entered ? offsetText(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, session) : "";
     screen.MTEPctOfReadingBox.text = entered || uncertainty ? lastBoxText(session) : "";
+    const bool others = measuringPartsAreOthers(r);
+    for (Control* control :
+         {static_cast<Control*>(&screen.Lbl_Equals), static_cast<Control*>(&screen.Lbl_Plus)}) {
+        control->enabled = !others;
+        control->toolTip = others ? otherParts : "";
+    }
+    screen.MTEFixedOffsetBox.faded = screen.MTEPctOfReadingBox.faded = others;
+    screen.MTEFixedOffsetBox.toolTip =
+        others ? otherParts : "Fixed part of the tolerance, or the standard uncertainty";
+    screen.MTEPctOfReadingBox.toolTip =
+        others ? otherParts : "Part of the tolerance in percent of the reading, or degrees of freedom";
     screen.MTEPctInTolBox.text =
         r.MTE_PctInTol == 0 ? "" : FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional);
 }

@@ -257,6 +257,12 @@ TEST(FieldRules, OffsetBoxRewritesItsPartsUnlessTheWorksheetMadeThem) {
     screen.type("MTEOffsetBox", "0.4");
     EXPECT_EQ(screen.record.MTE_FixedOffset, 0.3);
     EXPECT_EQ(screen.record.MTE_Offset, 0.4);
+    screen.main.refresh();
+    EXPECT_TRUE(control<TextBox>(screen.main, "MTEFixedOffsetBox").faded);
+    EXPECT_EQ(control<Label>(screen.main, "Lbl_Plus").toolTip, "These parts belong to another tolerance");
+    screen.type("MTEOffsetBox", "0.3");
+    screen.main.refresh();
+    EXPECT_FALSE(control<TextBox>(screen.main, "MTEFixedOffsetBox").faded);
 }
 
 TEST(FieldRules, UncertaintyEntryGoesThroughTheCoverageFactor) {

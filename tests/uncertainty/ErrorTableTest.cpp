@@ -185,5 +185,20 @@ TEST(ErrorTable, OtherUnitsLeaveTheTotal) {
     EXPECT_EQ(r.Stat_Sample[2][1], -500);
 }
 
+/// "0.02" stood beside "0,0255" where the decimal mark is a comma.
+TEST(ErrorTable, TextsBearTheRegionsDecimalMark) {
+    const Regional german{";", ",", ".", "-"};
+    for (const auto& [stored, shown] : {std::pair{"0.02", "0,02"},
+                                        {"0,02", "0,02"},
+                                        {"1.234,5", "1.234,5"},
+                                        {"1e-3", "1e-3"},
+                                        {"12", "12"}}) {
+        const ErrorCell cell = ErrorCell::ofStored(stored, 4, german);
+        EXPECT_EQ(cell.shown, shown);
+        EXPECT_EQ(cell.stored, stored) << "the file keeps what was typed";
+    }
+    EXPECT_EQ(ErrorCell::ofStored("0,02", 4, regional).shown, "0.02");
+}
+
 } // namespace
 } // namespace metrisk

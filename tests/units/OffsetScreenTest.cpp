@@ -49,6 +49,19 @@ struct Offsets : TestSession {
     void ok() { EXPECT_TRUE(screen->close(Way::Ok)); }
 };
 
+TEST(Offsets, PartsBelongToTheToleranceThatTheyMakeUp) {
+    Offsets o;
+    o.type("MTEFixedBox", "0.002");
+    o.type("MTEPctBox", "0.01");
+    o.ok();
+    EXPECT_TRUE(o.record.OffsetWorksheetFlag) << "typing another tolerance elsewhere leaves them";
+    EXPECT_EQ(o.record.MTE_PctReading, 0.01);
+    o.screen.emplace(o.session, o.chooser);
+    o.press("opt_MTETolerance_1");
+    o.ok();
+    EXPECT_FALSE(o.record.OffsetWorksheetFlag) << "an uncertainty has no parts";
+}
+
 TEST(Offsets, ComposesFixedAndPercentParts) {
     Offsets o;
     o.units("SUOffsetUnitsBox", "mV");

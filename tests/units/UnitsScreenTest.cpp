@@ -54,6 +54,22 @@ TEST(UnitsScreen, ListsMoveTogether) {
     EXPECT_EQ(findItem(u.screen->menus, "mnu_Delete")->caption, "&Delete Unit");
 }
 
+TEST(UnitsScreen, ANewAreaIsNotDescribedByTheOneBefore) {
+    Units u;
+    u.select("List0", 1);
+    u.select("List1", 1);
+    u.type("txt_Description", "as typed");
+    u.type("MeasAreaBox", "Length");
+    EXPECT_EQ(textOf(*u.screen, "txt_PrimaryUnits"), "");
+    EXPECT_EQ(textOf(*u.screen, "txt_UnitsGroup"), "");
+    EXPECT_EQ(textOf(*u.screen, "txt_Description"), "as typed");
+    u.select("List0", 1);
+    u.type("MeasAreaBox", "Tension");
+    u.run("mnu_Update");
+    EXPECT_EQ(u.items("List0"), "Ratio|Tension|") << "a new name leaves the area its unit";
+    EXPECT_EQ(textOf(*u.screen, "txt_PrimaryUnits"), "V");
+}
+
 TEST(UnitsScreen, AddsChangesAndDeletes) {
     Units u;
     u.type("MeasAreaBox", " Length ");

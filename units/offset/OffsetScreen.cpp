@@ -5,6 +5,7 @@
 #include "model/NumberText.h"
 #include "model/RelativeUnits.h"
 #include "model/SubjectSide.h"
+#include "model/ToleranceParts.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
 #include "units/FollowMode.h"
@@ -36,8 +37,7 @@ using Kept =
 /// Parts that do not make up the tolerance, as older files may hold them, give way to it.
 void settleParts(double offset, const std::string& offsetPicture, double mode, double& fixed,
                  std::string& fixedPicture, double& pctReading) {
-    const double sum = fixed + std::fabs(mode) * pctReading / 100;
-    if (std::fabs(sum - offset) <= 1e-9 * std::fabs(offset)) return;
+    if (partsMakeUp(offset, mode, fixed, pctReading)) return;
     fixed = offset;
     fixedPicture = offsetPicture;
     pctReading = 0;
@@ -256,6 +256,7 @@ void OffsetCalc::chooseTolerance(int kind) {
 void OffsetCalc::chooseEntry(bool byUncertainty) {
     Analysis& r = desk_.record;
     r.MTE_EntryByUncertainty = byUncertainty;
+    r.OffsetWorksheetFlag = false;
     if (!byUncertainty) {
         r.MTE_KUsed = false;
         r.MTE_DegFreedom = 0;

@@ -245,6 +245,8 @@ void OffsetCalc::store() {
     kept.MTE_KUsed = r.MTE_KUsed;
     for (const SubjectSide* side : {&upperSide, &lowerSide})
         kept.*side->limit = kept.SU_Mode + side->sign * kept.*side->offset;
+    // The parts were told there: another tolerance typed elsewhere does not make them up.
+    kept.OffsetWorksheetFlag = !kept.MTE_EntryByUncertainty;
     kept.MTE_Mode = kept.SU_Mode;
     kept.MTE_UpperLimit = kept.SU_Mode + kept.MTE_Offset;
     kept.MTE_LowerLimit = kept.SU_Mode - kept.MTE_Offset;
