@@ -1,5 +1,6 @@
 #include "cli/AnalysisRun.h"
 
+#include "cli/Input.h"
 #include "model/FlagGuard.h"
 #include "model/Message.h"
 #include "persistence/AnalysisFile.h"
@@ -21,11 +22,19 @@ constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon
 
 constexpr const char* notComputedTitle = "Not Computed";
 constexpr const char* notSavedTitle = "Not Saved";
+constexpr std::size_t largestAnalysis = std::size_t{1} << 26; // bytes
+
+SettingsFile settingsOf(const std::string& path) {
+    constexpr std::size_t largest = 1 << 22;
+    if (path.empty()) return SettingsFile(defaultSettingsPath());
+    if (path == standardStream) return SettingsFile(SettingsContent{readInput(path, largest)});
+    readInput(path, largest); // raises what the reading of a key would pass over
+    return SettingsFile(std::filesystem::path(path));
+}
 
 } // namespace
 
-Workplace::Workplace(const std::string& settingsPath)
-    : settings(settingsPath.empty() ? defaultSettingsPath() : std::filesystem::path(settingsPath)) {
+Workplace::Workplace(const std::string& settingsPath) : settings(settingsOf(settingsPath)) {
     ConsoleInteraction ui;
     Session session{settings, ui, clock};
     ClearAnalysis(session);
@@ -35,23 +44,27 @@ Workplace::Workplace(const std::string& settingsPath)
 
 bool AnalysisRun::open(const std::string& path) {
     record = workplace_.newAnalysis;
-    const ReadOutcome outcome = OpenAnalysis(session, path);
-    if (record.LimitsReformed) tell(ui, limitsReformed);
-    if (outcome.fault == ReadFault::None) return true;
-    notes_ += diagnosticLine(path, causeOf(outcome));
+    try {
+        const ReadOutcome outcome = path == standardStream
+                                        ? OpenAnalysisText(session, readInput(path, largestAnalysis), path)
+                                        : OpenAnalysis(session, path);
+        if (record.LimitsReformed) tell(ui, limitsReformed);
+        if (outcome.fault == ReadFault::None) return true;
+        ui.note(causeOf(outcome));
+    } catch (const Unreadable& fault) {
+        ui.note(fault.what());
+    }
     return false;
 }
 
-bool AnalysisRun::save(const std::string& path) {
+bool AnalysisRun::save(const std::string& file, const std::string& path) {
     const std::string target = NormalizeAnalysisName(path);
-    WriteAnalysis(session, target);
-    if (record.AbortFlag) return false;
-    if (target != path) notes_ += diagnosticLine(path, "saved as " + target);
+    if (const std::string cause = WriteAnalysis(session, target); !cause.empty()) {
+        ui.note(target + " cannot be written: " + cause);
+        return false;
+    }
+    if (target != file) ui.note("saved as " + target);
     return true;
-}
-
-std::string AnalysisRun::diagnostics(const std::string& name) const {
-    return diagnosticLines(name, ui.messages()) + notes_;
 }
 
 bool fitBoth(AnalysisRun& run) {
@@ -77,11 +90,15 @@ bool withReason(AnalysisRun& run, const char* what, const std::function<bool()>&
 }
 
 bool saveResults(AnalysisRun& run, const std::string& file, bool force) {
+    if (file == standardStream) {
+        tell(run.ui, {"What comes from the standard input cannot be saved there.", notSavedTitle});
+        return false;
+    }
     const std::string target = NormalizeAnalysisName(file);
     std::error_code none;
     if (target == file || force || !std::filesystem::exists(target, none)) {
         dropStaleFigures(run.session);
-        return run.save(file);
+        return run.save(file, file);
     }
     tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});
     return false;

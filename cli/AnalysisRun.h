@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/ConsoleInteraction.h"
+#include "cli/Json.h"
 #include "cli/Output.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
@@ -13,7 +14,8 @@ namespace metrisk::cli {
 
 /// What all analyses of one command share: the settings, and a new analysis by them. Only read once made.
 struct Workplace {
-    /// An empty path means the user's own settings.
+    /// An empty path means the user's own settings. Raises Unreadable where a path is given and the file
+    /// cannot be read.
     explicit Workplace(const std::string& settingsPath);
 
     SettingsFile settings;
@@ -26,14 +28,18 @@ class AnalysisRun {
     explicit AnalysisRun(Workplace& workplace)
         : session{workplace.settings, ui, workplace.clock}, workplace_(workplace) {}
 
-    /// Reads the file into a new analysis; false when it cannot be read.
+    /// Reads the file, or "-", into a new analysis; false when it cannot be read.
     bool open(const std::string& path);
-    /// Writes under the name an analysis is saved as and tells if that is another; false when it cannot
-    /// be written.
-    bool save(const std::string& path);
+    /// Writes under the name an analysis is saved as and tells if that is another than that of the file;
+    /// false when it cannot be written.
+    bool save(const std::string& file, const std::string& path);
 
     /// All that was said so far, named after the file, for stderr.
-    std::string diagnostics(const std::string& name) const;
+    std::string diagnostics(const std::string& name) const { return diagnosticLines(name, ui.messages()); }
+    /// {"file", "status", "messages"}.
+    Json result(const std::string& file, const char* status) const {
+        return resultJson(file, status, ui.messages());
+    }
 
     ConsoleInteraction ui;
     Session session;
@@ -41,7 +47,6 @@ class AnalysisRun {
 
   private:
     const Workplace& workplace_;
-    std::string notes_; // what the boxes do not tell
 };
 
 /// Validates and fits both parameters; false when that was refused, and why has been told.
@@ -52,7 +57,7 @@ bool fitBoth(AnalysisRun& run);
 bool withReason(AnalysisRun& run, const char* what, const std::function<bool()>& work);
 
 /// Writes to the file that was read, or beside it under the extension of today; an existing file of that name
-/// is replaced only with `force`. False if it did not.
+/// is replaced only with `force`. False if it did not, which has been told.
 bool saveResults(AnalysisRun& run, const std::string& file, bool force);
 
 } // namespace metrisk::cli

@@ -34,7 +34,10 @@ class Argument {
     const Argument& required(bool isRequired = true) const;
     const Argument& check(const Check& wrong) const;
     const Argument& oneOf(const std::vector<std::string>& words) const;
-    const Argument& existingFile() const;
+    /// In letters of any case.
+    const Argument& oneOfAnyCase(const std::vector<std::string>& words) const;
+    /// The name of a file.
+    const Argument& isPath() const;
     const Argument& existingFolder() const;
     const Argument& separatedBy(char delimiter) const;
     /// Of a list: one value behind each mention of its name.
@@ -64,12 +67,18 @@ class Arguments {
     Argument texts(const char* name, std::vector<std::string>& target, const char* about) const;
     Argument number(const char* name, double& target, const char* about) const;
     Argument number(const char* name, std::optional<double>& target, const char* about) const;
+    Argument percent(const char* name, double& target, const char* about) const;
+    Argument percent(const char* name, std::optional<double>& target, const char* about) const;
+    Argument ratio(const char* name, double& target, const char* about) const;
     Argument count(const char* name, unsigned& target, const char* about) const;
     Argument count(const char* name, std::size_t& target, const char* about, std::size_t least,
                    std::size_t most) const;
     /// `take` keeps the text or says what is wrong with it.
     Argument read(const char* name, const Check& take, const char* about) const;
     Argument flag(const char* name, bool& target, const char* about) const;
+
+    /// What the help page shows at its end, each a command line without the program's name.
+    void examples(const std::vector<std::string>& lines) const;
 
     /// What follows once the arguments have been read; may raise WrongUsage.
     void then(std::function<void()> work) const;
@@ -89,11 +98,16 @@ class Program {
 
     Arguments arguments() const;
 
-    /// Reads the command line and does what follows. Where that was to tell something, or is wrong, it has
-    /// been told, and the exit status is given; otherwise none.
+    /// Reads the command line and does what follows; "help COMMAND" is "COMMAND --help". Where that was to
+    /// tell something, or is wrong, it has been told, and the exit status is given; otherwise none.
     std::optional<int> read(int argc, char** argv);
 
+    /// Whether the command that was read has such a flag, and it was given.
+    bool given(const char* flag) const;
+
   private:
+    std::optional<int> helpOf(const std::vector<std::string>& commands);
+
     std::unique_ptr<CLI::App> app_;
 };
 

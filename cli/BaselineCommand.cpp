@@ -4,14 +4,14 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
+#include "cli/Readers.h"
 #include "model/DisplayRule.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
 #include "risk/BaselineRisks.h"
 
-#include <charconv>
-#include <cmath>
+#include <memory>
 
 namespace metrisk::cli {
 
@@ -25,28 +25,16 @@ struct Options {
     bool json = false;
 };
 
-/// Plain digits with an optional period, above 0; else 0.
-double positiveNumber(std::string_view text) {
-    double value = 0;
-    const auto read =
-        std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
-    return whole && std::isfinite(value) && value > 0 ? value : 0;
+std::string isInTolerance(const std::string& text) {
+    const auto pct = percentOf(text);
+    return !pct || (*pct > 0 && *pct < 100) ? isPercent(text) : pctRangeText;
 }
 
-/// Takes the quotient of "4:1", or "4" itself; else says what is wrong.
-std::string takeQuotient(const std::string& text, double& quotient) {
-    const std::string_view ratio = text;
-    const auto colon = ratio.find(':');
-    const double numerator = positiveNumber(ratio.substr(0, colon));
-    const double denominator = colon == ratio.npos ? 1 : positiveNumber(ratio.substr(colon + 1));
-    quotient = numerator / denominator;
-    return quotient > 0 && std::isfinite(quotient) ? "" : ratioTooLowText;
-}
-
-std::string isPct(const std::string& text) {
-    const double pct = positiveNumber(text);
-    return pct > 0 && pct < 100 ? "" : pctRangeText;
+Json asJson(int status, const ConsoleInteraction& ui, double falseAccept, double falseReject) {
+    Json object = resultJson("", statusWord(status, "computed"), ui.messages());
+    object["BaselineFalseAccept"] = falseAccept;
+    object["BaselineFalseReject"] = falseReject;
+    return object;
 }
 
 int baseline(const Options& options) {
@@ -66,9 +54,7 @@ int baseline(const Options& options) {
         if (ui.messages().empty()) tell(ui, noBaselineRisks);
     }
     if (options.json)
-        output.results = jsonLine({{"BaselineFalseAccept", falseAccept},
-                                   {"BaselineFalseReject", falseReject},
-                                   {"messages", messagesJson(ui.messages())}});
+        output.results = jsonLine(asJson(output.status, ui, falseAccept, falseReject));
     else if (output.status == allDone)
         output.results = "Baseline false accept risk  " + riskCell(falseAccept, baselinePicture) +
                          "\nBaseline false reject risk  " + riskCell(falseReject, baselinePicture) + "\n";
@@ -81,22 +67,19 @@ int baseline(const Options& options) {
 void addBaseline(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command("baseline", "Compute the risks of a reference case");
-    command
-        .read(
-            "--ratio", [options](const std::string& text) { return takeQuotient(text, options->ratio); },
-            "Accuracy ratio, as in 4:1 or 4")
-        .shownAs("N:1")
-        .required();
-    command.number("--mte", options->measuringPct, "Measuring parameter % in-tolerance")
+    command.ratio("--ratio", options->ratio, "Accuracy ratio, as in 4:1 or 4").shownAs("N:1").required();
+    command.percent("--mte", options->measuringPct, "Measuring parameter % in-tolerance")
         .shownAs("PERCENT")
         .required()
-        .check(isPct);
-    command.number("--su", options->subjectPct, "Subject parameter % in-tolerance")
+        .check(isInTolerance);
+    command.percent("--su", options->subjectPct, "Subject parameter % in-tolerance")
         .shownAs("PERCENT")
         .required()
-        .check(isPct);
+        .check(isInTolerance);
     command.flag("--producer", options->producer, "Producer's false accept risk instead of the Consumer's");
     command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.examples({"baseline --ratio 4:1 --mte 85 --su 72",
+                      "baseline --ratio 10:1 --mte 95% --su 90% --producer --json"});
     command.then([options, &chosen] { chosen = [options] { return baseline(*options); }; });
 }
 

@@ -1,6 +1,9 @@
 #include "cli/BatchTargets.h"
 
+#include "cli/Input.h"
+#include "cli/Json.h"
 #include "cli/OrderedBatch.h"
+#include "cli/OutputFile.h"
 
 #include <filesystem>
 #include <set>
@@ -10,21 +13,26 @@ namespace metrisk::cli {
 namespace fs = std::filesystem;
 
 void BatchTargets::addTo(const Arguments& command, const std::string& name) {
-    command.texts("FILE", files, "Analysis files").shownAs("...").required();
-    const Argument one = command.text("-o,--output", path, "File to write").shownAs(name);
+    command.texts("FILE", files, "Analysis files").shownAs("...").isPath().required();
+    const Argument one = command.text("-o,--output", path, "File to write").shownAs(name).isPath();
     command.text("--out-dir", folder, "Folder to write to, under the names of the files")
         .shownAs("FOLDER")
         .existingFolder()
         .excludes(one);
+    addForceOption(command, force);
+    command.flag("--json", json, "Print one JSON object per file, each on one line");
     command.count("--threads", threads, "Threads to use; 0, the default, means one a core").shownAs("N");
 }
 
 std::string BatchTargets::wrong() const {
     if (path.empty() && folder.empty()) return "-o or --out-dir is required";
     if (!path.empty() && files.size() > 1) return "-o takes one file; use --out-dir for many";
+    if (path == standardStream && json) return "-o - and --json both take the standard output";
     std::set<std::string> seen;
-    for (std::size_t i = 0; i < files.size(); ++i)
+    for (std::size_t i = 0; i < files.size(); ++i) {
         if (!seen.insert(target(i)).second) return target(i) + " would be written twice";
+        if (const std::string fault = targetFault(target(i), force, files); !fault.empty()) return fault;
+    }
     return "";
 }
 
@@ -33,20 +41,36 @@ std::string BatchTargets::target(std::size_t file) const {
     return (fs::path(folder) / fs::path(files[file]).filename().replace_extension(end)).string();
 }
 
-int BatchTargets::run(const char* command,
-                      const std::function<Output(const std::string&, const std::string&)>& job) const {
+Output BatchTargets::write(Workplace& workplace, const std::string& file, const std::string& target,
+                           const Job& job) const {
+    AnalysisRun run(workplace);
+    Output output;
+    output.status = unreadable;
+    try {
+        if (run.open(file)) {
+            output.status = refused;
+            if (const auto bytes = job(run, target))
+                if (writeTarget(target, force, *bytes, run.ui, output)) output.status = allDone;
+        }
+    } catch (const std::exception& fault) { // memory: the files behind it may need less
+        run.ui.note(faultText(fault));
+        output.status = refused;
+    }
+    output.diagnostics = run.diagnostics(file);
+    if (json) {
+        Json object = run.result(file, statusWord(output.status, "written"));
+        object["output"] = output.status == allDone ? Json(target) : Json();
+        output.results = jsonLine(object);
+    }
+    return output;
+}
+
+int BatchTargets::run(const char* command, Workplace& workplace, const Job& job) const {
     if (const std::string what = wrong(); !what.empty())
-        return finish({.diagnostics = diagnosticLine(command, what), .status = wrongUsage});
+        return finish(refusal("", std::string(command) + ": " + what, wrongUsage, json));
     Outlet outlet(files.size());
     runOrdered(
-        files.size(), threads,
-        [&](std::size_t i) -> Output {
-            try {
-                return job(files[i], target(i));
-            } catch (const std::exception& fault) { // memory: the files behind it may need less
-                return {.diagnostics = diagnosticLine(files[i], fault.what()), .status = refused};
-            }
-        },
+        files.size(), threads, [&](std::size_t i) { return write(workplace, files[i], target(i), job); },
         [&](const Output& output) { outlet.put(output); });
     return outlet.status();
 }

@@ -6,6 +6,10 @@
 #include <functional>
 #include <string>
 
+namespace metrisk {
+class UnitsError;
+}
+
 namespace metrisk::cli {
 
 /// Gives the exit status.
@@ -35,7 +39,11 @@ void addSettingsOption(const Arguments& command, std::string& path);
 
 struct Workplace;
 
-/// The units database of the settings; that which comes with the program where they name none.
+/// The units database of the settings; that which comes with the program where they name none. It may be
+/// missing.
 std::string unitsDatabaseOf(const Workplace& workplace);
+
+/// Why it cannot be opened.
+std::string unitsFault(const std::string& path, const UnitsError& fault);
 
 } // namespace metrisk::cli

@@ -48,10 +48,6 @@ std::string ratioNumber(double ratio) {
     return FormatNumber(ratio, "#,##0.00", {});
 }
 
-const char* statusWord(int status) {
-    return status == allDone ? "computed" : status == refused ? "refused" : "unreadable";
-}
-
 /// Computes afresh, whatever the file holds of earlier computes; false when the analysis is refused.
 bool compute(AnalysisRun& run, Figures& figures) {
     Analysis& r = run.record;
@@ -119,7 +115,7 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
     const bool ratio = computed && r.ComputeEqRatio;
     const std::optional<int> digits = agreeingDigits(figures.verified);
     return jsonLine({{"file", file},
-                     {"status", statusWord(status)},
+                     {"status", statusWord(status, "computed")},
                      {"messages", messagesJson(run.ui.messages())},
                      {"FalseAccept", figures.falseAccept},
                      {"FalseReject", figures.falseReject},
@@ -157,7 +153,7 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
     const Analysis& r = run.record;
     const Regional& regional = run.session.regional;
     std::string table = forResults(file) + "\n";
-    if (status != allDone) table += tableRow("Status", statusWord(status));
+    if (status != allDone) table += tableRow("Status", statusWord(status, "computed"));
     if (status == unreadable) return table + "\n";
     const auto sigma = [&](const std::string& distribution, double value) {
         return distribution + ", sigma " +
@@ -213,7 +209,7 @@ int computeAll(const Options& options) {
             try {
                 return computeFile(workplace, file, options);
             } catch (const std::exception& fault) { // memory: the files behind it may need less
-                return {.diagnostics = diagnosticLine(file, fault.what()), .status = refused};
+                return refusal(file, faultText(fault), refused, options.json);
             }
         },
         [&](const Output& output) { outlet.put(output); });
@@ -226,7 +222,7 @@ void addCompute(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command =
         program.command("compute", "Compute risks and equivalent accuracy ratio of analysis files");
-    command.texts("FILE", options->files, "Analysis files").shownAs("...").required();
+    command.texts("FILE", options->files, "Analysis files").shownAs("...").isPath().required();
     command.flag("--json", options->json, "Print one JSON object per file, each on one line");
     command.flag("--save", options->save, "Write the results back to each file");
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
@@ -234,6 +230,8 @@ void addCompute(const Arguments& program, Command& chosen) {
     addSettingsOption(command, options->settings);
     command.count("--threads", options->threads, "Threads to use; 0, the default, means one a core")
         .shownAs("N");
+    command.examples(
+        {"compute torque-wrench-50nm.mrk", "compute --json *.mrk", "compute --save gauge-block-25mm.mrk"});
     command.then([options, &chosen] { chosen = [options] { return computeAll(*options); }; });
 }
 

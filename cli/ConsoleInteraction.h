@@ -8,7 +8,8 @@
 
 namespace metrisk::cli {
 
-/// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No").
+/// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No"). A note, which no box tells,
+/// has neither title nor answer.
 struct Told {
     std::string title;
     std::string text;
@@ -20,6 +21,8 @@ class ConsoleInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
     const std::vector<Told>& messages() const { return messages_; }
+
+    void note(const std::string& text) { messages_.push_back({"", text, "", false}); }
 
     Answer show(const Box& box) override;
     /// Does the screen's work; a screen without work is left by Cancel at once.

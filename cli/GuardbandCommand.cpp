@@ -3,13 +3,15 @@
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
+#include "cli/Readers.h"
 #include "model/DisplayRule.h"
 #include "model/NumberText.h"
+#include "model/Symmetry.h"
 #include "risk/ComputeSteps.h"
 #include "risk/guardband/ComputeGuardbands.h"
 
-#include <charconv>
-#include <cmath>
+#include <memory>
+#include <optional>
 
 namespace metrisk::cli {
 
@@ -29,25 +31,20 @@ struct Options {
     bool force = false;
 };
 
-/// The fraction that "2%" or "500ppm" stands for; none for anything else.
-std::optional<double> targetOf(std::string_view text) {
-    double value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec != std::errc{} || !std::isfinite(value)) return std::nullopt;
-    const std::string_view units = text.substr(static_cast<std::size_t>(read.ptr - text.data()));
-    if (units != percentUnits && units != ppmUnits) return std::nullopt;
-    return riskFraction(value, units);
+/// Two sides that share neither multiplier nor k.
+bool sharesNothing(const Analysis& r) {
+    return r.OptTwoSided && !r.GB_SymmetricMult && !r.GB_SymmetricK;
 }
 
-std::string isTarget(const std::string& text) {
-    return targetOf(text) ? "" : text + " is no risk such as 2% or 500ppm";
-}
-
-/// The record's options as the command line has them; without a word on symmetry its own stand.
-void takeOptions(Analysis& r, const Options& options) {
+/// The record's options as the command line has them. Without a word on symmetry its own stand; where it has
+/// none either, sides alike share their multiplier.
+void takeOptions(AnalysisRun& run, const Options& options) {
+    Analysis& r = run.record;
     r.GB_KeyOn = options.equalize ? 2 : options.targetReject.empty() ? 0 : 1;
-    if (options.symmetric.empty()) return;
-    r.GB_SymmetricMult = options.symmetric == "multipliers";
+    const bool assumed = options.symmetric.empty() && sharesNothing(r) && isSymmetric(r);
+    if (options.symmetric.empty() && !assumed) return;
+    if (assumed) run.ui.note("solved with symmetric multipliers, since the tolerance is symmetric");
+    r.GB_SymmetricMult = options.symmetric != "k";
     r.GB_AsymmetricMult = !r.GB_SymmetricMult;
     r.GB_SymmetricK = !r.GB_SymmetricMult;
 }
@@ -56,15 +53,18 @@ void takeOptions(Analysis& r, const Options& options) {
 std::optional<Risks> solve(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
     if (!fitBoth(run)) return std::nullopt;
-    takeOptions(r, options);
+    takeOptions(run, options);
     const std::string& target = r.GB_KeyOn == 1 ? options.targetReject : options.targetAccept;
-    const std::optional<double> risk = options.equalize ? std::nullopt : targetOf(target);
+    const std::optional<double> risk = options.equalize ? std::nullopt : riskOf(target);
     if (risk && !(*risk > 0)) {
         tell(run.ui, noTarget);
         return std::nullopt;
     }
     const std::optional<GuardbandPair> found = guardbandsAsked(run.session, risk);
-    if (!found) return std::nullopt;
+    if (!found) {
+        if (sharesNothing(r)) run.ui.note("choose with --symmetric multipliers or --symmetric k");
+        return std::nullopt;
+    }
     takeGuardbands(run.session, *found);
     Risks risks{};
     if (!risksAtLimits(run.session, true, risks)) return std::nullopt;
@@ -78,21 +78,20 @@ std::string asJson(const std::string& file, const char* status, const AnalysisRu
                    const std::optional<Risks>& risks) {
     const Analysis& r = run.record;
     const auto given = [&](const auto& value) { return risks ? Json(value) : Json(); };
-    return jsonLine({{"file", file},
-                     {"status", status},
-                     {"messages", messagesJson(run.ui.messages())},
-                     {"FalseAccept", risks ? risks->falseAccept : noFigure},
-                     {"FalseReject", risks ? risks->falseReject : noFigure},
-                     {"GB_UpperMult", given(r.GB_UpperMult)},
-                     {"GB_LowerMult", given(r.GB_LowerMult)},
-                     {"GB_UpperK", given(r.GB_UpperK)},
-                     {"GB_LowerK", given(r.GB_LowerK)},
-                     {"GB_SymmetricMult", given(static_cast<bool>(r.GB_SymmetricMult))},
-                     {"GB_SymmetricK", given(static_cast<bool>(r.GB_SymmetricK))},
-                     {"GB_KeyOn", given(r.GB_KeyOn)},
-                     {"MTE_Sigma", given(r.MTE_Sigma)},
-                     {"SU_Distribution", given(r.SU_Distribution)},
-                     {"FalseAcceptOption", given(r.FalseAcceptOption)}});
+    Json object = run.result(file, status);
+    object["FalseAccept"] = risks ? risks->falseAccept : noFigure;
+    object["FalseReject"] = risks ? risks->falseReject : noFigure;
+    object["GB_UpperMult"] = given(r.GB_UpperMult);
+    object["GB_LowerMult"] = given(r.GB_LowerMult);
+    object["GB_UpperK"] = given(r.GB_UpperK);
+    object["GB_LowerK"] = given(r.GB_LowerK);
+    object["GB_SymmetricMult"] = given(static_cast<bool>(r.GB_SymmetricMult));
+    object["GB_SymmetricK"] = given(static_cast<bool>(r.GB_SymmetricK));
+    object["GB_KeyOn"] = given(r.GB_KeyOn);
+    object["MTE_Sigma"] = given(r.MTE_Sigma);
+    object["SU_Distribution"] = given(r.SU_Distribution);
+    object["FalseAcceptOption"] = given(r.FalseAcceptOption);
+    return jsonLine(object);
 }
 
 std::string asTable(const std::string& file, const char* status, const AnalysisRun& run,
@@ -101,6 +100,8 @@ std::string asTable(const std::string& file, const char* status, const AnalysisR
     const auto number = [&](double value) { return FormatNumber(value, "0.00000000", run.session.regional); };
     std::string table = forResults(file) + "\n";
     if (!risks) return table + tableRow("Status", status) + "\n";
+    if (r.OptTwoSided && !sharesNothing(r))
+        table += tableRow("Symmetric", r.GB_SymmetricMult ? "multipliers" : "k-factors");
     if (!r.OptSingleLower) table += tableRow("Upper multiplier", number(r.GB_UpperMult));
     if (!r.OptSingleUpper) table += tableRow("Lower multiplier", number(r.GB_LowerMult));
     if (!r.OptSingleLower) table += tableRow("Upper k-factor", number(r.GB_UpperK));
@@ -131,14 +132,14 @@ int guardband(const Options& options) {
 void addGuardband(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command("guardband", "Solve for guardbands of an analysis file");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     const Arguments goal = command.group("goal", 1, 1);
     goal.text("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
         .shownAs("RISK")
-        .check(isTarget);
+        .check(isRisk);
     goal.text("--target-fr", options->targetReject, "False reject risk wanted, as in 2% or 500ppm")
         .shownAs("RISK")
-        .check(isTarget);
+        .check(isRisk);
     goal.flag("--equalize", options->equalize, "Equal false accept and false reject risks");
     command
         .text("--symmetric", options->symmetric,
@@ -149,6 +150,8 @@ void addGuardband(const Arguments& program, Command& chosen) {
     command.flag("--save", options->save, "Write guardbands and their risks back to the file");
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
     addSettingsOption(command, options->settings);
+    command.examples({"guardband multimeter-dc-volts.mrk --target-fa 0.5%",
+                      "guardband multimeter-dc-volts.mrk --equalize --symmetric k --json"});
     command.then([options, &chosen] { chosen = [options] { return guardband(*options); }; });
 }
 

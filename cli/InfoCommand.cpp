@@ -6,6 +6,8 @@
 #include "plots/files/DrawingLibraries.h"
 #include "shell/information/SystemInfo.h"
 
+#include <cstdint>
+
 namespace metrisk::cli {
 
 namespace {
@@ -15,15 +17,21 @@ struct Options {
     bool json = false;
 };
 
+/// Whole numbers as such: a number of cores is no 2.0.
+Json numberJson(double number) {
+    const auto whole = static_cast<std::int64_t>(number);
+    return static_cast<double>(whole) == number ? Json(whole) : Json(number);
+}
+
 int info(const Options& options) {
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
     run.session.places.SettingsPath = workplace.settings.path().string();
     run.session.places.UnitsDatabasePath = unitsDatabaseOf(workplace);
     Output output;
-    Json object;
+    Json object = resultJson("", "read", {});
     for (const SystemFact& fact : systemFacts(run.session, drawingLibraries())) {
-        object[fact.name] = fact.number ? Json(*fact.number) : Json(fact.text);
+        object[fact.name] = fact.number ? numberJson(*fact.number) : Json(fact.text);
         output.results += tableRow(fact.name.c_str(), forResults(fact.text));
     }
     if (options.json) output.results = jsonLine(object);
@@ -38,6 +46,7 @@ void addInfo(const Arguments& program, Command& chosen) {
         program.command("info", "Print versions, system, memory and the files that are used");
     command.flag("--json", options->json, "Print one JSON object instead of a table");
     addSettingsOption(command, options->settings);
+    command.examples({"info", "info --json"});
     command.then([options, &chosen] { chosen = [options] { return info(*options); }; });
 }
 

@@ -68,6 +68,21 @@ Json messagesJson(const std::vector<Told>& messages) {
     return items;
 }
 
+Json resultJson(const std::string& file, const char* status, const std::vector<Told>& messages) {
+    Json result;
+    if (!file.empty()) result["file"] = file;
+    result["status"] = status;
+    result["messages"] = messagesJson(messages);
+    return result;
+}
+
+Output refusal(const std::string& name, const std::string& text, int status, bool json) {
+    const std::vector<Told> told{{"", text, "", false}};
+    return {.results = json ? jsonLine(resultJson(name, statusWord(status, ""), told)) : "",
+            .diagnostics = diagnosticLines(name, told),
+            .status = status};
+}
+
 std::string jsonLine(const Json& object) {
     std::string line;
     append(line, object);

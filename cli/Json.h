@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/ConsoleInteraction.h"
+#include "cli/Output.h"
 #include "model/Flag.h"
 
 #include <concepts>
@@ -61,6 +62,12 @@ struct Json::Member {
 
 /// An array of {"title", "text", "answer"}.
 Json messagesJson(const std::vector<Told>& messages);
+
+/// What every command tells: {"file", "status", "messages"}; without "file" if that is empty.
+Json resultJson(const std::string& file, const char* status, const std::vector<Told>& messages);
+
+/// Of a command that has only this to say.
+Output refusal(const std::string& name, const std::string& text, int status, bool json);
 
 /// A field of the record: flags are true or false, arrays nest.
 template <class Value>

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
+#include "cli/Readers.h"
 #include "model/NumberText.h"
 #include "model/ToleranceUnits.h"
 #include "risk/observed/ObservedPct.h"
@@ -22,10 +23,6 @@ struct Options {
     bool equalize = false;
     bool json = false;
 };
-
-std::string isPct(const std::string& text) {
-    return isNumeric(text, {}) ? "" : text + " is no percentage";
-}
 
 GuardbandUse guardbandUse(const Options& options, const Analysis& r) {
     if (options.equalize) return GuardbandUse::Equalize;
@@ -61,7 +58,8 @@ bool convert(AnalysisRun& run, const Options& options) {
     if (anotherUnitObserves(r) && !withReason(run, "no fit", [&] { return FitObservingUnit(run.session); }))
         return false;
     const GuardbandUse use = guardbandUse(options, r);
-    const std::string& text = options.truePct.empty() ? options.observedPct : options.truePct;
+    const std::string text =
+        withoutPercentSign(options.truePct.empty() ? options.observedPct : options.truePct);
     const double pct = ParseValue(text, run.session.regional);
     if (!options.truePct.empty() && !(pct >= 0 && pct <= 100)) {
         tell(run.ui, {"The true % in-tolerance must be from 0 to 100.", "Not Computed"});
@@ -89,19 +87,18 @@ int observed(const Options& options) {
     if (options.json) {
         const ObservingUnit unit = unitOf(r);
         const auto given = [&](double value) { return done ? Json(value) : Json(); };
-        output.results = jsonLine({{"file", options.file},
-                                   {"status", word},
-                                   {"messages", messagesJson(run.ui.messages())},
-                                   {"True", given(r.SU_PctInTol / 100)},
-                                   {"Observed", given(r.Obs_PctInTol / 100)},
-                                   {"SU_PctInTol", given(r.SU_PctInTol)},
-                                   {"Obs_PctInTol", given(r.Obs_PctInTol)},
-                                   {"GB_UpperMult", given(r.GB_UpperMult)},
-                                   {"GB_LowerMult", given(r.GB_LowerMult)},
-                                   {"FalseAcceptOption", done ? Json(r.FalseAcceptOption) : Json()},
-                                   {"Obs_ObservingUnitOption", done ? Json(unit.option) : Json()},
-                                   {"Obs_Offset", given(unit.offset)},
-                                   {"Obs_AOP", given(unit.inTolerance)}});
+        Json object = run.result(options.file, word);
+        object["True"] = given(r.SU_PctInTol / 100);
+        object["Observed"] = given(r.Obs_PctInTol / 100);
+        object["SU_PctInTol"] = given(r.SU_PctInTol);
+        object["Obs_PctInTol"] = given(r.Obs_PctInTol);
+        object["GB_UpperMult"] = given(r.GB_UpperMult);
+        object["GB_LowerMult"] = given(r.GB_LowerMult);
+        object["FalseAcceptOption"] = done ? Json(r.FalseAcceptOption) : Json();
+        object["Obs_ObservingUnitOption"] = done ? Json(unit.option) : Json();
+        object["Obs_Offset"] = given(unit.offset);
+        object["Obs_AOP"] = given(unit.inTolerance);
+        output.results = jsonLine(object);
         return finish(output);
     }
     const auto pct = [&](double value) { return FormatNumber(value, "0.0000", run.session.regional) + " %"; };
@@ -126,15 +123,15 @@ void addObserved(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command =
         program.command("observed", "Convert true and observed % in-tolerance of an analysis file");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     const Arguments figure = command.group("figure", 1, 1);
     figure.text("--true", options->truePct, "True % in-tolerance; computes the observed")
         .shownAs("PERCENT")
-        .check(isPct);
+        .check(isPercent);
     const Argument known =
         figure.text("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
             .shownAs("PERCENT")
-            .check(isPct);
+            .check(isPercent);
     const Arguments use = command.group("guardbands", 0, 1);
     use.flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
     use.flag("--use-guardbands", options->use, "Accepted within the test limits");
@@ -142,6 +139,8 @@ void addObserved(const Arguments& program, Command& chosen) {
         .excludes(known);
     command.flag("--json", options->json, "Print one JSON object instead of text");
     addSettingsOption(command, options->settings);
+    command.examples({"observed torque-wrench-50nm.mrk --true 90",
+                      "observed torque-wrench-50nm.mrk --observed 88.5% --json"});
     command.then([options, &chosen] { chosen = [options] { return observed(*options); }; });
 }
 

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
+#include "cli/Readers.h"
 #include "model/NumberFormat.h"
 #include "model/NumberText.h"
 #include "model/RelativeUnits.h"
@@ -67,7 +68,7 @@ Composed compose(const Options& options, UnitsDatabase* units) {
     UpdateToleranceDecimals(record);
     const ToleranceUnits tolerance = subjectUnits(record);
     const NumberEntry fixed = number(options.fixed);
-    const NumberEntry percent = number(options.percent);
+    const NumberEntry percent = number(withoutPercentSign(options.percent));
     if (fixed.value < 0 || percent.value < 0)
         throw Refusal{"Both parts must be greater than or equal to zero."};
     const auto [value, picture] = composeOffset(
@@ -81,9 +82,8 @@ Composed compose(const Options& options, UnitsDatabase* units) {
 }
 
 /// The same keys as of a composed tolerance, without figures.
-Json refusedJson(const Options& options, const Output& output) {
-    Json result = {{"status", output.status == refused ? "refused" : "unreadable"},
-                   {"messages", Json::array({Json{{"text", output.diagnostics}}})}};
+Json refusedJson(const Options& options, const Output& output, const std::string& fault) {
+    Json result = resultJson("", statusWord(output.status, ""), {{"", fault, "", false}});
     const bool subject = options.parameter == "su";
     for (const char* key : {"SU_UpperOffset", "SU_LowerOffset", "SU_TolUnitsFactor"})
         if (subject) result[key] = Json();
@@ -99,12 +99,13 @@ int offset(Options options) {
     if (options.toleranceUnit.empty()) options.toleranceUnit = options.unit;
     if (options.database.empty()) options.database = unitsDatabaseOf(workplace);
     Json result;
+    std::string fault;
     try {
         std::unique_ptr<UnitsDatabase> units;
         if (!options.area.empty()) units = openUnitsDatabase(options.database);
         const Composed composed = compose(options, units.get());
         const bool subject = options.parameter == "su";
-        result = {{"status", "computed"}, {"messages", Json::array()}};
+        result = resultJson("", "computed", {});
         if (subject) {
             result["SU_UpperOffset"] = result["SU_LowerOffset"] = composed.offset;
             result["SU_TolUnitsFactor"] = composed.factor;
@@ -119,24 +120,21 @@ int offset(Options options) {
                              tableRow("In nominal units", composed.nominal) +
                              tableRow("Units factor", GeneralText(composed.factor, {})) + "\n";
     } catch (const Refusal& refusal) {
-        output = {.diagnostics = diagnosticLine("offset", refusal.text), .status = refused};
-    } catch (const UnitsError& fault) {
-        output = {.diagnostics = diagnosticLine(
-                      options.database.empty() ? "units database" : options.database, fault.what()),
-                  .status = unreadable};
+        fault = refusal.text;
+        output.status = refused;
+    } catch (const UnitsError& error) {
+        fault = options.database + ": " + unitsFault(options.database, error);
+        output.status = unreadable;
     } catch (const RuntimeFault&) {
-        output = {.diagnostics = diagnosticLine("offset", "the tolerance is no number that can be held"),
-                  .status = refused};
+        fault = "the tolerance is no number that can be held";
+        output.status = refused;
     }
+    if (!fault.empty()) output.diagnostics = diagnosticLine("offset", fault);
     if (options.json) {
-        if (output.status != allDone) result = refusedJson(options, output);
+        if (output.status != allDone) result = refusedJson(options, output, fault);
         output.results = jsonLine(result);
     }
     return finish(output);
-}
-
-std::string isNumber(const std::string& text) {
-    return isNumeric(text, {}) ? "" : text + " is no number";
 }
 
 } // namespace
@@ -155,7 +153,7 @@ void addOffset(const Arguments& program, Command& chosen) {
         .check(isNumber);
     command.text("--percent", options->percent, "Part in percent of the reading")
         .shownAs("VALUE")
-        .check(isNumber);
+        .check(isPercent);
     command.text("--tolerance-unit", options->toleranceUnit, "Tolerance units, if they are others")
         .shownAs("UNIT");
     command.text("--area", options->area, "Measurement area of the units; needed where they differ")
@@ -164,9 +162,13 @@ void addOffset(const Arguments& program, Command& chosen) {
         .shownAs("PARAMETER")
         .oneOf({"su", "mte"});
     command.text("--file", options->database, "Units database to use instead of your own")
+        .isPath()
         .shownAs("DATABASE");
     command.flag("--json", options->json, "Print one JSON object instead of text");
     addSettingsOption(command, options->settings);
+    command.examples(
+        {"offset --mode 10 --fixed 0.005 --percent 0.01",
+         "offset --area 'DC Voltage' --mode 10 --unit V --fixed 5 --percent 0.01% --tolerance-unit mV"});
     command.then([options, &chosen] {
         if (options->area.empty() && !options->toleranceUnit.empty() &&
             options->toleranceUnit != options->unit)

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <unistd.h>
 
 namespace metrisk::cli {
@@ -27,6 +28,14 @@ bool isTerminal(std::FILE* stream) {
 }
 
 } // namespace
+
+const char* statusWord(int status, const char* done) {
+    return status == allDone ? done : status == unreadable ? "unreadable" : "refused";
+}
+
+std::string faultText(const std::exception& fault) {
+    return dynamic_cast<const std::bad_alloc*>(&fault) ? "out of memory" : fault.what();
+}
 
 std::string printable(std::string_view text) {
     std::string shown;
@@ -52,13 +61,15 @@ std::string forDiagnostics(std::string_view text) {
 }
 
 std::string diagnosticLine(const std::string& name, const std::string& text) {
-    return forDiagnostics(name + ": " + text) + "\n";
+    return forDiagnostics(name.empty() ? text : name + ": " + text) + "\n";
 }
 
 std::string diagnosticLines(const std::string& name, const std::vector<Told>& messages) {
     std::string lines;
     for (const Told& message : messages) {
-        std::string text = message.title + ": " + message.text + " [" + message.answer + "]";
+        std::string text = message.title.empty()
+                               ? message.text
+                               : message.title + ": " + message.text + " [" + message.answer + "]";
         std::replace(text.begin(), text.end(), '\n', ' ');
         lines += diagnosticLine(name, text);
     }

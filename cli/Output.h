@@ -4,6 +4,7 @@
 #include "cli/ConsoleInteraction.h"
 
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,11 +13,17 @@ namespace metrisk::cli {
 
 enum ExitStatus { allDone = 0, refused = 1, wrongUsage = 2, unreadable = 3 };
 
+/// "unreadable", "refused", or what is said where all is done.
+const char* statusWord(int status, const char* done);
+
 struct Output {
     std::string results{};
     std::string diagnostics{};
     int status = allDone;
 };
+
+/// What to say of a fault that nobody expected.
+std::string faultText(const std::exception& fault);
 
 /// The text with its control characters written out ("\n", "\x1b"), so that no name or note can steer a
 /// terminal.
@@ -25,9 +32,10 @@ std::string printable(std::string_view text);
 std::string forResults(std::string_view text);
 std::string forDiagnostics(std::string_view text);
 
-/// "NAME: TEXT".
+/// "NAME: TEXT"; TEXT alone without a name.
 std::string diagnosticLine(const std::string& name, const std::string& text);
-/// One line for each message, "NAME: TITLE: TEXT [ANSWER]", line breaks as blanks.
+/// One line for each message, "NAME: TITLE: TEXT [ANSWER]" or, of a note, "NAME: TEXT"; line breaks as
+/// blanks.
 std::string diagnosticLines(const std::string& name, const std::vector<Told>& messages);
 
 /// Where the outputs of a command go, one after the other. With several to come a bar on stderr shows

@@ -1,19 +1,19 @@
 #include "cli/PictureOutput.h"
 
-#include "cli/Output.h"
-#include "persistence/AtomicFile.h"
+#include "cli/Input.h"
+#include "cli/OutputFile.h"
+#include "cli/Readers.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 namespace metrisk::cli {
 
 namespace {
 
-constexpr int smallestSide = 100;
+constexpr std::size_t smallestSide = 100;
 
 std::string isPicture(const std::string& path) {
-    return pictureFormatOf(path) ? "" : "the name must end in .png, .svg or .pdf";
+    return path == standardStream || pictureFormatOf(path) ? "" : "the name must end in .png, .svg or .pdf";
 }
 
 } // namespace
@@ -21,34 +21,44 @@ std::string isPicture(const std::string& path) {
 void PictureOutput::addTo(const Arguments& command, bool required, const char* sizeOption) {
     command.text("-o,--output", path, "Picture to write: .png, .svg or .pdf")
         .shownAs("PICTURE")
+        .isPath()
         .check(isPicture)
         .required(required);
+    addForceOption(command, force);
+    command.text("--format", format, "With -o -: png (the default), svg or pdf")
+        .shownAs("FORMAT")
+        .oneOf({"png", "svg", "pdf"});
     command
         .read(
             sizeOption,
             [this](const std::string& text) -> std::string {
-                int used = 0;
-                const bool read =
-                    std::sscanf(text.c_str(), "%5dx%5d%n", &size.width, &size.height, &used) == 2;
-                const auto fits = [](int side) { return side >= smallestSide && side <= largestPictureSide; };
-                if (read && text[static_cast<std::size_t>(used)] == '\0' && fits(size.width) &&
-                    fits(size.height))
-                    return {};
-                return "WIDTHxHEIGHT, 100 to 10000 each, as in 800x600";
+                const auto sides = sidesOf(text, smallestSide, largestPictureSide);
+                if (!sides) return "WIDTHxHEIGHT, 100 to 10000 each, as in 800x600";
+                size = {static_cast<int>(sides->across), static_cast<int>(sides->up)};
+                return {};
             },
             "Size of the picture in pixels, 96 to the inch (800x600)")
         .shownAs("WIDTHxHEIGHT");
 }
 
-int PictureOutput::write(const std::string& title, std::string& diagnostics,
-                         const std::function<void(DrawingSurface&)>& paint) const {
+std::string PictureOutput::fault(const std::string& input) const {
+    return path.empty() ? "" : targetFault(path, force, {input});
+}
+
+void PictureOutput::refuseBesideText(bool text) const {
+    if (text && path == standardStream)
+        throw WrongUsage("-o -, --json and --csv each take the standard output");
+}
+
+bool PictureOutput::write(const std::string& title, ConsoleInteraction& ui, Output& output,
+                          const std::function<void(DrawingSurface&)>& paint) const {
+    const std::string name = path == standardStream ? "picture." + format : path;
     try {
-        if (replaceFile(path, pictureBytes(*pictureFormatOf(path), size, title, paint))) return allDone;
-        diagnostics += diagnosticLine(path, "cannot be written");
+        return writeTarget(path, force, pictureBytes(*pictureFormatOf(name), size, title, paint), ui, output);
     } catch (const std::runtime_error& fault) {
-        diagnostics += diagnosticLine(path, fault.what());
+        ui.note(path + " cannot be drawn: " + fault.what());
+        return false;
     }
-    return refused;
 }
 
 } // namespace metrisk::cli

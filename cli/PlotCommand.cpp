@@ -1,7 +1,9 @@
 // metrisk-cli plot: a distribution of an analysis as a picture file.
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
+#include "cli/Json.h"
 #include "cli/PictureOutput.h"
+#include "cli/Readers.h"
 #include "numerics/Real.h"
 #include "plots/DistributionPlots.h"
 #include "plots/Drawing.h"
@@ -21,12 +23,13 @@ struct Options {
     std::string zoom = "100%";
     PictureOutput picture;
     bool offsets = false;
+    bool json = false;
     std::string settings;
 
     PlotKind plotKind() const { return kind == "su" ? kinds[0] : kind == "mte" ? kinds[1] : kinds[2]; }
     double zoomFactor() const {
         for (int i = 0; i < 7; ++i)
-            if (zoom == zoomNames[i] || zoom + "%" == zoomNames[i]) return zoomFactors[i];
+            if (percentOf(zoom) == percentOf(zoomNames[i])) return zoomFactors[i];
         return 1;
     }
 };
@@ -65,25 +68,34 @@ std::optional<DistributionPlot> plotOf(AnalysisRun& run, const Options& options)
 }
 
 int draw(const Options& options) {
+    if (const std::string fault = options.picture.fault(options.file); !fault.empty())
+        return finish(refusal(options.file, fault, wrongUsage, options.json));
     Output output;
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
-    if (!run.open(options.file)) {
-        output.status = unreadable;
-    } else if (const auto plot = plotOf(run, options)) {
-        output.status = options.picture.write(plot->title, output.diagnostics, [&](DrawingSurface& surface) {
-            DrawDistributionPlot(surface, *plot, run.session.regional);
-        });
-    } else {
-        output.status = refused;
+    output.status = unreadable;
+    if (run.open(options.file)) {
+        const auto plot = plotOf(run, options);
+        const bool written =
+            plot && options.picture.write(plot->title, run.ui, output, [&](DrawingSurface& surface) {
+                DrawDistributionPlot(surface, *plot, run.session.regional);
+            });
+        output.status = written ? allDone : refused;
     }
-    output.diagnostics = run.diagnostics(options.file) + output.diagnostics;
+    output.diagnostics = run.diagnostics(options.file);
+    if (options.json) {
+        Json object = run.result(options.file, statusWord(output.status, "written"));
+        object["output"] = output.status == allDone ? Json(options.picture.path) : Json();
+        output.results = jsonLine(object);
+    }
     return finish(output);
 }
 
 std::string isZoom(const std::string& text) {
+    const auto zoom = percentOf(text);
+    if (!zoom) return isPercent(text);
     for (const char* name : zoomNames)
-        if (text == name || text + "%" == name) return {};
+        if (zoom == percentOf(name)) return {};
     return "one of 400%, 200%, 150%, 100%, 75%, 50%, 25%";
 }
 
@@ -92,7 +104,7 @@ std::string isZoom(const std::string& text) {
 void addPlot(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command("plot", "Draw a distribution of an analysis file");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     command.text("--kind", options->kind, "su (subject), mte (measuring) or error (total error)")
         .shownAs("KIND")
         .oneOf({"su", "mte", "error"})
@@ -102,8 +114,14 @@ void addPlot(const Arguments& program, Command& chosen) {
         .shownAs("PERCENT")
         .check(isZoom);
     command.flag("--offsets", options->offsets, "Label the limits by their distance from the centre");
+    command.flag("--json", options->json, "Print one JSON object");
     addSettingsOption(command, options->settings);
-    command.then([options, &chosen] { chosen = [options] { return draw(*options); }; });
+    command.examples({"plot thermometer-process-uncertainty.mrk --kind error -o error.svg --size 1024x768",
+                      "plot torque-wrench-50nm.mrk --kind su --zoom 200% -o - >su.png"});
+    command.then([options, &chosen] {
+        options->picture.refuseBesideText(options->json);
+        chosen = [options] { return draw(*options); };
+    });
 }
 
 } // namespace metrisk::cli

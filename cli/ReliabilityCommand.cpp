@@ -4,6 +4,7 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
+#include "cli/Readers.h"
 #include "model/DecimalForm.h"
 #include "model/NumberFormat.h"
 #include "model/Session.h"
@@ -12,8 +13,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
-#include <cmath>
+#include <memory>
 #include <optional>
 
 namespace metrisk::cli {
@@ -56,24 +56,17 @@ const ReliabilityModel* modelNamed(std::string_view asked) {
 }
 
 std::string isModel(const std::string& text) {
-    return modelNamed(text) ? "" : text + " is no reliability model; see --help";
-}
-
-std::string isNumber(const std::string& text) {
-    double value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
-    return whole && std::isfinite(value) ? "" : text + " is no number";
+    return modelNamed(text) ? "" : "\"" + text + "\" is not a reliability model; see --help";
 }
 
 std::string isInterval(const std::string& text) {
-    const std::string fault = isNumber(text);
-    return !fault.empty() || std::stod(text) > 0 ? fault : "an interval above 0 is needed";
+    const auto time = numberOf(text);
+    return !time || *time > 0 ? isNumber(text) : "an interval above 0 is needed";
 }
 
 std::string isTime(const std::string& text) {
-    const std::string fault = isNumber(text);
-    return !fault.empty() || std::stod(text) >= 0 ? fault : "a time must not be below 0";
+    const auto time = numberOf(text);
+    return !time || *time >= 0 ? isNumber(text) : "a time must not be below 0";
 }
 
 Found find(Session& session, int model, const Options& options) {
@@ -166,25 +159,34 @@ void addReliability(const Arguments& program, Command& chosen) {
         .shownAs("MODEL")
         .required()
         .check(isModel);
-    const auto number = [&command](const char* name, auto& value, const char* text, const char* unit,
-                                   std::string (*check)(const std::string&) = isNumber) {
-        return command.number(name, value, text).shownAs(unit).check(check);
-    };
-    number("--interval", options->interval, "Length of the period, in any unit", "TIME", isInterval)
+    command.number("--interval", options->interval, "Length of the period, in any unit")
+        .shownAs("TIME")
+        .check(isInterval)
         .required();
-    const Argument bop = number("--bop", options->pct.bop, "% in-tolerance at its beginning", "PERCENT");
-    const Argument aop =
-        number("--aop", options->pct.aop,
-               "Mean % in-tolerance over it, where the model needs it to be solved", "PERCENT");
-    const Argument eop = number("--eop", options->pct.eop, "% in-tolerance at its end", "PERCENT");
-    const Argument a = number("--a", options->theta.a, "Coefficient a", "NUMBER");
-    const Argument b = number("--b", options->theta.b, "Coefficient b", "NUMBER");
-    const Argument c = number("--c", options->theta.c, "Coefficient c", "NUMBER");
+    const auto percent = [&](const char* name, double& value, const char* text) {
+        return command.percent(name, value, text).shownAs("PERCENT");
+    };
+    const Argument bop = percent("--bop", options->pct.bop, "% in-tolerance at its beginning");
+    const Argument aop = percent("--aop", options->pct.aop,
+                                 "Mean % in-tolerance over it, where the model needs it to be solved");
+    const Argument eop = percent("--eop", options->pct.eop, "% in-tolerance at its end");
+    const auto coefficient = [&](const char* name, double& value, const char* text) {
+        return command.number(name, value, text).shownAs("NUMBER");
+    };
+    const Argument a = coefficient("--a", options->theta.a, "Coefficient a");
+    const Argument b = coefficient("--b", options->theta.b, "Coefficient b");
+    const Argument c = coefficient("--c", options->theta.c, "Coefficient c");
     for (const Argument& probability : {bop, aop, eop})
-        for (const Argument& coefficient : {a, b, c}) probability.excludes(coefficient);
-    number("--at-time", options->atTime, "Also tell the reliability at this time", "TIME", isTime);
-    number("--at-reliability", options->atPct, "Also tell the time at which this is reached", "PERCENT");
+        for (const Argument& theta : {a, b, c}) probability.excludes(theta);
+    command.number("--at-time", options->atTime, "Also tell the reliability at this time")
+        .shownAs("TIME")
+        .check(isTime);
+    command.percent("--at-reliability", options->atPct, "Also tell the time at which this is reached")
+        .shownAs("PERCENT");
     command.flag("--json", options->json, "Print one JSON object instead of text");
+    command.examples(
+        {"reliability --model weibull --interval 12 --bop 99 --aop 95 --eop 90 --at-time 18",
+         "reliability --model exponential --interval 12 --bop 98% --eop 90% --at-reliability 85 --json"});
     command.then([=, &chosen] {
         const ReliabilityModel& model = *modelNamed(options->model);
         options->fromCoefficients = a.given() || b.given() || c.given();

@@ -2,8 +2,9 @@
 #include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
+#include "cli/Input.h"
+#include "cli/Json.h"
 #include "model/Text.h"
-#include "persistence/AtomicFile.h"
 #include "persistence/SettingKeys.h"
 #include "reports/ReportFiles.h"
 #include "reports/files/CairoPress.h"
@@ -21,7 +22,7 @@ struct Options {
     std::vector<std::string> sections{"risk"};
     std::string font;
     std::optional<std::string> organization;
-    std::string paper = "letter";
+    std::string paper = "a4";
     std::string settings;
 
     bool holds(const char* section) const {
@@ -36,40 +37,29 @@ struct Options {
         selection.Report_FontName = font;
         return selection;
     }
-    PageSetup page() const { return paper == "a4" ? PageSetup::a4() : PageSetup{}; }
+    PageSetup page() const { return equalCaseBlind(paper, "a4") ? PageSetup::a4() : PageSetup{}; }
 };
 
-bool write(AnalysisRun& run, const std::string& target, const Options& options, std::string& problem) {
+std::optional<std::string> compose(AnalysisRun& run, const std::string& target, const Options& options) {
     if (options.organization) {
         run.record.Organization = withoutQuotes(std::string(firstCharacters(*options.organization, 60)));
         run.record.IncludeOrganization = true;
     }
-    if (!haveData(run.session, Needs::Both)) return false;
-    const auto bytes = reportBytes(run.session, options.selection(), options.page(), target, CairoPress());
-    if (!bytes || replaceFile(target, *bytes)) return bytes.has_value();
-    problem = diagnosticLine(target, "cannot be written");
-    return false;
-}
-
-Output report(Workplace& workplace, const std::string& file, const std::string& target,
-              const Options& options) {
-    AnalysisRun run(workplace);
-    int status = unreadable;
-    std::string problem;
-    if (run.open(file)) status = write(run, target, options, problem) ? allDone : refused;
-    return {.diagnostics = run.diagnostics(file) + problem, .status = status};
+    const bool allowed = withReason(run, "no report", [&] { return haveData(run.session, Needs::Both); });
+    if (!allowed) return std::nullopt;
+    const std::string name = target == standardStream ? "report." + options.format : target;
+    return reportBytes(run.session, options.selection(), options.page(), name, CairoPress());
 }
 
 int reportAll(Options& options) {
     options.targets.end = "." + options.format;
     const std::string& path = options.targets.path;
-    if (!path.empty() && reportFormatOf(path) == ReportFormat::None)
-        return finish({.diagnostics = diagnosticLine(path, "The Report Type is not registered."),
-                       .status = wrongUsage});
+    if (!path.empty() && path != standardStream && reportFormatOf(path) == ReportFormat::None)
+        return finish(refusal(path, "The Report Type is not registered.", wrongUsage, options.targets.json));
     Workplace workplace(options.settings);
     if (options.font.empty()) options.font = workplace.settings.read(reportSettings::defaultFont);
-    return options.targets.run("report", [&](const std::string& file, const std::string& target) {
-        return report(workplace, file, target, options);
+    return options.targets.run("report", workplace, [&](AnalysisRun& run, const std::string& target) {
+        return compose(run, target, options);
     });
 }
 
@@ -80,7 +70,7 @@ void addReport(const Arguments& program, Command& chosen) {
     const Arguments command =
         program.command("report", "Write reports of analysis files as PDF, Rich Text or HTML");
     options->targets.addTo(command, "OUT.pdf|doc|htm");
-    command.text("--format", options->format, "With --out-dir: pdf (the default), doc or htm")
+    command.text("--format", options->format, "With --out-dir or -o -: pdf (the default), doc or htm")
         .shownAs("FORMAT")
         .oneOf({"pdf", "doc", "htm"});
     command
@@ -88,14 +78,18 @@ void addReport(const Arguments& program, Command& chosen) {
                "Any of risk (the default), plots, uncertainty, error, with commas between")
         .shownAs("LIST")
         .separatedBy(',')
+        .oneEach()
         .oneOf({"risk", "plots", "uncertainty", "error"});
     command.text("--font", options->font, "Font family of the texts").shownAs("NAME");
     command.text("--organization", options->organization, "Organization at the head of the report")
         .shownAs("NAME");
-    command.text("--paper", options->paper, "letter (the default) or a4")
+    command.text("--paper", options->paper, "a4 (the default) or letter")
         .shownAs("SIZE")
-        .oneOf({"letter", "a4"});
+        .oneOfAnyCase({"a4", "letter"});
     addSettingsOption(command, options->settings);
+    command.examples({"report torque-wrench-50nm.mrk -o report.pdf",
+                      "report --sections risk,plots thermometer-process-uncertainty.mrk -o report.htm",
+                      "report --out-dir . --format doc *.mrk"});
     command.then([options, &chosen] { chosen = [options] { return reportAll(*options); }; });
 }
 

@@ -45,9 +45,11 @@ std::string lines(const std::string& name, const Value& value) {
     }
 }
 
-std::string asJson(const Analysis& record) {
-    Json fields;
-    visitFields(record, [&](std::string_view name, const auto& value) { fields[name] = fieldJson(value); });
+std::string asJson(const std::string& file, const AnalysisRun& run, bool read) {
+    Json fields = run.result(file, read ? "read" : "unreadable");
+    if (!read) return jsonLine(fields);
+    visitFields(run.record,
+                [&](std::string_view name, const auto& value) { fields[name] = fieldJson(value); });
     return jsonLine(fields);
 }
 
@@ -62,10 +64,12 @@ int show(const Options& options) {
     Output output;
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
-    if (run.open(options.file))
-        output.results = options.json ? asJson(run.record) : asText(run.record);
-    else
-        output.status = unreadable;
+    const bool read = run.open(options.file);
+    output.status = read ? allDone : unreadable;
+    if (options.json)
+        output.results = asJson(options.file, run, read);
+    else if (read)
+        output.results = asText(run.record);
     output.diagnostics = run.diagnostics(options.file);
     return finish(output);
 }
@@ -75,9 +79,10 @@ int show(const Options& options) {
 void addShow(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command("show", "Print every field of an analysis by name");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     command.flag("--json", options->json, "Print one JSON object instead of text");
     addSettingsOption(command, options->settings);
+    command.examples({"show torque-wrench-50nm.mrk", "show --json torque-wrench-50nm.mrk"});
     command.then([options, &chosen] { chosen = [options] { return show(*options); }; });
 }
 

@@ -13,19 +13,13 @@ struct Options {
     std::string settings;
 };
 
-Output summarise(Workplace& workplace, const std::string& file, const std::string& target) {
-    AnalysisRun run(workplace);
-    int status = unreadable;
-    if (run.open(file))
-        status = summaryAllowed(run.session) && WriteSummary(run.session, target) ? allDone : refused;
-    return {.diagnostics = run.diagnostics(file), .status = status};
-}
-
 int summariseAll(const Options& options) {
     Workplace workplace(options.settings);
-    return options.targets.run("summary", [&](const std::string& file, const std::string& target) {
-        return summarise(workplace, file, target);
-    });
+    return options.targets.run(
+        "summary", workplace, [](AnalysisRun& run, const std::string&) -> std::optional<std::string> {
+            const bool allowed = withReason(run, "no summary", [&] { return summaryAllowed(run.session); });
+            return allowed ? std::optional(summaryText(run.session)) : std::nullopt;
+        });
 }
 
 } // namespace
@@ -37,6 +31,7 @@ void addSummary(const Arguments& program, Command& chosen) {
     options->targets.end = ".sum";
     options->targets.addTo(command, "OUT.sum");
     addSettingsOption(command, options->settings);
+    command.examples({"summary torque-wrench-50nm.mrk -o wrench.sum", "summary --out-dir . *.mrk"});
     command.then([options, &chosen] { chosen = [options] { return summariseAll(*options); }; });
 }
 

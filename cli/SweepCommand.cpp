@@ -4,6 +4,7 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
+#include "cli/Readers.h"
 #include "cli/SweepInput.h"
 #include "model/DisplayRule.h"
 #include "model/NumberFormat.h"
@@ -34,6 +35,8 @@ struct Options {
     std::string file;
     std::string settings;
     std::string over;
+    std::string fromText;
+    std::string toText;
     double from = 0;
     double to = 0;
     std::size_t points = 31;
@@ -50,9 +53,20 @@ struct Options {
     SweepRange range() const { return {from, to, points}; }
 };
 
-/// What is wrong with the range; empty if nothing is.
-std::string rangeFault(const Options& options) {
-    if (!(std::isfinite(options.from) && std::isfinite(options.to))) return "the range must be finite";
+/// Reads the ends of the range as its quantity is read. What is wrong with them; empty if nothing is.
+std::string takeRange(Options& options) {
+    const bool ratio = options.swept() == Swept::BaselineRatio;
+    const auto take = [&](const char* name, const std::string& text, double& end) -> std::string {
+        const std::string wrong = ratio                 ? isRatio(text)
+                                  : options.ofPercent() ? isPercent(text)
+                                                        : isNumber(text);
+        if (!wrong.empty()) return name + wrong;
+        end = *(ratio ? ratioOf(text) : options.ofPercent() ? percentOf(text) : numberOf(text));
+        return {};
+    };
+    for (const std::string& wrong :
+         {take("--from: ", options.fromText, options.from), take("--to: ", options.toText, options.to)})
+        if (!wrong.empty()) return wrong;
     if (options.swept() != Swept::KFactor && !(options.from > 0)) return "--from must be greater than zero";
     if (!(options.to > options.from)) return "--to must be greater than --from";
     if (options.ofPercent() && !(options.to < 100)) return "a percent in-tolerance must be less than 100";
@@ -77,17 +91,16 @@ Result sweep(const RiskSweep& risks, const Options& options) {
     return result;
 }
 
-std::string courseNote(const Result& result, const Options& options) {
-    if (result.complete()) return {};
-    if (result.points.size() < 2) return diagnosticLine(options.file, std::string(tooFew.text));
-    std::string note;
+void tellCourse(AnalysisRun& run, const Result& result) {
     const auto number = [](double value) { return GeneralText(value, {}); };
-    if (result.skipped > 0)
-        note += diagnosticLine(options.file, "no risks below " + number(result.points.front().x));
+    if (result.complete()) return;
+    if (result.points.size() < 2) {
+        tell(run.ui, tooFew);
+        return;
+    }
+    if (result.skipped > 0) run.ui.note("no risks below " + number(result.points.front().x));
     if (result.ended)
-        note += diagnosticLine(options.file,
-                               "the sweep ended at " + number(result.points.back().x) + ": no risks beyond");
-    return note;
+        run.ui.note("the sweep ended at " + number(result.points.back().x) + ": no risks beyond");
 }
 
 std::string asJson(const Options& options, const AnalysisRun& run, const Result& result, const char* status) {
@@ -96,14 +109,13 @@ std::string asJson(const Options& options, const AnalysisRun& run, const Result&
         points.push_back({{"x", point.x},
                           {"FalseAccept", point.risks.falseAccept},
                           {"FalseReject", point.risks.falseReject}});
-    return jsonLine({{"file", options.file},
-                     {"status", status},
-                     {"messages", messagesJson(run.ui.messages())},
-                     {"over", options.over},
-                     {"FalseAcceptOption", run.record.FalseAcceptOption},
-                     {"skipped", result.skipped},
-                     {"ended", result.ended},
-                     {"points", points}});
+    Json object = run.result(options.file, status);
+    object["over"] = options.over;
+    object["FalseAcceptOption"] = run.record.FalseAcceptOption;
+    object["skipped"] = result.skipped;
+    object["ended"] = result.ended;
+    object["points"] = points;
+    return jsonLine(object);
 }
 
 std::string asCsv(const Result& result) {
@@ -142,7 +154,17 @@ Chart chartOf(const Options& options, const AnalysisRun& run, const Result& resu
                      run.session.regional);
 }
 
+bool draw(const Options& options, AnalysisRun& run, const Result& result, const SweepWords& words,
+          Output& output) {
+    const Chart chart = chartOf(options, run, result, words);
+    return options.picture.write(chart.title, run.ui, output, [&](DrawingSurface& surface) {
+        DrawChart(surface, chart, run.session.regional);
+    });
+}
+
 int run(const Options& options) {
+    if (const std::string fault = options.picture.fault(options.file); !fault.empty())
+        return finish(refusal(options.file, fault, wrongUsage, options.json));
     Output output;
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
@@ -155,27 +177,22 @@ int run(const Options& options) {
         output.status = refused;
         if (swept == Swept::BaselineRatio || fitBoth(run)) {
             result = sweep(sweepOf(run, swept), options);
-            output.diagnostics = courseNote(result, options);
+            tellCourse(run, result);
             if (result.points.size() >= 2) status = result.complete() ? "computed" : "incomplete";
             if (result.complete()) output.status = allDone;
         }
     }
     const SweepWords words = wordsOf(swept, run.record.MTE_EntryByUncertainty);
-    if (!options.picture.path.empty() && result.points.size() >= 2) {
-        const Chart chart = chartOf(options, run, result, words);
-        const int written =
-            options.picture.write(chart.title, output.diagnostics, [&](DrawingSurface& surface) {
-                DrawChart(surface, chart, run.session.regional);
-            });
-        output.status = std::max(output.status, written);
-    }
+    if (!options.picture.path.empty() && result.points.size() >= 2 &&
+        !draw(options, run, result, words, output))
+        output.status = refused;
     if (options.json)
         output.results = asJson(options, run, result, status);
     else if (options.csv && !result.points.empty())
         output.results = asCsv(result);
     else if (!options.csv && options.picture.path.empty() && !result.points.empty())
         output.results = asTable(options, run, result, words);
-    output.diagnostics = run.diagnostics(options.file) + output.diagnostics;
+    output.diagnostics = run.diagnostics(options.file);
     return finish(output);
 }
 
@@ -187,7 +204,7 @@ void addSweep(const Arguments& program, Command& chosen) {
         program.command("sweep", "Compute the risks of an analysis file over a range of one quantity");
     std::vector<std::string> names;
     for (const Over& each : quantities) names.emplace_back(each.name);
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     command
         .text("--over", options->over,
               "guardband (multiplier), k (k-factor), su-pct or mte-pct (% in-tolerance), ratio (accuracy "
@@ -195,8 +212,8 @@ void addSweep(const Arguments& program, Command& chosen) {
         .shownAs("QUANTITY")
         .oneOf(names)
         .required();
-    command.number("--from", options->from, "Least value").shownAs("NUMBER").required();
-    command.number("--to", options->to, "Greatest value").shownAs("NUMBER").required();
+    command.text("--from", options->fromText, "Least value").shownAs("NUMBER").required();
+    command.text("--to", options->toText, "Greatest value").shownAs("NUMBER").required();
     command.count("--points", options->points, "Number of points, 2 to 1000000 (31)", 2, mostPoints)
         .shownAs("COUNT");
     const Argument csv =
@@ -204,8 +221,12 @@ void addSweep(const Arguments& program, Command& chosen) {
     command.flag("--json", options->json, "Print one JSON object instead of text").excludes(csv);
     options->picture.addTo(command, false);
     addSettingsOption(command, options->settings);
+    command.examples({"sweep multimeter-dc-volts.mrk --over guardband --from 0.5 --to 1",
+                      "sweep torque-wrench-50nm.mrk --over su-pct --from 60% --to 99% --points 100 --csv",
+                      "sweep torque-wrench-50nm.mrk --over ratio --from 1:1 --to 20:1 -o ratio.svg"});
     command.then([options, &chosen] {
-        if (const std::string fault = rangeFault(*options); !fault.empty()) throw WrongUsage(fault);
+        if (const std::string fault = takeRange(*options); !fault.empty()) throw WrongUsage(fault);
+        options->picture.refuseBesideText(options->csv || options->json);
         chosen = [options] { return run(*options); };
     });
 }

@@ -2,6 +2,7 @@
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
+#include "cli/Input.h"
 #include "cli/Json.h"
 #include "model/NumberText.h"
 #include "model/Text.h"
@@ -15,15 +16,12 @@
 #include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
 
-#include <fstream>
-#include <iterator>
-
 namespace metrisk::cli {
 
 namespace {
 
 constexpr const char* samplesTitle = "Samples";
-constexpr std::streamsize longestColumn = 1 << 24; // bytes
+constexpr std::size_t longestColumn = 1 << 24; // bytes
 
 struct Options {
     std::string file;
@@ -49,19 +47,15 @@ std::optional<SampleSource> sourceOf(const std::string& text) {
 }
 
 std::string isSource(const std::string& text) {
-    return sourceOf(text) ? "" : text + " is neither mte=FILE nor su=FILE";
+    return sourceOf(text) ? "" : "\"" + text + "\" is neither mte=FILE nor su=FILE";
 }
 
-/// False when the file cannot be read or holds no number.
+/// False when the file holds no number. Raises Unreadable.
 bool takeSamples(AnalysisRun& run, const SampleSource& source, bool deviations) {
-    std::ifstream file(source.path, std::ios::binary);
-    std::string text(static_cast<std::size_t>(longestColumn), '\0');
-    if (file) file.read(text.data(), longestColumn);
-    const bool readable = !file.bad() && file.gcount() > 0 && file.gcount() < longestColumn;
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    const SampleColumn column = readable ? readSampleColumn(text, run.session.regional) : SampleColumn{};
+    const std::string text = readInput(source.path, longestColumn);
+    const SampleColumn column = readSampleColumn(text, run.session.regional);
     if (column.values.empty()) {
-        tell(run.ui, {source.path + (readable ? " holds no number." : " cannot be read."), samplesTitle});
+        tell(run.ui, {source.path + " holds no number.", samplesTitle});
         return false;
     }
     if (column.values.size() < static_cast<std::size_t>(column.given))
@@ -141,7 +135,7 @@ Json correlationsJson(const Analysis& r) {
 std::string asJson(const std::string& file, const char* status, const AnalysisRun& run,
                    const std::optional<Totals>& totals) {
     const Analysis& r = run.record;
-    Json object{{"file", file}, {"status", status}, {"messages", messagesJson(run.ui.messages())}};
+    Json object = run.result(file, status);
     const auto put = [&](const char* name, const auto& value) {
         object[name] = totals ? fieldJson(value) : Json();
     };
@@ -277,8 +271,12 @@ int uncertainty(const Options& options) {
     int status = unreadable;
     std::optional<Totals> totals;
     if (run.open(options.file)) {
-        totals = compute(run, options);
-        status = totals ? allDone : refused;
+        try {
+            totals = compute(run, options);
+            status = totals ? allDone : refused;
+        } catch (const Unreadable& fault) {
+            run.ui.note(fault.file + " cannot be read: " + fault.what());
+        }
         if (totals && options.save && !saveResults(run, options.file, options.force)) status = refused;
     }
     const char* word = totals ? "computed" : status == unreadable ? "unreadable" : "refused";
@@ -293,7 +291,7 @@ void addUncertainty(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command(
         "uncertainty", "Print uncertainty budget, samples and bias analysis of an analysis file");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").required();
+    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     const Argument samples =
         command.texts("--samples", options->samples, "Take a sample from the lines of a text file")
             .shownAs("mte=FILE|su=FILE")
@@ -308,6 +306,8 @@ void addUncertainty(const Arguments& program, Command& chosen) {
         .needs(samples);
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
     addSettingsOption(command, options->settings);
+    command.examples({"uncertainty thermometer-process-uncertainty.mrk",
+                      "uncertainty thermometer-process-uncertainty.mrk --samples su=- --json <readings.txt"});
     command.then([options, &chosen] { chosen = [options] { return uncertainty(*options); }; });
 }
 

@@ -2,9 +2,10 @@
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
+#include "cli/Input.h"
 #include "cli/Json.h"
+#include "cli/OutputFile.h"
 #include "model/NumberText.h"
-#include "persistence/AtomicFile.h"
 #include "shell/StartUp.h"
 #include "units/UnitsDatabase.h"
 #include "units/UnitsTable.h"
@@ -29,31 +30,52 @@ struct Options {
 
 using Open = std::unique_ptr<UnitsDatabase>;
 
-/// Opens the database; without one the output says why.
-Open opened(const std::string& path, Output& output) {
+/// What a command has to say, as lines and as an object.
+struct Report {
+    std::string file; // the database
+    int status = allDone;
+    ConsoleInteraction ui{};
+    std::string text{};
+    Json figures{}; // members of the object behind the common ones
+};
+
+int finish(const Report& report, bool json, const char* done) {
+    Output output{.diagnostics = diagnosticLines(report.file, report.ui.messages()), .status = report.status};
+    if (!json) {
+        output.results = report.text;
+        return finish(output);
+    }
+    Json object = resultJson(report.file, statusWord(report.status, done), report.ui.messages());
+    if (const auto* members = std::get_if<Json::Object>(&report.figures.value()))
+        for (const auto& [key, value] : *members) object[key] = value;
+    output.results = jsonLine(object);
+    return finish(output);
+}
+
+/// Opens the database; without one the report says why.
+Open opened(Report& report) {
     try {
-        Open units = openUnitsDatabase(path);
+        Open units = openUnitsDatabase(report.file);
         if (const std::size_t count = units->leftOut(); count > 0)
-            output.diagnostics +=
-                diagnosticLine(path, "units or areas left out: " + std::to_string(count) +
-                                         "; they lack a name or a multiplier above 0, or are too long");
+            report.ui.note("units or areas left out: " + std::to_string(count) +
+                           "; they lack a name or a multiplier above 0, or are too long");
         return units;
     } catch (const UnitsError& fault) {
-        output.diagnostics +=
-            diagnosticLine(path, std::string("is not an Metrisk units database: ") + fault.what());
-        output.status = unreadable;
+        report.ui.note(unitsFault(report.file, fault));
+        report.status = unreadable;
         return nullptr;
     }
 }
 
-/// Runs the work; what the database refuses is told.
+/// Runs the work; what is refused is told. A text where the fault does not lie in the database names its
+/// file.
 template <class Work>
-void attempt(const std::string& path, Output& output, Work work) {
+void attempt(Report& report, Work work, const std::string& fileAtFault = {}) {
     try {
         work();
     } catch (const UnitsError& fault) {
-        output.diagnostics += diagnosticLine(path, fault.what());
-        output.status = refused;
+        report.ui.note((fileAtFault.empty() ? "" : fileAtFault + ": ") + fault.what());
+        report.status = refused;
     }
 }
 
@@ -92,92 +114,112 @@ std::string tableOf(const std::vector<AreaContent>& content, bool units) {
 }
 
 int list(const Options& options) {
-    const std::string path = fileOf(options);
-    Output output;
+    Report report{.file = fileOf(options)};
     Json areas = Json::array();
-    if (const Open units = opened(path, output))
-        attempt(path, output, [&] {
+    if (const Open units = opened(report))
+        attempt(report, [&] {
             const std::vector<AreaContent> content = contentOf(*units, options.area);
             for (const AreaContent& area : content) areas.push_back(areaJson(area));
-            output.results = tableOf(content, !options.area.empty());
+            report.text = tableOf(content, !options.area.empty());
         });
-    if (options.json) {
-        const char* status = output.status == allDone   ? "read"
-                             : output.status == refused ? "refused"
-                                                        : "unreadable";
-        Json messages = Json::array();
-        if (!output.diagnostics.empty()) messages.push_back({{"text", output.diagnostics}});
-        output.results =
-            jsonLine({{"file", path}, {"status", status}, {"messages", messages}, {"areas", areas}});
-    }
-    return finish(output);
+    report.figures["areas"] = areas;
+    return finish(report, options.json, "read");
 }
 
-std::string amounts(const std::vector<AreaContent>& content) {
+struct Amounts {
+    std::size_t areas, units;
+};
+
+Amounts amountsOf(const std::vector<AreaContent>& content) {
     std::size_t count = 0;
     for (const AreaContent& area : content) count += area.units.size();
-    return std::to_string(content.size()) + " measurement areas, " + std::to_string(count) + " units\n";
+    return {content.size(), count};
+}
+
+std::string amountsText(const Amounts& amounts) {
+    return std::to_string(amounts.areas) + " measurement areas, " + std::to_string(amounts.units) +
+           " units\n";
 }
 
 int check(const Options& options) {
-    Output output;
-    if (const Open units = opened(options.file, output))
-        attempt(options.file, output,
-                [&] { output.results = options.file + ": " + amounts(units->content()); });
-    return finish(output);
+    Report report{.file = options.file};
+    if (const Open units = opened(report))
+        attempt(report, [&] {
+            const Amounts amounts = amountsOf(units->content());
+            report.text = forResults(options.file) + ": " + amountsText(amounts);
+            report.figures["areas"] = amounts.areas;
+            report.figures["units"] = amounts.units;
+        });
+    return finish(report, options.json, "read");
 }
 
 int convert(const Options& options) {
-    Output output;
+    Report report{.file = options.file};
+    if (const std::string fault = targetFault(options.other, options.force, {options.file}); !fault.empty())
+        return finish(refusal(options.file, fault, wrongUsage, options.json));
+    if (const Open units = opened(report))
+        attempt(
+            report,
+            [&] {
+                refuseForeignFile(options.other);
+                units->saveAs(options.other);
+            },
+            options.other);
+    report.figures["output"] = report.status == allDone ? Json(options.other) : Json();
+    return finish(report, options.json, "written");
+}
+
+/// Adds the content to the database, or makes it of the content where there is none. What has been added is
+/// counted.
+MergeCounts added(const std::string& file, const std::vector<AreaContent>& content, Report& report) {
+    const auto [areas, units] = amountsOf(content);
     std::error_code none;
-    if (!options.force && fs::exists(options.other, none))
-        return finish({.diagnostics = diagnosticLine(options.other, "exists; use --force to replace it"),
-                       .status = wrongUsage});
-    if (const Open units = opened(options.file, output))
-        attempt(options.other, output, [&] {
-            if (fs::equivalent(options.file, options.other, none))
-                throw UnitsError("the database cannot be replaced by itself");
-            refuseForeignFile(options.other);
-            units->saveAs(options.other);
-        });
-    return finish(output);
+    if (!fs::exists(file, none) && makeNewUnitsDatabase(file, content))
+        return {.areas = static_cast<int>(areas), .units = static_cast<int>(units), .changed = 0};
+    const Open database = opened(report);
+    return database ? database->merge(content) : MergeCounts{};
 }
 
 int import(const Options& options) {
     constexpr std::size_t largest = 64u << 20;
-    Output output;
-    const auto text = readWholeFile(options.other, largest);
-    if (!text)
-        return finish({.diagnostics = diagnosticLine(options.other, "cannot be read"), .status = unreadable});
+    Report report{.file = options.file};
+    const std::string text = readInput(options.other, largest);
     std::vector<AreaContent> content;
-    attempt(options.other, output, [&] { content = readUnitsTable(*text); });
-    if (output.status != allDone) return finish(output);
-    std::error_code none;
-    const bool exists = fs::exists(options.file, none);
-    const Open units = exists ? opened(options.file, output) : nullptr;
-    if (exists && !units) return finish(output);
-    attempt(options.file, output, [&] {
+    try {
+        content = readUnitsTable(text);
+    } catch (const UnitsError& fault) {
+        return finish(refusal(options.other, fault.what(), refused, options.json));
+    }
+    attempt(report, [&] {
         refuseForeignFile(options.file);
-        if (!exists) makeUnitsDatabase(options.file);
         if (options.replace) {
             makeUnitsDatabase(options.file, content);
-            output.results = amounts(content);
+            const Amounts amounts = amountsOf(content);
+            report.text = amountsText(amounts);
+            report.figures["areas"] = amounts.areas;
+            report.figures["units"] = amounts.units;
             return;
         }
-        const MergeCounts counts = (exists ? *units : *openUnitsDatabase(options.file)).merge(content);
-        output.results = tableRow("Measurement areas added", std::to_string(counts.areas)) +
-                         tableRow("Units added", std::to_string(counts.units)) +
-                         tableRow("Units changed", std::to_string(counts.changed));
+        const MergeCounts counts = added(options.file, content, report);
+        if (report.status != allDone) return;
+        report.text = tableRow("Measurement areas added", std::to_string(counts.areas)) +
+                      tableRow("Units added", std::to_string(counts.units)) +
+                      tableRow("Units changed", std::to_string(counts.changed));
+        report.figures["areasAdded"] = counts.areas;
+        report.figures["unitsAdded"] = counts.units;
+        report.figures["unitsChanged"] = counts.changed;
     });
-    return finish(output);
+    return finish(report, options.json, "written");
 }
 
 int exportTable(const Options& options) {
-    const std::string path = fileOf(options);
-    Output output;
-    if (const Open units = opened(path, output))
-        attempt(path, output, [&] { output.results = writeUnitsTable(contentOf(*units, options.area)); });
-    return finish(output);
+    Report report{.file = fileOf(options)};
+    if (const Open units = opened(report))
+        attempt(report, [&] {
+            report.text = writeUnitsTable(contentOf(*units, options.area));
+            report.figures["table"] = report.text;
+        });
+    return finish(report, options.json, "read");
 }
 
 } // namespace
@@ -185,9 +227,19 @@ int exportTable(const Options& options) {
 std::string unitsDatabaseOf(const Workplace& workplace) {
     const std::string path =
         workplace.settings.ReadSetting("Home Location", "Units Database", "", wholeValue);
-    std::error_code none;
     if (!path.empty()) return path;
-    return sampleUnitsOf(fs::read_symlink("/proc/self/exe", none).parent_path().string());
+    std::error_code none;
+    const fs::path program = fs::read_symlink("/proc/self/exe", none).parent_path();
+    const std::string sample = sampleUnitsOf(program.string());
+    // Where it should be, so that a message can name it.
+    return !sample.empty() ? sample
+                           : (program / "../share/metrisk/Measurement Units.mdb").lexically_normal().string();
+}
+
+std::string unitsFault(const std::string& path, const UnitsError& fault) {
+    std::error_code none;
+    return fs::exists(path, none) ? std::string("is not an Metrisk units database: ") + fault.what()
+                                  : "there is no such units database; name one with --file";
 }
 
 void addUnits(const Arguments& program, Command& chosen) {
@@ -195,37 +247,49 @@ void addUnits(const Arguments& program, Command& chosen) {
     const Arguments units =
         program.command("units", "Show, check, convert, import or export a units database");
     units.needsCommand();
-    const auto add = [&](const char* name, const char* about, int (*work)(const Options&)) {
+    const auto add = [&](const char* name, const char* about, const std::vector<std::string>& examples,
+                         int (*work)(const Options&)) {
         const Arguments command = units.command(name, about);
+        command.examples(examples);
         command.then([options, work, &chosen] { chosen = [options, work] { return work(*options); }; });
         return command;
+    };
+    const auto addJson = [&](const Arguments& command) {
+        command.flag("--json", options->json, "Print one JSON object instead of text");
     };
     const auto addChoice = [&](const Arguments& command) {
         command.text("AREA", options->area, "Only this measurement area").shownAs(" ");
         command.text("--file", options->file, "Units database to use instead of your own")
-            .shownAs("DATABASE");
+            .shownAs("DATABASE")
+            .isPath();
+        addJson(command);
         addSettingsOption(command, options->settings);
     };
     const auto addFile = [&](const Arguments& command, const char* about) {
-        command.text("DATABASE", options->file, about).shownAs(" ").required();
+        command.text("DATABASE", options->file, about).shownAs(" ").isPath().required();
+        addJson(command);
     };
     const auto addOther = [&](const Arguments& command, const char* name, const char* about) {
-        command.text(name, options->other, about).shownAs(" ").required();
+        command.text(name, options->other, about).shownAs(" ").isPath().required();
     };
-    const Arguments lister = add("list", "List the measurement areas, or the units of one", list);
-    addChoice(lister);
-    lister.flag("--json", options->json, "Print one JSON object instead of text");
-    addFile(add("check", "Tell whether a file is a units database", check), "File to check");
+    addChoice(add("list", "List the measurement areas, or the units of one",
+                  {"units list", "units list 'DC Voltage' --json"}, list));
+    addFile(add("check", "Tell whether a file is a units database", {"units check units.mdb"}, check),
+            "File to check");
     const Arguments converter =
-        add("convert", "Copy a database, also that of another program, into our own form", convert);
+        add("convert", "Copy a database, also that of another program, into our own form",
+            {"units convert units.mdb copy.mdb"}, convert);
     addFile(converter, "Database to read");
     addOther(converter, "OUT", "Database to write");
-    converter.flag("--force", options->force, "Replace an existing file");
-    const Arguments importer = add("import", "Add the units of a table, or change them to it", import);
+    addForceOption(converter, options->force);
+    const Arguments importer =
+        add("import", "Add the units of a table, or change them to it",
+            {"units import units.mdb units.csv", "units import new.mdb - <units.csv"}, import);
     addFile(importer, "Database to change; made if there is none");
     addOther(importer, "TABLE", "File of comma-separated area, unit, multiplier, group, description");
     importer.flag("--replace", options->replace, "Remove what is not in the table");
-    addChoice(add("export", "Print the units as such a table", exportTable));
+    addChoice(add("export", "Print the units as such a table",
+                  {"units export >all.csv", "units export 'DC Voltage' --file units.mdb"}, exportTable));
 }
 
 } // namespace metrisk::cli

@@ -35,6 +35,13 @@ add_custom_target(manual ALL DEPENDS "${manual}")
 install(FILES "${manual}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES "${manual}" DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME metrisk-cli.1.gz)
 
+# Completions of the options that the program really has.
+set(completions "${PROJECT_BINARY_DIR}/metrisk-cli.bash")
+add_custom_command(OUTPUT "${completions}" COMMAND metrisk-cli --bash-completion > "${completions}"
+  DEPENDS metrisk-cli VERBATIM)
+add_custom_target(completions ALL DEPENDS "${completions}")
+install(FILES "${completions}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions RENAME metrisk-cli)
+
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk")
 
 set(CPACK_GENERATOR DEB)

@@ -156,17 +156,21 @@ std::string AnalysisText(const Analysis& record) {
     return file.text();
 }
 
-void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe) {
+std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe) {
     Analysis& record = session.record;
     record.AbortFlag = false;
-    bool written = false;
+    std::string cause;
     try {
-        written = replaceFile(path, AnalysisText(record), probe);
-    } catch (const std::exception&) {
-        written = false;
+        if (const auto error = writeFile(path, AnalysisText(record), Existing::Replace, probe))
+            cause = error.message();
+    } catch (const std::exception& fault) { // memory, or a number that could not be read back
+        cause = fault.what();
     }
-    if (!written) return refuse(session, nameOf(path), writeError);
-    record.FileChanged = false;
+    if (cause.empty())
+        record.FileChanged = false;
+    else
+        refuse(session, nameOf(path), writeError);
+    return cause;
 }
 
 bool isUntitled(std::string_view name) {

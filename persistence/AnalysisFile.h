@@ -46,8 +46,9 @@ ReadOutcome ReadAnalysis(Session& session, const std::string& path);
 ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name);
 
 /// Writes the record in the newest form and clears FileChanged. On failure a box titled with the
-/// file's name tells so, AbortFlag is set, and an existing file stays as it was.
-void WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {});
+/// file's name tells so, AbortFlag is set, and an existing file stays as it was; the cause is given, which is
+/// empty otherwise.
+std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {});
 
 /// The content that WriteAnalysis gives a file. Raises RuntimeFault if the record holds a number that
 /// could not be read back.

@@ -2,16 +2,21 @@
 
 #include "model/FlagGuard.h"
 
+#include <utility>
+
 namespace metrisk {
 
-ReadOutcome OpenAnalysis(Session& session, const std::string& path) {
+namespace {
+
+template <class Read>
+ReadOutcome open(Session& session, const std::string& path, Read read) {
     Analysis& r = session.record;
     r.AnalysisFileName = path;
     r.AbortFlag = false;
     ReadOutcome outcome;
     {
         const FlagGuard loading(r.LoadInProgress);
-        outcome = ReadAnalysis(session, r.AnalysisFileName);
+        outcome = read();
     }
     if (r.AbortFlag) {
         r.AnalysisFileName = untitledName;
@@ -21,6 +26,16 @@ ReadOutcome OpenAnalysis(Session& session, const std::string& path) {
     r.RisksNeedCompute = false;
     r.BaselineComputed = false;
     return outcome;
+}
+
+} // namespace
+
+ReadOutcome OpenAnalysis(Session& session, const std::string& path) {
+    return open(session, path, [&] { return ReadAnalysis(session, path); });
+}
+
+ReadOutcome OpenAnalysisText(Session& session, std::string content, const std::string& name) {
+    return open(session, untitledName, [&] { return ReadAnalysisText(session, std::move(content), name); });
 }
 
 } // namespace metrisk

@@ -13,4 +13,8 @@ namespace metrisk {
 /// it is a part of.
 ReadOutcome OpenAnalysis(Session& session, const std::string& path);
 
+/// The same of a content that has been read already; the analysis has no file, and `name` is the title of the
+/// boxes.
+ReadOutcome OpenAnalysisText(Session& session, std::string content, const std::string& name);
+
 } // namespace metrisk

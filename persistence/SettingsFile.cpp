@@ -60,6 +60,8 @@ void createFolderOf(const fs::path& path) {
 SettingsFile::SettingsFile(fs::path path, DiskProbe probe)
     : path_(std::move(path)), probe_(std::move(probe)) {}
 
+SettingsFile::SettingsFile(const SettingsContent& content) : values_(readProfile(content.text)) {}
+
 SettingsFile::Stamp SettingsFile::stamp() const {
     struct stat status {};
     if (::stat(path_.c_str(), &status) != 0) return {};
@@ -93,7 +95,7 @@ void SettingsFile::write(std::span<const SettingValue> values) {
     const bool exists = fs::exists(fs::symlink_status(path_, error));
     std::optional<std::string> text = readWholeFile(path_, largestFile);
     bool written = false;
-    if (text || !exists) {
+    if (!path_.empty() && (text || !exists)) {
         createFolderOf(path_);
         if (!text) text.emplace();
         for (const SettingValue& v : values) text = withProfileValue(*text, v.section, v.key, v.text);

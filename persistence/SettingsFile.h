@@ -14,12 +14,19 @@
 
 namespace metrisk {
 
+/// Settings that come from elsewhere than a file of their own.
+struct SettingsContent {
+    std::string text;
+};
+
 /// Every read sees the file as it is on the disk at that moment, every write goes there at once and
 /// leaves all other lines as they are. A file that exists but cannot be read is never written over.
 /// May be shared by threads.
 class SettingsFile final : public Settings {
   public:
     explicit SettingsFile(std::filesystem::path path, DiskProbe probe = {});
+    /// Has no file; what is written is only known to this.
+    explicit SettingsFile(const SettingsContent& content);
 
     /// Cut to `length` characters. A value that is no UTF-8 is taken as Windows-1252.
     std::string ReadSetting(std::string_view section, std::string_view key, std::string_view defaultText,

@@ -144,8 +144,8 @@ bool renameToNew(const fs::path& from, const fs::path& to) {
 
 } // namespace
 
-TemporaryFile::TemporaryFile(const fs::path& target, const DiskProbe& probe)
-    : probe_(probe), target_(linkTarget(target)) {
+TemporaryFile::TemporaryFile(const fs::path& target, DiskProbe probe)
+    : probe_(std::move(probe)), target_(linkTarget(target)) {
     struct stat old {};
     const bool exists = ::stat(target_.c_str(), &old) == 0;
     if (exists && !S_ISREG(old.st_mode)) {

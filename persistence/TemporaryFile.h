@@ -22,8 +22,8 @@ class TemporaryFile {
   public:
     /// Made beside the target, or beside what the target links to, with the permissions and, as far as the
     /// system allows, the owner and group of a file that is there already. Fails beside one that may not be
-    /// written or is no regular file. The probe must live as long as this.
-    explicit TemporaryFile(const std::filesystem::path& target, const DiskProbe& probe = {});
+    /// written or.
+    explicit TemporaryFile(const std::filesystem::path& target, DiskProbe probe = {});
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -40,7 +40,7 @@ class TemporaryFile {
     bool fail();    // for the reason that the system gives
     bool allowed(); // by the probe, and no step has failed
 
-    const DiskProbe& probe_;
+    DiskProbe probe_;
     std::filesystem::path target_;
     std::filesystem::path path_; // empty once there is none
     std::optional<std::size_t> slot_;

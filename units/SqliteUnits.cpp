@@ -5,13 +5,11 @@
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <array>
-#include <fcntl.h>
 #include <map>
 #include <span>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace metrisk {
 
@@ -117,44 +115,20 @@ bool changeUnit(SQLite::Database& file, std::int64_t area, const MeasurementUnit
     return update.exec() != 0;
 }
 
-/// A new file beside the target, which becomes it at the end or leaves nothing behind.
-class NewFile {
-  public:
-    explicit NewFile(const fs::path& target)
-        : target_(target), made_(target.string() + "." + std::to_string(getpid()) + ".new") {
-        fs::remove(made_);
+/// Writes a file as a whole. False if there is one already and `existing` refuses that.
+template <class Fill>
+bool makeFile(const fs::path& target, Existing existing, Fill fill) {
+    TemporaryFile made(target);
+    if (!made.error()) {
+        SQLite::Database file(made.path().string(), SQLite::OPEN_READWRITE);
+        // A journal beside the file would be left behind by a killed process, and has nothing to go back to.
+        file.exec("PRAGMA journal_mode = MEMORY");
+        fill(file);
     }
-    ~NewFile() {
-        std::error_code ignored;
-        fs::remove(made_, ignored);
-        fs::remove(made_.string() + "-journal", ignored);
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    const fs::path& path() const { return made_; }
-
-    void keep() {
-        struct stat old {};
-        if (stat(target_.c_str(), &old) == 0) {
-            if (access(target_.c_str(), W_OK) != 0) throw UnitsError("attempt to write a readonly database");
-            chmod(made_.c_str(), old.st_mode & 07777);
-        }
-        std::error_code fault;
-        fs::rename(made_, target_, fault);
-        if (fault) throw UnitsError(fault.message());
-        const int folder =
-            open(target_.parent_path().empty() ? "." : target_.parent_path().c_str(), O_RDONLY);
-        if (folder >= 0) {
-            fsync(folder);
-            close(folder);
-        }
-    }
-
-  private:
-    fs::path target_;
-    fs::path made_;
-};
+    if (made.place(existing)) return true;
+    if (existing == Existing::Refuse && made.error() == std::errc::file_exists) return false;
+    throw UnitsError(made.error().message());
+}
 
 } // namespace
 
@@ -309,21 +283,16 @@ MergeCounts SqliteUnits::merge(const std::vector<AreaContent>& content) {
 void SqliteUnits::saveAs(const fs::path& target) {
     checkStillThere();
     told([&] {
-        NewFile copy(target);
-        {
-            SQLite::Database made(copy.path().string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-            SQLite::Backup(made, *file_).executeStep(-1);
-            checkStructure(made);
-        }
-        copy.keep();
+        makeFile(target, Existing::Replace, [&](SQLite::Database& file) {
+            SQLite::Backup(file, *file_).executeStep(-1);
+            checkStructure(file);
+        });
     });
 }
 
-void SqliteUnits::make(const fs::path& path, const std::vector<AreaContent>& content) {
-    told([&] {
-        NewFile made(path);
-        {
-            SQLite::Database file(made.path().string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+bool SqliteUnits::make(const fs::path& path, const std::vector<AreaContent>& content, Existing existing) {
+    return told([&] {
+        return makeFile(path, existing, [&](SQLite::Database& file) {
             prepare(file);
             SQLite::Transaction transaction(file);
             file.exec(tables);
@@ -332,8 +301,7 @@ void SqliteUnits::make(const fs::path& path, const std::vector<AreaContent>& con
                 for (const MeasurementUnit& unit : area.units) insertUnit(file, key, area.name, unit);
             }
             transaction.commit();
-        }
-        made.keep();
+        });
     });
 }
 

@@ -1,6 +1,7 @@
 // The units database in our own form: a SQLite file.
 #pragma once
 
+#include "persistence/TemporaryFile.h"
 #include "units/UnitsDatabase.h"
 
 #include <functional>
@@ -35,8 +36,10 @@ class SqliteUnits final : public UnitsDatabase {
     MergeCounts merge(const std::vector<AreaContent>& content) override;
     void saveAs(const std::filesystem::path& target) override;
 
-    /// Writes a file of that content. Raises UnitsError.
-    static void make(const std::filesystem::path& path, const std::vector<AreaContent>& content);
+    /// Writes a file of that content. False if there is one already and `existing` refuses that. Raises
+    /// UnitsError.
+    static bool make(const std::filesystem::path& path, const std::vector<AreaContent>& content,
+                     Existing existing = Existing::Replace);
 
   private:
     void checkStillThere() const;

@@ -106,6 +106,10 @@ void makeUnitsDatabase(const std::filesystem::path& path, const std::vector<Area
     SqliteUnits::make(path, content);
 }
 
+bool makeNewUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content) {
+    return SqliteUnits::make(path, content, Existing::Refuse);
+}
+
 void refuseForeignFile(const std::filesystem::path& path) {
     std::error_code none;
     if (!std::filesystem::exists(path, none)) return;

@@ -112,6 +112,10 @@ std::unique_ptr<UnitsDatabase> openUnitsDatabase(const std::filesystem::path& pa
 /// Makes a file of that content, replacing another. Raises UnitsError.
 void makeUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content = {});
 
+/// Makes a file of that content where there is none, also if another program makes one at this moment: false
+/// then. Raises UnitsError.
+bool makeNewUnitsDatabase(const std::filesystem::path& path, const std::vector<AreaContent>& content);
+
 /// Raises UnitsError if the file is of another program; such a file is never written over.
 void refuseForeignFile(const std::filesystem::path& path);
 

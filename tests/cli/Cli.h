@@ -38,8 +38,10 @@ class Cli : public ::testing::Test {
 
     /// Runs in the temporary folder, with settings of its own.
     Result run(const std::string& arguments) {
-        const std::string command = "cd '" + folder.string() + "' && XDG_CONFIG_HOME=$PWD " METRISK_CLI " " +
-                                    arguments + " >out.txt 2>err.txt </dev/null";
+        // Redirections among the arguments come behind these and win.
+        const std::string command =
+            "cd '" + folder.string() +
+            "' && >out.txt 2>err.txt </dev/null XDG_CONFIG_HOME=$PWD " METRISK_CLI " " + arguments;
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, fileContent(folder / "out.txt"),
                 fileContent(folder / "err.txt")};

@@ -19,7 +19,18 @@ TEST_F(Cli, WrongUsageIsTwo) {
         {"frobnicate", "frobnicate is no command"},
         {"compute", "FILE is required"},
         {"compute -odd.mrk", "put -- before it"},
-        {"compute --settings absent.ini ex/a.mrk", "absent.ini"},
+        {"comput ex/a.mrk", "did you mean compute?"},
+        {"units lst", "did you mean list?"},
+        {"compute --jsno ex/a.mrk", "Did you mean --json?"},
+        {"help frobnicate", "frobnicate is no command"},
+        {"baseline --ratio 4 --mte 85x --su 72", "\"85x\" is not a percentage."},
+        {"observed --true 9,5 ex/a.mrk", "\"9,5\" is not a percentage."},
+        {"plot ex/a.mrk --kind su -o a.png --zoom x%", "\"x%\" is not a percentage."},
+        {"reliability --model gamma --interval 1 --bop %", "\"%\" is not a percentage."},
+        {"sweep ex/a.mrk --over su-pct --from 5O --to 60", "\"5O\" is not a percentage."},
+        {"offset --mode 1,500", "\"1,500\" is not a number."},
+        {"baseline --ratio 4/1 --mte 85 --su 72", "\"4/1\" is not an accuracy ratio"},
+        {"convert one - --json", "both take the standard output"},
         {"convert one", "OUT is required"},
         {"convert one ''", "a file name is needed"},
         {"show", "FILE is required"}};
@@ -31,6 +42,10 @@ TEST_F(Cli, WrongUsageIsTwo) {
     }
     EXPECT_EQ(run("--help").status, 0);
     EXPECT_EQ(run("--version").out, "metrisk-cli 1.6\n");
+    EXPECT_EQ(run("help units list").out, run("units list --help").out);
+    const Result settings = run("compute --json --settings absent.ini ex/a.mrk");
+    EXPECT_EQ(settings.status, 3) << "a file that cannot be read";
+    EXPECT_EQ(settings.lines().at(0)["messages"].at(0)["text"], "cannot be read: No such file or directory");
 }
 
 TEST_F(Cli, ATerminalIsNotSteeredByNamesAndTexts) {
@@ -49,11 +64,154 @@ TEST_F(Cli, ATerminalIsNotSteeredByNamesAndTexts) {
 }
 
 TEST_F(Cli, AFullStdoutIsTold) {
-    const int status = std::system(
-        ("cd '" + folder.string() + "' && " METRISK_CLI " compute ex/a*.mrk ex/t*.mrk >/dev/full 2>err.txt")
-            .c_str());
-    EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_EQ(fileContent(folder / "err.txt"), "metrisk-cli: standard output: No space left on device\n");
+    for (const char* command : {"compute ex/a*.mrk ex/t*.mrk", "--help", "--version", "help plot"}) {
+        const Result full = run(std::string(command) + " >/dev/full");
+        EXPECT_EQ(full.status, 1) << command;
+        EXPECT_EQ(full.err, "metrisk-cli: standard output: No space left on device\n") << command;
+    }
+}
+
+TEST_F(Cli, WhatAFileIsWrittenOver) {
+    fs::create_directory(folder / "out");
+    const std::string file(good), copy = "out/torque-wrench-50nm.";
+    fs::copy(folder / file, folder / (copy + "mrk"));
+    const std::pair<std::string, std::string> rows[] = {
+        {"report -o a.pdf " + file, "a.pdf"},
+        {"report --out-dir out " + file, copy + "pdf"},
+        {"summary -o a.sum " + file, "a.sum"},
+        {"summary --out-dir out " + file, copy + "sum"},
+        {"plot --kind su -o a.png " + file, "a.png"},
+        {"sweep --over su-pct --from 60 --to 90 -o a.svg " + file, "a.svg"},
+        {"map --x ratio=1:9 --y su-pct=60:90 --size 3x3 -o b.svg " + file, "b.svg"},
+        {"verify -o b.pdf", "b.pdf"},
+        {"convert " + file + " b.mrk", "b.mrk"},
+        {"convert " + file + " out", copy + "mrk"}};
+    for (const auto& [command, target] : rows) {
+        write(target.c_str(), "precious");
+        const Result refused = run(command);
+        EXPECT_EQ(refused.status, 2) << command;
+        EXPECT_NE(refused.err.find(target + " exists; use --force"), std::string::npos) << refused.err;
+        EXPECT_EQ(fileContent(folder / target), "precious") << command;
+        EXPECT_EQ(run(command + " --force").status, 0) << command;
+        EXPECT_NE(fileContent(folder / target), "precious") << command;
+    }
+    // Never over what is read.
+    fs::copy(folder / file, folder / "in.pdf");
+    fs::create_hard_link(folder / "in.pdf", folder / "link.svg");
+    for (const char* command :
+         {"report --force -o in.pdf in.pdf", "plot --force --kind su -o link.svg in.pdf",
+          "summary --force -o in.pdf in.pdf", "convert --force ex/a.mrk ex/./a.mrk"}) {
+        if (std::string(command).starts_with("convert")) fs::copy(folder / file, folder / "ex/a.mrk");
+        EXPECT_EQ(run(command).status, 2) << command;
+    }
+    EXPECT_EQ(fileContent(folder / "in.pdf"), fileContent(folder / file));
+}
+
+TEST_F(Cli, TellsWhyAFileCannotBeWritten) {
+    const std::string file(good);
+    const Result plot = run("plot --json --kind su -o none/a.png " + file);
+    EXPECT_EQ(plot.lines().at(0)["messages"].at(0)["text"],
+              "none/a.png cannot be written: No such file or directory");
+    for (const std::string& command :
+         {"report -o big.pdf " + file, "summary -o big.sum " + file, std::string("verify -o big.pdf")}) {
+        const std::string limited = "cd '" + folder.string() + "' && ulimit -f 1 && " METRISK_CLI " " +
+                                    command + " 2>err.txt >/dev/null";
+        EXPECT_EQ(WEXITSTATUS(std::system(limited.c_str())), 1) << "no signal ends " << command;
+        EXPECT_NE(fileContent(folder / "err.txt").find("cannot be written: File too large"),
+                  std::string::npos)
+            << fileContent(folder / "err.txt");
+    }
+}
+
+TEST_F(Cli, ReadsAndWritesTheStandardStreams) {
+    const std::string file(good), from = " <" + file;
+    EXPECT_EQ(run("convert - -" + from).out, fileContent(folder / file));
+    EXPECT_EQ(run("compute - --json" + from).lines().at(0)["FalseAccept"],
+              run("compute --json " + file).lines().at(0)["FalseAccept"]);
+    EXPECT_EQ(run("compute --save -" + from).status, 1);
+    EXPECT_EQ(run("compute -").status, 3);
+    for (const auto& [command, start] : {std::pair{"plot - --kind su -o -", "\x89PNG"},
+                                         {"plot - --kind su -o - --format svg", "<?xml"},
+                                         {"report - -o - --format doc", "{\\rtf1"},
+                                         {"summary - -o -", "\r\nSubject Unit Data"},
+                                         {"convert - new", ""}})
+        EXPECT_TRUE(run(command + from).out.starts_with(start)) << command;
+    EXPECT_EQ(fileContent(folder / "new.mrk"), fileContent(folder / file));
+    write("readings.txt", "100.01\n100.02\n");
+    EXPECT_EQ(run("uncertainty ex/thermometer-process-uncertainty.mrk --json --samples su=- <readings.txt")
+                  .lines()
+                  .at(0)["Stat_SampleSize"]
+                  .at(1),
+              2);
+}
+
+/// Of the program's help, each command with what stands before it: "units list".
+std::vector<std::string> commandsIn(const std::string& help) {
+    std::vector<std::string> names;
+    const std::size_t list = help.find("Subcommands:");
+    if (list == help.npos) return names;
+    std::istringstream lines(help.substr(list));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && line.starts_with("  "))
+        if (line[2] != ' ') names.push_back(line.substr(2, line.find(' ', 2) - 2));
+    return names;
+}
+
+TEST_F(Cli, EveryCommandHasExamplesThatRunAndJson) {
+    fs::copy(folder / "ex", folder);
+    fs::copy(METRISK_SOURCE_DIR "/data/units.csv", folder / "units.csv");
+    write("readings.txt", "100.01\n100.02\n");
+    ASSERT_EQ(run("units import units.mdb units.csv").status, 0);
+    std::vector<std::string> commands;
+    for (const std::string& name : commandsIn(run("--help").out))
+        if (name != "units") commands.push_back(name);
+    for (const std::string& name : commandsIn(run("units --help").out)) commands.push_back("units " + name);
+    EXPECT_GE(commands.size(), 21u);
+    for (const std::string& command : commands) {
+        const std::string help = run("help " + command).out;
+        EXPECT_NE(help.find("--json"), std::string::npos) << command;
+        std::istringstream lines(help.substr(help.find("\nExample")));
+        std::string line;
+        int count = 0;
+        while (std::getline(lines, line)) {
+            if (!line.starts_with("  metrisk-cli ")) continue;
+            ++count;
+            const Result result = run(line.substr(14));
+            EXPECT_EQ(result.status, 0) << line << "\n" << result.err;
+            if (line.find("--json") == line.npos) continue;
+            for (const auto& object : result.lines()) {
+                EXPECT_TRUE(object["status"].is_string()) << line;
+                EXPECT_TRUE(object["messages"].is_array()) << line;
+            }
+        }
+        EXPECT_GE(count, 1) << command;
+    }
+}
+
+TEST_F(Cli, CompletesInBash) {
+    const auto completions = [&](const std::string& words) {
+        // The last word is the one that is typed.
+        const std::string script = "cd '" + folder.string() +
+                                   "' && bash -c 'source <(" METRISK_CLI " --bash-completion) && "
+                                   "compopt() { :; } && COMP_WORDS=(" +
+                                   words +
+                                   ") && COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) && "
+                                   "_metrisk_cli && echo \"${COMPREPLY[*]}\"' >out.txt 2>&1";
+        EXPECT_EQ(std::system(script.c_str()), 0);
+        return fileContent(folder / "out.txt");
+    };
+    const std::pair<const char*, const char*> rows[] = {
+        {"metrisk-cli comp", "compute\n"},
+        {"metrisk-cli units ex", "export\n"},
+        {"metrisk-cli guardband --sym", "--symmetric\n"},
+        {"metrisk-cli plot ex/x.mrk --kind \"\"", "su mte error\n"},
+        {"metrisk-cli report --format d", "doc\n"},
+        {"metrisk-cli compute ex/ph", "ex/ph-buffer-deviation.mrk\n"},
+        {"metrisk-cli summary --out-dir e", "ex\n"},
+        {"metrisk-cli units import --rep", "--replace\n"},
+        {"metrisk-cli observed --true \"\"", "\n"}};
+    for (const auto& [words, expected] : rows) EXPECT_EQ(completions(words), expected) << words;
 }
 
 TEST_F(Cli, TheManualPageListsTheOptions) {
@@ -68,25 +226,25 @@ TEST_F(Cli, TheManualPageListsTheOptions) {
         }
         return options;
     };
+    const std::string manual = fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1");
     const std::function<std::string(const std::string&)> helpOf = [&](const std::string& command) {
         std::string help = run(command + "--help").out;
-        const std::size_t list = help.find("Subcommands:");
-        if (list == help.npos) return help;
-        std::istringstream commands(help.substr(list));
-        std::string line;
-        std::getline(commands, line);
-        while (std::getline(commands, line) && line.starts_with("  "))
-            if (line[2] != ' ') help += helpOf(command + line.substr(2, line.find(' ', 2) - 2) + " ");
+        for (const std::string& name : commandsIn(help)) {
+            EXPECT_NE(manual.find("metrisk-cli " + command + name), std::string::npos) << command << name;
+            help += helpOf(command + name + " ");
+        }
         return help;
     };
-    EXPECT_EQ(optionsIn(fileContent(METRISK_SOURCE_DIR "/packaging/metrisk.1")), optionsIn(helpOf("")));
+    for (const char* section : {"EXAMPLES", "ENVIRONMENT", "EXIT STATUS", "FILES"})
+        EXPECT_NE(manual.find(std::string(".SH ") + section + "\n"), std::string::npos) << section;
+    EXPECT_EQ(optionsIn(manual), optionsIn(helpOf("")));
 }
 
 TEST_F(Cli, TellsOfItself) {
     const json info = json::parse(run("info --json").out);
     EXPECT_EQ(info["Program"], "Metrisk 1.6");
     EXPECT_EQ(info["Settings"], (folder / "metrisk/Metrisk16.ini").string());
-    EXPECT_GE(info["Cores"].get<double>(), 1);
+    EXPECT_TRUE(info["Cores"].is_number_integer());
     EXPECT_GT(info["Memory"].get<double>(), info["Memory of Program"].get<double>());
     EXPECT_NE(run("info").out.find("  Toolkit                     Cairo "), std::string::npos);
 }

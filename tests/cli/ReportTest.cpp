@@ -17,7 +17,7 @@ TEST_F(Cli, ReportsGoToOneFileOrToAFolder) {
     EXPECT_EQ(all.status, 0) << all.err;
     const auto files = std::distance(fs::directory_iterator(folder / "ex"), fs::directory_iterator());
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "out"), fs::directory_iterator()), files);
-    run("report ex/*.mrk --out-dir out --format pdf --threads 1");
+    run("report --sections risk --out-dir out --threads 1 --paper A4 --format pdf ex/*.mrk");
     const std::string one = fileContent(folder / "out/ph-buffer-deviation.pdf");
     EXPECT_TRUE(one.starts_with("%PDF"));
 }

@@ -39,7 +39,7 @@ TEST_F(Cli, SolvesGuardbands) {
     EXPECT_NEAR(saved["GB_UpperMult"].get<double>(), found["GB_UpperMult"].get<double>(), 1e-14);
     EXPECT_NEAR(saved["GB_FARisk"].get<double>(), 0.2, 2e-5);
     EXPECT_NEAR(saved["FalseAcceptRisk"].get<double>(), main["FalseAcceptRisk"].get<double>(), 1e-13);
-    for (const auto& [words, status] : {std::pair{"--target-fa 2", 2},
+    for (const auto& [words, status] : {std::pair{"--target-fa 2x", 2},
                                         {"--target-fa 2%% --equalize", 2},
                                         {"", 2},
                                         {"--target-fa 0%", 1},

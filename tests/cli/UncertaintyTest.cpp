@@ -30,8 +30,8 @@ TEST_F(Cli, SumsTheBudgetAndTakesSamples) {
 
     for (const auto& [words, status] : {std::pair{"--samples data.csv", 2},
                                         {"--save", 2},
-                                        {"--samples mte=none.csv", 1},
-                                        {"--samples mte=ex", 1},
+                                        {"--samples mte=none.csv", 3},
+                                        {"--samples mte=ex", 3},
                                         {"--samples su=none.mrk none.mrk", 2}})
         EXPECT_EQ(run("uncertainty " + std::string(words) + " " + file).status, status) << words;
 }

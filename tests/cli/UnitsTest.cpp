@@ -33,7 +33,7 @@ TEST_F(Cli, ExchangesUnits) {
               ": 4 measurement areas, 11 units\n");
     EXPECT_NE(run("units convert " + foreign + "ours.mdb").err.find("left out: 1;"), std::string::npos);
     EXPECT_EQ(run("units convert " + foreign + "ours.mdb").status, 2) << "never over another file";
-    EXPECT_EQ(run("units convert --force ours.mdb ours.mdb").status, 1);
+    EXPECT_EQ(run("units convert --force ours.mdb ours.mdb").status, 2);
     EXPECT_EQ(run("units import " + foreign + "x").status, 3);
     write("more.csv", "area,unit,multiplier\nvoltage,MV,1e6\nvoltage,mV,0.002\nNew,x,1\n");
     EXPECT_NE(run("units import ours.mdb more.csv").out.find("Units added                 2\n"),
@@ -53,8 +53,22 @@ TEST_F(Cli, ExchangesUnits) {
               "bad.csv: line 3: V stands twice in Voltage\n");
     EXPECT_EQ(run("units export --file copy.mdb").out, table) << "nothing is half done";
 
+    // Two that make the same database at once both get their units into it.
+    write("a.csv", "area,unit,multiplier\nA,a,1\n");
+    write("b.csv", "area,unit,multiplier\nB,b,1\n");
+    for (int round = 0; round < 20; ++round) {
+        fs::remove(folder / "both.mdb");
+        EXPECT_EQ(run("units import both.mdb a.csv & cd '" + folder.string() +
+                      "' && " METRISK_CLI " units import both.mdb b.csv >b.txt && wait $!")
+                      .status,
+                  0);
+        EXPECT_EQ(json::parse(run("units check both.mdb --json").out)["units"], 2) << round;
+    }
+
     EXPECT_EQ(run("units list None --file ours.mdb").status, 1);
     EXPECT_EQ(run("units list --file all.csv").status, 3);
+    EXPECT_EQ(run("units list --file none.mdb").err,
+              "none.mdb: there is no such units database; name one with --file\n");
     EXPECT_EQ(run("units check none.mdb").status, 3);
     EXPECT_EQ(run("units").status, 2);
     EXPECT_NE(run("units list").out.find("DC Voltage"), std::string::npos)

@@ -167,5 +167,36 @@ TEST_F(UnitsDatabaseFile, AKilledProgramLeavesWholeChanges) {
     }
 }
 
+TEST_F(UnitsDatabaseFile, AKilledImportLeavesAWholeFileOrNone) {
+    const std::vector<AreaContent> content{{"A", std::vector<MeasurementUnit>(300, {.symbol = "a"})}};
+    const fs::path made = folder / "made.mdb";
+    for (int round = 0; round < 12; ++round) {
+        fs::remove(made);
+        const pid_t writer = fork();
+        if (writer == 0) _exit(makeNewUnitsDatabase(made, content) ? 0 : 1);
+        usleep(static_cast<useconds_t>(round) * 700);
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        if (fs::exists(made)) {
+            EXPECT_EQ(openUnitsDatabase(made)->unitsOf("A").size(), 300u) << round;
+        }
+    }
+    for (const auto& entry : fs::directory_iterator(folder.path()))
+        EXPECT_TRUE(entry.path() == path || entry.path() == made ||
+                    entry.path().filename().string().starts_with(".metrisk-"))
+            << entry.path() << " is never cleaned up";
+}
+
+TEST_F(UnitsDatabaseFile, AReplacedFileKeepsItsLinkAndPermissions) {
+    fs::permissions(path, fs::perms(0640));
+    fs::create_symlink("units.mdb", folder / "link.mdb");
+    makeUnitsDatabase(folder / "link.mdb", {{"A", {{.symbol = "a"}}}});
+    EXPECT_TRUE(fs::is_symlink(folder / "link.mdb"));
+    EXPECT_EQ(areaNames(), "A|");
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+    EXPECT_FALSE(makeNewUnitsDatabase(path, {})) << "there is one";
+    EXPECT_EQ(areaNames(), "A|");
+}
+
 } // namespace
 } // namespace metrisk::testing
