@@ -43,8 +43,8 @@ void CellTable::showCell(int row, int column, const Table::Cell& cell, const QSt
                                 (cell.locked ? Qt::NoItemFlags : Qt::ItemFlags(Qt::ItemIsEditable));
     if (shown->flags() != flags) shown->setFlags(flags);
     const QString tip = cell.marked ? markTip : QString();
-    if (shown->toolTip() == tip) return;
-    shown->setToolTip(tip);
+    if (shown->toolTip() == plainTip(tip)) return;
+    shown->setToolTip(plainTip(tip));
     shown->setData(Qt::AccessibleTextRole, cell.marked ? QVariant(text + ", " + tip) : QVariant());
     QFont font = this->font();
     font.setItalic(cell.marked);

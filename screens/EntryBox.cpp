@@ -77,8 +77,9 @@ void EntryBox::setMarked(bool marked) {
 bool EntryBox::event(QEvent* event) {
     // A text that does not fit is told in full.
     if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > width() - 8) {
-        const QString tip = toolTip().isEmpty() ? text() : text() + "\n" + toolTip();
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+        const QString said = accessibleDescription();
+        const QString tip = said.isEmpty() ? text() : text() + "\n" + said;
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);
         return true;
     }
     // The colour of a locked box is that of the screens.

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QStandardPaths>
 
 namespace metrisk {
@@ -35,6 +36,30 @@ QStringList filtersOf(const std::string& told) {
     return filters;
 }
 
+/// Asks before a file is replaced, by a box that shows its name to the letter.
+class SaveDialog final : public QFileDialog {
+  public:
+    SaveDialog(QWidget* parent, const QString& title) : QFileDialog(parent, title) {
+        setAcceptMode(QFileDialog::AcceptSave);
+        setOption(QFileDialog::DontConfirmOverwrite); // its own question would read a name as mark-up
+    }
+
+    void accept() override {
+        const QFileInfo file(selectedFiles().value(0));
+        if (!file.exists() || file.isDir() || mayReplace(file.fileName())) QFileDialog::accept();
+    }
+
+  private:
+    bool mayReplace(const QString& name) {
+        QMessageBox box(QMessageBox::Warning, windowTitle(),
+                        name + " already exists.\nDo you want to replace it?",
+                        QMessageBox::Yes | QMessageBox::No, this);
+        box.setDefaultButton(QMessageBox::No);
+        box.setTextFormat(Qt::PlainText);
+        return runOver(box) == QMessageBox::Yes;
+    }
+};
+
 std::optional<std::string> run(QFileDialog& dialog, const FileRequest& request) {
     const QStringList filters = filtersOf(request.filter);
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
@@ -60,8 +85,7 @@ std::optional<std::string> QtFileChooser::chooseToOpen(const FileRequest& reques
 }
 
 std::optional<std::string> QtFileChooser::chooseToSave(const FileRequest& request) {
-    QFileDialog dialog(screenInFront(mainWindow_), qt(request.title));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    SaveDialog dialog(screenInFront(mainWindow_), qt(request.title));
     // Another kind of file gets another extension.
     QObject::connect(
         &dialog, &QFileDialog::filterSelected, &dialog, [&dialog, &request](const QString& filter) {

@@ -91,7 +91,7 @@ void ScreenBinder::refill(QMenu& menu, const std::vector<MenuItem>& items) {
             if (commitEntry()) act([&] { model_.run(item); });
         });
         action->setEnabled(item.enabled());
-        action->setToolTip(qt(item.toolTip));
+        action->setToolTip(plainTip(qt(item.toolTip)));
     }
 }
 

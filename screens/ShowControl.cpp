@@ -107,7 +107,8 @@ void showHypertext(const Hypertext& text, QTextBrowser& widget) {
 void showMeter(const Meter& meter, QProgressBar& widget) {
     widget.setValue(static_cast<int>(std::lround(meter.value)));
     const QString text = qt(meter.text);
-    if (text.isEmpty() || (widget.format() == text && widget.toolTip() == qt(meter.toolTip))) return;
+    if (text.isEmpty() || (widget.format() == text && widget.accessibleDescription() == qt(meter.toolTip)))
+        return;
     widget.setFormat(text);
     widget.setAccessibleName(qt(meter.toolTip) + ": " + text);
 }
@@ -174,10 +175,7 @@ void showControl(const Control& control, QWidget& widget) {
 
     const auto* marked = dynamic_cast<const TextBox*>(&control);
     const std::string& said = marked && !marked->mark.empty() ? marked->mark : control.toolTip;
-    if (const QString tip = qt(said); widget.toolTip() != tip) {
-        widget.setToolTip(tip);
-        widget.setAccessibleDescription(tip);
-    }
+    if (const QString tip = qt(said); widget.accessibleDescription() != tip) setTip(widget, tip);
     if (widget.isHidden() == control.visible) widget.setVisible(control.visible);
     if (widget.testAttribute(Qt::WA_ForceDisabled) == control.enabled) widget.setEnabled(control.enabled);
 }

@@ -16,6 +16,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 namespace metrisk {
@@ -71,7 +72,7 @@ QWidget* make(const Control& control) {
     if (const auto* button = dynamic_cast<const Button*>(&control)) return makeButton(*button);
     if (dynamic_cast<const Label*>(&control)) {
         auto* label = new QLabel(caption(control.text));
-        if (control.text.find('&') == std::string::npos) label->setTextFormat(Qt::PlainText);
+        label->setTextFormat(Qt::PlainText);
         return label;
     }
     if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
@@ -107,6 +108,15 @@ QString caption(std::string_view text) {
     return qt(text).trimmed();
 }
 
+QString plainTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+void setTip(QWidget& widget, const QString& text) {
+    widget.setToolTip(plainTip(text));
+    widget.setAccessibleDescription(text);
+}
+
 QWidget* WidgetMaker::operator()(const char* control) const {
     const Control* found = model_.find(control);
     if (!found) {
@@ -116,8 +126,7 @@ QWidget* WidgetMaker::operator()(const char* control) const {
     }
     QWidget* made = make(*found);
     made->setObjectName(found->name);
-    made->setToolTip(qt(found->toolTip));
-    made->setAccessibleDescription(qt(found->toolTip));
+    setTip(*made, qt(found->toolTip));
     made->setWhatsThis(whatsThis(model_, *found)); // Shift+F1
     if (qobject_cast<EntryBox*>(made)) widen(made, boxCharacters);
     return made;
@@ -176,7 +185,7 @@ QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
                     qobject_cast<QLineEdit*>(cell.widget) || qobject_cast<QComboBox*>(cell.widget);
                 if (box) {
                     nameBy(naming, cell.widget);
-                    if (!naming) cell.widget->setAccessibleName(cell.widget->toolTip());
+                    if (!naming) cell.widget->setAccessibleName(cell.widget->accessibleDescription());
                     naming = nullptr;
                     if (cell.span == 1) grid->setColumnStretch(column, 1);
                 } else if (auto* label = qobject_cast<QLabel*>(cell.widget)) {

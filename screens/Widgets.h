@@ -25,6 +25,13 @@ QColor qtColor(double color);
 /// A caption as buttons and labels show it: without the blanks that once made room around it.
 QString caption(std::string_view text);
 
+/// Text as a tool tip that shows it to the letter: what looks like mark-up is not read as such, since it may
+/// have come with a file and name pictures to load.
+QString plainTip(const QString& text);
+
+/// Gives the widget that tool tip, and assistive tools the text itself.
+void setTip(QWidget& widget, const QString& text);
+
 /// Makes the widget of a control; each may be asked for once. The object name is the control's.
 class WidgetMaker {
   public:

@@ -39,6 +39,7 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     setCentralWidget(scroll);
     nextStep_ = new QLabel;
     nextStep_->setObjectName("nextStep");
+    nextStep_->setTextFormat(Qt::PlainText);
     statusBar()->setObjectName("statusBar");
     statusBar()->addWidget(nextStep_);
 

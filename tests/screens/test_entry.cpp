@@ -2,9 +2,15 @@
 #include "shell/Toolbar.h"
 #include "tests/screens/support/Desk.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QTextDocument>
+#include <QToolTip>
 
 namespace metrisk::testing {
 
@@ -95,6 +101,36 @@ class EntryTest final : public QObject {
         d.boxes.expectScreen("BaselineAnalysis", [](QWidget& screen) { screen.close(); });
         QTest::keyClick(d.window.get(), Qt::Key_B, Qt::AltModifier);
         d.settle();
+    }
+
+    /// An analysis from elsewhere names no pictures to load by what it calls its parts and itself.
+    void markUpInDataIsShownToTheLetter() {
+        Desk& d = *desk_;
+        const QString name = "<img src='x'>&amp; <b>0</b>";
+        const auto shown = [](const QString& tip) {
+            QTextDocument document;
+            document.setHtml(tip);
+            return Qt::mightBeRichText(tip) ? document.toPlainText() : tip;
+        };
+        d.enter("SystemIDBox", name.repeated(9));
+        auto* box = d.control<QLineEdit>("SystemIDBox");
+        QHelpEvent over(QEvent::ToolTip, QPoint(5, 5), box->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(box, &over);
+        QVERIFY(shown(QToolTip::text()).startsWith(name.repeated(9) + "\n"));
+        QVERIFY(QFile::copy(d.examplePath("gauge-block-25mm"), d.path("<i>a.mrk")));
+        d.window->openAtStart(d.path("<i>a.mrk"));
+        auto* recent = d.control<QMenu>("mnu_RecentFiles");
+        emit recent->aboutToShow();
+        QCOMPARE(shown(recent->actions().first()->toolTip()), d.path("<i>a.mrk"));
+        d.boxes.expectScreen("MTEError", [&](QWidget& budget) {
+            d.enter("txt_Description_6", name, &budget);
+            QCOMPARE(shown(d.control("pnl_Share_6", &budget)->toolTip()),
+                     "Share of " + name + " in the squared total");
+            for (const QLabel* label : budget.findChildren<QLabel*>())
+                QVERIFY(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()));
+            budget.findChild<QAction*>("toolbar_cancel")->trigger();
+        });
+        d.choose("mnu_Uncertainty");
     }
 
     void enterGoesOnToTheNextBox() {
