@@ -63,6 +63,20 @@ void EntryBox::setFaded(bool faded) {
     paintGround();
 }
 
+void EntryBox::setRoom(int characters) {
+    room_ = characters;
+    updateGeometry();
+}
+
+QSize EntryBox::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(QString(room_ + 3, '0')), QLineEdit::sizeHint().height()};
+}
+
+QSize EntryBox::minimumSizeHint() const {
+    const int width = fontMetrics().horizontalAdvance(QString((room_ * 3 + 4) / 5 + 1, '0'));
+    return {width, QLineEdit::minimumSizeHint().height()};
+}
+
 void EntryBox::setMarked(bool marked) {
     if (marked == (mark_ != nullptr)) return;
     if (marked) {

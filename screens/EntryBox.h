@@ -22,6 +22,11 @@ class EntryBox final : public QLineEdit {
         tellsReturn_ = returnKey;
         tellsEscape_ = escapeKey;
     }
+    /// It wishes to be that many characters wide, and may be a little more than half of it where room is
+    /// scarce: a text that does not fit is told in full.
+    void setRoom(int characters);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     /// A sign at its end that there is something to know about the figure.
     void setMarked(bool marked);
     /// In the colour of disabled texts, though it takes entries.
@@ -52,6 +57,7 @@ class EntryBox final : public QLineEdit {
     QPalette painted_; // what differs from the screens
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
+    int room_ = 11;
     QAction* mark_ = nullptr;
     bool faded_ = false;
 };

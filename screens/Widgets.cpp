@@ -23,8 +23,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr int boxCharacters = 11;
-
 QWidget* makeButton(const Button& button) {
     const QString text = caption(button.text);
     if (button.kind == Button::Kind::Check) return new QCheckBox(text);
@@ -88,6 +86,7 @@ QWidget* make(const Control& control) {
 }
 
 void widen(QWidget* widget, int characters) {
+    if (auto* box = qobject_cast<EntryBox*>(widget)) return box->setRoom(characters);
     const int width = widget->fontMetrics().horizontalAdvance(QString(characters, '0'));
     widget->setMinimumWidth(width + widget->fontMetrics().averageCharWidth() * 2);
 }
@@ -128,7 +127,6 @@ QWidget* WidgetMaker::operator()(const char* control) const {
     made->setObjectName(found->name);
     setTip(*made, qt(found->toolTip));
     made->setWhatsThis(whatsThis(model_, *found)); // Shift+F1
-    if (qobject_cast<EntryBox*>(made)) widen(made, boxCharacters);
     return made;
 }
 
@@ -236,13 +234,21 @@ QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets) {
 QWidget* foot(std::initializer_list<QWidget*> buttons) {
     auto* layout = new QHBoxLayout;
     layout->addStretch();
-    return inBox(layout, buttons);
+    return named(inBox(layout, buttons), footName);
 }
 
 void keepRoom(QWidget* widget) {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
+}
+
+void prefer(QWidget* content, const QSize& size) {
+    content->setProperty("preferredSize", size);
+}
+
+QSize preferredSize(const QWidget* content) {
+    return content->property("preferredSize").toSize();
 }
 
 QWidget* named(QWidget* widget, const char* name) {

@@ -66,8 +66,13 @@ QWidget* across(std::initializer_list<QWidget*> widgets);
 QWidget* down(std::initializer_list<QWidget*> widgets);
 QGroupBox* group(const char* title, QLayout* content);
 QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets);
-/// Right-aligned at a screen's foot.
+/// Right-aligned at a screen's foot, which stays in sight where the rest is scrolled.
+inline constexpr const char* footName = "foot";
 QWidget* foot(std::initializer_list<QWidget*> buttons);
+
+/// A screen of that content opens at that size where it could do with less.
+void prefer(QWidget* content, const QSize& size);
+QSize preferredSize(const QWidget* content);
 
 /// A container of that name.
 QWidget* named(QWidget* widget, const char* name);

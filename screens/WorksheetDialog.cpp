@@ -1,9 +1,12 @@
 #include "screens/WorksheetDialog.h"
 
 #include "model/Worksheet.h"
+#include "screens/ContentArea.h"
+#include "screens/DesktopFit.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
 
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
@@ -13,14 +16,29 @@
 
 namespace metrisk {
 
+namespace {
+
+/// What a part asks for reaches the screen by one event a container. They are not waited for, so that a
+/// screen is never seen in a size between.
+void settleLayouts() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+} // namespace
+
 WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWidget* parent)
     : QDialog(parent) {
     setObjectName(model.name);
     setWindowModality(Qt::WindowModal); // help stays within reach
     auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // give() sees to it
     QWidget* content = layoutOf(model.name, WidgetMaker(model));
     if (!content) qFatal("no layout of the screen %s", model.name);
-    layout->addWidget(content);
+    area_ = new ContentArea(content);
+    layout->addWidget(area_, 1);
+    // The way out stays in sight.
+    if (auto* buttons = content->findChild<QWidget*>(footName, Qt::FindDirectChildrenOnly))
+        layout->addWidget(buttons);
     // A picture is looked at as large as one likes.
     for (const Control* control : model.controls())
         if (dynamic_cast<const PictureArea*>(control)) setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -37,23 +55,35 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
         binder_->buildToolbar(*bar, model.toolbar);
     }
     connect(binder_, &ScreenBinder::closed, this, &QDialog::accept);
-    connect(binder_, &ScreenBinder::shown, this, &WorksheetDialog::followContent);
+    connect(binder_, &ScreenBinder::shown, this, settleLayouts);
 }
 
-/// A part that is shown or hidden makes the screen larger or smaller, but never past the desktop.
+/// Where there is less room than that, it is scrolled.
+void WorksheetDialog::give(const QSize& wanted) {
+    const QSize room = roomFor(*this);
+    const int bar = wanted.height() > room.height() ? area_->barWidth() : 0;
+    const QSize least = layout()->minimumSize();
+    wanted_ = wanted;
+    given_ = (wanted + QSize(bar, 0)).boundedTo(room).expandedTo(least);
+    setMinimumSize(least);
+    resize(given_);
+}
+
+/// A part that is shown or hidden makes the screen larger or smaller by what it needs, but never larger than
+/// the desktop. What the user has made of the size stays.
 void WorksheetDialog::followContent() {
-    if (!isVisible() || work_) return;
-    layout()->activate();
     const QSize hint = sizeHint();
-    if (hint == content_) return;
-    const QRect desktop = screen()->availableGeometry();
-    resize((size() + hint - content_).expandedTo(hint).boundedTo(desktop.size()));
+    if (!isVisible() || work_ || hint == content_) return;
+    const QSize before = size() == given_ ? wanted_ : size();
+    give(before + hint - content_);
     content_ = hint;
-    QRect frame = frameGeometry();
-    frame.moveRight(std::min(frame.right(), desktop.right()));
-    frame.moveBottom(std::min(frame.bottom(), desktop.bottom()));
-    frame.moveTopLeft({std::max(frame.left(), desktop.left()), std::max(frame.top(), desktop.top())});
-    if (frame != frameGeometry()) move(frame.topLeft());
+    keepOnDesktop(*this);
+}
+
+bool WorksheetDialog::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest) followContent();
+    return handled;
 }
 
 void WorksheetDialog::run(const std::function<void()>& work) {
@@ -74,8 +104,15 @@ void WorksheetDialog::reject() {
 }
 
 void WorksheetDialog::showEvent(QShowEvent* event) {
+    if (!event->spontaneous() && content_.isEmpty()) {
+        settleLayouts();
+        content_ = sizeHint();
+        give(content_);
+        // The frame counts as well, once there is one.
+        QMetaObject::invokeMethod(
+            this, [this] { keepOnDesktop(*this); }, Qt::QueuedConnection);
+    }
     QDialog::showEvent(event);
-    content_ = sizeHint();
     // A screen without boxes has the focus itself: a menu that was opened by its letter gives it back.
     if (!focusWidget()) setFocus(Qt::OtherFocusReason);
     if (!work_ || event->spontaneous()) return;

@@ -8,6 +8,7 @@
 
 namespace metrisk {
 
+class ContentArea;
 class Worksheet;
 
 class WorksheetDialog final : public QDialog {
@@ -29,14 +30,19 @@ class WorksheetDialog final : public QDialog {
     void reject() override;
 
   protected:
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
   private:
     void followContent();
+    void give(const QSize& wanted);
 
+    ContentArea* area_;
     ScreenBinder* binder_;
     std::function<void()> work_;
-    QSize content_; // the size that the shown parts ask for
+    QSize content_; // what the shown parts ask for
+    QSize wanted_;  // what the screen would have on a larger desktop
+    QSize given_;   // what it has been given
 };
 
 } // namespace metrisk

@@ -21,7 +21,7 @@ QWidget* layoutRunExternal(const WidgetMaker& w) {
         across({down({title, list, w("cmd_NewApp")}),
                 down({group("Application", boxes), across({w("chk_Exe"), w("chk_NewFile"), w("cmd_Run")})})});
     static_cast<QHBoxLayout*>(content->layout())->setStretch(1, 1);
-    content->setMinimumWidth(760);
+    prefer(content, {760, 0});
     return content;
 }
 

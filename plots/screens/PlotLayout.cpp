@@ -5,8 +5,9 @@ namespace metrisk {
 
 QWidget* layoutPlot(const WidgetMaker& w) {
     QWidget* picture = w("pic_Plot");
-    picture->setMinimumSize(400, 540); // the lines of text below the axis
+    picture->setMinimumSize(300, 200);
     QWidget* content = down({picture});
+    prefer(content, {480, 540}); // the lines of text below the axis
     content->layout()->setContentsMargins(0, 0, 0, 0);
     return content;
 }

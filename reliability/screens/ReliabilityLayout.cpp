@@ -10,7 +10,7 @@ QWidget* layoutReliability(const WidgetMaker& w) {
     QGroupBox* model = group("Model", rows({{w("Lbl_Model"), {w("cbo_RModels"), 3}},
                                             {{}, {w("ReliabilityModelCaption"), 3}},
                                             {"Cal / Test Interval ( t )", w("CalibrationIntervalBox"),
-                                             "Interval Units", w("IntervalUnitsBox")}}));
+                                             "Interval Units", w.box("IntervalUnitsBox", 8)}}));
     QGroupBox* percentages = group("% In-Tolerance", rows({{w("Lbl_BOP"), w("BOPBox")},
                                                            {w("Lbl_AOP"), w("AOPBox")},
                                                            {w("Lbl_EOP"), w("EOPBox")},
@@ -23,10 +23,10 @@ QWidget* layoutReliability(const WidgetMaker& w) {
                                                           {{w("cmdComputePct"), 2}},
                                                           {{mark, 2}}}));
     QWidget* picture = w("pic_RPlot");
-    picture->setMinimumSize(420, 300);
+    picture->setMinimumSize(300, 220);
     QWidget* data = new QWidget;
-    data->setLayout(rows({{"Time ( t )", w("txt_RPlotData_0"), "Reliability", w("txt_RPlotData_1"),
-                           "Plot Limit", w("txt_RPlotData_2")}}));
+    data->setLayout(rows({{"Time ( t )", w.box("txt_RPlotData_0", 8), "Reliability",
+                           w.box("txt_RPlotData_1", 8), "Plot Limit", w.box("txt_RPlotData_2", 8)}}));
     QWidget* entries = down({parameter, model, across({percentages, coefficients})});
     return down({w("pnl_Header"), across({entries, down({picture, data})}),
                  foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});

@@ -21,7 +21,7 @@ QWidget* progress(const WidgetMaker& w) {
 
 QWidget* layoutGuardPlot(const WidgetMaker& w) {
     QWidget* chart = w("Graph1");
-    chart->setMinimumSize(480, 360);
+    chart->setMinimumSize(300, 200);
     QWidget* range = named(group("", rows({{{w.heading("pnl_PlotPointsHdr"), 2}},
                                            {w("Lbl_LowerLimit"), w("LowerLimitBox")},
                                            {w("Lbl_UpperLimit"), w("UpperLimitBox")},
@@ -42,12 +42,13 @@ QWidget* layoutGuardPlot(const WidgetMaker& w) {
     choices->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     QWidget* content = across({down({chart, progress(w)}), choices});
     static_cast<QBoxLayout*>(content->layout())->setStretch(0, 1);
+    prefer(content, {480 + choices->sizeHint().width(), 480});
     return content;
 }
 
 QWidget* layoutRiskMap(const WidgetMaker& w) {
     QWidget* map = w("pic_Map");
-    map->setMinimumSize(520, 400);
+    map->setMinimumSize(300, 200);
     QWidget* here = w("Lbl_Here");
     static_cast<QLabel*>(here)->setWordWrap(true);
     static_cast<QLabel*>(here)->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -62,6 +63,7 @@ QWidget* layoutRiskMap(const WidgetMaker& w) {
     static_cast<QBoxLayout*>(choices->layout())->addStretch();
     QWidget* content = across({down({map, here}), choices});
     static_cast<QBoxLayout*>(content->layout())->setStretch(0, 1);
+    prefer(content, {520 + choices->sizeHint().width(), 450});
     return content;
 }
 

@@ -36,7 +36,7 @@ QGroupBox* keyOn(const WidgetMaker& w) {
 
 QWidget* commands(const WidgetMaker& w) {
     QWidget* resolution = w.box("txt_DisplayedResolution", 3);
-    resolution->setMaximumWidth(resolution->minimumWidth());
+    resolution->setMaximumWidth(resolution->sizeHint().width());
     resolution->setAccessibleName("Displayed resolution");
     return down({w("cmdComputeGuardbands"), w("CmdPlot"), across({w("cmd_RoundOff"), resolution})});
 }

@@ -1,6 +1,7 @@
 // The main screen: identification, both parameters, results, options.
 #include "shell/screens/Layouts.h"
 
+#include "screens/EntryBox.h"
 #include "screens/Widgets.h"
 #include "shell/appearance/ScreenFonts.h"
 
@@ -56,7 +57,7 @@ QWidget* figure(const WidgetMaker& w, const char* control, int steps) {
     large.setPointSizeF(steppedFontSize(large.pointSizeF(), steps));
     large.setBold(true); // has room for it
     box->setFont(large);
-    box->setMinimumWidth(QFontMetrics(large).horizontalAdvance(QString(figureCharacters, '0')) + 12);
+    static_cast<EntryBox*>(box)->setRoom(figureCharacters);
     return box;
 }
 
@@ -145,15 +146,14 @@ QWidget* options(const WidgetMaker& w) {
     QWidget* lower = w.box("txt_GuardbandMultiplier_1", narrow);
     nameBy(upperLabel, upper);
     nameBy(lowerLabel, lower);
-    return panel(
-        "pnl_Options", "Options",
-        tight(rows({{w("pnl_UncRatioLabel"), w.box("pnl_UncRatio", narrow)},
-                    {w("pnlTURLabel"), w.box("pnlTUR", narrow)},
-                    {{across({w("pnl_GuardbandLabel"), w("optGuardbands_0"), w("optGuardbands_1")}), 3}},
-                    {{across({upperLabel, upper, lowerLabel, lower}), 3}},
-                    {{across({w("chk_IncludeGuardbands"), w("chk_SymmetricGBands")}), 3}},
-                    {w("pnl_UncertaintyLabel"), w.box("pnl_ProcessUncertainty", narrow),
-                     w("chk_IncludeUncertainty")}})));
+    return panel("pnl_Options", "Options",
+                 tight(rows({{w("pnl_UncRatioLabel"), w.box("pnl_UncRatio", narrow)},
+                             {w("pnlTURLabel"), w.box("pnlTUR", narrow)},
+                             {{across({w("optGuardbands_0"), w("optGuardbands_1")}), 3}},
+                             {{across({w("pnl_GuardbandLabel"), upperLabel, upper, lowerLabel, lower}), 3}},
+                             {{across({w("chk_IncludeGuardbands"), w("chk_SymmetricGBands")}), 3}},
+                             {w("pnl_UncertaintyLabel"), w.box("pnl_ProcessUncertainty", narrow),
+                              w("chk_IncludeUncertainty")}})));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "shell/screens/MainWindow.h"
 
 #include "model/Session.h"
+#include "screens/DesktopFit.h"
 #include "screens/QtInteraction.h"
 #include "screens/ScreenBinder.h"
 #include "screens/Widgets.h"
@@ -14,10 +15,8 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
-#include <QStyle>
 #include <QToolBar>
 #include <algorithm>
 
@@ -80,10 +79,8 @@ QSize MainWindow::sizeHint() const {
     const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->sizeHint();
     const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
                      findChild<QToolBar*>("tb_Main")->sizeHint().height();
-    const QSize frame(2 * style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth),
-                      style()->pixelMetric(QStyle::PM_TitleBarHeight) + 8);
     const QSize wanted(std::max(content.width(), 1000), content.height() + bars + 4);
-    return wanted.boundedTo(QWidget::screen()->availableSize() - frame);
+    return wanted.boundedTo(roomFor(*this));
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
@@ -91,19 +88,7 @@ void MainWindow::showEvent(QShowEvent* event) {
     if (event->spontaneous()) return;
     // The frame counts as well, once there is one.
     QMetaObject::invokeMethod(
-        this,
-        [this] {
-            const QRect desktop = screen()->availableGeometry();
-            QRect frame = frameGeometry();
-            const QSize excess = (frame.size() - desktop.size()).expandedTo({0, 0});
-            if (!excess.isEmpty() || excess.width() > 0 || excess.height() > 0) resize(size() - excess);
-            frame = frameGeometry();
-            frame.moveRight(std::min(frame.right(), desktop.right()));
-            frame.moveBottom(std::min(frame.bottom(), desktop.bottom()));
-            frame.moveTopLeft({std::max(frame.left(), desktop.left()), std::max(frame.top(), desktop.top())});
-            if (frame != frameGeometry()) move(frame.topLeft());
-        },
-        Qt::QueuedConnection);
+        this, [this] { keepOnDesktop(*this); }, Qt::QueuedConnection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

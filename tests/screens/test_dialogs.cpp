@@ -1,37 +1,16 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
-#include "links/RunExternalScreen.h"
 #include "plots/DrawingSurface.h"
-#include "plots/ErrorPlotScreen.h"
-#include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
-#include "reliability/ReliabilityScreen.h"
-#include "reports/PreviewScreen.h"
-#include "reports/PrintDialogScreen.h"
 #include "reports/ReportDesk.h"
-#include "reports/ReportOptionsScreen.h"
 #include "reports/screens/QtReportPrinter.h"
-#include "risk/BaselineScreen.h"
-#include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
-#include "risk/FalseAcceptScreen.h"
-#include "risk/guardband/GuardbandScreen.h"
-#include "risk/observed/ObservedScreen.h"
 #include "risk/sweeps/GuardPlot.h"
-#include "risk/sweeps/RiskMapScreen.h"
 #include "screens/DialogOver.h"
 #include "screens/PrintPicture.h"
 #include "screens/WhatsThis.h"
 #include "screens/Widgets.h"
-#include "selfcheck/SelfCheckScreen.h"
-#include "shell/appearance/ColorSchemeScreen.h"
-#include "shell/information/SystemInfoScreen.h"
 #include "tests/screens/support/Desk.h"
-#include "uncertainty/BiasCalcOptionScreen.h"
-#include "uncertainty/CorrelationScreen.h"
-#include "uncertainty/DataEntryScreen.h"
-#include "uncertainty/MTEErrorScreen.h"
-#include "units/UnitsScreen.h"
-#include "units/offset/OffsetScreen.h"
+#include "tests/screens/support/EveryScreen.h"
 
 #include <QAccessible>
 #include <QFile>
@@ -54,11 +33,6 @@
 #include <cmath>
 
 namespace metrisk::testing {
-
-struct NoFiles final : FileChooser {
-    std::optional<std::string> chooseToOpen(const FileRequest&) override { return {}; }
-    std::optional<std::string> chooseToSave(const FileRequest&) override { return {}; }
-};
 
 class DialogTest final : public QObject {
     Q_OBJECT
@@ -147,53 +121,13 @@ class DialogTest final : public QObject {
     /// Every control of the program's screens has its widget, and every box says what it is.
     void everyScreenIsWhole() {
         Desk& d = *desk_;
-        Session& session = d.session;
-        MainScreen main(session);
-        BaselineScreen baseline(session);
-        FalseAcceptScreen option(session);
-        EqRatioScreen ratio(session);
-        ComputingScreen computing(session);
-        GuardbandScreen guardbands(session);
-        ObservedScreen observed(session);
-        ReliabilityScreen reliability(session);
-        MTEErrorScreen budget(session);
-        DataEntryScreen samples(session, 1);
-        CorrelationScreen correlations(session);
-        BiasCalcOptionScreen reference(session, 0);
-        NoFiles none;
-        UnitsRevision units(session, none);
-        d.boxes.expectBox("Database Unavailable",
-                          "Unable to find the units database.\nPlease locate the database.", "Cancel");
-        d.boxes.expectBox(
-            "Missing Database",
-            "The measurement units database was not located.  To locate this database, attempt to open the "
-            "Update Measurement Units screen and follow the on-screen instructions.");
-        OffsetCalc offsets(session, none);
-        SelfCheckScreen check(session);
-        PlotDesk plots(session);
-        SUPlot subjectPlot(plots);
-        MTEPlot measuringPlot(plots);
-        ErrorPlot errorPlot(plots);
-        GuardPlot riskPlot(session, Swept::MeasuringPct);
-        RiskMapScreen riskMap(session);
-        ColorSchemeScreen colors(session);
-        SystemInfoScreen information(session);
-        RunExternalScreen programs(session);
-        ReportDesk reports(session);
-        PrintDialogScreen printing(session, reports);
-        ReportOptionsScreen reportOptions(session);
-        PreviewScreen preview(session, {});
-        QVERIFY(preview.compose());
-        const std::initializer_list<Worksheet*> screens{
-            &programs,  &riskPlot,    &riskMap,       &main,        &baseline,   &option,  &ratio,
-            &computing, &guardbands,  &observed,      &reliability, &budget,     &samples, &correlations,
-            &reference, &subjectPlot, &measuringPlot, &errorPlot,   &units,      &offsets, &check,
-            &printing,  &preview,     &reportOptions, &colors,      &information};
-        for (Worksheet* screen : screens) {
+        const EveryScreen screens(d);
+        for (const auto& screen : screens.all()) {
             QWidget window;
             auto* layout = new QVBoxLayout(&window);
-            layout->addWidget(screen == &main ? layoutMainScreen(WidgetMaker(*screen))
-                                              : layoutOf(screen->name, WidgetMaker(*screen)));
+            const bool isMain = screen == screens.all().front();
+            layout->addWidget(isMain ? layoutMainScreen(WidgetMaker(*screen))
+                                     : layoutOf(screen->name, WidgetMaker(*screen)));
             ScreenBinder binder(window, *screen);
             QCOMPARE(binder.unpaired(), QStringList());
             QVERIFY2(QFile::exists(QString(":/help/%1.html").arg(screen->helpPage)), screen->helpPage);

@@ -42,9 +42,12 @@ QWidget* layoutCorrelationList(const WidgetMaker& w) {
         return made;
     };
     QWidget* lists =
-        across({table("lst_Variable_0", "Column 1", 24, 18), table("lst_Variable_1", "Column 2", 24, 18)});
-    QWidget* pairs = down({table("ss", "Correlations", 60, 12), foot({w("cmd_AddPair")})});
-    return down({w("pnl_Header"), lists, w("Lbl_Hint"), pairs, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+        across({table("lst_Variable_0", "Column 1", 20, 6), table("lst_Variable_1", "Column 2", 20, 6)});
+    QWidget* pairs = down({table("ss", "Correlations", 44, 5), foot({w("cmd_AddPair")})});
+    QWidget* content =
+        down({w("pnl_Header"), lists, w("Lbl_Hint"), pairs, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    prefer(content, {0, lists->fontMetrics().lineSpacing() * 38});
+    return content;
 }
 
 } // namespace metrisk

@@ -54,7 +54,7 @@ QWidget* layoutUnitsRevision(const WidgetMaker& w) {
     });
     QWidget* content = down({lists, group("Units Definition", boxes), w("lbl_Database")});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(0, 1);
-    content->setMinimumWidth(760);
+    prefer(content, {760, 0});
     return content;
 }
 

@@ -1,0 +1,36 @@
+// A worksheet of every screen of the program.
+#pragma once
+
+#include "model/FileChooser.h"
+#include "model/Worksheet.h"
+#include "plots/PlotDesk.h"
+#include "reports/ReportDesk.h"
+
+#include <memory>
+#include <vector>
+
+namespace metrisk::testing {
+
+class Desk;
+
+class EveryScreen {
+  public:
+    /// There is no units database: two boxes say so.
+    explicit EveryScreen(Desk& desk);
+
+    /// The main screen first.
+    const std::vector<std::unique_ptr<Worksheet>>& all() const { return screens_; }
+
+  private:
+    struct NoFiles final : FileChooser {
+        std::optional<std::string> chooseToOpen(const FileRequest&) override { return {}; }
+        std::optional<std::string> chooseToSave(const FileRequest&) override { return {}; }
+    };
+
+    NoFiles files_;
+    PlotDesk plots_;
+    ReportDesk reports_;
+    std::vector<std::unique_ptr<Worksheet>> screens_;
+};
+
+} // namespace metrisk::testing

@@ -1,0 +1,105 @@
+// Screens on small desktops: the program's desktop and font are those that CMakeLists.txt runs this with.
+#include "screens/ContentArea.h"
+#include "screens/DesktopFit.h"
+#include "screens/Widgets.h"
+#include "screens/WorksheetDialog.h"
+#include "tests/screens/support/Desk.h"
+#include "tests/screens/support/EveryScreen.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QScrollBar>
+
+namespace metrisk::testing {
+
+class SizeTest final : public QObject {
+    Q_OBJECT
+
+  private:
+    static bool fits(const QWidget& window) {
+        const QSize room = roomFor(window);
+        return window.width() <= room.width() && window.height() <= room.height();
+    }
+
+  private slots:
+    void initTestCase() {
+        QFont font = QApplication::font();
+        if (const int points = qEnvironmentVariableIntValue("METRISK_TEST_FONT")) font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+
+    void everyScreenFitsAndIsScrolledUpAndDownAlone() {
+        Desk d;
+        d.window->resize(d.window->sizeHint());
+        QVERIFY(fits(*d.window));
+        const EveryScreen screens(d);
+        for (const auto& screen : screens.all()) {
+            if (screen == screens.all().front()) continue;
+            WorksheetDialog dialog(*screen, layoutOf, d.window.get());
+            dialog.setWindowModality(Qt::NonModal);
+            dialog.show();
+            d.settle(&dialog);
+            const auto* area = dialog.findChild<ContentArea*>();
+            QVERIFY2(fits(dialog), screen->name);
+            QVERIFY2(area->horizontalScrollBar()->maximum() == 0, screen->name);
+            const auto* foot = dialog.findChild<QWidget*>(footName, Qt::FindDirectChildrenOnly);
+            QVERIFY2(!foot || dialog.rect().contains(foot->geometry()), screen->name);
+        }
+        QCOMPARE(d.boxes.faults(), QString());
+    }
+
+    void theMainScreenNeedsNoBarAtItsOwnFontSize() {
+        if (qEnvironmentVariableIsSet("METRISK_TEST_FONT")) QSKIP("the font is larger");
+        Desk d;
+        d.window->resize(d.window->sizeHint());
+        d.settle();
+        QCOMPARE(d.window->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+    }
+
+    void aScreenFollowsWhatItShows_data() {
+        QTest::addColumn<QString>("opener");
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("procedure") << "CtrlGuardband"
+                                   << "GuardbandAnalysis"
+                                   << "mnu_Procedure";
+        QTest::newRow("defaults") << "BaselineAnalysisScreen"
+                                  << "BaselineAnalysis"
+                                  << "mnu_ShowDefaults";
+    }
+    void aScreenFollowsWhatItShows() {
+        QFETCH(QString, opener);
+        QFETCH(QString, screen);
+        QFETCH(QString, command);
+        Desk d;
+        enterTwoSided(d);
+        d.boxes.expectScreen(screen, [&](QWidget& window) {
+            auto* show = d.control<QAction>(command, &window);
+            d.settle(&window);
+            const QSize opened = window.size();
+            show->trigger();
+            d.settle(&window);
+            const QSize other = window.size();
+            QVERIFY2(other != opened && fits(window), qPrintable(QString::number(other.width())));
+            show->trigger();
+            d.settle(&window);
+            QCOMPARE(window.size(), opened);
+            // What the user has made of the size stays: it differs by what is shown alone.
+            if (opened.boundedTo(other).width() + 40 < roomFor(window).width()) {
+                window.resize(opened + QSize(10, 10));
+                show->trigger();
+                show->trigger();
+                d.settle(&window);
+                QCOMPARE(window.size(), opened + QSize(10, 10));
+            }
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        d.choose(opener);
+        QCOMPARE(d.boxes.faults(), QString());
+    }
+};
+
+} // namespace metrisk::testing
+
+QTEST_MAIN(metrisk::testing::SizeTest)
+#include "test_sizes.moc"
