@@ -55,7 +55,7 @@ TEST_F(Cli, KeepsTheOrderAndGoesOnPastBadFiles) {
     write("empty.mrk", "");
     write("other.mrk", "\"NOTRISK\",1.512\r\n");
     write("future.mrk", "\"MTRISK\",1.6\r\n");
-    write("cut.mrk", fileContent(folder / good).substr(0, 900));
+    write("cut.mrk", fileContent(folder / good).substr(0, 903));
     write("garbage.mrk", std::string("\x7f\x00\xff\"\"\"\n\r,,,", 12));
     fs::create_directory(folder / "folder.mrk");
     const Result result = run("compute --json empty.mrk " + std::string(good) +
@@ -82,6 +82,7 @@ TEST_F(Cli, KeepsTheOrderAndGoesOnPastBadFiles) {
         const std::string told = lines[i]["messages"].at(0)["text"];
         EXPECT_TRUE(*text == 0 || told == text) << file << ": " << told;
         EXPECT_NE(result.err.find(std::string(file) + ": " + cause), std::string::npos) << result.err;
+        EXPECT_TRUE(std::string(lines[i]["messages"].back()["text"]).starts_with(cause)) << file;
         for (const auto& [key, value] : lines[i].items())
             EXPECT_TRUE(key == "file" || key == "status" || key == "messages" || key == "Verified" ||
                         value.is_null())

@@ -74,7 +74,7 @@ TEST_F(Cli, ConvertsTrueAndObserved) {
     EXPECT_LT(other["Observed"], observed["Observed"]);
     EXPECT_EQ(other["Obs_ObservingUnitOption"], 0);
     EXPECT_EQ(other["Obs_Offset"], 1.0);
-    EXPECT_NE(run("observed --true 90 other.mrk").out.find("other, \u00b1 1 N m, 90 % in-tolerance"),
+    EXPECT_NE(run("observed --true 90 other.mrk").out.find("other, \u00b1 1 N\u00b7m, 90 % in-tolerance"),
               std::string::npos);
     written("odd.mrk", content, ids + "0\r\n0\r\n", ids + "1.5\r\n1\r\n");
     const json unfit = json::parse(run("observed --true 90 --json odd.mrk").out);

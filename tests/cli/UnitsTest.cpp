@@ -3,6 +3,7 @@
 #include "units/UnitsDatabase.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 
 namespace metrisk::testing {
@@ -25,6 +26,27 @@ TEST_F(Cli, ComposesTolerances) {
     EXPECT_EQ(run("offset --mode 1 --fixed 0.1 --file none").status, 0) << "no units, no database";
     EXPECT_EQ(run("offset --mode 1 --area A --file none").status, 3);
     EXPECT_EQ(run("offset --mode x --fixed 1").status, 2);
+}
+
+TEST_F(Cli, TheExamplesTakeUnitsThatComeWithTheProgram) {
+    for (const auto& entry : fs::directory_iterator(folder / "ex")) {
+        const json file = json::parse(run("show --json ex/" + entry.path().filename().string()).out);
+        SCOPED_TRACE(file["file"]);
+        const std::string area = file["MeasurementArea"];
+        const Result listed = run("units list --json '" + area + "'");
+        ASSERT_EQ(listed.status, 0) << listed.err;
+        std::map<std::string, double> multipliers;
+        const json areas = json::parse(listed.out)["areas"];
+        for (const json& unit : areas.at(0)["units"]) multipliers[unit["unit"]] = unit["multiplier"];
+        const double nominal = multipliers[file["NominalUnits"]];
+        EXPECT_GT(nominal, 0) << file["NominalUnits"];
+        for (const std::string parameter : {"SU", "MTE"}) {
+            const std::string unit = file[parameter + "_ToleranceUnits"];
+            EXPECT_NEAR(file[parameter + "_TolUnitsFactor"], nominal / multipliers[unit],
+                        1e-12 * nominal / multipliers[unit])
+                << unit;
+        }
+    }
 }
 
 TEST_F(Cli, ExchangesUnits) {
