@@ -59,7 +59,15 @@ bool AnalysisRun::open(const std::string& path) {
 
 bool AnalysisRun::save(const std::string& file, const std::string& path) {
     const std::string target = NormalizeAnalysisName(path);
-    if (const std::string cause = WriteAnalysis(session, target); !cause.empty()) {
+    const bool own = target == record.AnalysisFileName;
+    bool changed = false;
+    const auto holds = [&] { return !(changed = own && changedSince(session.fileStamp, target)); };
+    const std::string cause = WriteAnalysis(session, target, {}, holds);
+    if (changed) {
+        tell(ui, {target + " changed while it was computed; not saved", notSavedTitle});
+        return false;
+    }
+    if (!cause.empty()) {
         ui.note(target + " cannot be written: " + cause);
         return false;
     }

@@ -4,10 +4,13 @@
 #include "model/Analysis.h"
 #include "model/Clock.h"
 #include "model/ColorScheme.h"
+#include "model/FileStamp.h"
 #include "model/Interaction.h"
 #include "model/Places.h"
 #include "model/Regional.h"
 #include "model/Settings.h"
+
+#include <optional>
 
 namespace metrisk {
 
@@ -22,7 +25,8 @@ struct Session {
     Analysis record{};
     Places places{};
     ColorScheme colorScheme{};
-    Desktop* desktop = nullptr; // none in a run that nobody watches
+    Desktop* desktop = nullptr;           // none in a run that nobody watches
+    std::optional<FileStamp> fileStamp{}; // of the analysis file as it was opened or saved last
 };
 
 } // namespace metrisk

@@ -156,20 +156,24 @@ std::string AnalysisText(const Analysis& record) {
     return file.text();
 }
 
-std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe) {
+std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe,
+                          const Condition& holds) {
     Analysis& record = session.record;
     record.AbortFlag = false;
     std::string cause;
     try {
-        if (const auto error = writeFile(path, AnalysisText(record), Existing::Replace, probe))
-            cause = error.message();
+        const auto error = writeFile(path, AnalysisText(record), Existing::Replace, probe, holds);
+        if (error) cause = error.message();
+        record.AbortFlag = error == std::errc::operation_canceled;
     } catch (const std::exception& fault) { // memory, or a number that could not be read back
         cause = fault.what();
     }
-    if (cause.empty())
+    if (cause.empty()) {
         record.FileChanged = false;
-    else
+        session.fileStamp = stampOf(path);
+    } else if (!record.AbortFlag) {
         refuse(session, nameOf(path), writeError);
+    }
     return cause;
 }
 

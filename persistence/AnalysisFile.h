@@ -45,10 +45,11 @@ ReadOutcome ReadAnalysis(Session& session, const std::string& path);
 /// The same from the content of a file; `name` is the title of the boxes.
 ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name);
 
-/// Writes the record in the newest form and clears FileChanged. On failure a box titled with the
-/// file's name tells so, AbortFlag is set, and an existing file stays as it was; the cause is given, which is
-/// empty otherwise.
-std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {});
+/// Writes the record in the newest form, clears FileChanged and takes the session's fileStamp anew. On
+/// failure a box titled with the file's name tells so, AbortFlag is set, and an existing file stays as it
+/// was; the cause is given, which is empty otherwise. The same without a box where `holds` says no at last.
+std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {},
+                          const Condition& holds = {});
 
 /// The content that WriteAnalysis gives a file. Raises RuntimeFault if the record holds a number that
 /// could not be read back.

@@ -31,9 +31,9 @@ class Descriptor {
 } // namespace
 
 std::error_code writeFile(const fs::path& path, std::string_view content, Existing existing,
-                          const DiskProbe& probe) {
+                          const DiskProbe& probe, const Condition& holds) {
     TemporaryFile file(path, probe);
-    if (file.write(content)) file.place(existing);
+    if (file.write(content)) file.place(existing, holds);
     return file.error();
 }
 

@@ -12,9 +12,11 @@
 namespace metrisk {
 
 /// Writes the content to a temporary file beside `path` (see there) which becomes it as a whole. The error
-/// tells why it did not; the old file is untouched then and nothing is left behind.
+/// tells why it did not; the old file is untouched then and nothing is left behind. `holds` is asked last,
+/// when the content has reached the disk.
 std::error_code writeFile(const std::filesystem::path& path, std::string_view content,
-                          Existing existing = Existing::Replace, const DiskProbe& probe = {});
+                          Existing existing = Existing::Replace, const DiskProbe& probe = {},
+                          const Condition& holds = {});
 
 /// The same where nobody asks why.
 bool replaceFile(const std::filesystem::path& path, std::string_view content, const DiskProbe& probe = {});

@@ -13,6 +13,7 @@ ReadOutcome open(Session& session, const std::string& path, Read read) {
     Analysis& r = session.record;
     r.AnalysisFileName = path;
     r.AbortFlag = false;
+    session.fileStamp = stampOf(path); // of the file before it is read: a change in between will be seen
     ReadOutcome outcome;
     {
         const FlagGuard loading(r.LoadInProgress);

@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace metrisk {
@@ -126,6 +127,15 @@ void keepOwner(int file, const struct stat& old) {
     [[maybe_unused]] const int grouped = ::fchown(file, static_cast<uid_t>(-1), old.st_gid);
 }
 
+/// With an access list the permissions of the group are its mask, which is more than the group itself may do.
+void keepAccessList(int file, const fs::path& from, mode_t mode) {
+    constexpr const char* list = "system.posix_acl_access";
+    std::array<char, 65536> held; // as long as any list
+    const ssize_t size = ::getxattr(from.c_str(), list, held.data(), held.size());
+    if (size <= 0 || ::fsetxattr(file, list, held.data(), static_cast<std::size_t>(size), 0) == 0) return;
+    [[maybe_unused]] const int narrowed = ::fchmod(file, mode & 07777 & ~static_cast<mode_t>(S_IRWXG));
+}
+
 /// Handler of the signals that end a process.
 void endBySignal(int number) {
     openTemporaries.unlinkAll();
@@ -173,6 +183,7 @@ TemporaryFile::TemporaryFile(const fs::path& target, DiskProbe probe)
     if (!exists) return;
     keepOwner(file_, old);
     if (::fchmod(file_, old.st_mode & 07777) != 0) fail();
+    keepAccessList(file_, target_, old.st_mode);
 }
 
 TemporaryFile::~TemporaryFile() {
@@ -202,12 +213,16 @@ bool TemporaryFile::write(std::string_view content) {
     return !error_;
 }
 
-bool TemporaryFile::place(Existing existing) {
+bool TemporaryFile::place(Existing existing, const Condition& holds) {
     if (!allowed()) return false;
     if (::fsync(file_) != 0) return fail();
     if (!allowed()) return false;
     if (::close(std::exchange(file_, -1)) != 0) return fail();
     if (!allowed()) return false;
+    if (holds && !holds()) {
+        error_ = std::make_error_code(std::errc::operation_canceled);
+        return false;
+    }
     const bool placed = existing == Existing::Refuse ? renameToNew(path_, target_)
                                                      : ::rename(path_.c_str(), target_.c_str()) == 0;
     if (!placed) return fail();

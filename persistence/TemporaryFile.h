@@ -12,6 +12,9 @@ namespace metrisk {
 /// Asked before every operation on the disk that can fail; false lets that operation fail.
 using DiskProbe = std::function<bool()>;
 
+/// Asked whether a step is still wanted.
+using Condition = std::function<bool()>;
+
 /// What becomes of a file that already bears the name.
 enum class Existing { Replace, Refuse };
 
@@ -20,9 +23,9 @@ enum class Existing { Replace, Refuse };
 /// After a failure every further step fails, and the target stays as it was.
 class TemporaryFile {
   public:
-    /// Made beside the target, or beside what the target links to, with the permissions and, as far as the
-    /// system allows, the owner and group of a file that is there already. Fails beside one that may not be
-    /// written or.
+    /// Made beside the target, or beside what the target links to, with the permissions, the access list and,
+    /// as far as the system allows, the owner and group of a file that is there already. Fails beside one
+    /// that may not be written or is no regular file.
     explicit TemporaryFile(const std::filesystem::path& target, DiskProbe probe = {});
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
@@ -33,8 +36,9 @@ class TemporaryFile {
     std::error_code error() const { return error_; }
 
     bool write(std::string_view content);
-    /// Brings the content to the disk and the file under its name.
-    bool place(Existing existing = Existing::Replace);
+    /// Brings the content to the disk and the file under its name. `holds` is asked in between: false leaves
+    /// everything as it was, with the error operation_canceled.
+    bool place(Existing existing = Existing::Replace, const Condition& holds = {});
 
   private:
     bool fail();    // for the reason that the system gives

@@ -50,10 +50,15 @@ QStringList ScreenBinder::unpaired() const {
 void ScreenBinder::act(const std::function<void()>& rule) {
     if (showing_) return; // the screen itself has set a state
     {
-        struct Depth {
-            int& depth;
-            ~Depth() { --depth; }
-        } const acting{++acting_};
+        struct Action {
+            ScreenBinder& screen;
+            explicit Action(ScreenBinder& binder) : screen(binder) {
+                if (screen.acting_++ == 0) emit screen.began();
+            }
+            ~Action() {
+                if (--screen.acting_ == 0) emit screen.ended();
+            }
+        } const action(*this);
         rule();
     }
     if (acting_ > 0) {

@@ -66,6 +66,9 @@ class ScreenBinder final : public QObject {
     void closed();
     /// The worksheet has been shown anew.
     void shown();
+    /// An action of the user's begins and ends; what it does in between is one.
+    void began();
+    void ended();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

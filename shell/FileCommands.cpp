@@ -11,6 +11,7 @@
 #include "shell/RiskOptionCommand.h"
 #include "shell/mainscreen/MainScreen.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace metrisk {
@@ -24,6 +25,8 @@ constexpr const char* saveAsTitle = "Save Analysis As";
 constexpr const char* saveAsFilter = "Analysis Files (*.mrk)|*.mrk";
 constexpr const char* anyAnalysis = "*.mrk";
 constexpr Message readOnly{"File is read only.  Cannot save changes.", "Read Only File"};
+constexpr Question changedOnDisk{"The file was changed by another program since it was opened. Replace it?",
+                                 saveTitle, BoxButtons::YesNo, Answer::No};
 constexpr Question exitProgram{"This will end your Metrisk session.", "Exit Metrisk", BoxButtons::OkCancel,
                                Answer::Ok};
 
@@ -31,6 +34,17 @@ std::string trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == text.npos) return "";
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// Recent files and saves need a name that holds wherever the program is started. A folder behind which a
+/// path goes back up may be a link: the system says where that leads.
+std::string absoluteName(const std::string& given) {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    const fs::path path = fs::absolute(given, ignored);
+    const bool goesUp = std::find(path.begin(), path.end(), fs::path("..")) != path.end();
+    const fs::path folder = goesUp ? fs::canonical(path.parent_path(), ignored) : fs::path();
+    return (folder.empty() ? path.lexically_normal() : folder / path.filename()).string();
 }
 
 } // namespace
@@ -50,9 +64,11 @@ bool FileCommands::changesSettled() {
 bool FileCommands::NewAnalysisFile() {
     if (!changesSettled()) return false;
     ClearAnalysis(session_);
+    session_.fileStamp.reset();
     session_.record.FileReadOnly = false;
     screen_.forgetLastTexts();
     screen_.TakeSavedCopy();
+    settled();
     return true;
 }
 
@@ -81,8 +97,7 @@ bool FileCommands::load(const std::string& given) {
     const WaitPointer wait(session_.ui);
     Analysis& r = session_.record;
     std::error_code ignored;
-    // Recent files and saves need a name that holds wherever the program is started.
-    const std::string path = fs::absolute(trimmed(given), ignored).lexically_normal().string();
+    const std::string path = absoluteName(trimmed(given));
     if (!fs::exists(path, ignored)) {
         const std::string name = fs::path(path).filename().string();
         tell(session_.ui, {readErrorText, name});
@@ -99,17 +114,23 @@ bool FileCommands::load(const std::string& given) {
         session_.ui.repaintMainScreen();
         return false;
     }
+    showOpened();
+    settled();
+    addRecentFile(session_.settings, path);
+    if (r.LimitsReformed) session_.ui.status(limitsReformedText);
+    return true;
+}
+
+void FileCommands::showOpened() {
     // The measuring parameter's fit comes with the file.
-    r.ComputeScope = "SU";
-    r.ComputeNeeded = false;
+    session_.record.ComputeScope = "SU";
+    session_.record.ComputeNeeded = false;
     ValidateAndFit(session_);
+    screen_.forgetLastTexts();
     session_.ui.focus("SystemIDBox");
     RefreshMainScreen(session_);
     remindOfRiskOption(session_);
     screen_.TakeSavedCopy();
-    addRecentFile(session_.settings, path);
-    if (r.LimitsReformed) session_.ui.status(limitsReformedText);
-    return true;
 }
 
 /// Beside the current file, else where the last one was; empty: the user's documents.
@@ -127,7 +148,11 @@ bool FileCommands::mnu_File_Save() {
         tell(session_.ui, readOnly);
         return false;
     }
-    return saveTo(session_.record.AnalysisFileName);
+    const std::string& name = session_.record.AnalysisFileName;
+    if (changedSince(session_.fileStamp, NormalizeAnalysisName(name)) &&
+        ask(session_.ui, changedOnDisk) != Answer::Yes)
+        return false;
+    return saveTo(name);
 }
 
 bool FileCommands::mnu_File_SaveAs() {
@@ -157,7 +182,19 @@ bool FileCommands::saveTo(const std::string& path) {
     r.FileChanged = false;
     screen_.TakeSavedCopy();
     addRecentFile(session_.settings, name);
+    settled();
     return true;
+}
+
+void FileCommands::tellUnexpected(const char* what) {
+    session_.ui.show({.text = std::string("An unexpected error has ended what was going on:\n") + what +
+                              "\nThe analysis is as it was.",
+                      .icon = BoxIcon::Exclamation});
+    const bool save = screen_.hasChanges() && session_.ui.show({.text = "Save the analysis now?",
+                                                                .icon = BoxIcon::Question,
+                                                                .buttons = BoxButtons::YesNo,
+                                                                .unattended = Answer::No}) == Answer::Yes;
+    if (save) mnu_File_SaveAs();
 }
 
 bool FileCommands::ConfirmExit(const std::function<void()>& onConfirmed) {

@@ -28,6 +28,15 @@ class FileCommands {
     bool mnu_File_Save();
     bool mnu_File_SaveAs();
 
+    /// The analysis has been replaced as a whole, by one that has been fitted or not: shows it.
+    void showOpened();
+
+    /// An exception that nothing has caught has ended an action: tells so, and saves under another name if asked.
+    void tellUnexpected(const char* what);
+
+    /// Called when unsaved work has been saved or is not wanted.
+    std::function<void()> settled = [] {};
+
     /// Asks whether the program is to end; on OK `onConfirmed` removes what the program left behind.
     bool ConfirmExit(const std::function<void()>& onConfirmed = [] {});
     /// The whole way out: confirmation, then the save question. True when the program may end.

@@ -11,7 +11,9 @@
 #include "shell/screens/MainWindow.h"
 #include "shell/screens/SplashScreen.h"
 #include "shell/screens/SystemFacts.h"
+#include "shell/screens/UnsavedWork.h"
 
+#include <QSessionManager>
 #include <QTimer>
 #include <cstdio>
 #include <exception>
@@ -48,18 +50,6 @@ std::vector<std::string> argumentsOf(const QApplication& app) {
     return arguments;
 }
 
-void tellUnexpected(Session& session, FileCommands& files, const char* what) {
-    session.ui.show({.text = std::string("An unexpected error has ended what was going on:\n") + what +
-                             "\nThe analysis is as it was.",
-                     .icon = BoxIcon::Exclamation});
-    const bool save =
-        session.record.FileChanged && session.ui.show({.text = "Save the analysis now?",
-                                                       .icon = BoxIcon::Question,
-                                                       .buttons = BoxButtons::YesNo,
-                                                       .unattended = Answer::No}) == Answer::Yes;
-    if (save) files.mnu_File_SaveAs();
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -94,7 +84,11 @@ int main(int argc, char** argv) {
     ClearAnalysis(session);
     warnOfMissingSymbols(ui);
     MainWindow window(session, ui);
-    app.onUnexpected = [&](const char* what) { tellUnexpected(session, window.files(), what); };
+    app.onUnexpected = [&](const char* what) { window.files().tellUnexpected(what); };
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window, [&](QSessionManager& desktop) {
+        if (desktop.allowsInteraction() && !window.endOfDesktop()) desktop.cancel();
+        if (desktop.allowsInteraction()) desktop.release();
+    });
     QObject::connect(&app, &QApplication::lastWindowClosed, &help, &HelpDesk::close);
     session.record.FileChanged = false;
     window.model().TakeSavedCopy();
@@ -114,6 +108,8 @@ int main(int argc, char** argv) {
         // The splash never delays the screen that it announces.
         if (splash) splash->closeWith(window, splashMilliseconds);
         if (!file.empty()) window.openAtStart(QString::fromStdString(file));
+        window.keepUnsavedWork(recoveryFolder());
+        window.unsavedWork()->watchSignals();
         window.listen();
         session.record.FirstDisplay = session.record.LoadInProgress = false;
     });

@@ -197,8 +197,12 @@ void MainScreen::TakeSavedCopy() {
     saved_ = SavedCopy(session_.record);
 }
 
+bool MainScreen::hasChanges() const {
+    return session_.record.FileChanged || saved_.differs(session_.record);
+}
+
 void MainScreen::DetectChanges() {
-    if (saved_.differs(session_.record)) session_.record.FileChanged = true;
+    session_.record.FileChanged = hasChanges();
 }
 
 void RefreshMainScreen(Session& session) {

@@ -150,6 +150,8 @@ class MainScreen final : public Worksheet {
     void forgetLastTexts();
 
     void TakeSavedCopy();
+    /// There is something to save.
+    bool hasChanges() const;
     /// Raises FileChanged if the record differs from the saved copy.
     void DetectChanges();
 

@@ -7,6 +7,7 @@
 #include "screens/Widgets.h"
 #include "shell/Toolbar.h"
 #include "shell/screens/Layouts.h"
+#include "shell/screens/UnsavedWork.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -73,6 +74,17 @@ void MainWindow::openFile(const QString& path) {
 
 void MainWindow::openAtStart(const QString& path) {
     binder_->perform([&] { commands_.files.openAtStart(path.toStdString()); });
+}
+
+void MainWindow::keepUnsavedWork(const std::filesystem::path& folder) {
+    unsaved_ = std::make_unique<UnsavedWork>(session_, model_, *binder_, folder);
+    commands_.files.settled = [this] { unsaved_->recovery.remove(); };
+    binder_->perform([this] { unsaved_->recovery.offer([this] { commands_.files.showOpened(); }); });
+}
+
+bool MainWindow::endOfDesktop() {
+    if (unsaved_) unsaved_->update(); // what is asked may not be answered in time
+    return close();
 }
 
 QSize MainWindow::sizeHint() const {

@@ -21,6 +21,7 @@ namespace metrisk {
 
 class QtInteraction;
 class ScreenBinder;
+class UnsavedWork;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -38,6 +39,13 @@ class MainWindow final : public QMainWindow {
     void openAtStart(const QString& path);
     /// Other programs of the user's may ask for the analysis from now on.
     void listen() { carrier_.listen(); }
+
+    /// Keeps unsaved work in the folder from now on and offers what other runs of the program have left
+    /// there.
+    void keepUnsavedWork(const std::filesystem::path& folder);
+    /// The desktop ends: asks as closing does. False if the user wants to stay.
+    bool endOfDesktop();
+    UnsavedWork* unsavedWork() { return unsaved_.get(); }
 
     QSize sizeHint() const override;
 
@@ -63,6 +71,7 @@ class MainWindow final : public QMainWindow {
     MainCommands commands_;
     ScreenBinder* binder_;
     QLabel* nextStep_;
+    std::unique_ptr<UnsavedWork> unsaved_;
 };
 
 } // namespace metrisk

@@ -9,6 +9,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace {
@@ -76,6 +77,33 @@ TEST(AtomicFile, ASignalLeavesNothingBehind) {
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
     EXPECT_EQ(folder.count(), 1);
     EXPECT_EQ(fileContent(path), "old");
+}
+
+/// The list in the system's form: version 2, then tag, permissions and id of each entry.
+TEST(AtomicFile, AnAccessListStaysWithTheFile) {
+    const unsigned char list[] = {2,    0, 0, 0, 1,    0,    6,    0,    0xff, 0xff, 0xff, 0xff, // owner rw
+                                  2,    0, 4, 0, 0x92, 0x10, 0,    0,     // user 4242 r
+                                  4,    0, 0, 0, 0xff, 0xff, 0xff, 0xff,  // group nothing
+                                  0x10, 0, 4, 0, 0xff, 0xff, 0xff, 0xff,  // mask r
+                                  0x20, 0, 0, 0, 0xff, 0xff, 0xff, 0xff}; // others nothing
+    const TemporaryFolder folder;
+    const auto path = folder.write("file", "old");
+    constexpr const char* name = "system.posix_acl_access";
+    if (::setxattr(path.c_str(), name, list, sizeof list, 0) != 0) GTEST_SKIP() << "no access lists here";
+    ASSERT_TRUE(replaceFile(path, "new"));
+    unsigned char kept[sizeof list] = {};
+    EXPECT_EQ(::getxattr(path.c_str(), name, kept, sizeof kept), static_cast<ssize_t>(sizeof list));
+    EXPECT_TRUE(std::equal(std::begin(list), std::end(list), kept));
+}
+
+TEST(AtomicFile, AConditionIsAskedLast) {
+    const TemporaryFolder folder;
+    const auto path = folder.write("file", "old");
+    EXPECT_EQ(writeFile(path, "new", Existing::Replace, {}, [] { return false; }),
+              std::errc::operation_canceled);
+    EXPECT_EQ(readWholeFile(path, 10), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+    EXPECT_FALSE(writeFile(path, "new", Existing::Replace, {}, [] { return true; }));
 }
 
 TEST(AtomicFile, ASharedFileStaysWithItsGroup) {
