@@ -28,6 +28,8 @@ struct Zoom {
 constexpr Zoom zooms[] = {{"Whole Page", 0}, {"50%", 0.5},  {"75%", 0.75},
                           {"100%", 1},       {"150%", 1.5}, {"200%", 2}};
 
+constexpr int wholeSize = 3;
+
 constexpr const char* exportTitle = "Save File";
 constexpr const char* exportFilter =
     "Rich Text Files (*.doc)|*.doc|HTML Files (*.htm)|*.htm|PDF Files (*.pdf)|*.pdf";
@@ -51,7 +53,7 @@ void paintPage(DrawingSurface& surface, const PagedReport& report, std::size_t p
 PreviewScreen::PreviewScreen(Session& session, const ReportSelection& selection)
     : Worksheet("Print_SS", "Print Preview", "reports"), session_(session), selection_(selection) {
     for (const Zoom& zoom : zooms) cbo_Zoom.items.emplace_back(zoom.name);
-    cbo_Zoom.index = 0;
+    cbo_Zoom.index = wholeSize;
     cbo_Zoom.chosen = [this](int index) { cbo_Zoom.index = index; };
     cmd_Previous.clicked = [this](bool) { showPage(page_ - 1); };
     cmd_Next.clicked = [this](bool) { showPage(page_ + 1); };
@@ -65,7 +67,8 @@ PreviewScreen::PreviewScreen(Session& session, const ReportSelection& selection)
         {.control = "mnu_Export",
          .caption = "&Export in MS &Word Format",
          .run = [this] { exportReport(); },
-         .shortcut = "Ctrl+S"},
+         .shortcut = "Ctrl+S",
+         .toolTip = "Save the report as Rich Text (*.doc), HTML (*.htm) or PDF (*.pdf)"},
         {.control = "mnu_Page", .caption = "&Page", .items = pageItems()},
         runMenu(session_),
     };
@@ -180,7 +183,11 @@ void PreviewScreen::exportReport() {
         }
     }
     pnl_Message.visible = false;
-    if (failure.empty() && bytes) failure = session_.desktop->programs.openDocument(target.string());
+    session_.ui.refresh(*this);
+    if (failure.empty() && bytes) {
+        failure = session_.desktop->programs.openDocument(target.string());
+        if (!failure.empty()) failure = "The file " + target.string() + " was written.\n" + failure;
+    }
     if (!failure.empty()) tell(session_.ui, {failure, exportTitle});
 }
 

@@ -16,7 +16,7 @@ class PreviewScreen final : public Worksheet {
     Choice cbo_Zoom{*this, "cbo_Zoom", "Size of the page on the screen"};
     PushButton cmd_Previous{*this, "cmd_Previous", "P&revious", "The page before"};
     Label pnl_Status{*this, "pnl_Status"};
-    PushButton cmd_Next{*this, "cmd_Next", "&Next", "The page after"};
+    PushButton cmd_Next{*this, "cmd_Next", "Ne&xt", "The page after"};
     Label pnl_Message{*this, "pnl_Message", "Please wait while the export is in-progress."};
     PictureArea vs_Print{*this, "vs_Print", "", ""};
 

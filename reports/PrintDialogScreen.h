@@ -46,6 +46,7 @@ class PrintDialogScreen final : public Worksheet {
     TextBox Txt_TMargin{*this, "Txt_TMargin", "Top margin of the page"};
     Label Lbl_TUnits{*this, "Lbl_TUnits"};
     PushButton cmd_Print{*this, "cmd_Print", "Print", "Print the chosen reports"};
+    PushButton cmd_Close{*this, "cmd_Close", "Close", "Leave without printing"};
 
     PrintDialogScreen(Session& session, ReportDesk& desk);
 

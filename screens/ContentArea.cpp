@@ -1,7 +1,6 @@
 #include "screens/ContentArea.h"
 
 #include "screens/DesktopFit.h"
-#include "screens/Widgets.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -33,7 +32,7 @@ int ContentArea::barWidth() const {
 }
 
 QSize ContentArea::sizeHint() const {
-    return widget()->sizeHint().expandedTo(widget()->minimumSize()).expandedTo(preferredSize(widget()));
+    return widget()->sizeHint().expandedTo(widget()->minimumSize());
 }
 
 QSize ContentArea::minimumSizeHint() const {

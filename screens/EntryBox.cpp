@@ -24,6 +24,14 @@ bool goesOn(Qt::FocusReason reason) {
 
 } // namespace
 
+EntryBox::EntryBox() {
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (isModified()) return;
+        settled_ = text;
+        before_.reset();
+    });
+}
+
 void EntryBox::setLocked(bool locked) {
     if (isReadOnly() != locked) setReadOnly(locked);
     setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
@@ -61,6 +69,27 @@ void EntryBox::setFaded(bool faded) {
     if (faded == faded_) return;
     faded_ = faded;
     paintGround();
+}
+
+void EntryBox::settle(const QString& before) {
+    settled_ = text();
+    before_ = before;
+}
+
+bool EntryBox::canUndo() const {
+    return !isReadOnly() && (isUndoAvailable() || before_);
+}
+
+void EntryBox::undoEntry() {
+    if (!canUndo()) return;
+    if (before_ && !isModified()) {
+        setText(*before_);
+        emit textEdited(text());
+    } else {
+        undo();
+        setText(QString(text())); // the rest of its history goes
+    }
+    setModified(true);
 }
 
 void EntryBox::setRoom(int characters) {
@@ -136,6 +165,10 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
     if (!isReadOnly() || typing) emit keyPressed();
     if (tellsReturn_ && isReturn) {
         emit returned();
+        return;
+    }
+    if (event->matches(QKeySequence::Undo) && !isUndoAvailable()) {
+        undoEntry();
         return;
     }
     // Return commits as leaving does and goes on to the next box.

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QLineEdit>
 #include <QPalette>
+#include <optional>
 
 namespace metrisk {
 
@@ -11,7 +12,7 @@ class EntryBox final : public QLineEdit {
     Q_OBJECT
 
   public:
-    using QLineEdit::QLineEdit;
+    EntryBox();
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
@@ -27,6 +28,14 @@ class EntryBox final : public QLineEdit {
     void setRoom(int characters);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// The text before the entry that is being typed, or since it was committed.
+    const QString& settledText() const { return settled_; }
+    /// The entry is committed, and perhaps written anew. Undoing puts that text back.
+    void settle(const QString& before);
+    bool canUndo() const;
+    /// Takes back what was typed last, or the entry that was committed last; it counts as typed then, and
+    /// there is nothing more to undo.
+    void undoEntry();
     /// A sign at its end that there is something to know about the figure.
     void setMarked(bool marked);
     /// In the colour of disabled texts, though it takes entries.
@@ -60,6 +69,8 @@ class EntryBox final : public QLineEdit {
     int room_ = 11;
     QAction* mark_ = nullptr;
     bool faded_ = false;
+    QString settled_;
+    std::optional<QString> before_; // the entry that was committed last
 };
 
 } // namespace metrisk

@@ -7,13 +7,17 @@
 #include "screens/Widgets.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QButtonGroup>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QSlider>
 #include <QTextBrowser>
+#include <QToolTip>
 #include <QUrl>
 
 namespace metrisk {
@@ -238,11 +242,16 @@ bool ScreenBinder::leave(TextBox& box, EntryBox& widget) {
     // the texts in the boxes may be those of a record that is gone.
     if (acting_ > 0) return true;
     FieldResult result;
+    const QString before = widget.settledText();
+    const bool typed = widget.isModified();
     act([&] {
         result = model_.leave(box, widget.text().toStdString());
         widget.setModified(false);
     });
-    if (!result.stay) return true;
+    if (!result.stay) {
+        if (typed) widget.settle(before);
+        return true;
+    }
     widget.setText(qt(result.text));
     stayIn(box, widget);
     return false;
@@ -315,6 +324,14 @@ QLineEdit* ScreenBinder::activeBox() const {
 }
 
 bool ScreenBinder::eventFilter(QObject* watched, QEvent* event) {
+    if (auto* bar = qobject_cast<QMenuBar*>(watched)) {
+        if (event->type() != QEvent::ToolTip) return false;
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const MenuItem* item = nullptr;
+        if (const QAction* action = bar->actionAt(help->pos())) item = itemOf(action->objectName());
+        QToolTip::showText(help->globalPos(), item ? plainTip(qt(item->toolTip)) : QString(), bar);
+        return true;
+    }
     // Return presses the button that has the focus, in a window as in a dialogue.
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();

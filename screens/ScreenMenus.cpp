@@ -2,6 +2,7 @@
 #include "screens/ScreenBinder.h"
 
 #include "screens/CellTable.h"
+#include "screens/EntryBox.h"
 #include "screens/Widgets.h"
 
 #include <QAbstractButton>
@@ -18,6 +19,7 @@
 namespace metrisk {
 
 void ScreenBinder::buildMenus(QMenuBar& bar) {
+    bar.installEventFilter(this);
     // A letter of the menu bar must act at the first press: a button of the same letter keeps its line alone.
     for (auto* button : window_.findChildren<QAbstractButton*>())
         for (const MenuItem& item : model_.menus)
@@ -100,6 +102,7 @@ QAction* ScreenBinder::makeAction(const MenuItem& item) {
     const QString name = item.control;
     action->setObjectName(name);
     action->setEnabled(item.enabled());
+    action->setToolTip(plainTip(qt(item.toolTip)));
     action->setShortcut(QKeySequence(item.shortcut, QKeySequence::PortableText));
     // The boxes have the editing keys already; a second owner would make them ambiguous.
     if (item.editing != Editing::None) action->setShortcutContext(Qt::WidgetShortcut);
@@ -164,14 +167,12 @@ void ScreenBinder::edit(Editing what) {
     QLineEdit* box = activeBox();
     if (!box) return;
     switch (what) {
-    case Editing::Undo: {
-        // Not an undo of the record: the box's own last edit, and its undo buffer is empty then.
-        box->undo();
-        const QString text = box->text();
-        box->setText(text);
-        box->setModified(true);
+    case Editing::Undo: // not of the record
+        if (auto* entry = qobject_cast<EntryBox*>(box))
+            entry->undoEntry();
+        else
+            box->undo();
         return;
-    }
     case Editing::Cut: box->cut(); return;
     case Editing::Copy: box->copy(); return;
     case Editing::Paste: box->paste(); return;
@@ -189,7 +190,10 @@ void ScreenBinder::showEditState() {
     if (qobject_cast<CellTable*>(window_.focusWidget())) return; // of a table everything but Undo
     const auto can = [&](Editing what) {
         switch (what) {
-        case Editing::Undo: return typed && box->isUndoAvailable();
+        case Editing::Undo: {
+            const auto* entry = qobject_cast<const EntryBox*>(box);
+            return entry ? entry->canUndo() : typed && box->isUndoAvailable();
+        }
         case Editing::Cut: return typed && box->hasSelectedText();
         case Editing::Copy: return box && box->hasSelectedText();
         case Editing::Paste: return typed && clipboard && clipboard->hasText();

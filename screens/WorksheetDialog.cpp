@@ -99,6 +99,10 @@ void WorksheetDialog::standOver(QWidget* parent, Qt::WindowModality modality) {
     show();
 }
 
+QSize WorksheetDialog::sizeHint() const {
+    return QDialog::sizeHint().expandedTo(preferredSize(area_->widget()));
+}
+
 void WorksheetDialog::reject() {
     binder_->close(Way::Cancel);
 }

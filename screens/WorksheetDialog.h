@@ -26,6 +26,8 @@ class WorksheetDialog final : public QDialog {
     /// Becomes a screen of that parent, in its place on the desktop.
     void standOver(QWidget* parent, Qt::WindowModality modality);
 
+    QSize sizeHint() const override;
+
     /// The close box and Escape: Cancel.
     void reject() override;
 

@@ -1,6 +1,7 @@
 #include "reports/screens/Layouts.h"
 #include "screens/Widgets.h"
 
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -22,8 +23,8 @@ QWidget* layoutPrintDialog(const WidgetMaker& w) {
     QGroupBox* font = group("Font", {w("Combo1"), w("PrintSample"), w("Chk_FontDefault")});
     QGroupBox* margins = group("Margins", rows({{"Left", w("Txt_LMargin"), w("Lbl_LUnits")},
                                                 {"Top", w("Txt_TMargin"), w("Lbl_TUnits")}}));
-    return down(
-        {across({down({reports, font}), parameters, down({errors, margins})}), foot({w("cmd_Print")})});
+    return down({across({down({reports, font}), parameters, down({errors, margins})}),
+                 foot({w("cmd_Print"), w("cmd_Close")})});
 }
 
 QWidget* layoutReportOptions(const WidgetMaker& w) {
@@ -48,11 +49,13 @@ QWidget* layoutPreview(const WidgetMaker& w) {
     scroll->setWidget(page);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setMinimumSize(640, 560);
+    scroll->setMinimumSize(300, 200);
     QWidget* bar =
         across({w("cbo_Zoom"), w("cmd_Previous"), w("pnl_Status"), w("cmd_Next"), w("pnl_Message")});
     QWidget* content = down({bar, scroll});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(1, 1);
+    // The width of a page, and something of the screens behind it.
+    prefer(content, QSize(900, 680).boundedTo(content->screen()->availableSize() - QSize(24, 24)));
     return content;
 }
 

@@ -77,7 +77,7 @@ class GuardbandScreen final : public Worksheet {
     Choice FRRiskUnitsBox{*this, "FRRiskUnitsBox", "Units of the false reject risk"};
     Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     Label Lbl_ExactSolve{*this, "Lbl_ExactSolve"};
-    PushButton cmd_UseExact{*this, "cmd_UseExact", "Use T&his",
+    PushButton cmd_UseExact{*this, "cmd_UseExact", "Use This",
                             "Enter the guardband that meets the target by exact integration"};
     PushButton CmdCompute{*this, "CmdCompute", "Comp&ute Risks", "Compute the risks of these guardbands"};
     Label Lbl_EqAccRat{*this, "Lbl_EqAccRat", "Equivalent Accuracy Ratio:"};

@@ -37,7 +37,7 @@ class RiskMapScreen final : public Worksheet {
     Slider sld_MTEPct{*this, "sld_MTEPct", "% in-tolerance of the measuring parameter"};
     Label Lbl_Multiplier{*this, "Lbl_Multiplier"};
     Slider sld_Multiplier{*this, "sld_Multiplier", "Multiplier of the guardbands"};
-    PushButton cmd_Present{*this, "cmd_Present", "&Present Analysis", "Put all sliders back to the analysis"};
+    PushButton cmd_Present{*this, "cmd_Present", "Pr&esent Analysis", "Put all sliders back to the analysis"};
 
     /// Both parameters have been fitted.
     explicit RiskMapScreen(Session& session);

@@ -152,7 +152,7 @@ TEST(Preview, FailuresAreToldAndLeaveNoFile) {
         at.ui.expectBox("Save File", "The file " + target + " cannot be written.");
         choose(preview, "mnu_Export");
         at.programs.failure = "No program is known";
-        at.ui.expectBox("Save File", "No program is known");
+        at.ui.expectBox("Save File", "The file " + at.path("y.doc") + " was written.\nNo program is known");
         choose(preview, "mnu_Export");
     });
     EXPECT_FALSE(std::filesystem::exists(at.path("missing")));
@@ -170,9 +170,9 @@ TEST(Preview, TurnsAndEnlargesPages) {
         EXPECT_EQ(textOf(preview, "pnl_Status"), "Page 2 of 2");
         EXPECT_FALSE(control<Control>(preview, "cmd_Next").enabled);
         auto& page = control<PictureArea>(preview, "vs_Print");
-        EXPECT_EQ(page.leastWidth, 0);
+        EXPECT_EQ(page.leastWidth, 816) << "as it is on paper";
         choose(preview, "mnu_Page_Larger");
-        EXPECT_EQ(page.leastWidth, 408);
+        EXPECT_EQ(page.leastWidth, 1224);
     });
 }
 

@@ -217,6 +217,15 @@ class EntryTest final : public QObject {
         QVERIFY2(d.text("ModeBox") != "20.00", qPrintable(d.text("ModeBox")));
         d.enter("ModeBox", "30.00");
         QCOMPARE(d.record.SU_Mode, 30.0);
+        // Once it is committed and has got its picture, the text before it comes back, the record by leaving.
+        d.type("UpperLimitBox", ".25");
+        d.click("optOffsets_1");
+        QCOMPARE(d.text("UpperLimitBox"), QString("0.25"));
+        d.choose("mnu_Edit_Undo");
+        QCOMPARE(d.text("UpperLimitBox"), QString("0.50"));
+        QCOMPARE(d.record.SU_UpperOffset, 0.25);
+        QTest::keyClick(d.control("UpperLimitBox"), Qt::Key_Tab);
+        QCOMPARE(d.record.SU_UpperOffset, 0.5);
     }
 
     void editMenuWorksOnTheActiveBox() {

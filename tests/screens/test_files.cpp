@@ -80,7 +80,8 @@ class FileTest final : public QObject {
                                   << "one.mrk";
         QTest::newRow("summary") << none << "mnu_FileSaveSummary" << none << "one.sum" << none << "one.sum";
         QTest::newRow("report") << QStringList{"mnu_Preview", "Print_SS"} << "mnu_Export" << none << "one.doc"
-                                << QStringList{"Save File", "no programs", "OK"} << "one.doc";
+                                << QStringList{"Save File", "The file %1 was written.\nno programs", "OK"}
+                                << "one.doc";
         QTest::newRow("units") << units << "mnu_SaveDatabase" << none << "" << none << "typed.mdb";
         QTest::newRow("new units") << units << "mnu_NewDatabase"
                                    << QStringList{"Close Database?",
@@ -118,7 +119,8 @@ class FileTest final : public QObject {
                 if (name.isEmpty()) proposed->setText(d.path("typed"));
                 QTest::keyClick(proposed, Qt::Key_Return);
             });
-            if (!after.isEmpty()) d.boxes.expectBox(after[0], after[1], after[2]);
+            if (!after.isEmpty())
+                d.boxes.expectBox(after[0], QString(after[1]).replace("%1", d.path("one.doc")), after[2]);
         };
         if (screen.isEmpty()) {
             expectDialog(d.window.get());
