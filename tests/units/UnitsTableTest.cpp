@@ -117,8 +117,10 @@ TEST(SampleUnits, HaveTheirDefinedSizes) {
         bool hasPpm = false;
         for (const MeasurementUnit& unit : area.units) {
             hasPpm |= unit.symbol == "ppm";
-            if (!unit.group.empty() || unit.multiplier != 1) continue; // beside °C stands K, of differences
-            EXPECT_EQ(primary, "") << area.name << " has two primary units";
+            if (unit.symbol == "ppm" || unit.multiplier != 1) continue;
+            // The last one is the default choice: kelvins, of differences, stand before degrees Celsius.
+            EXPECT_TRUE(primary.empty() || (primary == "K" && unit.symbol == "\u00b0C"))
+                << area.name << " has two primary units";
             primary = unit.symbol;
         }
         EXPECT_NE(primary, "") << area.name;
