@@ -64,9 +64,7 @@ struct Options {
 };
 
 std::string asCsv(const RiskGrid& grid, const MapRequest& request) {
-    const auto number = [](float value) {
-        return std::isnan(value) ? std::string() : exactNumber(static_cast<double>(value));
-    };
+    const auto number = [](double value) { return std::isnan(value) ? std::string() : exactNumber(value); };
     std::string lines = "x,y,FalseAccept,FalseReject\n";
     for (std::size_t row = 0; row < grid.rows; ++row) {
         const std::string y = exactNumber(request.y.at(row, grid.rows));
@@ -119,7 +117,7 @@ Json asJson(const AnalysisRun& run, const Options& options, const char* status, 
         for (std::size_t row = 0; row < options.rows; ++row) {
             Json one = Json::array();
             for (std::size_t column = 0; column < options.columns; ++column)
-                one.push_back(static_cast<double>(risks[row * options.columns + column]));
+                one.push_back(risks[row * options.columns + column]);
             all.push_back(one);
         }
         return all;

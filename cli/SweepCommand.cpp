@@ -12,7 +12,8 @@
 #include "risk/sweeps/RiskChart.h"
 
 #include <algorithm>
-#include <cmath>
+#include <memory>
+#include <optional>
 
 namespace metrisk::cli {
 
@@ -73,56 +74,100 @@ std::string takeRange(Options& options) {
     return {};
 }
 
+/// A value with both figures of its risks.
+struct Row {
+    double x;
+    std::optional<Risks> published; // none where it is lost in rounding
+    Risks exact;
+};
+
 struct Result {
-    std::vector<SweepPoint> points;
+    std::vector<Row> rows;
     std::size_t skipped = 0; // before the first of them
     bool ended = false;      // before the range did
-    bool complete() const { return points.size() >= 2 && skipped == 0 && !ended; }
+    bool complete() const { return rows.size() >= 2 && skipped == 0 && !ended; }
 };
 
 Result sweep(const RiskSweep& risks, const Options& options) {
-    const auto computed = risks.over(options.range());
+    const auto published = risks.over(options.range(), SweepFigure::Published);
+    const auto exact = risks.over(options.range(), SweepFigure::Exact);
     SweepCourse course(risks);
     Result result;
-    for (std::size_t i = 0; i < computed.size() && !result.ended; ++i)
-        result.ended = !course.add(options.range().at(i), computed[i]);
-    result.points = course.points();
+    for (std::size_t i = 0; i < exact.size() && !result.ended; ++i) {
+        result.ended = !course.add(options.range().at(i), exact[i]);
+        if (!exact[i] || result.ended) continue;
+        const auto& told = published[i];
+        result.rows.push_back(
+            {exact[i]->x, told ? std::optional(told->risks) : std::nullopt, exact[i]->risks});
+    }
     result.skipped = course.skipped();
     return result;
+}
+
+/// Where the exact risk is least and greatest.
+struct Extreme {
+    const char* word; // "Least"
+    const char* risk;
+    double Risks::*member;
+    const Row* row;
+};
+
+std::vector<Extreme> extremesOf(const Result& result) {
+    std::vector<Extreme> all;
+    const auto add = [&](const char* risk, double Risks::*member) {
+        const auto [least, greatest] =
+            std::ranges::minmax_element(result.rows, {}, [&](const Row& row) { return row.exact.*member; });
+        all.push_back({"Least", risk, member, &*least});
+        all.push_back({"Greatest", risk, member, &*greatest});
+    };
+    if (result.rows.empty()) return all;
+    add("FalseAccept", &Risks::falseAccept);
+    add("FalseReject", &Risks::falseReject);
+    return all;
 }
 
 void tellCourse(AnalysisRun& run, const Result& result) {
     const auto number = [](double value) { return GeneralText(value, {}); };
     if (result.complete()) return;
-    if (result.points.size() < 2) {
+    if (result.rows.size() < 2) {
         tell(run.ui, tooFew);
         return;
     }
-    if (result.skipped > 0) run.ui.note("no risks below " + number(result.points.front().x));
-    if (result.ended)
-        run.ui.note("the sweep ended at " + number(result.points.back().x) + ": no risks beyond");
+    if (result.skipped > 0) run.ui.note("no risks below " + number(result.rows.front().x));
+    if (result.ended) run.ui.note("the sweep ended at " + number(result.rows.back().x) + ": no risks beyond");
 }
 
 std::string asJson(const Options& options, const AnalysisRun& run, const Result& result, const char* status) {
     Json points = Json::array();
-    for (const SweepPoint& point : result.points)
-        points.push_back({{"x", point.x},
-                          {"FalseAccept", point.risks.falseAccept},
-                          {"FalseReject", point.risks.falseReject}});
+    for (const Row& row : result.rows) {
+        const Risks published = row.published.value_or(Risks{noFigure, noFigure});
+        points.push_back({{"x", row.x},
+                          {"FalseAccept", published.falseAccept},
+                          {"FalseReject", published.falseReject},
+                          {"ExactFalseAccept", row.exact.falseAccept},
+                          {"ExactFalseReject", row.exact.falseReject}});
+    }
     Json object = run.result(options.file, status);
     object["over"] = options.over;
     object["FalseAcceptOption"] = run.record.FalseAcceptOption;
     object["skipped"] = result.skipped;
     object["ended"] = result.ended;
     object["points"] = points;
+    for (const auto& [word, risk, member, row] : extremesOf(result))
+        object[std::string(word) + "Exact" + risk] = Json{{"x", row->x}, {"risk", row->exact.*member}};
     return jsonLine(object);
 }
 
 std::string asCsv(const Result& result) {
-    std::string lines = "x,FalseAccept,FalseReject\n";
-    for (const SweepPoint& point : result.points)
-        lines += exactNumber(point.x) + "," + exactNumber(point.risks.falseAccept) + "," +
-                 exactNumber(point.risks.falseReject) + "\n";
+    std::string lines = "x,FalseAccept,FalseReject,ExactFalseAccept,ExactFalseReject\n";
+    for (const Row& row : result.rows) {
+        const auto published = [&](double Risks::*member) {
+            return row.published ? exactNumber((*row.published).*member) : "";
+        };
+        lines += exactNumber(row.x) + "," + published(&Risks::falseAccept) + "," +
+                 published(&Risks::falseReject) + "," + exactNumber(row.exact.falseAccept) + "," +
+                 exactNumber(row.exact.falseReject) + "\n";
+    }
     return lines;
 }
 
@@ -133,18 +178,29 @@ std::string asTable(const Options& options, const AnalysisRun& run, const Result
     const auto column = [](std::string text, std::size_t width) {
         return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
     };
-    table += column("x", 14) + column("false accept", 16) + column("false reject", 16) + "\n";
-    for (const SweepPoint& point : result.points)
-        table += column(GeneralText(point.x, {}, 8), 14) +
-                 column(riskCell(point.risks.falseAccept, baselinePicture), 16) +
-                 column(riskCell(point.risks.falseReject, baselinePicture), 16) + "\n";
+    const auto cells = [&](const Risks& risks) {
+        return column(riskCell(risks.falseAccept, baselinePicture), 16) +
+               column(riskCell(risks.falseReject, baselinePicture), 16);
+    };
+    const auto value = [](double x) { return GeneralText(x, {}, 8); };
+    table += column("x", 14) + column("false accept", 16) + column("false reject", 16) +
+             column("exact accept", 16) + column("exact reject", 16) + "\n";
+    for (const Row& row : result.rows)
+        table += column(value(row.x), 14) + cells(row.published.value_or(Risks{noFigure, noFigure})) +
+                 cells(row.exact) + "\n";
+    for (const auto& [word, risk, member, row] : extremesOf(result)) {
+        const bool accept = member == &Risks::falseAccept;
+        const std::string label = std::string(word) + (accept ? " false accept risk" : " false reject risk");
+        table +=
+            tableRow(label.c_str(), riskCell(row->exact.*member, baselinePicture) + " at " + value(row->x));
+    }
     return table + "\n";
 }
 
 Chart chartOf(const Options& options, const AnalysisRun& run, const Result& result, const SweepWords& words) {
     std::vector<RiskPoint> points;
-    for (const SweepPoint& point : result.points)
-        points.push_back({point.x, point.risks.falseAccept * 100, point.risks.falseReject * 100});
+    for (const Row& row : result.rows)
+        points.push_back({row.x, row.exact.falseAccept * 100, row.exact.falseReject * 100});
     const int decimals = std::max(DecimalsOfValue(options.from, 0), DecimalsOfValue(options.to, 0));
     return riskChart(points, words,
                      {.shown = ShownRisks::Both,
@@ -178,19 +234,19 @@ int run(const Options& options) {
         if (swept == Swept::BaselineRatio || fitBoth(run)) {
             result = sweep(sweepOf(run, swept), options);
             tellCourse(run, result);
-            if (result.points.size() >= 2) status = result.complete() ? "computed" : "incomplete";
+            if (result.rows.size() >= 2) status = result.complete() ? "computed" : "incomplete";
             if (result.complete()) output.status = allDone;
         }
     }
     const SweepWords words = wordsOf(swept, run.record.MTE_EntryByUncertainty);
-    if (!options.picture.path.empty() && result.points.size() >= 2 &&
+    if (!options.picture.path.empty() && result.rows.size() >= 2 &&
         !draw(options, run, result, words, output))
         output.status = refused;
     if (options.json)
         output.results = asJson(options, run, result, status);
-    else if (options.csv && !result.points.empty())
+    else if (options.csv && !result.rows.empty())
         output.results = asCsv(result);
-    else if (!options.csv && options.picture.path.empty() && !result.points.empty())
+    else if (!options.csv && options.picture.path.empty() && !result.rows.empty())
         output.results = asTable(options, run, result, words);
     output.diagnostics = run.diagnostics(options.file);
     return finish(output);

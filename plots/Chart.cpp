@@ -105,6 +105,7 @@ class Drawer {
         for (const ChartMark& mark : series.marks) {
             const Point at = place(series, mark.at);
             surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize, series.colour);
+            if (mark.name.empty()) continue;
             const double width = surface_.TextWidth(mark.name);
             const double line = -surface_.TextHeight();
             const double x =
@@ -196,7 +197,11 @@ std::string inWords(const Chart& chart, const Regional& regional) {
     std::string text = chart.title + ". " + span(chart.x) + "; " + span(chart.left);
     if (chart.right) text += "; " + span(*chart.right);
     for (const Series& each : chart.series)
-        for (const ChartMark& mark : each.marks) text += "; " + mark.name;
+        for (const ChartMark& mark : each.marks)
+            text += "; " + (mark.name.empty()
+                                ? each.name + " at " +
+                                      FormatNumber(mark.at.x, PictureForDecimals(chart.x.decimals), regional)
+                                : mark.name);
     return text;
 }
 

@@ -31,7 +31,7 @@ void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Re
 /// In bold above the square, in two lines if it is too long: the second begins with its last parenthesis.
 void DrawTitle(DrawingSurface& surface, const std::string& title, double room);
 
-/// A point that stands out, and what it is called.
+/// A point that stands out, and what it is called, if by a name of its own.
 struct ChartMark {
     Point at;
     std::string name;

@@ -119,6 +119,7 @@ class GuardPlot final : public Worksheet {
     void showOnAxis(bool sigma);
     RiskPoint pointOf(const SweepPoint& point) const;
     std::vector<RiskPoint> storedPoints() const;
+    void markParted(std::vector<RiskPoint>& points) const;
     void startSmooth();
     void draw();
     void copyData();

@@ -1,10 +1,12 @@
 // What GuardPlot computes and draws.
 #include "risk/sweeps/GuardPlot.h"
 
+#include "model/DisplayRule.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
+#include "risk/exact/Verified.h"
 
 #include <algorithm>
 #include <cmath>
@@ -128,7 +130,8 @@ void GuardPlot::showOnAxis(bool sigma) {
     showSigma_ = sigma;
     if (!current_) return;
     std::vector<SweepPoint> points;
-    for (const auto& point : RiskSweep(session_.record, session_.regional, swept_, options()).over(drawn_))
+    for (const auto& point : RiskSweep(session_.record, session_.regional, swept_, options())
+                                 .over(drawn_, SweepFigure::Published))
         if (point) points.push_back(*point);
     store(points);
 }
@@ -147,6 +150,22 @@ std::vector<RiskPoint> GuardPlot::storedPoints() const {
     return points;
 }
 
+/// Where the exact figure shows other digits, as the window marks such a risk elsewhere.
+void GuardPlot::markParted(std::vector<RiskPoint>& points) const {
+    if (!current_ || points.size() != drawn_.points) return;
+    const auto parts = [this](double percent, double exact) {
+        const VerifiedFigure figure{percent / 100, {exact, 0}};
+        return !exactRemark(figure, baselinePicture, session_.regional).empty();
+    };
+    const RiskSweep risks(session_.record, session_.regional, swept_, options());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto exact = risks.at(drawn_.at(i), SweepFigure::Exact);
+        if (!exact) continue;
+        points[i].acceptParts = parts(points[i].falseAccept, exact->risks.falseAccept);
+        points[i].rejectParts = parts(points[i].falseReject, exact->risks.falseReject);
+    }
+}
+
 /// The points between the ends of the plot, as many as there are pixels.
 void GuardPlot::startSmooth() {
     if (!smooth_ || !current_ || drawn_.points < 2) {
@@ -158,7 +177,7 @@ void GuardPlot::startSmooth() {
     const double factor = drawnSigma_ ? subjectUnits(session_.record).factor : 0;
     const SweepRange range{drawn_.from, drawn_.to, pixels_};
     background_.start([this, risks, factor, range](const std::stop_token& stop) -> Background::Delivery {
-        const auto computed = risks.over(range, stop);
+        const auto computed = risks.over(range, SweepFigure::Exact, stop);
         std::vector<RiskPoint> points;
         points.reserve(computed.size());
         for (const auto& point : computed)
@@ -177,7 +196,10 @@ void GuardPlot::draw() {
     const Analysis& r = session_.record;
     const bool extremes = !curve_.empty();
     std::vector<RiskPoint> points = curve_;
-    if (!extremes && drawn_.points > 0) points = storedPoints();
+    if (!extremes && drawn_.points > 0) {
+        points = storedPoints();
+        markParted(points);
+    }
     const Regional& regional = session_.regional;
     const int decimals =
         std::max(CountDecimals(r.PlotLowerText, regional), CountDecimals(r.PlotUpperText, regional));

@@ -20,6 +20,8 @@ constexpr double ppmFactor = 10000;
 constexpr const char* uncertaintyPicture = "#,##0.0000";
 constexpr const char* figurePicture = "#.##0";
 
+constexpr const char* partedLegend = ", \u25a0 not the exact figure";
+
 constexpr const char* accept = "False Accept Risk ";
 constexpr const char* reject = "False Reject Risk ";
 constexpr const char* decision = "Decision Risk ";
@@ -35,11 +37,12 @@ struct Curve {
     const char* legend;
     Colour colour;
     double RiskPoint::*risk;
+    bool RiskPoint::*parts;
     double least = 0, greatest = 0; // percent
 
-    Curve(const char* itsLegend, Colour itsColour, double RiskPoint::*itsRisk,
+    Curve(const char* itsLegend, Colour itsColour, double RiskPoint::*itsRisk, bool RiskPoint::*itsParts,
           std::span<const RiskPoint> points)
-        : legend(itsLegend), colour(itsColour), risk(itsRisk) {
+        : legend(itsLegend), colour(itsColour), risk(itsRisk), parts(itsParts) {
         const auto [low, high] =
             std::minmax_element(points.begin(), points.end(),
                                 [&](const auto& a, const auto& b) { return a.*itsRisk < b.*itsRisk; });
@@ -65,6 +68,13 @@ Series seriesOf(const Curve& curve, std::span<const RiskPoint> points, Unit unit
     series.points.reserve(points.size());
     for (const RiskPoint& point : points) series.points.push_back({point.x, point.*curve.risk * unit.factor});
     return series;
+}
+
+/// Points whose shown digits are not those of the exact figure.
+void markParted(Series& series, const Curve& curve, std::span<const RiskPoint> points) {
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (points[i].*curve.parts) series.marks.push_back({series.points[i], ""});
+    if (!series.marks.empty()) series.name += partedLegend;
 }
 
 /// The first of the least and of the greatest points, if the curve is not level.
@@ -159,9 +169,9 @@ Chart riskChart(std::span<const RiskPoint> points, const SweepWords& words, cons
     chart.thick = options.thick;
     std::vector<Curve> curves;
     if (options.shown != ShownRisks::FalseReject)
-        curves.emplace_back("FA", blue, &RiskPoint::falseAccept, points);
+        curves.emplace_back("FA", blue, &RiskPoint::falseAccept, &RiskPoint::acceptParts, points);
     if (options.shown != ShownRisks::FalseAccept)
-        curves.emplace_back("FR", orange, &RiskPoint::falseReject, points);
+        curves.emplace_back("FR", orange, &RiskPoint::falseReject, &RiskPoint::rejectParts, points);
     const Curve& first = curves.front();
     const Curve& last = curves.back();
     const bool twoAxes = !(unitFor(first.greatest) == unitFor(last.greatest));
@@ -175,6 +185,7 @@ Chart riskChart(std::span<const RiskPoint> points, const SweepWords& words, cons
     for (const Curve& curve : curves) {
         const bool onRight = twoAxes && &curve == &last;
         chart.series.push_back(seriesOf(curve, points, unitFor(curve.greatest), onRight));
+        markParted(chart.series.back(), curve, points);
         if (options.extremes) markExtremes(chart.series.back(), curve, chart.x.decimals, regional);
     }
     return chart;

@@ -30,6 +30,7 @@ const char* optionTag(int falseAcceptOption);
 /// A point as it is drawn and copied: risks in percent.
 struct RiskPoint {
     double x = 0, falseAccept = 0, falseReject = 0;
+    bool acceptParts = false, rejectParts = false; // exact integration shows other digits
 };
 
 enum class ShownRisks { FalseAccept, FalseReject, Both };

@@ -11,7 +11,7 @@ namespace metrisk {
 
 namespace {
 
-constexpr float none = std::numeric_limits<float>::quiet_NaN();
+constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
 /// The values of one quantity on a map: one for each point of its axis, or a single one.
 std::vector<double> valuesOf(MapQuantity quantity, const MapRequest& request) {
@@ -58,7 +58,7 @@ std::optional<Risks> RiskMap::at(const MapPlace& place) const {
     if (!subject) return std::nullopt;
     const double k = parts_.coverageFactorAt(place[MapQuantity::MeasuringPct]);
     const double multiplier = place[MapQuantity::Multiplier];
-    return parts_.risks(*subject, mteSigma(place[MapQuantity::Ratio], k), multiplier, multiplier);
+    return parts_.exactRisks(*subject, mteSigma(place[MapQuantity::Ratio], k), multiplier, multiplier);
 }
 
 /// A fit or a coverage factor costs more than a risk: each is made once for the values of its quantity.
@@ -92,10 +92,10 @@ RiskGrid RiskMap::grid(const MapRequest& request, const std::stop_token& stop) c
             const double sigma = mteSigma(ratios[indexOf(MapQuantity::Ratio, column, row)],
                                           factors[indexOf(MapQuantity::MeasuringPct, column, row)]);
             const double multiplier = multipliers[indexOf(MapQuantity::Multiplier, column, row)];
-            const auto risks = parts_.risks(*subject, sigma, multiplier, multiplier);
+            const auto risks = parts_.exactRisks(*subject, sigma, multiplier, multiplier);
             if (!risks) continue;
-            grid.falseAccept[row * request.columns + column] = static_cast<float>(risks->falseAccept);
-            grid.falseReject[row * request.columns + column] = static_cast<float>(risks->falseReject);
+            grid.falseAccept[row * request.columns + column] = risks->falseAccept;
+            grid.falseReject[row * request.columns + column] = risks->falseReject;
         }
     };
     if (!parallelFor(request.rows, 1, computeRow, stop)) return {};

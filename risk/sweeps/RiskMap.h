@@ -49,12 +49,12 @@ struct MapRequest {
     MapPlace others; // read for the two that are on no axis
 };
 
-/// Row by row from the least y; fractions, not a number where there is no risk.
+/// Row by row from the least y; fractions by exact integration, not a number where there is no risk.
 struct RiskGrid {
     std::size_t columns = 0;
     std::size_t rows = 0;
-    std::vector<float> falseAccept{};
-    std::vector<float> falseReject{};
+    std::vector<double> falseAccept{};
+    std::vector<double> falseReject{};
 
     bool empty() const { return falseAccept.empty(); }
 };
@@ -70,7 +70,7 @@ class RiskMap {
     /// The two sides have different multipliers: the analysis stands on no map.
     bool isLopsided() const { return lopsided_; }
 
-    /// None where there are no risks.
+    /// By exact integration; none where there are no risks.
     std::optional<Risks> at(const MapPlace& place) const;
 
     /// On all cores; empty after a stop.

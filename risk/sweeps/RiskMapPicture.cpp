@@ -27,7 +27,9 @@ ContourMap riskMapPicture(const RiskGrid& grid, const MapRequest& request, Mappe
     map.y = roundAxisOver(nameOf(request.y.quantity), request.y.from, request.y.to);
     map.columns = grid.columns;
     map.rows = grid.rows;
-    map.values = accept ? grid.falseAccept : grid.falseReject;
+    const std::vector<double>& risks = accept ? grid.falseAccept : grid.falseReject;
+    map.values.reserve(risks.size());
+    for (const double value : risks) map.values.push_back(static_cast<float>(value));
     for (const double level : roundLevels(map.values)) {
         const ShownRisk shown = shownRisk(level);
         map.levels.push_back({level, GeneralText(shown.value, {}, 6) + " " + shown.units});

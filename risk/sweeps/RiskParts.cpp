@@ -6,6 +6,7 @@
 #include "risk/SubjectFit.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
 
 namespace metrisk {
@@ -82,13 +83,35 @@ std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption) {
     return risks;
 }
 
+std::optional<Risks> quietRisks(const ExactRisks& exact, int falseAcceptOption) {
+    if (!(exact.accepted.value > 0)) return std::nullopt;
+    const Risks risks{exact.falseAccept(falseAcceptOption).value, exact.falseReject().value};
+    const bool known = std::isfinite(risks.falseAccept) && std::isfinite(risks.falseReject);
+    return known ? std::optional(risks) : std::nullopt;
+}
+
+AcceptanceRange RiskParts::rangeOf(double lowerMultiplier, double upperMultiplier) const {
+    return {checked(-lowerMultiplier * subject_.SU_LowerOffset),
+            checked(upperMultiplier * subject_.SU_UpperOffset)};
+}
+
 std::optional<Risks> RiskParts::risks(const SubjectBias& subject, double mteSigma, double lowerMultiplier,
                                       double upperMultiplier) const {
     if (!(mteSigma > 0)) return std::nullopt;
     try {
-        const AcceptanceRange range{checked(-lowerMultiplier * subject_.SU_LowerOffset),
-                                    checked(upperMultiplier * subject_.SU_UpperOffset)};
-        if (const auto p = RiskModel(subject, mteSigma).at(range)) return quietRisks(*p, falseAcceptOption_);
+        const auto p = RiskModel(subject, mteSigma).at(rangeOf(lowerMultiplier, upperMultiplier));
+        if (p) return quietRisks(*p, falseAcceptOption_);
+    } catch (const RuntimeFault&) {
+    }
+    return std::nullopt;
+}
+
+std::optional<Risks> RiskParts::exactRisks(const SubjectBias& subject, double mteSigma,
+                                           double lowerMultiplier, double upperMultiplier) const {
+    if (!(mteSigma > 0)) return std::nullopt;
+    try {
+        const auto exact = metrisk::exactRisks(subject, mteSigma, rangeOf(lowerMultiplier, upperMultiplier));
+        if (exact) return quietRisks(*exact, falseAcceptOption_);
     } catch (const RuntimeFault&) {
     }
     return std::nullopt;

@@ -4,6 +4,7 @@
 #include "model/Analysis.h"
 #include "model/Regional.h"
 #include "risk/RiskModel.h"
+#include "risk/exact/ExactRisks.h"
 #include "uncertainty/CombinedUncertainty.h"
 
 #include <optional>
@@ -35,7 +36,14 @@ class RiskParts {
     std::optional<Risks> risks(const SubjectBias& subject, double mteSigma, double lowerMultiplier,
                                double upperMultiplier) const;
 
+    /// The same by exact integration: also where the published figure is lost in rounding. None without a
+    /// measuring sigma, and where nothing is accepted.
+    std::optional<Risks> exactRisks(const SubjectBias& subject, double mteSigma, double lowerMultiplier,
+                                    double upperMultiplier) const;
+
   private:
+    AcceptanceRange rangeOf(double lowerMultiplier, double upperMultiplier) const;
+
     SubjectParameter subject_; // without its texts: copying it allocates nothing
     SubjectBias fitted_;
     double mteSigma_;
@@ -44,7 +52,8 @@ class RiskParts {
     int falseAcceptOption_;
 };
 
-/// The risks of these probabilities by the same rule.
+/// The risks of these probabilities, or of exact integration, by the same rules.
 std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption);
+std::optional<Risks> quietRisks(const ExactRisks& exact, int falseAcceptOption);
 
 } // namespace metrisk

@@ -38,21 +38,27 @@ RiskSweep::RiskSweep(const Analysis& r, const Regional& regional, Swept swept, c
     if (swept == Swept::BaselineRatio) baseline_ = baselineOf(options);
 }
 
-std::optional<SweepPoint> RiskSweep::at(double x) const {
-    return swept_ == Swept::BaselineRatio ? reference(x) : test(x);
+std::optional<SweepPoint> RiskSweep::at(double x, SweepFigure figure) const {
+    return swept_ == Swept::BaselineRatio ? reference(x, figure) : test(x, figure);
 }
 
-std::optional<SweepPoint> RiskSweep::reference(double ratio) const {
+std::optional<SweepPoint> RiskSweep::reference(double ratio, SweepFigure figure) const {
     if (!baseline_) return std::nullopt;
     try {
-        const auto risks = quietRisks(baseline_->at(ratio), falseAcceptOption_);
+        std::optional<Risks> risks;
+        if (figure == SweepFigure::Published) {
+            risks = quietRisks(baseline_->at(ratio), falseAcceptOption_);
+        } else if (const auto exact = exactBaseline(ratio, options_.baselineSubjectPct / 100,
+                                                    options_.baselineMeasuringPct / 100)) {
+            risks = quietRisks(*exact, falseAcceptOption_);
+        }
         return risks ? std::optional(SweepPoint{ratio, *risks, 0}) : std::nullopt;
     } catch (const RuntimeFault&) {
         return std::nullopt;
     }
 }
 
-std::optional<SweepPoint> RiskSweep::test(double x) const {
+std::optional<SweepPoint> RiskSweep::test(double x, SweepFigure figure) const {
     std::optional<SubjectBias> subject = parts_.subject();
     double sigma = parts_.mteSigma();
     double lower = lowerMult_, upper = upperMult_;
@@ -69,17 +75,19 @@ std::optional<SweepPoint> RiskSweep::test(double x) const {
     case Swept::BaselineRatio: break;
     }
     if (!subject) return std::nullopt;
-    const auto risks = parts_.risks(*subject, sigma, lower, upper);
+    const auto risks = figure == SweepFigure::Published ? parts_.risks(*subject, sigma, lower, upper)
+                                                        : parts_.exactRisks(*subject, sigma, lower, upper);
     return risks ? std::optional(SweepPoint{x, *risks, subject->sigma}) : std::nullopt;
 }
 
-std::vector<std::optional<SweepPoint>> RiskSweep::over(const SweepRange& range,
+std::vector<std::optional<SweepPoint>> RiskSweep::over(const SweepRange& range, SweepFigure figure,
                                                        const std::stop_token& stop) const {
     std::vector<std::optional<SweepPoint>> points(range.points);
     const bool done = parallelFor(
         range.points, blockPoints,
         [&](std::size_t first, std::size_t last) {
-            for (std::size_t i = first; i < last && !stop.stop_requested(); ++i) points[i] = at(range.at(i));
+            for (std::size_t i = first; i < last && !stop.stop_requested(); ++i)
+                points[i] = at(range.at(i), figure);
         },
         stop);
     if (!done) points.clear();

@@ -28,6 +28,9 @@ struct SweepOptions {
     double baselineMeasuringPct = 0;
 };
 
+/// The published figure of a risk, or the second one, by exact integration.
+enum class SweepFigure { Published, Exact };
+
 struct SweepPoint {
     double x;
     Risks risks;         // fractions, not negative
@@ -49,18 +52,20 @@ class RiskSweep {
     /// Both parameters have been fitted, except for the reference case. The record is not kept.
     RiskSweep(const Analysis& record, const Regional& regional, Swept swept, const SweepOptions& options);
 
-    /// The point at that value, to the bit what a single compute with it gives; none if there are no risks.
-    std::optional<SweepPoint> at(double x) const;
+    /// The point at that value; none if there are no risks. The published figure is to the bit what a single
+    /// compute with the value gives.
+    std::optional<SweepPoint> at(double x, SweepFigure figure = SweepFigure::Published) const;
     /// There is no such test: the subject parameter has no distribution with that % in-tolerance.
     bool lacksTest(double x) const { return swept_ == Swept::SubjectPct && !parts_.subjectAt(x); }
 
     /// All points of the range on all cores; empty after a stop.
     std::vector<std::optional<SweepPoint>> over(const SweepRange& range,
+                                                SweepFigure figure = SweepFigure::Published,
                                                 const std::stop_token& stop = {}) const;
 
   private:
-    std::optional<SweepPoint> test(double x) const;
-    std::optional<SweepPoint> reference(double ratio) const;
+    std::optional<SweepPoint> test(double x, SweepFigure figure) const;
+    std::optional<SweepPoint> reference(double ratio, SweepFigure figure) const;
 
     Swept swept_;
     RiskParts parts_;

@@ -89,7 +89,7 @@ TEST_F(Cli, SweepsAndMaps) {
     std::istringstream lines(csv.out);
     std::string heading, last;
     std::getline(lines, heading);
-    EXPECT_EQ(heading, "x,FalseAccept,FalseReject");
+    EXPECT_EQ(heading, "x,FalseAccept,FalseReject,ExactFalseAccept,ExactFalseReject");
     for (std::string line; std::getline(lines, line);) last = line;
     const json computed = single.lines().front();
     EXPECT_EQ(last.substr(0, 2), "1,");

@@ -248,6 +248,19 @@ TEST(GuardPlot, SmoothCurveHasAPointAPixel) {
     EXPECT_LT(lines(), 10u);
 }
 
+TEST(GuardPlot, MarksPointsWhoseDigitsAreNotExact) {
+    for (const double offset : {0.125, 0.0085}) {
+        Plotted t(twoSided(0.5, 0.5, 95));
+        t.record.MTE_Offset = offset;
+        FitMeasuringParameter(t.session);
+        GuardPlot s(t.session, Swept::Multiplier);
+        enterRange(s, "0.845", "1", "4");
+        press(s, "CmdPlotGraph");
+        EXPECT_EQ(textOf(s, "Graph1").find("not the exact figure") == std::string::npos, offset > 0.1)
+            << textOf(s, "Graph1");
+    }
+}
+
 TEST(GuardPlot, OpensFromTheOtherScreens) {
     Plotted t;
     t.record.GB_SymmetricK = true;

@@ -1,13 +1,16 @@
 // Sweeps and maps against single computes of the same analysis, and how they end.
 #include "risk/sweeps/RiskSweep.h"
+#include "numerics/mathlib/Normal.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
 #include "risk/Risks.h"
 #include "risk/guardband/KFactors.h"
+#include "risk/sweeps/RiskMap.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -86,6 +89,30 @@ TEST(RiskSweep, GivesToTheLastBitWhatASingleComputeGives) {
     }
 }
 
+// At a high ratio the measurement sees the true value: what is accepted is what lies within the test limits.
+TEST(RiskMap, IsExactWhereThePublishedFiguresAreLost) {
+    TestSession t;
+    enter(t.record, twoSided(1, 1, 90));
+    t.record.MTE_PctInTol = 95;
+    fit(t);
+    const auto within = [&](double limit) { return 2 * Normal(limit / t.record.SU_Sigma) - 1; };
+    const MapRequest request{
+        {MapQuantity::Ratio, 1, 100}, {MapQuantity::Multiplier, 0.5, 1.5}, 100, 101, {{4, 90, 95, 1}}};
+    const RiskGrid grid = RiskMap(t.record, {}).grid(request);
+    for (std::size_t i = 0; i < grid.falseAccept.size(); ++i) {
+        const double ratio = request.x.at(i % grid.columns, grid.columns);
+        const double multiplier = request.y.at(i / grid.columns, grid.rows);
+        SCOPED_TRACE(std::to_string(ratio) + ":1, multiplier " + std::to_string(multiplier));
+        ASSERT_GE(grid.falseAccept[i], 0);
+        ASSERT_GE(grid.falseReject[i], 0);
+        if (ratio < 90 || std::fabs(multiplier - 1) < 0.1) continue;
+        const double accept = multiplier < 1 ? 0 : 1 - within(1) / within(multiplier);
+        const double reject = multiplier < 1 ? within(1) - within(multiplier) : 0;
+        EXPECT_NEAR(grid.falseAccept[i], accept, 1e-3 * accept + 1e-12);
+        EXPECT_NEAR(grid.falseReject[i], reject, 1e-3 * reject + 1e-12);
+    }
+}
+
 TEST(RiskSweep, OfTheReferenceCaseIsItsRisks) {
     TestSession t;
     const RiskSweep sweep(t.record, {}, Swept::BaselineRatio,
@@ -94,6 +121,7 @@ TEST(RiskSweep, OfTheReferenceCaseIsItsRisks) {
         const auto single = ComputeBaselineRisks(t.session, {ratio, 0.72, 0.85});
         EXPECT_EQ(sweep.at(ratio)->risks.falseAccept, single->falseAccept);
         EXPECT_EQ(sweep.at(ratio)->risks.falseReject, single->falseReject);
+        EXPECT_NEAR(sweep.at(ratio, SweepFigure::Exact)->risks.falseAccept, single->falseAccept, 2e-5);
     }
     EXPECT_FALSE(RiskSweep(t.record, {}, Swept::BaselineRatio, {.baselineSubjectPct = 100}).at(4));
 }
