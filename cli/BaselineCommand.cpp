@@ -30,10 +30,13 @@ std::string isInTolerance(const std::string& text) {
     return !pct || (*pct > 0 && *pct < 100) ? isPercent(text) : pctRangeText;
 }
 
-Json asJson(int status, const ConsoleInteraction& ui, double falseAccept, double falseReject) {
+Json asJson(int status, const ConsoleInteraction& ui, const Risks& risks, const Verified& verified) {
     Json object = resultJson("", statusWord(status, "computed"), ui.messages());
-    object["BaselineFalseAccept"] = falseAccept;
-    object["BaselineFalseReject"] = falseReject;
+    object["BaselineFalseAccept"] = risks.falseAccept;
+    object["BaselineFalseReject"] = risks.falseReject;
+    object["Verified"] = {{"BaselineFalseAccept", figureJson(verified.baselineFalseAccept)},
+                          {"BaselineFalseReject", figureJson(verified.baselineFalseReject)}};
+    object["AgreeingDigits"] = agreeingDigits(verified);
     return object;
 }
 
@@ -48,16 +51,21 @@ int baseline(const Options& options) {
         ComputeBaselineRisks(session, {.ratio = options.ratio,
                                        .subjectInTol = options.subjectPct / 100,
                                        .measuringInTol = options.measuringPct / 100});
-    const auto [falseAccept, falseReject] = risks.value_or(Risks{noFigure, noFigure});
+    const Risks figures = risks.value_or(Risks{noFigure, noFigure});
+    const Verified verified = risks ? verifyBaseline(options.ratio, options.subjectPct / 100,
+                                                     options.measuringPct / 100, options.producer ? 1 : 0)
+                                    : Verified{};
     if (!risks) {
         output.status = refused;
         if (ui.messages().empty()) tell(ui, noBaselineRisks);
     }
     if (options.json)
-        output.results = jsonLine(asJson(output.status, ui, falseAccept, falseReject));
+        output.results = jsonLine(asJson(output.status, ui, figures, verified));
     else if (output.status == allDone)
-        output.results = "Baseline false accept risk  " + riskCell(falseAccept, baselinePicture) +
-                         "\nBaseline false reject risk  " + riskCell(falseReject, baselinePicture) + "\n";
+        output.results = "Baseline false accept risk  " + riskCell(figures.falseAccept, baselinePicture) +
+                         "\n" + exactRow(verified.baselineFalseAccept, baselinePicture) +
+                         "Baseline false reject risk  " + riskCell(figures.falseReject, baselinePicture) +
+                         "\n" + exactRow(verified.baselineFalseReject, baselinePicture);
     output.diagnostics = diagnosticLines("baseline", ui.messages());
     return finish(output);
 }

@@ -92,11 +92,6 @@ void verify(const Analysis& r, Figures& figures) {
     figures.ratioRemark = exactRatioRemark(r.EqAccRat, ratioNumber(r.EqAccRat), figures.exactRatio, {});
 }
 
-Json figureJson(const std::optional<VerifiedFigure>& figure) {
-    if (!figure) return {};
-    return {{"value", figure->exact.value}, {"bound", figure->exact.bound}};
-}
-
 Json verifiedJson(const Figures& figures) {
     const Verified& v = figures.verified;
     return {{"FalseAccept", figureJson(v.falseAccept)},
@@ -160,26 +155,22 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
                forResults(withUnits(GeneralText(value, regional), r.NominalUnits));
     };
     const Verified& v = figures.verified;
-    const auto remark = [&](const std::optional<VerifiedFigure>& figure, RiskPicture picture) {
-        const std::string text = exactRemark(figure, picture, regional);
-        return text.empty() ? "" : tableRow("", text);
-    };
     if (status == allDone) {
         const bool ratioFound = r.ComputeEqRatio && r.EqAccRat > 0;
         table += tableRow("Subject parameter", sigma(r.SU_Distribution, r.SU_Sigma));
         table += tableRow("Measuring parameter", sigma("Normal", r.MTE_Sigma));
         table += tableRow("False accept option", r.FalseAcceptOption == 1 ? "Producer" : "Consumer");
         table += tableRow("False accept risk", riskCell(figures.falseAccept, riskPicture)) +
-                 remark(v.falseAccept, riskPicture);
+                 exactRow(v.falseAccept, riskPicture);
         table += tableRow("False reject risk", riskCell(figures.falseReject, riskPicture)) +
-                 remark(v.falseReject, riskPicture);
+                 exactRow(v.falseReject, riskPicture);
         table += tableRow("Equivalent accuracy ratio", ratioFound ? ratioText(r, regional) : "not computed");
         if (!figures.ratioRemark.empty()) table += tableRow("", figures.ratioRemark);
     }
     table += tableRow("Baseline false accept risk", riskCell(figures.baselineFalseAccept, baselinePicture)) +
-             remark(v.baselineFalseAccept, baselinePicture);
+             exactRow(v.baselineFalseAccept, baselinePicture);
     table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture)) +
-             remark(v.baselineFalseReject, baselinePicture);
+             exactRow(v.baselineFalseReject, baselinePicture);
     return table + "\n";
 }
 

@@ -14,6 +14,16 @@ std::string riskCell(double fraction, std::string (*picture)(std::string_view un
     return std::string(withoutOuterBlanks(number)) + " " + shown.units;
 }
 
+Json figureJson(const std::optional<VerifiedFigure>& figure) {
+    if (!figure) return {};
+    return {{"value", figure->exact.value}, {"bound", figure->exact.bound}};
+}
+
+std::string exactRow(const std::optional<VerifiedFigure>& figure, RiskPicture picture) {
+    const std::string text = exactRemark(figure, picture, {});
+    return text.empty() ? "" : tableRow("", text);
+}
+
 std::string tableRow(const char* label, const std::string& value) {
     constexpr std::size_t width = 28;
     const std::size_t size = countCharacters(label);

@@ -1,9 +1,12 @@
 // How the commands print risks, and what they say where there is none.
 #pragma once
 
+#include "cli/Json.h"
 #include "model/Message.h"
+#include "risk/exact/Verified.h"
 
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +20,12 @@ inline constexpr Message noBaselineRisks{"The baseline's figures allow no risks.
 /// "1.23 %", "< 1 ppm", or "not computed" for a fraction that is no figure. `picture` is riskPicture or
 /// baselinePicture of the display rule.
 std::string riskCell(double fraction, std::string (*picture)(std::string_view units));
+
+/// {"value", "bound"} of the second figure; null without one.
+Json figureJson(const std::optional<VerifiedFigure>& figure);
+
+/// The line below a risk whose shown digits are not those of its second figure; else empty.
+std::string exactRow(const std::optional<VerifiedFigure>& figure, RiskPicture picture);
 
 /// A label and its value on one line of a table.
 std::string tableRow(const char* label, const std::string& value);

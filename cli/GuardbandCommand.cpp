@@ -8,7 +8,10 @@
 #include "model/NumberText.h"
 #include "model/Symmetry.h"
 #include "risk/ComputeSteps.h"
+#include "risk/exact/Verified.h"
 #include "risk/guardband/ComputeGuardbands.h"
+#include "risk/guardband/ExactGuardband.h"
+#include "risk/guardband/KFactors.h"
 
 #include <memory>
 #include <optional>
@@ -49,8 +52,20 @@ void takeOptions(AnalysisRun& run, const Options& options) {
     r.GB_SymmetricK = !r.GB_SymmetricMult;
 }
 
-/// The risks of the guardbands found; none if there are none.
-std::optional<Risks> solve(AnalysisRun& run, const Options& options) {
+/// What a solve has found; the guardbands themselves stand in the record.
+struct Solved {
+    Risks risks;
+    Verified verified;
+    std::optional<MissedTarget> missed; // by exact integration
+};
+
+GuardbandTarget targetOf(const Analysis& r, const std::optional<double>& risk) {
+    if (r.GB_KeyOn == 2) return {GuardbandKey::Equalize};
+    return {r.GB_KeyOn == 1 ? GuardbandKey::FalseReject : GuardbandKey::FalseAccept, risk.value_or(0)};
+}
+
+/// None if there are no such guardbands.
+std::optional<Solved> solve(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
     if (!fitBoth(run)) return std::nullopt;
     takeOptions(run, options);
@@ -71,16 +86,32 @@ std::optional<Risks> solve(AnalysisRun& run, const Options& options) {
     risks = {notNegative(risks.falseAccept), notNegative(risks.falseReject)};
     holdWorksheetRisks(r, risks);
     r.GB_RisksStale = false;
-    return risks;
+    const GuardbandForm form =
+        r.OptTwoSided && !r.GB_SymmetricMult ? GuardbandForm::KFactor : GuardbandForm::Multiplier;
+    Verified verified =
+        verifyRisks(r, risks, {-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
+    verified.baselineFalseAccept = verified.baselineFalseReject = {}; // not asked for here
+    return Solved{risks, verified,
+                  sharesNothing(r) ? std::nullopt : missedTarget(r, form, targetOf(r, risk))};
+}
+
+/// The multiplier that meets the target by exact integration, where that of the solve does not.
+std::optional<double> exactMultiplier(const Analysis& r, const Solved& solved) {
+    if (!solved.missed || !solved.missed->guardband) return std::nullopt;
+    const double exact = *solved.missed->guardband;
+    if (solved.missed->form == GuardbandForm::Multiplier) return exact;
+    return multiplierFromK(exact, r.SU_UpperOffset, r.MTE_Sigma);
 }
 
 std::string asJson(const std::string& file, const char* status, const AnalysisRun& run,
-                   const std::optional<Risks>& risks) {
+                   const std::optional<Solved>& solved) {
     const Analysis& r = run.record;
-    const auto given = [&](const auto& value) { return risks ? Json(value) : Json(); };
+    const auto given = [&](const auto& value) { return solved ? Json(value) : Json(); };
+    const Verified verified = solved ? solved->verified : Verified{};
+    const bool byK = solved && solved->missed && solved->missed->form == GuardbandForm::KFactor;
     Json object = run.result(file, status);
-    object["FalseAccept"] = risks ? risks->falseAccept : noFigure;
-    object["FalseReject"] = risks ? risks->falseReject : noFigure;
+    object["FalseAccept"] = solved ? solved->risks.falseAccept : noFigure;
+    object["FalseReject"] = solved ? solved->risks.falseReject : noFigure;
     object["GB_UpperMult"] = given(r.GB_UpperMult);
     object["GB_LowerMult"] = given(r.GB_LowerMult);
     object["GB_UpperK"] = given(r.GB_UpperK);
@@ -91,23 +122,31 @@ std::string asJson(const std::string& file, const char* status, const AnalysisRu
     object["MTE_Sigma"] = given(r.MTE_Sigma);
     object["SU_Distribution"] = given(r.SU_Distribution);
     object["FalseAcceptOption"] = given(r.FalseAcceptOption);
+    object["Verified"] = {{"FalseAccept", figureJson(verified.falseAccept)},
+                          {"FalseReject", figureJson(verified.falseReject)}};
+    object["AgreeingDigits"] = agreeingDigits(verified);
+    object["ExactMultiplier"] = solved ? exactMultiplier(r, *solved) : std::nullopt;
+    object["ExactK"] = byK ? solved->missed->guardband : std::nullopt;
     return jsonLine(object);
 }
 
 std::string asTable(const std::string& file, const char* status, const AnalysisRun& run,
-                    const std::optional<Risks>& risks) {
+                    const std::optional<Solved>& solved) {
     const Analysis& r = run.record;
     const auto number = [&](double value) { return FormatNumber(value, "0.00000000", run.session.regional); };
     std::string table = forResults(file) + "\n";
-    if (!risks) return table + tableRow("Status", status) + "\n";
+    if (!solved) return table + tableRow("Status", status) + "\n";
     if (r.OptTwoSided && !sharesNothing(r))
         table += tableRow("Symmetric", r.GB_SymmetricMult ? "multipliers" : "k-factors");
     if (!r.OptSingleLower) table += tableRow("Upper multiplier", number(r.GB_UpperMult));
     if (!r.OptSingleUpper) table += tableRow("Lower multiplier", number(r.GB_LowerMult));
     if (!r.OptSingleLower) table += tableRow("Upper k-factor", number(r.GB_UpperK));
     if (!r.OptSingleUpper) table += tableRow("Lower k-factor", number(r.GB_LowerK));
-    table += tableRow("False accept risk", riskCell(risks->falseAccept, riskPicture));
-    table += tableRow("False reject risk", riskCell(risks->falseReject, riskPicture));
+    table += tableRow("False accept risk", riskCell(solved->risks.falseAccept, riskPicture)) +
+             exactRow(solved->verified.falseAccept, riskPicture);
+    table += tableRow("False reject risk", riskCell(solved->risks.falseReject, riskPicture)) +
+             exactRow(solved->verified.falseReject, riskPicture);
+    if (solved->missed) table += tableRow("", missedTargetText(*solved->missed, run.session.regional));
     return table + "\n";
 }
 
@@ -115,14 +154,14 @@ int guardband(const Options& options) {
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
     int status = unreadable;
-    std::optional<Risks> risks;
+    std::optional<Solved> solved;
     if (run.open(options.file)) {
-        risks = solve(run, options);
-        status = risks ? allDone : refused;
-        if (risks && options.save && !saveResults(run, options.file, options.force)) status = refused;
+        solved = solve(run, options);
+        status = solved ? allDone : refused;
+        if (solved && options.save && !saveResults(run, options.file, options.force)) status = refused;
     }
-    const char* word = !risks && status == unreadable ? "unreadable" : risks ? "computed" : "refused";
-    return finish({.results = (options.json ? asJson : asTable)(options.file, word, run, risks),
+    const char* word = !solved && status == unreadable ? "unreadable" : solved ? "computed" : "refused";
+    return finish({.results = (options.json ? asJson : asTable)(options.file, word, run, solved),
                    .diagnostics = run.diagnostics(options.file),
                    .status = status});
 }

@@ -52,6 +52,35 @@ std::string unitText(const Analysis& r, const Regional& regional) {
            GeneralText(100 * inTolerance, regional) + " % in-tolerance";
 }
 
+/// The second figure of the share that was computed; fractions.
+struct Second {
+    bool ofTrue;
+    VerifiedFigure figure;
+};
+
+std::optional<Second> secondOf(const AnalysisRun& run, const Options& options) {
+    const Analysis& r = run.record;
+    const GuardbandUse use = options.equalize ? GuardbandUse::Use : guardbandUse(options, r);
+    const ObservedModel model(r, use, run.session.regional);
+    const double x = r.SU_PctInTol / 100, observed = r.Obs_PctInTol / 100;
+    if (options.truePct.empty()) {
+        const auto exact = model.exactTrueAt(observed, x);
+        if (!exact) return std::nullopt;
+        const auto seen = model.exactObservedAt(*exact);
+        return Second{true, {x, {*exact, seen ? seen->bound : 0}}};
+    }
+    const auto exact = model.exactObservedAt(x);
+    return exact ? std::optional(Second{false, {observed, *exact}}) : std::nullopt;
+}
+
+/// With four decimals, or as many more as tell a share below 100 % from it.
+std::string pctText(double pct, const Regional& regional) {
+    std::string text = FormatNumber(pct, PictureForDecimals(4), regional);
+    for (int decimals = 5; decimals <= 15 && pct < 100 && ParseValue(text, regional) >= 100; ++decimals)
+        text = FormatNumber(pct, PictureForDecimals(decimals), regional);
+    return text + " %";
+}
+
 bool convert(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
     if (!fitBoth(run)) return false;
@@ -78,6 +107,7 @@ int observed(const Options& options) {
     AnalysisRun run(workplace);
     const bool read = run.open(options.file);
     const bool done = read && convert(run, options);
+    const std::optional<Second> second = done ? secondOf(run, options) : std::nullopt;
     const Analysis& r = run.record;
     const char* word = done ? "computed" : read ? "refused" : "unreadable";
     Output output{.diagnostics = run.diagnostics(options.file),
@@ -98,17 +128,28 @@ int observed(const Options& options) {
         object["Obs_ObservingUnitOption"] = done ? Json(unit.option) : Json();
         object["Obs_Offset"] = given(unit.offset);
         object["Obs_AOP"] = given(unit.inTolerance);
+        const auto exact = [&](bool ofTrue) {
+            return second && second->ofTrue == ofTrue ? figureJson(second->figure) : Json();
+        };
+        object["Verified"] = {{"True", exact(true)}, {"Observed", exact(false)}};
+        object["AgreeingDigits"] = second ? Json(agreeingDigits(second->figure)) : Json();
         output.results = jsonLine(object);
         return finish(output);
     }
-    const auto pct = [&](double value) { return FormatNumber(value, "0.0000", run.session.regional) + " %"; };
+    const auto pct = [&](double value) { return pctText(value, run.session.regional); };
+    const auto exact = [&](bool ofTrue) -> std::string {
+        if (!second || second->ofTrue != ofTrue) return "";
+        const std::string text = pct(100 * second->figure.exact.value);
+        if (text == pct(100 * second->figure.published)) return "";
+        return tableRow("", "Exact integration gives " + text + ".");
+    };
     output.results = forResults(options.file) + "\n";
     if (!done) {
         output.results += tableRow("Status", word);
     } else {
         output.results += tableRow("Observing unit", unitText(r, run.session.regional)) +
-                          tableRow("True % in-tolerance", pct(r.SU_PctInTol)) +
-                          tableRow("Observed % in-tolerance", pct(r.Obs_PctInTol));
+                          tableRow("True % in-tolerance", pct(r.SU_PctInTol)) + exact(true) +
+                          tableRow("Observed % in-tolerance", pct(r.Obs_PctInTol)) + exact(false);
         if (options.equalize)
             output.results += tableRow("Guardband multiplier",
                                        FormatNumber(r.GB_UpperMult, "0.0000000", run.session.regional));

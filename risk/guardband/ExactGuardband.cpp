@@ -102,9 +102,11 @@ std::optional<MissedTarget> missedTarget(const Analysis& r, GuardbandForm form,
 std::string missedTargetText(const MissedTarget& missed, const Regional& regional) {
     const ShownRisk risk = shownRisk(missed.risk.value);
     const char* picture = risk.units == ppmUnits ? "##0.0" : "##0.0000";
-    std::string text = "Exact integration gives " +
-                       FormatNumber(risk.value, WidenPicture(risk.value, picture), regional) + " " +
-                       risk.units + " for these guardbands; ";
+    const bool tiny = risk.units == ppmUnits && risk.value < 1;
+    std::string text =
+        "Exact integration gives " +
+        (tiny ? "< 1" : FormatNumber(risk.value, WidenPicture(risk.value, picture), regional)) + " " +
+        risk.units + " for these guardbands; ";
     const char* form = missed.form == GuardbandForm::KFactor ? "k-factor" : "multiplier";
     if (!missed.guardband) return text + "no " + form + " meets the target.";
     return text + "a " + form + " of " + FormatNumber(*missed.guardband, "#,##0.00000000", regional) +

@@ -47,12 +47,46 @@ TEST_F(Cli, SolvesGuardbands) {
         EXPECT_EQ(run("guardband " + std::string(words) + " --symmetric k " + file).status, status) << words;
 }
 
+TEST_F(Cli, TellsWhatExactIntegrationMakesOfASolve) {
+    std::string content = fileContent(folder / good);
+    for (const auto& [old, entered] :
+         {std::pair<std::string, std::string>{"50,50.5,49.5,95", "50,50.03,49.97,95"},
+          {"\r\n.5,.5,0\r\n", "\r\n.03,.03,0\r\n"}})
+        for (std::size_t at; (at = content.find(old)) != content.npos;)
+            content.replace(at, old.size(), entered);
+    write("fine.mrk", content);
+    const json solved = json::parse(run("guardband --target-fa 100ppm --json fine.mrk").out);
+    EXPECT_NEAR(solved["FalseAccept"].get<double>(), 1e-4, 1e-7);
+    EXPECT_LT(solved["Verified"]["FalseAccept"]["value"].get<double>(), 1e-7) << "lost in rounding";
+    EXPECT_EQ(solved["AgreeingDigits"], 0);
+    const json swept = json::parse(run("sweep fine.mrk --json --over guardband --points 2 --to 1.1 --from " +
+                                       solved["ExactMultiplier"].dump())
+                                       .out);
+    EXPECT_NEAR(swept["points"][0]["ExactFalseAccept"].get<double>(), 1e-4, 1e-12);
+    EXPECT_NE(run("guardband --target-fa 100ppm fine.mrk").out.find("a multiplier of 0.98884513 meets"),
+              std::string::npos);
+    const json met = json::parse(run("guardband --target-fa 0.2% --json " + std::string(good)).out);
+    EXPECT_TRUE(met["ExactMultiplier"].is_null());
+    EXPECT_GE(met["AgreeingDigits"], 6);
+
+    EXPECT_NE(run("baseline --ratio 500 --mte 99.9 --su 95")
+                  .out.find("59 ppm\n                              Exact integration gives 58.39 ppm."),
+              std::string::npos);
+    const json baseline = json::parse(run("baseline --ratio 4 --mte 85 --su 72 --json").out);
+    EXPECT_NEAR(baseline["Verified"]["BaselineFalseAccept"]["value"].get<double>(),
+                baseline["BaselineFalseAccept"].get<double>(), 1e-9);
+}
+
 TEST_F(Cli, ConvertsTrueAndObserved) {
     const std::string file(good);
     const json observed = json::parse(run("observed --true 90 --json " + file).out);
     const std::string pct = std::to_string(observed["Obs_PctInTol"].get<double>());
     const json back = json::parse(run("observed --observed " + pct + " --json " + file).out);
     EXPECT_NEAR(back["True"].get<double>(), 0.9, 1e-6);
+    EXPECT_NEAR(observed["Verified"]["Observed"]["value"].get<double>(), observed["Observed"].get<double>(),
+                1e-8);
+    EXPECT_NEAR(back["Verified"]["True"]["value"].get<double>(), 0.9, 1e-6);
+    EXPECT_EQ(run("observed --true 99.999999999 " + file).out.find("100.0000"), std::string::npos);
     const auto refused = run("observed --observed 99.99999 --json " + file);
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(json::parse(refused.out)["messages"][0]["text"], "Unrealistic observed % in-tolerance.");
