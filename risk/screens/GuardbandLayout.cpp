@@ -26,8 +26,8 @@ QGroupBox* guardbands(const WidgetMaker& w) {
     return group("Guardbands and k-Factors",
                  rows({{w("Lbl_UpperK"), w("txt_kFactor_0"), w("Lbl_LowerK"), w("txt_kFactor_1")},
                        {{w("chk_SymmetricK"), 4}},
-                       {w("Lbl_UpperGuardband"), w("UpperGuardbandBox"), w("Lbl_LowerGuardband"),
-                        w("LowerGuardbandBox")}}));
+                       {w("Lbl_UpperGuardband"), w.box("UpperGuardbandBox", 17), w("Lbl_LowerGuardband"),
+                        w.box("LowerGuardbandBox", 17)}}));
 }
 
 QGroupBox* keyOn(const WidgetMaker& w) {
