@@ -19,7 +19,7 @@ struct MenuItem {
     const char* control; // an array control has "_" and its index behind its name
     std::string caption;
     std::function<void()> run{};
-    const char* shortcut = ""; // a key sequence in portable text
+    const char* shortcut = ""; // key sequences in portable text, parted by "; "
     std::vector<MenuItem> items{};
     std::function<std::vector<MenuItem>()> fill{}; // items made anew each time the menu opens
     Editing editing = Editing::None;

@@ -20,6 +20,7 @@ class Worksheet {
     std::string caption;
     const char* const helpPage;
     std::vector<MenuItem> menus;
+    const char* toolbarName = "toolbar";
     std::vector<ToolButton> toolbar;
 
     Worksheet(const char* screenName, std::string screenCaption, const char* page)

@@ -103,7 +103,7 @@ QAction* ScreenBinder::makeAction(const MenuItem& item) {
     action->setObjectName(name);
     action->setEnabled(item.enabled());
     action->setToolTip(plainTip(qt(item.toolTip)));
-    action->setShortcut(QKeySequence(item.shortcut, QKeySequence::PortableText));
+    action->setShortcuts(QKeySequence::listFromString(item.shortcut, QKeySequence::PortableText));
     // The boxes have the editing keys already; a second owner would make them ambiguous.
     if (item.editing != Editing::None) action->setShortcutContext(Qt::WidgetShortcut);
     connect(action, &QAction::triggered, this, [this, name] { run(name); });

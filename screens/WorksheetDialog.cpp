@@ -50,7 +50,7 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
     }
     if (!model.toolbar.empty()) {
         auto* bar = new QToolBar(this);
-        bar->setObjectName("toolbar");
+        bar->setObjectName(model.toolbarName);
         layout->insertWidget(0, bar);
         binder_->buildToolbar(*bar, model.toolbar);
     }

@@ -9,6 +9,7 @@
 #include "persistence/Notes.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
+#include "uncertainty/ErrorTable.h"
 #include "uncertainty/SampleColumn.h"
 #include "uncertainty/SamplePicture.h"
 #include "uncertainty/Samples.h"
@@ -21,6 +22,8 @@ namespace {
 
 constexpr const char* captions[] = {"", "Measuring Parameter Data Entry", "Subject Parameter Data Entry"};
 constexpr Message tooLarge{"The samples are too far apart for their statistics.", "Measured Values"};
+constexpr Question clearSource{"No samples are entered. Clear this error source?", "Measured Values",
+                               BoxButtons::YesNo, Answer::No};
 constexpr const char* gridIsFull = "The grid holds no more than 200 rows.";
 constexpr int panelDecimals = 4;
 
@@ -107,7 +110,7 @@ std::vector<MenuItem> DataEntryScreen::editItems() {
          .run = onSelection([this](const Table::Range& range) {
              if (!grid_.insertRows(range.top, range.bottom - range.top + 1)) notice_ = gridIsFull;
          }),
-         .shortcut = "Ctrl++"},
+         .shortcut = "Ctrl++; Ins"},
         {.control = "CtrlFillDown",
          .caption = "Fill Do&wn",
          .run = onSelection([this](const Table::Range& range) {
@@ -183,9 +186,19 @@ void DataEntryScreen::refresh() {
     chk_SamplingDistribution.checked = draft_.Stat_Flag2[slot_] != 0;
 }
 
+/// The error source that the samples fill bears figures.
+bool DataEntryScreen::rowHasEntries() const {
+    const Analysis& r = session_.record;
+    const ErrorTableRow row =
+        readErrorTableRow(r, slot_ == 1 ? measuringSampleRow : subjectSampleRow, session_.regional);
+    return row.uncertainty.present() || row.limit.present();
+}
+
 bool DataEntryScreen::mayClose(Way way) {
     if (way == Way::Cancel) return true;
     Analysis& r = session_.record;
+    if (grid_.values().empty() && rowHasEntries() && ask(session_.ui, clearSource) != Answer::Yes)
+        return true;
     r.Stat_Flag1[slot_] = draft_.Stat_Flag1[slot_];
     r.Stat_Flag2[slot_] = draft_.Stat_Flag2[slot_];
     r.Stat_Value5[slot_] = draft_.Stat_Value5[slot_];

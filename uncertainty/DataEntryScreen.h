@@ -48,6 +48,7 @@ class DataEntryScreen final : public Worksheet {
     /// A change of the grid whose statistics have no finite figures is taken back and told.
     template <class Change>
     void change(Change change);
+    bool rowHasEntries() const;
     void showStatistics();
     void drawPicture(double scale);
 

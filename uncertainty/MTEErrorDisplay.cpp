@@ -65,11 +65,7 @@ void MTEErrorScreen::showTotals() {
     txt_ProcessUncertainty.text = figure(totals_->process);
     MTEErrorSigmaBox.text = rows[biasRow].IncludeBox.checked ? withUnits(figure(totals_->total), units.name)
                                                              : txt_ProcessUncertainty.text;
-    if (totals_->anyProcess)
-        txt_ProcessDf.text = totals_->processFreedom == 0
-                                 ? infinitySign
-                                 : FormatNumber(totals_->processFreedom,
-                                                WidenPicture(totals_->processFreedom, "#,##0.00"), regional);
+    if (totals_->anyProcess) txt_ProcessDf.text = degFreedomText(totals_->processFreedom, regional);
     if (totals_->anyTotal) txt_TotalDegFreedom.text = degFreedomText(totals_->totalFreedom, regional);
 }
 

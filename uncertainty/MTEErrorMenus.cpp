@@ -36,6 +36,7 @@ void MTEErrorScreen::makeMenus() {
         notesItem(desk_, "Note&s"),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
+    toolbarName = "tb_Sigma";
     toolbar = {
         {"OK", "Accept Changes", "mnu_Exit_0"},
         {"cancel", "Cancel Changes", "mnu_Exit_1", true},

@@ -275,6 +275,8 @@ void GuardbandScreen::dropRisks() {
 
 FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std::string& text) {
     Analysis& r = session_.record;
+    if (!isNumeric(text, session_.regional))
+        return {true, FormatNumber(r.*side.multiplier, r.*side.multiplierPicture, session_.regional)};
     const NumberEntry entry = NumberEntry::read(text, session_.regional);
     r.*side.multiplier = entry.value;
     r.*side.multiplierPicture = PictureForDecimals(
@@ -290,6 +292,7 @@ FieldResult GuardbandScreen::leaveMultiplier(const SubjectSide& side, const std:
 
 FieldResult GuardbandScreen::leaveK(const SubjectSide& side, const std::string& text) {
     Analysis& r = session_.record;
+    if (!isNumeric(text, session_.regional)) return {true, kFactorText(r, side, session_.regional)};
     const NumberEntry entry = NumberEntry::read(text, session_.regional);
     const bool both = r.GB_SymmetricK && &side == &upperSide;
     if (!CheckKFactor(session_, entry.value, side, text) ||

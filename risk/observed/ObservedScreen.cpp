@@ -100,9 +100,10 @@ void ObservedScreen::bindFigures() {
             lastChanged_ = LastChanged::Percentage;
             markChanged();
         };
-        box.left = [&text](const std::string& typed) -> FieldResult {
-            text = typed;
-            return {false, typed};
+        box.left = [this, &box, &text](const std::string& typed) -> FieldResult {
+            const bool number = isNumeric(typed, session_.regional);
+            text = number ? typed : box.last.value_or("");
+            return {!number, text};
         };
     };
     bind(TruePctBox, trueText_, false);

@@ -115,8 +115,7 @@ FieldResult commitPctInTol(Session& session, const std::string& text) {
     Analysis& r = session.record;
     const double value = ParseValue(text, session.regional);
     if (value > 100 || value <= 0)
-        return refuseEntry(session.ui, pctMessage,
-                           FormatNumber(r.SU_PctInTol, pctEntryPicture, session.regional));
+        return refuseEntry(session.ui, pctMessage, pctEntryText(r.SU_PctInTol, session.regional));
     if (value == r.SU_PctInTol) return {false, text};
     r.SU_PctInTol = value;
     r.markChanged("SU");

@@ -33,7 +33,7 @@ bool modeEntered(const Analysis& r) {
 }
 
 std::string pctText(double pct, const Regional& regional) {
-    return pct == 0 ? "" : FormatNumber(pct, pctEntryPicture, regional);
+    return pct == 0 ? "" : pctEntryText(pct, regional);
 }
 
 /// A compute has ended for this analysis, now or before it was saved.

@@ -71,8 +71,7 @@ void showMeasuringRow(MainScreen& screen, const Session& session) {
         others ? otherParts : "Fixed part of the tolerance, or the standard uncertainty";
     screen.MTEPctOfReadingBox.toolTip =
         others ? otherParts : "Part of the tolerance in percent of the reading, or degrees of freedom";
-    screen.MTEPctInTolBox.text =
-        r.MTE_PctInTol == 0 ? "" : FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional);
+    screen.MTEPctInTolBox.text = r.MTE_PctInTol == 0 ? "" : pctEntryText(r.MTE_PctInTol, session.regional);
 }
 
 } // namespace metrisk

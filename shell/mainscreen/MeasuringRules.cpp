@@ -127,8 +127,7 @@ FieldResult commitMTEPctInTol(Session& session, const std::string& text) {
     const double value = ParseValue(text, session.regional);
     const bool tooHigh = r.MTE_EntryByUncertainty ? value > 100 : value >= 100;
     if (tooHigh || value <= 0)
-        return refuseEntry(session.ui, pctMessage,
-                           FormatNumber(r.MTE_PctInTol, pctEntryPicture, session.regional));
+        return refuseEntry(session.ui, pctMessage, pctEntryText(r.MTE_PctInTol, session.regional));
     if (value == r.MTE_PctInTol) return {false, text};
     r.MTE_PctInTol = value;
     r.markChanged();

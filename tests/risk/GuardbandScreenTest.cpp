@@ -98,6 +98,19 @@ TEST(GuardbandScreen, MultipliersAndKFactorsFollowEachOther) {
     EXPECT_EQ(w.record.GB_UpperK, 1.5);
 }
 
+TEST(GuardbandScreen, ATextThatIsNoNumberIsRefused) {
+    Guardbands w;
+    w.type("UpperMultiplierBox", "0.9");
+    for (const auto& [box, shown] :
+         {std::pair{"UpperMultiplierBox", "0.9000"}, {"txt_kFactor_0", "0.78398559"}})
+        for (const char* text : {"abc", "", "-"}) {
+            const FieldResult refused = w.type(box, text);
+            EXPECT_TRUE(refused.stay) << box << " " << text;
+            EXPECT_EQ(refused.text, shown);
+        }
+    EXPECT_EQ(w.record.GB_UpperMult, 0.9);
+}
+
 TEST(GuardbandScreen, ASingleSideLeavesTheOtherBlank) {
     Guardbands w(single(Kind::SingleUpper, 95));
     EXPECT_EQ(w.texts({"LowerTolLimitBox", "LowerMultiplierBox", "txt_kFactor_1", "LowerGuardbandBox"}),

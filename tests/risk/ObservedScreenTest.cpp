@@ -164,6 +164,16 @@ TEST(ObservedScreen, StatesTheTolerancesInUnitsThatItKnows) {
     EXPECT_EQ(o.record.Obs_Units, "V");
 }
 
+TEST(ObservedScreen, ATextThatIsNoNumberIsRefused) {
+    Observed o;
+    for (const char* text : {"abc", ""}) {
+        EXPECT_TRUE(o.type("TruePctBox", text).stay);
+        EXPECT_EQ(o.text("TruePctBox"), "95.0000");
+    }
+    EXPECT_TRUE(o.screen->close(Way::Ok));
+    EXPECT_EQ(o.record.SU_PctInTol, 95);
+}
+
 TEST(ObservedScreen, LeavingPutsBackOrTakesTheTrueFigure) {
     EXPECT_TRUE(Observed().screen->close(Way::Cancel)) << "nothing was changed, so nothing is asked";
     Observed o;

@@ -128,7 +128,7 @@ class EntryTest final : public QObject {
                      "Share of " + name + " in the squared total");
             for (const QLabel* label : budget.findChildren<QLabel*>())
                 QVERIFY(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()));
-            budget.findChild<QAction*>("toolbar_cancel")->trigger();
+            budget.findChild<QAction*>("tb_Sigma_cancel")->trigger();
         });
         d.choose("mnu_Uncertainty");
     }

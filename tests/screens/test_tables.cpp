@@ -21,7 +21,7 @@ class TableTest final : public QObject {
     void inBudget(const std::function<void(QWidget&)>& act) {
         desk_->boxes.expectScreen("MTEError", [act](QWidget& budget) {
             act(budget);
-            budget.findChild<QAction*>("toolbar_OK")->trigger();
+            budget.findChild<QAction*>("tb_Sigma_OK")->trigger();
         });
         desk_->choose("mnu_Uncertainty");
     }
@@ -95,7 +95,7 @@ class TableTest final : public QObject {
                 pairs->item(0, 2)->setText("0.5");
                 desk_->click("mnu_Exit_0", &window);
             });
-            budget.findChild<QAction*>("toolbar_correlations")->trigger();
+            budget.findChild<QAction*>("tb_Sigma_correlations")->trigger();
         });
         QCOMPARE(desk_->record.CorrelationMatrix[4][10], 0.5);
     }

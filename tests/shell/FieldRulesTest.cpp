@@ -90,6 +90,18 @@ TEST(FieldRules, KeepEntriesWithTheirDigits) {
                european());
 }
 
+TEST(FieldRules, APercentageReadsAsNoOtherThanItIs) {
+    Screen screen;
+    enter(screen.record, Entry{});
+    for (const auto& [typed, shown] :
+         {std::pair{"99.99999", "99.99999"}, {"99.99", "99.9900"}, {"0.00001", "0.00001"}}) {
+        screen.type("PctInTolBox", typed);
+        EXPECT_EQ(screen.box("PctInTolBox"), shown);
+        screen.type("MTEPctInTolBox", typed);
+        EXPECT_EQ(screen.box("MTEPctInTolBox"), shown);
+    }
+}
+
 TEST(FieldRules, RefuseAndStayWithTheEarlierValue) {
     struct Refused {
         const char *box, *typed, *title, *text, *shown;

@@ -234,6 +234,20 @@ std::string longColumn() {
     return column;
 }
 
+/// OK of a grid without samples wiped what had been typed into the row.
+TEST(Samples, NoneLeaveATypedRowUnlessAsked) {
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        Budget b;
+        b.type("UncertaintyBox_7", "1.5");
+        b.type("txt_DegreesFreedom_7", "1e300");
+        EXPECT_EQ(b.text("txt_ProcessDf"), "\u221E");
+        b.ui.expectScreen("DataEntryWorksheet", [](Worksheet& s) { s.close(Way::Ok); });
+        b.ui.expectBox("Measured Values", "No samples are entered. Clear this error source?", answer, yesNo);
+        b.press("cmd_Random_1");
+        EXPECT_EQ(b.text("UncertaintyBox_7"), answer == Answer::No ? "1.5" : "");
+    }
+}
+
 TEST(Samples, PastedTypedAndTurned) {
     Budget b;
     b.ui.expectScreen("DataEntryWorksheet", [](Worksheet& s) {

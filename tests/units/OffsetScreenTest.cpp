@@ -49,6 +49,23 @@ struct Offsets : TestSession {
     void ok() { EXPECT_TRUE(screen->close(Way::Ok)); }
 };
 
+TEST(Offsets, ReadingsInPpmTakeTolerancesInPpm) {
+    Offsets zero([](Analysis& r) { r.SU_Mode = 0; });
+    zero.units("ModeUnitsBox", "ppm");
+    zero.units("SUOffsetUnitsBox", "ppm");
+    zero.units("MTEOffsetUnitsBox", "ppm");
+    zero.ok();
+    EXPECT_EQ(zero.record.SU_ToleranceUnits, "ppm");
+    EXPECT_EQ(zero.record.SU_TolUnitsFactor, 1);
+}
+
+TEST(Offsets, PicturesAloneAreTakenOver) {
+    Offsets o;
+    o.type("SUUpperFixedBox", "0.500");
+    o.ok();
+    EXPECT_EQ(o.record.SU_UpperFixed_fmt, "#,##0.000");
+}
+
 TEST(Offsets, PartsBelongToTheToleranceThatTheyMakeUp) {
     Offsets o;
     o.type("MTEFixedBox", "0.002");

@@ -32,7 +32,9 @@ using Kept =
                &Analysis::MTE_StdUncertainty, &Analysis::MTE_DegFreedom, &Analysis::MTE_kFactor,
                &Analysis::MTE_EntryByUncertainty, &Analysis::OptTwoSided, &Analysis::OptSingleUpper,
                &Analysis::OptSingleLower, &Analysis::SymmetricTolerances, &Analysis::PhysLimitRequired,
-               &Analysis::PhysicalLimit, &Analysis::PhysicalLimitEntered>;
+               &Analysis::PhysicalLimit, &Analysis::PhysicalLimitEntered, &Analysis::SU_Mode_fmt,
+               &Analysis::SU_UpperOffset_fmt, &Analysis::SU_LowerOffset_fmt, &Analysis::SU_UpperFixed_fmt,
+               &Analysis::SU_LowerFixed_fmt, &Analysis::MTE_Offset_fmt, &Analysis::MTE_FixedOffset_fmt>;
 
 /// Parts that do not make up the tolerance, as older files may hold them, give way to it.
 void settleParts(double offset, const std::string& offsetPicture, double mode, double& fixed,

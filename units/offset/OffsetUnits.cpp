@@ -138,7 +138,8 @@ void OffsetCalc::chooseUnits(UnitsBox& box, std::string Analysis::*field, int in
     Analysis& r = desk_.record;
     const int before = box.choice.index;
     box.choice.index = index;
-    if (box.unit() == ppmUnits && r.SU_Mode == 0 && &box != &mode_) {
+    // Of a reading that is itself in ppm, ppm is no relative unit.
+    if (box.unit() == ppmUnits && r.SU_Mode == 0 && &box != &mode_ && mode_.unit() != ppmUnits) {
         tell(session_.ui, &box == &subject_ ? subjectPpm : measuringPpm);
         box.choice.index = before;
         return;
@@ -213,8 +214,9 @@ void OffsetCalc::followCoverage() {
 
 void OffsetCalc::ComputeFromUncertainty() {
     Analysis& r = desk_.record;
-    if (!r.MTE_EntryByUncertainty || !(r.MTE_kFactor > 0) || r.MTE_StdUncertainty == 0) return;
-    r.MTE_Offset = checked(r.MTE_kFactor * r.MTE_StdUncertainty);
+    if (!r.MTE_EntryByUncertainty || r.MTE_StdUncertainty == 0) return;
+    // Without a confidence there is no expanded uncertainty; the last one was of another.
+    r.MTE_Offset = !(r.MTE_kFactor > 0) ? 0 : checked(r.MTE_kFactor * r.MTE_StdUncertainty);
 }
 
 /// Quietly, for the worksheet's own display: what cannot be fitted yet shows nothing.
