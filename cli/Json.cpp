@@ -1,5 +1,7 @@
 #include "cli/Json.h"
 
+#include "cli/Steering.h"
+
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
@@ -84,15 +86,17 @@ Output refusal(const std::string& name, const std::string& text, int status, boo
 }
 
 std::string jsonLine(const Json& object) {
+    std::string text;
+    append(text, object);
+    // What JSON lets through and terminals obey.
     std::string line;
-    append(line, object);
-    // The two kinds of control characters that JSON lets through and terminals obey.
-    for (std::size_t at = 0; (at = line.find('\x7F', at)) != line.npos;) line.replace(at, 1, "\\u007f");
-    for (std::size_t at = 0; (at = line.find('\xC2', at)) != line.npos; ++at) {
-        const auto second = static_cast<unsigned char>(line[at + 1]);
-        if (second >= 0xA0) continue;
-        constexpr const char* digits = "0123456789abcdef";
-        line.replace(at, 2, std::string("\\u00") + digits[second >> 4] + digits[second & 15]);
+    for (std::size_t i = 0; i < text.size();) {
+        const auto [code, size] = steeringAt(text, i);
+        if (size > 0)
+            line += unicodeEscape(code);
+        else
+            line += text[i];
+        i += std::max<std::size_t>(size, 1);
     }
     return line + "\n";
 }

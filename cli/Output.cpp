@@ -1,5 +1,7 @@
 #include "cli/Output.h"
 
+#include "cli/Steering.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -13,14 +15,15 @@ namespace {
 
 constexpr std::size_t barWidth = 40;
 
-std::string escaped(unsigned char c) {
+std::string escaped(char32_t code) {
     constexpr const char* digits = "0123456789abcdef";
-    switch (c) {
+    switch (code) {
     case '\n': return "\\n";
     case '\r': return "\\r";
     case '\t': return "\\t";
-    default: return std::string("\\x") + digits[c >> 4] + digits[c & 15];
+    default: break;
     }
+    return code > 0xFF ? unicodeEscape(code) : std::string("\\x") + digits[code >> 4] + digits[code & 15];
 }
 
 bool isTerminal(std::FILE* stream) {
@@ -39,15 +42,13 @@ std::string faultText(const std::exception& fault) {
 
 std::string printable(std::string_view text) {
     std::string shown;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-        if (c < 0x20 || c == 0x7F)
-            shown += escaped(c);
-        else if (c == 0xC2 && next >= 0x80 && next < 0xA0)
-            shown += escaped(static_cast<unsigned char>(text[++i])); // U+0080 to U+009F
+    for (std::size_t i = 0; i < text.size();) {
+        const auto [code, size] = steeringAt(text, i);
+        if (size > 0)
+            shown += escaped(code);
         else
             shown += text[i];
+        i += std::max<std::size_t>(size, 1);
     }
     return shown;
 }

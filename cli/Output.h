@@ -25,8 +25,8 @@ struct Output {
 /// What to say of a fault that nobody expected.
 std::string faultText(const std::exception& fault);
 
-/// The text with its control characters written out ("\n", "\x1b"), so that no name or note can steer a
-/// terminal.
+/// The text with its steering characters written out ("\n", "\x1b", "\u202e"), so that no name or note can
+/// steer a terminal.
 std::string printable(std::string_view text);
 /// The text for stdout or for stderr: printable where that is a terminal, else as it is.
 std::string forResults(std::string_view text);

@@ -4,6 +4,8 @@
 #include "cli/Json.h"
 #include "model/AnalysisFields.h"
 #include "model/NumberText.h"
+#include "risk/FitMeasuring.h"
+#include "uncertainty/ErrorTable.h"
 
 namespace metrisk::cli {
 
@@ -60,12 +62,24 @@ std::string asText(const Analysis& record) {
     return text;
 }
 
+/// The row of the measuring parameter's bias as it is computed: a file holds none.
+void computeBiasRow(Analysis& record, Workplace& workplace) {
+    if (!(record.MTE_Offset > 0 && record.MTE_PctInTol > 0)) return;
+    ConsoleInteraction unheard;
+    Session session{workplace.settings, unheard, workplace.clock};
+    session.record = record;
+    FitMeasuringParameter(session);
+    ShowErrorTable(session.record, session.regional);
+    record.ErrTableDisplay[1] = session.record.ErrTableDisplay[1];
+}
+
 int show(const Options& options) {
     Output output;
     Workplace workplace(options.settings);
     AnalysisRun run(workplace);
     const bool read = run.open(options.file);
     output.status = read ? allDone : unreadable;
+    if (read) computeBiasRow(run.record, workplace);
     if (options.json)
         output.results = asJson(options.file, run, read);
     else if (read)

@@ -106,9 +106,11 @@ Json areaJson(const AreaContent& area) {
 std::string tableOf(const std::vector<AreaContent>& content, bool units) {
     std::string text;
     for (const AreaContent& area : content) {
-        if (!units) text += tableRow(area.name.c_str(), std::to_string(area.units.size()) + " units");
+        if (!units)
+            text += tableRow(forResults(area.name).c_str(), std::to_string(area.units.size()) + " units");
         for (const MeasurementUnit& unit : units ? area.units : std::vector<MeasurementUnit>())
-            text += tableRow(unit.symbol.c_str(), GeneralText(unit.multiplier, {}) + "  " + unit.description);
+            text += tableRow(forResults(unit.symbol).c_str(),
+                             GeneralText(unit.multiplier, {}) + "  " + forResults(unit.description));
     }
     return text;
 }

@@ -17,6 +17,14 @@ if(METRISK_SANITIZE)
   target_link_options(metrisk_options INTERFACE ${metrisk_sanitizers})
 endif()
 
+if(METRISK_HARDEN)
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(metrisk_options INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong)
+  target_link_options(metrisk_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
+
 # -O3 buys nothing outside the kernels, which ask for it themselves, and costs a tenth of the build.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 function(metrisk_optimise_kernels)

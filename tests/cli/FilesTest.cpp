@@ -40,6 +40,10 @@ TEST_F(Cli, ShowPrintsEveryField) {
     EXPECT_EQ(fields["OptTwoSided"], true);
     EXPECT_EQ(fields["ErrTableText"].size(), 8u);
     EXPECT_GT(fields.size(), 200u);
+    EXPECT_NE(
+        run("show ex/thermometer-process-uncertainty.mrk").out.find("ErrTableDisplay[1][3] = \"0.0255\"\n"),
+        std::string::npos)
+        << "the bias alone, not the combined uncertainty";
     EXPECT_EQ(run("show absent.mrk").status, 3);
 }
 

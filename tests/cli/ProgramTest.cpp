@@ -52,12 +52,13 @@ TEST_F(Cli, ATerminalIsNotSteeredByNamesAndTexts) {
     fs::copy(folder / good, folder / "red\x1b[31m.mrk");
     std::string content = fileContent(folder / good);
     const std::string description = "Torque wrench, click type";
-    content.replace(content.find(description), description.size(), "a\x1b[2Jb\u009b2Jc\td");
+    content.replace(content.find(description), description.size(), "a\x1b[2Jb\u009b2Jc\td\u202efdp");
     write("odd.mrk", content);
     EXPECT_NE(runOnTerminal("compute red*.mrk").find("red\\x1b[31m.mrk\r\n"), std::string::npos);
-    EXPECT_NE(runOnTerminal("show odd.mrk").find("\"a\\x1b[2Jb\\x9b2Jc\\td\""), std::string::npos);
-    EXPECT_NE(runOnTerminal("show --json odd.mrk").find("\"a\\u001b[2Jb\\u009b2Jc\\td\""), std::string::npos);
-    EXPECT_NE(run("show odd.mrk").out.find("\"a\x1b[2Jb\u009b2Jc\td\""), std::string::npos)
+    EXPECT_NE(runOnTerminal("show odd.mrk").find("\"a\\x1b[2Jb\\x9b2Jc\\td\\u202efdp\""), std::string::npos);
+    EXPECT_NE(runOnTerminal("show --json odd.mrk").find("\"a\\u001b[2Jb\\u009b2Jc\\td\\u202efdp\""),
+              std::string::npos);
+    EXPECT_NE(run("show odd.mrk").out.find("\"a\x1b[2Jb\u009b2Jc\td\u202efdp\""), std::string::npos)
         << "a pipe gets it as it is";
     EXPECT_NE(runOnTerminal("compute odd.mrk " + std::string(good)).find("1/2\r\x1b[Kex/"), std::string::npos)
         << "the bar is cleared before a line";
