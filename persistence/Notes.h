@@ -17,6 +17,6 @@ void OpenNotes(Session& session);
 void keepName(Analysis& record, const Analysis& named);
 
 /// The menu item that does so; the session must outlive it.
-MenuItem notesItem(Session& session, const char* caption = "&Notes");
+MenuItem notesItem(Session& session);
 
 } // namespace metrisk

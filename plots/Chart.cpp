@@ -12,9 +12,8 @@ namespace metrisk {
 namespace {
 
 constexpr int divisions = 5;
-constexpr int mostTicks = 8;    // at round numbers
-constexpr double margin = 0.15; // beside the axes, for their titles
-constexpr double tick = 0.015;  // in shares of the other axis
+constexpr int mostTicks = 8;   // at round numbers
+constexpr double tick = 0.015; // in shares of the other axis
 constexpr double thinLine = 1, thickLine = 3;
 constexpr double markSize = 0.006;
 constexpr double nearAxis = 0.08;  // there is no room below
@@ -47,17 +46,28 @@ class Drawer {
   public:
     Drawer(DrawingSurface& surface, const Chart& chart, const Regional& regional)
         : surface_(surface), chart_(chart), regional_(regional) {
-        surface.Scale(-0.16, 1.22, chart.right ? 1.16 : 1.06, -0.26);
         surface.ForeColor = surface.ink();
         surface.Font = {};
+        title_ = titleLines(surface, chart.title, surface.deviceWidth() - 4);
+        const double line = surface.deviceLengthY(surface.TextHeight());
+        const double lastLabel = labelWidth(surface, chart.x, regional) / 2;
+        const double besideTick = 0.03 * surface.deviceWidth();
+        const auto beside = [&](const Axis& axis) {
+            return labelWidth(surface, axis, regional) + besideTick;
+        };
+        frame_ = setFrame(surface, {-0.16, 1.22, chart.right ? 1.16 : 1.06, -0.26},
+                          {.left = beside(chart.left),
+                           .top = titleRoom(surface, title_.size()),
+                           .right = std::max(lastLabel, chart.right ? beside(*chart.right) : 0),
+                           .bottom = line * (bottomAxisLines + (chart.series.size() > 1 ? 1.5 : 0))});
     }
 
     void draw() {
         grid();
-        DrawAxis(surface_, chart_.x, AxisSide::Bottom, regional_);
-        DrawAxis(surface_, chart_.left, AxisSide::Left, regional_);
-        if (chart_.right) DrawAxis(surface_, *chart_.right, AxisSide::Right, regional_);
-        DrawTitle(surface_, chart_.title, 1 + 2 * margin);
+        DrawAxis(surface_, chart_.x, AxisSide::Bottom, frame_, regional_);
+        DrawAxis(surface_, chart_.left, AxisSide::Left, frame_, regional_);
+        if (chart_.right) DrawAxis(surface_, *chart_.right, AxisSide::Right, frame_, regional_);
+        drawTitle(surface_, frame_, title_);
         if (chart_.series.size() > 1) legend();
         for (const Series& each : chart_.series) curve(each);
         for (const Series& each : chart_.series) marks(each);
@@ -128,49 +138,60 @@ class Drawer {
     DrawingSurface& surface_;
     const Chart& chart_;
     const Regional& regional_;
+    PlotFrame frame_;
+    std::vector<std::string> title_;
     std::vector<Name> names_;
 };
 
 } // namespace
 
-void DrawTitle(DrawingSurface& surface, const std::string& title, double room) {
-    const TextFont before = surface.Font;
-    surface.Font = {.Size = 10, .Bold = true};
-    const std::size_t parenthesis = title.rfind(" (");
-    if (surface.TextWidth(title) <= room || parenthesis == title.npos) {
-        PrintCentredAt(surface, title, 0.5, 1, -3.2);
-    } else {
-        PrintCentredAt(surface, title.substr(0, parenthesis), 0.5, 1, -3.6);
-        PrintCentredAt(surface, title.substr(parenthesis + 1), 0.5, 1, -2.6);
-    }
-    surface.Font = before;
+namespace {
+
+std::string tickLabel(const Axis& axis, double value, const Regional& regional) {
+    return FormatNumber(value, PictureForDecimals(axis.decimals), regional);
 }
 
-void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional) {
-    const auto label = [&](double value) {
-        return FormatNumber(value, PictureForDecimals(axis.decimals), regional);
+} // namespace
+
+double labelWidth(const DrawingSurface& surface, const Axis& axis, const Regional& regional) {
+    double widest = 0;
+    forTicks(axis, [&](double, double value) {
+        widest = std::max(widest, surface.deviceLengthX(surface.TextWidth(tickLabel(axis, value, regional))));
+    });
+    return widest;
+}
+
+void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const PlotFrame& frame,
+              const Regional& regional) {
+    // Begun so that it ends within the picture.
+    const auto begin = [&](const std::string& text, double middle) {
+        const double width = surface.TextWidth(text);
+        const double edge = 0.01;
+        return std::max(frame.left + edge, std::min(middle - width / 2, frame.right - edge - width));
     };
     if (side == AxisSide::Bottom) {
         surface.Line(0, 0, 1, 0);
         forTicks(axis, [&](double at, double value) {
             surface.Line(at, 0, at, -tick);
-            PrintCentredAt(surface, label(value), at, -tick, 0.2);
+            const std::string text = tickLabel(axis, value, regional);
+            PrintAt(surface, text, begin(text, at), -tick, 0.2);
         });
-        PrintCentredAt(surface, axis.title, 0.5, -tick, 1.6);
+        PrintAt(surface, axis.title, begin(axis.title, 0.5), -tick, 1.6);
         return;
     }
     const bool right = side == AxisSide::Right;
     const double x = right ? 1 : 0;
     const double out = right ? tick : -tick;
     surface.Line(x, 0, x, 1);
+    const Colour before = surface.ForeColor;
+    surface.ForeColor = axis.colour.value_or(before);
     forTicks(axis, [&](double at, double value) {
-        surface.Line(x, at, x + out, at);
-        const std::string text = label(value);
+        surface.Line(x, at, x + out, at, before);
+        const std::string text = tickLabel(axis, value, regional);
         PrintAt(surface, text, x + 1.6 * out - (right ? 0 : surface.TextWidth(text)), at, -0.5);
     });
-    const double width = surface.TextWidth(axis.title);
-    const double start = std::clamp(x - width / 2, -margin, std::max(1 + margin - width, -margin));
-    PrintAt(surface, axis.title, start, 1, -1.7);
+    PrintAt(surface, axis.title, begin(axis.title, x), 1, -1.7);
+    surface.ForeColor = before;
 }
 
 Axis axisOver(std::string title, double from, double to, int decimals) {

@@ -3,6 +3,7 @@
 
 #include "model/Regional.h"
 #include "plots/DrawingSurface.h"
+#include "plots/PlotFrame.h"
 
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@ struct Axis {
     double from = 0, to = 1;
     double firstTick = 0, step = 1; // ticks stand at equal steps up to the end
     int decimals = 0;               // of the labels at its ticks
+    std::optional<Colour> colour{}; // of its texts, if not the surface's own
 };
 
 /// An axis in five parts, whose labels have at least so many decimals, and enough to tell a tick from the
@@ -26,10 +28,14 @@ Axis roundAxisOver(std::string title, double from, double to);
 enum class AxisSide { Bottom, Left, Right };
 
 /// Draws it around the square from (0, 0) to (1, 1): line, ticks, labels and title.
-void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Regional& regional);
+void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const PlotFrame& frame,
+              const Regional& regional);
 
-/// In bold above the square, in two lines if it is too long: the second begins with its last parenthesis.
-void DrawTitle(DrawingSurface& surface, const std::string& title, double room);
+/// The width of the widest label at its ticks, device units.
+double labelWidth(const DrawingSurface& surface, const Axis& axis, const Regional& regional);
+
+/// Lines of text below the bottom axis: its labels and its title.
+inline constexpr double bottomAxisLines = 2.9;
 
 /// A point that stands out, and what it is called, if by a name of its own.
 struct ChartMark {

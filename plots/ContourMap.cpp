@@ -18,10 +18,9 @@ constexpr Colour hereColour{0, 70, 190};
 constexpr std::array<Colour, 5> ramp{
     {{255, 255, 225}, {254, 217, 118}, {253, 141, 60}, {189, 40, 40}, {90, 10, 50}}};
 
-struct Edges {
-    double left = -0.16, top = 1.22, right = 1.28, bottom = -0.18;
-};
-constexpr Edges edges;
+constexpr Colour hatchColour{130, 130, 130};
+constexpr double hatchStep = 7; // device units
+constexpr const char* notComputed = "Not computed";
 
 Colour rampAt(double share) {
     const double at = std::clamp(share, 0.0, 1.0) * (ramp.size() - 1);
@@ -39,20 +38,34 @@ class Drawer {
   public:
     Drawer(DrawingSurface& surface, const ContourMap& map, const Regional& regional)
         : surface_(surface), map_(map), regional_(regional) {
-        surface.Scale(edges.left, edges.top, edges.right, edges.bottom);
         surface.ForeColor = surface.ink();
         surface.Font = {};
         surface.DrawWidth = 1;
+        hasHoles_ = std::ranges::any_of(map.values, [](float value) { return std::isnan(value); });
+        title_ = titleLines(surface, map.title, surface.deviceWidth() - 4);
+        double names = 0;
+        for (const ContourLevel& level : map.levels)
+            names = std::max(names, surface.deviceLengthX(surface.TextWidth(level.name)));
+        const double width = surface.deviceWidth();
+        const double line = surface.deviceLengthY(surface.TextHeight());
+        frame_ = setFrame(surface, {-0.16, 1.22, 1.28, -0.18},
+                          {.left = labelWidth(surface, map.y, regional) + 0.03 * width,
+                           .top = titleRoom(surface, title_.size()),
+                           .right = names + 0.12 * width,
+                           .bottom = line * (bottomAxisLines + (hasHoles_ ? 1.4 : 0))});
     }
 
-    void draw() {
+    PlotFrame draw() {
         bands();
+        if (hasHoles_) holes();
         for (const ContourLevel& level : map_.levels) contour(level.value);
-        DrawAxis(surface_, map_.x, AxisSide::Bottom, regional_);
-        DrawAxis(surface_, map_.y, AxisSide::Left, regional_);
-        DrawTitle(surface_, map_.title, 1);
+        DrawAxis(surface_, map_.x, AxisSide::Bottom, frame_, regional_);
+        DrawAxis(surface_, map_.y, AxisSide::Left, frame_, regional_);
+        drawTitle(surface_, frame_, title_);
         scale();
+        if (hasHoles_) key();
         if (map_.here) here(*map_.here);
+        return frame_;
     }
 
   private:
@@ -90,6 +103,41 @@ class Drawer {
                 surface_.Box(left, low, right, high, band < 0 ? surface_.paper() : colourOf(band));
             }
         }
+    }
+
+    /// Lines at an angle over the rectangle, which go on in one beside it.
+    void hatch(double left, double low, double right, double high) {
+        const double x = surface_.deviceLengthX(1);
+        const double y = surface_.deviceLengthY(1);
+        if (!(x > 0 && y > 0)) return;
+        const double from = left * x + low * y;
+        const double to = right * x + high * y;
+        for (double at = std::ceil(from / hatchStep) * hatchStep; at <= to; at += hatchStep) {
+            const double begin = std::max(left, (at - high * y) / x);
+            const double end = std::min(right, (at - low * y) / x);
+            if (end > begin) surface_.Line(begin, (at - begin * x) / y, end, (at - end * x) / y, hatchColour);
+        }
+    }
+
+    /// What could not be computed is told from the least risk.
+    void holes() {
+        for (std::size_t row = 0; row < map_.rows; ++row) {
+            const double y = static_cast<double>(row);
+            for (std::size_t first = 0, last = 0; first < map_.columns; first = std::max(last, first + 1)) {
+                last = first;
+                while (last < map_.columns && std::isnan(value(last, row))) ++last;
+                if (last == first) continue;
+                hatch(std::max(0.0, xOf(static_cast<double>(first) - 0.5)), std::max(0.0, yOf(y - 0.5)),
+                      std::min(1.0, xOf(static_cast<double>(last) - 0.5)), std::min(1.0, yOf(y + 0.5)));
+            }
+        }
+    }
+
+    void key() {
+        const double line = -surface_.TextHeight();
+        const double top = -bottomAxisLines * line;
+        hatch(0, top - line, 0.06, top);
+        PrintAt(surface_, notComputed, 0.08, top, 0);
     }
 
     /// The line through each cell of four points: in at one side, out at another.
@@ -130,7 +178,11 @@ class Drawer {
             surface_.Box(left, low, right, low + 1 / bands, colourOf(static_cast<int>(i)));
             if (i > 0) PrintAt(surface_, map_.levels[i - 1].name, right + 0.01, low, -0.5);
         }
-        PrintCentredAt(surface_, map_.scaleTitle, right, 1, -1.7);
+        // Where it would touch the title of the axis, the picture's own title says the same.
+        const double width = surface_.TextWidth(map_.scaleTitle);
+        const double begin = std::min(right - width / 2, frame_.right - 0.01 - width);
+        if (begin > frame_.left + surface_.TextWidth(map_.y.title) + 0.04)
+            PrintAt(surface_, map_.scaleTitle, begin, 1, -1.7);
     }
 
     void here(Point point) {
@@ -149,6 +201,9 @@ class Drawer {
     DrawingSurface& surface_;
     const ContourMap& map_;
     const Regional& regional_;
+    bool hasHoles_ = false;
+    std::vector<std::string> title_;
+    PlotFrame frame_;
 };
 
 } // namespace
@@ -184,13 +239,13 @@ std::vector<double> roundLevels(std::span<const float> values) {
     return levels;
 }
 
-void DrawContourMap(DrawingSurface& surface, const ContourMap& map, const Regional& regional) {
-    if (!map.empty()) Drawer(surface, map, regional).draw();
+PlotFrame DrawContourMap(DrawingSurface& surface, const ContourMap& map, const Regional& regional) {
+    return map.empty() ? PlotFrame{} : Drawer(surface, map, regional).draw();
 }
 
-std::optional<Point> placeOnMap(double x, double y) {
-    const Point place{edges.left + x * (edges.right - edges.left),
-                      edges.top + y * (edges.bottom - edges.top)};
+std::optional<Point> placeOnMap(const PlotFrame& frame, double x, double y) {
+    const Point place{frame.left + x * (frame.right - frame.left),
+                      frame.top + y * (frame.bottom - frame.top)};
     const bool inside = place.x >= 0 && place.x <= 1 && place.y >= 0 && place.y <= 1;
     return inside ? std::optional(place) : std::nullopt;
 }

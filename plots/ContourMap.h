@@ -21,7 +21,7 @@ struct ContourMap {
     Axis x, y;
     std::size_t columns = 0;     // of the grid, whose outer points stand on the ends of the axes
     std::size_t rows = 0;        // from the lower end of y
-    std::vector<float> values{}; // row by row, none below 0; not a number: nothing is drawn there
+    std::vector<float> values{}; // row by row, none below 0; not a number: hatched
     std::vector<ContourLevel> levels{};
     std::optional<Point> here{}; // in units of the axes
 
@@ -32,11 +32,11 @@ struct ContourMap {
 /// each decade where the values span more than one.
 std::vector<double> roundLevels(std::span<const float> values);
 
-/// Fills the surface. An empty map leaves it blank.
-void DrawContourMap(DrawingSurface& surface, const ContourMap& map, const Regional& regional);
+/// Fills the surface and returns where its parts lie. An empty map leaves it blank.
+PlotFrame DrawContourMap(DrawingSurface& surface, const ContourMap& map, const Regional& regional);
 
 /// A place of the picture (shares of its width and height from the top left) as shares of the axes; none
 /// outside of them.
-std::optional<Point> placeOnMap(double x, double y);
+std::optional<Point> placeOnMap(const PlotFrame& frame, double x, double y);
 
 } // namespace metrisk

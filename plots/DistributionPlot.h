@@ -33,6 +33,7 @@ struct DistributionPlot {
     std::string title;
     std::string caption, secondCaption; // of the central value
     std::vector<PlotPoint> points;      // empty: no data
+    std::vector<PlotPoint> line;        // the same curve in more points where it bends; empty: the same
     double peak = 0;                    // greatest density
     PlotPositions positions;
     double leftValue = 0, rightValue = 0;
@@ -46,6 +47,7 @@ struct DistributionPlot {
     std::string nominalUnits;
     std::string toleranceUnits;
     double physicalLimit = 0;
+    std::string physicalPicture = "General Number";
     double degFreedom = 0;
     bool biasIncluded = false; // total error: with the measuring bias in it
 

@@ -1,6 +1,7 @@
 #include "plots/DistributionPlots.h"
 
 #include "model/NumberText.h"
+#include "model/Picture.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Distribution.h"
 #include "numerics/Real.h"
@@ -11,6 +12,7 @@
 #include "uncertainty/CombinedUncertainty.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace metrisk {
 
@@ -22,6 +24,34 @@ constexpr double sigmasShown = 4;
 double asSeen(double value, std::string_view picture, const Regional& regional) {
     return ParseValue(FormatNumber(value, WidenPicture(value, picture), regional), regional);
 }
+
+/// More points where the curve leaves the straight line between two by more than the eye can see: around a
+/// peak, and at a wall, where they come so near to each other that it stands upright.
+template <class Density>
+class Refined {
+  public:
+    Refined(Density density, double peak, std::vector<PlotPoint>& line)
+        : density_(density), seen_(peak / 1000), line_(line) {}
+
+    void add(PlotPoint from, PlotPoint to, int depth = 0) {
+        const float middle = from.x + (to.x - from.x) / 2;
+        const PlotPoint between{middle, density_(middle)};
+        if (depth < deepest && middle > from.x && middle < to.x &&
+            std::abs(between.density - (from.density + to.density) / 2) > seen_) {
+            add(from, between, depth + 1);
+            add(between, to, depth + 1);
+        } else {
+            line_.push_back(to);
+        }
+    }
+
+  private:
+    static constexpr int deepest = 12;
+
+    Density density_;
+    double seen_;
+    std::vector<PlotPoint>& line_;
+};
 
 template <class Density>
 void setCurve(DistributionPlot& plot, Density density) {
@@ -36,6 +66,16 @@ void setCurve(DistributionPlot& plot, Density density) {
         return static_cast<float>(((x - plot.leftValue) / width).value());
     };
     plot.positions = {position(plot.centralValue), position(plot.lowerValue), position(plot.upperValue)};
+    const auto at = [&](float share) {
+        return density((plot.leftValue + width * static_cast<double>(share)).value());
+    };
+    std::vector<PlotPoint> knots = plot.points;
+    for (const float limit : {plot.positions.lower, plot.positions.upper})
+        if (limit > 0 && limit < 1) knots.push_back({limit, at(limit)});
+    std::ranges::sort(knots, {}, &PlotPoint::x);
+    Refined refined(at, plot.peak, plot.line);
+    plot.line.push_back(knots.front());
+    for (std::size_t i = 1; i < knots.size(); ++i) refined.add(knots[i - 1], knots[i]);
 }
 
 /// A symmetric curve about the centre.
@@ -121,6 +161,7 @@ DistributionPlot subjectPlot(const Analysis& r, const Regional& regional) {
     plot.distribution = r.SU_Distribution;
     plot.sigma = r.SU_Sigma;
     plot.physicalLimit = r.PhysicalLimit;
+    plot.physicalPicture = WidenPicture(r.PhysicalLimit, r.PhysicalLimit_fmt);
     plot.centralValue = asSeen(r.SU_Mode, r.SU_Mode_fmt, regional);
     const double offset = asSeen(r.MTE_Offset, r.MTE_Offset_fmt, regional);
     if (r.SUPlot_UseMTETols)

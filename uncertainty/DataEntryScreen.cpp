@@ -63,7 +63,7 @@ DataEntryScreen::DataEntryScreen(Session& session, int slot)
     menus = {
         {.control = "CtrlEdit", .caption = "&Edit", .items = editItems()},
         runMenu(session_),
-        notesItem(session_, "No&tes"),
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     change([] {});

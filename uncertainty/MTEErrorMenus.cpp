@@ -33,7 +33,7 @@ void MTEErrorScreen::makeMenus() {
         {.control = "mnu_Correlations", .caption = "Co&rrelations", .run = [this] { correlate(); }},
         {.control = "mnu_ViewDistribution", .caption = "Plo&t", .run = [this] { viewDistribution(); }},
         runMenu(session_),
-        notesItem(desk_, "Note&s"),
+        notesItem(desk_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     toolbarName = "tb_Sigma";

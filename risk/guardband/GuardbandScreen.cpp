@@ -127,7 +127,7 @@ void GuardbandScreen::bindOptions() {
          .caption = "Hide &Procedure",
          .run = [this] { procedureShown_ = !procedureShown_; }},
         runMenu(session_),
-        notesItem(session_, "Not&es"),
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
 }

@@ -81,7 +81,7 @@ ObservedScreen::ObservedScreen(Session& session)
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         runMenu(session_),
-        notesItem(session_, "Not&es"),
+        notesItem(session_),
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
     refresh();

@@ -178,6 +178,8 @@ Chart riskChart(std::span<const RiskPoint> points, const SweepWords& words, cons
     if (twoAxes) {
         chart.left = riskAxis("FA Risk", first.least, first.greatest);
         chart.right = riskAxis("FR Risk", last.least, last.greatest);
+        chart.left.colour = first.colour;
+        chart.right->colour = last.colour;
     } else {
         chart.left =
             riskAxis("Risk", std::min(first.least, last.least), std::max(first.greatest, last.greatest));

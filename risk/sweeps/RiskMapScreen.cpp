@@ -80,7 +80,7 @@ RiskMapScreen::RiskMapScreen(Session& session)
     Opt_FalseAccept.clicked = show(MappedRisk::FalseAccept);
     Opt_FalseReject.clicked = show(MappedRisk::FalseReject);
     pic_Map.clicked = [this](double x, double y) {
-        const auto at = placeOnMap(x, y);
+        const auto at = placeOnMap(*frame_, x, y);
         if (!at) return;
         clicked_ = place_;
         (*clicked_)[x_.quantity] = x_.valueAt(at->x);
@@ -205,8 +205,8 @@ void RiskMapScreen::draw() {
     const auto here = map_.isLopsided() ? std::nullopt : std::optional(map_.present());
     const ContourMap map = riskMapPicture(grid_, *drawn_, risk_, session_.record.FalseAcceptOption, here);
     pic_Map.text = map.title + " over " + map.x.title + " and " + map.y.title;
-    pic_Map.draw([map, regional = session_.regional](DrawingSurface& surface) {
-        DrawContourMap(surface, map, regional);
+    pic_Map.draw([map, regional = session_.regional, frame = frame_](DrawingSurface& surface) {
+        *frame = DrawContourMap(surface, map, regional);
     });
 }
 

@@ -3,8 +3,10 @@
 
 #include "model/Background.h"
 #include "model/Worksheet.h"
+#include "plots/PlotFrame.h"
 #include "risk/sweeps/RiskMapPicture.h"
 
+#include <memory>
 #include <optional>
 
 namespace metrisk {
@@ -73,7 +75,8 @@ class RiskMapScreen final : public Worksheet {
     MappedRisk risk_ = MappedRisk::FalseAccept;
     std::optional<MapPlace> clicked_;
     RiskGrid grid_;
-    std::optional<MapRequest> drawn_; // of the grid
+    std::optional<MapRequest> drawn_;                                  // of the grid
+    std::shared_ptr<PlotFrame> frame_ = std::make_shared<PlotFrame>(); // of the picture as it is seen
     Background background_;
 };
 

@@ -2,6 +2,7 @@
 #include "plots/ContourMap.h"
 #include "plots/Drawing.h"
 #include "risk/sweeps/RiskChart.h"
+#include "tests/plots/TextBoxes.h"
 
 #include <array>
 #include <cmath>
@@ -98,6 +99,32 @@ TEST(RiskChart, CopiedHeadingsByQuantity) {
               "Baseline Accuracy Ratio\tFalse Accept Risk (Producer Option)\tFalse Reject Risk\n");
 }
 
+TEST(RiskChart, TextsKeepToThePicture) {
+    const std::array one{RiskPoint{0.5, 2, 4}, RiskPoint{1, 3, 2}};
+    const std::array two{RiskPoint{99.25, 0.05, 4}, RiskPoint{99.75, 0.09, 2}};
+    ContourMap map = {.title = "False Accept Risk (Consumer Option)",
+                      .scaleTitle = "False Accept Risk",
+                      .x = roundAxisOver("Subject Parameter % In-Tolerance", 49, 99.9),
+                      .y = roundAxisOver("Measuring Parameter % In-Tolerance", 49, 99.9),
+                      .columns = 2,
+                      .rows = 2,
+                      .values = {1, 4, 16, std::nanf("")},
+                      .levels = {{2, "100 ppm"}, {8, "200 ppm"}}};
+    for (const auto& [width, height] : {std::pair{300.0, 200.0}, {400.0, 300.0}, {640.0, 480.0}}) {
+        for (const auto& points : {one, two}) {
+            testing::TextBoxes drawn(width, height);
+            DrawChart(drawn,
+                      riskChart(points, wordsOf(Swept::SubjectPct, false), {.shown = ShownRisks::Both}, {}),
+                      {});
+            drawn.expectReadable("chart");
+            EXPECT_GT(drawn.boxes().size(), 10u);
+        }
+        testing::TextBoxes drawn(width, height);
+        DrawContourMap(drawn, map, {});
+        drawn.expectReadable("map");
+    }
+}
+
 TEST(ContourMap, LevelsAreRoundNumbers) {
     const float none = std::nanf("");
     EXPECT_EQ(roundLevels(std::array{0.013F, 0.041F, none}),
@@ -122,19 +149,22 @@ TEST(ContourMap, LinesLieWhereTheLevelIs) {
     map.levels = {{2, "two"}, {8, "eight"}};
     map.here = Point{1, 0.5};
     Drawing drawing;
-    DrawContourMap(drawing, map, {});
+    const PlotFrame frame = DrawContourMap(drawing, map, {});
     const std::string text = drawing.text();
     // Halfway by its logarithm between 1 and 4; the cell without a value has no line.
     EXPECT_NE(text.find("line 0.25 0 0.25 1 #462814"), text.npos) << text;
-    EXPECT_EQ(text.find("line 0.75"), text.npos) << text;
+    EXPECT_EQ(text.find("line 0.75 0 0.75"), text.npos) << text;
     EXPECT_NE(text.find("\"eight\""), text.npos);
+    EXPECT_NE(text.find("#828282"), text.npos) << "what could not be computed is hatched";
+    EXPECT_NE(text.find("\"Not computed\""), text.npos);
     EXPECT_NE(text.find("line 0.48 0.5 0.52 0.5 #0046be width 2"), text.npos) << "the mark";
 
-    const auto corner = placeOnMap(0.16 / 1.44, 1.22 / 1.4); // of the axes
+    const auto corner = placeOnMap(frame, -frame.left / (frame.right - frame.left),
+                                   frame.top / (frame.top - frame.bottom)); // of the axes
     ASSERT_TRUE(corner);
     EXPECT_NEAR(corner->x, 0, 1e-9);
     EXPECT_NEAR(corner->y, 0, 1e-9);
-    EXPECT_FALSE(placeOnMap(0.01, 0.5));
+    EXPECT_FALSE(placeOnMap(frame, 0.01, 0.5));
 }
 
 } // namespace

@@ -1,12 +1,15 @@
 // What a plot draws: every line and label of golden recordings, and the curve against the fit.
 #include "plots/DistributionPlots.h"
 #include "plots/Drawing.h"
+#include "plots/PlotLabels.h"
 #include "risk/ValidateAndFit.h"
+#include "tests/plots/TextBoxes.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Recording.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/BiasAnalysis.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -35,7 +38,7 @@ std::string labelsOf(const DistributionPlot& plot) {
     std::istringstream all(drawing.text());
     std::string kept;
     for (std::string line; std::getline(all, line);)
-        if (line.find("#a0a0a0") == std::string::npos) kept += line + "\n";
+        if (line.find("#33383e") == std::string::npos) kept += line + "\n";
     return kept;
 }
 
@@ -74,19 +77,90 @@ TEST(DistributionPlot, GoldenRecordings) {
                                                                 {})));
 }
 
-TEST(DistributionPlot, LabelsThatReadTheSame) {
+TEST(DistributionPlot, LabelsTellTheirValues) {
+    struct Row {
+        const char* name;
+        std::vector<double> values;
+        double tolerance;
+        std::vector<std::string> texts;
+    };
+    for (const Row& row : {
+             Row{"four decimals", {10, 8.979591, 0.5}, 0.005, {"10.0", "8.9796", "0.5"}},
+             Row{"an end near a limit", {9.99992, 9.99995}, 1e-6, {"9.99992", "9.99995"}},
+             Row{"within one percent", {9.9999989796, 10}, 5e-9, {"9.99999898", "10.0"}},
+             Row{"alike", {9.99991, 9.99994, 9.99991}, 1, {"9.99991", "9.99994", "9.99991"}},
+             Row{"no decimals left",
+                 {1e15, 1e15 + 0.125},
+                 1e-3,
+                 {"1,000,000,000,000,000.0", "1,000,000,000,000,000.0"}},
+             Row{"small", {0, 2e-9}, 2e-11, {"0.0", "0.000000002"}},
+         })
+        EXPECT_EQ(labelTexts(row.values, row.tolerance, {}), row.texts) << row.name;
+    for (const auto& [sigma, text] :
+         {std::pair{0.0000289, "0.0000289"}, {0.209, "0.209"}, {12.3456, "12.346"}})
+        EXPECT_EQ(sigmaText(sigma, {}), text);
+
     DistributionPlot plot = subjectPlot(Fitted(twoSided(5e-7, 5e-7, 95)).record, {});
     plot.showOffsets = false;
     const std::string labels = labelsOf(plot);
-    EXPECT_NE(labels.find("\"10.0 V\""), std::string::npos);
-    EXPECT_NE(labels.find("\"9.9999989796\""), std::string::npos)
-        << "the left end tells itself from the centre";
-    EXPECT_EQ(labels.find("10.000001"), std::string::npos) << "the right end keeps its short form";
-    EXPECT_NE(labels.find("\"9.9999995\""), std::string::npos) << "so do the limits";
-
+    for (const char* label : {"\"10.0 V\"", "\"9.99999898\"", "\"10.00000102\"", "\"9.9999995\""})
+        EXPECT_NE(labels.find(label), std::string::npos) << label << labels;
     plot = subjectPlot(
         Fitted({.mode = 0, .upperOffset = 2e-9, .lowerOffset = 2e-9, .mteOffset = 5e-10}).record, {});
     EXPECT_NE(labelsOf(plot).find("\"+0.000000002 V\""), std::string::npos) << "a limit is not shown as 0";
+}
+
+TEST(DistributionPlot, TextsKeepToThePictureAndApart) {
+    const auto plots = [](bool offsets) {
+        std::vector<std::pair<std::string, DistributionPlot>> all;
+        for (const Entry& entry :
+             {twoSided(0.5, 0.5, 95), twoSided(1, 0.5, 90), twoSided(5e-5, 5e-5, 100), twoSided(1e3, 1e3, 60),
+              withPhysicalLimit(Kind::SingleUpper, 10, 0.5, 10, 90)}) {
+            const Fitted fitted(entry, [=](Analysis& r) {
+                r.SUPlot_ShowTolerances = r.ErrorPlot_Flag = offsets;
+                r.ProcessUncertainty = 0.01;
+                r.IncludeMTEBias = true;
+            });
+            const std::string name = std::to_string(entry.upperOffset) + (offsets ? " offsets" : "");
+            all.emplace_back("subject " + name, subjectPlot(fitted.record, {}));
+            all.emplace_back("measuring " + name, measuringPlot(fitted.record, {}));
+            all.emplace_back("error " + name, errorPlot(fitted.record, {}));
+        }
+        return all;
+    };
+    for (const bool offsets : {false, true})
+        for (const auto& [name, plot] : plots(offsets))
+            for (const auto& [width, height] : {std::pair{300.0, 200.0}, {400.0, 300.0}, {480.0, 540.0}}) {
+                TextBoxes drawn(width, height);
+                DrawDistributionPlot(drawn, plot, {});
+                drawn.expectReadable(name);
+                const bool told = std::ranges::any_of(drawn.boxes(), [](const auto& box) {
+                    return box.text.starts_with("Standard Deviation");
+                });
+                EXPECT_EQ(told, width >= 400) << name;
+            }
+}
+
+/// A wall of a uniform distribution stands upright, and a peak that is seen from afar is round.
+TEST(DistributionPlots, TheLineTakesMorePointsThanTheCurveHas) {
+    const DistributionPlot uniform = subjectPlot(Fitted(twoSided(0.5, 0.5, 100)).record, {});
+    float wall = 1;
+    for (std::size_t i = 1; i < uniform.line.size(); ++i)
+        if (uniform.line[i].density > 0 && uniform.line[i - 1].density == 0)
+            wall = uniform.line[i].x - uniform.line[i - 1].x;
+    EXPECT_LT(wall, 1e-4);
+    EXPECT_EQ(uniform.points.size(), 101u);
+    const DistributionPlot far =
+        subjectPlot(Fitted(twoSided(0.5, 0.5, 95), [](Analysis& r) { r.SUPlot_Zoom = 4; }).record, {});
+    double bend = 0; // by which the line misses the curve between two of its points
+    for (std::size_t i = 1; i < far.line.size(); ++i) {
+        const double x = far.leftValue + (far.rightValue - far.leftValue) *
+                                             (static_cast<double>(far.line[i].x) + far.line[i - 1].x) / 2;
+        const double z = (x - 10) / far.sigma;
+        const double density = std::exp(-z * z / 2) / (far.sigma * std::sqrt(2 * std::numbers::pi));
+        bend = std::max(bend, std::abs(density - (far.line[i].density + far.line[i - 1].density) / 2));
+    }
+    EXPECT_LT(bend, far.peak / 500);
 }
 
 TEST(DistributionPlot, LabelsGiveWayToTheCentre) {
@@ -105,7 +179,7 @@ TEST(DistributionPlot, AnUnknownDistributionStopsBeforeTheCurve) {
     Drawing drawing;
     EXPECT_EQ(DrawDistributionPlot(drawing, plot, {}), "Cauchy");
     EXPECT_NE(drawing.text().find("Distribution: Cauchy"), std::string::npos);
-    EXPECT_EQ(drawing.text().find("#a0a0a0"), std::string::npos);
+    EXPECT_EQ(drawing.text().find("#33383e"), std::string::npos);
 }
 
 /// Area under the curve, by the trapezoidal rule.
