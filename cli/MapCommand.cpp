@@ -1,9 +1,10 @@
 // metrisk-cli map: risks of an analysis over two of its quantities.
+#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "cli/SweepInput.h"
+#include "model/ExactText.h"
 #include "model/Message.h"
 #include "risk/sweeps/RiskMapPicture.h"
 
@@ -64,13 +65,13 @@ struct Options {
 };
 
 std::string asCsv(const RiskGrid& grid, const MapRequest& request) {
-    const auto number = [](double value) { return std::isnan(value) ? std::string() : exactNumber(value); };
+    const auto number = [](double value) { return std::isnan(value) ? std::string() : exactText(value); };
     std::string lines = "x,y,FalseAccept,FalseReject\n";
     for (std::size_t row = 0; row < grid.rows; ++row) {
-        const std::string y = exactNumber(request.y.at(row, grid.rows));
+        const std::string y = exactText(request.y.at(row, grid.rows));
         for (std::size_t column = 0; column < grid.columns; ++column) {
             const std::size_t i = row * grid.columns + column;
-            lines += exactNumber(request.x.at(column, grid.columns)) + "," + y + "," +
+            lines += exactText(request.x.at(column, grid.columns)) + "," + y + "," +
                      number(grid.falseAccept[i]) + "," + number(grid.falseReject[i]) + "\n";
         }
     }

@@ -5,8 +5,8 @@
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "cli/SweepInput.h"
 #include "model/DisplayRule.h"
+#include "model/ExactText.h"
 #include "model/NumberFormat.h"
 #include "model/NumberText.h"
 #include "risk/sweeps/RiskChart.h"
@@ -72,6 +72,16 @@ std::string takeRange(Options& options) {
     if (!(options.to > options.from)) return "--to must be greater than --from";
     if (options.ofPercent() && !(options.to < 100)) return "a percent in-tolerance must be less than 100";
     return {};
+}
+
+/// With guardbands and process errors as the file includes them, and its own reference case.
+RiskSweep sweepOf(const AnalysisRun& run, Swept swept) {
+    const Analysis& r = run.record;
+    return RiskSweep(r, run.session.regional, swept,
+                     {.includeGuardbands = r.IncludeGuardbands,
+                      .includeProcess = r.IncludeUncertainty,
+                      .baselineSubjectPct = r.Base_SUPctInTol,
+                      .baselineMeasuringPct = r.Base_MTEPctInTol});
 }
 
 /// A value with both figures of its risks.
@@ -162,11 +172,11 @@ std::string asCsv(const Result& result) {
     std::string lines = "x,FalseAccept,FalseReject,ExactFalseAccept,ExactFalseReject\n";
     for (const Row& row : result.rows) {
         const auto published = [&](double Risks::*member) {
-            return row.published ? exactNumber((*row.published).*member) : "";
+            return row.published ? exactText((*row.published).*member) : "";
         };
-        lines += exactNumber(row.x) + "," + published(&Risks::falseAccept) + "," +
-                 published(&Risks::falseReject) + "," + exactNumber(row.exact.falseAccept) + "," +
-                 exactNumber(row.exact.falseReject) + "\n";
+        lines += exactText(row.x) + "," + published(&Risks::falseAccept) + "," +
+                 published(&Risks::falseReject) + "," + exactText(row.exact.falseAccept) + "," +
+                 exactText(row.exact.falseReject) + "\n";
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "model/NumberFormat.h"
 #include "persistence/AtomicFile.h"
+#include "persistence/Digest.h"
 #include "plots/DrawingSurface.h"
 
 #include <algorithm>
@@ -50,8 +51,8 @@ CheckHeading checkHeading(std::string_view data, const Moment& now, const Region
             {"Compiler", METRISK_COMPILER},
             {"Processor", processor()},
             {"Date", longDate(now) + " " + FormatNumber(now.time, "h:mm AM/PM", regional)},
-            {"Program file", program ? hashOf(*program) : "cannot be read"},
-            {"Data", hashOf(data)}};
+            {"Program file", program ? sha256(*program) : "cannot be read"},
+            {"Data", sha256(data)}};
 }
 
 bool allPassed(const std::vector<CheckedFigure>& figures) {

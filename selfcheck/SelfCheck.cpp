@@ -16,8 +16,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 #include <map>
 #include <stdexcept>
 
@@ -276,14 +274,6 @@ std::vector<CheckedFigure> selfCheck(std::string_view data) {
     for (const std::string& line : split(data, '\n'))
         if (!line.empty() && line.front() != '#') all.push_back(checkLine(line));
     return all;
-}
-
-std::string hashOf(std::string_view bytes) {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
-    char text[17];
-    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
-    return text;
 }
 
 } // namespace metrisk

@@ -33,7 +33,4 @@ std::string_view publishedFigures();
 /// Computes every figure of such data. A line that cannot be computed is a Diff.
 std::vector<CheckedFigure> selfCheck(std::string_view data);
 
-/// Hexadecimal 64-bit hash (FNV-1a) by which data or a program file can be told from another.
-std::string hashOf(std::string_view bytes);
-
 } // namespace metrisk

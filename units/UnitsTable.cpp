@@ -1,5 +1,7 @@
 #include "units/UnitsTable.h"
 
+#include "model/ExactText.h"
+
 #include "model/Text.h"
 
 #include <algorithm>
@@ -127,9 +129,7 @@ std::string writeUnitsTable(const std::vector<AreaContent>& content) {
     for (const AreaContent& area : content) {
         if (area.units.empty()) text += quoted(area.name) + ",,,,\n";
         for (const MeasurementUnit& unit : area.units) {
-            char digits[32];
-            const auto end = std::to_chars(digits, digits + sizeof digits, unit.multiplier).ptr;
-            text += quoted(area.name) + "," + quoted(unit.symbol) + "," + std::string(digits, end) + "," +
+            text += quoted(area.name) + "," + quoted(unit.symbol) + "," + exactText(unit.multiplier) + "," +
                     quoted(unit.group) + "," + quoted(unit.description) + "\n";
         }
     }

@@ -1,4 +1,5 @@
 // The self-check: nothing parts from what is published, and a broken figure is seen.
+#include "persistence/Digest.h"
 #include "plots/Drawing.h"
 #include "selfcheck/CheckPage.h"
 
@@ -47,9 +48,8 @@ TEST(SelfCheck, PagesHoldEveryLine) {
         all += drawing.text();
     }
     EXPECT_GT(pages.size(), 1u);
-    EXPECT_NE(all.find(hashOf(publishedFigures())), std::string::npos);
+    EXPECT_NE(all.find(sha256(publishedFigures())), std::string::npos);
     for (const CheckedFigure& each : figures) EXPECT_NE(all.find(each.name.substr(0, 27)), std::string::npos);
-    EXPECT_NE(hashOf("a"), hashOf("b"));
 }
 
 } // namespace
