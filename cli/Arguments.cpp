@@ -42,18 +42,9 @@ std::vector<std::string> commandsOf(const CLI::App* app) {
     return names;
 }
 
-/// Also those of groups.
-std::vector<const CLI::Option*> optionsOf(const CLI::App* app) {
-    std::vector<const CLI::Option*> options = app->get_options();
-    for (const CLI::App* part : app->get_subcommands([](const CLI::App*) { return true; }))
-        if (part->get_name().empty())
-            for (const CLI::Option* option : part->get_options()) options.push_back(option);
-    return options;
-}
-
 std::vector<std::string> optionNamesOf(const CLI::App* app) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : optionsOf(app))
+    for (const CLI::Option* option : app->get_options())
         for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
     return names;
 }
@@ -84,7 +75,7 @@ std::string failureText(const CLI::App* app, const CLI::Error& error) {
 
 CompletedCommand completed(const CLI::App* app, const std::string& path) {
     CompletedCommand command{path, commandsOf(app), {}, false};
-    for (const CLI::Option* option : optionsOf(app)) {
+    for (const CLI::Option* option : app->get_options()) {
         CompletedOption one;
         for (const std::string& name : option->get_snames()) one.names.push_back("-" + name);
         for (const std::string& name : option->get_lnames()) one.names.push_back("--" + name);
@@ -184,14 +175,31 @@ bool Argument::given() const {
     return option_->count() > 0;
 }
 
+std::string Argument::name() const {
+    return option_->get_name();
+}
+
+const Argument& Argument::under(const std::string& heading) const {
+    option_->group(heading);
+    return *this;
+}
+
+Arguments::Arguments(CLI::App* app) : app_(app), rules_(std::make_shared<std::vector<Rule>>()) {}
+
 Arguments Arguments::command(const char* name, const char* about) const {
     return Arguments(app_->add_subcommand(name, about));
 }
 
-Arguments Arguments::group(const char* name, std::size_t least, std::size_t most) const {
-    CLI::App* group = app_->add_option_group(name);
-    group->require_option(least, most);
-    return Arguments(group);
+// Not the library's groups: those take an empty argument for themselves, for ever.
+void Arguments::alternatives(const std::vector<Argument>& all, bool required) const {
+    for (const Argument& each : all) each.under(required ? "One of these" : "At most one of these");
+    rules_->push_back([all, required] {
+        std::string names;
+        for (const Argument& each : all) names += (names.empty() ? "" : ", ") + each.name();
+        const auto given = std::ranges::count_if(all, &Argument::given);
+        if (given > 1) throw WrongUsage("only one of " + names + " may be given");
+        if (given == 0 && required) throw WrongUsage("one of " + names + " is required");
+    });
 }
 
 void Arguments::needsCommand() const {
@@ -257,8 +265,9 @@ void Arguments::examples(const std::vector<std::string>& lines) const {
 }
 
 void Arguments::then(std::function<void()> work) const {
-    app_->callback([work = std::move(work)] {
+    app_->callback([rules = rules_, work = std::move(work)] {
         try {
+            for (const Rule& rule : *rules) rule();
             work();
         } catch (const WrongUsage& fault) {
             throw CLI::ValidationError(fault.what());

@@ -45,20 +45,23 @@ class Argument {
     const Argument& excludes(const Argument& other) const;
     const Argument& needs(const Argument& other) const;
     bool given() const;
+    /// "--json".
+    std::string name() const;
+    /// The heading below which help shows it.
+    const Argument& under(const std::string& heading) const;
 
   private:
     CLI::Option* option_;
 };
 
-/// The arguments of a program, a command, or a group in which some exclude each other. A target must stay
-/// where it is until the command has run.
+/// The arguments of a program or a command. A target must stay where it is until the command has run.
 class Arguments {
   public:
-    explicit Arguments(CLI::App* app) : app_(app) {}
+    explicit Arguments(CLI::App* app);
 
     Arguments command(const char* name, const char* about) const;
-    /// At least `least` and at most `most` of what is added to the group must be given.
-    Arguments group(const char* name, std::size_t least, std::size_t most) const;
+    /// No more than one of these may be given, and one must be if that is required.
+    void alternatives(const std::vector<Argument>& all, bool required) const;
     /// One of the commands must be given.
     void needsCommand() const;
 
@@ -84,7 +87,11 @@ class Arguments {
     void then(std::function<void()> work) const;
 
   private:
+    /// Raises WrongUsage.
+    using Rule = std::function<void()>;
+
     CLI::App* app_;
+    std::shared_ptr<std::vector<Rule>> rules_; // kept before what follows
 };
 
 /// The program with its commands, and the reading of a command line.

@@ -172,14 +172,17 @@ void addGuardband(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command = program.command("guardband", "Solve for guardbands of an analysis file");
     command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
-    const Arguments goal = command.group("goal", 1, 1);
-    goal.text("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
-        .shownAs("RISK")
-        .check(isRisk);
-    goal.text("--target-fr", options->targetReject, "False reject risk wanted, as in 2% or 500ppm")
-        .shownAs("RISK")
-        .check(isRisk);
-    goal.flag("--equalize", options->equalize, "Equal false accept and false reject risks");
+    const Argument accept =
+        command.text("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
+            .shownAs("RISK")
+            .check(isRisk);
+    const Argument reject =
+        command.text("--target-fr", options->targetReject, "False reject risk wanted, as in 2% or 500ppm")
+            .shownAs("RISK")
+            .check(isRisk);
+    const Argument equalize =
+        command.flag("--equalize", options->equalize, "Equal false accept and false reject risks");
+    command.alternatives({accept, reject, equalize}, true);
     command
         .text("--symmetric", options->symmetric,
               "One of multipliers, k: what both sides share; otherwise the file decides")

@@ -165,19 +165,22 @@ void addObserved(const Arguments& program, Command& chosen) {
     const Arguments command =
         program.command("observed", "Convert true and observed % in-tolerance of an analysis file");
     command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
-    const Arguments figure = command.group("figure", 1, 1);
-    figure.text("--true", options->truePct, "True % in-tolerance; computes the observed")
-        .shownAs("PERCENT")
-        .check(isPercent);
-    const Argument known =
-        figure.text("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
+    const Argument truth =
+        command.text("--true", options->truePct, "True % in-tolerance; computes the observed")
             .shownAs("PERCENT")
             .check(isPercent);
-    const Arguments use = command.group("guardbands", 0, 1);
-    use.flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
-    use.flag("--use-guardbands", options->use, "Accepted within the test limits");
-    use.flag("--equalize", options->equalize, "With --true: guardbands that make both figures equal")
-        .excludes(known);
+    const Argument known =
+        command.text("--observed", options->observedPct, "Observed % in-tolerance; computes the true")
+            .shownAs("PERCENT")
+            .check(isPercent);
+    command.alternatives({truth, known}, true);
+    const Argument ignore =
+        command.flag("--ignore-guardbands", options->ignore, "Accepted within the tolerance limits");
+    const Argument use = command.flag("--use-guardbands", options->use, "Accepted within the test limits");
+    const Argument equalize =
+        command.flag("--equalize", options->equalize, "With --true: guardbands that make both figures equal")
+            .excludes(known);
+    command.alternatives({ignore, use, equalize}, false);
     command.flag("--json", options->json, "Print one JSON object instead of text");
     addSettingsOption(command, options->settings);
     command.examples({"observed torque-wrench-50nm.mrk --true 90",

@@ -33,6 +33,9 @@ TEST_F(Cli, WrongUsageIsTwo) {
         {"convert one - --json", "both take the standard output"},
         {"convert one", "OUT is required"},
         {"convert one ''", "a file name is needed"},
+        {"observed --unit a '' --b", "not expected"},
+        {"observed ex/a.mrk", "one of --true, --observed is required"},
+        {"guardband ex/a.mrk --equalize --target-fa 2%", "only one of --target-fa"},
         {"show", "FILE is required"}};
     for (const auto& [bad, text] : rows) {
         const Result result = run(bad);
