@@ -58,7 +58,9 @@ void HtmlDocument::StartDoc() {
         pixels(textWidth()) + "; margin: 2em auto; padding: 0 1em; font: 10pt " + familyOf(FontName) +
         "; color: #000; background: #fff; }\n"
         "p, h1, h2 { margin: 0; font-weight: normal; white-space: pre-wrap; overflow-wrap: anywhere; }\n"
-        "h1, h2, .b { font-weight: bold; }\n"
+        "h1, h2, .b { font-weight: bold; break-after: avoid; }\n"
+        ".k, tr { break-inside: avoid; }\n"
+        "hr { border: 0; border-top: 1px solid #000; }\n"
         "header { display: flex; justify-content: space-between; font-weight: bold; margin-bottom: 1em; }\n"
         "section + section { margin-top: 4em; break-before: page; }\n"
         "table { border-collapse: collapse; table-layout: fixed; margin: 0; }\n"
@@ -164,6 +166,16 @@ void HtmlDocument::Table(std::string_view markup) {
         tableHeading_ = std::move(table);
     else
         writeTable(heading, table);
+}
+
+void HtmlDocument::BeginBlock(double) {
+    beginSection();
+    bytes_ += "<div class=\"k\">\n";
+}
+
+void HtmlDocument::EndBlock() {
+    closeHeading();
+    bytes_ += "</div>\n";
 }
 
 void HtmlDocument::DrawLine(double, double, double, double) {

@@ -20,6 +20,8 @@ class HtmlDocument final : public ReportDocument {
     void NewPage() override;
     void Text(std::string_view text) override;
     void Table(std::string_view markup) override;
+    void BeginBlock(double height) override;
+    void EndBlock() override;
     void DrawLine(double x1, double y1, double x2, double y2) override;
     void DrawPicture(const ReportPicture& picture, double x, double y, double width, double height) override;
 

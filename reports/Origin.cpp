@@ -10,11 +10,11 @@ void ComposeOrigin(Composition& c) {
     c.document.CurrentY += 180;
     c.style(7, false);
     const std::string fingerprint = inputsFingerprint(r);
-    c.document.Text("Metrisk " METRISK_VERSION ", False Accept Risk " +
-                    std::string(r.FalseAcceptOption == 0 ? "Option 1 (Consumer's Perspective)"
-                                                         : "Option 2 (Producer's Perspective)") +
-                    ", " + longDate(c.session.clock.now()) +
-                    (fingerprint.empty() ? "" : "\nSHA-256 of the inputs: " + fingerprint));
+    c.document.SmallPrint("Metrisk " METRISK_VERSION ", False Accept Risk " +
+                          std::string(r.FalseAcceptOption == 0 ? "Option 1 (Consumer's Perspective)"
+                                                               : "Option 2 (Producer's Perspective)") +
+                          ", " + longDate(c.session.clock.now()) +
+                          (fingerprint.empty() ? "" : "\nSHA-256 of the inputs: " + fingerprint));
 }
 
 } // namespace metrisk

@@ -11,7 +11,9 @@ namespace {
 constexpr double twipsPerInch = 1440;
 constexpr double unitsPerTwip = 96 / twipsPerInch; // of a surface in natural size
 constexpr double leastBody = 2 * twipsPerInch;
-constexpr double bodyGap = 120; // between a running text and the body
+constexpr double bodyGap = 120;       // between a running text and the body
+constexpr double smallPrint = 340;    // two lines of seven points
+constexpr double leastSmallPrint = 3; // points
 constexpr double sectionHeadingSize = 14;
 constexpr double headingSize = 11;
 constexpr std::size_t longestPiece = 256; // bytes
@@ -112,8 +114,13 @@ double PagedDocument::bodyTop() const {
     return std::max(MarginTop, headerTop() + HdrFontSize * runningLine + bodyGap);
 }
 
+/// Below it there is room for the footer, and above that for the small print.
 double PagedDocument::bodyBottom() const {
-    return PageHeight - std::max(MarginBottom, footerBottom() + HdrFontSize * runningLine + bodyGap);
+    return std::min(PageHeight - MarginBottom, footerTop() - bodyGap - smallPrint);
+}
+
+double PagedDocument::footerTop() const {
+    return PageHeight - footerBottom() - HdrFontSize * runningLine;
 }
 
 void PagedDocument::beginPage() {
@@ -125,7 +132,7 @@ void PagedDocument::beginPage() {
 /// At a page's end, when its texts are known.
 void PagedDocument::placeRunningTexts() {
     placeRunning(Header, headerTop());
-    placeRunning(Footer, PageHeight - footerBottom() - HdrFontSize * runningLine);
+    placeRunning(Footer, footerTop());
 }
 
 void PagedDocument::placeRunning(std::string_view text, double y) {
@@ -259,6 +266,8 @@ void PagedDocument::Text(std::string_view text) {
         keepWithNext();
         if (FontSize >= headingSize) bookmark(std::string(text), FontSize < sectionHeadingSize);
     }
+    // A paragraph begins with two lines on a page.
+    need(height * static_cast<double>(std::min<std::size_t>(lines.size(), 2)));
     for (const std::string& line : lines) {
         need(height);
         place(x, CurrentY, line, font());
@@ -266,6 +275,19 @@ void PagedDocument::Text(std::string_view text) {
         if (!FontBold) contentPlaced();
     }
     CurrentX = lineStart_ = MarginLeft + IndentLeft;
+}
+
+void PagedDocument::SmallPrint(std::string_view text) {
+    std::vector<std::string> lines = wrapped(text, textWidth());
+    while (static_cast<double>(lines.size()) * lineHeight() > smallPrint && FontSize > leastSmallPrint) {
+        FontSize -= 0.5;
+        lines = wrapped(text, textWidth());
+    }
+    double y = footerTop() - bodyGap / 2 - static_cast<double>(lines.size()) * lineHeight();
+    for (const std::string& line : lines) {
+        place(MarginLeft, y, line, font());
+        y += lineHeight();
+    }
 }
 
 void PagedDocument::DrawLine(double x1, double y1, double x2, double y2) {

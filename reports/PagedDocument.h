@@ -45,8 +45,8 @@ void drawPage(DrawingSurface& surface, const PagedReport& report, std::size_t pa
 
 /// Lines are broken between words, pages between rows and lines: no row is cut unless it is taller than a
 /// page, a heading (a paragraph or table in bold, a table of one cell) goes to the page of what follows it,
-/// and the heading of a table is repeated. Margins that leave no room are narrowed, tables that reach beyond
-/// the paper as well.
+/// and the heading of a table is repeated. Margins that leave no room are narrowed, tables that are wider
+/// than the text as well.
 class PagedDocument final : public ReportDocument {
   public:
     /// `metrics` measures texts; its coordinates become those of the page.
@@ -59,7 +59,11 @@ class PagedDocument final : public ReportDocument {
     void Table(std::string_view markup) override;
     void DrawLine(double x1, double y1, double x2, double y2) override;
     void DrawPicture(const ReportPicture& picture, double x, double y, double width, double height) override;
+    void BeginBlock(double height) override { need(height); }
+    /// In the bottom margin of the last page.
+    void SmallPrint(std::string_view text) override;
     double lineHeight() const override;
+    double lengthOf(std::string_view text) const override { return measure(text, font()); }
 
     /// What EndDoc has finished.
     const PagedReport& report() const { return report_; }
@@ -76,6 +80,7 @@ class PagedDocument final : public ReportDocument {
 
     double bodyTop() const;
     double bodyBottom() const;
+    double footerTop() const;
     void beginPage();
     void placeRunningTexts();
     void placeRunning(std::string_view text, double y);

@@ -9,7 +9,6 @@ namespace {
 
 constexpr double cellPadding = 30; // above and below the lines of a row
 constexpr double cellGap = 80;     // between the texts of columns
-constexpr double paperEdge = 360;  // a table stays so far from it
 constexpr double leastTable = 1440;
 constexpr double leastCell = 200;
 
@@ -82,7 +81,7 @@ void PagedDocument::placeHeading(const TableMarkup& table, double x) {
 void PagedDocument::Table(std::string_view markup) {
     TableMarkup table = readTable(markup);
     const double x = MarginLeft + IndentLeft;
-    const double most = std::max(PageWidth - paperEdge - x, leastTable);
+    const double most = std::max(PageWidth - MarginRight - x, leastTable);
     if (table.width() > most)
         for (const double share = most / table.width(); TableColumn & column : table.columns)
             column.width *= share;

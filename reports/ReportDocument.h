@@ -64,6 +64,11 @@ class ReportDocument {
     /// The current position moves below it.
     virtual void DrawPicture(const ReportPicture& picture, double x, double y, double width,
                              double height) = 0;
+    /// What follows up to EndBlock, about so high, stays on one page.
+    virtual void BeginBlock(double /*height*/) {}
+    virtual void EndBlock() {}
+    /// A paragraph at the end of the document that makes no page of its own.
+    virtual void SmallPrint(std::string_view text) { Text(text); }
     /// Puts text of the export format into the file as it is.
     virtual void ExportRaw(std::string_view) {}
     /// Brings the margins to those of the device.
@@ -73,6 +78,11 @@ class ReportDocument {
     /// position.
     virtual double lineHeight() const { return FontSize * 1.2 * 20; }
 
+    /// Of a text in the present font, as far as the document knows.
+    virtual double lengthOf(std::string_view text) const {
+        return static_cast<double>(text.size()) * FontSize * usualCharacter * 20;
+    }
+
     double textWidth() const { return PageWidth - MarginLeft - MarginRight; }
     /// Running texts stand half an inch from the edges of the paper, in narrower margins at the margin.
     double headerTop() const { return MarginTop < runningInset ? MarginTop : runningInset; }
@@ -81,6 +91,7 @@ class ReportDocument {
     double headerBottom() const { return headerTop() + HdrFontSize * runningLine + 90; }
 
   protected:
+    static constexpr double usualCharacter = 0.56; // of the font's size
     static constexpr double runningInset = 720;
     static constexpr double runningLine = 24; // twips of a line for each point of the font
 

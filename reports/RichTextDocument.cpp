@@ -97,7 +97,7 @@ void RichTextDocument::beginBody() {
     if (inBody_) return;
     inBody_ = true;
     // Some word processors forget the prologue's tabs within the running texts; those of the style they keep.
-    bytes_ += "{\\stylesheet{\\s0" + tabs() + " Normal;}}\n{\\info{\\title " + richText(title_) +
+    bytes_ += "{\\stylesheet{\\s0\\b0" + tabs() + " Normal;}}\n{\\info{\\title " + richText(title_) +
               "}}\n\\paperw" + number(PageWidth) + "\\paperh" + number(PageHeight) + "\\margl" +
               number(MarginLeft) + "\\margr" + number(MarginRight) + "\\margt" + number(MarginTop) +
               "\\margb" + number(MarginBottom) + "\n";
@@ -117,7 +117,7 @@ std::string RichTextDocument::tabs() const {
 }
 
 std::string RichTextDocument::fontWords() const {
-    return "\\f999\\fs" + number(2 * FontSize) + (FontBold ? "\\b" : "");
+    return "\\f999\\fs" + number(2 * FontSize) + (FontBold ? "\\b" : "\\b0");
 }
 
 void RichTextDocument::paragraph(std::string_view words) {
@@ -130,13 +130,21 @@ void RichTextDocument::paragraph(std::string_view words) {
 }
 
 void RichTextDocument::Text(std::string_view text) {
-    paragraph(FontBold ? "\\keepn" : "");
-    bytes_ += (text == "\n" ? "" : richText(text)) + "\\par\n";
+    // A heading stays with its first lines, an empty one between them as well.
+    const bool empty = text == "\n";
+    const bool heads = FontBold || (empty && afterHeading_);
+    paragraph(heads || together_ ? "\\keepn" : "");
+    bytes_ += (empty ? "" : richText(text)) + "\\par\n";
+    afterHeading_ = heads;
 }
 
 void RichTextDocument::Table(std::string_view markup) {
     beginBody();
-    const TableMarkup table = readTable(markup);
+    TableMarkup table = readTable(markup);
+    if (const double room = textWidth() - IndentLeft; table.width() > room)
+        for (const double share = room / table.width(); TableColumn & column : table.columns)
+            column.width *= share;
+    afterHeading_ = false;
     std::string edges;
     double edge = IndentLeft;
     for (const TableColumn& column : table.columns) edges += "\\cellx" + number(edge += column.width);
@@ -144,8 +152,9 @@ void RichTextDocument::Table(std::string_view markup) {
         bytes_ += "\\trowd\\trgaph0\\trkeep" + std::string(FontBold ? "\\trhdr" : "") + "\\trleft" +
                   number(IndentLeft) + edges + "\n";
         for (std::size_t i = 0; i < row.size(); ++i)
-            bytes_ += "\\pard\\plain\\intbl" + fontWords() + (table.columns[i].centred ? "\\qc " : "\\ql ") +
-                      richText(row[i]) + "\\cell\n";
+            bytes_ += "\\pard\\plain\\intbl" + std::string(FontBold || together_ ? "\\keepn" : "") +
+                      fontWords() + (table.columns[i].centred ? "\\qc " : "\\ql ") + richText(row[i]) +
+                      "\\cell\n";
         bytes_ += "\\row\n";
     }
     placedY_ = CurrentY;
@@ -153,7 +162,8 @@ void RichTextDocument::Table(std::string_view markup) {
 
 void RichTextDocument::DrawLine(double, double, double, double) {
     beginBody();
-    bytes_ += "\\pard\\plain\\fs4\\brdrb\\brdrs\\brdrw10\\brsp20 \\par\n";
+    bytes_ += "\\pard\\plain" + std::string(together_ ? "\\keepn" : "") +
+              "\\fs4\\brdrb\\brdrs\\brdrw10\\brsp20 \\par\n";
     placedY_ = CurrentY;
 }
 

@@ -22,6 +22,8 @@ class RichTextDocument final : public ReportDocument {
     void NewPage() override;
     void Text(std::string_view text) override;
     void Table(std::string_view markup) override;
+    void BeginBlock(double) override { together_ = true; }
+    void EndBlock() override { together_ = false; }
     void DrawLine(double x1, double y1, double x2, double y2) override;
     void DrawPicture(const ReportPicture& picture, double x, double y, double width, double height) override;
     void ExportRaw(std::string_view raw) override;
@@ -35,6 +37,8 @@ class RichTextDocument final : public ReportDocument {
     std::string bytes_;
     double placedY_ = 0; // CurrentY as the last operation left it
     bool inBody_ = false;
+    bool together_ = false; // with what follows, on one page
+    bool afterHeading_ = false;
 
     void beginBody();
     std::string tabs() const;

@@ -20,6 +20,8 @@ constexpr double normalTop = 1440; // margin with which the body starts at first
 constexpr double firstLine = 1080;
 constexpr double indent = 360;
 constexpr const char* twoColumns = "<5200|<3600;";
+constexpr double resultsHeight = 2300; // with the rule and the heading
+constexpr double signerHeight = 360 + 4 * 280;
 constexpr const char* resultColumns = "<5000|^1800|^1800;";
 
 /// Rows of a label and a value; those without a value are left out.
@@ -203,6 +205,7 @@ void results(Composition& c) {
     const CurrentFigures current = currentFigures(c.session);
     const bool risks = current.risks && (r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0);
     const bool ratio = current.ratio && (r.EqAccRat != 0 || current.noSuchRatio);
+    c.document.BeginBlock(resultsHeight);
     c.rule();
     c.lineFeed();
     c.style(14, true);
@@ -227,6 +230,7 @@ void results(Composition& c) {
                                    : withoutGroups(r.EqAccRat, regional)) +
             (ratio ? " **;" : ";");
     c.document.Table(rows);
+    c.document.EndBlock();
     if (risks && r.FalseAcceptRisk != 0)
         c.document.Text(std::string("*   Based on False Accept Risk ") +
                         (r.FalseAcceptOption == 0 ? "Option 1 (Consumer's Perspective)"
@@ -266,11 +270,17 @@ std::string nameAndDepartment(const std::string& name, bool withDepartment, cons
 }
 
 void signatureTable(Composition& c, const std::vector<SignOff>& lines) {
+    constexpr double nameWidth = 5300, dateWidth = 2200, gap = 100;
+    c.style(10, false);
+    // To write on: as long as the cell has room for in this font.
+    const auto underscores = [&](double width, std::size_t most) {
+        const double fit = (width - gap) / c.document.lengthOf("_");
+        return std::string(std::min(most, static_cast<std::size_t>(fit)), '_');
+    };
+    const std::string below = "; |" + underscores(nameWidth, 45) + "|" + underscores(dateWidth, 16) + ";";
     std::string rows = "<1600|<5300|<2200;";
     for (const SignOff& line : lines)
-        rows += std::string(line.label) + " |" + oneLine(line.name) +
-                "| Date; |_____________________________________________|________________;";
-    c.style(10, false);
+        rows += std::string(line.label) + " |" + oneLine(line.name) + "| Date" + below;
     c.document.Table(rows);
 }
 
@@ -278,10 +288,8 @@ void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
     constexpr double nameX = 2880;
     constexpr double dateX = 8820;
     constexpr double gap = 120;
-    constexpr double height = 360 + 4 * 280;
     ReportDocument& d = c.document;
     for (const SignOff& line : lines) {
-        if (d.CurrentY + height > d.PageHeight - d.MarginBottom) d.NewPage();
         d.CurrentY += 360;
         c.style(11, true);
         d.Text(std::string(line.label));
@@ -310,12 +318,14 @@ void signOff(Composition& c) {
         lines.push_back({"Approved By:",
                          nameAndDepartment(r.Approver, r.IncludeApprovingDepartment, r.ApprovingDepartment)});
     if (lines.empty()) return;
+    c.document.BeginBlock(180 + signerHeight * static_cast<double>(lines.size()));
     c.document.CurrentY += 180 - 90; // the rule's own space makes it 180
     c.rule();
     if (c.signatureTable)
         signatureTable(c, lines);
     else
         signatureLines(c, lines);
+    c.document.EndBlock();
 }
 
 } // namespace

@@ -30,6 +30,13 @@ std::string prologueOf(const ReportDocument& document) {
     return prologue;
 }
 
+/// Said once more in the running text: not every word processor takes it over from outside.
+std::string fontOf(const ReportDocument& document) {
+    return "\\plain\\f999\\fs" + std::to_string(std::lround(document.HdrFontSize * 2)) +
+           (document.HdrFontBold ? "\\b" : "") + (document.HdrFontItalic ? "\\i" : "") +
+           (document.HdrFontUnderline ? "\\ul" : "");
+}
+
 std::string fieldsOf(std::string_view running) {
     std::string text = richText(running);
     replaceAll(text, "%d", "{\\field{\\*\\fldinst PAGE}}");
@@ -49,10 +56,11 @@ void BeginExportHeader(ReportDocument& document, bool prologue) {
     document.GetMargins();
     std::string head = prologue ? prologueOf(document) : "";
     if (!document.Header.empty()) {
-        document.ExportRaw(head + "{\\header{" + fieldsOf(document.Header));
+        document.ExportRaw(head + "{\\header{" + fontOf(document) + fieldsOf(document.Header));
         head.clear();
     }
-    if (!document.Footer.empty()) document.ExportRaw(head + "{\\footer{" + fieldsOf(document.Footer));
+    if (!document.Footer.empty())
+        document.ExportRaw(head + "{\\footer{" + fontOf(document) + fieldsOf(document.Footer));
 }
 
 } // namespace metrisk

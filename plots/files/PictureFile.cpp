@@ -29,14 +29,14 @@ void check(cairo_status_t status) {
 using Sheet = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 using Pen = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
-Sheet makeSheet(PictureFormat format, const PictureSize& size, const DocumentFacts& facts,
-                std::string& bytes) {
+Sheet makeSheet(PictureFormat format, const PaperSize& size, const DocumentFacts& facts, std::string& bytes) {
     const double width = size.width * pointsPerUnit;
     const double height = size.height * pointsPerUnit;
     cairo_surface_t* made = nullptr;
     switch (format) {
     case PictureFormat::Png:
-        made = cairo_image_surface_create(CAIRO_FORMAT_RGB24, size.width, size.height);
+        made = cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(size.width),
+                                          static_cast<int>(size.height));
         break;
     case PictureFormat::Svg: made = cairo_svg_surface_create_for_stream(append, &bytes, width, height); break;
     case PictureFormat::Pdf:
@@ -52,7 +52,7 @@ Sheet makeSheet(PictureFormat format, const PictureSize& size, const DocumentFac
     return sheet;
 }
 
-void addOutline(cairo_surface_t* sheet, const PictureSize& size, const std::vector<OutlineEntry>& outline) {
+void addOutline(cairo_surface_t* sheet, const PaperSize& size, const std::vector<OutlineEntry>& outline) {
     std::vector<int> parents{CAIRO_PDF_OUTLINE_ROOT}; // of the levels
     for (const OutlineEntry& entry : outline) {
         const auto level = std::min(static_cast<std::size_t>(std::max(entry.level, 0)), parents.size() - 1);
@@ -65,7 +65,7 @@ void addOutline(cairo_surface_t* sheet, const PictureSize& size, const std::vect
     }
 }
 
-std::string sheetBytes(PictureFormat format, const PictureSize& size, const DocumentFacts& facts,
+std::string sheetBytes(PictureFormat format, const PaperSize& size, const DocumentFacts& facts,
                        const std::vector<std::function<void(DrawingSurface&)>>& pages) {
     std::string bytes;
     const Sheet sheet = makeSheet(format, size, facts, bytes);
@@ -98,10 +98,11 @@ std::optional<PictureFormat> pictureFormatOf(const std::filesystem::path& path) 
 
 std::string pictureBytes(PictureFormat format, const PictureSize& size, const std::string& title,
                          const std::function<void(DrawingSurface&)>& paint) {
-    return sheetBytes(format, size, {.title = title}, {paint});
+    return sheetBytes(format, {static_cast<double>(size.width), static_cast<double>(size.height)},
+                      {.title = title}, {paint});
 }
 
-std::string documentBytes(const PictureSize& page, const DocumentFacts& facts,
+std::string documentBytes(const PaperSize& page, const DocumentFacts& facts,
                           const std::vector<std::function<void(DrawingSurface&)>>& pages) {
     return sheetBytes(PictureFormat::Pdf, page, facts, pages);
 }

@@ -22,6 +22,11 @@ struct PictureSize {
     int height = 600;
 };
 
+/// The same of a page, which has no pixels.
+struct PaperSize {
+    double width = 0, height = 0;
+};
+
 inline constexpr int largestPictureSide = 10000;
 
 /// The bytes of a picture. Raises std::runtime_error if the library cannot make it.
@@ -45,7 +50,7 @@ struct DocumentFacts {
 
 /// The bytes of a PDF with a page for each drawing: the same for the same drawings and facts, if they have a
 /// date. Raises std::runtime_error if the library cannot make it.
-std::string documentBytes(const PictureSize& page, const DocumentFacts& facts,
+std::string documentBytes(const PaperSize& page, const DocumentFacts& facts,
                           const std::vector<std::function<void(DrawingSurface&)>>& pages);
 
 } // namespace metrisk

@@ -53,8 +53,7 @@ std::string CairoPress::pdf(const PagedReport& report, const std::string& title,
     std::vector<std::function<void(DrawingSurface&)>> pages;
     for (std::size_t i = 0; i < report.pages.size(); ++i)
         pages.emplace_back([&report, i](DrawingSurface& surface) { drawPage(surface, report, i); });
-    const PictureSize size{static_cast<int>(std::lround(report.setup.width * unitsPerTwip)),
-                           static_cast<int>(std::lround(report.setup.height * unitsPerTwip))};
+    const PaperSize size{report.setup.width * unitsPerTwip, report.setup.height * unitsPerTwip};
     return documentBytes(size, facts, pages);
 }
 

@@ -17,7 +17,6 @@ namespace {
 
 constexpr double unitsPerInch = 96;
 constexpr double unitsPerTwip = unitsPerInch / 1440;
-constexpr double twipsPerPoint = 20;
 
 /// Measures as the screen does, at 96 dots to the inch.
 struct ScreenMeasure {
@@ -29,8 +28,8 @@ struct ScreenMeasure {
 };
 
 PageSetup paperOf(const QPrinter& printer) {
-    const QSizeF points = printer.pageLayout().fullRectPoints().size();
-    return {.width = points.width() * twipsPerPoint, .height = points.height() * twipsPerPoint};
+    const QSizeF size = printer.pageLayout().fullRect(QPageLayout::Millimeter).size();
+    return PageSetup::ofMillimetres(size.width(), size.height());
 }
 
 QSizeF unitsOf(const PageSetup& page) {
@@ -46,7 +45,8 @@ QtReportPrinter::~QtReportPrinter() = default;
 QPrinter& QtReportPrinter::printer() {
     if (!printer_) {
         printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        printer_->setFullPage(true); // the report has margins of its own
+        printer_->setFullPage(true);                     // the report has margins of its own
+        printer_->setPageSize(QPageSize(QPageSize::A4)); // whatever the locale's paper is
     }
     return *printer_;
 }

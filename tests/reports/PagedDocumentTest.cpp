@@ -160,5 +160,14 @@ TEST(PagedDocument, APageOfAnySizeHasTheSameProportions) {
     EXPECT_EQ(textAt(2), textAt(1));
 }
 
+TEST(PagedDocument, ATableIsNoWiderThanTheText) {
+    Paged p;
+    p.document.Table("<6000|<6000;left|right;");
+    const PagedReport& report = p.end();
+    const auto* right = std::get_if<PlacedText>(&report.pages[0].back());
+    ASSERT_TRUE(right && right->text == "right");
+    EXPECT_DOUBLE_EQ(right->x, 1440 + 9360 / 2);
+}
+
 } // namespace
 } // namespace metrisk::testing

@@ -1,11 +1,16 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
+#include "plots/Drawing.h"
 #include "reports/Compose.h"
+#include "reports/PagedDocument.h"
+#include "reports/ReportFiles.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/RecordedReport.h"
 #include "tests/support/Recording.h"
 
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
+
+#include <algorithm>
 
 namespace metrisk::testing {
 namespace {
@@ -67,6 +72,59 @@ TEST(RiskReport, SaysWhatTheScreenShows) {
     signedByTwo(z540.record);
     expectReport("z540-signed", z540.compute());
     expectReport("z540-signed-on-paper", z540, {}, false);
+}
+
+/// Reports whose end comes to stand anywhere on a page: a signature keeps its rule and its line, a heading
+/// what it heads, and the small print makes no page.
+TEST(Report, PagesBreakWhereNothingIsParted) {
+    struct Line {
+        double y;
+        std::string text;
+        bool bold;
+    };
+    for (const bool onPaper : {false, true})
+        for (int remarks = 0; remarks < 40; ++remarks) {
+            Reported report;
+            signedByTwo(report.record);
+            report.record.IncludeRemarks = remarks > 0;
+            for (int i = 0; i < remarks; ++i) report.record.Remarks += "a line of remarks\n";
+            report.compute();
+            Drawing metrics(794, 1123);
+            const auto paged = reportPages(report.session, {}, PageSetup::a4(), metrics, onPaper);
+            ASSERT_TRUE(paged);
+            for (const auto& page : paged->pages) {
+                std::vector<Line> lines;
+                double lastRule = 0;
+                for (const Placed& item : page) {
+                    if (const auto* text = std::get_if<PlacedText>(&item))
+                        lines.push_back({text->y, text->text, text->font.Bold});
+                    if (const auto* rule = std::get_if<PlacedRule>(&item)) lastRule = rule->y1;
+                }
+                const auto named = [&](const std::string& word) {
+                    return std::ranges::find_if(lines,
+                                                [&](const Line& line) { return line.text.find(word) == 0; });
+                };
+                const auto submitted = named("Submitted By:");
+                const auto small = named("SHA-256");
+                const std::string where = std::to_string(remarks) + (onPaper ? " on paper" : "");
+                EXPECT_EQ(submitted == lines.end(), named("Approved By:") == lines.end()) << where;
+                if (submitted != lines.end()) {
+                    EXPECT_GT(lastRule, 0) << where;
+                    EXPECT_TRUE(std::ranges::any_of(page, [&](const Placed& item) {
+                        const auto* rule = std::get_if<PlacedRule>(&item);
+                        return rule && rule->y1 < submitted->y && submitted->y - rule->y1 < 900;
+                    })) << where;
+                }
+                EXPECT_TRUE(small == lines.end() || lines.size() > 6) << where << ": alone";
+                // The lowest text but header, footer and small print.
+                std::erase_if(lines, [](const Line& line) {
+                    return line.y < 1000 || line.text.find("- ") == 0 || line.text.find("SHA-256") == 0 ||
+                           line.text.find("Metrisk 1") == 0;
+                });
+                ASSERT_FALSE(lines.empty());
+                EXPECT_FALSE(std::ranges::max(lines, {}, &Line::y).bold) << where;
+            }
+        }
 }
 
 TEST(RiskReport, FiguresOfOtherEntriesAreNotComputed) {

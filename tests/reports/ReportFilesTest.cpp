@@ -63,6 +63,18 @@ TEST(ReportFiles, TheTextOfAPdfCanBeTakenOut) {
     EXPECT_EQ(bytes, report.file(path)) << "the same report has the same bytes";
     const auto facts = outputOf("pdfinfo '" + path + "'");
     EXPECT_NE(facts.value_or("").find("volts - Measurement Decision Risk Analysis"), std::string::npos);
+    const auto onA4 = reportBytes(report.session, {}, PageSetup::a4(), path, CairoPress());
+    EXPECT_NE(onA4.value_or("").find("/MediaBox [ 0 0 595.27"), std::string::npos) << "not by whole pixels";
+}
+
+TEST(ReportFiles, RichTextIsBoldWhereItIsBold) {
+    Reported report;
+    report.compute();
+    const std::string bytes = reportBytes(report.session, {}, {}, "r.doc", CairoPress()).value_or("");
+    for (const char* part :
+         {"\\keepn\\f999\\fs20\\b\\qc Acceptable", "\\intbl\\keepn\\f999\\fs20\\b0\\ql False Accept Risk:",
+          "\\intbl\\f999\\fs20\\b0\\ql Measurement Area:", "{\\header{\\plain\\f999\\fs18\\b ", "{\\s0\\b0"})
+        EXPECT_NE(bytes.find(part), std::string::npos) << part << bytes.substr(0, 6000);
 }
 
 TEST(ReportFiles, RichTextIsWellFormed) {
