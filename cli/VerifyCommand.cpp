@@ -65,6 +65,7 @@ int verify(const Options& options) {
     const std::vector<CheckedFigure> figures = selfCheck(data);
     const CheckHeading heading = checkHeading(data, SystemClock().now(), {});
     const bool passed = allPassed(figures);
+    if (!passed) ui.note(checkSummary(figures));
     const bool written = options.page.empty() || writePage(options, heading, figures, ui, output);
     output.status = passed && written ? allDone : refused;
     if (options.json)

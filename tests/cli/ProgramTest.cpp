@@ -262,6 +262,7 @@ TEST_F(Cli, VerifiesItself) {
     const auto failed = run("verify --data broken.tsv");
     EXPECT_EQ(failed.status, 1);
     EXPECT_NE(failed.out.find("1 DIFF"), std::string::npos);
+    EXPECT_EQ(failed.err, "verify: 0 PASS, 0 NOTE, 1 DIFF\n");
     EXPECT_EQ(run("verify --data none.tsv").status, 3);
 }
 
