@@ -39,6 +39,15 @@ TEST_F(Cli, SolvesGuardbands) {
     EXPECT_NEAR(saved["GB_UpperMult"].get<double>(), found["GB_UpperMult"].get<double>(), 1e-14);
     EXPECT_NEAR(saved["GB_FARisk"].get<double>(), 0.2, 2e-5);
     EXPECT_NEAR(saved["FalseAcceptRisk"].get<double>(), main["FalseAcceptRisk"].get<double>(), 1e-13);
+    // Equal sides share their multiplier without being asked, others are asked for.
+    const std::string other = "ex/multimeter-dc-volts.mrk";
+    EXPECT_NE(run("guardband --target-fa 0.2 --save " + other)
+                  .out.find("  Symmetric                   multipliers\n"),
+              std::string::npos);
+    EXPECT_TRUE(json::parse(run("show --json " + other).out)["GB_SymmetricMult"]);
+    const Result unequal = run("guardband --target-fa 0.2% ex/attenuator-20db.mrk");
+    EXPECT_EQ(unequal.status, 1);
+    EXPECT_NE(unequal.err.find("--symmetric multipliers or --symmetric k"), std::string::npos) << unequal.err;
     for (const auto& [words, status] : {std::pair{"--target-fa 2x", 2},
                                         {"--target-fa 2%% --equalize", 2},
                                         {"", 2},
