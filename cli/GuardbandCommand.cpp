@@ -13,6 +13,7 @@
 #include "risk/guardband/ExactGuardband.h"
 #include "risk/guardband/KFactors.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -83,7 +84,7 @@ std::optional<Solved> solve(AnalysisRun& run, const Options& options) {
     takeGuardbands(run.session, *found);
     Risks risks{};
     if (!risksAtLimits(run.session, true, risks)) return std::nullopt;
-    risks = {notNegative(risks.falseAccept), notNegative(risks.falseReject)};
+    risks = {std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
     holdWorksheetRisks(r, risks);
     r.GB_RisksStale = false;
     const GuardbandForm form =

@@ -14,6 +14,7 @@
 #include "risk/CurrentFigures.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 #include "risk/guardband/GuardbandTexts.h"
 #include "risk/guardband/KFactors.h"
@@ -177,6 +178,14 @@ void GuardbandScreen::showSecondFigures() {
     };
     showFigure(verified.falseAccept, FARiskBox, Lbl_ExactAccept);
     showFigure(verified.falseReject, FRRiskBox, Lbl_ExactReject);
+    std::string ratioRemark;
+    const RatioQuestion question = ratioQuestion(r);
+    const auto& key = question.onFalseAccept ? verified.falseAccept : verified.falseReject;
+    if (r.GB_IncludeEqAccRat && ratioCurrent_ && key)
+        ratioRemark =
+            exactRatioRemark(r.GB_EqAccRat, ratioText_, exactRatio(question, key->exact.value, r.GB_EqAccRat),
+                             session_.regional);
+    setRemark(EqAccRatBox, Lbl_ExactRatio, ratioRemark);
 }
 
 void GuardbandScreen::refresh() {

@@ -82,6 +82,7 @@ class GuardbandScreen final : public Worksheet {
     PushButton CmdCompute{*this, "CmdCompute", "Comp&ute Risks", "Compute the risks of these guardbands"};
     Label Lbl_EqAccRat{*this, "Lbl_EqAccRat", "Equivalent Accuracy Ratio:"};
     TextBox EqAccRatBox{*this, "EqAccRatBox", "Accuracy ratio with the same risk in the baseline"};
+    Label Lbl_ExactRatio{*this, "Lbl_ExactRatio"};
     TextBox EqAccRat2Box{*this, "EqAccRat2Box", "Right figure of the equivalent accuracy ratio"};
     CheckBox IncludeEqAccRatBox{*this, "IncludeEqAccRatBox", " &Include",
                                 "Search the equivalent accuracy ratio with the risks"};

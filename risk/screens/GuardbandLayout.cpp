@@ -48,6 +48,7 @@ QGroupBox* risks(const WidgetMaker& w) {
                                 {{w("Lbl_ExactReject"), 3}},
                                 {{w("Lbl_ExactSolve"), 2}, w("cmd_UseExact")},
                                 {w("Lbl_EqAccRat"), w("EqAccRatBox"), w.box("EqAccRat2Box", 4)},
+                                {{w("Lbl_ExactRatio"), 3}},
                                 {w("IncludeEqAccRatBox"), {w("CmdCompute"), 2}}}));
 }
 
