@@ -1,6 +1,8 @@
 // What the rules need of whoever sits before the program: boxes, focus, progress, patience.
 #pragma once
 
+#include "base/Box.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -9,21 +11,6 @@ namespace metrisk {
 
 class Worksheet;
 struct PictureArea;
-
-enum class BoxIcon { None, Information, Exclamation, Question, Critical };
-enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class Answer { Ok, Cancel, Yes, No };
-
-/// A modal message box. `unattended` is the answer of a run that nobody watches; each question
-/// names it where it is asked.
-struct Box {
-    std::string text;
-    std::string title = "Metrisk";
-    BoxIcon icon = BoxIcon::Information;
-    BoxButtons buttons = BoxButtons::Ok;
-    Answer unattended = Answer::Ok;
-    std::string yesCaption{}, noCaption{}; // where the buttons say what they mean
-};
 
 /// A control of a screen; by its name alone one of the main screen.
 struct ControlName {

@@ -1,10 +1,10 @@
 // Everything one running program has; passed by reference, never global.
 #pragma once
 
+#include "base/FileStamp.h"
 #include "model/Analysis.h"
 #include "model/Clock.h"
 #include "model/ColorScheme.h"
-#include "model/FileStamp.h"
 #include "model/Interaction.h"
 #include "model/Places.h"
 #include "model/Regional.h"

@@ -21,7 +21,6 @@ constexpr const char* modeOrReading = "Mode or Reading";
 constexpr const char* measuringOffset = "MTE Tolerance Offset";
 constexpr const char* measuringFixed = "MTE Fixed Offset";
 constexpr const char* measuringPct = "MTE % In-Tolerance";
-constexpr const char* processUncertainty = "Measurement Process Uncertainty";
 } // namespace title
 
 namespace text {
@@ -61,24 +60,88 @@ bool allZero(std::initializer_list<double> values) {
     return true;
 }
 
-bool subjectEmpty(const Analysis& r) {
+bool subjectEmpty(const SubjectParameter& r) {
     return allZero({r.SU_Mode, r.SU_UpperLimit, r.SU_LowerLimit, r.SU_PctInTol});
 }
 
-struct Failure {
+/// What is wrong with a parameter, and where.
+struct BrokenRule {
     std::string_view title;
     std::string_view text;
     const char* box;
     const char* panel = nullptr;
+    bool waits = false; // until the entry being made is committed: more may follow
 };
+using Broken = std::optional<BrokenRule>;
 
 /// Ends a check: message, focus and highlight as the gates allow, and the flag in any case.
-void fail(Session& session, const Failure& failure, bool speaks) {
+void fail(Session& session, const BrokenRule& rule, bool speaks) {
     session.record.AbortFlag = true;
     if (!speaks || validationIsQuiet(session)) return;
-    tell(session.ui, {failure.text, failure.title});
-    session.ui.focus(failure.box, true);
-    if (failure.panel) session.ui.highlight(failure.panel);
+    tell(session.ui, {rule.text, rule.title});
+    session.ui.focus(rule.box, true);
+    if (rule.panel) session.ui.highlight(rule.panel);
+}
+
+/// The subject parameter's rules by number in four parts, between which the user may be asked.
+Broken dataMissing(const SubjectParameter& su) {
+    if (!subjectEmpty(su)) return std::nullopt;
+    return BrokenRule{title::insufficient, text::noSubjectData, "ModeBox", nullptr, true};
+}
+
+Broken rulesOfLimits(const SubjectParameter& su) {
+    const bool hundred = su.SU_PctInTol == 100;
+    if (su.SU_UpperLimit < su.SU_Mode && !su.OptSingleLower)
+        return BrokenRule{upperSide.limitTitle, text::notBelowMode, upperSide.limitBox};
+    if (su.SU_LowerLimit > su.SU_Mode && !su.OptSingleUpper)
+        return BrokenRule{lowerSide.limitTitle, text::notAboveMode, lowerSide.limitBox};
+    if (hundred && !isSymmetric(su))
+        return BrokenRule{subjectPctTitle, hundredOnlySymmetricText, "PctInTolBox"};
+    if (su.OptTwoSided && su.SU_UpperLimit == su.SU_Mode && su.SU_LowerLimit == su.SU_Mode)
+        return BrokenRule{title::subjectTolerance, text::limitsOnMode, upperSide.limitBox, nullptr, true};
+    if (su.SU_PctInTol <= 0)
+        return BrokenRule{subjectPctTitle, text::aboveZero, "PctInTolBox", nullptr, true};
+    if (su.SU_PctInTol > 100) return BrokenRule{subjectPctTitle, text::below100, "PctInTolBox"};
+    return std::nullopt;
+}
+
+/// Of a single-sided tolerance, towards the side that it has.
+struct OneSide {
+    explicit OneSide(const SubjectParameter& su)
+        : lower(su.OptSingleLower), side(lower ? lowerSide : upperSide), mode(side.sign * su.SU_Mode),
+          limit(side.sign * (lower ? su.SU_LowerLimit : su.SU_UpperLimit)),
+          physical(side.sign * su.PhysicalLimit) {}
+
+    bool lower;
+    const SubjectSide& side;
+    double mode, limit, physical;
+};
+
+Broken rulesOfPhysicalLimit(const SubjectParameter& su) {
+    const OneSide one(su);
+    const char* box = otherSide(one.side).limitBox;
+    if (su.PhysLimitRequired && !su.PhysicalLimitEntered)
+        return BrokenRule{title::physicalMissing, text::physicalNotEntered, box, nullptr, true};
+    if (su.PhysLimitRequired && one.physical > one.mode && one.physical <= one.limit)
+        return BrokenRule{physicalLimitTitle, one.lower ? text::physicalBelowMode : text::physicalAboveMode,
+                          box};
+    return std::nullopt;
+}
+
+Broken rulesOfOneSide(const SubjectParameter& su) {
+    const OneSide one(su);
+    if (one.limit <= one.mode)
+        return BrokenRule{one.side.limitTitle, one.lower ? text::lowerNotBelow : text::upperNotAbove,
+                          one.side.limitBox, nullptr, true};
+    if (su.SU_PctInTol <= 50 && !su.PhysLimitRequired)
+        return BrokenRule{subjectPctTitle, text::above50, "PctInTolBox"};
+    return std::nullopt;
+}
+
+/// Tells of a broken rule; false if none is.
+bool failed(Session& session, const Broken& broken) {
+    if (broken) fail(session, *broken, !broken->waits || !session.record.EntryBoxChanged);
+    return broken.has_value();
 }
 
 bool userGoesOn(Session& session, const char* question) {
@@ -87,37 +150,19 @@ bool userGoesOn(Session& session, const char* question) {
 
 void validateSingleSided(Session& session) {
     Analysis& r = session.record;
-    const SubjectSide& side = presentSide(r);
-    const char* physicalLimitBox = otherSide(side).limitBox;
-    const double mode = side.sign * r.SU_Mode;
-    const double limit = side.sign * r.*side.limit;
-    const double physical = side.sign * r.PhysicalLimit;
-    const bool entering = r.EntryBoxChanged;
-    if (r.PhysLimitRequired && !r.PhysicalLimitEntered)
-        return fail(session, {title::physicalMissing, text::physicalNotEntered, physicalLimitBox}, !entering);
-    if (r.PhysLimitRequired && r.PhysicalLimitEntered && physical > mode && physical <= limit)
-        return fail(session,
-                    {physicalLimitTitle, r.OptSingleLower ? text::physicalBelowMode : text::physicalAboveMode,
-                     physicalLimitBox},
-                    true);
-
-    Flag& acknowledged = r.OptSingleLower ? r.AckPhysLimitLow : r.AckPhysLimitHigh;
-    if (r.PhysLimitRequired && r.PhysicalLimitEntered && physical == mode && !acknowledged &&
+    if (failed(session, rulesOfPhysicalLimit(r))) return;
+    const OneSide one(r);
+    Flag& acknowledged = one.lower ? r.AckPhysLimitLow : r.AckPhysLimitHigh;
+    if (r.PhysLimitRequired && r.PhysicalLimitEntered && one.physical == one.mode && !acknowledged &&
         !validationIsQuiet(session)) {
         if (!userGoesOn(session, text::physicalOnMode)) {
             r.AbortFlag = true;
-            session.ui.focus(physicalLimitBox, true);
+            session.ui.focus(otherSide(one.side).limitBox, true);
             return;
         }
         acknowledged = true;
     }
-    if (limit <= mode)
-        return fail(
-            session,
-            {side.limitTitle, r.OptSingleLower ? text::lowerNotBelow : text::upperNotAbove, side.limitBox},
-            !entering);
-    if (r.SU_PctInTol <= 50 && !r.PhysLimitRequired)
-        return fail(session, {subjectPctTitle, text::above50, "PctInTolBox"}, true);
+    failed(session, rulesOfOneSide(r));
 }
 
 } // namespace
@@ -144,31 +189,29 @@ void CheckDataPresent(Session& session) {
 void ValidateSubject(Session& session) {
     Analysis& r = session.record;
     r.AbortFlag = false;
-    const bool entering = r.EntryBoxChanged;
-    if (subjectEmpty(r))
-        return fail(session, {title::insufficient, text::noSubjectData, "ModeBox"}, !entering);
-
-    const bool hundred = r.SU_PctInTol == 100;
+    if (failed(session, dataMissing(r))) return;
     if (!r.Ack100Pct && !validationIsQuiet(session)) {
         r.Ack100Pct = true;
-        if (hundred && isSymmetric(r) && !userGoesOn(session, text::hundredPercent)) {
+        if (r.SU_PctInTol == 100 && isSymmetric(r) && !userGoesOn(session, text::hundredPercent)) {
             r.AbortFlag = true;
             return;
         }
     }
-    if (r.SU_UpperLimit < r.SU_Mode && !r.OptSingleLower)
-        return fail(session, {upperSide.limitTitle, text::notBelowMode, upperSide.limitBox}, true);
-    if (r.SU_LowerLimit > r.SU_Mode && !r.OptSingleUpper)
-        return fail(session, {lowerSide.limitTitle, text::notAboveMode, lowerSide.limitBox}, true);
-    if (hundred && !isSymmetric(r))
-        return fail(session, {subjectPctTitle, hundredOnlySymmetricText, "PctInTolBox"}, true);
-    if (r.OptTwoSided && r.SU_UpperLimit == r.SU_Mode && r.SU_LowerLimit == r.SU_Mode)
-        return fail(session, {title::subjectTolerance, text::limitsOnMode, upperSide.limitBox}, !entering);
-    if (r.SU_PctInTol <= 0)
-        return fail(session, {subjectPctTitle, text::aboveZero, "PctInTolBox"}, !entering);
-    if (r.SU_PctInTol > 100) return fail(session, {subjectPctTitle, text::below100, "PctInTolBox"}, true);
-
+    if (failed(session, rulesOfLimits(r))) return;
     if (r.OptSingleLower || r.OptSingleUpper) validateSingleSided(session);
+}
+
+std::optional<Refusal> refusedSubject(const SubjectParameter& su) {
+    Broken broken = dataMissing(su);
+    if (!broken) broken = rulesOfLimits(su);
+    if (!broken && !su.OptTwoSided) broken = rulesOfPhysicalLimit(su);
+    if (!broken && !su.OptTwoSided) broken = rulesOfOneSide(su);
+    if (!broken) return std::nullopt;
+    Refusal refusal(RefusalKind::Entry, "ValidateSubject");
+    refusal.title = broken->title;
+    refusal.text = broken->text;
+    refusal.box = broken->box;
+    return refusal;
 }
 
 std::optional<Message> refusedMeasuringOffset(double offset) {
@@ -203,7 +246,7 @@ void ValidateMeasuring(Session& session) {
     if (r.ProcessUncertainty < 0) {
         r.AbortFlag = true;
         if (validationIsQuiet(session) || !r.Computing) return;
-        tell(session.ui, {zeroOrAboveText, title::processUncertainty});
+        tell(session.ui, {zeroOrAboveText, processUncertaintyTitle});
         if (r.UncertaintyWorksheetOpen) session.ui.focus("txt_ProcessUncertainty", true);
     }
 }

@@ -1,7 +1,7 @@
 // Copies of unsaved work, kept apart from the user's files until they are saved or declined.
 #pragma once
 
-#include "model/FileStamp.h"
+#include "base/FileStamp.h"
 
 #include <filesystem>
 #include <optional>

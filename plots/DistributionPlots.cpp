@@ -9,7 +9,7 @@
 #include "numerics/SubjectDensity.h"
 #include "risk/CoverageFactor.h"
 #include "uncertainty/BiasAnalysis.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "uncertainty/Budget.h"
 
 #include <algorithm>
 #include <cmath>

@@ -8,7 +8,7 @@
 #include "risk/CurrentFigures.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "uncertainty/BiasAnalysis.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "uncertainty/Budget.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
 

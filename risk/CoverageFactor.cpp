@@ -1,6 +1,5 @@
 #include "risk/CoverageFactor.h"
 
-#include "model/Interaction.h"
 #include "numerics/Real.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
@@ -10,9 +9,6 @@
 namespace metrisk {
 
 namespace {
-
-constexpr double slowDegFreedom = 250;
-constexpr const char* solvingText = "Solving for the coverage factor...";
 
 bool usesStudentsT(double degFreedom) {
     return degFreedom > 0 && degFreedom < infiniteDegFreedom;
@@ -28,14 +24,6 @@ double CoverageFactor(double pctConfidence, double degFreedom) {
     if (pctConfidence == 100) return StandardFactor100();
     const double p = pctConfidence / 100;
     return checked(usesStudentsT(degFreedom) ? InverseStudentT(degFreedom, p) : InvNorm((p + 1) / 2));
-}
-
-double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
-    if (!usesStudentsT(degFreedom) || degFreedom <= slowDegFreedom)
-        return CoverageFactor(pctConfidence, degFreedom);
-    const WaitPointer wait(ui);
-    const StatusText status(ui, solvingText);
-    return CoverageFactor(pctConfidence, degFreedom);
 }
 
 } // namespace metrisk

@@ -3,8 +3,6 @@
 
 namespace metrisk {
 
-class Interaction;
-
 /// From this many degrees of freedom on, Student's t counts as normal.
 inline constexpr double infiniteDegFreedom = 5000;
 
@@ -15,8 +13,5 @@ double StandardFactor100();
 /// 0 < degFreedom < 5000, else the normal one. 0 when there is no such factor. Raises RuntimeFault on
 /// a numeric fault.
 double CoverageFactor(double pctConfidence, double degFreedom);
-
-/// The same with a word in the status line where it takes long.
-double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui);
 
 } // namespace metrisk

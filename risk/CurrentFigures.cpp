@@ -11,7 +11,7 @@
 #include "risk/observed/ObservedModel.h"
 #include "risk/observed/ObservingUnit.h"
 #include "uncertainty/BiasAnalysis.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "uncertainty/Budget.h"
 
 #include <algorithm>
 #include <cmath>

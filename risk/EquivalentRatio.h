@@ -1,20 +1,16 @@
-// Search of the accuracy ratio that would give the same risk in the baseline model.
+// The search of the equivalent accuracy ratio on the record, behind its progress screen.
 #pragma once
 
-#include "risk/RiskModel.h"
+#include "risk/RatioSearch.h"
 
 namespace metrisk {
 
-struct Analysis;
 struct Session;
 class ComputingScreen;
 struct SearchProgress;
 
-/// A search whose target no ratio reaches ends at a figure without a meaning. True for one from 0.01 to
-/// 10,000 : 1.
-bool ratioAttained(double ratio);
-/// What stands for a ratio of such a search.
-inline constexpr const char* noSuchRatioText = "no such ratio";
+/// The tolerances themselves give the ratio when the analysis is its own baseline.
+bool isOwnBaseline(const Analysis& record);
 
 /// The risk in use of the targets, which are fractions, follows EqRatioOnFalseAccept, except that a uniform
 /// subject parameter is always searched on false reject risk (and the flag is cleared). `ratio` receives the
@@ -25,9 +21,5 @@ bool SolveEquivalentRatio(Session& session, ComputingScreen& screen, const Risks
 
 /// Shows where the search stands and yields.
 void ShowSearchProgress(Session& session, ComputingScreen& screen, const SearchProgress& progress);
-
-/// The subject tolerance that accuracy ratios are made of: the mean offset when two-sided, else the
-/// offset of the existing side. Nominal units.
-double ratioTolerance(const Analysis& record);
 
 } // namespace metrisk

@@ -2,8 +2,10 @@
 
 #include "model/Session.h"
 #include "numerics/FaultMessages.h"
-#include "risk/CoverageFactor.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "risk/CoveragePatience.h"
+#include "risk/MeasuringFit.h"
+
+#include <optional>
 
 namespace metrisk {
 
@@ -12,16 +14,13 @@ namespace {
 /// Raises RuntimeFault.
 void fit(Session& session) {
     Analysis& r = session.record;
-    const auto require = [](bool holds, double number) {
-        if (!holds) throw RuntimeFault(FaultKind::Argument, "FitMeasuringParameter", number);
-    };
-    require(r.MTE_PctInTol > 0 && r.MTE_PctInTol <= 100, r.MTE_PctInTol);
-    require(r.MTE_Offset > 0, r.MTE_Offset);
-    r.MTE_kFactor = SolveCoverageFactor(r.MTE_PctInTol, r.MTE_DegFreedom, session.ui);
-    require(r.MTE_kFactor != 0, r.MTE_kFactor);
-    r.MTE_StdUncertainty = checked(r.MTE_Offset / r.MTE_kFactor);
-    r.MTE_Sigma =
-        r.IncludeUncertainty ? CombinedUncertainty(r, session.regional).uncertainty : r.MTE_StdUncertainty;
+    std::optional<Budget> process;
+    if (r.IncludeUncertainty) process = budgetOf(r, session.regional);
+    const CoveragePatience patience(session.ui, r.MTE_DegFreedom);
+    const MeasuringFit found = fitMeasuring(measuringEntryOf(r), process ? &*process : nullptr);
+    r.MTE_kFactor = found.kFactor;
+    r.MTE_StdUncertainty = found.stdUncertainty;
+    r.MTE_Sigma = found.sigma;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // What is said when risks cannot be computed.
 #pragma once
 
-#include "model/Message.h"
+#include "base/Box.h"
 
 namespace metrisk {
 

@@ -1,6 +1,6 @@
 #include "risk/Snapshot.h"
 
-#include "model/SameNumber.h"
+#include "base/SameNumber.h"
 #include "model/Session.h"
 
 #include <algorithm>

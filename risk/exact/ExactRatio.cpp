@@ -21,7 +21,7 @@ const double highest = std::log(10000);
 /// How far the risk at a ratio is from the wanted one, both in logarithms; minus infinite for a risk of 0.
 class Excess {
   public:
-    Excess(const RatioQuestion& question, double risk) : question_(question), logRisk_(std::log(risk)) {}
+    Excess(const ExactRatioQuestion& question, double risk) : question_(question), logRisk_(std::log(risk)) {}
 
     double operator()(double logRatio) const {
         const auto risks =
@@ -33,7 +33,7 @@ class Excess {
     }
 
   private:
-    RatioQuestion question_;
+    ExactRatioQuestion question_;
     double logRisk_;
 };
 
@@ -112,13 +112,14 @@ std::optional<double> onPeakedCurve(const Excess& excess, std::optional<double> 
 
 } // namespace
 
-RatioQuestion ratioQuestion(const Analysis& r) {
+ExactRatioQuestion exactRatioQuestion(const Analysis& r) {
     // A uniform parameter has no false accepts to search on.
     return {r.Base_SUPctInTol / 100, r.Base_MTEPctInTol / 100, r.EqRatioOnFalseAccept && r.SU_CaseCode != 9,
             r.FalseAcceptOption};
 }
 
-std::optional<double> exactRatio(const RatioQuestion& question, double risk, std::optional<double> near) {
+std::optional<double> exactRatio(const ExactRatioQuestion& question, double risk,
+                                 std::optional<double> near) {
     if (!(risk > 0 && risk < 1)) return std::nullopt;
     std::optional<double> start;
     if (near && ratioAttained(*near)) start = std::log(*near);

@@ -60,7 +60,7 @@ Verified verifyRisks(const Analysis& r) {
 }
 
 std::optional<double> exactRatio(const Analysis& r, const Verified& verified) {
-    const RatioQuestion question = ratioQuestion(r);
+    const ExactRatioQuestion question = exactRatioQuestion(r);
     const auto& key = question.onFalseAccept ? verified.falseAccept : verified.falseReject;
     if (!key) return {};
     return exactRatio(question, key->exact.value, r.EqAccRat);

@@ -179,7 +179,7 @@ void GuardbandScreen::showSecondFigures() {
     showFigure(verified.falseAccept, FARiskBox, Lbl_ExactAccept);
     showFigure(verified.falseReject, FRRiskBox, Lbl_ExactReject);
     std::string ratioRemark;
-    const RatioQuestion question = ratioQuestion(r);
+    const ExactRatioQuestion question = exactRatioQuestion(r);
     const auto& key = question.onFalseAccept ? verified.falseAccept : verified.falseReject;
     if (r.GB_IncludeEqAccRat && ratioCurrent_ && key)
         ratioRemark =

@@ -1,8 +1,8 @@
 #include "risk/guardband/KFactors.h"
 
+#include "base/SameNumber.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
-#include "model/SameNumber.h"
 #include "model/Session.h"
 #include "numerics/Real.h"
 

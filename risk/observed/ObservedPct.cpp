@@ -1,8 +1,8 @@
 #include "risk/observed/ObservedPct.h"
 
+#include "base/SameNumber.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
-#include "model/SameNumber.h"
 #include "model/Session.h"
 #include "model/Symmetry.h"
 #include "model/Validation.h"

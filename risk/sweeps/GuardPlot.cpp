@@ -201,7 +201,7 @@ std::vector<double> GuardPlot::inputs() const {
     const SweepOptions o = options();
     double withProcess = 0;
     try {
-        withProcess = ProcessSpread(r, session_.regional).with(r.MTE_StdUncertainty);
+        withProcess = budgetOf(r, session_.regional).with(r.MTE_StdUncertainty);
     } catch (const RuntimeFault&) {
         // Of no use in a comparison either.
     }

@@ -24,9 +24,9 @@ SubjectParameter withoutTexts(SubjectParameter subject) {
     return subject;
 }
 
-std::optional<ProcessSpread> processOf(const Analysis& record, const Regional& regional) {
+std::optional<Budget> processOf(const Analysis& record, const Regional& regional) {
     try {
-        return ProcessSpread(record, regional);
+        return budgetOf(record, regional);
     } catch (const RuntimeFault&) {
         return std::nullopt;
     }

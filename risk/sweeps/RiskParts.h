@@ -5,7 +5,7 @@
 #include "model/Regional.h"
 #include "risk/RiskModel.h"
 #include "risk/exact/ExactRisks.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "uncertainty/Budget.h"
 
 #include <optional>
 
@@ -48,7 +48,7 @@ class RiskParts {
     SubjectBias fitted_;
     double mteSigma_;
     double mteDegFreedom_;
-    std::optional<ProcessSpread> process_; // none if they overflow
+    std::optional<Budget> process_; // none if they overflow
     int falseAcceptOption_;
 };
 

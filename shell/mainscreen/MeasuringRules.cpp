@@ -4,7 +4,7 @@
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
-#include "risk/CoverageFactor.h"
+#include "risk/CoveragePatience.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/FieldRules.h"
 #include "shell/mainscreen/OffsetPictures.h"

@@ -1,6 +1,6 @@
 #include "shell/mainscreen/SavedCopy.h"
 
-#include "model/SameNumber.h"
+#include "base/SameNumber.h"
 
 namespace metrisk {
 

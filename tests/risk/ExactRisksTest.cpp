@@ -285,7 +285,7 @@ TEST(ExactRatio, IsFoundWhereThereIsOneAndOnlyThere) {
     for (const double subject : {0.05, 0.4, 0.72, 0.95, 0.9999})
         for (const double measuring : {0.1, 0.5, 0.85, 0.99})
             for (const auto& [onAccept, option] : {std::pair{true, 0}, {true, 1}, {false, 0}}) {
-                const RatioQuestion question{subject, measuring, onAccept, option};
+                const ExactRatioQuestion question{subject, measuring, onAccept, option};
                 const auto riskAt = [&](double ratio) {
                     const auto risks = exactBaseline(ratio, subject, measuring);
                     return onAccept ? risks->falseAccept(option).value : risks->falseReject().value;

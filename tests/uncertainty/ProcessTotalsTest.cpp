@@ -1,7 +1,7 @@
 #include "uncertainty/ProcessTotals.h"
 #include "numerics/Real.h"
 #include "tests/support/TestSession.h"
-#include "uncertainty/CombinedUncertainty.h"
+#include "uncertainty/Budget.h"
 
 #include <gtest/gtest.h>
 

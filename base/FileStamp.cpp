@@ -1,4 +1,4 @@
-#include "model/FileStamp.h"
+#include "base/FileStamp.h"
 
 #include <sys/stat.h>
 

@@ -1,0 +1,43 @@
+// Search of the accuracy ratio that would give the same risk in the reference case.
+#pragma once
+
+#include "numerics/FunctionRef.h"
+#include "risk/BaselineModel.h"
+
+namespace metrisk {
+
+struct Analysis;
+
+/// A search whose target no ratio reaches ends at a figure without a meaning. True for one from 0.01 to
+/// 10,000 : 1.
+bool ratioAttained(double ratio);
+/// What stands for a ratio of such a search.
+inline constexpr const char* noSuchRatioText = "no such ratio";
+
+/// The subject tolerance that accuracy ratios are made of: the mean offset when two-sided, else the
+/// offset of the existing side. Nominal units.
+double ratioTolerance(const Analysis& record);
+
+/// Where a search stands after a pass.
+struct SearchPass {
+    int iteration;
+    double ratio;
+    double error;
+    double tolerance; // of the error, at which the search ends
+};
+
+struct RatioQuestion {
+    BaselineModel baseline;
+    double start;          // the first ratio tried
+    double target;         // the risk, a fraction
+    bool onFalseAccept;    // what the target is; else the false reject risk
+    int falseAcceptOption; // 0 Consumer, 1 Producer
+};
+
+enum class RatioEnd { Found, StepTooSmall, Stopped };
+
+/// `ratio` receives each ratio tried. `goOn` is asked at the start and after each pass; it stops the search
+/// by false. Raises RuntimeFault.
+RatioEnd searchRatio(const RatioQuestion& question, double& ratio, FunctionRef<bool(const SearchPass&)> goOn);
+
+} // namespace metrisk
