@@ -12,6 +12,7 @@
 #include "risk/EquivalentRatio.h"
 #include "risk/LogNormalSearch.h"
 #include "risk/ValidateAndFit.h"
+#include "risk/evaluate/Evaluate.h"
 #include "risk/guardband/GuardbandSolver.h"
 
 #include <cmath>
@@ -145,6 +146,22 @@ void fullCompute(benchmark::State& state, bool withSearch) {
             benchmark::DoNotOptimize(IntegrateAcceptance(Integral::Joint, su, -1.6, 1.6, s.record.MTE_Sigma));
         });
 }
+/// The same from entries to figures, without a session; the floor as above.
+void evaluateEntries(benchmark::State& state, const Wanted& wanted) {
+    BenchSession s(twoSided(90));
+    ValidateAndFit(s.session);
+    const TestEntries entries = *entriesOf(s.record, {});
+    const SubjectBias su = subjectBiasOf(s.record);
+    againstFloor(
+        state, 1, [&] { benchmark::DoNotOptimize(evaluate(entries, wanted)); },
+        [&] {
+            benchmark::DoNotOptimize(IntegrateAcceptance(Integral::Joint, su, -1.6, 1.6, s.record.MTE_Sigma));
+        });
+}
+BENCHMARK_CAPTURE(evaluateEntries, risks, {})->UseManualTime();
+BENCHMARK_CAPTURE(evaluateEntries, withExact, {.exact = true})->UseManualTime();
+BENCHMARK_CAPTURE(evaluateEntries, withSearch, {.ratio = true})->UseManualTime();
+
 BENCHMARK_CAPTURE(fullCompute, withSearch, true)->UseManualTime();
 BENCHMARK_CAPTURE(fullCompute, withoutSearch, false)->UseManualTime();
 
