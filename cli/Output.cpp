@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <sstream>
 #include <unistd.h>
 
 namespace metrisk::cli {
@@ -55,6 +56,14 @@ std::string printable(std::string_view text) {
 
 std::string forResults(std::string_view text) {
     return isTerminal(stdout) ? printable(text) : std::string(text);
+}
+
+std::string linesForResults(const std::string& text) {
+    if (!isTerminal(stdout)) return text;
+    std::istringstream lines(text);
+    std::string shown;
+    for (std::string line; std::getline(lines, line);) shown += printable(line) + "\n";
+    return shown;
 }
 
 std::string forDiagnostics(std::string_view text) {

@@ -31,6 +31,8 @@ std::string printable(std::string_view text);
 /// The text for stdout or for stderr: printable where that is a terminal, else as it is.
 std::string forResults(std::string_view text);
 std::string forDiagnostics(std::string_view text);
+/// Lines of text for stdout: line ends stay.
+std::string linesForResults(const std::string& text);
 
 /// "NAME: TEXT"; TEXT alone without a name.
 std::string diagnosticLine(const std::string& name, const std::string& text);

@@ -218,8 +218,9 @@ int exportTable(const Options& options) {
     Report report{.file = fileOf(options)};
     if (const Open units = opened(report))
         attempt(report, [&] {
-            report.text = writeUnitsTable(contentOf(*units, options.area));
-            report.figures["table"] = report.text;
+            const std::string table = writeUnitsTable(contentOf(*units, options.area));
+            report.text = linesForResults(table);
+            report.figures["table"] = table;
         });
     return finish(report, options.json, "read");
 }

@@ -71,7 +71,7 @@ int verify(const Options& options) {
     if (options.json)
         output.results = jsonLine(asJson(heading, figures, passed, ui.messages()));
     else if (options.page != standardStream)
-        output.results = checkText(heading, figures);
+        output.results = linesForResults(checkText(heading, figures));
     output.diagnostics = diagnosticLines("verify", ui.messages());
     return finish(output);
 }
