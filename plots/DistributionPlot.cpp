@@ -116,8 +116,9 @@ class Drawer {
         return place;
     }
     bool isInside(const Place& place) const {
-        return place.left >= -left_ && place.right <= scale_.xRight && place.top <= top_ * max_ &&
-               place.bottom >= -bottom_ * max_;
+        const double slackX = pixelX() / 4, slackY = pixelY() / 4; // what touches the edge is inside
+        return place.left >= -left_ - slackX && place.right <= scale_.xRight + slackX &&
+               place.top <= top_ * max_ + slackY && place.bottom >= -bottom_ * max_ - slackY;
     }
     bool isFree(const Place& place) const {
         // Lines below each other do not touch.

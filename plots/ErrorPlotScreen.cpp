@@ -33,6 +33,7 @@ ErrorPlot::ErrorPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::Error,
         redrawItem("mnu_Redraw"),
         copyItem(),
         runMenu(session()),
+        helpItem(),
     };
 }
 

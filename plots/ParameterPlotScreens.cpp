@@ -37,6 +37,7 @@ SUPlot::SUPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::SU, "SUPlot"
         redrawItem("mnu_Refresh"),
         copyItem(),
         runMenu(session()),
+        helpItem(),
     };
 }
 
@@ -105,6 +106,7 @@ MTEPlot::MTEPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::MTE, "MTEP
         redrawItem("mnu_Refresh"),
         copyItem(),
         runMenu(session()),
+        helpItem(),
     };
 }
 

@@ -131,6 +131,10 @@ MenuItem PlotScreen::returnItem(const char* control) {
     return {.control = control, .caption = "&Return", .run = [this] { desk_.comeBack(*this); }};
 }
 
+MenuItem PlotScreen::helpItem() {
+    return {.control = "mnu_Help", .caption = "&Help", .run = [this] { session().ui.help(helpPage); }};
+}
+
 MenuItem PlotScreen::partnerItem(const char* control, PlotKind partner) {
     return {.control = control, .caption = "", .run = [this, partner] { desk_.showBeside(*this, partner); }};
 }

@@ -46,6 +46,7 @@ class PlotScreen : public Worksheet {
     MenuItem copyItem();
     MenuItem redrawItem(const char* control);
     MenuItem returnItem(const char* control);
+    MenuItem helpItem();
     /// The command that brings up the screen of another plot beside this one.
     MenuItem partnerItem(const char* control, PlotKind partner);
     /// An option with a check mark.

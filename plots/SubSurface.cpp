@@ -17,6 +17,7 @@ Point SubSurface::toParent(Point user) const {
 void SubSurface::lendFont() const {
     parent_.Font = Font;
     parent_.Font.Size *= zoom_;
+    if (parent_.Font.Family.empty()) parent_.Font.Family = family_;
 }
 
 void SubSurface::clear() {

@@ -12,6 +12,9 @@ class SubSurface final : public DrawingSurface {
     /// Corner and sizes in the coordinates of the parent, which must outlive it.
     SubSurface(DrawingSurface& parent, Point corner, double width, double height, double zoom = 1);
 
+    /// The font of texts that name none.
+    void setFamily(std::string family) { family_ = std::move(family); }
+
     double deviceWidth() const override { return deviceWidth_; }
     double deviceHeight() const override { return deviceHeight_; }
 
@@ -30,6 +33,7 @@ class SubSurface final : public DrawingSurface {
     double width_, height_;
     double zoom_;
     double deviceWidth_, deviceHeight_;
+    std::string family_;
 };
 
 } // namespace metrisk

@@ -1,7 +1,10 @@
 #include "reliability/ReliabilityPlot.h"
 
+#include "model/NumberFormat.h"
+#include "model/Picture.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
+#include "plots/Chart.h"
 #include "plots/PlotScale.h"
 
 #include <algorithm>
@@ -63,6 +66,32 @@ double fallenAt(int model, const Coefficients& theta) {
     }
 }
 
+/// At round times and shares, with figures where they touch no other text.
+void ticks(DrawingSurface& surface, double limit, const PlotScale& scale) {
+    constexpr double length = 0.012;
+    constexpr double wordsAt = 2.0 / 3; // "R(t)" beside the axis
+    const double top = scale.plotMax;
+    const double line = std::abs(surface.TextHeight());
+    const auto each = [](const Axis& axis, const auto& draw) {
+        for (int i = 0; axis.firstTick + i * axis.step <= axis.to * (1 + 1e-9); ++i)
+            draw(axis.firstTick + i * axis.step);
+    };
+    const Axis times = roundAxisOver("", 0, limit);
+    each(times, [&](double time) {
+        const double x = time / limit;
+        surface.Line(x, 0, x, -length * top);
+        PrintCentredAt(surface, FormatNumber(time, PictureForDecimals(times.decimals), {}), x, -length * top,
+                       0);
+    });
+    const Axis shares = roundAxisOver("", 0, top);
+    each(shares, [&](double share) {
+        surface.Line(0, share, -length, share);
+        if (share > wordsAt * top - 2 * line && share < wordsAt * top + line) return;
+        const std::string text = FormatNumber(share, PictureForDecimals(shares.decimals), {});
+        PrintAt(surface, text, -2 * length - surface.TextWidth(text), share, -0.5);
+    });
+}
+
 } // namespace
 
 double PlotTimeLimit(int model, const Coefficients& theta, double interval, double bop) {
@@ -118,6 +147,7 @@ void DrawReliabilityPlot(DrawingSurface& surface, const ReliabilityCurve& curve)
     surface.Line(0, 0, 1, 0);
     surface.Line(0, 0, 0, top);
     surface.DrawWidth = 1;
+    ticks(surface, curve.limit, scale);
 }
 
 } // namespace metrisk

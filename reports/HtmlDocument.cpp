@@ -82,6 +82,7 @@ void HtmlDocument::EndDoc() {
 void HtmlDocument::NewPage() {
     closeHeading();
     bytes_ += "</section>\n<section>\n";
+    shownHeader_.clear();
     placedY_ = CurrentY;
 }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr double pictureWidth = 6000;    // twips
 constexpr double parameterHeight = 5500; // two go on a page
 constexpr double errorHeight = 6600;     // two lines of text more
-constexpr double pictureZoom = 0.72;     // so that the lines of text below the axis find room
+constexpr double pictureZoom = 0.875;    // no text is smaller than 7 points
 constexpr const char* captionColumn = "^9360;";
 constexpr Message noData{"No Data to Plot.", "No Data", BoxIcon::Information};
 
@@ -38,8 +38,9 @@ void plotPage(Composition& c, const char* caption, double height, DistributionPl
     d.DrawPicture(
         {.description = std::string(caption) + ": " + plot->title,
          .paint =
-             [plot, regional = c.session.regional](DrawingSurface& whole) {
+             [plot, regional = c.session.regional, family = d.FontName](DrawingSurface& whole) {
                  SubSurface surface(whole, {0, 0}, whole.deviceWidth(), whole.deviceHeight(), pictureZoom);
+                 surface.setFamily(family);
                  DrawDistributionPlot(surface, *plot, regional);
              }},
         (d.PageWidth - pictureWidth) / 2, d.CurrentY, pictureWidth, height);

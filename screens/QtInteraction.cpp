@@ -262,6 +262,7 @@ bool QtInteraction::print(const PictureArea& picture, std::string_view title) {
     flush();
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(qt(title));
+    printer.setPageSize(QPageSize(QPageSize::A4)); // whatever the locale's paper is
     printer.setPageOrientation(QPageLayout::Landscape);
     QPrintDialog dialog(&printer, owner());
     {

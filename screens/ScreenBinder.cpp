@@ -13,6 +13,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QSlider>
@@ -225,8 +226,10 @@ void ScreenBinder::show() {
         if (QWidget* widget = widgets_.value(control->name)) show(*control, *widget);
     showing_ = false;
     showMenus();
-    if (const QString title = qt(model_.caption); window_.windowTitle() != title)
-        window_.setWindowTitle(title);
+    // The mark of unsaved changes stands where the desktop has it.
+    QString title = qt(model_.caption);
+    if (qobject_cast<QMainWindow*>(&window_)) title += "[*]";
+    if (window_.windowTitle() != title) window_.setWindowTitle(title);
     emit shown();
 }
 

@@ -93,6 +93,7 @@ class ScreenBinder final : public QObject {
     void showMenus();
     const MenuItem* itemOf(const QString& name) const;
     void showEditState();
+    void endHover();
 
     /// Runs a rule of the worksheet and shows what has become of it.
     void act(const std::function<void()>& rule);

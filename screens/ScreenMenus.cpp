@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QToolBar>
+#include <QToolButton>
 #include <utility>
 
 namespace metrisk {
@@ -64,10 +65,20 @@ void ScreenBinder::buildToolbar(QToolBar& bar, const std::vector<ToolButton>& bu
                                               pressed->click();
                                           else
                                               run(name);
+                                          endHover();
                                       });
         made->setToolTip(button.toolTip); // the dots, too
         made->setObjectName(bar.objectName() + "_" + button.key);
         if (command && menus && !menus->actions().contains(command)) command->setIcon(made->icon());
+    }
+}
+
+/// A screen that has been over the toolbar has kept from it that the pointer went away.
+void ScreenBinder::endHover() {
+    for (auto* button : window_.findChildren<QToolButton*>()) {
+        if (!button->underMouse() || button->rect().contains(button->mapFromGlobal(QCursor::pos()))) continue;
+        button->setAttribute(Qt::WA_UnderMouse, false);
+        button->update();
     }
 }
 

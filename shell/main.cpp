@@ -13,6 +13,7 @@
 #include "shell/screens/SystemFacts.h"
 #include "shell/screens/UnsavedWork.h"
 
+#include <QIcon>
 #include <QSessionManager>
 #include <QTimer>
 #include <cstdio>
@@ -58,6 +59,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("metrisk");
     QApplication::setApplicationVersion(METRISK_VERSION);
     QApplication::setDesktopFileName("metrisk");
+    QApplication::setWindowIcon(QIcon(":/icons/metrisk.svg"));
 
     const std::string settingsPath = defaultSettingsPath();
     installStartingSettings(settingsPath);

@@ -29,7 +29,6 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     setObjectName(model_.name);
     session_.desktop = &desktop_;
     setAcceptDrops(true);
-    setWindowIcon(QIcon(":/icons/metrisk.svg"));
     auto* scroll = new QScrollArea;
     scroll->setWidget(layoutMainScreen(WidgetMaker(model_)));
     scroll->setWidgetResizable(true);
@@ -46,7 +45,10 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     binder_ = new ScreenBinder(*this, model_);
     binder_->buildMenus(*menuBar());
     buildToolbar();
-    connect(binder_, &ScreenBinder::shown, this, [this] { nextStep_->setText(qt(model_.nextStep)); });
+    connect(binder_, &ScreenBinder::shown, this, [this] {
+        nextStep_->setText(qt(model_.nextStep));
+        setWindowModified(session_.record.FileChanged);
+    });
     connect(binder_, &ScreenBinder::closed, this, &QWidget::close);
     nextStep_->setText(qt(model_.nextStep));
     ui_.setMainScreen(binder_);

@@ -130,7 +130,8 @@ TEST(DistributionPlot, TextsKeepToThePictureAndApart) {
     };
     for (const bool offsets : {false, true})
         for (const auto& [name, plot] : plots(offsets))
-            for (const auto& [width, height] : {std::pair{300.0, 200.0}, {400.0, 300.0}, {480.0, 540.0}}) {
+            for (const auto& [width, height] :
+                 {std::pair{300.0, 200.0}, {400.0, 300.0}, {457.0, 419.0}, {480.0, 540.0}}) {
                 TextBoxes drawn(width, height);
                 DrawDistributionPlot(drawn, plot, {});
                 drawn.expectReadable(name);
@@ -138,6 +139,7 @@ TEST(DistributionPlot, TextsKeepToThePictureAndApart) {
                     return box.text.starts_with("Standard Deviation");
                 });
                 EXPECT_EQ(told, width >= 400) << name;
+                EXPECT_TRUE(drawn.boxes().front().text.starts_with("Probability Density")) << name;
             }
 }
 

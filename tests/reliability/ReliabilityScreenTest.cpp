@@ -326,14 +326,17 @@ TEST(ReliabilityPlot, IsDrawnInOrder) {
         text.erase(start, text.find('\n', at) + 1 - start);
     }
     EXPECT_EQ(segments, 100u);
-    EXPECT_EQ(text, "clear #000000\n"
-                    "text -0.1357 0.6066 #ffffff 8 \"R(t)\"\n"
-                    "text 0.3588 -0.08859 #ffffff 8 \"Time Since Measurement\"\n"
-                    "text 0.2626 1.204 #ffff00 8 \"In-tolerance Probability (R) vs. Time\"\n"
-                    "text 0.3396 1.164 #ffff00 8 \"for the Exponential Model\"\n"
-                    "line 0.12 0 0.12 0.97 #ffff00 width 2\n"
-                    "line 0 0 1 0 #00c0c0 width 2\n"
-                    "line 0 0 0 0.97 #00c0c0 width 2\n");
+    const std::string told = "clear #000000\n"
+                             "text -0.1357 0.6066 #ffffff 8 \"R(t)\"\n"
+                             "text 0.3588 -0.08859 #ffffff 8 \"Time Since Measurement\"\n"
+                             "text 0.2626 1.204 #ffff00 8 \"In-tolerance Probability (R) vs. Time\"\n"
+                             "text 0.3396 1.164 #ffff00 8 \"for the Exponential Model\"\n"
+                             "line 0.12 0 0.12 0.97 #ffff00 width 2\n"
+                             "line 0 0 1 0 #00c0c0 width 2\n"
+                             "line 0 0 0 0.97 #00c0c0 width 2\n";
+    EXPECT_EQ(text.substr(0, told.size()), told);
+    for (const char* tick : {"line 0.4 0 0.4 -0.01164", "\"40\"", "\"0.8\""})
+        EXPECT_NE(text.find(tick), text.npos) << tick << text;
 }
 
 TEST(ReliabilityPlot, LimitsAreWhereTheCurveHasFallen) {

@@ -34,7 +34,7 @@ class EntryTest final : public QObject {
 
     void twoSidedFromBlank() {
         Desk& d = *desk_;
-        QCOMPARE(d.window->windowTitle(), QString("(Untitled) - Metrisk"));
+        QCOMPARE(d.window->windowTitle(), QString("(Untitled) - Metrisk[*]"));
         for (const char* box : {"ModeBox", "UpperLimitBox", "LowerLimitBox", "PctInTolBox", "MTEOffsetBox"})
             QVERIFY2(d.text(box).isEmpty(), box);
         d.click("chk_Symmetric");
@@ -57,6 +57,7 @@ class EntryTest final : public QObject {
         d.click("ComputeResults");
         QCOMPARE(d.boxes.faults(), QString());
 
+        QVERIFY(d.window->isWindowModified());
         d.enter("MTEOffsetBox", "0.25");
         QCOMPARE(d.text("AcceptRisk"), accept); // no rule clears results, but they fade
         QVERIFY(!d.control("AcceptRisk")->isEnabled());

@@ -49,13 +49,14 @@ class FileTest final : public QObject {
         d.boxes.expectFile(d.path("mine"));
         d.choose("mnu_File_Save"); // untitled: asks for a name
         QCOMPARE(d.boxes.faults(), QString());
-        QCOMPARE(d.window->windowTitle(), d.path("mine.mrk") + " - Metrisk");
+        QCOMPARE(d.window->windowTitle(), d.path("mine.mrk") + " - Metrisk[*]");
+        QVERIFY(!d.window->isWindowModified());
         const QString saved = d.allTexts();
         const std::string content = fileContent(d.folder / "mine.mrk");
 
         d.choose("NewAnalysisFile");
         QCOMPARE(d.text("ModeBox"), QString());
-        QCOMPARE(d.window->windowTitle(), QString("(Untitled) - Metrisk"));
+        QCOMPARE(d.window->windowTitle(), QString("(Untitled) - Metrisk[*]"));
         d.boxes.expectFile(d.path("mine.mrk"));
         d.choose("mnu_File_Open");
         QCOMPARE(d.allTexts(), saved);
@@ -187,11 +188,11 @@ class FileTest final : public QObject {
         Desk& d = *desk_;
         drop(d.examplePath("gauge-block-25mm"));
         QCOMPARE(d.text("SystemIDBox"), QString("Granite & Sons"));
-        QCOMPARE(d.window->windowTitle(), d.examplePath("gauge-block-25mm") + " - Metrisk");
+        QCOMPARE(d.window->windowTitle(), d.examplePath("gauge-block-25mm") + " - Metrisk[*]");
         d.enter("ModeBox", "30");
         d.boxes.expectBox(saveTitle, "Save changes to " + d.examplePath("gauge-block-25mm") + "?", "No");
         drop(d.examplePath("ph-buffer-deviation"));
-        QCOMPARE(d.window->windowTitle(), d.examplePath("ph-buffer-deviation") + " - Metrisk");
+        QCOMPARE(d.window->windowTitle(), d.examplePath("ph-buffer-deviation") + " - Metrisk[*]");
     }
 
     void recentFilesComeBack() {
