@@ -6,8 +6,8 @@ namespace metrisk {
 struct Session;
 struct Analysis;
 
-/// Sets NothingChanged and GuardbandsUnchanged. What was entered is compared exactly, what was derived from it
-/// (standard uncertainty, measuring sigma, degrees of freedom unless typed) to rounding.
+/// Sets NothingChanged and GuardbandsUnchanged. What was entered is compared exactly, what was derived from
+/// it (standard uncertainty, measuring sigma, degrees of freedom unless typed) to rounding.
 void CompareWithSnapshot(Session& session);
 
 /// The same without a trace in the record: the last results belong to the present entries.

@@ -31,7 +31,8 @@ class FileCommands {
     /// The analysis has been replaced as a whole, by one that has been fitted or not: shows it.
     void showOpened();
 
-    /// An exception that nothing has caught has ended an action: tells so, and saves under another name if asked.
+    /// An exception that nothing has caught has ended an action: tells so, and saves under another name if
+    /// asked.
     void tellUnexpected(const char* what);
 
     /// Called when unsaved work has been saved or is not wanted.

@@ -13,9 +13,9 @@ inline constexpr int currentUnit = 1;
 /// Another unit has observed; without a tolerance it is no unit.
 bool anotherUnitObserves(const Analysis& record);
 
-/// Fits the measuring parameter anew with the tolerance and % in-tolerance of the other unit, which then stand
-/// in MTE_Offset and MTE_PctInTol. False if validation refuses them, in its own words where it speaks, or
-/// they have no fit; AbortFlag is clear afterwards.
+/// Fits the measuring parameter anew with the tolerance and % in-tolerance of the other unit, which then
+/// stand in MTE_Offset and MTE_PctInTol. False if validation refuses them, in its own words where it speaks,
+/// or they have no fit; AbortFlag is clear afterwards.
 bool FitObservingUnit(Session& session);
 
 } // namespace metrisk
