@@ -128,10 +128,11 @@ TEST(DistributionPlot, TextsKeepToThePictureAndApart) {
         }
         return all;
     };
+    std::vector<std::pair<double, double>> sizes{{300, 200}, {400, 300}, {480, 540}};
+    for (int i = 0; i < 60; ++i) sizes.emplace_back(400 + 3.7 * i, 300 + 2.3 * i);
     for (const bool offsets : {false, true})
         for (const auto& [name, plot] : plots(offsets))
-            for (const auto& [width, height] :
-                 {std::pair{300.0, 200.0}, {400.0, 300.0}, {457.0, 419.0}, {480.0, 540.0}}) {
+            for (const auto& [width, height] : sizes) {
                 TextBoxes drawn(width, height);
                 DrawDistributionPlot(drawn, plot, {});
                 drawn.expectReadable(name);
