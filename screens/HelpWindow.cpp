@@ -1,5 +1,7 @@
 #include "screens/HelpWindow.h"
 
+#include "screens/Widgets.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -72,8 +74,7 @@ HelpWindow::HelpWindow() : browser_(new QTextBrowser), wanted_(new QLineEdit) {
 
 /// A link must be told from the text on a dark ground as well.
 void HelpWindow::showColours() {
-    const bool dark = palette().color(QPalette::Base).lightness() < 128;
-    browser_->document()->setDefaultStyleSheet(dark ? "a { color: #8ab4f8; }" : "a { color: #0b57d0; }");
+    browser_->document()->setDefaultStyleSheet(linkStyle(palette()));
     browser_->document()->setDocumentMargin(16);
 }
 

@@ -97,9 +97,11 @@ QString htmlOf(const std::string& text) {
 }
 
 void showHypertext(const Hypertext& text, QTextBrowser& widget) {
-    const QByteArray shown = QByteArray::fromStdString(text.text);
+    const QString style = linkStyle(widget.palette());
+    const QByteArray shown = QByteArray::fromStdString(text.text) + style.toUtf8();
     if (widget.property("shown").toByteArray() == shown) return;
     widget.setProperty("shown", shown);
+    widget.document()->setDefaultStyleSheet(style);
     widget.setHtml(htmlOf(text.text));
 }
 

@@ -18,6 +18,8 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 namespace metrisk {
 
@@ -155,6 +157,28 @@ void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor
     palette.setColor(QPalette::Disabled, textRole,
                      QColor(mean(ground.red(), text.red()), mean(ground.green(), text.green()),
                             mean(ground.blue(), text.blue())));
+}
+
+namespace {
+
+double luminance(const QColor& color) {
+    const auto part = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double one = luminance(a) + 0.05, other = luminance(b) + 0.05;
+    return std::max(one, other) / std::min(one, other);
+}
+
+} // namespace
+
+QString linkStyle(const QPalette& palette) {
+    constexpr double readable = 4.5;
+    QColor color = palette.color(QPalette::Text);
+    for (const QColor& blue : {QColor(0x0b, 0x57, 0xd0), QColor(0x8a, 0xb4, 0xf8)})
+        if (contrast(blue, palette.color(QPalette::Base)) >= readable) color = blue;
+    return QString("a { color: %1; }").arg(color.name());
 }
 
 void nameBy(QWidget* label, QWidget* box) {

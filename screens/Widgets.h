@@ -84,6 +84,10 @@ void keepRoom(QWidget* widget);
 void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor& ground,
                  QPalette::ColorRole textRole, const QColor& text);
 
+/// The style of links in running text on the palette's ground: a blue that can be read there, else the colour
+/// of the text.
+QString linkStyle(const QPalette& palette);
+
 /// Ties a label to its box: its mnemonic leads there and assistive tools name the box by it.
 void nameBy(QWidget* label, QWidget* box);
 

@@ -25,6 +25,7 @@ constexpr Message noSuchArea{
 constexpr Message noSuchUnit{
     "The Measurement Unit you are attempting to update does not exist for the selected Measurement Area.",
     "Update Cancelled"};
+constexpr Message nothingNew{"Nothing new has been entered that could be added.", "Missing Data"};
 constexpr Message noAreas{"No measurement areas found", "Empty Record Set"};
 constexpr Message noMatch{"No measurement areas match found", "No Match"};
 constexpr Message illegalArea{"Illegal character in measurement area.", "Metrisk"}; // of one to be deleted
@@ -261,6 +262,8 @@ void UnitsRevision::Add() {
         addArea(*multiplier);
     else if (EditingUnit_)
         addUnit(*multiplier);
+    else
+        tell(session_.ui, nothingNew);
 }
 
 /// A unit that was typed beside the area and its primary unit is added to it.
@@ -304,7 +307,7 @@ void UnitsRevision::updateArea() {
     units_.perform([&](UnitsDatabase& database) {
         const std::int64_t other = database.FindAreaIndex(MeasAreaBox.text);
         if (other != 0 && other != SelectedAreaKey_) return tell(session_.ui, areaExists);
-        if (!database.renameArea(SelectedAreaKey_, MeasAreaBox.text)) return tell(session_.ui, noSuchArea);
+        if (!database.renameArea(SelectedAreaKey_, MeasAreaBox.text)) tell(session_.ui, noSuchArea);
         readAreas(SelectedAreaKey_);
     });
 }
@@ -315,7 +318,7 @@ void UnitsRevision::updateUnit(double multiplier) {
         unit.key = SelectedUnitKey_;
         const std::int64_t other = database.FindUnitsIndex(SelectedAreaKey_, unit.symbol);
         if (other != 0 && other != unit.key) return tell(session_.ui, unitExists);
-        if (!database.updateUnit(SelectedAreaKey_, unit)) return tell(session_.ui, noSuchUnit);
+        if (!database.updateUnit(SelectedAreaKey_, unit)) tell(session_.ui, noSuchUnit);
         readUnits(unit.key);
     });
 }

@@ -190,6 +190,11 @@ class DialogTest final : public QObject {
         for (const ColorScheme& shown : {ColorScheme{}, scheme}) {
             d.session.desktop->looks->ApplyColorScheme(shown);
             d.settle();
+            QTextBrowser links;
+            QPalette ofLinks = links.palette();
+            ofLinks.setColor(QPalette::Text, QColor(linkStyle(ofLinks).section(' ', 3).left(7)));
+            links.setPalette(ofLinks);
+            QVERIFY2(readable(links, QPalette::Text, QPalette::Base), qPrintable(linkStyle(ofLinks)));
             for (const QWidget* widget : d.window->findChildren<QWidget*>()) {
                 const QByteArray name = widget->objectName().toUtf8();
                 if (qobject_cast<const QLineEdit*>(widget))

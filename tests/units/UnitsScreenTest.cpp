@@ -30,6 +30,9 @@ struct Units : TestSession {
     void run(const char* item) { screen->run(*findItem(screen->menus, item)); }
     void type(const char* box, const std::string& text) { testing::type(*screen, box, text); }
     void select(const char* list, int row) { screen->choose(control<ListBox>(*screen, list), row); }
+    std::int64_t key(const char* area) {
+        return openUnitsDatabase(session.places.UnitsDatabasePath)->FindAreaIndex(area);
+    }
     std::string items(const char* list) {
         std::string all;
         for (const std::string& item : control<ListBox>(*screen, list).items) all += item + "|";
@@ -52,6 +55,19 @@ TEST(UnitsScreen, ListsMoveTogether) {
     EXPECT_EQ(textOf(*u.screen, "UnitsBox"), "mV");
     EXPECT_EQ(textOf(*u.screen, "MultipliersBox"), "0.001");
     EXPECT_EQ(findItem(u.screen->menus, "mnu_Delete")->caption, "&Delete Unit");
+}
+
+TEST(UnitsScreen, WhatIsNotThereIsSaid) {
+    Units u;
+    u.ui.expectBox("Missing Data", "Nothing new has been entered that could be added.");
+    u.run("mnu_Add");
+    u.select("List0", 1);
+    openUnitsDatabase(u.session.places.UnitsDatabasePath)->deleteArea(u.key("Voltage"));
+    u.type("MeasAreaBox", "Volts");
+    u.ui.expectBox("Update Cancelled",
+                   "The Measurement Area you are attempting to update does not exist in the database.");
+    u.run("mnu_Update");
+    EXPECT_EQ(u.items("List0"), "Ratio|") << "another program has deleted it";
 }
 
 TEST(UnitsScreen, ANewAreaIsNotDescribedByTheOneBefore) {
