@@ -3,6 +3,7 @@
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
 #include "risk/BaselineRisks.h"
+#include "risk/FittedSubject.h"
 #include "risk/RiskModel.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/exact/ExactRisks.h"

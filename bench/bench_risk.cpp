@@ -10,6 +10,7 @@
 #include "risk/ComputePipeline.h"
 #include "risk/ComputingScreen.h"
 #include "risk/EquivalentRatio.h"
+#include "risk/FittedSubject.h"
 #include "risk/LogNormalSearch.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/evaluate/Evaluate.h"

@@ -1,6 +1,6 @@
 // The process errors table, its samples and coverage factors against the sums they cannot do without.
 #include "bench/Floor.h"
-#include "risk/CoverageFactor.h"
+#include "numerics/CoverageFactor.h"
 #include "tests/support/SilentSession.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorTable.h"

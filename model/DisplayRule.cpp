@@ -1,7 +1,5 @@
 #include "model/DisplayRule.h"
 
-#include "model/Analysis.h"
-
 namespace metrisk {
 
 namespace {
@@ -29,17 +27,6 @@ std::string baselinePicture(std::string_view units) {
 
 double notNegative(double fraction) {
     return fraction < 0 ? negativeRiskStandIn : fraction;
-}
-
-void publishRisks(Analysis& record, double falseAccept, double falseReject) {
-    const ShownRisk accept = shownRisk(falseAccept);
-    record.FalseAcceptRisk = accept.value;
-    record.FalseAcceptUnits = accept.units;
-    record.FalseAccept_fmt = riskPicture(accept.units);
-    const ShownRisk reject = shownRisk(falseReject);
-    record.FalseRejectRisk = reject.value;
-    record.FalseRejectUnits = reject.units;
-    record.FalseReject_fmt = riskPicture(reject.units);
 }
 
 } // namespace metrisk

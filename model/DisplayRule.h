@@ -8,8 +8,6 @@
 
 namespace metrisk {
 
-struct Analysis;
-
 /// What stands for a risk that rounding made negative: it shows as 0 ppm.
 inline constexpr double negativeRiskStandIn = 4e-07;
 
@@ -28,8 +26,5 @@ std::string riskPicture(std::string_view units);
 std::string baselinePicture(std::string_view units);
 /// The value, or the stand-in for a negative one.
 double notNegative(double fraction);
-
-/// Writes both fractions into the record's result fields, each by the rule on its own.
-void publishRisks(Analysis& record, double falseAccept, double falseReject);
 
 } // namespace metrisk

@@ -5,8 +5,6 @@
 
 namespace metrisk {
 
-struct SubjectParameter;
-
 enum class Distribution { None, Normal, LogNormal, Exponential, Uniform };
 
 /// "Normal", "LogNormal", "Exponential", "Uniform"; any other name is None.
@@ -49,8 +47,5 @@ struct SubjectBias {
     /// The offset of the existing side, the unit of the exponential's variable.
     double sideOffset() const { return singleUpper ? upperOffset : lowerOffset; }
 };
-
-/// The subject parameter as its last fit left it.
-SubjectBias subjectBiasOf(const SubjectParameter& subject);
 
 } // namespace metrisk

@@ -3,11 +3,12 @@
 #include "model/NumberText.h"
 #include "model/Picture.h"
 #include "model/ToleranceUnits.h"
+#include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
 #include "numerics/Real.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/SubjectDensity.h"
-#include "risk/CoverageFactor.h"
+#include "risk/FittedSubject.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/Budget.h"
 

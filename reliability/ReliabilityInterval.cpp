@@ -1,6 +1,6 @@
 #include "reliability/ReliabilityInterval.h"
 
-#include "model/Message.h"
+#include "base/Box.h"
 #include "numerics/GammaRate.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"

@@ -1,6 +1,6 @@
 #include "reliability/ReliabilitySolution.h"
 
-#include "model/Message.h"
+#include "base/Box.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/Real.h"
 #include "numerics/ReliabilitySolver.h"

@@ -1,7 +1,7 @@
 #include "reports/ReportFigures.h"
 
 #include "model/NumberText.h"
-#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/EffectiveFreedom.h"
 
 namespace metrisk {
 

@@ -7,7 +7,7 @@
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
 #include "risk/CurrentFigures.h"
-#include "risk/EquivalentRatio.h"
+#include "risk/RatioSearch.h"
 #include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include "numerics/Real.h"
 #include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"
+#include "risk/PublishRisks.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 

@@ -9,6 +9,7 @@
 #include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/EquivalentRatio.h"
+#include "risk/PublishRisks.h"
 #include "risk/RiskMessages.h"
 #include "risk/Snapshot.h"
 

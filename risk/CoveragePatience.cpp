@@ -1,6 +1,6 @@
 #include "risk/CoveragePatience.h"
 
-#include "risk/CoverageFactor.h"
+#include "numerics/CoverageFactor.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 #include "risk/MeasuringFit.h"
 
+#include "numerics/CoverageFactor.h"
 #include "numerics/Real.h"
-#include "risk/CoverageFactor.h"
 
 namespace metrisk {
 

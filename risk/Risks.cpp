@@ -2,6 +2,7 @@
 
 #include "model/Session.h"
 #include "numerics/FaultMessages.h"
+#include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
 
 namespace metrisk {

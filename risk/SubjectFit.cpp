@@ -1,9 +1,9 @@
 #include "risk/SubjectFit.h"
 
+#include "model/EntryRules.h"
 #include "model/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/Symmetry.h"
-#include "model/Validation.h"
 #include "numerics/Distribution.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"

@@ -2,7 +2,7 @@
 
 #include "model/ToleranceUnits.h"
 #include "numerics/Real.h"
-#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/EffectiveFreedom.h"
 
 namespace metrisk {
 

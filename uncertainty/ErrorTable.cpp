@@ -3,11 +3,11 @@
 #include "model/NumberText.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
+#include "numerics/CoverageFactor.h"
 #include "numerics/Real.h"
 #include "numerics/mathlib/StudentsT.h"
-#include "risk/CoverageFactor.h"
+#include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"
-#include "uncertainty/ProcessTotals.h"
 
 #include <cmath>
 #include <numbers>

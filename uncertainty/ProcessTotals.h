@@ -2,12 +2,10 @@
 #pragma once
 
 #include "model/Session.h"
+#include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"
 
 namespace metrisk {
-
-/// Beyond this a t distribution counts as normal.
-inline constexpr double largestDegFreedom = 4999;
 
 using Correlations = OneBased<OneBased<double, 10>, 10>;
 
@@ -29,17 +27,6 @@ struct Totals {
 /// Sums u_i^2 and 2 rho_ij u_i u_j over the included rows; a sum below 0 counts as 0. Free of the units and
 /// of the size of the figures. Raises RuntimeFault if a result is not finite.
 Totals ComputeTotals(const ErrorRows& rows, const Correlations& correlations);
-
-/// Sums of the formula of Welch and Satterthwaite: effective degrees of freedom = A^2 / B.
-struct EffectiveFreedom {
-    double squares = 0;            // A = sum of u^2
-    double quarticsPerFreedom = 0; // B = sum of u^4 / v, rows with infinite v left out
-
-    /// Raises RuntimeFault on overflow.
-    void add(double uncertainty, double degFreedom);
-    /// 0 means infinite.
-    double value() const;
-};
 
 /// Puts the totals of ErrTableText into ProcessUncertainty (nominal units) with its picture,
 /// Process_DegFreedom and Total_DegFreedom. A table without any uncertainty leaves ProcessUncertainty. A

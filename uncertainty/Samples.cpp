@@ -2,8 +2,8 @@
 
 #include "model/NumberText.h"
 #include "model/ToleranceUnits.h"
+#include "numerics/CoverageFactor.h"
 #include "numerics/Real.h"
-#include "risk/CoverageFactor.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 

@@ -4,6 +4,7 @@
 #include "model/DisplayRule.h"
 #include "numerics/Real.h"
 #include "risk/BaselineModel.h"
+#include "risk/FittedSubject.h"
 #include "risk/MeasuringFit.h"
 #include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"

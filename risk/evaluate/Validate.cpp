@@ -1,4 +1,4 @@
-#include "model/Validation.h"
+#include "model/EntryRules.h"
 #include "risk/evaluate/EnteredSubject.h"
 #include "risk/evaluate/Evaluate.h"
 

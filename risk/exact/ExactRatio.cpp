@@ -3,7 +3,7 @@
 #include "model/Analysis.h"
 #include "model/NumberFormat.h"
 #include "numerics/BracketedRoot.h"
-#include "risk/EquivalentRatio.h"
+#include "risk/RatioSearch.h"
 #include "risk/exact/ExactRisks.h"
 
 #include <algorithm>

@@ -6,7 +6,8 @@
 #include "model/RelativeUnits.h"
 #include "model/RiskText.h"
 #include "numerics/Real.h"
-#include "risk/BaselineRisks.h"
+#include "risk/BaselineModel.h"
+#include "risk/FittedSubject.h"
 #include "risk/exact/ExactRatio.h"
 
 #include <algorithm>

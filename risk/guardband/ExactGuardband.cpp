@@ -6,6 +6,7 @@
 #include "model/Picture.h"
 #include "model/SubjectSide.h"
 #include "numerics/BracketedRoot.h"
+#include "risk/FittedSubject.h"
 
 #include <algorithm>
 #include <cmath>

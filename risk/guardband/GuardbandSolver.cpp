@@ -1,5 +1,6 @@
 #include "risk/guardband/GuardbandSolver.h"
 
+#include "risk/FittedSubject.h"
 #include "risk/guardband/Bisection.h"
 
 #include <algorithm>

@@ -10,6 +10,7 @@
 #include "persistence/Notes.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
+#include "risk/PublishRisks.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/ComputeGuardbands.h"

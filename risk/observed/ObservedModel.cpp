@@ -3,6 +3,7 @@
 #include "model/Analysis.h"
 #include "numerics/BracketedRoot.h"
 #include "numerics/Real.h"
+#include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"
 #include "risk/guardband/Bisection.h"

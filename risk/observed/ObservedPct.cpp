@@ -1,11 +1,11 @@
 #include "risk/observed/ObservedPct.h"
 
 #include "base/SameNumber.h"
+#include "model/EntryRules.h"
 #include "model/Message.h"
 #include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/Symmetry.h"
-#include "model/Validation.h"
 #include "numerics/Real.h"
 #include "risk/FitSubject.h"
 #include "risk/RiskMessages.h"

@@ -1,6 +1,7 @@
 #include "risk/observed/ObservedScreen.h"
 
 #include "links/RunMenu.h"
+#include "model/EntryRules.h"
 #include "model/KeptFields.h"
 #include "model/Message.h"
 #include "model/NumberEntry.h"
@@ -9,7 +10,6 @@
 #include "model/SubjectSide.h"
 #include "model/Text.h"
 #include "model/ToleranceUnits.h"
-#include "model/Validation.h"
 #include "persistence/Notes.h"
 #include "risk/CurrentFigures.h"
 #include "risk/RiskMessages.h"

@@ -2,7 +2,7 @@
 
 #include "model/SubjectSide.h"
 #include "numerics/ParallelFor.h"
-#include "risk/EquivalentRatio.h"
+#include "risk/RatioSearch.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,9 @@
 #include "risk/sweeps/RiskParts.h"
 
 #include "model/AnalysisFields.h"
+#include "numerics/CoverageFactor.h"
 #include "numerics/Real.h"
-#include "risk/CoverageFactor.h"
+#include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Risks of an analysis over a range of one of its quantities.
 #pragma once
 
-#include "risk/BaselineRisks.h"
+#include "risk/BaselineModel.h"
 #include "risk/sweeps/RiskParts.h"
 
 #include <cstddef>

@@ -1,13 +1,13 @@
 // The subject parameter's boxes.
 #include "shell/mainscreen/FieldRules.h"
 
+#include "model/EntryRules.h"
 #include "model/NumberEntry.h"
 #include "model/NumberText.h"
 #include "model/RelativeUnits.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
-#include "model/Validation.h"
 #include "numerics/Real.h"
 #include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"

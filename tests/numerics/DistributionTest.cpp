@@ -1,6 +1,7 @@
 #include "numerics/IntegrationLimits.h"
 #include "numerics/Real.h"
 #include "numerics/SubjectDensity.h"
+#include "risk/FittedSubject.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"

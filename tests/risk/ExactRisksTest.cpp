@@ -3,6 +3,7 @@
 #include "model/Analysis.h"
 #include "model/DisplayRule.h"
 #include "numerics/Real.h"
+#include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/exact/ExactRatio.h"

@@ -2,6 +2,7 @@
 #include "model/NumberText.h"
 #include "numerics/Distribution.h"
 #include "persistence/AnalysisFile.h"
+#include "risk/FittedSubject.h"
 #include "risk/Risks.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"

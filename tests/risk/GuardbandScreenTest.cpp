@@ -5,6 +5,7 @@
 #include "persistence/AnalysisFile.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
+#include "risk/FittedSubject.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandTexts.h"

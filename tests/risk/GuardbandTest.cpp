@@ -1,4 +1,5 @@
 #include "model/NumberText.h"
+#include "risk/FittedSubject.h"
 #include "risk/RiskModel.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/ComputeGuardbands.h"

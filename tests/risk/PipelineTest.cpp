@@ -3,6 +3,7 @@
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"
+#include "risk/PublishRisks.h"
 #include "risk/Snapshot.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"

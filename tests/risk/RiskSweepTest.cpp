@@ -1,6 +1,7 @@
 // Sweeps and maps against single computes of the same analysis, and how they end.
 #include "risk/sweeps/RiskSweep.h"
 #include "numerics/mathlib/Normal.h"
+#include "risk/BaselineRisks.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
 #include "risk/Risks.h"

@@ -2,8 +2,8 @@
 #include "model/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
+#include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
-#include "risk/CoverageFactor.h"
 #include "units/offset/Composition.h"
 #include "units/offset/OffsetScreen.h"
 

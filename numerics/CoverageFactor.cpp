@@ -1,4 +1,4 @@
-#include "risk/CoverageFactor.h"
+#include "numerics/CoverageFactor.h"
 
 #include "numerics/Real.h"
 #include "numerics/SpecialFunctions.h"

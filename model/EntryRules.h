@@ -1,0 +1,61 @@
+// What is wrong with the entries of a parameter, in the order in which it is told.
+#pragma once
+
+#include "base/Box.h"
+#include "base/Refusal.h"
+
+#include <optional>
+#include <string_view>
+
+namespace metrisk {
+
+struct SubjectParameter;
+struct SubjectSide;
+
+/// Titles and texts of these rules that fits and field rules use as well.
+inline constexpr const char* subjectPctTitle = "Subject Parameter % In-Tolerance";
+inline constexpr const char* hundredOnlySymmetricText = "Cannot be 100% unless you select Two-Sided\n"
+                                                        "with equal upper and lower tolerance offsets.";
+inline constexpr const char* physicalLimitTitle = "Physical Limit Violation";
+inline constexpr const char* processUncertaintyTitle = "Measurement Process Uncertainty";
+inline constexpr const char* zeroOrAboveText = "Must be greater than or equal to zero.";
+
+/// A rule that does not hold, and where.
+struct BrokenRule {
+    std::string_view title;
+    std::string_view text;
+    const char* box;
+    const char* panel = nullptr;
+    bool waits = false; // until the entry being made is committed: more may follow
+};
+using Broken = std::optional<BrokenRule>;
+
+/// The subject parameter's rules in four parts, between which the user may be asked. The last two are those
+/// of a single-sided tolerance.
+Broken dataMissing(const SubjectParameter& subject);
+Broken rulesOfLimits(const SubjectParameter& subject);
+Broken rulesOfPhysicalLimit(const SubjectParameter& subject);
+Broken rulesOfOneSide(const SubjectParameter& subject);
+
+/// All of them, the questions answered by going on; none if all hold.
+std::optional<Refusal> refusedSubject(const SubjectParameter& subject);
+/// What is said of a measuring tolerance (any unit) or a % in-tolerance on its own; none if it is allowed.
+std::optional<Message> refusedMeasuringOffset(double offset);
+std::optional<Message> refusedMeasuringPct(double pct, bool enteredByUncertainty);
+
+/// A single-sided tolerance, towards the side that it has.
+struct OneSide {
+    explicit OneSide(const SubjectParameter& subject);
+
+    bool lower;
+    const SubjectSide& side;
+    double mode, limit, physical;
+};
+
+/// Nothing of it has been entered.
+bool subjectEmpty(const SubjectParameter& subject);
+
+inline constexpr const char* insufficientTitle = "Insufficient Data Available";
+inline constexpr const char* noSubjectDataText = "No subject parameter data have been entered for analysis.";
+
+} // namespace metrisk
