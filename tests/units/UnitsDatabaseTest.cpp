@@ -154,6 +154,9 @@ TEST_F(UnitsDatabaseFile, AKilledProgramLeavesWholeChanges) {
             if (writers[i] == 0)
                 addForEver(path, "round " + std::to_string(round) + " writer " + std::to_string(i) + " ");
         }
+        // Not before a change has come about, however busy the machine is.
+        const auto begun = [&] { return round > 0 || !open()->areas().empty(); };
+        for (int wait = 0; wait < 1000 && !begun(); ++wait) usleep(10'000);
         usleep(40'000 + 7'000 * static_cast<useconds_t>(round));
         for (const pid_t writer : writers) {
             kill(writer, SIGKILL);
