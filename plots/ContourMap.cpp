@@ -19,7 +19,8 @@ constexpr std::array<Colour, 5> ramp{
     {{255, 255, 225}, {254, 217, 118}, {253, 141, 60}, {189, 40, 40}, {90, 10, 50}}};
 
 constexpr Colour hatchColour{130, 130, 130};
-constexpr double hatchStep = 7; // device units
+constexpr double hatchStep = 7;    // device units
+constexpr double mostUnits = 2000; // that are coloured one by one
 constexpr const char* notComputed = "Not computed";
 
 Colour rampAt(double share) {
@@ -41,6 +42,7 @@ class Drawer {
         surface.ForeColor = surface.ink();
         surface.Font = {};
         surface.DrawWidth = 1;
+        for (const float each : map.values) logarithms_.push_back(std::log(static_cast<double>(each)));
         hasHoles_ = std::ranges::any_of(map.values, [](float value) { return std::isnan(value); });
         title_ = titleLines(surface, map.title, surface.deviceWidth() - 4);
         double names = 0;
@@ -88,19 +90,50 @@ class Drawer {
                       std::max<double>(1, static_cast<double>(map_.levels.size())));
     }
 
-    /// Each point fills the room halfway to its neighbours; equal ones in a row are one box. A box reaches
-    /// under the next, so that no seam shows between them.
+    /// The value between four points, by logarithms where they have any, as the lines run; that of the
+    /// nearest where one of them has none.
+    double valueAt(double x, double y) const {
+        const double column = x * static_cast<double>(map_.columns - 1);
+        const double row = y * static_cast<double>(map_.rows - 1);
+        const auto left = std::min(static_cast<std::size_t>(column), map_.columns - 2);
+        const auto low = std::min(static_cast<std::size_t>(row), map_.rows - 2);
+        const double across = column - static_cast<double>(left);
+        const double up = row - static_cast<double>(low);
+        const std::size_t at = low * map_.columns + left;
+        const std::array<std::size_t, 4> places{at, at + 1, at + map_.columns, at + map_.columns + 1};
+        std::array<double, 4> corners{};
+        for (std::size_t i = 0; i < 4; ++i) corners[i] = static_cast<double>(map_.values[places[i]]);
+        if (std::ranges::any_of(corners, [](double corner) { return std::isnan(corner); }))
+            return corners[(across < 0.5 ? 0u : 1u) + (up < 0.5 ? 0u : 2u)];
+        const bool byLogarithms = std::ranges::all_of(corners, [](double corner) { return corner > 0; });
+        if (byLogarithms)
+            for (std::size_t i = 0; i < 4; ++i) corners[i] = logarithms_[places[i]];
+        const double between = (corners[0] * (1 - across) + corners[1] * across) * (1 - up) +
+                               (corners[2] * (1 - across) + corners[3] * across) * up;
+        return byLogarithms ? std::exp(between) : between;
+    }
+
+    /// Each device unit has the colour of the value in its middle; equal ones in a row are one box. A box
+    /// reaches under the next, so that no seam shows between them.
     void bands() {
-        for (std::size_t row = 0; row < map_.rows; ++row) {
-            const double y = static_cast<double>(row);
-            const double low = row == 0 ? 0 : yOf(y - 0.5);
-            const double high = std::min(1.0, yOf(y + 1));
-            for (std::size_t first = 0, last = 0; first < map_.columns; first = last) {
-                const int band = bandOf(value(first, row));
-                while (last < map_.columns && bandOf(value(last, row)) == band) ++last;
-                const double left = first == 0 ? 0 : xOf(static_cast<double>(first) - 0.5);
-                const double right = std::min(1.0, xOf(static_cast<double>(last)));
-                surface_.Box(left, low, right, high, band < 0 ? surface_.paper() : colourOf(band));
+        const auto units = [](double length) {
+            return static_cast<int>(std::clamp(std::ceil(length), 1.0, mostUnits));
+        };
+        const int columns = units(surface_.deviceLengthX(1));
+        const int rows = units(surface_.deviceLengthY(1));
+        const auto bandAt = [&](int column, int row) {
+            return bandOf(valueAt((column + 0.5) / columns, (row + 0.5) / rows));
+        };
+        for (int row = 0; row < rows; ++row) {
+            const double low = static_cast<double>(row) / rows;
+            const double high = std::min(1.0, (row + 2.0) / rows);
+            int band = bandAt(0, row);
+            for (int first = 0, last = 1; first < columns; first = last++) {
+                int next = band;
+                while (last < columns && (next = bandAt(last, row)) == band) ++last;
+                surface_.Box(static_cast<double>(first) / columns, low, std::min(1.0, (last + 1.0) / columns),
+                             high, band < 0 ? surface_.paper() : colourOf(band));
+                band = next;
             }
         }
     }
@@ -201,6 +234,7 @@ class Drawer {
     DrawingSurface& surface_;
     const ContourMap& map_;
     const Regional& regional_;
+    std::vector<double> logarithms_; // of the values
     bool hasHoles_ = false;
     std::vector<std::string> title_;
     PlotFrame frame_;
