@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace metrisk {
 
@@ -16,7 +17,6 @@ constexpr int mostTicks = 8;   // at round numbers
 constexpr double tick = 0.015; // in shares of the other axis
 constexpr double thinLine = 1, thickLine = 3;
 constexpr double markSize = 0.006;
-constexpr double nearAxis = 0.08;  // there is no room below
 constexpr double paperShare = 0.8; // of the grid's colour
 
 double shareOf(double value, const Axis& axis) {
@@ -110,30 +110,65 @@ class Drawer {
         }
     }
 
-    /// A name stands beside its mark, within the axes and above those that are in its place already.
     void marks(const Series& series) {
         for (const ChartMark& mark : series.marks) {
             const Point at = place(series, mark.at);
             surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize, series.colour);
             if (mark.name.empty()) continue;
-            const double width = surface_.TextWidth(mark.name);
-            const double line = -surface_.TextHeight();
-            const double x =
-                std::clamp(at.x - width / 2, 2 * markSize, std::max(1 - 2 * markSize - width, 2 * markSize));
-            double top = mark.above || at.y < nearAxis ? at.y + 1.3 * line : at.y - 0.3 * line;
-            for (const Name& name : names_)
-                if (x < name.right && x + width > name.left && std::abs(top - name.top) < line)
-                    top = name.top + line;
-            names_.push_back({x, x + width, top});
+            const Name name = nameAt(at, surface_.TextWidth(mark.name), mark.above);
+            names_.push_back(name);
             surface_.ForeColor = series.colour;
-            PrintAt(surface_, mark.name, x, top, 0);
+            PrintAt(surface_, mark.name, name.left, name.top, 0);
             surface_.ForeColor = surface_.ink();
         }
     }
 
     struct Name {
-        double left, right, top;
+        double left, right, top, bottom;
     };
+
+    /// Beside its mark, within the axes, where neither another name nor a curve is; right above it if there
+    /// is no such place.
+    Name nameAt(Point at, double width, bool above) const {
+        constexpr double edge = 2 * markSize;
+        const double line = -surface_.TextHeight();
+        const auto name = [&](double x, double top) {
+            const double left = std::clamp(x, edge, std::max(1 - edge - width, edge));
+            return Name{left, left + width, top, top - line};
+        };
+        for (const double away : {0.0, 1.2, 2.4, 3.6, 4.8})
+            for (const bool up : {above, !above})
+                for (const double x : {at.x - width / 2, at.x - width - 2 * edge, at.x + 2 * edge,
+                                       at.x - width - 0.08, at.x - width - 0.16}) {
+                    const double top = up ? at.y + (1.3 + away) * line : at.y - (0.3 + away) * line;
+                    const Name found = name(x, top);
+                    if (found.bottom > edge && found.top < 1 && isFree(found)) return found;
+                }
+        return name(at.x - width / 2, at.y + 1.3 * line);
+    }
+
+    bool isFree(const Name& name) const {
+        for (const Name& other : names_)
+            if (name.left < other.right && other.left < name.right && name.bottom < other.top &&
+                other.bottom < name.top)
+                return false;
+        for (const Series& series : chart_.series)
+            for (std::size_t i = 1; i < series.points.size(); ++i)
+                if (crosses(place(series, series.points[i - 1]), place(series, series.points[i]), name))
+                    return false;
+        return true;
+    }
+
+    static bool crosses(Point a, Point b, const Name& name) {
+        if (b.x < a.x) std::swap(a, b);
+        if (b.x < name.left || a.x > name.right) return false;
+        const auto at = [&](double x) {
+            return b.x > a.x ? a.y + (b.y - a.y) * (x - a.x) / (b.x - a.x) : b.y;
+        };
+        const double first = at(std::max(a.x, name.left));
+        const double last = at(std::min(b.x, name.right));
+        return std::max(first, last) > name.bottom && std::min(first, last) < name.top;
+    }
 
     DrawingSurface& surface_;
     const Chart& chart_;

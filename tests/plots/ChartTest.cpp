@@ -99,6 +99,33 @@ TEST(RiskChart, CopiedHeadingsByQuantity) {
               "Baseline Accuracy Ratio\tFalse Accept Risk (Producer Option)\tFalse Reject Risk\n");
 }
 
+/// A name is on no curve and on no other name, also where a curve ends at a corner.
+TEST(Chart, NamesOfMarksKeepClearOfTheCurves) {
+    Chart chart{.title = "t", .x = axisOver("x", 0, 1), .left = axisOver("y", 0, 1)};
+    Series falling{.name = "FA", .colour = black}, bent{.name = "FR", .colour = black};
+    for (int i = 0; i <= 20; ++i) {
+        const double x = i / 20.0;
+        falling.points.push_back({x, 1 - x});
+        bent.points.push_back({x, 0.7 - (x - 0.3) * (x - 0.3)});
+    }
+    falling.marks = {{{0, 1}, "greatest FA", true}, {{1, 0}, "least FA", false}};
+    bent.marks = {{{0.3, 0.7}, "greatest FR", true}, {{1, 0.21}, "least FR", false}};
+    chart.series = {falling, bent};
+    testing::TextBoxes drawn(640, 480);
+    DrawChart(drawn, chart, {});
+    drawn.expectReadable("names");
+    const auto toX = [&](double px) { return -0.16 + px / 640 * 1.22; };
+    const auto toY = [&](double px) { return 1.22 - px / 480 * 1.48; };
+    for (const auto& box : drawn.boxes()) {
+        if (box.text.find("est F") == std::string::npos) continue;
+        for (double px = box.left; px <= box.right; px += 1) {
+            const double x = toX(px);
+            for (const double y : {1 - x, 0.7 - (x - 0.3) * (x - 0.3)})
+                EXPECT_FALSE(y < toY(box.top) - 0.01 && y > toY(box.bottom) + 0.01) << box.text;
+        }
+    }
+}
+
 TEST(RiskChart, TextsKeepToThePicture) {
     const std::array one{RiskPoint{0.5, 2, 4}, RiskPoint{1, 3, 2}};
     const std::array two{RiskPoint{99.25, 0.05, 4}, RiskPoint{99.75, 0.09, 2}};
