@@ -6,6 +6,7 @@
 #include "screens/Widgets.h"
 #include "screens/WorksheetDialog.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
