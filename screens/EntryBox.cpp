@@ -158,7 +158,8 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
         emit opened();
         return;
     }
-    if (tellsEscape_ && event->key() == Qt::Key_Escape) {
+    // The first drops what was typed; the next is the screen's.
+    if (tellsEscape_ && event->key() == Qt::Key_Escape && isModified()) {
         emit escaped();
         return;
     }

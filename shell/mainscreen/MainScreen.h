@@ -85,8 +85,7 @@ class MainScreen final : public Worksheet {
                                  "Right figure of the equivalent accuracy ratio"};
     Label Lbl_EqAccRatNote{*this, "Lbl_EqAccRatNote"};
     Label Lbl_ExactRatio{*this, "Lbl_ExactRatio"};
-    PushButton ComputeResults{*this, "ComputeResults", "&COMPUTE  RISKS",
-                              "Compute the risks of this analysis"};
+    PushButton ComputeResults{*this, "ComputeResults", "&COMPUTE  RISKS", "Computing Risks"};
 
     Label Heading_1{*this, "Heading_1"};
     Label pnl_BaseRiskLabel_0{*this, "pnl_BaseRiskLabel_0", "False Accept Risk"};

@@ -283,8 +283,10 @@ class DialogTest final : public QObject {
             plot.findChild<QAction*>("mnu_CopyData")->trigger();
             QVERIFY(QApplication::clipboard()->text().startsWith("MTE Pct In-tolerance\n"));
             plot.resize(0, 0);
-            typeInto("NumberPointsBox", "", Qt::Key_Escape);
-            QVERIFY(!plot.isVisible());
+            typeInto("LowerLimitBox", "7", Qt::Key_Escape);
+            QVERIFY(plot.isVisible());
+            typeInto("LowerLimitBox", "", Qt::Key_Escape);
+            QVERIFY2(!plot.isVisible(), "a second Escape leaves the plot");
         });
         d.choose("mnu_Plot_Risk_1");
         d.boxes.expectScreen("RiskMap", [&](QWidget& map) {
