@@ -2,8 +2,9 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PANGOCAIRO REQUIRED IMPORTED_TARGET pangocairo cairo-pdf cairo-svg)
 
-file(GLOB file_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/*/files/*.cpp" "${PROJECT_SOURCE_DIR}/*/files/*.h")
-list(FILTER file_sources EXCLUDE REGEX "/(tests|build)/")
+file(GLOB file_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/*/files/*.cpp" "${PROJECT_SOURCE_DIR}/*/files/*.h"
+     "${PROJECT_SOURCE_DIR}/files/*.cpp" "${PROJECT_SOURCE_DIR}/files/*.h")
+list(FILTER file_sources EXCLUDE REGEX "/(tests|build|desk)/")
 set(file_headers ${file_sources})
 list(FILTER file_headers INCLUDE REGEX "\\.h$")
 

@@ -4,8 +4,9 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg PrintSupport)
 # The kit in screens/, and the screens/ folder of each subject.
 file(GLOB screen_sources CONFIGURE_DEPENDS
      "${PROJECT_SOURCE_DIR}/screens/*.cpp" "${PROJECT_SOURCE_DIR}/screens/*.h"
+     "${PROJECT_SOURCE_DIR}/window/*/*.cpp" "${PROJECT_SOURCE_DIR}/window/*/*.h"
      "${PROJECT_SOURCE_DIR}/*/screens/*.cpp" "${PROJECT_SOURCE_DIR}/*/screens/*.h")
-list(FILTER screen_sources EXCLUDE REGEX "/(tests|build)/")
+list(FILTER screen_sources EXCLUDE REGEX "/(tests|build)/|/main.cpp$")
 
 file(GLOB icons CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/shell/icons/*.svg")
 file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html" "${PROJECT_SOURCE_DIR}/help/*.tsv" "${PROJECT_SOURCE_DIR}/help/pictures/*.png")
