@@ -1,7 +1,7 @@
 #include "cli/AnalysisRun.h"
 
+#include "base/FlagGuard.h"
 #include "cli/Input.h"
-#include "model/FlagGuard.h"
 #include "model/Message.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"

@@ -1,11 +1,11 @@
 // metrisk-cli baseline: risks of the reference case.
+#include "base/DisplayRule.h"
 #include "cli/Commands.h"
 #include "cli/ConsoleInteraction.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
-#include "model/DisplayRule.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"

@@ -1,11 +1,11 @@
 // metrisk-cli compute: risks and equivalent accuracy ratio of analysis files.
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/OrderedBatch.h"
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
 #include "model/ToleranceUnits.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/BaselineRisks.h"

@@ -1,7 +1,7 @@
 #include "cli/Figures.h"
 
-#include "model/RiskText.h"
-#include "model/Text.h"
+#include "base/RiskText.h"
+#include "base/Text.h"
 
 #include <cmath>
 

@@ -1,11 +1,11 @@
 // metrisk-cli guardband: guardbands that give a wanted risk, or equal risks.
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
 #include "model/Symmetry.h"
 #include "risk/ComputeSteps.h"
 #include "risk/exact/Verified.h"

@@ -1,9 +1,9 @@
 // What the commands print as JSON: one object on one line.
 #pragma once
 
+#include "base/Flag.h"
 #include "cli/ConsoleInteraction.h"
 #include "cli/Output.h"
-#include "model/Flag.h"
 
 #include <concepts>
 #include <cstdint>

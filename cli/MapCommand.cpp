@@ -1,10 +1,10 @@
 // metrisk-cli map: risks of an analysis over two of its quantities.
+#include "base/ExactText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "model/ExactText.h"
 #include "model/Message.h"
 #include "risk/sweeps/RiskMapPicture.h"
 

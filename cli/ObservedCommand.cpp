@@ -1,10 +1,10 @@
 // metrisk-cli observed: observed from true % in-tolerance of the subject parameter, and the way back.
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
-#include "model/NumberText.h"
 #include "model/ToleranceUnits.h"
 #include "risk/observed/ObservedPct.h"
 #include "risk/observed/ObservingUnit.h"

@@ -1,7 +1,7 @@
 #include "cli/OutputFile.h"
 
+#include "base/AtomicFile.h"
 #include "cli/Input.h"
-#include "persistence/AtomicFile.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,10 +1,10 @@
 // metrisk-cli plot: a distribution of an analysis as a picture file.
+#include "base/Real.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "numerics/Real.h"
 #include "plots/DistributionPlots.h"
 #include "plots/Drawing.h"
 #include "plots/PlotDesk.h"

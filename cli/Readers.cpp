@@ -1,7 +1,7 @@
 #include "cli/Readers.h"
 
-#include "model/DisplayRule.h"
-#include "model/RelativeUnits.h"
+#include "base/DisplayRule.h"
+#include "base/RelativeUnits.h"
 
 #include <charconv>
 #include <cmath>

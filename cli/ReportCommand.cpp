@@ -1,10 +1,10 @@
 // metrisk-cli report: the report of an analysis as a file, or of many analyses as many files.
+#include "base/Text.h"
 #include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
-#include "model/Text.h"
 #include "persistence/SettingKeys.h"
 #include "reports/ReportFiles.h"
 #include "reports/files/CairoPress.h"

@@ -1,9 +1,9 @@
 // metrisk-cli show: every field of an analysis by its name.
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "model/AnalysisFields.h"
-#include "model/NumberText.h"
 #include "risk/FitMeasuring.h"
 #include "uncertainty/ErrorTable.h"
 

@@ -1,14 +1,14 @@
 // metrisk-cli sweep: risks of an analysis over a range of one of its quantities.
+#include "base/DisplayRule.h"
+#include "base/ExactText.h"
+#include "base/NumberFormat.h"
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "model/DisplayRule.h"
-#include "model/ExactText.h"
-#include "model/NumberFormat.h"
-#include "model/NumberText.h"
 #include "risk/sweeps/RiskChart.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 // metrisk-cli units: what a units database holds, and its exchange with other files.
+#include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
-#include "model/NumberText.h"
 #include "shell/StartUp.h"
 #include "units/UnitsDatabase.h"
 #include "units/UnitsTable.h"

@@ -1,10 +1,10 @@
 // metrisk-cli verify: the program's own figures beside published ones, as a page that can be filed.
+#include "base/Clock.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/OutputFile.h"
-#include "model/Clock.h"
 #include "plots/files/PictureFile.h"
 #include "selfcheck/CheckPage.h"
 

@@ -1,9 +1,9 @@
 // The command-line program: the same core as the window, for batches and scripts.
+#include "base/AtomicFile.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
-#include "persistence/AtomicFile.h"
 
 #include <csignal>
 #include <cstdio>

@@ -1,6 +1,6 @@
 // Prints the tables of the help page on exact integration: the digits in which the published risks agree with
 // it, over accuracy ratio and % in-tolerance.
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 #include "risk/exact/Verified.h"

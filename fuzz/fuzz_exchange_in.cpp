@@ -1,10 +1,10 @@
 // Any bytes as the file of the partner program: refused, or taken without a number that is none; what was
 // taken can be written for the partner.
+#include "base/Real.h"
+#include "base/Text.h"
 #include "fuzz/SoundRecord.h"
 #include "links/ExchangeFile.h"
 #include "links/TakeExchange.h"
-#include "model/Text.h"
-#include "numerics/Real.h"
 #include "persistence/ClearAnalysis.h"
 #include "tests/support/SilentSession.h"
 

@@ -1,6 +1,6 @@
 // Any text as a number, any picture, any regional setting: no crash, and shown numbers read back.
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 

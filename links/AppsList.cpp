@@ -1,7 +1,7 @@
 #include "links/AppsList.h"
 
-#include "model/Text.h"
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <set>

@@ -1,8 +1,8 @@
 #include "links/Associations.h"
 
+#include "base/AtomicFile.h"
 #include "links/DesktopEntry.h"
 #include "links/Programs.h"
-#include "persistence/AtomicFile.h"
 
 #include <algorithm>
 #include <cctype>

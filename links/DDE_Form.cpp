@@ -1,12 +1,12 @@
 #include "links/DDE_Form.h"
 
+#include "base/Real.h"
+#include "base/Text.h"
 #include "links/ExchangeFile.h"
 #include "links/PartnerFile.h"
 #include "links/Programs.h"
 #include "model/Desktop.h"
 #include "model/Message.h"
-#include "model/Text.h"
-#include "numerics/Real.h"
 
 #include <filesystem>
 

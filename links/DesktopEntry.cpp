@@ -1,6 +1,6 @@
 #include "links/DesktopEntry.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 

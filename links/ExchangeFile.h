@@ -2,8 +2,8 @@
 // analysis files, each row a line.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 
 #include <array>
 #include <string>

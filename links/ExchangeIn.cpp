@@ -1,8 +1,8 @@
 #include "links/ExchangeFile.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/WorksheetGroups.h"
-#include "numerics/Real.h"
 #include "persistence/ItemReader.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "links/ExchangeFile.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "persistence/ItemWriter.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"

@@ -1,7 +1,7 @@
 #include "links/PartnerFile.h"
 
-#include "model/Text.h"
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
+#include "base/Text.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 #include "links/Programs.h"
 
+#include "base/AtomicFile.h"
 #include "links/DesktopEntry.h"
-#include "persistence/AtomicFile.h"
 
 #include <algorithm>
 #include <cstdlib>

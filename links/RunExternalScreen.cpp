@@ -1,11 +1,11 @@
 #include "links/RunExternalScreen.h"
 
+#include "base/Text.h"
 #include "links/ProgramMessages.h"
 #include "links/Programs.h"
 #include "model/Desktop.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "model/Text.h"
 
 #include <filesystem>
 

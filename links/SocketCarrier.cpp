@@ -1,7 +1,7 @@
 #include "links/SocketCarrier.h"
 
+#include "base/Text.h"
 #include "model/Interaction.h"
-#include "model/Text.h"
 
 #include <algorithm>
 #include <chrono>

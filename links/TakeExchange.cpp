@@ -1,10 +1,10 @@
 #include "links/TakeExchange.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
+#include "base/Text.h"
 #include "model/SubjectSide.h"
-#include "model/Text.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "persistence/SettingKeys.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorRows.h"

@@ -1,7 +1,7 @@
 // The controls of a screen without Qt: what each shows, and what happens when it is used.
 #pragma once
 
-#include "model/CellBlock.h"
+#include "base/CellBlock.h"
 #include "model/FieldResult.h"
 #include "model/Menu.h"
 

@@ -5,8 +5,8 @@
 // picture with which X is shown. Default member initialisers are the values of a new analysis.
 #pragma once
 
-#include "model/Flag.h"
-#include "model/OneBased.h"
+#include "base/Flag.h"
+#include "base/OneBased.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Record groups of what a compute gives and what its next press is compared with.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 
 #include <string>
 

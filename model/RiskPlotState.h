@@ -1,7 +1,7 @@
 // The risk plot computed last, kept while the program runs; it is not saved.
 #pragma once
 
-#include "model/OneBased.h"
+#include "base/OneBased.h"
 
 #include <string>
 #include <vector>

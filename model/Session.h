@@ -1,14 +1,14 @@
 // Everything one running program has; passed by reference, never global.
 #pragma once
 
+#include "base/Clock.h"
 #include "base/FileStamp.h"
+#include "base/Places.h"
+#include "base/Regional.h"
+#include "base/Settings.h"
 #include "model/Analysis.h"
-#include "model/Clock.h"
 #include "model/ColorScheme.h"
 #include "model/Interaction.h"
-#include "model/Places.h"
-#include "model/Regional.h"
-#include "model/Settings.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 // What belongs to the running program rather than to the analysis; none of it is saved.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 
 #include <string>
 

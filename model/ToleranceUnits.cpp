@@ -1,8 +1,8 @@
 #include "model/ToleranceUnits.h"
 
-#include "model/NumberText.h"
-#include "model/RelativeUnits.h"
-#include "numerics/Real.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
+#include "base/RelativeUnits.h"
 
 namespace metrisk {
 

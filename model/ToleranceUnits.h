@@ -2,9 +2,9 @@
 // they are held.
 #pragma once
 
+#include "base/NumberEntry.h"
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/NumberEntry.h"
-#include "model/Regional.h"
 
 #include <string>
 #include <string_view>

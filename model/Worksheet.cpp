@@ -1,7 +1,7 @@
 #include "model/Worksheet.h"
 
-#include "model/FlagGuard.h"
-#include "numerics/Real.h"
+#include "base/FlagGuard.h"
+#include "base/Real.h"
 
 namespace metrisk {
 

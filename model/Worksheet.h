@@ -1,8 +1,8 @@
 // A screen without Qt: its controls, what they do, and how it is left.
 #pragma once
 
+#include "base/Flag.h"
 #include "model/Controls.h"
-#include "model/Flag.h"
 #include "model/Menu.h"
 
 #include <string>

@@ -2,8 +2,8 @@
 // report and plot options. Carried whole through the analysis file.
 #pragma once
 
-#include "model/Flag.h"
-#include "model/OneBased.h"
+#include "base/Flag.h"
+#include "base/OneBased.h"
 
 #include <array>
 #include <string>

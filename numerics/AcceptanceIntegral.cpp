@@ -1,8 +1,8 @@
 #include "numerics/AcceptanceIntegral.h"
 
+#include "base/Real.h"
 #include "numerics/GaussLegendre.h"
 #include "numerics/IntegrationLimits.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/NormalArray.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "numerics/AcceptanceIntegrand.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "numerics/mathlib/NormalArray.h"
 
 #include <algorithm>

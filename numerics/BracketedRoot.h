@@ -1,7 +1,7 @@
 // A root between two points at which a function differs in sign.
 #pragma once
 
-#include "numerics/FunctionRef.h"
+#include "base/FunctionRef.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "numerics/CoverageFactor.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/mathlib/InvNorm.h"
 

@@ -1,6 +1,6 @@
 #include "numerics/Distribution.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "numerics/DriftIntegral.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // The 40-point integral of a reliability model over a period.
 #pragma once
 
-#include "numerics/FunctionRef.h"
+#include "base/FunctionRef.h"
 #include "numerics/GaussLegendre.h"
 
 namespace metrisk {

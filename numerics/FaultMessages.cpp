@@ -1,6 +1,6 @@
 #include "numerics/FaultMessages.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 
 namespace metrisk {
 

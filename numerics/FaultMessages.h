@@ -1,8 +1,8 @@
 // What the user is told of a fault in a numeric routine, by the routine's name.
 #pragma once
 
+#include "base/Real.h"
 #include "model/Message.h"
-#include "numerics/Real.h"
 
 #include <string>
 

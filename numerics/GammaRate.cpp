@@ -1,7 +1,7 @@
 #include "numerics/GammaRate.h"
 
-#include "model/DecimalForm.h"
-#include "numerics/Real.h"
+#include "base/DecimalForm.h"
+#include "base/Real.h"
 
 #include <cmath>
 

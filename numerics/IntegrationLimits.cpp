@@ -1,7 +1,7 @@
 #include "numerics/IntegrationLimits.h"
 
-#include "model/RelativeUnits.h"
-#include "numerics/Real.h"
+#include "base/Real.h"
+#include "base/RelativeUnits.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The bracket search and halving by which the coefficients of a reliability model are found.
 #pragma once
 
-#include "numerics/FunctionRef.h"
+#include "base/FunctionRef.h"
 
 namespace metrisk {
 

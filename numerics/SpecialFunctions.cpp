@@ -1,6 +1,6 @@
 #include "numerics/SpecialFunctions.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "numerics/mathlib/Gamma.h"
 #include "numerics/mathlib/StudentsT.h"
 

@@ -1,8 +1,8 @@
 #include "persistence/AnalysisFile.h"
 
+#include "base/Real.h"
+#include "base/Text.h"
 #include "model/Message.h"
-#include "model/Text.h"
-#include "numerics/Real.h"
 #include "persistence/AnalysisLayout.h"
 #include "persistence/ItemReader.h"
 #include "persistence/ItemWriter.h"

@@ -1,8 +1,8 @@
 // Analysis files: reads every version of the format, writes the newest.
 #pragma once
 
+#include "base/AtomicFile.h"
 #include "model/Session.h"
-#include "persistence/AtomicFile.h"
 
 #include <string>
 #include <string_view>

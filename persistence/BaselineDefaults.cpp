@@ -1,8 +1,8 @@
 #include "persistence/BaselineDefaults.h"
 
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
-#include "model/Text.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "persistence/SettingKeys.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "persistence/ClearAnalysis.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 #include "persistence/BaselineDefaults.h"
 #include "persistence/SettingKeys.h"
 

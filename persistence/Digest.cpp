@@ -1,7 +1,7 @@
 #include "persistence/Digest.h"
 
+#include "base/Real.h"
 #include "model/Analysis.h"
-#include "numerics/Real.h"
 #include "persistence/AnalysisFile.h"
 
 #include <glib.h>

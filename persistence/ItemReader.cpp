@@ -1,8 +1,8 @@
 #include "persistence/ItemReader.h"
 
-#include "model/Text.h"
+#include "base/Real.h"
+#include "base/Text.h"
 #include "model/WorksheetGroups.h"
-#include "numerics/Real.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,7 @@
 // Reads the items of an analysis file one after the other.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 #include "persistence/AnalysisItems.h"
 
 #include <functional>

@@ -1,9 +1,9 @@
 #include "persistence/ItemWriter.h"
 
-#include "model/DecimalForm.h"
-#include "model/Text.h"
+#include "base/DecimalForm.h"
+#include "base/Real.h"
+#include "base/Text.h"
 #include "model/WorksheetGroups.h"
-#include "numerics/Real.h"
 
 namespace metrisk {
 namespace {

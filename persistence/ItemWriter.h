@@ -1,7 +1,7 @@
 // Writes the items of an analysis file.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 #include "persistence/AnalysisItems.h"
 
 #include <string>

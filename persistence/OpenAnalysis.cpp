@@ -1,6 +1,6 @@
 #include "persistence/OpenAnalysis.h"
 
-#include "model/FlagGuard.h"
+#include "base/FlagGuard.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "persistence/RecoveryCopy.h"
 
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,7 @@
 // The keys of the settings file that analyses take their defaults from, for reading and writing alike.
 #pragma once
 
-#include "model/Settings.h"
+#include "base/Settings.h"
 #include "model/WorksheetGroups.h"
 
 namespace metrisk {

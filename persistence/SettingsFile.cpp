@@ -1,6 +1,6 @@
 #include "persistence/SettingsFile.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <cstdlib>
 #include <optional>

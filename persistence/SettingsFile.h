@@ -1,9 +1,9 @@
 // Settings in a private profile file of the user.
 #pragma once
 
-#include "model/Settings.h"
-#include "persistence/AtomicFile.h"
-#include "persistence/ProfileText.h"
+#include "base/AtomicFile.h"
+#include "base/ProfileText.h"
+#include "base/Settings.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "plots/Chart.h"
 
-#include "model/NumberFormat.h"
-#include "model/Picture.h"
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
 #include "plots/PlotScale.h"
 
 #include <algorithm>

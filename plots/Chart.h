@@ -1,7 +1,7 @@
 // Curves over one quantity as a value, and how they are drawn: axes, grid, curves, marks and legend.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "plots/DrawingSurface.h"
 #include "plots/PlotFrame.h"
 

@@ -1,6 +1,6 @@
 #include "plots/DistributionPlot.h"
 
-#include "model/NumberFormat.h"
+#include "base/NumberFormat.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/Distribution.h"
 #include "plots/PlotLabels.h"

@@ -1,7 +1,7 @@
 // A plot of a bias distribution as a value, and how it is drawn: frame, labels and curve.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "plots/DrawingSurface.h"
 
 #include <optional>

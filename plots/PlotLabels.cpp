@@ -1,7 +1,7 @@
 #include "plots/PlotLabels.h"
 
-#include "model/NumberFormat.h"
-#include "model/NumberText.h"
+#include "base/NumberFormat.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The texts of values in a plot: as short as they can be without telling another number.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <span>
 #include <string>

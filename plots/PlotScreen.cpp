@@ -1,8 +1,8 @@
 #include "plots/PlotScreen.h"
 
+#include "base/Real.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 #include "plots/DistributionPlots.h"
 #include "plots/Drawing.h"
 #include "plots/PlotDesk.h"

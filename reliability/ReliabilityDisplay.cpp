@@ -1,5 +1,5 @@
 // What the reliability worksheet shows: its boxes and its plot.
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/Session.h"
 #include "numerics/FaultMessages.h"
 #include "reliability/Reliability.h"

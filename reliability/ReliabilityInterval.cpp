@@ -1,8 +1,8 @@
 #include "reliability/ReliabilityInterval.h"
 
 #include "base/Box.h"
+#include "base/Real.h"
 #include "numerics/GammaRate.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 
 #include <cmath>

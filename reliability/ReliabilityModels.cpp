@@ -1,6 +1,6 @@
 #include "reliability/ReliabilityModels.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "numerics/mathlib/Normal.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "reliability/ReliabilityPeriod.h"
 
+#include "base/Real.h"
 #include "numerics/DriftIntegral.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/Gamma.h"
 
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "reliability/ReliabilityPlot.h"
 
-#include "model/NumberFormat.h"
-#include "model/Picture.h"
-#include "numerics/Real.h"
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
+#include "base/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "plots/Chart.h"
 #include "plots/PlotScale.h"

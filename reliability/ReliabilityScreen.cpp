@@ -1,8 +1,8 @@
 #include "reliability/ReliabilityScreen.h"
 
+#include "base/NumberText.h"
 #include "links/RunMenu.h"
 #include "model/Check.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "persistence/Notes.h"
 #include "reliability/Reliability.h"

@@ -1,8 +1,8 @@
 // Reliability model worksheet of either parameter, screen ReliabilityModelCoefficients.
 #pragma once
 
+#include "base/NumberEntry.h"
 #include "model/Analysis.h"
-#include "model/NumberEntry.h"
 #include "model/Worksheet.h"
 #include "reliability/ReliabilitySlot.h"
 

@@ -1,6 +1,6 @@
 #include "reliability/ReliabilitySlot.h"
 
-#include "model/DecimalForm.h"
+#include "base/DecimalForm.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "reliability/Reliability.h"

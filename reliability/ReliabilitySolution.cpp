@@ -1,8 +1,8 @@
 #include "reliability/ReliabilitySolution.h"
 
 #include "base/Box.h"
+#include "base/Real.h"
 #include "numerics/GaussLegendre.h"
-#include "numerics/Real.h"
 #include "numerics/ReliabilitySolver.h"
 #include "numerics/mathlib/InvNorm.h"
 

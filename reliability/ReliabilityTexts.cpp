@@ -1,7 +1,7 @@
 #include "reliability/ReliabilityTexts.h"
 
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // How coefficients, times and reliabilities are shown.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

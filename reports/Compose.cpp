@@ -1,8 +1,8 @@
 #include "reports/Compose.h"
 
-#include "model/Text.h"
+#include "base/Real.h"
+#include "base/Text.h"
 #include "numerics/FaultMessages.h"
-#include "numerics/Real.h"
 #include "persistence/Digest.h"
 #include "reports/RunningText.h"
 #include "shell/mainscreen/MainScreen.h"

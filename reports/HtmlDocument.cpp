@@ -1,6 +1,6 @@
 #include "reports/HtmlDocument.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 #include "persistence/Digest.h"
 
 #include <algorithm>

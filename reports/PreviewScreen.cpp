@@ -1,10 +1,10 @@
 #include "reports/PreviewScreen.h"
 
+#include "base/AtomicFile.h"
 #include "links/RunMenu.h"
 #include "model/Desktop.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "persistence/AtomicFile.h"
 #include "plots/SubSurface.h"
 #include "reports/ReportPrinter.h"
 

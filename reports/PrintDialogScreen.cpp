@@ -1,8 +1,8 @@
 #include "reports/PrintDialogScreen.h"
 
+#include "base/NumberText.h"
 #include "model/Desktop.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "persistence/SettingKeys.h"
 #include "plots/DistributionPlots.h"

@@ -1,6 +1,6 @@
 #include "reports/ReportFigures.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "uncertainty/EffectiveFreedom.h"
 
 namespace metrisk {

@@ -1,7 +1,7 @@
 // How figures read in a report.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "reports/ReportFiles.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 #include "reports/Compose.h"
 #include "reports/HtmlDocument.h"
 

@@ -1,6 +1,6 @@
 #include "reports/RichTextDocument.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // The risk analysis report.
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "model/ToleranceParts.h"
 #include "model/ToleranceUnits.h"
 #include "reports/Compose.h"

@@ -1,7 +1,7 @@
 #include "risk/BaselineModel.h"
 
+#include "base/Real.h"
 #include "numerics/AcceptanceIntegral.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
 

@@ -1,10 +1,10 @@
 #include "risk/BaselineRisks.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
+#include "base/Real.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "numerics/FaultMessages.h"
-#include "numerics/Real.h"
 #include "risk/RiskMessages.h"
 
 namespace metrisk {

@@ -1,8 +1,8 @@
 #include "risk/BaselineScreen.h"
 
+#include "base/NumberText.h"
+#include "base/RiskText.h"
 #include "links/RunMenu.h"
-#include "model/NumberText.h"
-#include "model/RiskText.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"

@@ -1,9 +1,9 @@
 #include "risk/ComputePipeline.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
+#include "base/Real.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 #include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"
 #include "risk/PublishRisks.h"

@@ -1,6 +1,6 @@
 #include "risk/ComputingScreen.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
 #include "risk/CurrentFigures.h"
 
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/Session.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/FittedSubject.h"
 #include "risk/Snapshot.h"

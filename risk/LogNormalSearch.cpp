@@ -1,6 +1,6 @@
 #include "risk/LogNormalSearch.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,7 +1,7 @@
 #include "risk/MeasuringFit.h"
 
+#include "base/Real.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 
 namespace metrisk {
 

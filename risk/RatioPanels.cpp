@@ -1,6 +1,6 @@
 #include "risk/RatioPanels.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/Session.h"
 #include "risk/EquivalentRatio.h"
 

@@ -1,7 +1,7 @@
 #include "risk/RatioSearch.h"
 
+#include "base/Real.h"
 #include "model/SubjectSide.h"
-#include "numerics/Real.h"
 
 #include <cmath>
 #include <numbers>

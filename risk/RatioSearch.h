@@ -1,7 +1,7 @@
 // Search of the accuracy ratio that would give the same risk in the reference case.
 #pragma once
 
-#include "numerics/FunctionRef.h"
+#include "base/FunctionRef.h"
 #include "risk/BaselineModel.h"
 
 namespace metrisk {

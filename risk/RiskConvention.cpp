@@ -1,7 +1,7 @@
 #include "risk/RiskConvention.h"
 
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "persistence/BaselineDefaults.h"
 
 #include <cmath>

@@ -1,11 +1,11 @@
 #include "risk/SubjectFit.h"
 
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/EntryRules.h"
-#include "model/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/Symmetry.h"
 #include "numerics/Distribution.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "risk/LogNormalSearch.h"
 #include "risk/RiskMessages.h"

@@ -1,8 +1,8 @@
 // The bias distribution that fits the entries of the subject parameter, as a value.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/ParameterGroups.h"
-#include "model/Regional.h"
 
 #include <string>
 #include <string_view>

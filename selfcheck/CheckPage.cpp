@@ -1,7 +1,7 @@
 #include "selfcheck/CheckPage.h"
 
-#include "model/NumberFormat.h"
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
+#include "base/NumberFormat.h"
 #include "persistence/Digest.h"
 #include "plots/DrawingSurface.h"
 

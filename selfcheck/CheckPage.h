@@ -1,8 +1,8 @@
 // The self-check as a page: what was checked with which program, and every figure.
 #pragma once
 
-#include "model/Clock.h"
-#include "model/Regional.h"
+#include "base/Clock.h"
+#include "base/Regional.h"
 #include "selfcheck/SelfCheck.h"
 
 #include <functional>

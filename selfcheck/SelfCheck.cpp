@@ -1,7 +1,7 @@
 #include "selfcheck/SelfCheck.h"
 
+#include "base/Real.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/StudentsT.h"

@@ -1,6 +1,6 @@
 #include "selfcheck/SelfCheckScreen.h"
 
-#include "model/NumberFormat.h"
+#include "base/NumberFormat.h"
 #include "model/Session.h"
 
 namespace metrisk {

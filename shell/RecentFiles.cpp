@@ -1,6 +1,6 @@
 #include "shell/RecentFiles.h"
 
-#include "model/Settings.h"
+#include "base/Settings.h"
 
 namespace metrisk {
 

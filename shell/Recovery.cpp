@@ -1,9 +1,9 @@
 #include "shell/Recovery.h"
 
-#include "model/FlagGuard.h"
+#include "base/FlagGuard.h"
+#include "base/Real.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "risk/CurrentFigures.h"

@@ -1,7 +1,7 @@
 #include "shell/StartUp.h"
 
-#include "model/Settings.h"
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
+#include "base/Settings.h"
 
 #include <array>
 #include <filesystem>

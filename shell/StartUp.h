@@ -1,7 +1,7 @@
 // What is settled once at start: the places of the program, and the file that it opens.
 #pragma once
 
-#include "model/Places.h"
+#include "base/Places.h"
 
 #include <string>
 #include <vector>

@@ -1,10 +1,10 @@
 #include "uncertainty/BiasCalcOptionScreen.h"
 
-#include "model/DecimalForm.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 #include "reliability/ReliabilityModels.h"
 #include "reliability/TimeUnits.h"
 #include "risk/ValidateAndFit.h"

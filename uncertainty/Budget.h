@@ -1,8 +1,8 @@
 // The process errors of a measurement as numbers: what a fit needs of the table of texts.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 #include "uncertainty/ErrorRows.h"
 
 #include <array>

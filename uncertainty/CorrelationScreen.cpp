@@ -1,9 +1,9 @@
 #include "uncertainty/CorrelationScreen.h"
 
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "links/RunMenu.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "model/Text.h"
 #include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 

@@ -1,11 +1,11 @@
 #include "uncertainty/DataEntryScreen.h"
 
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "links/RunMenu.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "persistence/Notes.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"

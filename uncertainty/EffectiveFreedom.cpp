@@ -1,6 +1,6 @@
 #include "uncertainty/EffectiveFreedom.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 
 namespace metrisk {
 

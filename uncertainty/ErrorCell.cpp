@@ -1,8 +1,8 @@
 #include "uncertainty/ErrorCell.h"
 
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
-#include "model/RegionalMarks.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
+#include "base/RegionalMarks.h"
 #include "uncertainty/ErrorRows.h"
 
 #include <algorithm>

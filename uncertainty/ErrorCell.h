@@ -1,8 +1,8 @@
 // A cell of the process errors table: its value, what a file keeps of it and what is shown.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "uncertainty/ErrorRows.h"
 
-#include "model/NumberText.h"
-#include "model/Text.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "model/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 

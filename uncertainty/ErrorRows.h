@@ -1,8 +1,8 @@
 // The process errors table as the numbers that its sums are made of.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 
 #include <array>
 #include <string_view>

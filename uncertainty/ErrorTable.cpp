@@ -1,10 +1,10 @@
 #include "uncertainty/ErrorTable.h"
 
-#include "model/NumberText.h"
-#include "model/Text.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
+#include "base/Text.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 #include "numerics/mathlib/StudentsT.h"
 #include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"

@@ -1,8 +1,8 @@
 // The rows of the process errors table: what is entered, what follows from it, what is shown.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 #include "uncertainty/ErrorCell.h"
 
 #include <string>

@@ -1,9 +1,9 @@
 // What the process uncertainty worksheet shows of the record it works on.
 #include "uncertainty/MTEErrorScreen.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "uncertainty/BiasAnalysis.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "uncertainty/ProcessTotals.h"
 
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorMessages.h"
 

@@ -1,8 +1,8 @@
 #include "uncertainty/SampleColumn.h"
 
-#include "model/CellBlock.h"
-#include "model/NumberText.h"
-#include "model/Text.h"
+#include "base/CellBlock.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "model/WorksheetGroups.h"
 #include "uncertainty/ErrorCell.h"
 

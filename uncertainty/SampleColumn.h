@@ -1,7 +1,7 @@
 // A column of measured values as it is typed, pasted or read from a file.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "uncertainty/SampleGrid.h"
 
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
-#include "model/Text.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "model/WorksheetGroups.h"
 #include "uncertainty/SampleColumn.h"
 

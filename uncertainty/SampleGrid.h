@@ -1,8 +1,8 @@
 // The cells of the sample worksheet: what was typed in each, and what it reads in either way of showing.
 #pragma once
 
-#include "model/CellBlock.h"
-#include "model/Regional.h"
+#include "base/CellBlock.h"
+#include "base/Regional.h"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,9 @@
 #include "uncertainty/Samples.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 

@@ -1,10 +1,10 @@
 #include "units/FollowMode.h"
 
-#include "model/RelativeUnits.h"
+#include "base/Real.h"
+#include "base/RelativeUnits.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 

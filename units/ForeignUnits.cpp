@@ -1,7 +1,7 @@
 #include "units/ForeignUnits.h"
 
-#include "model/Text.h"
-#include "units/ChildProcess.h"
+#include "base/ChildProcess.h"
+#include "base/Text.h"
 #include "units/JetTables.h"
 #include "units/SqliteUnits.h"
 

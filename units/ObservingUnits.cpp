@@ -1,8 +1,8 @@
 #include "units/ObservingUnits.h"
 
-#include "model/RelativeUnits.h"
+#include "base/RelativeUnits.h"
+#include "base/Text.h"
 #include "model/Session.h"
-#include "model/Text.h"
 #include "model/ToleranceUnits.h"
 #include "units/UnitSelection.h"
 #include "units/UnitsDatabase.h"

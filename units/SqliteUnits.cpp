@@ -1,6 +1,6 @@
 #include "units/SqliteUnits.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>

@@ -1,7 +1,7 @@
 // The units database in our own form: a SQLite file.
 #pragma once
 
-#include "persistence/TemporaryFile.h"
+#include "base/TemporaryFile.h"
 #include "units/UnitsDatabase.h"
 
 #include <functional>

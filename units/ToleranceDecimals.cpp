@@ -1,8 +1,8 @@
 #include "units/ToleranceDecimals.h"
 
-#include "model/RelativeUnits.h"
+#include "base/Real.h"
+#include "base/RelativeUnits.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 #include "units/UnitSelection.h"
 
+#include "base/RelativeUnits.h"
+#include "base/Text.h"
 #include "model/Analysis.h"
-#include "model/RelativeUnits.h"
-#include "model/Text.h"
 
 #include <cmath>
 

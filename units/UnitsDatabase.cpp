@@ -1,6 +1,6 @@
 #include "units/UnitsDatabase.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 #include "units/ForeignUnits.h"
 #include "units/SqliteUnits.h"
 

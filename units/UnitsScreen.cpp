@@ -1,11 +1,11 @@
 #include "units/UnitsScreen.h"
 
+#include "base/NumberText.h"
+#include "base/RelativeUnits.h"
+#include "base/Text.h"
 #include "links/RunMenu.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
-#include "model/RelativeUnits.h"
 #include "model/Session.h"
-#include "model/Text.h"
 
 #include <algorithm>
 #include <cmath>

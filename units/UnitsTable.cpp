@@ -1,8 +1,8 @@
 #include "units/UnitsTable.h"
 
-#include "model/ExactText.h"
+#include "base/ExactText.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "plots/files/CairoSurface.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "plots/files/PictureFile.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 #include "plots/files/CairoSurface.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "risk/evaluate/Evaluate.h"
 
+#include "base/DisplayRule.h"
+#include "base/Real.h"
 #include "model/Analysis.h"
-#include "model/DisplayRule.h"
-#include "numerics/Real.h"
 #include "risk/BaselineModel.h"
 #include "risk/FittedSubject.h"
 #include "risk/MeasuringFit.h"

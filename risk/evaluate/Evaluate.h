@@ -1,10 +1,10 @@
 // From the entries of a test to its figures, without a session, a screen or a text.
 #pragma once
 
+#include "base/FunctionRef.h"
 #include "base/Refusal.h"
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "numerics/Distribution.h"
-#include "numerics/FunctionRef.h"
 #include "risk/RatioSearch.h"
 #include "risk/TestEntries.h"
 #include "risk/exact/ExactRisks.h"

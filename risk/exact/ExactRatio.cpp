@@ -1,7 +1,7 @@
 #include "risk/exact/ExactRatio.h"
 
+#include "base/NumberFormat.h"
 #include "model/Analysis.h"
-#include "model/NumberFormat.h"
 #include "numerics/BracketedRoot.h"
 #include "risk/RatioSearch.h"
 #include "risk/exact/ExactRisks.h"

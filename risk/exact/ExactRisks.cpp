@@ -1,6 +1,6 @@
 #include "risk/exact/ExactRisks.h"
 
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/NormalArray.h"

@@ -1,7 +1,7 @@
 // The figures of an analysis beside their second ones, and what a user is told where they part.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "risk/exact/ExactRisks.h"
 
 #include <optional>

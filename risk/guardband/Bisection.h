@@ -1,8 +1,8 @@
 // The halving by which guardbands are found, and how a solve fails.
 #pragma once
 
-#include "numerics/FunctionRef.h"
-#include "numerics/Real.h"
+#include "base/FunctionRef.h"
+#include "base/Real.h"
 
 #include <optional>
 #include <string_view>

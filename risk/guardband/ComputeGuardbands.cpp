@@ -1,6 +1,6 @@
 #include "risk/guardband/ComputeGuardbands.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"

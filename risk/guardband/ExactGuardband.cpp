@@ -1,9 +1,9 @@
 #include "risk/guardband/ExactGuardband.h"
 
+#include "base/DisplayRule.h"
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
 #include "model/Analysis.h"
-#include "model/DisplayRule.h"
-#include "model/NumberFormat.h"
-#include "model/Picture.h"
 #include "model/SubjectSide.h"
 #include "numerics/BracketedRoot.h"
 #include "risk/FittedSubject.h"

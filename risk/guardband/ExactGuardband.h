@@ -1,7 +1,7 @@
 // What exact integration says of solved guardbands, and the guardbands that it would find.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "risk/exact/ExactRisks.h"
 #include "risk/guardband/GuardbandSolver.h"
 

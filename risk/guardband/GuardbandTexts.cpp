@@ -1,6 +1,6 @@
 #include "risk/guardband/GuardbandTexts.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
 

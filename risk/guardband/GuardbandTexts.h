@@ -1,8 +1,8 @@
 // The texts of a guardband beside its tolerance: as a limit and as an offset.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 // What the guardband worksheet's buttons do.
 #include "risk/guardband/GuardbandScreen.h"
 
-#include "model/DisplayRule.h"
-#include "model/FlagGuard.h"
+#include "base/DisplayRule.h"
+#include "base/FlagGuard.h"
+#include "base/NumberText.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "persistence/Notes.h"

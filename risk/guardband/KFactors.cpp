@@ -1,10 +1,10 @@
 #include "risk/guardband/KFactors.h"
 
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "base/SameNumber.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 
 #include <algorithm>
 #include <cmath>

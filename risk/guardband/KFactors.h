@@ -3,7 +3,7 @@
 // A k-factor counts the measuring sigmas by which a test limit lies inside its tolerance limit.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 #include "model/SubjectSide.h"
 
 #include <optional>

@@ -1,10 +1,10 @@
 #include "risk/guardband/SolveGuardbands.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
+#include "base/Text.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "model/Text.h"
 #include "numerics/FaultMessages.h"
 #include "risk/guardband/KFactors.h"
 

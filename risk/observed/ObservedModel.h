@@ -1,8 +1,8 @@
 // The share of items that pass a test, from the share in tolerance and the way back.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/ParameterGroups.h"
-#include "model/Regional.h"
 #include "risk/RiskModel.h"
 #include "risk/exact/ExactRisks.h"
 

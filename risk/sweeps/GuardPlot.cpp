@@ -1,10 +1,10 @@
 #include "risk/sweeps/GuardPlot.h"
 
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "links/RunMenu.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
-#include "numerics/Real.h"
 
 #include <algorithm>
 

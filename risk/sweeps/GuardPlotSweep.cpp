@@ -1,9 +1,9 @@
 // What GuardPlot computes and draws.
 #include "risk/sweeps/GuardPlot.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
 #include "risk/exact/Verified.h"

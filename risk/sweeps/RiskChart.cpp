@@ -1,9 +1,9 @@
 #include "risk/sweeps/RiskChart.h"
 
-#include "model/NumberFormat.h"
-#include "model/NumberText.h"
-#include "model/Picture.h"
-#include "model/RiskText.h"
+#include "base/NumberFormat.h"
+#include "base/NumberText.h"
+#include "base/Picture.h"
+#include "base/RiskText.h"
 #include "model/ToleranceUnits.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // The risks of a sweep as a chart, and as text for a spreadsheet.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 #include "plots/Chart.h"
 #include "risk/sweeps/RiskSweep.h"
 

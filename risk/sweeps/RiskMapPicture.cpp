@@ -1,7 +1,7 @@
 #include "risk/sweeps/RiskMapPicture.h"
 
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "risk/sweeps/RiskChart.h"
 
 namespace metrisk {

@@ -1,8 +1,8 @@
 #include "risk/sweeps/RiskMapScreen.h"
 
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "model/Message.h"
-#include "model/NumberText.h"
 #include "model/Session.h"
 
 #include <algorithm>

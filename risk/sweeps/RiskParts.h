@@ -1,8 +1,8 @@
 // The test of an analysis in parts, each of which can be given another value: quietly, from several threads.
 #pragma once
 
+#include "base/Regional.h"
 #include "model/Analysis.h"
-#include "model/Regional.h"
 #include "risk/RiskModel.h"
 #include "risk/exact/ExactRisks.h"
 #include "uncertainty/Budget.h"

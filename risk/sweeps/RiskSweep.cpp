@@ -1,7 +1,7 @@
 #include "risk/sweeps/RiskSweep.h"
 
-#include "numerics/ParallelFor.h"
-#include "numerics/Real.h"
+#include "base/ParallelFor.h"
+#include "base/Real.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "shell/appearance/SchemeSettings.h"
 
-#include "model/NumberText.h"
-#include "model/Settings.h"
+#include "base/NumberText.h"
+#include "base/Settings.h"
 
 #include <algorithm>
 #include <cmath>

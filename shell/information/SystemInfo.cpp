@@ -1,8 +1,8 @@
 #include "shell/information/SystemInfo.h"
 
-#include "model/NumberFormat.h"
+#include "base/AtomicFile.h"
+#include "base/NumberFormat.h"
 #include "model/Session.h"
-#include "persistence/AtomicFile.h"
 #include "shell/information/MemoryStatus.h"
 
 #include <array>

@@ -1,14 +1,14 @@
 // The subject parameter's boxes.
 #include "shell/mainscreen/FieldRules.h"
 
+#include "base/NumberEntry.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
+#include "base/RelativeUnits.h"
 #include "model/EntryRules.h"
-#include "model/NumberEntry.h"
-#include "model/NumberText.h"
-#include "model/RelativeUnits.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "risk/RatioPanels.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/OffsetPictures.h"

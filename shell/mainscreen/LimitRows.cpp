@@ -1,6 +1,6 @@
 #include "shell/mainscreen/LimitRows.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"

@@ -1,8 +1,8 @@
 #include "shell/mainscreen/MainDisplay.h"
 
-#include "model/NumberText.h"
-#include "model/RelativeUnits.h"
-#include "model/RiskText.h"
+#include "base/NumberText.h"
+#include "base/RelativeUnits.h"
+#include "base/RiskText.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
 #include "risk/CurrentFigures.h"

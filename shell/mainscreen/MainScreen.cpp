@@ -1,9 +1,9 @@
 #include "shell/mainscreen/MainScreen.h"
 
-#include "model/FlagGuard.h"
+#include "base/FlagGuard.h"
+#include "base/Real.h"
 #include "model/Session.h"
 #include "model/SubjectSide.h"
-#include "numerics/Real.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
 #include "reports/ReportDesk.h"

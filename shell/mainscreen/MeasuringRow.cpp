@@ -1,6 +1,6 @@
 #include "shell/mainscreen/MeasuringRow.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/Session.h"
 #include "model/ToleranceParts.h"
 #include "model/ToleranceUnits.h"

@@ -1,9 +1,9 @@
 // The measuring parameter's boxes.
-#include "model/NumberEntry.h"
-#include "model/NumberText.h"
+#include "base/NumberEntry.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "model/Session.h"
 #include "model/ToleranceUnits.h"
-#include "numerics/Real.h"
 #include "risk/CoveragePatience.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/FieldRules.h"

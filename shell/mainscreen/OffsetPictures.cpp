@@ -1,8 +1,8 @@
 #include "shell/mainscreen/OffsetPictures.h"
 
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
 #include "model/Analysis.h"
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
 
 #include <algorithm>
 #include <string>

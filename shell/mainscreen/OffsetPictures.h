@@ -1,7 +1,7 @@
 // How the pictures of offsets follow what is entered.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 

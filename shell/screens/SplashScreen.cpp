@@ -1,7 +1,7 @@
 #include "shell/screens/SplashScreen.h"
 
-#include "model/Clock.h"
-#include "model/NumberText.h"
+#include "base/Clock.h"
+#include "base/NumberText.h"
 #include "screens/Widgets.h"
 
 #include <QEvent>

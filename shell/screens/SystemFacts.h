@@ -1,7 +1,7 @@
 // Facts of the user's system: regional settings, data folder, fonts.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "shell/screens/UnsavedWork.h"
 
-#include "persistence/TemporaryFile.h"
+#include "base/TemporaryFile.h"
 #include "screens/ScreenBinder.h"
 #include "shell/mainscreen/MainScreen.h"
 

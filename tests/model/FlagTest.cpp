@@ -1,4 +1,4 @@
-#include "model/Flag.h"
+#include "base/Flag.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "model/DecimalForm.h"
-#include "model/NumberText.h"
+#include "base/DecimalForm.h"
+#include "base/NumberText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
+#include "base/Real.h"
 #include "numerics/IntegrationLimits.h"
-#include "numerics/Real.h"
 #include "numerics/SubjectDensity.h"
 #include "risk/FittedSubject.h"
 #include "risk/ValidateAndFit.h"

@@ -1,5 +1,5 @@
 #include "numerics/DriftIntegral.h"
-#include "numerics/Real.h"
+#include "base/Real.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The reliability worksheet and its plot.
 #include "reliability/ReliabilityScreen.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "plots/Drawing.h"
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilityPlot.h"

@@ -1,7 +1,7 @@
 // Reports as files: what other programs get to read.
 #include "reports/ReportFiles.h"
+#include "base/AtomicFile.h"
 #include "persistence/AnalysisFile.h"
-#include "persistence/AtomicFile.h"
 #include "persistence/Digest.h"
 #include "reports/RichTextDocument.h"
 #include "reports/files/CairoPress.h"

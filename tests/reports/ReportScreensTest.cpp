@@ -1,5 +1,5 @@
 // The way to a report: dialog, options, preview, export.
-#include "persistence/AtomicFile.h"
+#include "base/AtomicFile.h"
 #include "reports/PreviewScreen.h"
 #include "reports/ReportDesk.h"
 #include "tests/reports/Reports.h"

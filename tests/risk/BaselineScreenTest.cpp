@@ -1,6 +1,6 @@
 // The baseline screen and the choice of the false accept option.
 #include "risk/BaselineScreen.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/EqRatioScreen.h"

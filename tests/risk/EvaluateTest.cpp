@@ -1,6 +1,6 @@
 // evaluate beside the button: the same figures from the same entries, and the same refusals.
 #include "risk/evaluate/Evaluate.h"
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
 #include "model/Message.h"
 #include "persistence/OpenAnalysis.h"
 #include "risk/ComputePipeline.h"

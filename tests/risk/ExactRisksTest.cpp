@@ -1,8 +1,8 @@
 // The second figures against integrations at 50 digits, with the bounds that they tell.
 #include "risk/exact/ExactRisks.h"
+#include "base/DisplayRule.h"
+#include "base/Real.h"
 #include "model/Analysis.h"
-#include "model/DisplayRule.h"
-#include "numerics/Real.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 #include "risk/ValidateAndFit.h"

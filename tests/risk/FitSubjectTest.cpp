@@ -1,5 +1,5 @@
 #include "risk/FitSubject.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "numerics/Distribution.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/FittedSubject.h"

@@ -1,6 +1,6 @@
 // The guardband worksheet, its k-factors and texts.
 #include "risk/guardband/GuardbandScreen.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/SubjectSide.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/ComputePipeline.h"

@@ -1,4 +1,4 @@
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskModel.h"
 #include "risk/ValidateAndFit.h"

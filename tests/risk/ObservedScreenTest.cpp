@@ -1,6 +1,6 @@
 // The worksheet of true and observed % in-tolerance.
 #include "risk/observed/ObservedScreen.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"

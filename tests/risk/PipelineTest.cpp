@@ -1,5 +1,5 @@
-#include "model/DisplayRule.h"
-#include "model/NumberText.h"
+#include "base/DisplayRule.h"
+#include "base/NumberText.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"

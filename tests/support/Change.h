@@ -1,7 +1,7 @@
 // Gives an element of the record a value that differs from the one it has.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 
 #include <string>
 #include <type_traits>

@@ -1,7 +1,7 @@
 // A clock that stands still.
 #pragma once
 
-#include "model/Clock.h"
+#include "base/Clock.h"
 
 namespace metrisk::testing {
 

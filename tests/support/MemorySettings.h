@@ -1,9 +1,9 @@
 // Settings that live in memory, for tests; the same contract as those on the disk.
 #pragma once
 
-#include "model/Settings.h"
-#include "model/Text.h"
-#include "persistence/ProfileText.h"
+#include "base/ProfileText.h"
+#include "base/Settings.h"
+#include "base/Text.h"
 
 #include <map>
 

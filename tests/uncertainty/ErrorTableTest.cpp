@@ -1,8 +1,8 @@
 // The rows of the process errors table: what follows from what, and published budgets.
 #include "uncertainty/ErrorTable.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
+#include "base/Real.h"
 #include "numerics/CoverageFactor.h"
-#include "numerics/Real.h"
 #include "uncertainty/ProcessTotals.h"
 
 #include <gtest/gtest.h>

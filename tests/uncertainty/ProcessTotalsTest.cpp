@@ -1,5 +1,5 @@
 #include "uncertainty/ProcessTotals.h"
-#include "numerics/Real.h"
+#include "base/Real.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/Budget.h"
 

@@ -1,5 +1,5 @@
 // Flows over the process uncertainty worksheet and the screens above it.
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"

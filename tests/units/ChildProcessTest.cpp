@@ -1,5 +1,5 @@
 // Work that misbehaves in a process of its own.
-#include "units/ChildProcess.h"
+#include "base/ChildProcess.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 // The tolerance offset worksheet: composition, units, uncertainties, refusals, and what OK takes over.
 #include "units/offset/OffsetScreen.h"
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"

@@ -1,8 +1,8 @@
 #include "units/offset/Composition.h"
 
-#include "model/DecimalForm.h"
-#include "model/Picture.h"
-#include "numerics/Real.h"
+#include "base/DecimalForm.h"
+#include "base/Picture.h"
+#include "base/Real.h"
 
 #include <algorithm>
 #include <cmath>

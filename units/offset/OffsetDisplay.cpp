@@ -1,5 +1,5 @@
 // What the tolerance offset worksheet shows.
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 #include "model/SubjectSide.h"
 #include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"

@@ -1,7 +1,7 @@
 // Replaces a file as a whole: a write that fails half way leaves the old file as it was.
 #pragma once
 
-#include "persistence/TemporaryFile.h"
+#include "base/TemporaryFile.h"
 
 #include <filesystem>
 #include <optional>

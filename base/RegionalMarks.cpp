@@ -1,4 +1,4 @@
-#include "model/RegionalMarks.h"
+#include "base/RegionalMarks.h"
 
 #include <algorithm>
 #include <array>

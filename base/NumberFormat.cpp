@@ -1,9 +1,9 @@
-#include "model/NumberFormat.h"
+#include "base/NumberFormat.h"
 
-#include "model/DecimalForm.h"
-#include "model/Picture.h"
-#include "model/RegionalMarks.h"
-#include "model/Text.h"
+#include "base/DecimalForm.h"
+#include "base/Picture.h"
+#include "base/RegionalMarks.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <array>

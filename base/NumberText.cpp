@@ -1,6 +1,6 @@
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 
-#include "model/RegionalMarks.h"
+#include "base/RegionalMarks.h"
 
 #include <algorithm>
 #include <charconv>

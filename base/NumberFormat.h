@@ -1,7 +1,7 @@
 // Numbers to text: by a picture, or as a general number, in the user's regional form.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

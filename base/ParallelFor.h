@@ -1,7 +1,7 @@
 // The same work for many items on all cores.
 #pragma once
 
-#include "numerics/FunctionRef.h"
+#include "base/FunctionRef.h"
 
 #include <cstddef>
 #include <stop_token>

@@ -1,4 +1,4 @@
-#include "model/DecimalForm.h"
+#include "base/DecimalForm.h"
 
 #include <algorithm>
 #include <array>

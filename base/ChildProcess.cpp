@@ -1,4 +1,4 @@
-#include "units/ChildProcess.h"
+#include "base/ChildProcess.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "model/RiskText.h"
+#include "base/RiskText.h"
 
-#include "model/NumberFormat.h"
-#include "model/RelativeUnits.h"
+#include "base/NumberFormat.h"
+#include "base/RelativeUnits.h"
 
 namespace metrisk {
 

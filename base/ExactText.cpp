@@ -1,4 +1,4 @@
-#include "model/ExactText.h"
+#include "base/ExactText.h"
 
 #include <charconv>
 

@@ -1,4 +1,4 @@
-#include "numerics/ParallelFor.h"
+#include "base/ParallelFor.h"
 
 #include <algorithm>
 #include <atomic>

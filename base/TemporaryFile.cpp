@@ -1,4 +1,4 @@
-#include "persistence/TemporaryFile.h"
+#include "base/TemporaryFile.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "model/CellBlock.h"
+#include "base/CellBlock.h"
 
 namespace metrisk {
 

@@ -1,6 +1,6 @@
-#include "persistence/ProfileText.h"
+#include "base/ProfileText.h"
 
-#include "model/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,7 @@
 // A number as the user has typed it.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "model/Picture.h"
+#include "base/Picture.h"
 
-#include "model/DecimalForm.h"
+#include "base/DecimalForm.h"
 
 #include <algorithm>
 #include <cmath>

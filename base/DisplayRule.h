@@ -1,7 +1,7 @@
 // How a risk fraction is shown: in ppm when small, in percent otherwise.
 #pragma once
 
-#include "model/RelativeUnits.h"
+#include "base/RelativeUnits.h"
 
 #include <string>
 #include <string_view>

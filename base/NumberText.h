@@ -1,9 +1,9 @@
 // Reads loose number text: with units, percent and currency signs, grouped, in any regional form.
 #pragma once
 
-#include "model/NumberFormat.h"
-#include "model/Picture.h"
-#include "model/Regional.h"
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // How the regional characters are used when numbers are shown and read; each may be several bytes.
 #pragma once
 
-#include "model/Regional.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 // The text of a risk wherever one is shown.
 #pragma once
 
-#include "model/DisplayRule.h"
-#include "model/Regional.h"
+#include "base/DisplayRule.h"
+#include "base/Regional.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "model/NumberEntry.h"
+#include "base/NumberEntry.h"
 
-#include "model/NumberText.h"
+#include "base/NumberText.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // Sets a flag for the life of an object.
 #pragma once
 
-#include "model/Flag.h"
+#include "base/Flag.h"
 
 namespace metrisk {
 

@@ -1,4 +1,4 @@
-#include "model/DisplayRule.h"
+#include "base/DisplayRule.h"
 
 namespace metrisk {
 
