@@ -6,7 +6,7 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
-#include "model/Symmetry.h"
+#include "record/Symmetry.h"
 #include "risk/ComputeSteps.h"
 #include "risk/exact/Verified.h"
 #include "risk/guardband/ComputeGuardbands.h"

@@ -5,7 +5,7 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "risk/observed/ObservedPct.h"
 #include "risk/observed/ObservingUnit.h"
 

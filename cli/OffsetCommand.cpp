@@ -8,7 +8,7 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
 #include "units/UnitSelection.h"
 #include "units/UnitsDatabase.h"

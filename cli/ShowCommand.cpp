@@ -3,7 +3,7 @@
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
-#include "model/AnalysisFields.h"
+#include "record/AnalysisFields.h"
 #include "risk/FitMeasuring.h"
 #include "uncertainty/ErrorTable.h"
 

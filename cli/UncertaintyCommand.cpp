@@ -7,7 +7,7 @@
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "risk/FitMeasuring.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorMessages.h"

@@ -1,7 +1,7 @@
 // What must hold of a record, whatever it was read from; a breach ends the fuzzer.
 #pragma once
 
-#include "model/AnalysisFields.h"
+#include "record/AnalysisFields.h"
 
 #include <cmath>
 #include <cstdio>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <array>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/WorksheetGroups.h"
 #include "persistence/ItemReader.h"
+#include "record/WorksheetGroups.h"
 
 #include <algorithm>
 

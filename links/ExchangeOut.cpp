@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/ToleranceUnits.h"
 #include "persistence/ItemWriter.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
 

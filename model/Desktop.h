@@ -2,8 +2,8 @@
 // colours.
 #pragma once
 
-#include "model/ColorScheme.h"
 #include "model/FileChooser.h"
+#include "record/ColorScheme.h"
 
 #include <optional>
 #include <string>

@@ -6,9 +6,9 @@
 #include "base/Places.h"
 #include "base/Regional.h"
 #include "base/Settings.h"
-#include "model/Analysis.h"
-#include "model/ColorScheme.h"
 #include "model/Interaction.h"
+#include "record/Analysis.h"
+#include "record/ColorScheme.h"
 
 #include <optional>
 

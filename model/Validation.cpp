@@ -1,10 +1,10 @@
 #include "model/Validation.h"
 
-#include "model/EntryRules.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
-#include "model/Symmetry.h"
+#include "record/EntryRules.h"
+#include "record/SubjectSide.h"
+#include "record/Symmetry.h"
 
 #include <initializer_list>
 

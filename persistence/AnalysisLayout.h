@@ -1,8 +1,8 @@
 // The order of the items in an analysis file: one description for reading and for writing.
 #pragma once
 
-#include "model/Analysis.h"
 #include "persistence/AnalysisItems.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

@@ -1,8 +1,8 @@
 // The stored default baseline and false accept convention.
 #pragma once
 
-#include "model/ResultGroups.h"
 #include "model/Session.h"
+#include "record/ResultGroups.h"
 
 #include <string>
 

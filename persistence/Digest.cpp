@@ -1,8 +1,8 @@
 #include "persistence/Digest.h"
 
 #include "base/Real.h"
-#include "model/Analysis.h"
 #include "persistence/AnalysisFile.h"
+#include "record/Analysis.h"
 
 #include <glib.h>
 #include <memory>

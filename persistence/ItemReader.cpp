@@ -2,7 +2,7 @@
 
 #include "base/Real.h"
 #include "base/Text.h"
-#include "model/WorksheetGroups.h"
+#include "record/WorksheetGroups.h"
 
 #include <algorithm>
 #include <charconv>

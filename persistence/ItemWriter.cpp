@@ -3,7 +3,7 @@
 #include "base/DecimalForm.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "model/WorksheetGroups.h"
+#include "record/WorksheetGroups.h"
 
 namespace metrisk {
 namespace {

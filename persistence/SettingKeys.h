@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Settings.h"
-#include "model/WorksheetGroups.h"
+#include "record/WorksheetGroups.h"
 
 namespace metrisk {
 

@@ -1,10 +1,10 @@
 #include "plots/DistributionPlot.h"
 
 #include "base/NumberFormat.h"
-#include "model/ToleranceUnits.h"
 #include "numerics/Distribution.h"
 #include "plots/PlotLabels.h"
 #include "plots/PlotScale.h"
+#include "record/ToleranceUnits.h"
 
 #include <algorithm>
 #include <cmath>

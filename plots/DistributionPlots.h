@@ -1,8 +1,8 @@
 // The plots of an analysis: subject parameter, measuring parameter, total measurement error.
 #pragma once
 
-#include "model/Analysis.h"
 #include "plots/DistributionPlot.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/NumberEntry.h"
-#include "model/Analysis.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
 #include "reliability/ReliabilitySlot.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // One parameter's slot of the reliability fields, and what it gives to that parameter.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "reliability/ReliabilityPeriod.h"
 
 #include <string>

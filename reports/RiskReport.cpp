@@ -1,8 +1,8 @@
 // The risk analysis report.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "model/ToleranceParts.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceParts.h"
+#include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"

@@ -1,7 +1,7 @@
 // The uncertainty analysis report. Its figures are in tolerance units of the measuring parameter.
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"

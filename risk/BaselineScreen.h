@@ -1,9 +1,9 @@
 // The reference case beside the default kept in the settings, screen BaselineAnalysis.
 #pragma once
 
-#include "model/Analysis.h"
-#include "model/KeptFields.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
+#include "record/KeptFields.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "risk/FittedSubject.h"
 
-#include "model/ParameterGroups.h"
+#include "record/ParameterGroups.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 #include "risk/PublishRisks.h"
 
 #include "base/DisplayRule.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 #include "risk/RatioSearch.h"
 
 #include "base/Real.h"
-#include "model/SubjectSide.h"
+#include "record/SubjectSide.h"
 
 #include <cmath>
 #include <numbers>

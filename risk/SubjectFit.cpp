@@ -2,11 +2,11 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/EntryRules.h"
-#include "model/SubjectSide.h"
-#include "model/Symmetry.h"
 #include "numerics/Distribution.h"
 #include "numerics/mathlib/InvNorm.h"
+#include "record/EntryRules.h"
+#include "record/SubjectSide.h"
+#include "record/Symmetry.h"
 #include "risk/LogNormalSearch.h"
 #include "risk/RiskMessages.h"
 

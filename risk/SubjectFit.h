@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/ParameterGroups.h"
+#include "record/ParameterGroups.h"
 
 #include <string>
 #include <string_view>

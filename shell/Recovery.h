@@ -1,8 +1,8 @@
 // Unsaved work that outlives the program: written while it runs, offered when it starts again.
 #pragma once
 
-#include "model/Analysis.h"
 #include "persistence/RecoveryCopy.h"
+#include "record/Analysis.h"
 
 #include <functional>
 #include <optional>

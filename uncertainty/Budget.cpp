@@ -1,7 +1,7 @@
 #include "uncertainty/Budget.h"
 
 #include "base/Real.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/EffectiveFreedom.h"
 
 namespace metrisk {

@@ -2,8 +2,8 @@
 // statistics.
 #pragma once
 
-#include "model/Analysis.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
 #include "uncertainty/SampleGrid.h"
 
 namespace metrisk {

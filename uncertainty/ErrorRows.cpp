@@ -2,7 +2,7 @@
 
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 
 namespace metrisk {

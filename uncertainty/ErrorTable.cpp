@@ -3,9 +3,9 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/mathlib/StudentsT.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"
 

@@ -3,7 +3,7 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/BiasAnalysis.h"
 
 #include <algorithm>

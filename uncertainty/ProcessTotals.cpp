@@ -3,7 +3,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "model/Message.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorMessages.h"
 

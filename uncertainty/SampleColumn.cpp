@@ -3,7 +3,7 @@
 #include "base/CellBlock.h"
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "model/WorksheetGroups.h"
+#include "record/WorksheetGroups.h"
 #include "uncertainty/ErrorCell.h"
 
 #include <algorithm>

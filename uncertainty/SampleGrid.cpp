@@ -3,7 +3,7 @@
 #include "base/DecimalForm.h"
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "model/WorksheetGroups.h"
+#include "record/WorksheetGroups.h"
 #include "uncertainty/SampleColumn.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 

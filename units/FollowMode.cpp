@@ -3,8 +3,8 @@
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
-#include "model/ToleranceUnits.h"
+#include "record/SubjectSide.h"
+#include "record/ToleranceUnits.h"
 #include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 

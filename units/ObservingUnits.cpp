@@ -3,7 +3,7 @@
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
 #include "model/Session.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "units/UnitSelection.h"
 #include "units/UnitsDatabase.h"
 

@@ -2,7 +2,7 @@
 
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // Decimals by which a picture grows when a value is shown in tolerance units.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

@@ -2,7 +2,7 @@
 
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <cmath>
 

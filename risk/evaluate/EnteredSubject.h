@@ -1,7 +1,7 @@
 // Entries of the subject parameter in the form that fits and rules read.
 #pragma once
 
-#include "model/ParameterGroups.h"
+#include "record/ParameterGroups.h"
 #include "risk/TestEntries.h"
 
 namespace metrisk {

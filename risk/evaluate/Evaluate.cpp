@@ -2,7 +2,7 @@
 
 #include "base/DisplayRule.h"
 #include "base/Real.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "risk/BaselineModel.h"
 #include "risk/FittedSubject.h"
 #include "risk/MeasuringFit.h"

@@ -1,4 +1,4 @@
-#include "model/EntryRules.h"
+#include "record/EntryRules.h"
 #include "risk/evaluate/EnteredSubject.h"
 #include "risk/evaluate/Evaluate.h"
 

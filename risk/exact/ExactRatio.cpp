@@ -1,8 +1,8 @@
 #include "risk/exact/ExactRatio.h"
 
 #include "base/NumberFormat.h"
-#include "model/Analysis.h"
 #include "numerics/BracketedRoot.h"
+#include "record/Analysis.h"
 #include "risk/RatioSearch.h"
 #include "risk/exact/ExactRisks.h"
 

@@ -5,7 +5,7 @@
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
 #include "base/RiskText.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "risk/BaselineModel.h"
 #include "risk/FittedSubject.h"
 #include "risk/exact/ExactRatio.h"

@@ -3,7 +3,7 @@
 #include "base/DisplayRule.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
+#include "record/SubjectSide.h"
 #include "risk/guardband/KFactors.h"
 
 namespace metrisk {

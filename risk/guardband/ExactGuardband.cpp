@@ -3,9 +3,9 @@
 #include "base/DisplayRule.h"
 #include "base/NumberFormat.h"
 #include "base/Picture.h"
-#include "model/Analysis.h"
-#include "model/SubjectSide.h"
 #include "numerics/BracketedRoot.h"
+#include "record/Analysis.h"
+#include "record/SubjectSide.h"
 #include "risk/FittedSubject.h"
 
 #include <algorithm>

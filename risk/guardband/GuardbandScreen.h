@@ -1,9 +1,9 @@
 // The guardband worksheet, screen GuardbandAnalysis: holds, solves, rounds and tries guardbands.
 #pragma once
 
-#include "model/Analysis.h"
-#include "model/KeptFields.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
+#include "record/KeptFields.h"
 #include "risk/RiskModel.h"
 #include "risk/guardband/ExactGuardband.h"
 #include "risk/guardband/SolveGuardbands.h"

@@ -1,7 +1,7 @@
 // Guardbands that give a wanted risk: one multiplier or one k-factor for both sides.
 #pragma once
 
-#include "model/ParameterGroups.h"
+#include "record/ParameterGroups.h"
 #include "risk/RiskModel.h"
 
 #include <string_view>

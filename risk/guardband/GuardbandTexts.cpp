@@ -1,8 +1,8 @@
 #include "risk/guardband/GuardbandTexts.h"
 
 #include "base/NumberText.h"
-#include "model/SubjectSide.h"
-#include "model/ToleranceUnits.h"
+#include "record/SubjectSide.h"
+#include "record/ToleranceUnits.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <string>
 

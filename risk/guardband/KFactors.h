@@ -4,7 +4,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/SubjectSide.h"
+#include "record/SubjectSide.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "risk/observed/ObservedModel.h"
 
 #include "base/Real.h"
-#include "model/Analysis.h"
 #include "numerics/BracketedRoot.h"
+#include "record/Analysis.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"

@@ -1,9 +1,9 @@
 // True versus observed % in-tolerance, screen ObservedPctWorksheet.
 #pragma once
 
-#include "model/Analysis.h"
 #include "model/Message.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
 #include "risk/observed/ObservedModel.h"
 #include "units/ObservingUnits.h"
 

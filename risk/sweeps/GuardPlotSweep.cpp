@@ -5,7 +5,7 @@
 #include "base/NumberText.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "risk/exact/Verified.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "base/NumberText.h"
 #include "base/Picture.h"
 #include "base/RiskText.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 
 #include <algorithm>
 

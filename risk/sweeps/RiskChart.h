@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/Analysis.h"
 #include "plots/Chart.h"
+#include "record/Analysis.h"
 #include "risk/sweeps/RiskSweep.h"
 
 #include <span>

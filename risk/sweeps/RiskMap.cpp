@@ -1,7 +1,7 @@
 #include "risk/sweeps/RiskMap.h"
 
 #include "base/ParallelFor.h"
-#include "model/SubjectSide.h"
+#include "record/SubjectSide.h"
 #include "risk/RatioSearch.h"
 
 #include <algorithm>

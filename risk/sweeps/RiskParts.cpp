@@ -1,8 +1,8 @@
 #include "risk/sweeps/RiskParts.h"
 
 #include "base/Real.h"
-#include "model/AnalysisFields.h"
 #include "numerics/CoverageFactor.h"
+#include "record/AnalysisFields.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 

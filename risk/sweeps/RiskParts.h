@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "risk/RiskModel.h"
 #include "risk/exact/ExactRisks.h"
 #include "uncertainty/Budget.h"

@@ -1,8 +1,8 @@
 // The colours and bold texts of the main screen, screen ColorScheme.
 #pragma once
 
-#include "model/ColorScheme.h"
 #include "model/Worksheet.h"
+#include "record/ColorScheme.h"
 
 #include <deque>
 

@@ -1,7 +1,7 @@
 // The colours and bold texts in the settings.
 #pragma once
 
-#include "model/ColorScheme.h"
+#include "record/ColorScheme.h"
 
 namespace metrisk {
 

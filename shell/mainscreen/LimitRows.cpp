@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "model/Session.h"
-#include "model/SubjectSide.h"
-#include "model/ToleranceUnits.h"
+#include "record/SubjectSide.h"
+#include "record/ToleranceUnits.h"
 #include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "base/RelativeUnits.h"
 #include "base/RiskText.h"
 #include "model/Session.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "risk/CurrentFigures.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/RatioPanels.h"

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "model/Session.h"
-#include "model/ToleranceParts.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceParts.h"
+#include "record/ToleranceUnits.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "shell/mainscreen/OffsetPictures.h"
 

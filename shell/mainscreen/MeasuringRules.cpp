@@ -3,7 +3,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "model/Session.h"
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 #include "risk/CoveragePatience.h"
 #include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/FieldRules.h"

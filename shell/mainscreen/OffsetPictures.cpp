@@ -2,7 +2,7 @@
 
 #include "base/DecimalForm.h"
 #include "base/NumberText.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <algorithm>
 #include <string>

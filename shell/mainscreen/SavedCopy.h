@@ -1,7 +1,7 @@
 // What change detection looks at: model numbers and descriptions are not among it.
 #pragma once
 
-#include "model/KeptFields.h"
+#include "record/KeptFields.h"
 
 namespace metrisk {
 

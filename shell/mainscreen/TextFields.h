@@ -1,7 +1,7 @@
 // The boxes that hold plain text, and their fields.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "shell/mainscreen/MainScreen.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // The screen of colours and bold texts.
 #include "shell/screens/Layouts.h"
 
-#include "model/ColorScheme.h"
+#include "record/ColorScheme.h"
 #include "screens/Widgets.h"
 
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "persistence/AnalysisFile.h"
 
-#include "model/AnalysisFields.h"
+#include "record/AnalysisFields.h"
 #include "tests/persistence/GoldenFile.h"
 #include "tests/support/Change.h"
 #include "tests/support/TemporaryFolder.h"

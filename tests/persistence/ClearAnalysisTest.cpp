@@ -1,5 +1,5 @@
 #include "persistence/ClearAnalysis.h"
-#include "model/AnalysisFields.h"
+#include "record/AnalysisFields.h"
 #include "tests/support/Change.h"
 #include "tests/support/TestSession.h"
 

@@ -2,7 +2,7 @@
 #include "risk/exact/ExactRisks.h"
 #include "base/DisplayRule.h"
 #include "base/Real.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
 #include "risk/ValidateAndFit.h"

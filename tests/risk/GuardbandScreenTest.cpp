@@ -1,8 +1,8 @@
 // The guardband worksheet, its k-factors and texts.
 #include "risk/guardband/GuardbandScreen.h"
 #include "base/NumberText.h"
-#include "model/SubjectSide.h"
 #include "persistence/AnalysisFile.h"
+#include "record/SubjectSide.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"
 #include "risk/FittedSubject.h"

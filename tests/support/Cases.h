@@ -1,7 +1,7 @@
 // Analyses of every kind, entered as a user would leave them.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 namespace metrisk::testing {
 

@@ -1,7 +1,7 @@
 // Boxes of units and the factors that follow from them.
 #include "units/UnitSelection.h"
-#include "model/Analysis.h"
 #include "model/Worksheet.h"
+#include "record/Analysis.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // What the tolerance offset worksheet shows.
 #include "base/NumberText.h"
-#include "model/SubjectSide.h"
-#include "model/ToleranceUnits.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
+#include "record/SubjectSide.h"
+#include "record/ToleranceUnits.h"
 #include "units/offset/Composition.h"
 #include "units/offset/OffsetScreen.h"
 

@@ -1,6 +1,6 @@
 #include "tests/screens/support/FiniteRecord.h"
 
-#include "model/AnalysisFields.h"
+#include "record/AnalysisFields.h"
 
 #include <cmath>
 #include <tuple>

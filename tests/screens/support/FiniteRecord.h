@@ -1,7 +1,7 @@
 // Looks for figures in a record that are no numbers.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "model/ToleranceUnits.h"
+#include "record/ToleranceUnits.h"
 
 #include "base/NumberText.h"
 #include "base/Real.h"

@@ -1,4 +1,4 @@
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // Whether the fixed and the percent part of a tolerance make it up.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <cmath>
 

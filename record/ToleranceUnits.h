@@ -4,7 +4,7 @@
 
 #include "base/NumberEntry.h"
 #include "base/Regional.h"
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <string>
 #include <string_view>

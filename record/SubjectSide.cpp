@@ -1,4 +1,4 @@
-#include "model/SubjectSide.h"
+#include "record/SubjectSide.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // The two sides of the subject parameter's tolerance, told apart once.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 namespace metrisk {
 

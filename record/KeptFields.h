@@ -1,7 +1,7 @@
 // A copy of some fields of the record, to be compared with or put back.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <tuple>
 #include <type_traits>

@@ -1,11 +1,11 @@
 // The one in-memory model of the analysis that is open.
 #pragma once
 
-#include "model/ParameterGroups.h"
-#include "model/ResultGroups.h"
-#include "model/RiskPlotState.h"
-#include "model/SessionState.h"
-#include "model/WorksheetGroups.h"
+#include "record/ParameterGroups.h"
+#include "record/ResultGroups.h"
+#include "record/RiskPlotState.h"
+#include "record/SessionState.h"
+#include "record/WorksheetGroups.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
-#include "model/EntryRules.h"
+#include "record/EntryRules.h"
 
-#include "model/SubjectSide.h"
-#include "model/Symmetry.h"
+#include "record/SubjectSide.h"
+#include "record/Symmetry.h"
 
 namespace metrisk {
 

@@ -1,6 +1,6 @@
-#include "model/Symmetry.h"
+#include "record/Symmetry.h"
 
-#include "model/ParameterGroups.h"
+#include "record/ParameterGroups.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // Every field of the analysis record by its name.
 #pragma once
 
-#include "model/Analysis.h"
+#include "record/Analysis.h"
 
 #include <array>
 #include <string>
