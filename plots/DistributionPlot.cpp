@@ -1,9 +1,9 @@
 #include "plots/DistributionPlot.h"
 
 #include "base/NumberFormat.h"
+#include "drawing/PlotScale.h"
 #include "numerics/Distribution.h"
 #include "plots/PlotLabels.h"
-#include "plots/PlotScale.h"
 #include "record/ToleranceUnits.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <optional>
 #include <string>

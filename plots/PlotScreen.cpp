@@ -1,10 +1,10 @@
 #include "plots/PlotScreen.h"
 
 #include "base/Real.h"
+#include "drawing/Drawing.h"
 #include "model/Message.h"
 #include "model/Session.h"
 #include "plots/DistributionPlots.h"
-#include "plots/Drawing.h"
 #include "plots/PlotDesk.h"
 
 namespace metrisk {

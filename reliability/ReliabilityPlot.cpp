@@ -3,9 +3,9 @@
 #include "base/NumberFormat.h"
 #include "base/Picture.h"
 #include "base/Real.h"
+#include "drawing/Chart.h"
+#include "drawing/PlotScale.h"
 #include "numerics/mathlib/InvNorm.h"
-#include "plots/Chart.h"
-#include "plots/PlotScale.h"
 
 #include <algorithm>
 #include <cmath>

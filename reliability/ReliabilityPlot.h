@@ -1,7 +1,7 @@
 // The curve of a reliability model, R(t), and how far it is drawn.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 #include "reliability/ReliabilityModels.h"
 
 #include <array>

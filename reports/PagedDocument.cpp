@@ -1,6 +1,6 @@
 #include "reports/PagedDocument.h"
 
-#include "plots/SubSurface.h"
+#include "drawing/SubSurface.h"
 
 #include <algorithm>
 

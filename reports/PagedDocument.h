@@ -1,7 +1,7 @@
 // A report cut into pages, by the text metrics of whatever will show it.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 #include "reports/PageSetup.h"
 #include "reports/ReportDocument.h"
 #include "reports/TableMarkup.h"

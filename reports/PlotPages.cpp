@@ -1,7 +1,7 @@
 // The plots of a report: both parameters, and the error of the measurement process.
+#include "drawing/SubSurface.h"
 #include "model/Message.h"
 #include "plots/DistributionPlots.h"
-#include "plots/SubSurface.h"
 #include "reports/Compose.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"

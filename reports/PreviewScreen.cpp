@@ -1,11 +1,11 @@
 #include "reports/PreviewScreen.h"
 
 #include "base/AtomicFile.h"
+#include "drawing/SubSurface.h"
 #include "links/RunMenu.h"
 #include "model/Desktop.h"
 #include "model/Message.h"
 #include "model/Session.h"
-#include "plots/SubSurface.h"
 #include "reports/ReportPrinter.h"
 
 #include <algorithm>

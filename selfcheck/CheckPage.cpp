@@ -2,8 +2,8 @@
 
 #include "base/AtomicFile.h"
 #include "base/NumberFormat.h"
+#include "drawing/DrawingSurface.h"
 #include "persistence/Digest.h"
-#include "plots/DrawingSurface.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // Measured samples as a histogram, with their mean and limits.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <string>
 #include <vector>

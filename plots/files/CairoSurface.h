@@ -1,7 +1,7 @@
 // Draws a plot with Cairo and Pango.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // Draws a plot with QPainter: on the screen, on a printer, into a picture of the clipboard.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <QColor>
 #include <QSizeF>

@@ -1,6 +1,6 @@
 #include "reports/files/CairoPress.h"
 
-#include "plots/SubSurface.h"
+#include "drawing/SubSurface.h"
 #include "plots/files/CairoSurface.h"
 #include "plots/files/PictureFile.h"
 

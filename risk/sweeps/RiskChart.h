@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "plots/Chart.h"
+#include "drawing/Chart.h"
 #include "record/Analysis.h"
 #include "risk/sweeps/RiskSweep.h"
 

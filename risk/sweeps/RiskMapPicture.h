@@ -1,7 +1,7 @@
 // A map of risks as it is drawn.
 #pragma once
 
-#include "plots/ContourMap.h"
+#include "drawing/ContourMap.h"
 #include "risk/sweeps/RiskMap.h"
 
 namespace metrisk {

@@ -1,6 +1,6 @@
 // Axes, charts of risks and contour maps as lists of drawing operations.
-#include "plots/ContourMap.h"
-#include "plots/Drawing.h"
+#include "drawing/ContourMap.h"
+#include "drawing/Drawing.h"
 #include "risk/sweeps/RiskChart.h"
 #include "tests/plots/TextBoxes.h"
 

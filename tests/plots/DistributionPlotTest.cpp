@@ -1,6 +1,6 @@
 // What a plot draws: every line and label of golden recordings, and the curve against the fit.
+#include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
-#include "plots/Drawing.h"
 #include "plots/PlotLabels.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/plots/TextBoxes.h"

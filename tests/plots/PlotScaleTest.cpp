@@ -1,6 +1,6 @@
 // Decades, ticks and the plot window of a peak.
-#include "plots/PlotScale.h"
-#include "plots/Drawing.h"
+#include "drawing/PlotScale.h"
+#include "drawing/Drawing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // A surface that keeps where texts stand, in device units, with the metrics of a wide font.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The reliability worksheet and its plot.
 #include "reliability/ReliabilityScreen.h"
 #include "base/NumberText.h"
-#include "plots/Drawing.h"
+#include "drawing/Drawing.h"
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilityPlot.h"
 #include "reliability/ReliabilityTexts.h"

@@ -1,6 +1,6 @@
 // Pages: where they break, what comes along, and that no text gets lost.
 #include "reports/PagedDocument.h"
-#include "plots/Drawing.h"
+#include "drawing/Drawing.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

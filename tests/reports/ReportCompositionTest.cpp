@@ -1,5 +1,5 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
-#include "plots/Drawing.h"
+#include "drawing/Drawing.h"
 #include "reports/Compose.h"
 #include "reports/PagedDocument.h"
 #include "reports/ReportFiles.h"

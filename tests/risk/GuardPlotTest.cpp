@@ -1,7 +1,7 @@
 // The risk plot and the map as a user meets them, without Qt.
 #include "risk/sweeps/GuardPlot.h"
+#include "drawing/Drawing.h"
 #include "persistence/ClearAnalysis.h"
-#include "plots/Drawing.h"
 #include "risk/BaselineScreen.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"

@@ -1,5 +1,5 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 #include "plots/PlotDesk.h"
 #include "reports/ReportDesk.h"
 #include "reports/screens/QtReportPrinter.h"

@@ -1,7 +1,7 @@
 // A printer that keeps what it was given.
 #pragma once
 
-#include "plots/Drawing.h"
+#include "drawing/Drawing.h"
 #include "reports/ReportPrinter.h"
 
 namespace metrisk::testing {

@@ -1,9 +1,9 @@
 // Flows over the process uncertainty worksheet and the screens above it.
 #include "base/NumberText.h"
+#include "drawing/Drawing.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"
-#include "plots/Drawing.h"
 #include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"

@@ -1,7 +1,7 @@
 // A surface that keeps what was drawn, with text metrics of its own: the same list on every machine.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <string>
 #include <variant>

@@ -1,6 +1,6 @@
-#include "plots/PlotFrame.h"
+#include "drawing/PlotFrame.h"
 
-#include "plots/PlotScale.h"
+#include "drawing/PlotScale.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,7 +1,7 @@
 // The plot window of a distribution: its scales, its ticks, and how texts are placed in it.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "plots/PlotScale.h"
+#include "drawing/PlotScale.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // A map of levels over a grid as a value, and how it is drawn: bands, contour lines, axes and a scale.
 #pragma once
 
-#include "plots/Chart.h"
+#include "drawing/Chart.h"
 
 #include <span>
 #include <string>

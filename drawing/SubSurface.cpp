@@ -1,4 +1,4 @@
-#include "plots/SubSurface.h"
+#include "drawing/SubSurface.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "plots/Drawing.h"
+#include "drawing/Drawing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "plots/ContourMap.h"
+#include "drawing/ContourMap.h"
 
-#include "plots/PlotScale.h"
+#include "drawing/PlotScale.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "plots/Chart.h"
+#include "drawing/Chart.h"
 
 #include "base/NumberFormat.h"
 #include "base/Picture.h"
-#include "plots/PlotScale.h"
+#include "drawing/PlotScale.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/Regional.h"
-#include "plots/DrawingSurface.h"
-#include "plots/PlotFrame.h"
+#include "drawing/DrawingSurface.h"
+#include "drawing/PlotFrame.h"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // A rectangle of another surface as a surface of its own.
 #pragma once
 
-#include "plots/DrawingSurface.h"
+#include "drawing/DrawingSurface.h"
 
 namespace metrisk {
 
