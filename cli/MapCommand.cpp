@@ -6,7 +6,7 @@
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
 #include "model/Message.h"
-#include "risk/sweeps/RiskMapPicture.h"
+#include "plots/RiskMapPicture.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,7 +9,7 @@
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "risk/sweeps/RiskChart.h"
+#include "plots/RiskChart.h"
 
 #include <algorithm>
 #include <memory>

@@ -6,12 +6,12 @@
 #include "model/Message.h"
 #include "model/Session.h"
 #include "persistence/Notes.h"
+#include "plots/SamplePicture.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/SampleColumn.h"
-#include "uncertainty/SamplePicture.h"
 #include "uncertainty/Samples.h"
 
 #include <cmath>

@@ -3,7 +3,7 @@
 
 #include "model/Background.h"
 #include "model/Worksheet.h"
-#include "risk/sweeps/RiskChart.h"
+#include "plots/RiskChart.h"
 
 #include <string>
 #include <vector>

@@ -4,7 +4,7 @@
 #include "drawing/PlotFrame.h"
 #include "model/Background.h"
 #include "model/Worksheet.h"
-#include "risk/sweeps/RiskMapPicture.h"
+#include "plots/RiskMapPicture.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 // Axes, charts of risks and contour maps as lists of drawing operations.
 #include "drawing/ContourMap.h"
 #include "drawing/Drawing.h"
-#include "risk/sweeps/RiskChart.h"
+#include "plots/RiskChart.h"
 #include "tests/plots/TextBoxes.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 // Picture files against a picture that was looked at.
 #include "plots/files/PictureFile.h"
 #include "plots/DistributionPlots.h"
+#include "plots/RiskMapPicture.h"
 #include "risk/ValidateAndFit.h"
-#include "risk/sweeps/RiskMapPicture.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

@@ -1,4 +1,4 @@
-#include "risk/sweeps/RiskChart.h"
+#include "plots/RiskChart.h"
 
 #include "base/NumberFormat.h"
 #include "base/NumberText.h"

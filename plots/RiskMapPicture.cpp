@@ -1,8 +1,8 @@
-#include "risk/sweeps/RiskMapPicture.h"
+#include "plots/RiskMapPicture.h"
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "risk/sweeps/RiskChart.h"
+#include "plots/RiskChart.h"
 
 namespace metrisk {
 

@@ -1,4 +1,4 @@
-#include "uncertainty/SamplePicture.h"
+#include "plots/SamplePicture.h"
 
 #include <algorithm>
 #include <cmath>
