@@ -1,10 +1,10 @@
 // Reports: composed and written as PDF, Rich Text and HTML, and many of them by the command line.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
-#include "plots/files/CairoSurface.h"
-#include "plots/files/PictureFile.h"
+#include "files/CairoPress.h"
+#include "files/CairoSurface.h"
+#include "files/PictureFile.h"
 #include "reports/ReportFiles.h"
-#include "reports/files/CairoPress.h"
 #include "risk/ComputePipeline.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"

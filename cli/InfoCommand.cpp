@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
-#include "plots/files/DrawingLibraries.h"
+#include "files/DrawingLibraries.h"
 #include "shell/information/SystemInfo.h"
 
 #include <cstdint>

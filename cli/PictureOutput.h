@@ -3,7 +3,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Output.h"
-#include "plots/files/PictureFile.h"
+#include "files/PictureFile.h"
 
 #include <functional>
 #include <string>

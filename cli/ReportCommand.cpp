@@ -5,9 +5,9 @@
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
+#include "files/CairoPress.h"
 #include "persistence/SettingKeys.h"
 #include "reports/ReportFiles.h"
-#include "reports/files/CairoPress.h"
 #include "shell/mainscreen/DataGate.h"
 
 #include <algorithm>

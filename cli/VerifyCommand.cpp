@@ -5,7 +5,7 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/OutputFile.h"
-#include "plots/files/PictureFile.h"
+#include "files/PictureFile.h"
 #include "selfcheck/CheckPage.h"
 
 #include <stdexcept>

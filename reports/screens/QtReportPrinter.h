@@ -1,8 +1,8 @@
 // Reports on paper, by Qt; their files by Cairo.
 #pragma once
 
+#include "files/CairoPress.h"
 #include "reports/ReportPrinter.h"
-#include "reports/files/CairoPress.h"
 
 class QPrinter;
 class QWidget;

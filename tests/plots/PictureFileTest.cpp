@@ -1,5 +1,5 @@
 // Picture files against a picture that was looked at.
-#include "plots/files/PictureFile.h"
+#include "files/PictureFile.h"
 #include "plots/DistributionPlots.h"
 #include "plots/RiskMapPicture.h"
 #include "risk/ValidateAndFit.h"

@@ -1,10 +1,10 @@
 // Reports as files: what other programs get to read.
 #include "reports/ReportFiles.h"
 #include "base/AtomicFile.h"
+#include "files/CairoPress.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/Digest.h"
 #include "reports/RichTextDocument.h"
-#include "reports/files/CairoPress.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
-#include "plots/files/PictureFile.h"
+#include "files/PictureFile.h"
 
 #include "base/Text.h"
-#include "plots/files/CairoSurface.h"
+#include "files/CairoSurface.h"
 
 #include <algorithm>
 #include <cairo-pdf.h>

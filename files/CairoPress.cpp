@@ -1,8 +1,8 @@
-#include "reports/files/CairoPress.h"
+#include "files/CairoPress.h"
 
 #include "drawing/SubSurface.h"
-#include "plots/files/CairoSurface.h"
-#include "plots/files/PictureFile.h"
+#include "files/CairoSurface.h"
+#include "files/PictureFile.h"
 
 #include <cairo-pdf.h>
 #include <cmath>

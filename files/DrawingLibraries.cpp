@@ -1,4 +1,4 @@
-#include "plots/files/DrawingLibraries.h"
+#include "files/DrawingLibraries.h"
 
 #include <cairo.h>
 #include <pango/pango.h>

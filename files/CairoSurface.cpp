@@ -1,4 +1,4 @@
-#include "plots/files/CairoSurface.h"
+#include "files/CairoSurface.h"
 
 #include "base/Text.h"
 
