@@ -8,15 +8,15 @@
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/sweeps/RiskMapScreen.h"
-#include "screens/EntryBox.h"
-#include "screens/QtInteraction.h"
-#include "screens/ScreenBinder.h"
-#include "screens/WorksheetDialog.h"
-#include "shell/screens/Layouts.h"
-#include "shell/screens/MainWindow.h"
 #include "tests/support/SilentSession.h"
 #include "uncertainty/MTEErrorScreen.h"
 #include "uncertainty/Samples.h"
+#include "window/kit/EntryBox.h"
+#include "window/kit/QtInteraction.h"
+#include "window/kit/ScreenBinder.h"
+#include "window/kit/WorksheetDialog.h"
+#include "window/shell/Layouts.h"
+#include "window/shell/MainWindow.h"
 
 #include <QApplication>
 #include <QFocusEvent>

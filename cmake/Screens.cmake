@@ -23,5 +23,5 @@ target_precompile_headers(metrisk_screens PRIVATE <QtWidgets>)
 qt_add_resources(metrisk_screens icons PREFIX /icons BASE "${PROJECT_SOURCE_DIR}/shell/icons" FILES ${icons})
 qt_add_resources(metrisk_screens help PREFIX /help BASE "${PROJECT_SOURCE_DIR}/help" FILES ${help_pages})
 
-add_executable(metrisk shell/main.cpp)
+add_executable(metrisk window/shell/main.cpp)
 target_link_libraries(metrisk PRIVATE metrisk_screens metrisk_options)

@@ -3,11 +3,11 @@
 
 #include "links/AppsList.h"
 #include "risk/ComputingScreen.h"
-#include "screens/Widgets.h"
-#include "shell/screens/SplashScreen.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
 #include "units/UnitsDatabase.h"
+#include "window/kit/Widgets.h"
+#include "window/shell/SplashScreen.h"
 
 #include <QAction>
 #include <QApplication>

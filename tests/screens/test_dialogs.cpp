@@ -2,15 +2,15 @@
 #include "drawing/DrawingSurface.h"
 #include "plots/PlotDesk.h"
 #include "reports/ReportDesk.h"
-#include "reports/screens/QtReportPrinter.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/sweeps/GuardPlot.h"
-#include "screens/DialogOver.h"
-#include "screens/PrintPicture.h"
-#include "screens/WhatsThis.h"
-#include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/EveryScreen.h"
+#include "window/kit/DialogOver.h"
+#include "window/kit/PrintPicture.h"
+#include "window/kit/WhatsThis.h"
+#include "window/kit/Widgets.h"
+#include "window/reports/QtReportPrinter.h"
 
 #include <QAccessible>
 #include <QFile>

@@ -1,8 +1,8 @@
 // The file commands and the way out, with the file dialogs that users see.
-#include "screens/QtLauncher.h"
-#include "screens/Widgets.h"
 #include "tests/screens/support/Desk.h"
 #include "units/UnitsDatabase.h"
+#include "window/kit/QtLauncher.h"
+#include "window/kit/Widgets.h"
 
 #include <QAction>
 #include <QDialog>

@@ -1,7 +1,7 @@
 // What the window does when the desktop, the system or an action ends unforeseen.
-#include "shell/screens/Application.h"
-#include "shell/screens/UnsavedWork.h"
 #include "tests/screens/support/Desk.h"
+#include "window/shell/Application.h"
+#include "window/shell/UnsavedWork.h"
 
 #include <QTimer>
 

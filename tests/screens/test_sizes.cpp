@@ -1,10 +1,10 @@
 // Screens on small desktops: the program's desktop and font are those that CMakeLists.txt runs this with.
-#include "screens/ContentArea.h"
-#include "screens/DesktopFit.h"
-#include "screens/Widgets.h"
-#include "screens/WorksheetDialog.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/EveryScreen.h"
+#include "window/kit/ContentArea.h"
+#include "window/kit/DesktopFit.h"
+#include "window/kit/Widgets.h"
+#include "window/kit/WorksheetDialog.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,6 +1,6 @@
 // Tables of cells as widgets, on the sample worksheet and the list of correlations.
-#include "screens/CellTable.h"
 #include "tests/screens/support/Desk.h"
+#include "window/kit/CellTable.h"
 
 #include <QAction>
 #include <QApplication>

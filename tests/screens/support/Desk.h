@@ -3,13 +3,13 @@
 
 #include "model/Session.h"
 #include "persistence/SettingsFile.h"
-#include "screens/QtInteraction.h"
-#include "screens/ScreenBinder.h"
-#include "shell/screens/HelpDesk.h"
-#include "shell/screens/Layouts.h"
-#include "shell/screens/MainWindow.h"
 #include "tests/screens/support/BoxAnswerer.h"
 #include "tests/support/TemporaryFolder.h"
+#include "window/kit/QtInteraction.h"
+#include "window/kit/ScreenBinder.h"
+#include "window/shell/HelpDesk.h"
+#include "window/shell/Layouts.h"
+#include "window/shell/MainWindow.h"
 
 #include <QTest>
 #include <memory>

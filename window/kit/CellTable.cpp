@@ -1,0 +1,155 @@
+#include "window/kit/CellTable.h"
+
+#include "window/kit/Widgets.h"
+
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <algorithm>
+#include <utility>
+
+namespace metrisk {
+
+CellTable::CellTable(const Table& table) {
+    setColumnCount(static_cast<int>(table.headings.size()));
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    horizontalHeader()->setVisible(std::any_of(table.headings.begin(), table.headings.end(),
+                                               [](const std::string& text) { return !text.empty(); }));
+    verticalHeader()->setVisible(table.numbered);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + 8);
+    setTabKeyNavigation(false); // the keyboard can leave it
+    setSelectionMode(table.dragged ? QAbstractItemView::SingleSelection
+                                   : QAbstractItemView::ContiguousSelection);
+    setContextMenuPolicy(table.menu.empty() ? Qt::NoContextMenu : Qt::CustomContextMenu);
+    setDragEnabled(table.dragged);
+    setAcceptDrops(static_cast<bool>(table.dropped));
+    setDropIndicatorShown(true);
+    connect(this, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
+        if (!showing_) emit typed(item->row(), item->column(), item->text());
+    });
+    connect(this, &QTableWidget::itemSelectionChanged, this, [this] {
+        if (!showing_) emit chosen();
+    });
+}
+
+void CellTable::showCell(int row, int column, const Table::Cell& cell, const QString& markTip) {
+    QTableWidgetItem* shown = item(row, column);
+    if (!shown) setItem(row, column, shown = new QTableWidgetItem);
+    const QString text = qt(cell.text);
+    if (shown->text() != text) shown->setText(text);
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled |
+                                Qt::ItemIsDropEnabled |
+                                (cell.locked ? Qt::NoItemFlags : Qt::ItemFlags(Qt::ItemIsEditable));
+    if (shown->flags() != flags) shown->setFlags(flags);
+    const QString tip = cell.marked ? markTip : QString();
+    if (shown->toolTip() == plainTip(tip)) return;
+    shown->setToolTip(plainTip(tip));
+    shown->setData(Qt::AccessibleTextRole, cell.marked ? QVariant(text + ", " + tip) : QVariant());
+    QFont font = this->font();
+    font.setItalic(cell.marked);
+    font.setStrikeOut(cell.marked);
+    shown->setFont(font);
+}
+
+void CellTable::show(const Table& table) {
+    showing_ = true;
+    const auto count = static_cast<int>(table.rows.size());
+    if (rowCount() != count) setRowCount(count);
+    for (int column = 0; column < columnCount(); ++column) {
+        const QString heading = qt(table.headings[static_cast<std::size_t>(column)]);
+        const QTableWidgetItem* header = horizontalHeaderItem(column);
+        if (!header || header->text() != heading)
+            setHorizontalHeaderItem(column, new QTableWidgetItem(heading));
+    }
+    const QString tip = qt(table.markTip);
+    for (int row = 0; row < count; ++row) {
+        const auto& cells = table.rows[static_cast<std::size_t>(row)];
+        for (int column = 0; column < columnCount(); ++column)
+            showCell(row, column, cells[static_cast<std::size_t>(column)], tip);
+    }
+    if (!(range() == table.selection) && !table.selection.empty()) {
+        const Table::Range& s = table.selection;
+        clearSelection();
+        setCurrentCell(s.top, s.left);
+        setRangeSelected({s.top, s.left, std::min(s.bottom, count - 1), s.right}, true);
+    }
+    showing_ = false;
+}
+
+void CellTable::commitCell() {
+    if (state() != QAbstractItemView::EditingState) return;
+    for (QLineEdit* editor : viewport()->findChildren<QLineEdit*>()) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+Table::Range CellTable::range() const {
+    const QList<QTableWidgetSelectionRange> ranges = selectedRanges();
+    if (!ranges.isEmpty())
+        return {ranges.first().topRow(), ranges.first().leftColumn(), ranges.first().bottomRow(),
+                ranges.first().rightColumn()};
+    if (currentRow() < 0) return {};
+    return {currentRow(), currentColumn(), currentRow(), currentColumn()};
+}
+
+CellBlock CellTable::texts(const Table::Range& range) const {
+    CellBlock block;
+    for (int row = range.top; row <= range.bottom; ++row) {
+        auto& line = block.emplace_back();
+        for (int column = range.left; column <= range.right; ++column)
+            line.push_back(item(row, column) ? item(row, column)->text().toStdString() : "");
+    }
+    return block;
+}
+
+void CellTable::keyPressEvent(QKeyEvent* event) {
+    constexpr std::pair<QKeySequence::StandardKey, Editing> keys[] = {
+        {QKeySequence::Cut, Editing::Cut},
+        {QKeySequence::Copy, Editing::Copy},
+        {QKeySequence::Paste, Editing::Paste},
+        {QKeySequence::Delete, Editing::Delete}};
+    for (const auto& [key, what] : keys)
+        if (event->matches(key)) {
+            emit edited(what);
+            return;
+        }
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && state() == QAbstractItemView::EditingState) return; // the cell's editor has had it
+    // Return opens a cell as F2 does; the screen's default button is not meant.
+    if (isReturn && currentItem() && currentItem()->flags().testFlag(Qt::ItemIsEditable)) {
+        editItem(currentItem());
+        return;
+    }
+    QTableWidget::keyPressEvent(event);
+}
+
+/// Return goes on to the next row, as columns are typed.
+void CellTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableWidget::closeEditor(editor, hint);
+    if (hint == QAbstractItemDelegate::SubmitModelCache && currentRow() + 1 < rowCount())
+        setCurrentCell(currentRow() + 1, currentColumn());
+}
+
+void CellTable::dragEnterEvent(QDragEnterEvent* event) {
+    event->setAccepted(qobject_cast<CellTable*>(event->source()));
+}
+
+void CellTable::dragMoveEvent(QDragMoveEvent* event) {
+    event->setAccepted(qobject_cast<CellTable*>(event->source()));
+}
+
+void CellTable::dropEvent(QDropEvent* event) {
+    auto* from = qobject_cast<CellTable*>(event->source());
+    if (!from) return;
+    event->setDropAction(Qt::CopyAction); // nothing is taken away where it came from
+    event->accept();
+    const int row = indexAt(event->position().toPoint()).row();
+    // A box about it comes after the drag has ended.
+    QMetaObject::invokeMethod(
+        this, [this, from, fromRow = from->currentRow(), row] { emit dropped(from, fromRow, row); },
+        Qt::QueuedConnection);
+}
+
+} // namespace metrisk

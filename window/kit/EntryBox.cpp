@@ -1,0 +1,188 @@
+#include "window/kit/EntryBox.h"
+
+#include "window/kit/Widgets.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QFocusEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QStyle>
+#include <QToolTip>
+
+namespace metrisk {
+
+namespace {
+
+/// The box keeps its entry while the user looks at a menu, a box or another program.
+bool goesOn(Qt::FocusReason reason) {
+    return reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
+           reason == Qt::ActiveWindowFocusReason;
+}
+
+} // namespace
+
+EntryBox::EntryBox() {
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (isModified()) return;
+        settled_ = text;
+        before_.reset();
+    });
+}
+
+void EntryBox::setLocked(bool locked) {
+    if (isReadOnly() != locked) setReadOnly(locked);
+    setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
+    paintGround();
+}
+
+void EntryBox::setColors(const QColor& ground, const QColor& text) {
+    ground_ = ground;
+    text_ = text;
+    paintGround();
+}
+
+void EntryBox::paintGround() {
+    const bool follows = !ground_.isValid() && !isReadOnly() && !faded_;
+    if (follows && painted_.resolveMask() == 0) return;
+    QPalette own; // everything that is not set here goes on following the desktop
+    const QPalette screens = QApplication::palette();
+    if (ground_.isValid()) {
+        setReadable(own, QPalette::Base, ground_, QPalette::Text, text_);
+    } else if (isReadOnly()) {
+        const auto group = QPalette::Disabled;
+        setReadable(own, QPalette::Base, screens.color(QPalette::Window), QPalette::Text,
+                    screens.color(QPalette::WindowText));
+        own.setColor(group, QPalette::Text, screens.color(group, QPalette::WindowText));
+    }
+    if (faded_)
+        for (const auto group : {QPalette::Active, QPalette::Inactive})
+            own.setColor(group, QPalette::Text, screens.color(QPalette::Disabled, QPalette::Text));
+    if (own == painted_ && own.resolveMask() == painted_.resolveMask()) return;
+    painted_ = own;
+    setPalette(own);
+}
+
+void EntryBox::setFaded(bool faded) {
+    if (faded == faded_) return;
+    faded_ = faded;
+    paintGround();
+}
+
+void EntryBox::settle(const QString& before) {
+    settled_ = text();
+    before_ = before;
+}
+
+bool EntryBox::canUndo() const {
+    return !isReadOnly() && (isUndoAvailable() || before_);
+}
+
+void EntryBox::undoEntry() {
+    if (!canUndo()) return;
+    if (before_ && !isModified()) {
+        setText(*before_);
+        emit textEdited(text());
+    } else {
+        undo();
+        setText(QString(text())); // the rest of its history goes
+    }
+    setModified(true);
+}
+
+void EntryBox::setRoom(int characters) {
+    room_ = characters;
+    updateGeometry();
+}
+
+QSize EntryBox::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(QString(room_ + 3, '0')), QLineEdit::sizeHint().height()};
+}
+
+QSize EntryBox::minimumSizeHint() const {
+    const int width = fontMetrics().horizontalAdvance(QString((room_ * 3 + 4) / 5 + 1, '0'));
+    return {width, QLineEdit::minimumSizeHint().height()};
+}
+
+void EntryBox::setMarked(bool marked) {
+    if (marked == (mark_ != nullptr)) return;
+    if (marked) {
+        mark_ = addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning), QLineEdit::LeadingPosition);
+        mark_->setObjectName("mark");
+    } else {
+        delete mark_;
+        mark_ = nullptr;
+    }
+}
+
+bool EntryBox::event(QEvent* event) {
+    // A text that does not fit is told in full.
+    if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > width() - 8) {
+        const QString said = accessibleDescription();
+        const QString tip = said.isEmpty() ? text() : text() + "\n" + said;
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);
+        return true;
+    }
+    // The colour of a locked box is that of the screens.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        paintGround();
+    return QLineEdit::event(event);
+}
+
+void EntryBox::dragEnterEvent(QDragEnterEvent* event) {
+    // A file belongs to the window, wherever it is dropped.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
+}
+
+void EntryBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (!goesOn(event->reason())) emit entered();
+}
+
+void EntryBox::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (!goesOn(event->reason())) emit left();
+}
+
+void EntryBox::keyPressEvent(QKeyEvent* event) {
+    const bool typing = !event->text().isEmpty() && event->key() != Qt::Key_Tab &&
+                        event->key() != Qt::Key_Backtab && event->key() != Qt::Key_Escape &&
+                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReadOnly() && isReturn) {
+        emit opened();
+        return;
+    }
+    // The first drops what was typed; the next is the screen's.
+    if (tellsEscape_ && event->key() == Qt::Key_Escape && isModified()) {
+        emit escaped();
+        return;
+    }
+    if (!isReadOnly() || typing) emit keyPressed();
+    if (tellsReturn_ && isReturn) {
+        emit returned();
+        return;
+    }
+    if (event->matches(QKeySequence::Undo) && !isUndoAvailable()) {
+        undoEntry();
+        return;
+    }
+    // Return commits as leaving does and goes on to the next box.
+    if (isReturn) {
+        focusNextPrevChild(true);
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    QLineEdit::mouseDoubleClickEvent(event);
+    if (isReadOnly()) emit opened();
+}
+
+} // namespace metrisk

@@ -1,0 +1,185 @@
+#include "window/kit/ShowControl.h"
+
+#include "model/Controls.h"
+#include "window/kit/CellTable.h"
+#include "window/kit/EntryBox.h"
+#include "window/kit/PictureWidget.h"
+#include "window/kit/Widgets.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QSlider>
+#include <QTextBrowser>
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+void showBox(const TextBox& box, EntryBox& widget) {
+    const QString text = qt(box.text);
+    if (widget.text() != text) widget.setText(text);
+    if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
+    widget.setLocked(box.locked || box.isResult());
+    widget.setMarked(!box.mark.empty());
+    widget.setFaded(box.faded);
+}
+
+void showLabel(const Label& label, QLabel& widget) {
+    const QString text = caption(label.text);
+    if (widget.text() != text) widget.setText(text);
+    QFont font = widget.font();
+    if (const QString family = qt(label.family); !family.isEmpty() && font.family() != family) {
+        font.setFamily(family);
+        widget.setFont(font);
+    }
+    const bool bold =
+        label.emphasised || widget.property("heading").toBool() || widget.property("bold").toBool();
+    if (font.bold() == bold) return;
+    font.setBold(bold);
+    widget.setFont(font);
+}
+
+void showButton(const Button& button, QAbstractButton& widget) {
+    const QString text = caption(button.text);
+    if (widget.text() != text) widget.setText(text);
+    if (button.kind == Button::Kind::Push) return;
+    widget.setCheckable(true);
+    if (widget.isChecked() != button.checked) widget.setChecked(button.checked);
+    // The keyboard comes to the chosen one of a group; the arrows go on from there.
+    if (button.kind == Button::Kind::Radio)
+        widget.setFocusPolicy(button.checked ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void showList(const ListBox& list, QListWidget& widget) {
+    QStringList items;
+    for (const std::string& item : list.items) items += qt(item);
+    QStringList present;
+    for (int i = 0; i < widget.count(); ++i) present += widget.item(i)->text();
+    if (items != present) {
+        widget.clear();
+        widget.addItems(items);
+    }
+    if (widget.currentRow() != list.index) widget.setCurrentRow(list.index);
+}
+
+void showChoice(const Choice& choice, QComboBox& widget) {
+    QStringList items;
+    for (const std::string& item : choice.items) items += qt(item);
+    QStringList present;
+    for (int i = 0; i < widget.count(); ++i) present += widget.itemText(i);
+    if (items != present) {
+        widget.clear();
+        widget.addItems(items);
+    }
+    if (widget.currentIndex() != choice.index) widget.setCurrentIndex(choice.index);
+}
+
+/// The mark-up as HTML; a jump's address is its word.
+QString htmlOf(const std::string& text) {
+    QString html = qt(text).toHtmlEscaped();
+    for (const auto& [mark, tag] :
+         {std::pair{"\\H", "<p style='font-size:large'>"}, {"\\h", "</p>"}, {"\\B", "<b>"}, {"\\b", "</b>"}})
+        html.replace(mark, tag);
+    for (qsizetype at; (at = html.indexOf("\\J")) >= 0;) {
+        const qsizetype end = html.indexOf("\\j", at);
+        if (end < 0) break;
+        const QString word = html.mid(at + 2, end - at - 2);
+        html.replace(at, end + 2 - at, QString("<a href=\"%1\">%1</a>").arg(word));
+    }
+    html.replace("</p>\r\n\r\n", "</p>"); // a heading has its own room below
+    return html.replace("\r\n", "<br>");
+}
+
+void showHypertext(const Hypertext& text, QTextBrowser& widget) {
+    const QString style = linkStyle(widget.palette());
+    const QByteArray shown = QByteArray::fromStdString(text.text) + style.toUtf8();
+    if (widget.property("shown").toByteArray() == shown) return;
+    widget.setProperty("shown", shown);
+    widget.document()->setDefaultStyleSheet(style);
+    widget.setHtml(htmlOf(text.text));
+}
+
+/// A meter with a text of its own bears that instead of its percentage.
+void showMeter(const Meter& meter, QProgressBar& widget) {
+    widget.setValue(static_cast<int>(std::lround(meter.value)));
+    const QString text = qt(meter.text);
+    if (text.isEmpty() || (widget.format() == text && widget.accessibleDescription() == qt(meter.toolTip)))
+        return;
+    widget.setFormat(text);
+    widget.setAccessibleName(qt(meter.toolTip) + ": " + text);
+}
+
+void showSwatch(const Swatch& swatch, QWidget& widget) {
+    const QColor color = qtColor(swatch.color);
+    if (widget.palette().color(QPalette::Window) == color && !widget.accessibleName().isEmpty()) return;
+    QPalette own;
+    own.setColor(QPalette::Window, color);
+    widget.setPalette(own);
+    widget.setAccessibleName(qt(swatch.text) + ": " + color.name());
+}
+
+void showSlider(const Slider& slider, QSlider& widget) {
+    const double share = (slider.value - slider.from) / (slider.to - slider.from);
+    const int step = static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * sliderSteps));
+    if (widget.value() != step) widget.setValue(step);
+    if (const QString name = qt(slider.text); widget.accessibleName() != name) widget.setAccessibleName(name);
+}
+
+void showMemo(const Memo& memo, QPlainTextEdit& widget) {
+    if (const QString text = qt(memo.text); widget.toPlainText() != text) widget.setPlainText(text);
+}
+
+void showPicture(const PictureArea& picture, PictureWidget& widget) {
+    if (const QString text = qt(picture.text); widget.accessibleName() != text)
+        widget.setAccessibleName(text);
+    if (picture.leastWidth > 0 || widget.property("sized").toBool()) {
+        widget.setMinimumSize(picture.leastWidth, picture.leastHeight);
+        widget.setProperty("sized", true);
+    }
+    if (widget.property("drawn").toInt() == picture.drawn()) return;
+    widget.setProperty("drawn", picture.drawn());
+    widget.setPaint(picture.paint());
+}
+
+} // namespace
+
+void showControl(const Control& control, QWidget& widget) {
+    if (const auto* box = dynamic_cast<const TextBox*>(&control))
+        showBox(*box, static_cast<EntryBox&>(widget));
+    else if (const auto* label = dynamic_cast<const Label*>(&control))
+        showLabel(*label, static_cast<QLabel&>(widget));
+    else if (const auto* button = dynamic_cast<const Button*>(&control))
+        showButton(*button, static_cast<QAbstractButton&>(widget));
+    else if (const auto* list = dynamic_cast<const ListBox*>(&control))
+        showList(*list, static_cast<QListWidget&>(widget));
+    else if (const auto* choice = dynamic_cast<const Choice*>(&control))
+        showChoice(*choice, static_cast<QComboBox&>(widget));
+    else if (const auto* meter = dynamic_cast<const Meter*>(&control))
+        showMeter(*meter, static_cast<QProgressBar&>(widget));
+    else if (const auto* swatch = dynamic_cast<const Swatch*>(&control))
+        showSwatch(*swatch, widget);
+    else if (const auto* slider = dynamic_cast<const Slider*>(&control))
+        showSlider(*slider, static_cast<QSlider&>(widget));
+    else if (const auto* table = dynamic_cast<const Table*>(&control))
+        static_cast<CellTable&>(widget).show(*table);
+    else if (const auto* text = dynamic_cast<const Hypertext*>(&control))
+        showHypertext(*text, static_cast<QTextBrowser&>(widget));
+    else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))
+        showPicture(*picture, static_cast<PictureWidget&>(widget));
+    else if (const auto* memo = dynamic_cast<const Memo*>(&control))
+        showMemo(*memo, static_cast<QPlainTextEdit&>(widget));
+
+    const auto* marked = dynamic_cast<const TextBox*>(&control);
+    const std::string& said = marked && !marked->mark.empty() ? marked->mark : control.toolTip;
+    if (const QString tip = qt(said); widget.accessibleDescription() != tip) setTip(widget, tip);
+    if (widget.isHidden() == control.visible) widget.setVisible(control.visible);
+    if (widget.testAttribute(Qt::WA_ForceDisabled) == control.enabled) widget.setEnabled(control.enabled);
+}
+
+} // namespace metrisk

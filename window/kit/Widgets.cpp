@@ -1,0 +1,283 @@
+#include "window/kit/Widgets.h"
+
+#include "model/Worksheet.h"
+#include "window/kit/CellTable.h"
+#include "window/kit/EntryBox.h"
+#include "window/kit/PictureWidget.h"
+#include "window/kit/WhatsThis.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+QWidget* makeButton(const Button& button) {
+    const QString text = caption(button.text);
+    if (button.kind == Button::Kind::Check) return new QCheckBox(text);
+    if (button.kind == Button::Kind::Radio) return new QRadioButton(text);
+    auto* made = new QPushButton(text);
+    made->setAutoDefault(false);
+    made->setDefault(button.isDefault);
+    return made;
+}
+
+QWidget* makeMeter() {
+    auto* bar = new QProgressBar;
+    bar->setRange(0, 100);
+    return bar;
+}
+
+QWidget* makeSwatch() {
+    auto* swatch = new QFrame;
+    swatch->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    swatch->setAutoFillBackground(true);
+    swatch->setMinimumWidth(swatch->fontMetrics().averageCharWidth() * 8);
+    return swatch;
+}
+
+QWidget* makeSlider() {
+    auto* slider = new QSlider(Qt::Horizontal);
+    slider->setRange(0, sliderSteps);
+    slider->setPageStep(sliderSteps / 10);
+    return slider;
+}
+
+QWidget* makeMemo() {
+    auto* memo = new QPlainTextEdit;
+    memo->setTabChangesFocus(true);
+    return memo;
+}
+
+QWidget* makeHypertext() {
+    auto* browser = new QTextBrowser;
+    browser->setOpenLinks(false);
+    return browser;
+}
+
+QWidget* make(const Control& control) {
+    if (const auto* button = dynamic_cast<const Button*>(&control)) return makeButton(*button);
+    if (dynamic_cast<const Label*>(&control)) {
+        auto* label = new QLabel(caption(control.text));
+        label->setTextFormat(Qt::PlainText);
+        return label;
+    }
+    if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
+    if (dynamic_cast<const ListBox*>(&control)) return new QListWidget;
+    if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
+    if (dynamic_cast<const Meter*>(&control)) return makeMeter();
+    if (dynamic_cast<const Swatch*>(&control)) return makeSwatch();
+    if (dynamic_cast<const Slider*>(&control)) return makeSlider();
+    if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
+    if (dynamic_cast<const Memo*>(&control)) return makeMemo();
+    if (const auto* table = dynamic_cast<const Table*>(&control)) return new CellTable(*table);
+    return makeHypertext();
+}
+
+void widen(QWidget* widget, int characters) {
+    if (auto* box = qobject_cast<EntryBox*>(widget)) return box->setRoom(characters);
+    const int width = widget->fontMetrics().horizontalAdvance(QString(characters, '0'));
+    widget->setMinimumWidth(width + widget->fontMetrics().averageCharWidth() * 2);
+}
+
+} // namespace
+
+QString qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QColor qtColor(double color) {
+    const auto bits = static_cast<unsigned>(color);
+    const auto part = [bits](int shift) { return static_cast<int>(bits >> shift & 0xFF); };
+    return {part(0), part(8), part(16)};
+}
+
+QString caption(std::string_view text) {
+    return qt(text).trimmed();
+}
+
+QString plainTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+void setTip(QWidget& widget, const QString& text) {
+    widget.setToolTip(plainTip(text));
+    widget.setAccessibleDescription(text);
+}
+
+QWidget* WidgetMaker::operator()(const char* control) const {
+    const Control* found = model_.find(control);
+    if (!found) {
+        QStringList known;
+        for (const Control* each : model_.controls()) known += each->name;
+        qFatal("%s has no control %s, but %s", model_.name, control, qPrintable(known.join(", ")));
+    }
+    QWidget* made = make(*found);
+    made->setObjectName(found->name);
+    setTip(*made, qt(found->toolTip));
+    made->setWhatsThis(whatsThis(model_, *found)); // Shift+F1
+    return made;
+}
+
+QWidget* WidgetMaker::box(const char* control, int characters) const {
+    QWidget* made = (*this)(control);
+    widen(made, characters);
+    return made;
+}
+
+QWidget* WidgetMaker::heading(const char* control) const {
+    QWidget* made = (*this)(control);
+    QFont bold = made->font();
+    bold.setBold(true);
+    made->setFont(bold);
+    made->setProperty("heading", true);
+    return made;
+}
+
+Cell::Cell(const char* text, int columns) : widget(new QLabel(text)), span(columns) {}
+
+void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor& ground,
+                 QPalette::ColorRole textRole, const QColor& text) {
+    const auto mean = [](int a, int b) { return (a + b) / 2; };
+    palette.setColor(groundRole, ground);
+    palette.setColor(textRole, text);
+    palette.setColor(QPalette::Disabled, textRole,
+                     QColor(mean(ground.red(), text.red()), mean(ground.green(), text.green()),
+                            mean(ground.blue(), text.blue())));
+}
+
+namespace {
+
+double luminance(const QColor& color) {
+    const auto part = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double one = luminance(a) + 0.05, other = luminance(b) + 0.05;
+    return std::max(one, other) / std::min(one, other);
+}
+
+} // namespace
+
+QString linkStyle(const QPalette& palette) {
+    constexpr double readable = 4.5;
+    QColor color = palette.color(QPalette::Text);
+    for (const QColor& blue : {QColor(0x0b, 0x57, 0xd0), QColor(0x8a, 0xb4, 0xf8)})
+        if (contrast(blue, palette.color(QPalette::Base)) >= readable) color = blue;
+    return QString("a { color: %1; }").arg(color.name());
+}
+
+void nameBy(QWidget* label, QWidget* box) {
+    auto* text = qobject_cast<QLabel*>(label);
+    if (text && box) text->setBuddy(box);
+}
+
+namespace {
+
+bool isSign(const QLabel& label) {
+    return label.text() == ":" || label.objectName().contains("Colon");
+}
+
+} // namespace
+
+QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
+    auto* grid = new QGridLayout;
+    int row = 0;
+    for (const auto& line : lines) {
+        int column = 0;
+        QLabel* naming = nullptr;
+        for (const Cell& cell : line) {
+            if (cell.widget) {
+                grid->addWidget(cell.widget, row, column, 1, cell.span);
+                const bool box =
+                    qobject_cast<QLineEdit*>(cell.widget) || qobject_cast<QComboBox*>(cell.widget);
+                if (box) {
+                    nameBy(naming, cell.widget);
+                    if (!naming) cell.widget->setAccessibleName(cell.widget->accessibleDescription());
+                    naming = nullptr;
+                    if (cell.span == 1) grid->setColumnStretch(column, 1);
+                } else if (auto* label = qobject_cast<QLabel*>(cell.widget)) {
+                    // A sign between two figures names neither.
+                    naming = isSign(*label) ? nullptr : label;
+                }
+            }
+            column += cell.span;
+        }
+        ++row;
+    }
+    return grid;
+}
+
+namespace {
+
+QWidget* inBox(QBoxLayout* layout, std::initializer_list<QWidget*> widgets) {
+    auto* made = new QWidget;
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* widget : widgets) layout->addWidget(widget);
+    made->setLayout(layout);
+    return made;
+}
+
+} // namespace
+
+QWidget* across(std::initializer_list<QWidget*> widgets) {
+    return inBox(new QHBoxLayout, widgets);
+}
+
+QWidget* down(std::initializer_list<QWidget*> widgets) {
+    return inBox(new QVBoxLayout, widgets);
+}
+
+QGroupBox* group(const char* title, QLayout* content) {
+    auto* made = new QGroupBox(title);
+    content->setContentsMargins(8, 4, 8, 6);
+    made->setLayout(content);
+    return made;
+}
+
+QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets) {
+    auto* column = new QVBoxLayout;
+    for (QWidget* widget : widgets) column->addWidget(widget);
+    return group(title, column);
+}
+
+QWidget* foot(std::initializer_list<QWidget*> buttons) {
+    auto* layout = new QHBoxLayout;
+    layout->addStretch();
+    return named(inBox(layout, buttons), footName);
+}
+
+void keepRoom(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+void prefer(QWidget* content, const QSize& size) {
+    content->setProperty("preferredSize", size);
+}
+
+QSize preferredSize(const QWidget* content) {
+    return content->property("preferredSize").toSize();
+}
+
+QWidget* named(QWidget* widget, const char* name) {
+    widget->setObjectName(name);
+    return widget;
+}
+
+} // namespace metrisk

@@ -1,0 +1,15 @@
+#include "window/kit/Widgets.h"
+#include "window/plots/Layouts.h"
+
+namespace metrisk {
+
+QWidget* layoutPlot(const WidgetMaker& w) {
+    QWidget* picture = w("pic_Plot");
+    picture->setMinimumSize(300, 200);
+    QWidget* content = down({picture});
+    prefer(content, {480, 540}); // the lines of text below the axis
+    content->layout()->setContentsMargins(0, 0, 0, 0);
+    return content;
+}
+
+} // namespace metrisk

@@ -1,0 +1,125 @@
+#include "window/shell/MainWindow.h"
+
+#include "model/Session.h"
+#include "shell/Toolbar.h"
+#include "window/kit/DesktopFit.h"
+#include "window/kit/QtInteraction.h"
+#include "window/kit/ScreenBinder.h"
+#include "window/kit/Widgets.h"
+#include "window/shell/Layouts.h"
+#include "window/shell/UnsavedWork.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+#include <algorithm>
+
+namespace metrisk {
+
+MainWindow::MainWindow(Session& session, QtInteraction& ui)
+    : session_(session), ui_(ui), chooser_(this), carrier_(ui, socketFolder()),
+      errorLedger_(session, carrier_), model_(session), commands_(session, model_, chooser_) {
+    setObjectName(model_.name);
+    session_.desktop = &desktop_;
+    setAcceptDrops(true);
+    auto* scroll = new QScrollArea;
+    scroll->setWidget(layoutMainScreen(WidgetMaker(model_)));
+    scroll->setWidgetResizable(true);
+    scroll->setAlignment(Qt::AlignHCenter);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    setCentralWidget(scroll);
+    nextStep_ = new QLabel;
+    nextStep_->setObjectName("nextStep");
+    nextStep_->setTextFormat(Qt::PlainText);
+    statusBar()->setObjectName("statusBar");
+    statusBar()->addWidget(nextStep_);
+
+    binder_ = new ScreenBinder(*this, model_);
+    binder_->buildMenus(*menuBar());
+    buildToolbar();
+    connect(binder_, &ScreenBinder::shown, this, [this] {
+        nextStep_->setText(qt(model_.nextStep));
+        setWindowModified(session_.record.FileChanged);
+    });
+    connect(binder_, &ScreenBinder::closed, this, &QWidget::close);
+    nextStep_->setText(qt(model_.nextStep));
+    ui_.setMainScreen(binder_);
+    ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
+    looks_.ApplyColorScheme(session_.colorScheme);
+    binder_->focus("SystemIDBox", false);
+}
+
+MainWindow::~MainWindow() {
+    session_.desktop = nullptr;
+    ui_.setMainScreen(nullptr);
+    ui_.onStatus = nullptr;
+}
+
+void MainWindow::buildToolbar() {
+    QToolBar* bar = addToolBar("Toolbar");
+    bar->setObjectName("tb_Main");
+    bar->setMovable(false);
+    binder_->buildToolbar(*bar, mainToolbar());
+}
+
+void MainWindow::openFile(const QString& path) {
+    binder_->perform([&] { commands_.files.openPath(path.toStdString()); });
+}
+
+void MainWindow::openAtStart(const QString& path) {
+    binder_->perform([&] { commands_.files.openAtStart(path.toStdString()); });
+}
+
+void MainWindow::keepUnsavedWork(const std::filesystem::path& folder) {
+    unsaved_ = std::make_unique<UnsavedWork>(session_, model_, *binder_, folder);
+    commands_.files.settled = [this] { unsaved_->recovery.remove(); };
+    binder_->perform([this] { unsaved_->recovery.offer([this] { commands_.files.showOpened(); }); });
+}
+
+bool MainWindow::endOfDesktop() {
+    if (unsaved_) unsaved_->update(); // what is asked may not be answered in time
+    return close();
+}
+
+QSize MainWindow::sizeHint() const {
+    const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->sizeHint();
+    const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
+                     findChild<QToolBar*>("tb_Main")->sizeHint().height();
+    const QSize wanted(std::max(content.width(), 1000), content.height() + bars + 4);
+    return wanted.boundedTo(roomFor(*this));
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (event->spontaneous()) return;
+    // The frame counts as well, once there is one.
+    QMetaObject::invokeMethod(
+        this, [this] { keepOnDesktop(*this); }, Qt::QueuedConnection);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    event->setAccepted(binder_->close(Way::Ok));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    const QString path = event->mimeData()->urls().first().toLocalFile();
+    // The program that the file came from waits until the drop is done; boxes come after it.
+    QMetaObject::invokeMethod(
+        this, [this, path] { openFile(path); }, Qt::QueuedConnection);
+}
+
+} // namespace metrisk

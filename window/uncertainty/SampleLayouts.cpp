@@ -1,0 +1,53 @@
+// The screens DataEntryWorksheet, CorrelationList and BiasCalcOption.
+#include "window/uncertainty/Layouts.h"
+
+#include "window/kit/Widgets.h"
+
+namespace metrisk {
+
+QWidget* layoutDataEntry(const WidgetMaker& w) {
+    QWidget* grid = w("ss");
+    grid->setAccessibleName("Measured Values");
+    grid->setMinimumSize(grid->fontMetrics().averageCharWidth() * 34, grid->fontMetrics().lineSpacing() * 16);
+    QWidget* picture = w("pic_Samples");
+    picture->setMinimumSize(260, 140);
+    QGroupBox* options =
+        group("Samples",
+              rows({{w("Lbl_NominalValue"), w("NominalValueBox")}, {w("measOption_0"), w("measOption_1")}}));
+    QGroupBox* figures = group("Statistics", rows({{w("Lbl_MeanValue"), w("MeanValuePanel")},
+                                                   {w("Lbl_SampleSize"), w("SampleSizePanel")},
+                                                   {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
+                                                   {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
+                                                   {{w("chk_SamplingDistribution"), 2}}}));
+    return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture})}),
+                 foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+}
+
+QWidget* layoutBiasCalcOption(const WidgetMaker& w) {
+    QGroupBox* options = group("Estimate the % In-Tolerance at Time of Measurement",
+                               rows({{w("Lbl_Interval"), w("IntervalPanel"), w("IntervalUnitsBox")},
+                                     {{w("BiasOption_0"), 3}},
+                                     {{w("BiasOption_1"), 3}},
+                                     {w("BiasOption_2"), w("TimeBox"), w("TimeUnitsBox")},
+                                     {w("Lbl_InTol"), w("InTolPanel"), "%"}}));
+    return down({options, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+}
+
+QWidget* layoutCorrelationList(const WidgetMaker& w) {
+    const auto table = [&w](const char* name, const char* told, int characters, int lines) {
+        QWidget* made = w(name);
+        made->setAccessibleName(told);
+        made->setMinimumSize(made->fontMetrics().averageCharWidth() * characters,
+                             made->fontMetrics().lineSpacing() * lines);
+        return made;
+    };
+    QWidget* lists =
+        across({table("lst_Variable_0", "Column 1", 20, 6), table("lst_Variable_1", "Column 2", 20, 6)});
+    QWidget* pairs = down({table("ss", "Correlations", 44, 5), foot({w("cmd_AddPair")})});
+    QWidget* content =
+        down({w("pnl_Header"), lists, w("Lbl_Hint"), pairs, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    prefer(content, {0, lists->fontMetrics().lineSpacing() * 38});
+    return content;
+}
+
+} // namespace metrisk
