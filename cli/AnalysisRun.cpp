@@ -2,7 +2,7 @@
 
 #include "base/FlagGuard.h"
 #include "cli/Input.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/OpenAnalysis.h"

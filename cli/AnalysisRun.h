@@ -4,7 +4,7 @@
 #include "cli/ConsoleInteraction.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
 
 #include <functional>

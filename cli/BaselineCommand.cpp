@@ -6,8 +6,8 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
 #include "risk/BaselineRisks.h"
 

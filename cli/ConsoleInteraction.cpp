@@ -1,6 +1,6 @@
 #include "cli/ConsoleInteraction.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 namespace metrisk::cli {
 

@@ -1,7 +1,7 @@
 // Answers for a run that nobody watches: every box gets the answer it names for that case.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/Json.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "risk/exact/Verified.h"
 
 #include <limits>

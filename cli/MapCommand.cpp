@@ -5,7 +5,7 @@
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "plots/RiskMapPicture.h"
 
 #include <algorithm>

@@ -5,10 +5,10 @@
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
+#include "desk/kit/PlotMessages.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
-#include "plots/PlotMessages.h"
 #include "shell/mainscreen/DataGate.h"
 
 namespace metrisk::cli {

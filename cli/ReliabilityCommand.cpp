@@ -7,7 +7,7 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
 #include "reliability/Reliability.h"
 

@@ -2,11 +2,11 @@
 
 #include "base/Real.h"
 #include "base/Text.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
 #include "links/ExchangeFile.h"
 #include "links/PartnerFile.h"
 #include "links/Programs.h"
-#include "model/Desktop.h"
-#include "model/Message.h"
 
 #include <filesystem>
 

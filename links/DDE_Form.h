@@ -1,9 +1,9 @@
 // The conversation with ErrorLedger: each side asks for the other's data, and answers.
 #pragma once
 
+#include "desk/kit/Session.h"
 #include "links/Carrier.h"
 #include "links/ImportErrorLedger.h"
-#include "model/Session.h"
 
 #include <chrono>
 #include <ctime>

@@ -1,10 +1,10 @@
 #include "links/ImportErrorLedger.h"
 
 #include "base/Real.h"
+#include "desk/kit/Message.h"
 #include "links/ExchangeFile.h"
 #include "links/PartnerFile.h"
 #include "links/TakeExchange.h"
-#include "model/Message.h"
 #include "persistence/AnalysisFile.h"
 #include "risk/ValidateAndFit.h"
 

@@ -1,7 +1,7 @@
 // Taking ErrorLedger's data into the analysis: what the user is asked, and what follows.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 #include <ctime>
 #include <filesystem>

@@ -1,11 +1,11 @@
 #include "links/PreferredPrograms.h"
 
 #include "base/Text.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "links/ProgramMessages.h"
 #include "links/Programs.h"
-#include "model/Desktop.h"
-#include "model/Message.h"
-#include "model/Session.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
 // What is told of other programs by several routines.
 #pragma once
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 namespace metrisk {
 

@@ -1,8 +1,8 @@
 // Screen form_RunExternal: the user's list of other programs, edited and run.
 #pragma once
 
+#include "desk/kit/Worksheet.h"
 #include "links/AppsList.h"
-#include "model/Worksheet.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include "links/RunMenu.h"
 
+#include "desk/kit/Interaction.h"
+#include "desk/kit/Session.h"
 #include "links/PreferredPrograms.h"
 #include "links/RunExternalScreen.h"
-#include "model/Interaction.h"
-#include "model/Session.h"
 
 namespace metrisk {
 

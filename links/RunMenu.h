@@ -1,7 +1,7 @@
 // The menu of other programs, which almost every screen bears.
 #pragma once
 
-#include "model/Menu.h"
+#include "desk/kit/Menu.h"
 
 namespace metrisk {
 

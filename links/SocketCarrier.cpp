@@ -1,7 +1,7 @@
 #include "links/SocketCarrier.h"
 
 #include "base/Text.h"
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <algorithm>
 #include <chrono>

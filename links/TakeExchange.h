@@ -1,8 +1,8 @@
 // What ErrorLedger's data become in an analysis.
 #pragma once
 
+#include "desk/kit/Session.h"
 #include "links/ExchangeFile.h"
-#include "model/Session.h"
 
 namespace metrisk {
 

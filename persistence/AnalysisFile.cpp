@@ -2,7 +2,7 @@
 
 #include "base/Real.h"
 #include "base/Text.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "persistence/AnalysisLayout.h"
 #include "persistence/ItemReader.h"
 #include "persistence/ItemWriter.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/AtomicFile.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 #include <string>
 #include <string_view>

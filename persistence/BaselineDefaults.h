@@ -1,7 +1,7 @@
 // The stored default baseline and false accept convention.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/ResultGroups.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 // Brings the record to the values of a new analysis.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 namespace metrisk {
 

@@ -4,7 +4,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "persistence/SettingKeys.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorMessages.h"

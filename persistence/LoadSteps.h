@@ -1,7 +1,7 @@
 // What a load derives from the items it has read.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/AnalysisItems.h"
 
 namespace metrisk {

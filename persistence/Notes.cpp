@@ -1,9 +1,9 @@
 #include "persistence/Notes.h"
 
 #include "base/Text.h"
-#include "model/Desktop.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/AnalysisFile.h"
 
 #include <cerrno>

@@ -1,7 +1,7 @@
 // The notes that belong to an analysis: a rich text file of its name, in the editor of the desktop.
 #pragma once
 
-#include "model/Menu.h"
+#include "desk/kit/Menu.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 #include "plots/ParameterPlotScreens.h"
 
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Session.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
 #include "risk/FitMeasuring.h"

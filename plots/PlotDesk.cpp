@@ -1,9 +1,9 @@
 #include "plots/PlotDesk.h"
 
-#include "model/Session.h"
+#include "desk/kit/PlotMessages.h"
+#include "desk/kit/Session.h"
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
-#include "plots/PlotMessages.h"
 
 namespace metrisk {
 

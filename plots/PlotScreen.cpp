@@ -1,9 +1,9 @@
 #include "plots/PlotScreen.h"
 
 #include "base/Real.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "drawing/Drawing.h"
-#include "model/Message.h"
-#include "model/Session.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
 

@@ -1,7 +1,7 @@
 // A screen that shows one distribution plot; what the three of them have in common.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "plots/DistributionPlot.h"
 
 namespace metrisk {

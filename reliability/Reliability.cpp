@@ -1,8 +1,8 @@
 #include "reliability/Reliability.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "reliability/ReliabilityInterval.h"
 
 namespace metrisk {

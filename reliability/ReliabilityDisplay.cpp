@@ -1,7 +1,7 @@
 // What the reliability worksheet shows: its boxes and its plot.
 #include "base/NumberText.h"
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Session.h"
 #include "reliability/Reliability.h"
 #include "reliability/ReliabilityPlot.h"
 #include "reliability/ReliabilityScreen.h"

@@ -1,9 +1,9 @@
 #include "reliability/ReliabilityScreen.h"
 
 #include "base/NumberText.h"
+#include "desk/kit/Check.h"
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Check.h"
-#include "model/Session.h"
 #include "persistence/Notes.h"
 #include "reliability/Reliability.h"
 #include "reliability/ReliabilityTexts.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/NumberEntry.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "reliability/ReliabilitySlot.h"
 

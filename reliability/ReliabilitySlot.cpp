@@ -1,8 +1,8 @@
 #include "reliability/ReliabilitySlot.h"
 
 #include "base/DecimalForm.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "reliability/Reliability.h"
 #include "reliability/TimeUnits.h"
 #include "risk/ValidateAndFit.h"

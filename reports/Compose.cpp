@@ -2,7 +2,7 @@
 
 #include "base/Real.h"
 #include "base/Text.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
 #include "persistence/Digest.h"
 #include "reports/RunningText.h"
 #include "shell/mainscreen/MainScreen.h"

@@ -1,7 +1,7 @@
 // The composition of a report: its sections, one after the other.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "reports/ReportDocument.h"
 #include "reports/ReportSelection.h"
 

@@ -1,6 +1,6 @@
 // The plots of a report: both parameters, and the error of the measurement process.
+#include "desk/kit/Message.h"
 #include "drawing/SubSurface.h"
-#include "model/Message.h"
 #include "plots/DistributionPlots.h"
 #include "reports/Compose.h"
 #include "risk/FitMeasuring.h"

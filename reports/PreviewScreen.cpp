@@ -1,11 +1,11 @@
 #include "reports/PreviewScreen.h"
 
 #include "base/AtomicFile.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "drawing/SubSurface.h"
 #include "links/RunMenu.h"
-#include "model/Desktop.h"
-#include "model/Message.h"
-#include "model/Session.h"
 #include "reports/ReportPrinter.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The print preview, screen Print_SS: the pages of a report, to be copied and exported.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "reports/PagedDocument.h"
 #include "reports/ReportSelection.h"
 

@@ -1,9 +1,9 @@
 #include "reports/PrintDialogScreen.h"
 
 #include "base/NumberText.h"
-#include "model/Desktop.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/SettingKeys.h"
 #include "plots/DistributionPlots.h"
 #include "reports/ReportDesk.h"

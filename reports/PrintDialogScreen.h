@@ -1,7 +1,7 @@
 // "Print Analysis", screen PrintDialog: which reports, in which font, with which plots.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 namespace metrisk {
 

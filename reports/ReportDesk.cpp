@@ -1,7 +1,7 @@
 #include "reports/ReportDesk.h"
 
-#include "model/Desktop.h"
-#include "model/Message.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Message.h"
 #include "persistence/SettingKeys.h"
 #include "reports/PreviewScreen.h"
 #include "reports/PrintDialogScreen.h"

@@ -1,7 +1,7 @@
 // The reports of a session: what they are to hold, and the ways to screen and paper.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "reports/ReportSelection.h"
 
 namespace metrisk {

@@ -1,7 +1,7 @@
 // A report as the bytes of a file, in the format of its extension.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "reports/PagedDocument.h"
 #include "reports/ReportSelection.h"
 #include "reports/RichTextDocument.h"

@@ -1,8 +1,8 @@
 #include "reports/ReportOptionsScreen.h"
 
 #include "base/Text.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/Notes.h"
 #include "persistence/SettingKeys.h"

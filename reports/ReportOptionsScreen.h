@@ -1,7 +1,7 @@
 // "Report Options", screen PrintOpt: who reports, who signs, and what a report says of them.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/WorksheetGroups.h"
 
 namespace metrisk {

@@ -2,9 +2,9 @@
 
 #include "base/DisplayRule.h"
 #include "base/Real.h"
-#include "model/Message.h"
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "risk/RiskMessages.h"
 
 namespace metrisk {

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/RiskText.h"
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineRisks.h"
 #include "risk/EqRatioScreen.h"

@@ -1,7 +1,7 @@
 // The reference case beside the default kept in the settings, screen BaselineAnalysis.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "record/KeptFields.h"
 

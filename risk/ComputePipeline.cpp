@@ -2,8 +2,8 @@
 
 #include "base/DisplayRule.h"
 #include "base/Real.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "risk/ComputeSteps.h"
 #include "risk/ComputingScreen.h"
 #include "risk/PublishRisks.h"

@@ -1,8 +1,8 @@
 // The progress screen of a compute, screen Computing: its texts, its meter and its cancel button.
 #pragma once
 
-#include "model/Session.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Worksheet.h"
 
 #include <optional>
 

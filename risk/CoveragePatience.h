@@ -1,7 +1,7 @@
 // What a user sees while a coverage factor takes its time.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <optional>
 

@@ -3,7 +3,7 @@
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "numerics/CoverageFactor.h"
 #include "risk/EquivalentRatio.h"
 #include "risk/FittedSubject.h"

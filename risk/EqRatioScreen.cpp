@@ -1,7 +1,7 @@
 #include "risk/EqRatioScreen.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "risk/Snapshot.h"
 
 namespace metrisk {

@@ -1,7 +1,7 @@
 // The options of the equivalent accuracy ratio, screen EqRatio.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 namespace metrisk {
 

@@ -1,9 +1,9 @@
 #include "risk/EquivalentRatio.h"
 
 #include "base/Real.h"
-#include "model/Message.h"
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "risk/ComputingScreen.h"
 #include "risk/RiskMessages.h"
 

@@ -1,7 +1,7 @@
 #include "risk/FalseAcceptScreen.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/RiskConvention.h"
 

@@ -1,7 +1,7 @@
 // The choice between the two false accept risk conventions, screen FAFORM.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 namespace metrisk {
 

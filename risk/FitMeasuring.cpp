@@ -1,7 +1,7 @@
 #include "risk/FitMeasuring.h"
 
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Session.h"
 #include "risk/CoveragePatience.h"
 #include "risk/MeasuringFit.h"
 

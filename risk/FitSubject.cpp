@@ -1,9 +1,9 @@
 #include "risk/FitSubject.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
-#include "model/Validation.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Validation.h"
 #include "risk/SubjectFit.h"
 
 namespace metrisk {

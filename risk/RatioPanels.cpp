@@ -1,7 +1,7 @@
 #include "risk/RatioPanels.h"
 
 #include "base/NumberText.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "risk/EquivalentRatio.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "risk/Risks.h"
 
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Session.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
 

@@ -1,7 +1,7 @@
 #include "risk/Snapshot.h"
 
 #include "base/SameNumber.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 #include <algorithm>
 #include <cmath>

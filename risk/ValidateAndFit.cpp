@@ -1,7 +1,7 @@
 #include "risk/ValidateAndFit.h"
 
-#include "model/Session.h"
-#include "model/Validation.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Validation.h"
 #include "risk/FitMeasuring.h"
 #include "risk/FitSubject.h"
 #include "risk/RatioPanels.h"

@@ -1,7 +1,7 @@
 #include "selfcheck/SelfCheckScreen.h"
 
 #include "base/NumberFormat.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // The self-check in the window: the same table, figure by figure.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "selfcheck/CheckPage.h"
 
 namespace metrisk {

@@ -1,7 +1,7 @@
 // The commands of the file menu and the end of the program.
 #pragma once
 
-#include "model/FileChooser.h"
+#include "desk/kit/FileChooser.h"
 
 #include <functional>
 #include <string>

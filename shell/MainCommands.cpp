@@ -1,9 +1,9 @@
 #include "shell/MainCommands.h"
 
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Session.h"
 #include "links/DDE_Form.h"
 #include "links/RunMenu.h"
-#include "model/Desktop.h"
-#include "model/Session.h"
 #include "persistence/Notes.h"
 #include "persistence/Summary.h"
 #include "reliability/ReliabilitySlot.h"

@@ -2,8 +2,8 @@
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/AnalysisFile.h"
 #include "persistence/ClearAnalysis.h"
 #include "risk/CurrentFigures.h"

@@ -1,7 +1,7 @@
 #include "shell/RiskOptionCommand.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/BaselineScreen.h"
 #include "risk/ComputePipeline.h"

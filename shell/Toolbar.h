@@ -1,7 +1,7 @@
 // The main screen's toolbar as data.
 #pragma once
 
-#include "model/Menu.h"
+#include "desk/kit/Menu.h"
 
 #include <vector>
 

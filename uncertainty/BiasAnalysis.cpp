@@ -2,7 +2,7 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
 #include "numerics/mathlib/InvNorm.h"

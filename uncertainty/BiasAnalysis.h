@@ -5,7 +5,7 @@
 // Castrup, statistical measurement process control). Slot 1 is the measuring, slot 2 the subject parameter.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 #include <string>
 

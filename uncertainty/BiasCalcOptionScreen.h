@@ -2,7 +2,7 @@
 // BiasCalcOption.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include "base/NumberText.h"
 #include "base/Text.h"
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Session.h"
 #include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 

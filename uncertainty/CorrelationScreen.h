@@ -1,7 +1,7 @@
 // Which error sources go together, screen CorrelationList: pairs of names with their coefficients.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "uncertainty/ErrorRows.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 // statistics.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "uncertainty/SampleGrid.h"
 

@@ -1,7 +1,7 @@
 // What the process uncertainty worksheet refuses, in its words.
 #pragma once
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 namespace metrisk {
 

@@ -1,9 +1,9 @@
 // The menus and the toolbar of the process uncertainty worksheet.
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "desk/kit/Desktop.h"
 #include "links/DDE_Form.h"
 #include "links/RunMenu.h"
-#include "model/Desktop.h"
 #include "persistence/Notes.h"
 
 namespace metrisk {

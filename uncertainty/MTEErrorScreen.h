@@ -2,8 +2,8 @@
 // analysis.
 #pragma once
 
-#include "model/Session.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Worksheet.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
 

@@ -2,7 +2,7 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorMessages.h"

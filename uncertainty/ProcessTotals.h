@@ -1,7 +1,7 @@
 // Totals of the process errors table: uncertainty, effective degrees of freedom, shares.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"
 

@@ -1,7 +1,7 @@
 // Measured samples and what the process errors table takes from them.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 
 #include <span>
 

@@ -2,7 +2,7 @@
 
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ProcessTotals.h"

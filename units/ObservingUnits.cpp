@@ -2,7 +2,7 @@
 
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "units/UnitSelection.h"
 #include "units/UnitsDatabase.h"

@@ -1,7 +1,7 @@
 // The units that a box offers, the one that is selected, and the factors that follow.
 #pragma once
 
-#include "model/Controls.h"
+#include "desk/kit/Controls.h"
 #include "units/UnitsFile.h"
 
 #include <optional>

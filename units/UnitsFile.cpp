@@ -1,8 +1,8 @@
 #include "units/UnitsFile.h"
 
-#include "model/FileChooser.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/FileChooser.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "units/SqliteUnits.h"
 
 #include <algorithm>

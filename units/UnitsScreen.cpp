@@ -3,9 +3,9 @@
 #include "base/NumberText.h"
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Message.h"
-#include "model/Session.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The screen on which areas and units are added, changed and deleted.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "units/UnitsFile.h"
 
 namespace metrisk {

@@ -1,8 +1,8 @@
 #include "risk/guardband/ComputeGuardbands.h"
 
 #include "base/DisplayRule.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "record/SubjectSide.h"
 #include "risk/guardband/KFactors.h"
 

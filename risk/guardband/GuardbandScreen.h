@@ -1,7 +1,7 @@
 // The guardband worksheet, screen GuardbandAnalysis: holds, solves, rounds and tries guardbands.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "record/KeptFields.h"
 #include "risk/RiskModel.h"

@@ -3,8 +3,8 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/SameNumber.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 
 #include <algorithm>
 #include <cmath>

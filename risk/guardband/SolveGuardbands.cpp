@@ -3,9 +3,9 @@
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "model/Message.h"
-#include "model/Session.h"
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "risk/guardband/KFactors.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 // True versus observed % in-tolerance, screen ObservedPctWorksheet.
 #pragma once
 
-#include "model/Message.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "risk/observed/ObservedModel.h"
 #include "units/ObservingUnits.h"

@@ -1,6 +1,6 @@
 #include "risk/observed/ObservingUnit.h"
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "risk/ValidateAndFit.h"
 
 #include <utility>

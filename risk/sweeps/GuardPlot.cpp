@@ -2,9 +2,9 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "links/RunMenu.h"
-#include "model/Message.h"
-#include "model/Session.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // Plot of the risks over a range of one quantity, screen GuardPlot.
 #pragma once
 
-#include "model/Background.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Background.h"
+#include "desk/kit/Worksheet.h"
 #include "plots/RiskChart.h"
 
 #include <string>

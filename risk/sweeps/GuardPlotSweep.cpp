@@ -3,8 +3,8 @@
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "risk/exact/Verified.h"
 

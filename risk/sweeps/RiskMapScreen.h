@@ -1,9 +1,9 @@
 // Map of a risk over two quantities, with sliders for all four, screen RiskMap.
 #pragma once
 
+#include "desk/kit/Background.h"
+#include "desk/kit/Worksheet.h"
 #include "drawing/PlotFrame.h"
-#include "model/Background.h"
-#include "model/Worksheet.h"
 #include "plots/RiskMapPicture.h"
 
 #include <memory>

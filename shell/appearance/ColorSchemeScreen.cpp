@@ -1,7 +1,7 @@
 #include "shell/appearance/ColorSchemeScreen.h"
 
-#include "model/Desktop.h"
-#include "model/Session.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Session.h"
 #include "shell/appearance/SchemeSettings.h"
 
 namespace metrisk {

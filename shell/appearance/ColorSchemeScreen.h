@@ -1,7 +1,7 @@
 // The colours and bold texts of the main screen, screen ColorScheme.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/ColorScheme.h"
 
 #include <deque>

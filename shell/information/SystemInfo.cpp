@@ -2,7 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/NumberFormat.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "shell/information/MemoryStatus.h"
 
 #include <array>

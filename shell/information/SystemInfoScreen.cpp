@@ -1,7 +1,7 @@
 #include "shell/information/SystemInfoScreen.h"
 
-#include "model/Desktop.h"
-#include "model/Session.h"
+#include "desk/kit/Desktop.h"
+#include "desk/kit/Session.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // System and program at a glance, to be read or copied into a message to whoever helps.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "shell/information/SystemInfo.h"
 
 namespace metrisk {

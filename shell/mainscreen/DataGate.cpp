@@ -1,7 +1,7 @@
 #include "shell/mainscreen/DataGate.h"
 
-#include "model/Session.h"
-#include "plots/PlotMessages.h"
+#include "desk/kit/PlotMessages.h"
+#include "desk/kit/Session.h"
 #include "risk/ValidateAndFit.h"
 
 namespace metrisk {

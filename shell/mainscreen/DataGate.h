@@ -1,7 +1,7 @@
 // What must hold before a command shows or prints results.
 #pragma once
 
-#include "model/Menu.h"
+#include "desk/kit/Menu.h"
 
 namespace metrisk {
 

@@ -5,7 +5,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"

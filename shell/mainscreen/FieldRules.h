@@ -5,7 +5,7 @@
 // the record in any state: the caller puts it back.
 #pragma once
 
-#include "model/FieldResult.h"
+#include "desk/kit/FieldResult.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "shell/mainscreen/LimitRows.h"
 
 #include "base/NumberText.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "shell/mainscreen/MainScreen.h"

@@ -3,7 +3,7 @@
 #include "base/NumberText.h"
 #include "base/RelativeUnits.h"
 #include "base/RiskText.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "risk/CurrentFigures.h"
 #include "risk/EquivalentRatio.h"

@@ -2,7 +2,7 @@
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "plots/PlotDesk.h"
 #include "record/SubjectSide.h"
 #include "reliability/ReliabilityScreen.h"

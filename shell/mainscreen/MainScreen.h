@@ -1,7 +1,7 @@
 // The main screen: entry of both parameters, options, results.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "shell/mainscreen/SavedCopy.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #include "shell/mainscreen/MeasuringRow.h"
 
 #include "base/NumberText.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "shell/mainscreen/MainScreen.h"

@@ -2,7 +2,7 @@
 #include "base/NumberEntry.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "risk/CoveragePatience.h"
 #include "risk/ValidateAndFit.h"

@@ -1,7 +1,7 @@
 #include "shell/mainscreen/TextFields.h"
 
 #include "base/Text.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "shell/mainscreen/FieldRules.h"
 
 namespace metrisk {

@@ -1,6 +1,6 @@
 #include "shell/mainscreen/ToleranceOptions.h"
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "risk/ValidateAndFit.h"
 #include "risk/guardband/KFactors.h"
 

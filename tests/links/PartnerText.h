@@ -1,7 +1,7 @@
 // A file as ErrorLedger writes it.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "tests/support/ScriptedInteraction.h"
 
 #include <string>

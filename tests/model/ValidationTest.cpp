@@ -1,4 +1,4 @@
-#include "model/Validation.h"
+#include "desk/kit/Validation.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

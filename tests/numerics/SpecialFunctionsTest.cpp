@@ -1,7 +1,7 @@
 #include "numerics/SpecialFunctions.h"
+#include "desk/kit/FaultMessages.h"
 #include "numerics/AcceptanceIntegral.h"
 #include "numerics/DriftIntegral.h"
-#include "numerics/FaultMessages.h"
 #include "tests/support/ScriptedInteraction.h"
 
 #include <boost/math/distributions/students_t.hpp>

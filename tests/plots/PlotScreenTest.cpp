@@ -1,7 +1,7 @@
 // The plot screens: their commands, side by side, and what they say when there is nothing to draw.
 #include "plots/PlotScreen.h"
+#include "desk/kit/Message.h"
 #include "drawing/Drawing.h"
-#include "model/Message.h"
 #include "plots/PlotDesk.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"

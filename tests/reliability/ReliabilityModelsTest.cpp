@@ -1,6 +1,6 @@
 // The models of reliability: against formulas and integrals of their own, and there and back.
 #include "base/Real.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "reliability/Reliability.h"
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/TimeUnits.h"

@@ -1,7 +1,7 @@
 // The baseline screen and the choice of the false accept option.
 #include "risk/BaselineScreen.h"
 #include "base/NumberText.h"
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"

@@ -1,7 +1,7 @@
 // evaluate beside the button: the same figures from the same entries, and the same refusals.
 #include "risk/evaluate/Evaluate.h"
 #include "base/DisplayRule.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "persistence/OpenAnalysis.h"
 #include "risk/ComputePipeline.h"
 #include "risk/ComputeSteps.h"

@@ -1,7 +1,7 @@
 // A hand on a screen without Qt: presses its buttons and types into its boxes, by name.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include <gtest/gtest.h>
 

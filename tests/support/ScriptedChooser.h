@@ -1,7 +1,7 @@
 // A file dialog whose answers are foreseen.
 #pragma once
 
-#include "model/FileChooser.h"
+#include "desk/kit/FileChooser.h"
 
 #include <deque>
 #include <gtest/gtest.h>

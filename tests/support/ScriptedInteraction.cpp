@@ -1,6 +1,6 @@
 #include "tests/support/ScriptedInteraction.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include <chrono>
 #include <gtest/gtest.h>

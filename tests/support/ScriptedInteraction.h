@@ -2,7 +2,7 @@
 // expectation left over fails the test.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <deque>
 #include <functional>

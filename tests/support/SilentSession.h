@@ -1,8 +1,8 @@
 // A session that answers every question with the answer of a run that nobody watches.
 #pragma once
 
-#include "model/Session.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Worksheet.h"
 
 #include <string>
 

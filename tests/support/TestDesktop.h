@@ -1,7 +1,7 @@
 // A session before a desktop of foreseen file dialogs and programs.
 #pragma once
 
-#include "model/Desktop.h"
+#include "desk/kit/Desktop.h"
 #include "tests/support/ScriptedChooser.h"
 #include "tests/support/TestSession.h"
 

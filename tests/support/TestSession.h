@@ -1,7 +1,7 @@
 // A session for tests: scripted boxes, settings in memory, a fresh record.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/MemorySettings.h"
 #include "tests/support/ScriptedInteraction.h"

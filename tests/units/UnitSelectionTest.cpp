@@ -1,6 +1,6 @@
 // Boxes of units and the factors that follow from them.
 #include "units/UnitSelection.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 #include "record/KeptFields.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceParts.h"

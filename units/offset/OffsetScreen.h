@@ -2,8 +2,8 @@
 // parts, in units of their own, and the bias uncertainty that follows.
 #pragma once
 
-#include "model/Session.h"
-#include "model/Worksheet.h"
+#include "desk/kit/Session.h"
+#include "desk/kit/Worksheet.h"
 #include "units/UnitSelection.h"
 
 namespace metrisk {

@@ -1,7 +1,7 @@
 // The widget of a table: cells are typed into, cut, copied, pasted, and its rows dragged.
 #pragma once
 
-#include "model/Controls.h"
+#include "desk/kit/Controls.h"
 
 #include <QTableWidget>
 

@@ -1,6 +1,6 @@
 #include "window/kit/PrintPicture.h"
 
-#include "model/Controls.h"
+#include "desk/kit/Controls.h"
 #include "window/plots/PainterSurface.h"
 
 #include <QPainter>

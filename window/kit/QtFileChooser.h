@@ -1,7 +1,7 @@
 // File choosing by the desktop's own dialogs.
 #pragma once
 
-#include "model/FileChooser.h"
+#include "desk/kit/FileChooser.h"
 
 class QWidget;
 

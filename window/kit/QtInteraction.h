@@ -1,7 +1,7 @@
 // Interaction in the window program: message boxes, screens, focus and patience by Qt.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <QPointer>
 #include <functional>

@@ -1,7 +1,7 @@
 // Other programs by the desktop: opening documents, starting programs.
 #pragma once
 
-#include "model/Desktop.h"
+#include "desk/kit/Desktop.h"
 
 namespace metrisk {
 

@@ -1,7 +1,7 @@
 // Binds the widgets of a window to the controls of a worksheet, by name.
 #pragma once
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include <QHash>
 #include <QObject>

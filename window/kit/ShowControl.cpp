@@ -1,6 +1,6 @@
 #include "window/kit/ShowControl.h"
 
-#include "model/Controls.h"
+#include "desk/kit/Controls.h"
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/PictureWidget.h"

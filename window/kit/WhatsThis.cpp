@@ -1,6 +1,6 @@
 #include "window/kit/WhatsThis.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include <QFile>
 #include <QHash>

@@ -1,6 +1,6 @@
 #include "window/kit/Widgets.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/PictureWidget.h"

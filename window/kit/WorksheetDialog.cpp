@@ -1,6 +1,6 @@
 #include "window/kit/WorksheetDialog.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "window/kit/ContentArea.h"
 #include "window/kit/DesktopFit.h"
 #include "window/kit/ScreenBinder.h"

@@ -1,6 +1,6 @@
 #include "window/shell/HelpDesk.h"
 
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 #include "window/kit/HelpWindow.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/Widgets.h"

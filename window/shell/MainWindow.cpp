@@ -1,6 +1,6 @@
 #include "window/shell/MainWindow.h"
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "shell/Toolbar.h"
 #include "window/kit/DesktopFit.h"
 #include "window/kit/QtInteraction.h"

@@ -1,9 +1,9 @@
 // The main screen's window: panels, menus, toolbar and status bar over its worksheet.
 #pragma once
 
+#include "desk/kit/Desktop.h"
 #include "links/DDE_Form.h"
 #include "links/SocketCarrier.h"
-#include "model/Desktop.h"
 #include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "window/kit/QtFileChooser.h"

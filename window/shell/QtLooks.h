@@ -1,7 +1,7 @@
 // The colours and bold texts of a scheme on the widgets of the program.
 #pragma once
 
-#include "model/Desktop.h"
+#include "desk/kit/Desktop.h"
 
 class QWidget;
 

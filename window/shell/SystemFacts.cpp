@@ -1,6 +1,6 @@
 #include "window/shell/SystemFacts.h"
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 // The window program.
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/ClearAnalysis.h"
 #include "persistence/SettingsFile.h"
 #include "shell/StartUp.h"

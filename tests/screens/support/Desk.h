@@ -1,7 +1,7 @@
 // The main screen on its desk: settings in a folder of its own, scripted boxes, a hand at the keyboard.
 #pragma once
 
-#include "model/Session.h"
+#include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
 #include "tests/screens/support/BoxAnswerer.h"
 #include "tests/support/TemporaryFolder.h"

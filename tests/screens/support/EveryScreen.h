@@ -1,8 +1,8 @@
 // A worksheet of every screen of the program.
 #pragma once
 
-#include "model/FileChooser.h"
-#include "model/Worksheet.h"
+#include "desk/kit/FileChooser.h"
+#include "desk/kit/Worksheet.h"
 #include "plots/PlotDesk.h"
 #include "reports/ReportDesk.h"
 

@@ -1,7 +1,7 @@
-#include "model/Validation.h"
+#include "desk/kit/Validation.h"
 
-#include "model/Message.h"
-#include "model/Session.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
 #include "record/Symmetry.h"

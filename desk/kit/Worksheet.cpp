@@ -1,4 +1,4 @@
-#include "model/Worksheet.h"
+#include "desk/kit/Worksheet.h"
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"

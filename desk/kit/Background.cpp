@@ -1,4 +1,4 @@
-#include "model/Background.h"
+#include "desk/kit/Background.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 // colours.
 #pragma once
 
-#include "model/FileChooser.h"
+#include "desk/kit/FileChooser.h"
 #include "record/ColorScheme.h"
 
 #include <optional>

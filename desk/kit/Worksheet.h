@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/Flag.h"
-#include "model/Controls.h"
-#include "model/Menu.h"
+#include "desk/kit/Controls.h"
+#include "desk/kit/Menu.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // A computation beside the screens: the newest request counts, its result comes back into their thread.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 #include <condition_variable>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "model/Menu.h"
+#include "desk/kit/Menu.h"
 
 #include <string_view>
 #include <utility>

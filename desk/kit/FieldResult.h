@@ -1,7 +1,7 @@
 // What a field rule says when its box loses focus.
 #pragma once
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 #include <string>
 #include <utility>

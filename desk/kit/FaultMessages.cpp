@@ -1,4 +1,4 @@
-#include "numerics/FaultMessages.h"
+#include "desk/kit/FaultMessages.h"
 
 #include "base/NumberText.h"
 

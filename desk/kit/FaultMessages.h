@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Real.h"
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // What is said where there is nothing to plot.
 #pragma once
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 namespace metrisk {
 

@@ -6,7 +6,7 @@
 #include "base/Places.h"
 #include "base/Regional.h"
 #include "base/Settings.h"
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 #include "record/Analysis.h"
 #include "record/ColorScheme.h"
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/CellBlock.h"
-#include "model/FieldResult.h"
-#include "model/Menu.h"
+#include "desk/kit/FieldResult.h"
+#include "desk/kit/Menu.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 // Rules that the record must keep before a worksheet goes on, as a table.
 #pragma once
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 #include <span>
 

@@ -1,7 +1,7 @@
 // What the user is told, and what the user is asked.
 #pragma once
 
-#include "model/Interaction.h"
+#include "desk/kit/Interaction.h"
 
 namespace metrisk {
 

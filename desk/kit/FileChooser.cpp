@@ -1,6 +1,6 @@
-#include "model/FileChooser.h"
+#include "desk/kit/FileChooser.h"
 
-#include "model/Message.h"
+#include "desk/kit/Message.h"
 
 #include <filesystem>
 
