@@ -2,10 +2,10 @@
 // case.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
-#include "risk/BaselineRisks.h"
+#include "desk/compute/BaselineRisks.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskModel.h"
-#include "risk/ValidateAndFit.h"
 #include "risk/exact/ExactRisks.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // Reading and writing analysis files, and whole batches of them through the command-line program.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
-#include "persistence/AnalysisFile.h"
-#include "persistence/ClearAnalysis.h"
+#include "desk/files/AnalysisFile.h"
+#include "desk/files/ClearAnalysis.h"
 
 #include <chrono>
 #include <cstdio>

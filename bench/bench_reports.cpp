@@ -1,13 +1,13 @@
 // Reports: composed and written as PDF, Rich Text and HTML, and many of them by the command line.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
+#include "desk/compute/ComputePipeline.h"
+#include "desk/compute/ProcessTotals.h"
 #include "files/CairoPress.h"
 #include "files/CairoSurface.h"
 #include "files/PictureFile.h"
 #include "reports/ReportFiles.h"
-#include "risk/ComputePipeline.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/ProcessTotals.h"
 
 #include <chrono>
 #include <cstdio>

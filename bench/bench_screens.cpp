@@ -1,16 +1,16 @@
 // The main screen against an empty window of the same size, in one run on the offscreen platform:
 // time to the first paint, resident memory, time to leave a box, time to open a file.
 // Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
-#include "persistence/ClearAnalysis.h"
+#include "desk/compute/Samples.h"
+#include "desk/compute/ValidateAndFit.h"
+#include "desk/files/ClearAnalysis.h"
 #include "plots/ParameterPlotScreens.h"
 #include "plots/PlotDesk.h"
 #include "reliability/ReliabilityScreen.h"
-#include "risk/ValidateAndFit.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/sweeps/RiskMapScreen.h"
 #include "tests/support/SilentSession.h"
 #include "uncertainty/MTEErrorScreen.h"
-#include "uncertainty/Samples.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"

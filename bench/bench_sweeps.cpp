@@ -1,9 +1,9 @@
 // Sweeps and maps of risks against the single risks that they consist of.
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
-#include "risk/ValidateAndFit.h"
 #include "risk/sweeps/RiskMap.h"
 #include "risk/sweeps/RiskSweep.h"
 

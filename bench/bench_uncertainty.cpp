@@ -1,11 +1,11 @@
 // The process errors table, its samples and coverage factors against the sums they cannot do without.
 #include "bench/Floor.h"
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/ProcessTotals.h"
+#include "desk/compute/Samples.h"
 #include "numerics/CoverageFactor.h"
 #include "tests/support/SilentSession.h"
-#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/ProcessTotals.h"
-#include "uncertainty/Samples.h"
 
 #include <cmath>
 #include <vector>

@@ -2,12 +2,12 @@
 
 #include "base/FlagGuard.h"
 #include "cli/Input.h"
+#include "desk/compute/CurrentFigures.h"
+#include "desk/compute/ValidateAndFit.h"
+#include "desk/files/AnalysisFile.h"
+#include "desk/files/ClearAnalysis.h"
+#include "desk/files/OpenAnalysis.h"
 #include "desk/kit/Message.h"
-#include "persistence/AnalysisFile.h"
-#include "persistence/ClearAnalysis.h"
-#include "persistence/OpenAnalysis.h"
-#include "risk/CurrentFigures.h"
-#include "risk/ValidateAndFit.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -6,10 +6,10 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
+#include "desk/compute/BaselineRisks.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
-#include "risk/BaselineRisks.h"
 
 #include <memory>
 

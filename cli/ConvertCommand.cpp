@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/OutputFile.h"
-#include "persistence/AnalysisFile.h"
+#include "desk/files/AnalysisFile.h"
 
 #include <filesystem>
 

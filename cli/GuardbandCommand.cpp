@@ -6,12 +6,12 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
+#include "desk/compute/ComputeGuardbands.h"
+#include "desk/compute/ComputeSteps.h"
+#include "desk/compute/KFactors.h"
 #include "record/Symmetry.h"
-#include "risk/ComputeSteps.h"
 #include "risk/exact/Verified.h"
-#include "risk/guardband/ComputeGuardbands.h"
 #include "risk/guardband/ExactGuardband.h"
-#include "risk/guardband/KFactors.h"
 
 #include <algorithm>
 #include <memory>

@@ -5,9 +5,9 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
+#include "desk/compute/ObservingUnit.h"
 #include "record/ToleranceUnits.h"
 #include "risk/observed/ObservedPct.h"
-#include "risk/observed/ObservingUnit.h"
 
 namespace metrisk::cli {
 

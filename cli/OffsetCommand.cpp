@@ -8,9 +8,9 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
+#include "desk/files/UnitSelection.h"
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
-#include "units/UnitSelection.h"
 #include "units/UnitsDatabase.h"
 #include "units/offset/Composition.h"
 

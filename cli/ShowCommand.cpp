@@ -3,8 +3,8 @@
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
+#include "desk/compute/FitMeasuring.h"
 #include "record/AnalysisFields.h"
-#include "risk/FitMeasuring.h"
 #include "uncertainty/ErrorTable.h"
 
 namespace metrisk::cli {

@@ -2,7 +2,7 @@
 #include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
-#include "persistence/Summary.h"
+#include "desk/files/Summary.h"
 
 namespace metrisk::cli {
 

@@ -7,14 +7,14 @@
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/ErrorMessages.h"
+#include "desk/compute/FitMeasuring.h"
+#include "desk/compute/ProcessTotals.h"
+#include "desk/compute/Samples.h"
 #include "record/ToleranceUnits.h"
-#include "risk/FitMeasuring.h"
-#include "uncertainty/BiasAnalysis.h"
-#include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/ProcessTotals.h"
 #include "uncertainty/SampleColumn.h"
-#include "uncertainty/Samples.h"
 
 namespace metrisk::cli {
 

@@ -1,10 +1,10 @@
 // Takes the pictures of the documentation: every screen with an example in it, into a folder as PNG.
 #include "tests/screens/support/Desk.h"
 
+#include "desk/compute/ComputingScreen.h"
+#include "desk/compute/Samples.h"
 #include "links/AppsList.h"
-#include "risk/ComputingScreen.h"
 #include "uncertainty/ErrorRows.h"
-#include "uncertainty/Samples.h"
 #include "units/UnitsDatabase.h"
 #include "window/kit/Widgets.h"
 #include "window/shell/SplashScreen.h"

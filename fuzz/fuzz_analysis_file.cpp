@@ -1,8 +1,8 @@
 // Any bytes as an analysis file: told or read, never a number that is none; what was read is written
 // and read again as the same file.
+#include "desk/files/AnalysisFile.h"
+#include "desk/files/ClearAnalysis.h"
 #include "fuzz/SoundRecord.h"
-#include "persistence/AnalysisFile.h"
-#include "persistence/ClearAnalysis.h"
 #include "tests/support/SilentSession.h"
 
 #include <cstdint>

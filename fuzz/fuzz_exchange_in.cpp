@@ -2,10 +2,10 @@
 // taken can be written for the partner.
 #include "base/Real.h"
 #include "base/Text.h"
+#include "desk/files/ClearAnalysis.h"
+#include "desk/links/TakeExchange.h"
 #include "fuzz/SoundRecord.h"
 #include "links/ExchangeFile.h"
-#include "links/TakeExchange.h"
-#include "persistence/ClearAnalysis.h"
 #include "tests/support/SilentSession.h"
 
 #include <cstdint>

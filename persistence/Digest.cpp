@@ -1,7 +1,7 @@
 #include "persistence/Digest.h"
 
 #include "base/Real.h"
-#include "persistence/AnalysisFile.h"
+#include "desk/files/AnalysisFile.h"
 #include "record/Analysis.h"
 
 #include <glib.h>

@@ -1,11 +1,11 @@
 #include "plots/ParameterPlotScreens.h"
 
+#include "desk/compute/FitMeasuring.h"
+#include "desk/compute/FitSubject.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
+#include "desk/links/RunMenu.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotDesk.h"
-#include "risk/FitMeasuring.h"
-#include "risk/FitSubject.h"
 
 namespace metrisk {
 

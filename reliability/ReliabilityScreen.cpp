@@ -1,10 +1,10 @@
 #include "reliability/ReliabilityScreen.h"
 
 #include "base/NumberText.h"
+#include "desk/files/Notes.h"
 #include "desk/kit/Check.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
-#include "persistence/Notes.h"
+#include "desk/links/RunMenu.h"
 #include "reliability/Reliability.h"
 #include "reliability/ReliabilityTexts.h"
 #include "reliability/TimeUnits.h"

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "base/NumberEntry.h"
+#include "desk/compute/ReliabilitySlot.h"
 #include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
-#include "reliability/ReliabilitySlot.h"
 
 #include <array>
 #include <optional>

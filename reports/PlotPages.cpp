@@ -1,10 +1,10 @@
 // The plots of a report: both parameters, and the error of the measurement process.
+#include "desk/compute/FitMeasuring.h"
+#include "desk/compute/FitSubject.h"
 #include "desk/kit/Message.h"
 #include "drawing/SubSurface.h"
 #include "plots/DistributionPlots.h"
 #include "reports/Compose.h"
-#include "risk/FitMeasuring.h"
-#include "risk/FitSubject.h"
 
 #include <memory>
 

@@ -4,8 +4,8 @@
 #include "desk/kit/Desktop.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "desk/links/RunMenu.h"
 #include "drawing/SubSurface.h"
-#include "links/RunMenu.h"
 #include "reports/ReportPrinter.h"
 
 #include <algorithm>

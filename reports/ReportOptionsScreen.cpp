@@ -1,10 +1,10 @@
 #include "reports/ReportOptionsScreen.h"
 
 #include "base/Text.h"
+#include "desk/files/ClearAnalysis.h"
+#include "desk/files/Notes.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "persistence/ClearAnalysis.h"
-#include "persistence/Notes.h"
 #include "persistence/SettingKeys.h"
 
 namespace metrisk {

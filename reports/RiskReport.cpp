@@ -1,12 +1,12 @@
 // The risk analysis report.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
+#include "desk/compute/CurrentFigures.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
-#include "risk/CurrentFigures.h"
 #include "risk/RatioSearch.h"
 #include "shell/mainscreen/MainScreen.h"
 

@@ -1,16 +1,16 @@
 // The uncertainty analysis report. Its figures are in tolerance units of the measuring parameter.
 #include "base/NumberText.h"
 #include "base/Real.h"
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/CurrentFigures.h"
+#include "desk/compute/ProcessTotals.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
-#include "risk/CurrentFigures.h"
 #include "shell/mainscreen/MainScreen.h"
-#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/Budget.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/ProcessTotals.h"
 
 namespace metrisk {
 

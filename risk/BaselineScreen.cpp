@@ -2,10 +2,10 @@
 
 #include "base/NumberText.h"
 #include "base/RiskText.h"
+#include "desk/compute/BaselineDefaults.h"
+#include "desk/compute/BaselineRisks.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
-#include "persistence/BaselineDefaults.h"
-#include "risk/BaselineRisks.h"
+#include "desk/links/RunMenu.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
 #include "risk/exact/Verified.h"

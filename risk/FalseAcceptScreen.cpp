@@ -1,9 +1,9 @@
 #include "risk/FalseAcceptScreen.h"
 
+#include "desk/compute/BaselineDefaults.h"
+#include "desk/compute/RiskConvention.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "persistence/BaselineDefaults.h"
-#include "risk/RiskConvention.h"
 
 namespace metrisk {
 

@@ -2,11 +2,11 @@
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
+#include "desk/compute/CurrentFigures.h"
+#include "desk/files/AnalysisFile.h"
+#include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "persistence/AnalysisFile.h"
-#include "persistence/ClearAnalysis.h"
-#include "risk/CurrentFigures.h"
 
 #include <ctime>
 

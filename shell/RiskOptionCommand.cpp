@@ -1,10 +1,10 @@
 #include "shell/RiskOptionCommand.h"
 
+#include "desk/compute/BaselineDefaults.h"
+#include "desk/compute/ComputePipeline.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "persistence/BaselineDefaults.h"
 #include "risk/BaselineScreen.h"
-#include "risk/ComputePipeline.h"
 #include "risk/FalseAcceptScreen.h"
 
 #include <string>

@@ -3,11 +3,11 @@
 #include "base/DecimalForm.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "reliability/ReliabilityModels.h"
 #include "reliability/TimeUnits.h"
-#include "risk/ValidateAndFit.h"
 
 #include <algorithm>
 

@@ -2,17 +2,17 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
+#include "desk/compute/Samples.h"
+#include "desk/files/Notes.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
-#include "persistence/Notes.h"
+#include "desk/links/RunMenu.h"
 #include "plots/SamplePicture.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/SampleColumn.h"
-#include "uncertainty/Samples.h"
 
 #include <cmath>
 

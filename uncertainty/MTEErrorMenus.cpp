@@ -1,10 +1,10 @@
 // The menus and the toolbar of the process uncertainty worksheet.
 #include "uncertainty/MTEErrorScreen.h"
 
+#include "desk/files/Notes.h"
 #include "desk/kit/Desktop.h"
-#include "links/DDE_Form.h"
-#include "links/RunMenu.h"
-#include "persistence/Notes.h"
+#include "desk/links/DDE_Form.h"
+#include "desk/links/RunMenu.h"
 
 namespace metrisk {
 

@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
+#include "desk/links/RunMenu.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // The screen on which areas and units are added, changed and deleted.
 #pragma once
 
+#include "desk/files/UnitsFile.h"
 #include "desk/kit/Worksheet.h"
-#include "units/UnitsFile.h"
 
 namespace metrisk {
 

@@ -1,12 +1,12 @@
 // The guardband worksheet, screen GuardbandAnalysis: holds, solves, rounds and tries guardbands.
 #pragma once
 
+#include "desk/compute/SolveGuardbands.h"
 #include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "record/KeptFields.h"
 #include "risk/RiskModel.h"
 #include "risk/guardband/ExactGuardband.h"
-#include "risk/guardband/SolveGuardbands.h"
 
 #include <optional>
 #include <string>

@@ -3,14 +3,14 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/SameNumber.h"
+#include "desk/compute/FitSubject.h"
+#include "desk/compute/KFactors.h"
+#include "desk/compute/SolveGuardbands.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "record/EntryRules.h"
 #include "record/Symmetry.h"
-#include "risk/FitSubject.h"
 #include "risk/RiskMessages.h"
-#include "risk/guardband/KFactors.h"
-#include "risk/guardband/SolveGuardbands.h"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
 // True versus observed % in-tolerance, screen ObservedPctWorksheet.
 #pragma once
 
+#include "desk/compute/ObservingUnits.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 #include "risk/observed/ObservedModel.h"
-#include "units/ObservingUnits.h"
 
 #include <optional>
 #include <string>

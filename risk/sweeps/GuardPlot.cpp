@@ -4,7 +4,7 @@
 #include "base/Real.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "links/RunMenu.h"
+#include "desk/links/RunMenu.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "shell/mainscreen/DataGate.h"
 
+#include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/PlotMessages.h"
 #include "desk/kit/Session.h"
-#include "risk/ValidateAndFit.h"
 
 namespace metrisk {
 

@@ -5,14 +5,14 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
+#include "desk/compute/FollowMode.h"
+#include "desk/compute/RatioPanels.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Session.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
-#include "risk/RatioPanels.h"
-#include "risk/ValidateAndFit.h"
 #include "shell/mainscreen/OffsetPictures.h"
-#include "units/FollowMode.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "shell/mainscreen/ToleranceOptions.h"
 
+#include "desk/compute/KFactors.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Session.h"
-#include "risk/ValidateAndFit.h"
-#include "risk/guardband/KFactors.h"
 
 #include <string>
 

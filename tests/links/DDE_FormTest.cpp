@@ -1,5 +1,5 @@
 // What an answer may do, and what the user is asked, over a carrier without sockets.
-#include "links/DDE_Form.h"
+#include "desk/links/DDE_Form.h"
 #include "tests/links/PartnerText.h"
 #include "tests/links/ProgramFiles.h"
 #include "tests/support/Cases.h"

@@ -1,7 +1,7 @@
 // The exchange files: what is written to the letter, and what is taken from the partner's.
 #include "base/Real.h"
+#include "desk/links/TakeExchange.h"
 #include "links/ExchangeFile.h"
-#include "links/TakeExchange.h"
 #include "tests/links/PartnerText.h"
 #include "tests/support/TestSession.h"
 

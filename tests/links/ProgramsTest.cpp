@@ -1,8 +1,8 @@
 // Desktop entries, associations, and the preferred programs.
-#include "links/Programs.h"
+#include "desk/links/Programs.h"
+#include "desk/links/PreferredPrograms.h"
 #include "links/Associations.h"
 #include "links/DesktopEntry.h"
-#include "links/PreferredPrograms.h"
 #include "tests/links/ProgramFiles.h"
 #include "tests/support/TestDesktop.h"
 

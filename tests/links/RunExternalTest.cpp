@@ -1,5 +1,5 @@
 // Screen form_RunExternal: the list and its file, the rules of its commands, and what is started.
-#include "links/RunExternalScreen.h"
+#include "desk/links/RunExternalScreen.h"
 #include "tests/links/ProgramFiles.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestDesktop.h"

@@ -1,6 +1,6 @@
 // The link over real sockets: both directions with a partner program, and peers that mean no good.
-#include "links/SocketCarrier.h"
-#include "links/DDE_Form.h"
+#include "desk/links/SocketCarrier.h"
+#include "desk/links/DDE_Form.h"
 #include "tests/links/PartnerText.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,8 +1,8 @@
 #include "base/Real.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "numerics/IntegrationLimits.h"
 #include "numerics/SubjectDensity.h"
 #include "risk/FittedSubject.h"
-#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

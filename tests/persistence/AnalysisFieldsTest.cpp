@@ -1,4 +1,4 @@
-#include "persistence/AnalysisFile.h"
+#include "desk/files/AnalysisFile.h"
 
 #include "record/AnalysisFields.h"
 #include "tests/persistence/GoldenFile.h"

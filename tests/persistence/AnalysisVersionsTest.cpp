@@ -1,6 +1,6 @@
-#include "persistence/AnalysisFile.h"
+#include "desk/files/AnalysisFile.h"
 
-#include "persistence/ClearAnalysis.h"
+#include "desk/files/ClearAnalysis.h"
 #include "tests/persistence/GoldenFile.h"
 #include "tests/support/SilentSession.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "persistence/ClearAnalysis.h"
+#include "desk/files/ClearAnalysis.h"
 #include "record/AnalysisFields.h"
 #include "tests/support/Change.h"
 #include "tests/support/TestSession.h"

@@ -1,5 +1,5 @@
 // The notes of an analysis: their name, their making and their opening.
-#include "persistence/Notes.h"
+#include "desk/files/Notes.h"
 #include "risk/observed/ObservedScreen.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,14 +1,14 @@
 // The data summary as a golden text, what refuses it, and where it may be written.
-#include "persistence/Summary.h"
-#include "persistence/OpenAnalysis.h"
+#include "desk/files/Summary.h"
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/ComputePipeline.h"
+#include "desk/compute/Samples.h"
+#include "desk/files/OpenAnalysis.h"
 #include "persistence/SummaryText.h"
-#include "risk/ComputePipeline.h"
 #include "risk/observed/ObservedPct.h"
 #include "tests/support/SilentSession.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestDesktop.h"
-#include "uncertainty/BiasAnalysis.h"
-#include "uncertainty/Samples.h"
 
 #include <gtest/gtest.h>
 

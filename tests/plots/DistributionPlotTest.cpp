@@ -1,13 +1,13 @@
 // What a plot draws: every line and label of golden recordings, and the curve against the fit.
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
 #include "plots/PlotLabels.h"
-#include "risk/ValidateAndFit.h"
 #include "tests/plots/TextBoxes.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Recording.h"
 #include "tests/support/TestSession.h"
-#include "uncertainty/BiasAnalysis.h"
 
 #include <algorithm>
 #include <cmath>

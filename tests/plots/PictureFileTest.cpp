@@ -1,8 +1,8 @@
 // Picture files against a picture that was looked at.
 #include "files/PictureFile.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "plots/DistributionPlots.h"
 #include "plots/RiskMapPicture.h"
-#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

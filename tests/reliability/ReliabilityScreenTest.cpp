@@ -1,11 +1,11 @@
 // The reliability worksheet and its plot.
 #include "reliability/ReliabilityScreen.h"
 #include "base/NumberText.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "drawing/Drawing.h"
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilityPlot.h"
 #include "reliability/ReliabilityTexts.h"
-#include "risk/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

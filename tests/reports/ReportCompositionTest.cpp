@@ -7,8 +7,8 @@
 #include "tests/support/RecordedReport.h"
 #include "tests/support/Recording.h"
 
+#include "desk/compute/ProcessTotals.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/ProcessTotals.h"
 
 #include <algorithm>
 

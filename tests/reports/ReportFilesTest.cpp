@@ -1,8 +1,8 @@
 // Reports as files: what other programs get to read.
 #include "reports/ReportFiles.h"
 #include "base/AtomicFile.h"
+#include "desk/files/AnalysisFile.h"
 #include "files/CairoPress.h"
-#include "persistence/AnalysisFile.h"
 #include "persistence/Digest.h"
 #include "reports/RichTextDocument.h"
 #include "tests/reports/Reports.h"

@@ -1,8 +1,8 @@
 // Analyses to be reported.
 #pragma once
 
-#include "risk/ComputePipeline.h"
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/ComputePipeline.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestDesktop.h"
 #include "tests/support/TestPrinter.h"

@@ -1,11 +1,11 @@
 // The baseline screen and the choice of the false accept option.
 #include "risk/BaselineScreen.h"
 #include "base/NumberText.h"
+#include "desk/compute/BaselineDefaults.h"
+#include "desk/compute/RiskConvention.h"
 #include "desk/kit/Session.h"
-#include "persistence/BaselineDefaults.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
-#include "risk/RiskConvention.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

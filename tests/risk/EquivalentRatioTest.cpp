@@ -1,8 +1,8 @@
-#include "risk/EquivalentRatio.h"
-#include "risk/BaselineRisks.h"
-#include "risk/ComputingScreen.h"
-#include "risk/RatioPanels.h"
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/EquivalentRatio.h"
+#include "desk/compute/BaselineRisks.h"
+#include "desk/compute/ComputingScreen.h"
+#include "desk/compute/RatioPanels.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

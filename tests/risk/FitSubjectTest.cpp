@@ -1,9 +1,9 @@
-#include "risk/FitSubject.h"
+#include "desk/compute/FitSubject.h"
 #include "base/NumberText.h"
+#include "desk/compute/Risks.h"
+#include "desk/files/AnalysisFile.h"
 #include "numerics/Distribution.h"
-#include "persistence/AnalysisFile.h"
 #include "risk/FittedSubject.h"
-#include "risk/Risks.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

@@ -1,10 +1,10 @@
 // The risk plot and the map as a user meets them, without Qt.
 #include "risk/sweeps/GuardPlot.h"
+#include "desk/compute/FitMeasuring.h"
+#include "desk/compute/FitSubject.h"
+#include "desk/files/ClearAnalysis.h"
 #include "drawing/Drawing.h"
-#include "persistence/ClearAnalysis.h"
 #include "risk/BaselineScreen.h"
-#include "risk/FitMeasuring.h"
-#include "risk/FitSubject.h"
 #include "risk/guardband/GuardbandScreen.h"
 #include "risk/sweeps/RiskMapScreen.h"
 #include "tests/support/Cases.h"

@@ -1,7 +1,7 @@
 // The worksheet of true and observed % in-tolerance.
 #include "risk/observed/ObservedScreen.h"
 #include "base/NumberText.h"
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

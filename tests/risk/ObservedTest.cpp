@@ -1,4 +1,4 @@
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "risk/observed/ObservedPct.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"

@@ -1,7 +1,7 @@
-#include "risk/Risks.h"
+#include "desk/compute/Risks.h"
+#include "desk/compute/FitMeasuring.h"
+#include "desk/compute/FitSubject.h"
 #include "numerics/AcceptanceIntegral.h"
-#include "risk/FitMeasuring.h"
-#include "risk/FitSubject.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

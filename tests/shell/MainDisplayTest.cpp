@@ -1,5 +1,5 @@
 // What the main screen shows of a record.
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "shell/MainCommands.h"
 #include "shell/Toolbar.h"
 #include "shell/mainscreen/MainScreen.h"

@@ -1,7 +1,7 @@
 // Unsaved work that outlives the program, and files that other programs change meanwhile.
 #include "shell/Recovery.h"
-#include "persistence/AnalysisFile.h"
-#include "risk/ComputePipeline.h"
+#include "desk/compute/ComputePipeline.h"
+#include "desk/files/AnalysisFile.h"
 #include "shell/FileCommands.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"

@@ -1,10 +1,10 @@
 // The bias analysis against a numerical integration of the posterior.
-#include "uncertainty/BiasAnalysis.h"
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/Samples.h"
+#include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/Samples.h"
 
 #include <gtest/gtest.h>
 

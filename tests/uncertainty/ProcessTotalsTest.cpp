@@ -1,4 +1,4 @@
-#include "uncertainty/ProcessTotals.h"
+#include "desk/compute/ProcessTotals.h"
 #include "base/Real.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/Budget.h"

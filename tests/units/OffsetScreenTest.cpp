@@ -1,8 +1,8 @@
 // The tolerance offset worksheet: composition, units, uncertainties, refusals, and what OK takes over.
 #include "units/offset/OffsetScreen.h"
 #include "base/NumberText.h"
-#include "persistence/AnalysisFile.h"
-#include "risk/ValidateAndFit.h"
+#include "desk/compute/ValidateAndFit.h"
+#include "desk/files/AnalysisFile.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/ScriptedChooser.h"

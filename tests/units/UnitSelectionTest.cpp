@@ -1,5 +1,5 @@
 // Boxes of units and the factors that follow from them.
-#include "units/UnitSelection.h"
+#include "desk/files/UnitSelection.h"
 #include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
 

@@ -3,12 +3,12 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
+#include "desk/compute/FollowMode.h"
 #include "desk/kit/Message.h"
 #include "record/KeptFields.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
-#include "units/FollowMode.h"
 #include "units/ToleranceDecimals.h"
 #include "units/offset/Composition.h"
 

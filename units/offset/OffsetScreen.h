@@ -2,9 +2,9 @@
 // parts, in units of their own, and the bias uncertainty that follows.
 #pragma once
 
+#include "desk/files/UnitSelection.h"
 #include "desk/kit/Session.h"
 #include "desk/kit/Worksheet.h"
-#include "units/UnitSelection.h"
 
 namespace metrisk {
 

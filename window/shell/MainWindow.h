@@ -2,8 +2,8 @@
 #pragma once
 
 #include "desk/kit/Desktop.h"
-#include "links/DDE_Form.h"
-#include "links/SocketCarrier.h"
+#include "desk/links/DDE_Form.h"
+#include "desk/links/SocketCarrier.h"
 #include "shell/MainCommands.h"
 #include "shell/mainscreen/MainScreen.h"
 #include "window/kit/QtFileChooser.h"

@@ -1,6 +1,6 @@
 // The window program.
+#include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Session.h"
-#include "persistence/ClearAnalysis.h"
 #include "persistence/SettingsFile.h"
 #include "shell/StartUp.h"
 #include "shell/appearance/SchemeSettings.h"

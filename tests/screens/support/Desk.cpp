@@ -1,6 +1,6 @@
 #include "tests/screens/support/Desk.h"
 
-#include "persistence/ClearAnalysis.h"
+#include "desk/files/ClearAnalysis.h"
 
 #include <QAbstractButton>
 #include <QAction>

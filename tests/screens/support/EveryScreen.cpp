@@ -1,6 +1,7 @@
 #include "tests/screens/support/EveryScreen.h"
 
-#include "links/RunExternalScreen.h"
+#include "desk/compute/ComputingScreen.h"
+#include "desk/links/RunExternalScreen.h"
 #include "plots/ErrorPlotScreen.h"
 #include "plots/ParameterPlotScreens.h"
 #include "reliability/ReliabilityScreen.h"
@@ -8,7 +9,6 @@
 #include "reports/PrintDialogScreen.h"
 #include "reports/ReportOptionsScreen.h"
 #include "risk/BaselineScreen.h"
-#include "risk/ComputingScreen.h"
 #include "risk/EqRatioScreen.h"
 #include "risk/FalseAcceptScreen.h"
 #include "risk/guardband/GuardbandScreen.h"
