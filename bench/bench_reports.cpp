@@ -3,10 +3,10 @@
 #include "bench/Sessions.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/ProcessTotals.h"
+#include "desk/reports/ReportFiles.h"
 #include "files/CairoPress.h"
 #include "files/CairoSurface.h"
 #include "files/PictureFile.h"
-#include "reports/ReportFiles.h"
 #include "uncertainty/ErrorTable.h"
 
 #include <chrono>

@@ -3,8 +3,8 @@
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
+#include "desk/information/SystemInfo.h"
 #include "files/DrawingLibraries.h"
-#include "shell/information/SystemInfo.h"
 
 #include <cstdint>
 

@@ -6,8 +6,8 @@
 #include "cli/Json.h"
 #include "cli/Readers.h"
 #include "desk/compute/ObservingUnit.h"
+#include "desk/observed/ObservedPct.h"
 #include "record/ToleranceUnits.h"
-#include "risk/observed/ObservedPct.h"
 
 namespace metrisk::cli {
 

@@ -9,10 +9,10 @@
 #include "cli/Json.h"
 #include "cli/Readers.h"
 #include "desk/files/UnitSelection.h"
+#include "desk/offset/Composition.h"
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
 #include "units/UnitsDatabase.h"
-#include "units/offset/Composition.h"
 
 namespace metrisk::cli {
 

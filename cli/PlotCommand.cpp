@@ -6,10 +6,10 @@
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
 #include "desk/kit/PlotMessages.h"
+#include "desk/mainscreen/DataGate.h"
+#include "desk/plots/PlotDesk.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
-#include "plots/PlotDesk.h"
-#include "shell/mainscreen/DataGate.h"
 
 namespace metrisk::cli {
 

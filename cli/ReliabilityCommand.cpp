@@ -8,8 +8,8 @@
 #include "cli/Output.h"
 #include "cli/Readers.h"
 #include "desk/kit/Session.h"
+#include "desk/reliability/Reliability.h"
 #include "persistence/SettingsFile.h"
-#include "reliability/Reliability.h"
 
 #include <algorithm>
 #include <cctype>

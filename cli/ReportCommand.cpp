@@ -5,10 +5,10 @@
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
+#include "desk/mainscreen/DataGate.h"
+#include "desk/reports/ReportFiles.h"
 #include "files/CairoPress.h"
 #include "persistence/SettingKeys.h"
-#include "reports/ReportFiles.h"
-#include "shell/mainscreen/DataGate.h"
 
 #include <algorithm>
 

@@ -12,9 +12,9 @@
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/ProcessTotals.h"
 #include "desk/compute/Samples.h"
+#include "desk/uncertainty/SampleColumn.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorTable.h"
-#include "uncertainty/SampleColumn.h"
 
 namespace metrisk::cli {
 

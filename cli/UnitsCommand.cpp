@@ -6,7 +6,7 @@
 #include "cli/Input.h"
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
-#include "shell/StartUp.h"
+#include "desk/shell/StartUp.h"
 #include "units/UnitsDatabase.h"
 #include "units/UnitsTable.h"
 

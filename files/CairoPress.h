@@ -1,7 +1,7 @@
 // Pages and pictures of reports by Cairo and Pango.
 #pragma once
 
-#include "reports/ReportFiles.h"
+#include "desk/reports/ReportFiles.h"
 
 namespace metrisk {
 

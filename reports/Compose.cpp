@@ -3,9 +3,9 @@
 #include "base/Real.h"
 #include "base/Text.h"
 #include "desk/kit/FaultMessages.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "persistence/Digest.h"
 #include "reports/RunningText.h"
-#include "shell/mainscreen/MainScreen.h"
 
 namespace metrisk {
 

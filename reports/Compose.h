@@ -2,8 +2,8 @@
 #pragma once
 
 #include "desk/kit/Session.h"
+#include "desk/reports/ReportSelection.h"
 #include "reports/ReportDocument.h"
-#include "reports/ReportSelection.h"
 
 namespace metrisk {
 

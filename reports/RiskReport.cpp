@@ -2,13 +2,13 @@
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "desk/compute/CurrentFigures.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
 #include "risk/RatioSearch.h"
-#include "shell/mainscreen/MainScreen.h"
 
 #include <algorithm>
 

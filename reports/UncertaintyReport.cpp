@@ -4,11 +4,11 @@
 #include "desk/compute/BiasAnalysis.h"
 #include "desk/compute/CurrentFigures.h"
 #include "desk/compute/ProcessTotals.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
-#include "shell/mainscreen/MainScreen.h"
 #include "uncertainty/Budget.h"
 #include "uncertainty/ErrorTable.h"
 

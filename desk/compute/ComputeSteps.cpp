@@ -9,7 +9,7 @@
 #include "desk/compute/Snapshot.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "risk/EqRatioScreen.h"
+#include "desk/options/EqRatioScreen.h"
 #include "risk/PublishRisks.h"
 #include "risk/RiskMessages.h"
 

@@ -4,7 +4,7 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "reliability/Reliability.h"
+#include "desk/reliability/Reliability.h"
 #include "reliability/TimeUnits.h"
 
 namespace metrisk {

@@ -1,11 +1,11 @@
 // What an answer may do, and what the user is asked, over a carrier without sockets.
 #include "desk/links/DDE_Form.h"
+#include "desk/uncertainty/MTEErrorScreen.h"
 #include "tests/links/PartnerText.h"
 #include "tests/links/ProgramFiles.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestDesktop.h"
-#include "uncertainty/MTEErrorScreen.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The notes of an analysis: their name, their making and their opening.
 #include "desk/files/Notes.h"
-#include "risk/observed/ObservedScreen.h"
+#include "desk/observed/ObservedScreen.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestDesktop.h"

@@ -1,8 +1,8 @@
 // The plot screens: their commands, side by side, and what they say when there is nothing to draw.
-#include "plots/PlotScreen.h"
+#include "desk/plots/PlotScreen.h"
 #include "desk/kit/Message.h"
+#include "desk/plots/PlotDesk.h"
 #include "drawing/Drawing.h"
-#include "plots/PlotDesk.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

@@ -1,5 +1,5 @@
 // The reliability worksheet and its plot.
-#include "reliability/ReliabilityScreen.h"
+#include "desk/reliability/ReliabilityScreen.h"
 #include "base/NumberText.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "drawing/Drawing.h"

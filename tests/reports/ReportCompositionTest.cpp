@@ -1,8 +1,8 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
+#include "desk/reports/ReportFiles.h"
 #include "drawing/Drawing.h"
 #include "reports/Compose.h"
 #include "reports/PagedDocument.h"
-#include "reports/ReportFiles.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/RecordedReport.h"
 #include "tests/support/Recording.h"

@@ -1,5 +1,5 @@
 // Reports as files: what other programs get to read.
-#include "reports/ReportFiles.h"
+#include "desk/reports/ReportFiles.h"
 #include "base/AtomicFile.h"
 #include "desk/files/AnalysisFile.h"
 #include "files/CairoPress.h"

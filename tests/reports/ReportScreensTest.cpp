@@ -1,7 +1,7 @@
 // The way to a report: dialog, options, preview, export.
 #include "base/AtomicFile.h"
-#include "reports/PreviewScreen.h"
-#include "reports/ReportDesk.h"
+#include "desk/reports/PreviewScreen.h"
+#include "desk/reports/ReportDesk.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"

@@ -5,7 +5,7 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/OpenAnalysis.h"
-#include "risk/observed/ObservedPct.h"
+#include "desk/observed/ObservedPct.h"
 #include "tests/support/Cases.h"
 #include "tests/support/SilentSession.h"
 #include "tests/support/TemporaryFolder.h"

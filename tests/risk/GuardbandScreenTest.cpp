@@ -1,5 +1,5 @@
 // The guardband worksheet, its k-factors and texts.
-#include "risk/guardband/GuardbandScreen.h"
+#include "desk/guardband/GuardbandScreen.h"
 #include "base/NumberText.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/ComputeSteps.h"

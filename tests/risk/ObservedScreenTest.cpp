@@ -1,5 +1,5 @@
 // The worksheet of true and observed % in-tolerance.
-#include "risk/observed/ObservedScreen.h"
+#include "desk/observed/ObservedScreen.h"
 #include "base/NumberText.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"

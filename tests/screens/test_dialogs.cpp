@@ -1,9 +1,9 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
+#include "desk/options/EqRatioScreen.h"
+#include "desk/plots/PlotDesk.h"
+#include "desk/reports/ReportDesk.h"
+#include "desk/sweeps/GuardPlot.h"
 #include "drawing/DrawingSurface.h"
-#include "plots/PlotDesk.h"
-#include "reports/ReportDesk.h"
-#include "risk/EqRatioScreen.h"
-#include "risk/sweeps/GuardPlot.h"
 #include "tests/screens/support/Desk.h"
 #include "tests/screens/support/EveryScreen.h"
 #include "window/kit/DialogOver.h"

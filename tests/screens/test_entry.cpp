@@ -1,5 +1,5 @@
 // Entering an analysis on the main screen.
-#include "shell/Toolbar.h"
+#include "desk/shell/Toolbar.h"
 #include "tests/screens/support/Desk.h"
 
 #include <QAction>

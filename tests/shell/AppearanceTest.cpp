@@ -1,8 +1,8 @@
 // Colours and bold texts: in the settings, on their screen, and fonts by the size of the desktop.
+#include "desk/appearance/ColorSchemeScreen.h"
+#include "desk/appearance/SchemeSettings.h"
+#include "desk/appearance/ScreenFonts.h"
 #include "persistence/SettingsFile.h"
-#include "shell/appearance/ColorSchemeScreen.h"
-#include "shell/appearance/SchemeSettings.h"
-#include "shell/appearance/ScreenFonts.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestDesktop.h"

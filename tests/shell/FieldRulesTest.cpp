@@ -1,5 +1,5 @@
 // Typing into the boxes of the main screen: what is kept, how it is shown again, what is refused.
-#include "shell/mainscreen/MainScreen.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

@@ -1,8 +1,8 @@
 // Opening and saving analyses, the questions before losing one, and the way out.
-#include "shell/FileCommands.h"
-#include "shell/RecentFiles.h"
-#include "shell/mainscreen/MainDisplay.h"
-#include "shell/mainscreen/MainScreen.h"
+#include "desk/shell/FileCommands.h"
+#include "desk/mainscreen/MainDisplay.h"
+#include "desk/mainscreen/MainScreen.h"
+#include "desk/shell/RecentFiles.h"
 #include "tests/support/Cases.h"
 #include "tests/support/ScriptedChooser.h"
 #include "tests/support/TemporaryFolder.h"

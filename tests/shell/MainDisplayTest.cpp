@@ -1,9 +1,9 @@
 // What the main screen shows of a record.
 #include "desk/compute/ValidateAndFit.h"
-#include "shell/MainCommands.h"
-#include "shell/Toolbar.h"
-#include "shell/mainscreen/MainScreen.h"
-#include "shell/mainscreen/ToleranceOptions.h"
+#include "desk/mainscreen/MainScreen.h"
+#include "desk/mainscreen/ToleranceOptions.h"
+#include "desk/shell/MainCommands.h"
+#include "desk/shell/Toolbar.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

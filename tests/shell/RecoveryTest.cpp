@@ -1,9 +1,9 @@
 // Unsaved work that outlives the program, and files that other programs change meanwhile.
-#include "shell/Recovery.h"
+#include "desk/shell/Recovery.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/files/AnalysisFile.h"
-#include "shell/FileCommands.h"
-#include "shell/mainscreen/MainScreen.h"
+#include "desk/mainscreen/MainScreen.h"
+#include "desk/shell/FileCommands.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/ScriptedChooser.h"

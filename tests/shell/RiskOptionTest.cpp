@@ -1,6 +1,6 @@
 // The false accept option from the menu, its reminder, and the gate before plots and reports.
-#include "shell/RiskOptionCommand.h"
-#include "shell/mainscreen/DataGate.h"
+#include "desk/mainscreen/DataGate.h"
+#include "desk/shell/RiskOptionCommand.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

@@ -1,6 +1,6 @@
 // What the system tells of itself, and how it is shown.
-#include "shell/information/MemoryStatus.h"
-#include "shell/information/SystemInfoScreen.h"
+#include "desk/information/MemoryStatus.h"
+#include "desk/information/SystemInfoScreen.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestDesktop.h"
 

@@ -1,8 +1,8 @@
 // A printer that keeps what it was given.
 #pragma once
 
+#include "desk/reports/ReportPrinter.h"
 #include "drawing/Drawing.h"
-#include "reports/ReportPrinter.h"
 
 namespace metrisk::testing {
 

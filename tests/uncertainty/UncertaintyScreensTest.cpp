@@ -5,15 +5,15 @@
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/files/OpenAnalysis.h"
+#include "desk/uncertainty/BiasCalcOptionScreen.h"
+#include "desk/uncertainty/CorrelationScreen.h"
+#include "desk/uncertainty/DataEntryScreen.h"
+#include "desk/uncertainty/MTEErrorScreen.h"
 #include "drawing/Drawing.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestSession.h"
-#include "uncertainty/BiasCalcOptionScreen.h"
-#include "uncertainty/CorrelationScreen.h"
-#include "uncertainty/DataEntryScreen.h"
-#include "uncertainty/MTEErrorScreen.h"
 
 #include <gtest/gtest.h>
 

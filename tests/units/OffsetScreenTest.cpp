@@ -1,5 +1,5 @@
 // The tolerance offset worksheet: composition, units, uncertainties, refusals, and what OK takes over.
-#include "units/offset/OffsetScreen.h"
+#include "desk/offset/OffsetScreen.h"
 #include "base/NumberText.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"

@@ -1,5 +1,5 @@
 // The screen of areas and units: what it adds, changes and deletes, and what it refuses.
-#include "units/UnitsScreen.h"
+#include "desk/units/UnitsScreen.h"
 #include "tests/support/Hand.h"
 #include "tests/support/ScriptedChooser.h"
 #include "tests/support/TemporaryFolder.h"

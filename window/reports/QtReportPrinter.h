@@ -1,8 +1,8 @@
 // Reports on paper, by Qt; their files by Cairo.
 #pragma once
 
+#include "desk/reports/ReportPrinter.h"
 #include "files/CairoPress.h"
-#include "reports/ReportPrinter.h"
 
 class QPrinter;
 class QWidget;

@@ -1,7 +1,7 @@
 // The main screen: identification, both parameters, results, options.
 #include "window/shell/Layouts.h"
 
-#include "shell/appearance/ScreenFonts.h"
+#include "desk/appearance/ScreenFonts.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/Widgets.h"
 

@@ -1,7 +1,7 @@
 #include "window/shell/MainWindow.h"
 
 #include "desk/kit/Session.h"
-#include "shell/Toolbar.h"
+#include "desk/shell/Toolbar.h"
 #include "window/kit/DesktopFit.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"

@@ -1,6 +1,6 @@
 #include "window/shell/QtLooks.h"
 
-#include "shell/appearance/ScreenFonts.h"
+#include "desk/appearance/ScreenFonts.h"
 #include "window/kit/DialogOver.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/Widgets.h"

@@ -1,7 +1,7 @@
 #include "window/shell/UnsavedWork.h"
 
 #include "base/TemporaryFile.h"
-#include "shell/mainscreen/MainScreen.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "window/kit/ScreenBinder.h"
 
 #include <QSocketNotifier>

@@ -1,7 +1,7 @@
 // Keeps unsaved work when the desktop, the system or the program ends.
 #pragma once
 
-#include "shell/Recovery.h"
+#include "desk/shell/Recovery.h"
 
 #include <QObject>
 #include <QTimer>

@@ -1,9 +1,9 @@
 // The window program.
+#include "desk/appearance/SchemeSettings.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Session.h"
+#include "desk/shell/StartUp.h"
 #include "persistence/SettingsFile.h"
-#include "shell/StartUp.h"
-#include "shell/appearance/SchemeSettings.h"
 #include "window/kit/QtInteraction.h"
 #include "window/shell/Application.h"
 #include "window/shell/HelpDesk.h"

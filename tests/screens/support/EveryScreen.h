@@ -3,8 +3,8 @@
 
 #include "desk/kit/FileChooser.h"
 #include "desk/kit/Worksheet.h"
-#include "plots/PlotDesk.h"
-#include "reports/ReportDesk.h"
+#include "desk/plots/PlotDesk.h"
+#include "desk/reports/ReportDesk.h"
 
 #include <memory>
 #include <vector>

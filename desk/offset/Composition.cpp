@@ -1,0 +1,26 @@
+#include "desk/offset/Composition.h"
+
+#include "base/DecimalForm.h"
+#include "base/Picture.h"
+#include "base/Real.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+ComposedOffset composeOffset(const OffsetParts& parts, double mode) {
+    const double value = checked(parts.fixed + std::fabs(mode) * parts.pctReading / 100);
+    // A percent is two decimals away from the reading that it is a part of.
+    const int pctDecimals = parts.pctReading == 0 ? 0 : PictureDecimals(parts.pctPicture) + 2;
+    return {value, PictureForDecimals(std::max(PictureDecimals(parts.fixedPicture), pctDecimals))};
+}
+
+std::string fullPicture(double value, std::string_view picture) {
+    if (value == 0 || !std::isfinite(value)) return std::string(picture);
+    const DecimalForm six = DecimalForm::of(value, 6);
+    const int needed = static_cast<int>(six.digits.size()) - six.point;
+    return needed > PictureDecimals(picture) ? PictureForDecimals(needed) : std::string(picture);
+}
+
+} // namespace metrisk

@@ -1,0 +1,45 @@
+// The main screen's menus, and what each of their commands does.
+#pragma once
+
+#include "desk/plots/PlotDesk.h"
+#include "desk/reports/ReportDesk.h"
+#include "desk/shell/FileCommands.h"
+
+#include <functional>
+#include <vector>
+
+namespace metrisk {
+
+class DDE_Form;
+class MainScreen;
+struct ImportTarget;
+struct MenuItem;
+struct Session;
+
+/// Gives the main screen its menus. A command whose screen is not part of the program has nothing to run.
+class MainCommands {
+  public:
+    MainCommands(Session& session, MainScreen& screen, FileChooser& chooser);
+    MainCommands(const MainCommands&) = delete;
+    MainCommands& operator=(const MainCommands&) = delete;
+
+    FileCommands files;
+    PlotDesk plots;
+    ReportDesk reports;
+
+  private:
+    Session& session_;
+    MainScreen& screen_;
+    FileChooser& chooser_;
+
+    /// Nothing where there is no such link.
+    void withErrorLedger(const std::function<void(DDE_Form&)>& action);
+    ImportTarget importTarget();
+    std::vector<MenuItem> fileItems();
+    std::vector<MenuItem> recentItems();
+    std::vector<MenuItem> plotItems();
+    std::vector<MenuItem> optionItems();
+    std::vector<MenuItem> helpItems();
+};
+
+} // namespace metrisk

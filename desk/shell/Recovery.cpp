@@ -1,0 +1,101 @@
+#include "desk/shell/Recovery.h"
+
+#include "base/FlagGuard.h"
+#include "base/Real.h"
+#include "desk/compute/CurrentFigures.h"
+#include "desk/files/AnalysisFile.h"
+#include "desk/files/ClearAnalysis.h"
+#include "desk/kit/Message.h"
+#include "desk/kit/Session.h"
+
+#include <ctime>
+
+namespace metrisk {
+
+namespace {
+
+constexpr const char* recoveryTitle = "Unsaved Work";
+
+std::string timeText(std::int64_t seconds) {
+    const std::time_t time = seconds;
+    std::tm local{};
+    ::localtime_r(&time, &local);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    return text;
+}
+
+} // namespace
+
+Recovery::Recovery(Session& session, std::filesystem::path folder)
+    : session_(session), folder_(folder), copy_(std::move(folder)) {}
+
+/// As it would be saved; of a copy of the record, so that the session's own keeps its figures.
+std::string Recovery::textOf(const Analysis& record) const {
+    Session copy{session_.settings, session_.ui, session_.clock, session_.regional, record};
+    dropStaleFigures(copy);
+    return AnalysisText(copy.record);
+}
+
+void Recovery::hold() {
+    held_ = session_.record;
+}
+
+void Recovery::update(bool changed) {
+    if (!changed) {
+        if (!held_) remove();
+        return;
+    }
+    try {
+        std::string text = textOf(held_.value_or(session_.record));
+        if (text == written_) return;
+        if (copy_.write({session_.record.AnalysisFileName, session_.fileStamp, text}))
+            written_ = std::move(text);
+    } catch (const RuntimeFault&) { // a number that no file can hold
+    }
+}
+
+void Recovery::remove() {
+    copy_.remove();
+    written_.clear();
+}
+
+bool Recovery::open(const AbandonedCopy& copy) {
+    Analysis& r = session_.record;
+    ClearAnalysis(session_);
+    ClearWorksheets(session_);
+    {
+        const FlagGuard loading(r.LoadInProgress);
+        ReadAnalysisText(session_, copy.work.content,
+                         std::filesystem::path(copy.work.name).filename().string());
+    }
+    r.AnalysisFileName = r.AbortFlag ? std::string(untitledName) : copy.work.name;
+    if (r.AbortFlag) return false;
+    session_.fileStamp = copy.work.stamp;
+    r.LastAnalysisName = r.AnalysisFileName;
+    r.RisksNeedCompute = r.BaselineComputed = false;
+    r.FileChanged = true;
+    return true;
+}
+
+bool Recovery::offer(const std::function<void()>& opened) {
+    for (const AbandonedCopy& copy : abandonedCopies(folder_)) {
+        const std::string name = std::filesystem::path(copy.work.name).filename().string();
+        const std::string question = "Metrisk ended before \"" + name +
+                                     "\" was saved. Open the unsaved copy from " + timeText(copy.seconds) +
+                                     "?";
+        const Answer answer =
+            ask(session_.ui, {question, recoveryTitle, BoxButtons::YesNoCancel, Answer::Cancel});
+        std::error_code ignored;
+        if (answer == Answer::No) std::filesystem::remove(copy.path, ignored);
+        if (answer != Answer::Yes || !open(copy)) continue;
+        opened();
+        settled();
+        update(true); // this program's own, before the other is given up
+        if (!copy_.path().empty()) std::filesystem::remove(copy.path, ignored);
+        return true;
+    }
+    return false;
+}
+
+} // namespace metrisk
