@@ -1,7 +1,6 @@
 # A file belongs to the target of its folder: adding one needs no list to be edited.
 
-# Sources and headers of the given folders, without those below screens/, files/ and mathlib/
-# (unless such a folder is itself asked for).
+# Sources and headers of the given folders, without those below mathlib/ (unless that is itself asked for).
 function(metrisk_collect out_sources out_headers)
   set(sources)
   set(headers)
@@ -10,7 +9,7 @@ function(metrisk_collect out_sources out_headers)
          "${PROJECT_SOURCE_DIR}/${folder}/*.cpp" "${PROJECT_SOURCE_DIR}/${folder}/*.h")
     foreach(file IN LISTS found)
       file(RELATIVE_PATH below "${PROJECT_SOURCE_DIR}/${folder}" "${file}")
-      if(below MATCHES "^(.*/)?((screens|files|mathlib)/|main\\.cpp$)" AND NOT folder STREQUAL "desk")
+      if(below MATCHES "^(.*/)?(mathlib/|main\\.cpp$)")
         continue()
       elseif(below MATCHES "\\.h$")
         list(APPEND headers "${file}")

@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 
 install(TARGETS metrisk-cli RUNTIME)
-if(METRISK_SCREENS)
+if(METRISK_WINDOW)
   set(data "${CMAKE_INSTALL_DATAROOTDIR}")
   install(TARGETS metrisk RUNTIME)
   install(FILES packaging/metrisk.desktop DESTINATION ${data}/applications)
@@ -17,7 +17,7 @@ add_custom_command(OUTPUT "${sample_units}"
   COMMAND metrisk-cli units import --replace "${sample_units}" "${PROJECT_SOURCE_DIR}/data/units.csv" > sample-units.log
   DEPENDS metrisk-cli data/units.csv VERBATIM)
 add_custom_target(sample-units ALL DEPENDS "${sample_units}")
-if(METRISK_SCREENS)
+if(METRISK_WINDOW)
   add_dependencies(metrisk sample-units)
 endif()
 install(FILES "${sample_units}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metrisk

@@ -1,6 +1,6 @@
 #include "window/kit/PictureWidget.h"
 
-#include "window/plots/PainterSurface.h"
+#include "window/kit/PainterSurface.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #include "window/kit/PrintPicture.h"
 
 #include "desk/kit/Controls.h"
-#include "window/plots/PainterSurface.h"
+#include "window/kit/PainterSurface.h"
 
 #include <QPainter>
 #include <QPrinter>

@@ -2,7 +2,7 @@
 
 #include "window/kit/DialogOver.h"
 #include "window/kit/Widgets.h"
-#include "window/plots/PainterSurface.h"
+#include "window/kit/PainterSurface.h"
 
 #include <QFontDatabase>
 #include <QImage>

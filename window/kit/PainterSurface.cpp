@@ -1,4 +1,4 @@
-#include "window/plots/PainterSurface.h"
+#include "window/kit/PainterSurface.h"
 
 #include "window/kit/Widgets.h"
 
