@@ -2,12 +2,12 @@
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
 #include "desk/compute/ComputePipeline.h"
-#include "desk/compute/ProcessTotals.h"
 #include "desk/reports/ReportFiles.h"
 #include "files/CairoPress.h"
 #include "files/CairoSurface.h"
 #include "files/PictureFile.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
 
 #include <chrono>
 #include <cstdio>
@@ -27,7 +27,7 @@ struct Reported : BenchSession {
     Reported() : BenchSession(twoSided(90)) {
         record.AnalysisFileName = "bench.mrk";
         EnterError(record, 2, ErrorEntry::Uncertainty, "0.02", {});
-        SumProcessUncertainty(session);
+        SumProcessUncertainty(session.record, session.regional);
         record.RisksNeedCompute = true;
         ComputeResults_Click(session);
     }

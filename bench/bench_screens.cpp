@@ -1,7 +1,6 @@
 // The main screen against an empty window of the same size, in one run on the offscreen platform:
 // time to the first paint, resident memory, time to leave a box, time to open a file.
 // Usage: bench_screens [EXAMPLE.mrk]; the process starts itself anew for each start that it measures.
-#include "desk/compute/Samples.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/guardband/GuardbandScreen.h"
@@ -11,6 +10,7 @@
 #include "desk/sweeps/RiskMapScreen.h"
 #include "desk/uncertainty/MTEErrorScreen.h"
 #include "tests/support/SilentSession.h"
+#include "uncertainty/Samples.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"

@@ -1,11 +1,11 @@
 // The process errors table, its samples and coverage factors against the sums they cannot do without.
 #include "bench/Floor.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/compute/Samples.h"
+#include "desk/compute/RunBiasAnalysis.h"
 #include "numerics/CoverageFactor.h"
 #include "tests/support/SilentSession.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/Samples.h"
 
 #include <cmath>
 #include <vector>
@@ -85,7 +85,7 @@ BENCHMARK(totals);
 void totalsFromTexts(benchmark::State& state) {
     testing::SilentSession silent;
     fill(silent.session);
-    for (auto _ : state) SumProcessUncertainty(silent.session);
+    for (auto _ : state) SumProcessUncertainty(silent.session.record, silent.session.regional);
 }
 BENCHMARK(totalsFromTexts);
 

@@ -2,12 +2,13 @@
 
 #include "base/FlagGuard.h"
 #include "cli/Input.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/files/OpenAnalysis.h"
 #include "desk/kit/Message.h"
+#include "persistence/AnalysisName.h"
+#include "risk/evaluate/CurrentFigures.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -105,7 +106,7 @@ bool saveResults(AnalysisRun& run, const std::string& file, bool force) {
     const std::string target = NormalizeAnalysisName(file);
     std::error_code none;
     if (target == file || force || !std::filesystem::exists(target, none)) {
-        dropStaleFigures(run.session);
+        dropStaleFigures(run.session.record, run.session.regional);
         return run.save(file, file);
     }
     tell(run.ui, {target + " exists; use --force to replace it.", notSavedTitle});

@@ -4,6 +4,7 @@
 #include "cli/Input.h"
 #include "cli/OutputFile.h"
 #include "desk/files/AnalysisFile.h"
+#include "persistence/AnalysisName.h"
 
 #include <filesystem>
 

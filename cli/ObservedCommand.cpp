@@ -8,6 +8,7 @@
 #include "desk/compute/ObservingUnit.h"
 #include "desk/observed/ObservedPct.h"
 #include "record/ToleranceUnits.h"
+#include "risk/observed/ObservingEntries.h"
 
 namespace metrisk::cli {
 

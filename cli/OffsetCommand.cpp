@@ -12,6 +12,7 @@
 #include "desk/offset/Composition.h"
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
+#include "units/UnitFactor.h"
 #include "units/UnitsDatabase.h"
 
 namespace metrisk::cli {

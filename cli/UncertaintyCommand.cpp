@@ -7,14 +7,14 @@
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/ErrorMessages.h"
 #include "desk/compute/FitMeasuring.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/compute/Samples.h"
+#include "desk/compute/RunBiasAnalysis.h"
 #include "desk/uncertainty/SampleColumn.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/Samples.h"
 
 namespace metrisk::cli {
 
@@ -81,7 +81,7 @@ std::optional<Totals> compute(AnalysisRun& run, const Options& options) {
     r.UncertaintyWorksheetOpen = true; // tolerances may well be missing
     if (r.MTE_Offset > 0 && r.MTE_PctInTol > 0) FitMeasuringParameter(run.session);
     r.AbortFlag = false;
-    SumProcessUncertainty(run.session);
+    SumProcessUncertainty(run.session.record, run.session.regional);
     if (r.Stat_Include[1] || r.Stat_Include[2]) {
         RunBiasAnalysis(run.session);
         r.AbortFlag = false;

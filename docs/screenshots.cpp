@@ -2,9 +2,9 @@
 #include "tests/screens/support/Desk.h"
 
 #include "desk/compute/ComputingScreen.h"
-#include "desk/compute/Samples.h"
 #include "links/AppsList.h"
 #include "uncertainty/ErrorRows.h"
+#include "uncertainty/Samples.h"
 #include "units/UnitsDatabase.h"
 #include "window/kit/Widgets.h"
 #include "window/shell/SplashScreen.h"

@@ -1,7 +1,7 @@
 // Pages and pictures of reports by Cairo and Pango.
 #pragma once
 
-#include "desk/reports/ReportFiles.h"
+#include "reports/ReportPress.h"
 
 namespace metrisk {
 

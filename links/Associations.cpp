@@ -1,8 +1,8 @@
 #include "links/Associations.h"
 
 #include "base/AtomicFile.h"
-#include "desk/links/Programs.h"
 #include "links/DesktopEntry.h"
+#include "links/Programs.h"
 
 #include <algorithm>
 #include <cctype>

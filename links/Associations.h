@@ -1,7 +1,7 @@
 // Which program the desktop opens a kind of files with: the association files of the user and the system.
 #pragma once
 
-#include "desk/kit/Desktop.h"
+#include "base/Launch.h"
 
 #include <filesystem>
 #include <span>

@@ -2,10 +2,10 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/Samples.h"
 #include "persistence/ItemWriter.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorRows.h"
+#include "uncertainty/Samples.h"
 
 namespace metrisk {
 namespace {

@@ -3,13 +3,13 @@
 #include "base/NumberText.h"
 #include "base/Picture.h"
 #include "base/Real.h"
-#include "desk/compute/BiasAnalysis.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/SubjectDensity.h"
 #include "record/ToleranceUnits.h"
 #include "risk/FittedSubject.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/Budget.h"
 
 #include <algorithm>

@@ -1,10 +1,6 @@
 #include "reports/Compose.h"
 
-#include "base/Real.h"
 #include "base/Text.h"
-#include "desk/kit/FaultMessages.h"
-#include "desk/mainscreen/MainScreen.h"
-#include "persistence/Digest.h"
 #include "reports/RunningText.h"
 
 namespace metrisk {
@@ -76,14 +72,18 @@ void Composition::unitLine(const char* label, std::initializer_list<std::string>
     document.Text(line);
 }
 
-bool ComposeReport(const Session& session, const ReportSelection& asked, ReportDocument& document,
-                   bool signatureTable) {
-    Session work(session);
-    work.record.AbortFlag = false;
-    const ReportSelection selection = asked.settled();
-    const MainScreen shown(work);
-    Composition composition(work, shown, selection, document, signatureTable);
-    const std::pair<bool, void (*)(Composition&)> sections[] = {
+void Composition::subjectUnitLine() {
+    unitLine("Subject Unit:  ", {record.SU_Manufacturer, record.SU_ModelNumber, record.SU_Description});
+}
+
+void Composition::measuringUnitLine() {
+    unitLine("MTE System:  ", {record.MTE_Manufacturer, record.MTE_ModelNumber, record.MTE_Description});
+}
+
+bool compose(Composition& composition) {
+    const ReportSelection& selection = composition.selection;
+    ReportDocument& document = composition.document;
+    const std::pair<bool, bool (*)(Composition&)> sections[] = {
         {selection.Report_IncludeRisk, ComposeRiskReport},
         {selection.Report_IncludePlots, ComposeParameterPlots},
         {selection.Report_IncludeUncertainty, ComposeUncertaintyReport},
@@ -92,17 +92,16 @@ bool ComposeReport(const Session& session, const ReportSelection& asked, ReportD
     document.FontName = selection.Report_FontName; // before StartDoc: a file may name it at its head
     document.StartDoc();
     bool any = false;
-    for (const auto& [included, compose] : sections) {
+    for (const auto& [included, composeSection] : sections) {
         if (!included) continue;
         if (any) document.NewPage();
         any = true;
         try {
-            compose(composition);
+            if (!composeSection(composition)) return false;
         } catch (const RuntimeFault& fault) {
-            tellFault(work.ui, fault);
-            work.record.AbortFlag = true;
+            composition.watch.failed(fault);
+            return false;
         }
-        if (work.record.AbortFlag) return false;
     }
     ComposeOrigin(composition);
     document.EndDoc();

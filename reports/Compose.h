@@ -1,30 +1,36 @@
 // The composition of a report: its sections, one after the other.
 #pragma once
 
-#include "desk/kit/Session.h"
-#include "desk/reports/ReportSelection.h"
+#include "base/Box.h"
+#include "base/Clock.h"
+#include "base/FunctionRef.h"
+#include "base/Real.h"
+#include "record/Analysis.h"
+#include "record/AnalysisTexts.h"
 #include "reports/ReportDocument.h"
+#include "reports/ReportSelection.h"
 
 namespace metrisk {
 
-class MainScreen;
+/// What a composition asks of whoever wants the report.
+struct ComposeWatch {
+    FunctionRef<bool()> fitSubject;         // in the record; false, the reason told, if there is no fit
+    FunctionRef<bool()> fitMeasuring;       // the same
+    FunctionRef<void(const Message&)> tell; // what is amiss
+    FunctionRef<void(const RuntimeFault&)> failed; // a numeric fault ended the composition
+};
 
-/// What all sections of one report share. The session is a copy of the program's: fits and plots change its
-/// record, not the analysis.
+/// What all sections of one report share.
 struct Composition {
-    Session& session;
-    const MainScreen& shown; // the main screen's texts, which a report repeats
+    Analysis& record; // a copy: fits and zooms change it
+    const Regional& regional;
+    const Moment now;
     const ReportSelection& selection;
     ReportDocument& document;
-    bool signatureTable; // the sign-off is a table: on screen and in files
+    const bool signatureTable; // the sign-off is a table: on screen and in files
+    const ComposeWatch& watch;
+    const AnalysisTexts shown = textsOf(record, regional); // as the main screen shows the entries
     bool exportBegun = false;
-
-    Composition(Session& itsSession, const MainScreen& screen, const ReportSelection& itsSelection,
-                ReportDocument& itsDocument, bool table)
-        : session(itsSession), shown(screen), selection(itsSelection), document(itsDocument),
-          signatureTable(table) {}
-
-    const Analysis& record() const { return session.record; }
 
     /// Font, size and weight of what follows.
     void style(double size, bool bold);
@@ -35,21 +41,22 @@ struct Composition {
     void running(const char* sectionHeader);
     /// "Subject Unit:  " and the names, parted by two blanks.
     void unitLine(const char* label, std::initializer_list<std::string> names);
+    void subjectUnitLine();
+    void measuringUnitLine();
 };
 
-/// Each appends its section. A numeric fault raises RuntimeFault.
-void ComposeRiskReport(Composition& composition);
-void ComposeParameterPlots(Composition& composition);
-void ComposeUncertaintyReport(Composition& composition);
-void ComposeErrorPlot(Composition& composition);
+/// Each appends its section. A numeric fault raises RuntimeFault. False if a plot has no fit.
+bool ComposeRiskReport(Composition& composition);
+bool ComposeParameterPlots(Composition& composition);
+bool ComposeUncertaintyReport(Composition& composition);
+bool ComposeErrorPlot(Composition& composition);
 
 /// Where a report comes from, in small print at its end: program, convention, date, fingerprint of the
 /// inputs.
 void ComposeOrigin(Composition& composition);
 
-/// Composes the whole document from StartDoc to EndDoc. False if that failed: the user has been told, and the
-/// document is to be dropped. The session does not change.
-bool ComposeReport(const Session& session, const ReportSelection& selection, ReportDocument& document,
-                   bool signatureTable);
+/// Composes the whole document from StartDoc to EndDoc. False if that failed, which has been told; the
+/// document is to be dropped then.
+bool compose(Composition& composition);
 
 } // namespace metrisk

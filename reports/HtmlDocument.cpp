@@ -1,7 +1,7 @@
 #include "reports/HtmlDocument.h"
 
+#include "base/Digest.h"
 #include "base/Text.h"
-#include "persistence/Digest.h"
 
 #include <algorithm>
 #include <cmath>

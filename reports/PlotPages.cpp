@@ -1,7 +1,4 @@
 // The plots of a report: both parameters, and the error of the measurement process.
-#include "desk/compute/FitMeasuring.h"
-#include "desk/compute/FitSubject.h"
-#include "desk/kit/Message.h"
 #include "drawing/SubSurface.h"
 #include "plots/DistributionPlots.h"
 #include "reports/Compose.h"
@@ -27,7 +24,7 @@ double zoomFactor(float percent) {
 void plotPage(Composition& c, const char* caption, double height, DistributionPlot&& computed) {
     const auto plot = std::make_shared<const DistributionPlot>(std::move(computed));
     if (!plot->holdsData()) {
-        tell(c.session.ui, noData);
+        c.watch.tell(noData);
         return;
     }
     ReportDocument& d = c.document;
@@ -38,7 +35,7 @@ void plotPage(Composition& c, const char* caption, double height, DistributionPl
     d.DrawPicture(
         {.description = std::string(caption) + ": " + plot->title,
          .paint =
-             [plot, regional = c.session.regional, family = d.FontName](DrawingSurface& whole) {
+             [plot, regional = c.regional, family = d.FontName](DrawingSurface& whole) {
                  SubSurface surface(whole, {0, 0}, whole.deviceWidth(), whole.deviceHeight(), pictureZoom);
                  surface.setFamily(family);
                  DrawDistributionPlot(surface, *plot, regional);
@@ -46,34 +43,29 @@ void plotPage(Composition& c, const char* caption, double height, DistributionPl
         (d.PageWidth - pictureWidth) / 2, d.CurrentY, pictureWidth, height);
 }
 
-/// The curve after a fit; a plot without data where that fails.
-DistributionPlot fitted(Composition& c, const char* scope, void (*fit)(Session&),
-                        DistributionPlot (*plot)(const Analysis&, const Regional&)) {
-    c.session.record.ComputeScope = scope;
-    fit(c.session);
-    if (c.session.record.AbortFlag) return {};
-    return plot(c.record(), c.session.regional);
-}
-
 } // namespace
 
-void ComposeParameterPlots(Composition& c) {
+bool ComposeParameterPlots(Composition& c) {
     c.running("Measurement Decision Risk Analysis||Parameter Bias Distributions");
-    Analysis& r = c.session.record;
+    Analysis& r = c.record;
     r.SUPlot_Zoom = zoomFactor(c.selection.Report_SUZoom);
     r.MTEPlot_Zoom = zoomFactor(c.selection.Report_MTEZoom);
+    const bool subject = r.SU_PctInTol > 0;
+    if (subject && !c.watch.fitSubject()) return false;
     plotPage(c, "Subject Parameter", parameterHeight,
-             r.SU_PctInTol > 0 ? fitted(c, "SU", FitSubjectParameter, subjectPlot) : DistributionPlot{});
-    if (r.AbortFlag) return;
+             subject ? subjectPlot(r, c.regional) : DistributionPlot{});
+    const bool measuring = r.MTE_PctInTol > 0;
+    if (measuring && !c.watch.fitMeasuring()) return false;
     plotPage(c, "Measuring Parameter", parameterHeight,
-             r.MTE_PctInTol > 0 ? fitted(c, "MTE", FitMeasuringParameter, measuringPlot)
-                                : DistributionPlot{});
+             measuring ? measuringPlot(r, c.regional) : DistributionPlot{});
+    return true;
 }
 
-void ComposeErrorPlot(Composition& c) {
+bool ComposeErrorPlot(Composition& c) {
     c.running("Measurement Decision Risk Analysis||Measurement Process Error Distribution");
-    c.session.record.ErrorPlot_Zoom = zoomFactor(c.selection.Report_ErrorZoom);
-    plotPage(c, "Measurement Process Error", errorHeight, errorPlot(c.record(), c.session.regional));
+    c.record.ErrorPlot_Zoom = zoomFactor(c.selection.Report_ErrorZoom);
+    plotPage(c, "Measurement Process Error", errorHeight, errorPlot(c.record, c.regional));
+    return true;
 }
 
 } // namespace metrisk

@@ -1,14 +1,14 @@
 // The risk analysis report.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "desk/compute/CurrentFigures.h"
-#include "desk/mainscreen/MainScreen.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
 #include "risk/RatioSearch.h"
+#include "risk/evaluate/CurrentFigures.h"
+#include "risk/evaluate/ExactRemarks.h"
 
 #include <algorithm>
 
@@ -43,7 +43,7 @@ void table(Composition& c, const Rows& rows) {
 
 void title(Composition& c) {
     ReportDocument& d = c.document;
-    const Analysis& r = c.record();
+    const Analysis& r = c.record;
     c.running("Measurement Decision Risk Analysis||Summary Report");
     c.style(10, false);
     d.CurrentY = std::max(firstLine + d.MarginTop - normalTop, d.headerBottom());
@@ -62,7 +62,7 @@ void title(Composition& c) {
         d.Text("Analysis File Name:  " + r.AnalysisFileName);
     }
     c.style(10, false);
-    d.Text(longDate(c.session.clock.now()));
+    d.Text(longDate(c.now));
     c.rule();
     c.lineFeed();
 }
@@ -76,9 +76,9 @@ void block(Composition& c, double size, const char* heading) {
 }
 
 /// That of a unit under test or in use.
-void unitBlock(Composition& c, const char* label, std::initializer_list<std::string> names) {
+void unitBlock(Composition& c, void (Composition::*line)()) {
     c.style(11, true);
-    c.unitLine(label, names);
+    (c.*line)();
     c.style(11, false);
     c.lineFeed();
     c.style(10, false);
@@ -86,67 +86,64 @@ void unitBlock(Composition& c, const char* label, std::initializer_list<std::str
 }
 
 std::string physicalLimit(const Composition& c) {
-    const Analysis& r = c.record();
+    const Analysis& r = c.record;
     if (r.OptTwoSided) {
         if (r.SU_Distribution == "Normal") return "Unlimited";
         // No other two-sided distribution than the LogNormal has one.
         if (r.SU_Distribution != "LogNormal") return "";
-        return withUnits(FormatNumber(r.PhysicalLimit, WidenPicture(r.PhysicalLimit, r.PhysicalLimit_fmt),
-                                      c.session.regional),
-                         r.NominalUnits);
+        return withUnits(
+            FormatNumber(r.PhysicalLimit, WidenPicture(r.PhysicalLimit, r.PhysicalLimit_fmt), c.regional),
+            r.NominalUnits);
     }
     if (!r.PhysLimitRequired || !r.PhysicalLimitEntered) return "";
-    return r.OptSingleUpper ? c.shown.LowerLimitBox.text : c.shown.UpperLimitBox.text;
+    return r.OptSingleUpper ? c.shown.lowerLimit : c.shown.upperLimit;
 }
 
 void subjectUnit(Composition& c) {
-    const Analysis& r = c.record();
-    const MainScreen& s = c.shown;
-    unitBlock(c, "Subject Unit:  ", {s.SystemIDBox.text, s.SUModelNumberBox.text, s.SUDescriptionBox.text});
+    const Analysis& r = c.record;
+    unitBlock(c, &Composition::subjectUnitLine);
     Rows rows(twoColumns);
-    rows.add("Parameter:", s.ParameterIDBox.text);
-    rows.add("Qualifier 1:", s.Qualifier1Box.text);
-    rows.add("Qualifier 2:", s.Qualifier2Box.text);
+    rows.add("Parameter:", r.SU_ParameterName);
+    rows.add("Qualifier 1:", r.SU_Qualifier1);
+    rows.add("Qualifier 2:", r.SU_Qualifier2);
     rows.add("Measurement Area:", r.MeasurementArea);
     rows.add("Distribution:", r.SU_Distribution == "LogNormal" ? "Lognormal" : r.SU_Distribution);
-    if (r.SU_PctInTol != 0) rows.add("Percent In-Tolerance:", shortFigure(r.SU_PctInTol, c.session.regional));
+    if (r.SU_PctInTol != 0) rows.add("Percent In-Tolerance:", shortFigure(r.SU_PctInTol, c.regional));
     rows.add("Physical Limit:", physicalLimit(c));
-    rows.add("Nominal or Reading Value:", s.ModeBox.text);
+    rows.add("Nominal or Reading Value:", c.shown.mode);
     const std::string suffix = r.ShowLimits ? " Limit:" : ":";
-    if (!r.OptSingleLower) rows.add("Upper Tolerance" + suffix, s.UpperLimitBox.text);
-    if (!r.OptSingleUpper) rows.add("Lower Tolerance" + suffix, s.LowerLimitBox.text);
+    if (!r.OptSingleLower) rows.add("Upper Tolerance" + suffix, c.shown.upperLimit);
+    if (!r.OptSingleUpper) rows.add("Lower Tolerance" + suffix, c.shown.lowerLimit);
     table(c, rows);
     c.document.IndentLeft = 0;
     c.lineFeed();
 }
 
 void measuringSystem(Composition& c) {
-    const Analysis& r = c.record();
-    const MainScreen& s = c.shown;
-    const Regional& regional = c.session.regional;
-    unitBlock(c,
-              "MTE System:  ", {s.MTESystemIDBox.text, s.MTEModelNumberBox.text, s.MTEDescriptionBox.text});
+    const Analysis& r = c.record;
+    const Regional& regional = c.regional;
+    unitBlock(c, &Composition::measuringUnitLine);
     Rows rows(twoColumns);
-    rows.add("Parameter:", s.MTEParameterIDBox.text);
-    rows.add("Qualifier 1:", s.MTEQualifier1Box.text);
-    rows.add("Qualifier 2:", s.MTEQualifier2Box.text);
+    rows.add("Parameter:", r.MTE_ParameterName);
+    rows.add("Qualifier 1:", r.MTE_Qualifier1);
+    rows.add("Qualifier 2:", r.MTE_Qualifier2);
     rows.add("Measurement Area:", r.MeasurementArea);
-    const auto amount = [&](double value, const TextBox& box) {
-        return value == 0 ? withUnits("0", r.MTE_ToleranceUnits) : withUnits(box.text, r.MTE_ToleranceUnits);
+    const auto amount = [&](double value, const std::string& text) {
+        return value == 0 ? withUnits("0", r.MTE_ToleranceUnits) : withUnits(text, r.MTE_ToleranceUnits);
     };
     if (r.MTE_EntryByUncertainty) {
-        rows.add("Standard Uncertainty:", amount(r.MTE_StdUncertainty, s.MTEFixedOffsetBox));
-        rows.add("Expanded Uncertainty:", amount(r.MTE_Offset, s.MTEOffsetBox));
+        rows.add("Standard Uncertainty:", amount(r.MTE_StdUncertainty, c.shown.measuringFixed));
+        rows.add("Expanded Uncertainty:", amount(r.MTE_Offset, c.shown.measuringOffset));
         rows.add("Confidence Level:", figureText(r.MTE_PctInTol, 4, regional) + " %");
         rows.add("Degrees of Freedom:", freedomText(r.MTE_DegFreedom, "General Number", regional));
         rows.add("Coverage Factor:", FormatNumber(r.MTE_kFactor, "##0.####", regional));
     } else {
         if (!measuringPartsAreOthers(r)) {
-            rows.add("Fixed Limit:", amount(r.MTE_FixedOffset, s.MTEFixedOffsetBox));
+            rows.add("Fixed Limit:", amount(r.MTE_FixedOffset, c.shown.measuringFixed));
             rows.add("Percent of Reading:", shortFigure(r.MTE_PctReading, regional));
         }
         rows.add("Percent In-Tolerance:", shortFigure(r.MTE_PctInTol, regional));
-        rows.add("Tolerance Limit:", amount(r.MTE_Offset, s.MTEOffsetBox));
+        rows.add("Tolerance Limit:", amount(r.MTE_Offset, c.shown.measuringOffset));
     }
     table(c, rows);
     c.document.IndentLeft = 0;
@@ -154,8 +151,8 @@ void measuringSystem(Composition& c) {
 }
 
 void baseline(Composition& c) {
-    const Analysis& r = c.record();
-    const Regional& regional = c.session.regional;
+    const Analysis& r = c.record;
+    const Regional& regional = c.regional;
     block(c, 11, "Analysis Baseline:");
     Rows rows(twoColumns);
     if (r.UserOption == "Z540") {
@@ -172,13 +169,13 @@ void baseline(Composition& c) {
 }
 
 void guardbands(Composition& c) {
-    const Analysis& r = c.record();
+    const Analysis& r = c.record;
     if (!r.IncludeGuardbands) return;
     c.lineFeed();
     block(c, 12, r.OptTwoSided ? "Tolerance Guardbands:" : "Tolerance Guardband:");
     Rows rows(twoColumns);
-    if (!r.OptSingleUpper) rows.add("Lower Limit Multiplier:", c.shown.txt_GuardbandMultiplier_1.text);
-    if (!r.OptSingleLower) rows.add("Upper Limit Multiplier:", c.shown.txt_GuardbandMultiplier_0.text);
+    if (!r.OptSingleUpper) rows.add("Lower Limit Multiplier:", c.shown.lowerMultiplier);
+    if (!r.OptSingleLower) rows.add("Upper Limit Multiplier:", c.shown.upperMultiplier);
     table(c, rows);
     c.document.IndentLeft = 0;
 }
@@ -200,9 +197,9 @@ std::string withoutGroups(double ratio, const Regional& regional) {
 
 /// A figure of other entries must not be taken for one of these.
 void results(Composition& c) {
-    const Analysis& r = c.record();
-    const Regional& regional = c.session.regional;
-    const CurrentFigures current = currentFigures(c.session);
+    const Analysis& r = c.record;
+    const Regional& regional = c.regional;
+    const CurrentFigures current = currentFigures(r, regional);
     const bool risks = current.risks && (r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0);
     const bool ratio = current.ratio && (r.EqAccRat != 0 || current.noSuchRatio);
     c.document.BeginBlock(resultsHeight);
@@ -239,20 +236,21 @@ void results(Composition& c) {
         c.document.Text(r.EqRatioOnFalseAccept ? "**  Keyed to False Accept Risk"
                                                : "**  Keyed to False Reject Risk");
     // Where exact integration would show another figure, the reader is told as the user is.
-    const auto remark = [&](const char* figure, const Label& line) {
-        if (line.visible && !line.text.empty()) c.document.Text(std::string(figure) + ": " + line.text);
+    const ExactRemarks exact = exactRemarksOf(r, regional);
+    const auto remark = [&](const char* figure, const std::string& text) {
+        if (!text.empty()) c.document.Text(std::string(figure) + ": " + text);
     };
     if (risks) {
-        remark("False Accept Risk", c.shown.Lbl_ExactAccept);
-        remark("False Reject Risk", c.shown.Lbl_ExactReject);
+        remark("False Accept Risk", exact.falseAccept);
+        remark("False Reject Risk", exact.falseReject);
     }
-    if (ratio) remark("Equivalent Accuracy Ratio", c.shown.Lbl_ExactRatio);
+    if (ratio) remark("Equivalent Accuracy Ratio", exact.ratio);
     c.document.IndentLeft = 0;
     c.document.CurrentY += 90;
 }
 
 void remarks(Composition& c) {
-    const Analysis& r = c.record();
+    const Analysis& r = c.record;
     if (!r.IncludeRemarks || r.Remarks.empty()) return;
     c.style(10, true);
     c.document.Text("Remarks:  ");
@@ -310,7 +308,7 @@ void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
 }
 
 void signOff(Composition& c) {
-    const Analysis& r = c.record();
+    const Analysis& r = c.record;
     std::vector<SignOff> lines;
     if (r.IncludeSubmitter)
         lines.push_back({"Submitted By:", nameAndDepartment(r.Submitter, r.IncludeDepartment, r.Department)});
@@ -330,7 +328,7 @@ void signOff(Composition& c) {
 
 } // namespace
 
-void ComposeRiskReport(Composition& composition) {
+bool ComposeRiskReport(Composition& composition) {
     title(composition);
     subjectUnit(composition);
     measuringSystem(composition);
@@ -339,6 +337,7 @@ void ComposeRiskReport(Composition& composition) {
     results(composition);
     remarks(composition);
     signOff(composition);
+    return true;
 }
 
 } // namespace metrisk

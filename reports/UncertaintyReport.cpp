@@ -1,16 +1,15 @@
 // The uncertainty analysis report. Its figures are in tolerance units of the measuring parameter.
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/CurrentFigures.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/mainscreen/MainScreen.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
 #include "reports/ReportFigures.h"
 #include "reports/TableMarkup.h"
+#include "risk/evaluate/CurrentFigures.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/Budget.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
 
 namespace metrisk {
 
@@ -24,8 +23,8 @@ constexpr int lastCorrelated = 10;
 
 struct Uncertainties {
     Composition& c;
-    const Analysis& r = c.record();
-    const Regional& regional = c.session.regional;
+    const Analysis& r = c.record;
+    const Regional& regional = c.regional;
     const ToleranceUnits units = measuringUnits(r);
 
     void heading(const char* text) {
@@ -59,14 +58,12 @@ struct Uncertainties {
         c.style(12, true);
         c.document.Text("Measurement Uncertainty Analysis");
         c.style(10, false);
-        c.document.Text(longDate(c.session.clock.now()));
+        c.document.Text(longDate(c.now));
         c.rule();
         c.lineFeed();
-        const MainScreen& s = c.shown;
         c.style(11, true);
-        c.unitLine("Subject Unit:  ", {s.SystemIDBox.text, s.SUModelNumberBox.text, s.SUDescriptionBox.text});
-        c.unitLine("MTE System:  ",
-                   {s.MTESystemIDBox.text, s.MTEModelNumberBox.text, s.MTEDescriptionBox.text});
+        c.subjectUnitLine();
+        c.measuringUnitLine();
     }
 
     double measuringSigma() const {
@@ -76,16 +73,15 @@ struct Uncertainties {
     void biasUncertainties(bool postTest) {
         heading(postTest ? "Pre-Test Bias Uncertainty Estimates" : "Bias Uncertainties");
         const std::string end = "|" + std::string(units.name) + ";";
-        const MainScreen& s = c.shown;
         const auto limit = [&](double offset, const std::string& picture, bool exists) {
             return exists ? inPicture(offset, picture) : "";
         };
         std::string rows =
             "Subject Parameter|" + limit(r.SU_LowerOffset, r.SU_LowerOffset_fmt, !r.OptSingleUpper) + "|" +
-            limit(r.SU_UpperOffset, r.SU_UpperOffset_fmt, !r.OptSingleLower) + "|" + s.PctInTolBox.text +
+            limit(r.SU_UpperOffset, r.SU_UpperOffset_fmt, !r.OptSingleLower) + "|" + c.shown.subjectPct +
             "|" + (r.SubjectFitValid ? figure(r.SU_Sigma) : notComputedText) + end;
-        rows += "Measuring Parameter|" + s.MTEOffsetBox.text + "|" + s.MTEOffsetBox.text + "|" +
-                s.MTEPctInTolBox.text + "|" +
+        rows += "Measuring Parameter|" + c.shown.measuringOffset + "|" + c.shown.measuringOffset + "|" +
+                c.shown.measuringPct + "|" +
                 (r.MTE_StdUncertainty > 0 ? figure(measuringSigma()) : notComputedText) + end;
         headedTable("<3240|^1440|^1440|^1440|^1440|^770;",
                     "|Lower|Upper|% In-|Bias| ;Parameter|Limit|Limit|Tolerance|Uncertainty|Units;", rows);
@@ -175,7 +171,7 @@ struct Uncertainties {
 
 } // namespace
 
-void ComposeUncertaintyReport(Composition& composition) {
+bool ComposeUncertaintyReport(Composition& composition) {
     Uncertainties report{composition};
     const bool bias = report.r.SMPC_Computed && BiasResultsStand(report.r, report.regional);
     report.head();
@@ -183,6 +179,7 @@ void ComposeUncertaintyReport(Composition& composition) {
     report.processUncertainties();
     report.biasAnalysis(bias);
     report.correlations();
+    return true;
 }
 
 } // namespace metrisk

@@ -1,9 +1,9 @@
 #include "selfcheck/CheckPage.h"
 
 #include "base/AtomicFile.h"
+#include "base/Digest.h"
 #include "base/NumberFormat.h"
 #include "drawing/DrawingSurface.h"
-#include "persistence/Digest.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,8 +1,6 @@
 #include "selfcheck/SelfCheck.h"
 
 #include "base/Real.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/compute/Samples.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/mathlib/InvNorm.h"
 #include "numerics/mathlib/Normal.h"
@@ -13,6 +11,8 @@
 #include "risk/RiskModel.h"
 #include "risk/SubjectFit.h"
 #include "risk/exact/ExactRisks.h"
+#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/Samples.h"
 
 #include <algorithm>
 #include <charconv>

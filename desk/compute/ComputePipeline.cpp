@@ -4,11 +4,11 @@
 #include "base/Real.h"
 #include "desk/compute/ComputeSteps.h"
 #include "desk/compute/ComputingScreen.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "risk/PublishRisks.h"
+#include "risk/Snapshot.h"
 
 namespace metrisk {
 
@@ -37,8 +37,8 @@ void computeResults(Session& session) {
     session.ui.yield();
     r.Computing = true;
     r.EntryBoxChanged = false;
-    CompareWithSnapshot(session);
-    CompareBaseline(session);
+    CompareWithSnapshot(session.record);
+    CompareBaseline(session.record);
     if (!r.DirectCompute && !r.DirectComputeChanged && everythingUnchanged(r)) {
         r.AbortFlag = true;
         tell(session.ui, notRequired);

@@ -6,12 +6,12 @@
 #include "base/RiskText.h"
 #include "desk/compute/ComputingScreen.h"
 #include "desk/compute/EquivalentRatio.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "desk/options/EqRatioScreen.h"
 #include "risk/PublishRisks.h"
 #include "risk/RiskMessages.h"
+#include "risk/Snapshot.h"
 
 #include <string>
 

@@ -2,10 +2,10 @@
 
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
-#include "desk/compute/ProcessTotals.h"
 #include "desk/kit/Session.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
 #include <cmath>
@@ -47,7 +47,9 @@ void followModeInUnits(Session& session) {
         if (subjectUnits(r).isPpm()) r.SU_TolUnitsFactor = factor;
         if (measuringUnits(r).isPpm() && r.MTE_TolUnitsFactor != factor) {
             r.MTE_TolUnitsFactor = factor;
-            SumProcessUncertainty(session); // the table's figures are parts of the reading, and stay so
+            SumProcessUncertainty(
+                session.record,
+                session.regional); // the table's figures are parts of the reading, and stay so
         }
     }
     UpdateToleranceDecimals(r);

@@ -7,10 +7,6 @@
 
 namespace metrisk {
 
-bool anotherUnitObserves(const Analysis& record) {
-    return record.Obs_ObservingUnitOption == otherUnit && record.Obs_Offset != 0;
-}
-
 bool FitObservingUnit(Session& session) {
     Analysis& r = session.record;
     r.MTE_PctInTol = 100 * r.Obs_AOP;

@@ -3,15 +3,7 @@
 
 namespace metrisk {
 
-struct Analysis;
 struct Session;
-
-/// Values of Obs_ObservingUnitOption.
-inline constexpr int otherUnit = 0;
-inline constexpr int currentUnit = 1;
-
-/// Another unit has observed; without a tolerance it is no unit.
-bool anotherUnitObserves(const Analysis& record);
 
 /// Fits the measuring parameter anew with the tolerance and % in-tolerance of the other unit, which then
 /// stand in MTE_Offset and MTE_PctInTol. False if validation refuses them, in its own words where it speaks,

@@ -5,6 +5,7 @@
 #include "desk/files/UnitSelection.h"
 #include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
+#include "units/UnitFactor.h"
 #include "units/UnitsDatabase.h"
 
 #include <algorithm>

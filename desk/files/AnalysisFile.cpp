@@ -1,15 +1,7 @@
 #include "desk/files/AnalysisFile.h"
 
-#include "base/Real.h"
-#include "base/Text.h"
-#include "desk/files/LoadSteps.h"
 #include "desk/kit/Message.h"
-#include "persistence/AnalysisLayout.h"
-#include "persistence/ItemReader.h"
-#include "persistence/ItemWriter.h"
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -19,19 +11,11 @@
 namespace metrisk {
 namespace {
 
-constexpr const char* untitledFile = "(UNTITLED).MRK";
-constexpr const char* fileMark = "MTRISK";
-constexpr std::array<float, 13> readableVersions = {1.0F,  1.1F, 1.11F, 1.12F, 1.13F,  1.14F, 1.15F,
-                                                    1.16F, 1.2F, 1.5F,  1.51F, 1.511F, 1.512F};
-
 constexpr const char* notAnAnalysis = "Not a valid Analysis file.";
 constexpr const char* invalidStructure = "Invalid file structure.";
 constexpr const char* writeError = "Error Writing Analysis Data";
 constexpr const char* olderVersion =
     "This file is from an earlier version of Metrisk.  If saved, it will be converted to Metrisk 1.6 format";
-
-/// Beyond any analysis: with 200 samples a parameter a file has some 20 thousand characters.
-constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
 void refuse(Session& session, const std::string& name, const char* text,
             BoxIcon icon = BoxIcon::Exclamation) {
@@ -71,89 +55,39 @@ bool convertOlderVersion(Session& session) {
     return session.ui.show(box) == Answer::Ok;
 }
 
-ReadOutcome readContent(Session& session, std::string_view content) {
-    Analysis& record = session.record;
-    bool changed = false;
-    ItemReader file(content, [&](LayoutPoint point) { changed |= runLoadStep(session, point); });
-    try {
-        std::string mark;
-        file.item(mark);
-        if (mark != fileMark) return {ReadFault::NotAnAnalysis};
-        float version = 0;
-        file.item(version);
-        if (std::ranges::find(readableVersions, version) == readableVersions.end())
-            return {ReadFault::UnknownVersion};
-        file.setVersion(version);
-        if (version == versionWithoutTable && !convertOlderVersion(session)) return {ReadFault::Declined};
-        if (content.size() > largestFile) return {ReadFault::TooLarge};
-
-        record.Remarks.clear();
-        record.BaselineComputed = false;
-        layoutAnalysis(file, record);
-        changed |= finishLoad(session);
-        record.FileChanged = changed || version <= versionWithoutWorksheets;
-        record.ResultsStale = false;
-        return {};
-    } catch (const RuntimeFault&) {
-        return {ReadFault::Damaged, file.lineNumber()};
+/// The notes of the reading come after the wait pointer, and before what ended it.
+ReadOutcome readContent(Session& session, std::string content) {
+    const auto convert = [&session] { return convertOlderVersion(session); };
+    const auto repaint = [&session] {
+        session.ui.repaintMainScreen();
+        session.ui.yield();
+    };
+    ParseResult result;
+    {
+        const WaitPointer wait(session.ui);
+        result = parseAnalysis(session.record, std::move(content), session.regional, {convert, repaint});
     }
-}
-
-/// Every other fault ends here, under the wait pointer; its box comes after it.
-ReadOutcome tryContent(Session& session, std::string content) {
-    const WaitPointer wait(session.ui);
-    try {
-        content = toUtf8(std::move(content));
-        return readContent(session, withoutByteOrderMark(content));
-    } catch (const std::exception&) {
-        return {ReadFault::Unreadable};
-    }
-}
-
-bool endsCaseBlind(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && equalCaseBlind(text.substr(text.size() - end.size()), end);
+    for (const Message& note : result.notes) tell(session.ui, note);
+    return result.outcome;
 }
 
 } // namespace
 
 ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::string& name) {
     session.record.AbortFlag = false;
-    return refused(session, name, tryContent(session, std::move(content)));
+    return refused(session, name, readContent(session, std::move(content)));
 }
 
 ReadOutcome ReadAnalysis(Session& session, const std::string& path) {
     std::optional<std::string> content;
     try {
         // One byte more than can be an analysis tells a file that is too large from one that is not.
-        content = readFileStart(path, largestFile + 1);
+        content = readFileStart(path, largestAnalysis + 1);
     } catch (const std::exception&) {
         content.reset(); // no memory for it
     }
     if (content) return ReadAnalysisText(session, std::move(*content), nameOf(path));
     return refused(session, nameOf(path), {faultOf(path)});
-}
-
-std::string causeOf(const ReadOutcome& outcome) {
-    switch (outcome.fault) {
-    case ReadFault::None: return "";
-    case ReadFault::Missing: return "no such file";
-    case ReadFault::NotPermitted: return "no permission to read it";
-    case ReadFault::NotAFile: return "not a regular file";
-    case ReadFault::Unreadable: return "the system cannot read it";
-    case ReadFault::NotAnAnalysis: return "not an analysis";
-    case ReadFault::UnknownVersion: return "of a version that this program does not know";
-    case ReadFault::TooLarge: return "larger than any analysis";
-    case ReadFault::Declined: return "its conversion was declined";
-    case ReadFault::Damaged: return "damaged at line " + std::to_string(outcome.line);
-    }
-    return "";
-}
-
-std::string AnalysisText(const Analysis& record) {
-    ItemWriter file(newestVersion);
-    file.line(std::string(fileMark), newestVersion);
-    layoutAnalysis(file, record);
-    return file.text();
 }
 
 std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe,
@@ -175,16 +109,6 @@ std::string WriteAnalysis(Session& session, const std::string& path, const DiskP
         refuse(session, nameOf(path), writeError);
     }
     return cause;
-}
-
-bool isUntitled(std::string_view name) {
-    return equalCaseBlind(name, untitledName) || equalCaseBlind(name, untitledFile);
-}
-
-std::string NormalizeAnalysisName(std::string_view path) {
-    if (endsCaseBlind(path, ".mrk")) return std::string(path);
-    if (endsCaseBlind(path, ".dat")) path.remove_suffix(4);
-    return std::string(path) + ".mrk";
 }
 
 } // namespace metrisk

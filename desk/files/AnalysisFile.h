@@ -1,33 +1,14 @@
-// Analysis files: reads every version of the format, writes the newest.
+// Analysis files, with what is told and asked about them.
 #pragma once
 
 #include "base/AtomicFile.h"
 #include "desk/kit/Session.h"
+#include "persistence/AnalysisContent.h"
 
 #include <string>
-#include <string_view>
 
 namespace metrisk {
 
-/// Why a file was not read.
-enum class ReadFault {
-    None,
-    Missing,
-    NotPermitted,
-    NotAFile,
-    Unreadable,
-    NotAnAnalysis,
-    UnknownVersion,
-    TooLarge,
-    Declined, // by the user, who was asked whether to convert it
-    Damaged
-};
-struct ReadOutcome {
-    ReadFault fault = ReadFault::None;
-    std::size_t line = 0; // of the damage, from 1
-};
-/// The fault in a few words, empty if there is none.
-std::string causeOf(const ReadOutcome& outcome);
 /// What is told of a file that cannot be read, under its name.
 inline constexpr const char* readErrorText = "Error Reading Analysis Data";
 /// What is told when LimitsReformed is set.
@@ -50,16 +31,5 @@ ReadOutcome ReadAnalysisText(Session& session, std::string content, const std::s
 /// was; the cause is given, which is empty otherwise. The same without a box where `holds` says no at last.
 std::string WriteAnalysis(Session& session, const std::string& path, const DiskProbe& probe = {},
                           const Condition& holds = {});
-
-/// The content that WriteAnalysis gives a file. Raises RuntimeFault if the record holds a number that
-/// could not be read back.
-std::string AnalysisText(const Analysis& record);
-
-/// The name under which an analysis is saved: ".dat" becomes ".mrk", ".mrk" in any case stays, to any
-/// other name ".mrk" is added.
-std::string NormalizeAnalysisName(std::string_view path);
-
-/// The name of an analysis that has no file yet.
-bool isUntitled(std::string_view name);
 
 } // namespace metrisk

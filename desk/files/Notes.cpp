@@ -5,6 +5,7 @@
 #include "desk/kit/Desktop.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "persistence/AnalysisName.h"
 
 #include <cerrno>
 #include <filesystem>

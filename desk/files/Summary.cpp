@@ -4,19 +4,20 @@
 #include "base/NumberText.h"
 #include "base/RiskText.h"
 #include "base/Text.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/compute/ObservingUnits.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/kit/Desktop.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "persistence/AnalysisName.h"
 #include "persistence/SummaryText.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
+#include "risk/Snapshot.h"
+#include "risk/evaluate/CurrentFigures.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
 
@@ -51,7 +52,8 @@ class Summary {
   public:
     explicit Summary(const Session& session)
         : session_(session), r_(session.record), regional_(session.regional),
-          current_(currentFigures(session)), text_(r_.Delimiter == "Comma" ? ',' : '\t') {
+          current_(currentFigures(session.record, session.regional)),
+          text_(r_.Delimiter == "Comma" ? ',' : '\t') {
         regional_.ThousandSeparator.clear(); // a spreadsheet would take grouped digits for a text
     }
 
@@ -283,8 +285,8 @@ bool summaryAllowed(Session& session) {
     r.AbortFlag = false;
     ValidateAndFit(session);
     if (r.AbortFlag) return false;
-    CompareWithSnapshot(session);
-    if (risksAreCurrent(session)) return true;
+    CompareWithSnapshot(session.record);
+    if (risksAreCurrent(session.record)) return true;
     tell(session.ui, notSaved);
     r.AbortFlag = false;
     return false;

@@ -3,8 +3,7 @@
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
 #include "record/Analysis.h"
-
-#include <cmath>
+#include "units/UnitFactor.h"
 
 namespace metrisk {
 
@@ -58,19 +57,6 @@ std::optional<double> toleranceFactor(const std::string& area, double mode, cons
     if (!m || !t) return {};
     if (area.empty()) return 1;
     return unitFactor(mode, modeUnits.unit(), *m, toleranceUnits.unit(), *t);
-}
-
-double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
-                  const std::string& toleranceUnit, double toleranceMultiplier) {
-    if (modeUnit == ppmUnits) return 1;
-    if (toleranceUnit == ppmUnits) return usableFactor(perMillion / std::fabs(mode));
-    // A database of another program may hold any number.
-    if (!(modeMultiplier > 0 && toleranceMultiplier > 0)) return 1;
-    return usableFactor(modeMultiplier / toleranceMultiplier);
-}
-
-double usableFactor(double factor) {
-    return std::isfinite(factor) && factor != 0 ? std::fabs(factor) : 1;
 }
 
 namespace {

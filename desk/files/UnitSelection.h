@@ -32,18 +32,9 @@ void FillUnitsBox(UnitsFile& units, UnitsBox& box, const std::string& area, cons
 /// Selects by text; nothing for an empty text or "None".
 void SelectUnit(UnitsBox& box, const std::string& unit);
 
-/// Tolerance units per unit of the mode, from the two units and their multipliers: 1 where the mode itself is
-/// in ppm; ppm of a mode of 0 and multipliers not above 0 count as 1.
-double unitFactor(double mode, const std::string& modeUnit, double modeMultiplier,
-                  const std::string& toleranceUnit, double toleranceMultiplier);
-
-/// The same for what the boxes have selected; none while one of the two is not selected, 1 without an area.
+/// unitFactor for what the boxes have selected; none while one of the two is not selected, 1 without an area.
 std::optional<double> toleranceFactor(const std::string& area, double mode, const UnitsBox& modeUnits,
                                       const UnitsBox& toleranceUnits);
-
-/// A factor as files and other programs may hold it: a negative one is taken by its size, one that is 0 or no
-/// number counts as 1.
-double usableFactor(double factor);
 
 /// Adds area units of the record that the database does not hold to the boxes, with multipliers that give the
 /// record's own factors, and selects them.

@@ -5,7 +5,6 @@
 #include "base/NumberEntry.h"
 #include "base/NumberText.h"
 #include "desk/compute/ComputePipeline.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/compute/KFactors.h"
 #include "desk/compute/ValidateAndFit.h"
@@ -16,6 +15,7 @@
 #include "desk/links/RunMenu.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
+#include "risk/evaluate/CurrentFigures.h"
 #include "risk/exact/ExactRatio.h"
 #include "risk/exact/Verified.h"
 #include "risk/guardband/GuardbandTexts.h"
@@ -91,7 +91,7 @@ void GuardbandScreen::loadRisks() {
             r.GB_EqAccRatValid = true;
         }
     }
-    const auto standing = standingGuardbands(session_);
+    const auto standing = standingGuardbands(session_.record, session_.regional);
     if (standing) {
         computed_ = standing->risks;
     } else {

@@ -8,7 +8,6 @@
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/ComputeSteps.h"
 #include "desk/compute/KFactors.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/Notes.h"
 #include "desk/kit/Message.h"
@@ -16,6 +15,7 @@
 #include "desk/sweeps/GuardPlot.h"
 #include "record/SubjectSide.h"
 #include "risk/PublishRisks.h"
+#include "risk/Snapshot.h"
 
 #include <algorithm>
 #include <cmath>
@@ -108,7 +108,7 @@ void GuardbandScreen::computeRisks() {
         r.AbortFlag = false;
         return;
     }
-    CompareWithSnapshot(session_);
+    CompareWithSnapshot(session_.record);
     const bool inputsStand =
         r.NothingChanged && r.GuardbandsUnchanged && !r.GB_RisksStale && !r.RisksNeedCompute;
     const bool changed = guardbandChanged();

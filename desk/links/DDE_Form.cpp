@@ -4,9 +4,9 @@
 #include "base/Text.h"
 #include "desk/kit/Desktop.h"
 #include "desk/kit/Message.h"
-#include "desk/links/Programs.h"
 #include "links/ExchangeFile.h"
 #include "links/PartnerFile.h"
+#include "links/Programs.h"
 
 #include <filesystem>
 

@@ -5,7 +5,7 @@
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "desk/links/ProgramMessages.h"
-#include "desk/links/Programs.h"
+#include "links/Programs.h"
 
 #include <filesystem>
 

@@ -3,16 +3,17 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "desk/compute/BiasAnalysis.h"
 #include "desk/compute/FollowMode.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/compute/Samples.h"
 #include "desk/files/UnitSelection.h"
 #include "persistence/SettingKeys.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
+#include "uncertainty/Samples.h"
+#include "units/UnitFactor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,7 +91,7 @@ void settleErrors(Session& session) {
     BlankZeros(r, session.regional);
     r.ProcessUncertainty = 0; // of a table without any uncertainty
     ComputeTotals(readErrorRows(r, session.regional), r.CorrelationMatrix);
-    SumProcessUncertainty(session);
+    SumProcessUncertainty(session.record, session.regional);
     ShowErrorTable(r, session.regional);
     r.SMPC_Computed = r.SMPC_Computed && BiasResultsStand(r, session.regional);
 }

@@ -10,6 +10,7 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/OffsetPictures.h"
+#include "record/AnalysisTexts.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"

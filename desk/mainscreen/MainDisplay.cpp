@@ -3,18 +3,17 @@
 #include "base/NumberText.h"
 #include "base/RelativeUnits.h"
 #include "base/RiskText.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/compute/RatioPanels.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/LimitRows.h"
 #include "desk/mainscreen/MainScreen.h"
 #include "desk/mainscreen/MeasuringRow.h"
-#include "desk/mainscreen/OffsetPictures.h"
 #include "desk/mainscreen/TextFields.h"
+#include "record/AnalysisTexts.h"
 #include "record/ToleranceUnits.h"
-#include "risk/exact/ExactRatio.h"
-#include "risk/exact/Verified.h"
+#include "risk/evaluate/CurrentFigures.h"
+#include "risk/evaluate/ExactRemarks.h"
 
 namespace metrisk {
 
@@ -24,22 +23,6 @@ constexpr const char* product = "Metrisk";
 constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* baselineRatioPicture = "##0.00";
 constexpr const char* processPicture = "#,##0.0000";
-constexpr const char* defaultModePicture = "#,##0.0000";
-
-/// A mode of 0 is an entry like any other, but before the first entry the box is empty.
-bool modeEntered(const Analysis& r) {
-    return r.SU_Mode != 0 || r.SU_PctInTol != 0 || r.SU_UpperOffset != 0 || r.SU_LowerOffset != 0 ||
-           r.MTE_Offset != 0 || r.SU_Mode_fmt != defaultModePicture;
-}
-
-std::string pctText(double pct, const Regional& regional) {
-    return pct == 0 ? "" : pctEntryText(pct, regional);
-}
-
-/// A compute has ended for this analysis, now or before it was saved.
-bool everComputed(const Analysis& r) {
-    return r.Last_PctInTol != 0 || r.FalseAcceptRisk != 0 || r.FalseRejectRisk != 0;
-}
 
 bool entriesComplete(const Analysis& r) {
     const bool tolerance = r.OptSingleLower ? r.SU_LowerOffset > 0 : r.SU_UpperOffset > 0;
@@ -51,15 +34,12 @@ std::string nextStep(const Session& session) {
     if (!entriesComplete(r)) return "Enter nominal value, tolerance and % in-tolerance";
     if (r.Last_PctInTol == 0) return "Ready to compute";
     if (r.ResultsStale) return notComputedTip;
-    return risksAreCurrent(session) ? "Computed" : "Entries changed: compute again";
+    return risksAreCurrent(session.record) ? "Computed" : "Entries changed: compute again";
 }
 
-void showSubject(MainScreen& screen, const Session& session) {
-    const Analysis& r = session.record;
-    screen.ModeBox.text =
-        (modeEntered(r) ? withUnits(FormatNumber(r.SU_Mode, r.SU_Mode_fmt, session.regional), r.NominalUnits)
-                        : "");
-    screen.PctInTolBox.text = (pctText(r.SU_PctInTol, session.regional));
+void showSubject(MainScreen& screen, const Analysis& r, const AnalysisTexts& texts) {
+    screen.ModeBox.text = texts.mode;
+    screen.PctInTolBox.text = texts.subjectPct;
     screen.TwoSideOption.checked = (r.OptTwoSided);
     screen.SingleUpperOption.checked = (r.OptSingleUpper);
     screen.SingleLowerOption.checked = (r.OptSingleLower);
@@ -69,7 +49,7 @@ void showSubject(MainScreen& screen, const Session& session) {
     screen.PhysLimitRequired.enabled = !r.OptTwoSided;
     screen.optOffsets_0.checked = (r.ShowLimits);
     screen.optOffsets_1.checked = (!r.ShowLimits);
-    showLimitRows(screen, session);
+    showLimitRows(screen, r, texts);
 }
 
 void showRisks(MainScreen& screen, const Session& session) {
@@ -89,8 +69,8 @@ void showRisks(MainScreen& screen, const Session& session) {
     screen.RejectRisk.text = figure(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt);
     screen.RejectUnits.text = computed ? r.FalseRejectUnits : "";
 
-    const bool searched = r.EqAccRat != 0 || (computed && r.ComputeEqRatio && !r.EqAccRatDen.empty());
-    screen.AccRatEquivalent1Box.text = searched ? FormatNumber(r.EqAccRat, ratioPicture, regional) : "";
+    screen.AccRatEquivalent1Box.text = ratioText(r, regional);
+    const bool searched = !screen.AccRatEquivalent1Box.text.empty();
     screen.AccRatEquivalent2Box.text =
         !searched || r.EqAccRatDen.empty()
             ? ""
@@ -102,8 +82,8 @@ void showRisks(MainScreen& screen, const Session& session) {
     screen.pnl_RiskLabel_1.emphasised = r.ComputeEqRatio && !r.EqRatioOnFalseAccept;
 
     // Figures of other entries must not look like those of the entries that are seen.
-    const bool current = !computed || risksAreCurrent(session); // an empty box has nothing old
-    const bool currentRatio = !searched || ratioIsCurrent(session);
+    const bool current = !computed || risksAreCurrent(session.record); // an empty box has nothing old
+    const bool currentRatio = !searched || ratioIsCurrent(session.record);
     screen.AcceptRisk.toolTip = current ? "Computed false accept risk" : notComputedTip;
     screen.RejectRisk.toolTip = current ? "Computed false reject risk" : notComputedTip;
     screen.AccRatEquivalent1Box.toolTip =
@@ -132,27 +112,12 @@ void showRisks(MainScreen& screen, const Session& session) {
 
 /// A figure that exact integration would show otherwise bears a sign, with the other figure below it.
 void showSecondFigures(MainScreen& screen, const Session& session) {
-    const Analysis& r = session.record;
-    const Regional& regional = session.regional;
-    const bool current = everComputed(r) && risksAreCurrent(session);
-    Verified verified = verifyRisks(r);
-    if (!current) verified.falseAccept = verified.falseReject = {};
-    setRemark(screen.AcceptRisk, screen.Lbl_ExactAccept,
-              exactRemark(verified.falseAccept, riskPicture, regional));
-    setRemark(screen.RejectRisk, screen.Lbl_ExactReject,
-              exactRemark(verified.falseReject, riskPicture, regional));
-    std::string ratioRemark;
-    if (ratioIsCurrent(session) && verified.falseReject)
-        ratioRemark =
-            exactRatioRemark(r.EqAccRat, screen.AccRatEquivalent1Box.text, exactRatio(r, verified), regional);
-    setRemark(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, ratioRemark);
-    const auto mainPicture = [](std::string_view units) -> std::string {
-        return units == ppmUnits ? "##0.0" : "##0.0000";
-    };
-    setRemark(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept,
-              exactRemark(verified.baselineFalseAccept, mainPicture, regional));
-    setRemark(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject,
-              exactRemark(verified.baselineFalseReject, mainPicture, regional));
+    const ExactRemarks remarks = exactRemarksOf(session.record, session.regional);
+    setRemark(screen.AcceptRisk, screen.Lbl_ExactAccept, remarks.falseAccept);
+    setRemark(screen.RejectRisk, screen.Lbl_ExactReject, remarks.falseReject);
+    setRemark(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, remarks.ratio);
+    setRemark(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept, remarks.baselineFalseAccept);
+    setRemark(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject, remarks.baselineFalseReject);
 }
 
 void showOptions(MainScreen& screen, const Session& session) {
@@ -176,12 +141,13 @@ std::string mainCaption(const Session& session) {
 void showRecord(MainScreen& screen, const Session& session) {
     const Analysis& r = session.record;
     for (const TextField& field : textFields) (screen.*field.box).text = r.*field.field;
-    showSubject(screen, session);
-    showMeasuringRow(screen, session);
+    const AnalysisTexts texts = textsOf(r, session.regional);
+    showSubject(screen, r, texts);
+    showMeasuringRow(screen, r, texts);
     showRisks(screen, session);
     showSecondFigures(screen, session);
     showOptions(screen, session);
-    showGuardbandRows(screen, session);
+    showGuardbandRows(screen, session, texts);
     screen.caption = mainCaption(session);
     screen.nextStep = nextStep(session);
 }

@@ -5,7 +5,6 @@
 #include "desk/baseline/BaselineScreen.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/KFactors.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/guardband/GuardbandScreen.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/DataGate.h"
@@ -21,6 +20,7 @@
 #include "desk/uncertainty/BiasCalcOptionScreen.h"
 #include "desk/uncertainty/MTEErrorScreen.h"
 #include "record/SubjectSide.h"
+#include "risk/Snapshot.h"
 
 namespace metrisk {
 
@@ -209,7 +209,7 @@ void RefreshMainScreen(Session& session) {
     Analysis& r = session.record;
     r.MTE_Mode = r.SU_Mode;
     session.ui.repaintMainScreen();
-    CompareWithSnapshot(session);
+    CompareWithSnapshot(session.record);
     r.SymmetryChanged = false;
     if (r.FirstDisplay) {
         r.FirstDisplay = false;

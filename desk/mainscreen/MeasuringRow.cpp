@@ -1,18 +1,15 @@
 #include "desk/mainscreen/MeasuringRow.h"
 
-#include "base/NumberText.h"
-#include "desk/kit/Session.h"
 #include "desk/mainscreen/MainScreen.h"
-#include "desk/mainscreen/OffsetPictures.h"
+#include "record/Analysis.h"
+#include "record/AnalysisTexts.h"
 #include "record/ToleranceParts.h"
-#include "record/ToleranceUnits.h"
 
 namespace metrisk {
 
 namespace {
 
 constexpr const char* otherParts = "These parts belong to another tolerance";
-constexpr const char* infinity = "\u221e";
 
 struct Labels {
     const char* limit;
@@ -24,23 +21,9 @@ constexpr Labels byTolerance{"Tolerance Limit", "Fixed Limit", "% of Reading", "
 constexpr Labels byUncertainty{"Expanded Uncertainty", "Standard Uncertainty", "Deg Freedom",
                                "Confidence Level"};
 
-std::string offsetText(double value, const std::string& picture, const Session& session) {
-    const ToleranceUnits units = measuringUnits(session.record);
-    const double shown = units.shown(value);
-    return FormatNumber(shown, WidenPicture(shown, units.shownPicture(picture)), session.regional);
-}
-
-std::string lastBoxText(const Session& session) {
-    const Analysis& r = session.record;
-    if (!r.MTE_EntryByUncertainty)
-        return FormatNumber(r.MTE_PctReading, r.MTE_PctReading_fmt, session.regional);
-    return r.MTE_DegFreedom == 0 ? infinity : GeneralText(r.MTE_DegFreedom, session.regional);
-}
-
 } // namespace
 
-void showMeasuringRow(MainScreen& screen, const Session& session) {
-    const Analysis& r = session.record;
+void showMeasuringRow(MainScreen& screen, const Analysis& r, const AnalysisTexts& texts) {
     const bool uncertainty = r.MTE_EntryByUncertainty;
     const Labels& labels = uncertainty ? byUncertainty : byTolerance;
     screen.pnl_MTELimit.text = labels.limit;
@@ -50,16 +33,9 @@ void showMeasuringRow(MainScreen& screen, const Session& session) {
     screen.Lbl_Equals.visible = !uncertainty;
     screen.Lbl_Plus.visible = !uncertainty;
 
-    const bool entered =
-        r.MTE_Offset != 0 || r.MTE_PctReading != 0 || (uncertainty && r.MTE_StdUncertainty != 0);
-    screen.MTEOffsetBox.text = entered ? offsetText(r.MTE_Offset, r.MTE_Offset_fmt, session) : "";
-    if (uncertainty)
-        screen.MTEFixedOffsetBox.text =
-            entered ? offsetText(r.MTE_StdUncertainty, r.MTE_StdUncertainty_fmt, session) : "";
-    else
-        screen.MTEFixedOffsetBox.text =
-            entered ? offsetText(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, session) : "";
-    screen.MTEPctOfReadingBox.text = entered || uncertainty ? lastBoxText(session) : "";
+    screen.MTEOffsetBox.text = texts.measuringOffset;
+    screen.MTEFixedOffsetBox.text = texts.measuringFixed;
+    screen.MTEPctOfReadingBox.text = texts.measuringLast;
     const bool others = measuringPartsAreOthers(r);
     for (Control* control :
          {static_cast<Control*>(&screen.Lbl_Equals), static_cast<Control*>(&screen.Lbl_Plus)}) {
@@ -71,7 +47,7 @@ void showMeasuringRow(MainScreen& screen, const Session& session) {
         others ? otherParts : "Fixed part of the tolerance, or the standard uncertainty";
     screen.MTEPctOfReadingBox.toolTip =
         others ? otherParts : "Part of the tolerance in percent of the reading, or degrees of freedom";
-    screen.MTEPctInTolBox.text = r.MTE_PctInTol == 0 ? "" : pctEntryText(r.MTE_PctInTol, session.regional);
+    screen.MTEPctInTolBox.text = texts.measuringPct;
 }
 
 } // namespace metrisk

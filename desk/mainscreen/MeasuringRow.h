@@ -4,9 +4,10 @@
 namespace metrisk {
 
 class MainScreen;
-struct Session;
+struct Analysis;
+struct AnalysisTexts;
 
 /// The four labels, their boxes, and the signs between them.
-void showMeasuringRow(MainScreen& screen, const Session& session);
+void showMeasuringRow(MainScreen& screen, const Analysis& record, const AnalysisTexts& texts);
 
 } // namespace metrisk

@@ -8,6 +8,7 @@
 #include "desk/mainscreen/FieldRules.h"
 #include "desk/mainscreen/OffsetPictures.h"
 #include "desk/offset/Composition.h"
+#include "record/AnalysisTexts.h"
 #include "record/ToleranceUnits.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #include "desk/mainscreen/OffsetPictures.h"
 
-#include "base/DecimalForm.h"
 #include "base/NumberText.h"
 #include "record/Analysis.h"
 
@@ -26,14 +25,6 @@ void moveOffsetPictures(Analysis& r, int decimals) {
     movePicture(r.MTE_Offset, r.MTE_Offset_fmt, decimals);
     movePicture(r.MTE_FixedOffset, r.MTE_FixedOffset_fmt, decimals);
     movePicture(r.MTE_StdUncertainty, r.MTE_StdUncertainty_fmt, decimals);
-}
-
-std::string pctEntryText(double pct, const Regional& regional) {
-    std::string picture = WidenPicture(pct, pctEntryPicture);
-    constexpr int most = 15;
-    for (int n = PictureDecimals(picture); pct < 100 && n < most && roundedToDecimals(pct, n) >= 100;)
-        picture = "#0." + std::string(static_cast<std::size_t>(++n), '0');
-    return FormatNumber(pct, picture, regional);
 }
 
 } // namespace metrisk

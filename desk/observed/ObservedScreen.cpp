@@ -3,7 +3,6 @@
 #include "base/NumberEntry.h"
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/KFactors.h"
 #include "desk/compute/ObservingUnit.h"
 #include "desk/compute/ValidateAndFit.h"
@@ -18,7 +17,9 @@
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/RiskMessages.h"
+#include "risk/evaluate/CurrentFigures.h"
 #include "risk/guardband/GuardbandTexts.h"
+#include "risk/observed/ObservingEntries.h"
 
 #include <algorithm>
 #include <utility>
@@ -66,7 +67,7 @@ ObservedScreen::ObservedScreen(Session& session)
     if (r.Obs_Offset == 0) r.Obs_ObservingUnitOption = currentUnit;
     if (r.Obs_ObservingUnitOption == currentUnit) useCurrentUnit();
     offerUnits();
-    const bool observedStands = currentFigures(session).observed;
+    const bool observedStands = currentFigures(session.record, session.regional).observed;
     fitObservingUnit();
     loaded_ = session.record;
     changed_ = true; // nothing has been computed here yet

@@ -11,6 +11,7 @@
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
+#include "units/UnitFactor.h"
 
 #include <algorithm>
 #include <cmath>

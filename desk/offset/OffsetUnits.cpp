@@ -5,7 +5,6 @@
 #include "base/Text.h"
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/FitSubject.h"
-#include "desk/compute/ProcessTotals.h"
 #include "desk/kit/Message.h"
 #include "desk/links/RunMenu.h"
 #include "desk/offset/OffsetScreen.h"
@@ -18,6 +17,7 @@
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/SubjectFit.h"
+#include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
 
 #include <algorithm>
@@ -262,7 +262,7 @@ void OffsetCalc::store() {
         // Other units: the process errors are the same in them. A relative unit of another reading: they are
         // parts of the reading, and stay so.
         if (otherUnits) RescaleProcessTable(kept, factor / factorBefore, session_.regional);
-        SumProcessUncertainty(session_);
+        SumProcessUncertainty(session_.record, session_.regional);
     }
     kept.markChanged("Both");
     if (kept.SU_PctInTol > 0 && kept.SU_Sigma > 0) FitSubjectParameter(session_);

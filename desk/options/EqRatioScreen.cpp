@@ -1,8 +1,8 @@
 #include "desk/options/EqRatioScreen.h"
 
-#include "desk/compute/Snapshot.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "risk/Snapshot.h"
 
 namespace metrisk {
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "desk/kit/Worksheet.h"
-#include "desk/reports/ReportSelection.h"
 #include "reports/PagedDocument.h"
+#include "reports/ReportSelection.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "desk/kit/Session.h"
-#include "desk/reports/ReportSelection.h"
+#include "reports/ReportSelection.h"
 
 namespace metrisk {
 

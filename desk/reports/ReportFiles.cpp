@@ -1,7 +1,7 @@
 #include "desk/reports/ReportFiles.h"
 
 #include "base/Text.h"
-#include "reports/Compose.h"
+#include "desk/reports/ComposeReport.h"
 #include "reports/HtmlDocument.h"
 
 namespace metrisk {

@@ -2,28 +2,15 @@
 #pragma once
 
 #include "desk/kit/Session.h"
-#include "desk/reports/ReportSelection.h"
 #include "reports/PagedDocument.h"
+#include "reports/ReportPress.h"
+#include "reports/ReportSelection.h"
 #include "reports/RichTextDocument.h"
 
 #include <filesystem>
-#include <memory>
 #include <optional>
 
 namespace metrisk {
-
-/// What is drawn outside the core: pages as a PDF, pictures as PNG. They raise std::runtime_error if they
-/// cannot.
-class ReportPress {
-  public:
-    virtual ~ReportPress() = default;
-
-    /// A surface of a page of the PDF, to measure texts by.
-    virtual std::shared_ptr<DrawingSurface> metrics(const PageSetup& page) const = 0;
-    virtual std::string pdf(const PagedReport& report, const std::string& title,
-                            const Moment& created) const = 0;
-    virtual std::string png(const ReportPicture& picture, int width, int height) const = 0;
-};
 
 /// "doc", "htm" and "pdf", in letters of any case; none for any other.
 ReportFormat reportFormatOf(const std::filesystem::path& path);

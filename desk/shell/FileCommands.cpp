@@ -1,6 +1,5 @@
 #include "desk/shell/FileCommands.h"
 
-#include "desk/compute/CurrentFigures.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
@@ -10,6 +9,8 @@
 #include "desk/mainscreen/MainScreen.h"
 #include "desk/shell/RecentFiles.h"
 #include "desk/shell/RiskOptionCommand.h"
+#include "persistence/AnalysisName.h"
+#include "risk/evaluate/CurrentFigures.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -173,7 +174,7 @@ bool FileCommands::saveTo(const std::string& path) {
     const std::string before = r.AnalysisFileName;
     r.AnalysisFileName = name;
     r.AbortFlag = false;
-    dropStaleFigures(session_);
+    dropStaleFigures(session_.record, session_.regional);
     WriteAnalysis(session_, name);
     if (r.AbortFlag) {
         r.AnalysisFileName = before;

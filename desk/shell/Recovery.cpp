@@ -2,11 +2,11 @@
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
-#include "desk/compute/CurrentFigures.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "risk/evaluate/CurrentFigures.h"
 
 #include <ctime>
 
@@ -33,7 +33,7 @@ Recovery::Recovery(Session& session, std::filesystem::path folder)
 /// As it would be saved; of a copy of the record, so that the session's own keeps its figures.
 std::string Recovery::textOf(const Analysis& record) const {
     Session copy{session_.settings, session_.ui, session_.clock, session_.regional, record};
-    dropStaleFigures(copy);
+    dropStaleFigures(copy.record, copy.regional);
     return AnalysisText(copy.record);
 }
 

@@ -2,9 +2,9 @@
 
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "desk/compute/ErrorMessages.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
+#include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 
 #include <algorithm>

@@ -2,7 +2,6 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/Samples.h"
 #include "desk/files/Notes.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
@@ -13,6 +12,7 @@
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/Samples.h"
 
 #include <cmath>
 

@@ -3,8 +3,8 @@
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/BiasAnalysis.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/BiasAnalysis.h"
 
 #include <algorithm>
 

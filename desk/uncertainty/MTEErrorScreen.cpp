@@ -3,8 +3,7 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/ErrorMessages.h"
+#include "desk/compute/RunBiasAnalysis.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/Notes.h"
 #include "desk/kit/Desktop.h"
@@ -16,6 +15,8 @@
 #include "persistence/SettingKeys.h"
 #include "record/KeptFields.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/BiasAnalysis.h"
+#include "uncertainty/ErrorMessages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -211,7 +212,7 @@ void MTEErrorScreen::tableChanged() {
     SyncIncludes(r, session_.regional);
     const ErrorRows table = readErrorRows(r, session_.regional);
     ComputeTotals(table, r.CorrelationMatrix);
-    SumProcessUncertainty(desk_);
+    SumProcessUncertainty(desk_.record, desk_.regional);
     if (std::all_of(table.begin() + 1, table.end(), [](const ErrorRow& row) { return row.uncertainty == 0; }))
         r.ProcessUncertainty = 0; // an entry has emptied the table
 }

@@ -2,10 +2,10 @@
 // analysis.
 #pragma once
 
-#include "desk/compute/ProcessTotals.h"
 #include "desk/kit/Session.h"
 #include "desk/kit/Worksheet.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
 
 #include <array>
 #include <functional>

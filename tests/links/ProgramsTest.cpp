@@ -1,5 +1,5 @@
 // Desktop entries, associations, and the preferred programs.
-#include "desk/links/Programs.h"
+#include "links/Programs.h"
 #include "desk/links/PreferredPrograms.h"
 #include "links/Associations.h"
 #include "links/DesktopEntry.h"

@@ -1,4 +1,5 @@
 #include "desk/files/AnalysisFile.h"
+#include "persistence/AnalysisName.h"
 
 #include "desk/files/ClearAnalysis.h"
 #include "tests/persistence/GoldenFile.h"

@@ -1,5 +1,5 @@
 // What a plot draws: every line and label of golden recordings, and the curve against the fit.
-#include "desk/compute/BiasAnalysis.h"
+#include "desk/compute/RunBiasAnalysis.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"

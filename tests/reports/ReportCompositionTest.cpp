@@ -1,14 +1,14 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
+#include "desk/reports/ComposeReport.h"
 #include "desk/reports/ReportFiles.h"
 #include "drawing/Drawing.h"
-#include "reports/Compose.h"
 #include "reports/PagedDocument.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/RecordedReport.h"
 #include "tests/support/Recording.h"
 
-#include "desk/compute/ProcessTotals.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
 
 #include <algorithm>
 
@@ -49,7 +49,7 @@ void enterBudget(Session& session) {
     EnterError(r, 5, ErrorEntry::Uncertainty, "0.01", {});
     r.ErrTableText[5][4] = "False";
     r.CorrelationMatrix[4][6] = 0.25;
-    SumProcessUncertainty(session);
+    SumProcessUncertainty(session.record, session.regional);
 }
 
 TEST(RiskReport, SaysWhatTheScreenShows) {

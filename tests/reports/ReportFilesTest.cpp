@@ -1,9 +1,10 @@
 // Reports as files: what other programs get to read.
 #include "desk/reports/ReportFiles.h"
 #include "base/AtomicFile.h"
+#include "base/Digest.h"
 #include "desk/files/AnalysisFile.h"
 #include "files/CairoPress.h"
-#include "persistence/Digest.h"
+#include "persistence/Fingerprint.h"
 #include "reports/RichTextDocument.h"
 #include "tests/reports/Reports.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,5 +1,5 @@
 // Which figures belong to the present entries, and what a file may carry of the others.
-#include "desk/compute/CurrentFigures.h"
+#include "risk/evaluate/CurrentFigures.h"
 #include "desk/compute/ComputeGuardbands.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/ValidateAndFit.h"
@@ -33,7 +33,7 @@ struct Computed : SilentSession {
         r.Obs_ObservingUnitOption = 1;
     }
     std::string flags() const {
-        const CurrentFigures c = currentFigures(session);
+        const CurrentFigures c = currentFigures(session.record, session.regional);
         std::string text;
         for (const auto& [flag, name] : {std::pair{c.risks, "risks "},
                                          {c.ratio, "ratio "},
@@ -87,11 +87,11 @@ TEST(CurrentFigures, AFileCarriesNoStaleOnes) {
     const auto saved = [&](const std::function<void(Analysis&)>& change) {
         Computed before;
         change(before.r);
-        dropStaleFigures(before.session);
+        dropStaleFigures(before.session.record, before.session.regional);
         SilentSession after;
         OpenAnalysis(after.session, folder.write("saved.mrk", AnalysisText(before.r)).string());
         EXPECT_FALSE(after.session.record.AbortFlag);
-        const CurrentFigures current = currentFigures(after.session);
+        const CurrentFigures current = currentFigures(after.session.record, after.session.regional);
         return std::tuple(bool(current.risks), bool(current.guardbands), after.session.record.GB_FARisk != 0);
     };
     EXPECT_EQ(saved([](Analysis&) {}), std::tuple(true, true, true));
@@ -113,13 +113,13 @@ TEST(CurrentFigures, StandInUnitsOfAnySize) {
                                           .mteOffset = unit * (0.25 + 0.0137 * i),
                                           .mtePctInTol = 90});
             ComputeResults_Click(before.session);
-            ASSERT_TRUE(risksAreCurrent(before.session));
+            ASSERT_TRUE(risksAreCurrent(before.session.record));
             SilentSession after;
             OpenAnalysis(after.session,
                          folder.write("saved.mrk", AnalysisText(before.session.record)).string());
-            EXPECT_TRUE(risksAreCurrent(after.session)) << "unit " << unit << ", row " << i;
+            EXPECT_TRUE(risksAreCurrent(after.session.record)) << "unit " << unit << ", row " << i;
             after.session.record.MTE_StdUncertainty *= 1 + 1e-11;
-            EXPECT_FALSE(risksAreCurrent(after.session)) << "unit " << unit << ", row " << i;
+            EXPECT_FALSE(risksAreCurrent(after.session.record)) << "unit " << unit << ", row " << i;
         }
     }
 }

@@ -3,9 +3,9 @@
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/ComputeSteps.h"
 #include "desk/compute/ComputingScreen.h"
-#include "desk/compute/Snapshot.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "risk/PublishRisks.h"
+#include "risk/Snapshot.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 
@@ -122,10 +122,10 @@ TEST(Pipeline, EveryInputOfTheSnapshotCounts) {
         enter(t.record, {});
         ValidateAndFit(t.session);
         TakeSnapshot(t.record);
-        CompareWithSnapshot(t.session);
+        CompareWithSnapshot(t.session.record);
         ASSERT_TRUE(t.record.NothingChanged && t.record.GuardbandsUnchanged);
         row.change(t.record);
-        CompareWithSnapshot(t.session);
+        CompareWithSnapshot(t.session.record);
         EXPECT_EQ(static_cast<bool>(t.record.NothingChanged), !row.counts) << row.name;
     }
 }
@@ -140,7 +140,7 @@ TEST(Pipeline, IncludedMultipliersCountAsGuardbandChange) {
           +[](Analysis& r) { r.GuardbandsChanged = true; }}) {
         const Analysis before = t.record;
         change(t.record);
-        CompareWithSnapshot(t.session);
+        CompareWithSnapshot(t.session.record);
         EXPECT_TRUE(t.record.NothingChanged);
         EXPECT_FALSE(t.record.GuardbandsUnchanged);
         t.record = before;
@@ -150,12 +150,12 @@ TEST(Pipeline, IncludedMultipliersCountAsGuardbandChange) {
 TEST(Pipeline, BaselineWithAFractionAlwaysCountsAsChanged) {
     TestSession t;
     TakeBaselineSnapshot(t.record);
-    CompareBaseline(t.session);
+    CompareBaseline(t.session.record);
     EXPECT_TRUE(t.record.BaselineUnchanged);
     t.record.Base_AccRatNum = 4.5;
     TakeBaselineSnapshot(t.record);
     EXPECT_EQ(t.record.Last_Base1, 4);
-    CompareBaseline(t.session);
+    CompareBaseline(t.session.record);
     EXPECT_FALSE(t.record.BaselineUnchanged);
     t.record.Base_AccRatNum = 1e12;
     TakeBaselineSnapshot(t.record);

@@ -1,6 +1,6 @@
 // The self-check: nothing parts from what is published, and a broken figure is seen.
+#include "base/Digest.h"
 #include "drawing/Drawing.h"
-#include "persistence/Digest.h"
 #include "selfcheck/CheckPage.h"
 
 #include <gtest/gtest.h>

@@ -1,10 +1,11 @@
 // The bias analysis against a numerical integration of the posterior.
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/Samples.h"
+#include "uncertainty/BiasAnalysis.h"
+#include "desk/compute/RunBiasAnalysis.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/Samples.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "uncertainty/ErrorTable.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/ProcessTotals.h"
 #include "numerics/CoverageFactor.h"
+#include "uncertainty/ProcessTotals.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "desk/compute/ProcessTotals.h"
+#include "uncertainty/ProcessTotals.h"
 #include "base/Real.h"
 #include "tests/support/TestSession.h"
 #include "uncertainty/Budget.h"
@@ -34,7 +34,7 @@ TEST(ProcessTotals, CombineTheIncludedRows) {
     setRow(record, 8, "2", "True", "5");
     record.CorrelationMatrix[3][4] = 0.5; // rows 1 and 2
     record.CorrelationMatrix[2][3] = 0.9; // with row 0: no part of the process total
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
 
     EXPECT_NEAR(record.ProcessUncertainty, std::sqrt(9 + 16 + 4 + 2 * 0.5 * 12) / 1000, 1e-15);
     EXPECT_EQ(record.ProcessUncertainty_fmt, "#,##0.00000");
@@ -52,20 +52,20 @@ TEST(ProcessTotals, EmptyTableLeavesTheUncertaintyThatWasRead) {
     TestSession test;
     test.record.ProcessUncertainty = 0.00003;
     test.record.Process_DegFreedom = 7;
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_EQ(test.record.ProcessUncertainty, 0.00003);
     EXPECT_EQ(test.record.ProcessUncertainty_fmt, "#,##0.00000");
     EXPECT_EQ(test.record.Process_DegFreedom, 0);
 
     setRow(test.record, 2, "0.5", "False");
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_EQ(test.record.ProcessUncertainty, 0); // a table that includes nothing is a statement
 }
 
 TEST(ProcessTotals, ManyDegreesOfFreedomCountAsInfinite) {
     TestSession test;
     setRow(test.record, 2, "1", "True", "6000");
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_EQ(test.record.Process_DegFreedom, 6000);
     EXPECT_EQ(test.record.Total_DegFreedom, 0);
 }
@@ -75,7 +75,7 @@ TEST(ProcessTotals, FaultsLeaveTheFigures) {
     Analysis& record = test.record;
     record.ProcessUncertainty = 5;
     for (int row : {2, 3}) setRow(record, row, "1.5E308", "True");
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_EQ(record.ProcessUncertainty, 5);
     EXPECT_THROW(CombinedUncertainty(record, test.session.regional), RuntimeFault);
 }
@@ -86,7 +86,7 @@ TEST(ProcessTotals, ContradictingCorrelationsLeaveNothing) {
     record.MTE_StdUncertainty = 1;
     for (int row : {2, 3, 4}) setRow(record, row, "1", "True");
     for (const auto& [i, j] : {std::pair{4, 5}, {4, 6}, {5, 6}}) record.CorrelationMatrix[i][j] = -1;
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_EQ(record.ProcessUncertainty, 0);
     for (int j : {4, 5, 6}) record.CorrelationMatrix[2][j] = -1;
     EXPECT_EQ(CombinedUncertainty(record, test.session.regional).uncertainty, 0);
@@ -98,6 +98,6 @@ TEST(ProcessTotals, FullAnticorrelationCancels) {
     test.record.CorrelationMatrix[4][5] = 1;
     test.record.CorrelationMatrix[4][6] = -1;
     test.record.CorrelationMatrix[5][6] = -1;
-    SumProcessUncertainty(test.session);
+    SumProcessUncertainty(test.session.record, test.session.regional);
     EXPECT_NEAR(test.record.ProcessUncertainty, 0, 1e-7);
 }

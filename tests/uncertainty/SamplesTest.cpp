@@ -1,5 +1,5 @@
 // Statistics of samples against published data sets, and what a row takes from them.
-#include "desk/compute/Samples.h"
+#include "uncertainty/Samples.h"
 #include "desk/uncertainty/SampleColumn.h"
 #include "tests/support/TemporaryFolder.h"
 #include "uncertainty/ErrorTable.h"

@@ -1,6 +1,5 @@
 // Flows over the process uncertainty worksheet and the screens above it.
 #include "base/NumberText.h"
-#include "desk/compute/BiasAnalysis.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
@@ -14,6 +13,7 @@
 #include "tests/support/Hand.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestSession.h"
+#include "uncertainty/BiasAnalysis.h"
 
 #include <gtest/gtest.h>
 

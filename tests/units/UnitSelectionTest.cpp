@@ -2,6 +2,7 @@
 #include "desk/files/UnitSelection.h"
 #include "desk/kit/Worksheet.h"
 #include "record/Analysis.h"
+#include "units/UnitFactor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "desk/links/Programs.h"
+#include "links/Programs.h"
 
 #include "base/AtomicFile.h"
 #include "links/DesktopEntry.h"

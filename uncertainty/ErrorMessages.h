@@ -1,7 +1,7 @@
 // What the process uncertainty worksheet refuses, in its words.
 #pragma once
 
-#include "desk/kit/Message.h"
+#include "base/Box.h"
 
 namespace metrisk {
 

@@ -1,7 +1,8 @@
 // Totals of the process errors table: uncertainty, effective degrees of freedom, shares.
 #pragma once
 
-#include "desk/kit/Session.h"
+#include "base/Regional.h"
+#include "record/Analysis.h"
 #include "uncertainty/EffectiveFreedom.h"
 #include "uncertainty/ErrorRows.h"
 
@@ -31,15 +32,15 @@ Totals ComputeTotals(const ErrorRows& rows, const Correlations& correlations);
 /// Puts the totals of ErrTableText into ProcessUncertainty (nominal units) with its picture,
 /// Process_DegFreedom and Total_DegFreedom. A table without any uncertainty leaves ProcessUncertainty. A
 /// numeric fault leaves every figure.
-void SumProcessUncertainty(Session& session);
+void SumProcessUncertainty(Analysis& record, const Regional& regional);
 
 /// Empties negative limits and uncertainties of ErrTableText and unticks their rows, as their boxes would
-/// refuse them; tells so once. True if there were any.
-bool RefuseNegativeErrors(Session& session);
+/// refuse them. True if there were any, which is to be told.
+bool emptyNegativeErrors(Analysis& record, const Regional& regional);
 
 /// Rewrites the numbers of ErrTableText that were typed under the other decimal mark ("1,234" for 1.234):
 /// done when the table gives the stored ProcessUncertainty read so, and does not as it stands.
-void SettleTableMarks(Session& session);
+void SettleTableMarks(Analysis& record, const Regional& regional);
 
 /// Brings the table and the samples to other tolerance units of the measuring parameter; `ratio` is the new
 /// factor over the old one. The totals in nominal units stay. Raises RuntimeFault.

@@ -7,7 +7,8 @@
 
 namespace metrisk {
 
-struct Session;
+struct Analysis;
+struct Regional;
 
 /// What stands where such a figure would.
 inline constexpr const char* notComputedText = "Not Computed";
@@ -31,18 +32,18 @@ struct StandingGuardbands {
     Risks risks;
     bool ratio;
 };
-std::optional<StandingGuardbands> standingGuardbands(const Session& session);
+std::optional<StandingGuardbands> standingGuardbands(const Analysis& record, const Regional& regional);
 
-/// Nothing of the session changes. The risks are judged by the entries kept with them; guardband, observed
+/// The risks are judged by the entries kept with them; guardband, observed
 /// and bias figures by computing them again, since nothing is kept of what they were made from.
-CurrentFigures currentFigures(const Session& session);
+CurrentFigures currentFigures(const Analysis& record, const Regional& regional);
 
 /// The first two alone, which cost next to nothing.
-bool risksAreCurrent(const Session& session);
-bool ratioIsCurrent(const Session& session);
+bool risksAreCurrent(const Analysis& record);
+bool ratioIsCurrent(const Analysis& record);
 
 /// What a file must not carry into another session, where nobody would know it for old: guardband risks that
 /// are not current become 0, and risks of another convention lose the entries kept with them.
-void dropStaleFigures(Session& session);
+void dropStaleFigures(Analysis& record, const Regional& regional);
 
 } // namespace metrisk

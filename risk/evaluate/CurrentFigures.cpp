@@ -1,17 +1,17 @@
-#include "desk/compute/CurrentFigures.h"
+#include "risk/evaluate/CurrentFigures.h"
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/BiasAnalysis.h"
-#include "desk/compute/EquivalentRatio.h"
-#include "desk/compute/ObservingUnit.h"
-#include "desk/compute/Snapshot.h"
-#include "desk/kit/Session.h"
 #include "numerics/CoverageFactor.h"
+#include "record/Analysis.h"
 #include "risk/FittedSubject.h"
+#include "risk/RatioSearch.h"
+#include "risk/Snapshot.h"
 #include "risk/SubjectFit.h"
 #include "risk/observed/ObservedModel.h"
+#include "risk/observed/ObservingEntries.h"
+#include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/Budget.h"
 
 #include <algorithm>
@@ -87,42 +87,37 @@ bool observedStands(const Analysis& r, const Regional& regional) {
 
 } // namespace
 
-bool risksAreCurrent(const Session& session) {
-    const Analysis& r = session.record;
-    return r.Last_PctInTol != 0 && !r.RisksNeedCompute && !r.ResultsStale && snapshotHolds(session);
+bool risksAreCurrent(const Analysis& r) {
+    return r.Last_PctInTol != 0 && !r.RisksNeedCompute && !r.ResultsStale && snapshotHolds(r);
 }
 
-bool ratioIsCurrent(const Session& session) {
-    const Analysis& r = session.record;
-    return r.ComputeEqRatio && !r.EqAccRatDen.empty() && baselineSnapshotHolds(r) && risksAreCurrent(session);
+bool ratioIsCurrent(const Analysis& r) {
+    return r.ComputeEqRatio && !r.EqAccRatDen.empty() && baselineSnapshotHolds(r) && risksAreCurrent(r);
 }
 
-std::optional<StandingGuardbands> standingGuardbands(const Session& session) {
-    const Analysis& r = session.record;
-    const auto risks = standingRisks(r, session.regional);
+std::optional<StandingGuardbands> standingGuardbands(const Analysis& r, const Regional& regional) {
+    const auto risks = standingRisks(r, regional);
     if (!risks) return std::nullopt;
     return StandingGuardbands{*risks, r.GB_EqAccRatValid && baselineSnapshotHolds(r)};
 }
 
-CurrentFigures currentFigures(const Session& session) {
-    const Analysis& r = session.record;
+CurrentFigures currentFigures(const Analysis& r, const Regional& regional) {
     CurrentFigures current;
-    current.risks = risksAreCurrent(session);
-    current.ratio = ratioIsCurrent(session);
+    current.risks = risksAreCurrent(r);
+    current.ratio = ratioIsCurrent(r);
     current.noSuchRatio = current.ratio && !ratioAttained(r.EqAccRat);
-    if (const auto guardbands = standingGuardbands(session)) {
+    if (const auto guardbands = standingGuardbands(r, regional)) {
         current.guardbands = true;
         current.guardbandRatio = guardbands->ratio && r.GB_IncludeEqAccRat && r.GB_EqAccRat != 0;
     }
-    current.observed = observedStands(r, session.regional);
-    current.bias = BiasResultsStand(r, session.regional);
+    current.observed = observedStands(r, regional);
+    current.bias = BiasResultsStand(r, regional);
     return current;
 }
 
-void dropStaleFigures(Session& session) {
-    Analysis& r = session.record;
+void dropStaleFigures(Analysis& r, const Regional& regional) {
     if (r.RisksNeedCompute) DropSnapshot(r);
-    if (standingRisks(r, session.regional)) return;
+    if (standingRisks(r, regional)) return;
     r.GB_FARisk = r.GB_FRRisk = r.GB_EqAccRat = 0;
     r.GB_EqAccRatValid = false;
 }

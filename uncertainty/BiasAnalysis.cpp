@@ -1,10 +1,7 @@
-#include "desk/compute/BiasAnalysis.h"
+#include "uncertainty/BiasAnalysis.h"
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/Samples.h"
-#include "desk/compute/ValidateAndFit.h"
-#include "desk/kit/Message.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
 #include "numerics/mathlib/InvNorm.h"
@@ -13,17 +10,14 @@
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
+#include "uncertainty/Samples.h"
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 namespace metrisk {
 
 namespace {
-
-constexpr Message missingPct{"Subject parameter and/or measuring parameter % in-tolerance missing.",
-                             "Metrisk"};
 
 /// Normal deviate of a two-sided content; that of a rectangle when nothing lies outside.
 double deviateOf(double percent) {
@@ -73,27 +67,6 @@ double subjectTolerance(const Analysis& r) {
     return checked(r.SU_Sigma * deviateOf(r.SU_PctInTol));
 }
 
-/// The group with the results of the entries; none if there cannot be any.
-std::optional<BiasAnalysis> analysed(const Analysis& r, const Regional& regional) {
-    BiasAnalysis bias = r;
-    bias.SMPC_PctInTol[1] = r.MTE_PctInTol;
-    bias.SMPC_PctInTol[2] = r.SU_PctInTol;
-    bias.SMPC_Tolerance[1] = r.MTE_Offset;
-    bias.SMPC_Tolerance[2] = subjectTolerance(r);
-    SampleStatistics samples = nominalSamples(r);
-    const BiasGround ground{
-        .mode = r.SU_Mode, .otherErrors = otherErrors(r, regional), .measuringSigma = r.MTE_StdUncertainty};
-    if (!ComputeBias(samples, bias, ground)) return {};
-    bias.SMPC_Computed = true;
-    return bias;
-}
-
-void clearResults(BiasAnalysis& bias) {
-    bias.SMPC_TrueOffset = bias.SMPC_MTEUncertainty = bias.SMPC_SUUncertainty = 0;
-    for (auto* figures : {&bias.SMPC_Bias, &bias.SMPC_Limits, &bias.SMPC_InTolProb}) figures->fill(0);
-    bias.SMPC_Computed = false;
-}
-
 } // namespace
 
 BiasEstimate BiasPass(double d, double limit, double a, double b) {
@@ -140,37 +113,28 @@ bool ComputeBias(SampleStatistics& samples, BiasAnalysis& bias, const BiasGround
     return true;
 }
 
-void RunBiasAnalysis(Session& session) {
-    Analysis& r = session.record;
-    BiasAnalysis& bias = r;
-    bias.SMPC_Computed = false;
-    r.ComputeScope = "Both";
-    ValidateAndFit(session);
-    const bool fitted = !r.AbortFlag;
-    r.AbortFlag = false;
-    if (!hasSample(r, 1) && !hasSample(r, 2)) {
-        clearResults(bias);
-        return;
-    }
-    if (r.MTE_PctInTol == 0 || r.SU_PctInTol == 0) {
-        tell(session.ui, missingPct);
-        return;
-    }
-    if (!fitted) return; // the fit has spoken
-    try {
-        if (auto results = analysed(r, session.regional))
-            bias = *std::move(results);
-        else
-            clearResults(bias);
-    } catch (const RuntimeFault&) {
-        clearResults(bias);
-    }
+std::optional<BiasAnalysis> analysedBias(const Analysis& r, const Regional& regional) {
+    BiasAnalysis bias = r;
+    bias.SMPC_PctInTol[1] = r.MTE_PctInTol;
+    bias.SMPC_PctInTol[2] = r.SU_PctInTol;
+    bias.SMPC_Tolerance[1] = r.MTE_Offset;
+    bias.SMPC_Tolerance[2] = subjectTolerance(r);
+    SampleStatistics samples = nominalSamples(r);
+    const BiasGround ground{
+        .mode = r.SU_Mode, .otherErrors = otherErrors(r, regional), .measuringSigma = r.MTE_StdUncertainty};
+    if (!ComputeBias(samples, bias, ground)) return {};
+    bias.SMPC_Computed = true;
+    return bias;
+}
+
+bool anySample(const SampleStatistics& samples) {
+    return hasSample(samples, 1) || hasSample(samples, 2);
 }
 
 bool BiasResultsStand(const Analysis& r, const Regional& regional) {
-    if (!r.SMPC_Computed || (!hasSample(r, 1) && !hasSample(r, 2))) return false;
+    if (!r.SMPC_Computed || !anySample(r)) return false;
     try {
-        const auto now = analysed(r, regional);
+        const auto now = analysedBias(r, regional);
         if (!now) return false;
         // A file keeps 15 digits, and the means may have most of them in common.
         const double size = r.SMPC_MTEUncertainty + r.SMPC_SUUncertainty;

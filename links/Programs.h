@@ -1,7 +1,7 @@
 // Programs on the disk: whether there is one, and how it is started.
 #pragma once
 
-#include "desk/kit/Desktop.h"
+#include "base/Launch.h"
 
 #include <optional>
 #include <string>

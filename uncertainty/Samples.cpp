@@ -1,4 +1,4 @@
-#include "desk/compute/Samples.h"
+#include "uncertainty/Samples.h"
 
 #include "base/NumberText.h"
 #include "base/Real.h"

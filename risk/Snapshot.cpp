@@ -1,7 +1,7 @@
-#include "desk/compute/Snapshot.h"
+#include "risk/Snapshot.h"
 
 #include "base/SameNumber.h"
-#include "desk/kit/Session.h"
+#include "record/Analysis.h"
 
 #include <algorithm>
 #include <cmath>
@@ -48,8 +48,7 @@ int wholeNumber(double value) {
 
 } // namespace
 
-void CompareWithSnapshot(Session& session) {
-    Analysis& r = session.record;
+void CompareWithSnapshot(Analysis& r) {
     r.GuardbandsUnchanged = true;
     r.NothingChanged = entriesUnchanged(r);
     if (!r.NothingChanged) return;
@@ -57,12 +56,11 @@ void CompareWithSnapshot(Session& session) {
     r.GuardbandsUnchanged = guardbandsUnchanged(r);
 }
 
-bool snapshotHolds(const Session& session) {
-    return entriesUnchanged(session.record) && guardbandsUnchanged(session.record);
+bool snapshotHolds(const Analysis& r) {
+    return entriesUnchanged(r) && guardbandsUnchanged(r);
 }
 
-void CompareBaseline(Session& session) {
-    Analysis& r = session.record;
+void CompareBaseline(Analysis& r) {
     r.BaselineUnchanged = r.Last_Base1 == r.Base_AccRatNum && r.Last_Base2 == r.Base_AccRatDen &&
                           r.Last_Base3 == r.Base_MTEPctInTol && r.Last_Base4 == r.Base_SUPctInTol;
 }

@@ -3,19 +3,18 @@
 
 namespace metrisk {
 
-struct Session;
 struct Analysis;
 
 /// Sets NothingChanged and GuardbandsUnchanged. What was entered is compared exactly, what was derived from
 /// it (standard uncertainty, measuring sigma, degrees of freedom unless typed) to rounding.
-void CompareWithSnapshot(Session& session);
+void CompareWithSnapshot(Analysis& record);
 
 /// The same without a trace in the record: the last results belong to the present entries.
-bool snapshotHolds(const Session& session);
+bool snapshotHolds(const Analysis& record);
 
 /// Sets BaselineUnchanged. The stored figures are whole numbers, so that a baseline with a fraction
 /// always counts as changed.
-void CompareBaseline(Session& session);
+void CompareBaseline(Analysis& record);
 /// The whole-number parts are those of the last ratio search. A change that they do not show drops the ratio.
 bool baselineSnapshotHolds(const Analysis& record);
 

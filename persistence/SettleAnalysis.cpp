@@ -1,17 +1,16 @@
-#include "desk/files/LoadSteps.h"
+#include "persistence/SettleAnalysis.h"
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "desk/compute/ErrorMessages.h"
-#include "desk/compute/ProcessTotals.h"
-#include "desk/files/UnitSelection.h"
-#include "desk/kit/Message.h"
 #include "persistence/SettingKeys.h"
 #include "record/ToleranceUnits.h"
+#include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/ProcessTotals.h"
 #include "units/ToleranceDecimals.h"
+#include "units/UnitFactor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -111,15 +110,14 @@ void derivePictures(Analysis& record) {
 }
 
 /// As an entry of the correlation worksheet would be refused.
-bool refuseCorrelations(Session& session) {
+bool dropUnlawfulCorrelations(ProcessErrors& errors) {
     bool refused = false;
-    for (auto& row : session.record.CorrelationMatrix)
+    for (auto& row : errors.CorrelationMatrix)
         for (double& correlation : row)
             if (std::fabs(correlation) > 1) {
                 correlation = 0;
                 refused = true;
             }
-    if (refused) tell(session.ui, unlawfulCorrelation);
     return refused;
 }
 
@@ -144,37 +142,37 @@ void settleLimits(Analysis& r) {
 
 } // namespace
 
-bool runLoadStep(Session& session, LayoutPoint point) {
+bool settle(Analysis& record, LayoutPoint point, const Regional& regional, LoadNotes& notes) {
+    const auto noted = [&notes](bool dropped, const Message& message) {
+        if (dropped) notes.push_back(message);
+        return dropped;
+    };
     bool changed = false;
     switch (point) {
-    case LayoutPoint::Options:
-        settleToleranceKind(session.record);
-        session.ui.repaintMainScreen();
-        session.ui.yield();
-        break;
-    case LayoutPoint::ErrorTable: copyErrorTable(session.record); break;
-    case LayoutPoint::SourceNames: nameStressResponse(session.record); break;
+    case LayoutPoint::Options: settleToleranceKind(record); break;
+    case LayoutPoint::ErrorTable: copyErrorTable(record); break;
+    case LayoutPoint::SourceNames: nameStressResponse(record); break;
     case LayoutPoint::Units:
-        settleConvention(session.record);
-        settleUnits(session.record);
+        settleConvention(record);
+        settleUnits(record);
         break;
     case LayoutPoint::Statistics:
-        changed = RefuseNegativeErrors(session);
-        changed |= refuseCorrelations(session);
-        SettleTableMarks(session);
-        copyErrorTable(session.record);
-        shortenComputed(session.record, session.regional);
-        SumProcessUncertainty(session);
+        changed = noted(emptyNegativeErrors(record, regional), negativeError);
+        changed |= noted(dropUnlawfulCorrelations(record), unlawfulCorrelation);
+        SettleTableMarks(record, regional);
+        copyErrorTable(record);
+        shortenComputed(record, regional);
+        SumProcessUncertainty(record, regional);
         break;
     }
     return changed;
 }
 
-bool finishLoad(Session& session) {
-    settleLimits(session.record);
-    composeBiasRow(session.record, session.regional);
-    derivePictures(session.record);
-    return session.record.LimitsReformed;
+bool settleEnd(Analysis& record, const Regional& regional) {
+    settleLimits(record);
+    composeBiasRow(record, regional);
+    derivePictures(record);
+    return record.LimitsReformed;
 }
 
 } // namespace metrisk

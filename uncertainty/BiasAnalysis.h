@@ -5,8 +5,10 @@
 // Castrup, statistical measurement process control). Slot 1 is the measuring, slot 2 the subject parameter.
 #pragma once
 
-#include "desk/kit/Session.h"
+#include "base/Regional.h"
+#include "record/Analysis.h"
 
+#include <optional>
 #include <string>
 
 namespace metrisk {
@@ -32,10 +34,12 @@ struct BiasGround {
 /// result: a % in-tolerance is 0, or there is no uncertainty at all. Raises RuntimeFault.
 bool ComputeBias(SampleStatistics& samples, BiasAnalysis& bias, const BiasGround& ground);
 
-/// Fits both parameters and analyses the samples of the record into its bias group, which they leave
-/// themselves unchanged. Without any sample the results are cleared. SMPC_Computed tells whether there are
-/// results; a missing % in-tolerance is told and leaves the earlier ones.
-void RunBiasAnalysis(Session& session);
+/// There is a sample of a parameter.
+bool anySample(const SampleStatistics& samples);
+
+/// The bias group with the results of the record's samples and of the fits that it holds; none if there
+/// cannot be any. Raises RuntimeFault.
+std::optional<BiasAnalysis> analysedBias(const Analysis& record, const Regional& regional);
 
 /// Whether the results in the record are those of its entries: an analysis of them gives the same.
 bool BiasResultsStand(const Analysis& record, const Regional& regional);

@@ -1,7 +1,8 @@
 // Measured samples and what the process errors table takes from them.
 #pragma once
 
-#include "desk/kit/Session.h"
+#include "base/Regional.h"
+#include "record/Analysis.h"
 
 #include <span>
 

@@ -1,9 +1,7 @@
-#include "desk/compute/ProcessTotals.h"
+#include "uncertainty/ProcessTotals.h"
 
 #include "base/NumberText.h"
 #include "base/Real.h"
-#include "desk/compute/ErrorMessages.h"
-#include "desk/kit/Message.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 
@@ -129,24 +127,22 @@ Totals ComputeTotals(const ErrorRows& rows, const Correlations& correlations) {
     return totals;
 }
 
-void SettleTableMarks(Session& session) {
-    Analysis& record = session.record;
-    Regional other = session.regional;
+void SettleTableMarks(Analysis& record, const Regional& regional) {
+    Regional other = regional;
     std::swap(other.DecimalSymbol, other.ThousandSeparator);
     try {
-        if (givesStoredTotal(record, session.regional) || !givesStoredTotal(record, other)) return;
+        if (givesStoredTotal(record, regional) || !givesStoredTotal(record, other)) return;
         for (auto& row : record.ErrTableText)
             for (const int column : numberColumns)
-                row[column] = inMarksOf(session.regional, std::move(row[column]), other);
+                row[column] = inMarksOf(regional, std::move(row[column]), other);
     } catch (const std::exception&) {
         return; // a total that cannot be formed tells nothing about the marks
     }
 }
 
-void SumProcessUncertainty(Session& session) {
-    Analysis& record = session.record;
+void SumProcessUncertainty(Analysis& record, const Regional& regional) {
     try {
-        const ErrorRows rows = readErrorRows(record, session.regional);
+        const ErrorRows rows = readErrorRows(record, regional);
         const Totals totals = ComputeTotals(rows, record.CorrelationMatrix);
         const bool anyUncertainty = std::any_of(rows.begin() + 1, rows.end(),
                                                 [](const ErrorRow& row) { return row.uncertainty != 0; });
@@ -165,16 +161,15 @@ void SumProcessUncertainty(Session& session) {
     }
 }
 
-bool RefuseNegativeErrors(Session& session) {
+bool emptyNegativeErrors(Analysis& record, const Regional& regional) {
     bool refused = false;
-    for (auto& row : session.record.ErrTableText)
+    for (auto& row : record.ErrTableText)
         for (const int column : scaledColumns) {
-            if (!(ParseValue(row[column], session.regional) < 0)) continue;
+            if (!(ParseValue(row[column], regional) < 0)) continue;
             row[column].clear();
             row[errorColumn::include] = "False";
             refused = true;
         }
-    if (refused) tell(session.ui, negativeError);
     return refused;
 }
 
