@@ -94,6 +94,23 @@ BENCHMARK_CAPTURE(riskIntegral, logNormal, unequal(90), 0.7, 1.6)->UseManualTime
 BENCHMARK_CAPTURE(riskIntegral, exponential, physicalLimitAtMode(90), 0.0, 1.0)->UseManualTime();
 BENCHMARK_CAPTURE(riskIntegral, uniform, twoSided(100), -0.5, 0.5)->UseManualTime();
 
+/// False accept and false reject risk; the floor is the calls of the joint integral.
+void bothRisks(benchmark::State& state, const Entry& entry) {
+    BenchSession s(entry);
+    ValidateAndFit(s.session);
+    const SubjectBias su = subjectBiasOf(s.record);
+    const RiskModel model(su, s.record.MTE_Sigma);
+    const AcceptanceRange range{-su.lowerOffset, su.upperOffset};
+    const Calls calls = callsOf(su, -1.6, 1.6, s.record.MTE_Sigma);
+    againstFloor(
+        state, 1, [&] { benchmark::DoNotOptimize(risksOf(model.at(range).value(), 0)); },
+        [&] { calls.run(); });
+}
+BENCHMARK_CAPTURE(bothRisks, normal, twoSided(95))->UseManualTime();
+BENCHMARK_CAPTURE(bothRisks, normalSingleUpper, singleUpper(95))->UseManualTime();
+BENCHMARK_CAPTURE(bothRisks, logNormal, unequal(95))->UseManualTime();
+BENCHMARK_CAPTURE(bothRisks, uniform, twoSided(100))->UseManualTime();
+
 void baselineIntegral(benchmark::State& state) {
     const double zs = InvNorm(0.86), zm = InvNorm(0.925), k = 4 * zm;
     Calls calls;

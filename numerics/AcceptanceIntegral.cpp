@@ -5,7 +5,6 @@
 #include "numerics/IntegrationLimits.h"
 #include "numerics/mathlib/NormalArray.h"
 
-#include <array>
 #include <utility>
 
 namespace metrisk {
@@ -28,30 +27,24 @@ std::optional<double> IntegrateAcceptance(Integral kind, const SubjectBias& subj
         if (!scaled) return std::nullopt;
         // A single upper LogNormal limit below its physical limit comes the other way round.
         if (x1 > x2) std::swap(x1, x2);
-        const auto nodes = GaussLegendreNodes<order>(checked(x1), checked(x2));
-        std::array<double, order> values{};
-        integrand.evaluate(nodes.x.data(), values.data(), order);
-        double sum = 0;
-        for (std::size_t i = 0; i < order; ++i) sum += nodes.w[i] * values[i];
-        return checked(sum);
+        const double middle = (checked(x2) + checked(x1)) / 2, half = (x2 - x1) / 2;
+        const auto over = [&](const auto& nodes) {
+            return checked(half *
+                           integrand.sumOver(nodes.x.data(), nodes.w.data(), nodes.size(), middle, half));
+        };
+        return middle == 0 && integrand.isEven() ? over(upperUnitNodes<order>()) : over(unitNodes<order>());
     });
 }
 
 double BaselineJointProbability(double ratio, double zSubject, double zMeasuring) {
     return faultsNamed("BaselineJointProbability", [&] {
         if (zSubject == 0) throw RuntimeFault{};
-        const auto nodes = GaussLegendreNodes<order>(-checked(zSubject), zSubject);
-        const double k = checked(ratio * zMeasuring);
-        std::array<double, 2 * order> phi;
-        for (std::size_t i = 0; i < order; ++i) phi[i] = (nodes.x[i] / zSubject + 1) * k;
-        for (std::size_t i = 0; i < order; ++i) phi[order + i] = (1 - nodes.x[i] / zSubject) * k;
-        Normal(phi.data(), phi.data(), 2 * order);
-        std::array<double, order> density;
-        NormalDensity(nodes.x.data(), density.data(), order);
-        double sum = 0;
-        for (std::size_t i = 0; i < order; ++i)
-            sum += nodes.w[i] * (phi[i] + phi[order + i] - 1) * density[i];
-        return checked(sum);
+        const double reach = checked(ratio * zMeasuring);
+        if (reach == 0) return 0.0;
+        const double sigma = checked(zSubject / reach);
+        const auto& nodes = upperUnitNodes<order>();
+        return checked(zSubject * NormalWindowSum(nodes.x.data(), nodes.w.data(), nodes.size(), 0, zSubject,
+                                                  {zSubject, -zSubject, sigma}));
     });
 }
 

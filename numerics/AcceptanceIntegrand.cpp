@@ -19,6 +19,13 @@ void timesDensity(const double* u, double* value, std::size_t n) {
     for (std::size_t i = 0; i < n; ++i) value[i] *= density[i];
 }
 
+/// value[i] *= the density of an exponential parameter of that rate at u[i].
+void timesExponentialDensity(double rate, const double* u, double* value, std::size_t n) {
+    double density[blockSize];
+    Exponential(-rate, u, density, n);
+    for (std::size_t i = 0; i < n; ++i) value[i] *= rate * density[i];
+}
+
 } // namespace
 
 AcceptanceIntegrand::AcceptanceIntegrand(const SubjectBias& subject, double lo, double hi, double mteSigma)
@@ -66,77 +73,82 @@ void AcceptanceIntegrand::evaluate(const double* u, double* value, std::size_t n
         evaluateBlock(u + done, value + done, std::min(blockSize, n - done));
 }
 
-/// One block: the arguments of Phi for all points, Phi of all of them at once, then the densities.
+/// One block: the probabilities of acceptance at all points at once, then the densities.
 void AcceptanceIntegrand::evaluateBlock(const double* u, double* value, std::size_t n) const {
-    const double lo = lo_;
-    const double hi = hi_;
     const double sm = sm_;
-    if (n == 0) return;
-    double phi[2 * blockSize]; // the first argument of every point, then the second
-    double* const second = phi + n;
     const double rate = subject_.expExponent;
+    double awayFromLimit[blockSize];
     switch (form_) {
     case Form::None:
     case Form::NoScale: return;
     case Form::NormalTwoSided:
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
-        for (std::size_t i = 0; i < n; ++i) second[i] = (lo - u[i]) / sm;
-        Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i] - second[i];
+        NormalWindowShare(u, {hi_, lo_, sm}, value, n);
         return timesDensity(u, value, n);
     case Form::NormalUpper:
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
-        Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i];
+        for (std::size_t i = 0; i < n; ++i) value[i] = (hi_ - u[i]) / sm;
+        Normal(value, value, n);
         return timesDensity(u, value, n);
     case Form::NormalLower:
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (u[i] - lo) / sm;
-        Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i];
+        for (std::size_t i = 0; i < n; ++i) value[i] = (u[i] - lo_) / sm;
+        Normal(value, value, n);
         return timesDensity(u, value, n);
     case Form::LogNormalFarSide:
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (lo - logNormalRatio(u[i])) / sm;
-        Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = 1 - phi[i];
+        logNormalRatios(u, value, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = (lo_ - value[i]) / sm;
+        Normal(value, value, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = 1 - value[i];
         return timesDensity(u, value, n);
     case Form::LogNormalBounded:
-        for (std::size_t i = 0; i < n; ++i) {
-            const double t = logNormalRatio(u[i]);
-            phi[i] = (hi - t) / sm;
-            second[i] = (lo - t) / sm;
-        }
-        Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = phi[i] - second[i];
+        logNormalRatios(u, value, n);
+        NormalWindowShare(value, {hi_, lo_, sm}, value, n);
         return timesDensity(u, value, n);
     case Form::ExponentialNear:
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
-        for (std::size_t i = 0; i < n; ++i) second[i] = u[i] / sm;
-        Normal(phi, phi, 2 * n);
-        for (std::size_t i = 0; i < n; ++i)
-            value[i] = rate * std::exp(-rate * u[i]) * (phi[i] + second[i] - 1);
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = (hi_ - u[i]) / sm;
+        for (std::size_t i = 0; i < n; ++i) awayFromLimit[i] = u[i] / sm;
+        Normal(value, value, n);
+        Normal(awayFromLimit, awayFromLimit, n);
+        // Of a sum with 1, which ends the walk to the open end where hardly anything is accepted any more.
+        for (std::size_t i = 0; i < n; ++i) value[i] = value[i] + awayFromLimit[i] - 1;
+        return timesExponentialDensity(rate, u, value, n);
     case Form::ExponentialFar:
         // hi, not lo: the acceptance bound of these cases is the large bound, by design.
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
-        Normal(phi, phi, n);
-        for (std::size_t i = 0; i < n; ++i) value[i] = rate * std::exp(-rate * u[i]) * (1 - phi[i]);
-        return;
+        for (std::size_t i = 0; i < n; ++i) value[i] = (hi_ - u[i]) / sm;
+        Normal(value, value, n);
+        for (std::size_t i = 0; i < n; ++i) value[i] = 1 - value[i];
+        return timesExponentialDensity(rate, u, value, n);
     case Form::Uniform: {
         const double density = 1 / (2 * subject_.upperOffset);
-        for (std::size_t i = 0; i < n; ++i) phi[i] = (hi - u[i]) / sm;
-        for (std::size_t i = 0; i < n; ++i) second[i] = (lo - u[i]) / sm;
-        Normal(phi, phi, 2 * n);
+        NormalWindowShare(u, {hi_, lo_, sm}, value, n);
         for (std::size_t i = 0; i < n; ++i) {
             const bool inside = u[i] >= -subject_.lowerOffset && u[i] <= subject_.upperOffset;
-            value[i] = inside ? density * (phi[i] - second[i]) : 0;
+            value[i] = inside ? density * value[i] : 0;
         }
         return;
     }
     }
 }
 
-double AcceptanceIntegrand::logNormalRatio(double u) const {
-    return subject_.logOmega * std::exp(subject_.logSigma * u);
+double AcceptanceIntegrand::sumOver(const double* x, const double* w, std::size_t n, double middle,
+                                    double half) const {
+    if (form_ == Form::NormalTwoSided) return NormalWindowSum(x, w, n, middle, half, {hi_, lo_, sm_});
+    double sum = 0;
+    for (std::size_t done = 0; done < n; done += blockSize) {
+        const std::size_t some = std::min(blockSize, n - done);
+        double u[blockSize], value[blockSize] = {};
+        for (std::size_t i = 0; i < some; ++i) u[i] = middle + half * x[done + i];
+        evaluate(u, value, some);
+        sum += SumOfProducts(w + done, value, some);
+    }
+    return sum;
+}
+
+bool AcceptanceIntegrand::isEven() const {
+    return (form_ == Form::NormalTwoSided || form_ == Form::Uniform) && lo_ == -hi_;
+}
+
+void AcceptanceIntegrand::logNormalRatios(const double* u, double* ratio, std::size_t n) const {
+    Exponential(subject_.logSigma, u, ratio, n);
+    for (std::size_t i = 0; i < n; ++i) ratio[i] *= subject_.logOmega;
 }
 
 } // namespace metrisk

@@ -34,6 +34,13 @@ class AcceptanceIntegrand {
         return value;
     }
 
+    /// The sum of w[i] times the value at middle + half x[i], n being a multiple of four; no sum without a
+    /// scale.
+    double sumOver(const double* x, const double* w, std::size_t n, double middle, double half) const;
+
+    /// The values at u and -u are the same.
+    bool isEven() const;
+
     const SubjectBias& subject() const { return subject_; }
 
   private:
@@ -51,8 +58,8 @@ class AcceptanceIntegrand {
     };
 
     void evaluateBlock(const double* u, double* value, std::size_t n) const;
-    /// (x - physicalLimit)/(mode - physicalLimit) at a standard variable.
-    double logNormalRatio(double u) const;
+    /// (x - physicalLimit)/(mode - physicalLimit) at standard variables.
+    void logNormalRatios(const double* u, double* ratio, std::size_t n) const;
 
     SubjectBias subject_;
     Form form_ = Form::None;

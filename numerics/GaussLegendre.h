@@ -34,6 +34,22 @@ const NodeSet<N>& unitNodes() {
     return nodes;
 }
 
+/// The upper half of the unit nodes of an even order, with twice their weights: for an integrand that is the
+/// same on both sides of the middle. Filled up to a multiple of four with weights of 0.
+template <std::size_t N>
+const NodeSet<(N / 2 + 3) / 4 * 4>& upperUnitNodes() {
+    static_assert(N % 2 == 0);
+    static const NodeSet<(N / 2 + 3) / 4 * 4> nodes = [] {
+        NodeSet<(N / 2 + 3) / 4 * 4> upper{};
+        for (std::size_t i = 0; i < N / 2; ++i) {
+            upper.x[i] = unitNodes<N>().x[N / 2 + i];
+            upper.w[i] = 2 * unitNodes<N>().w[N / 2 + i];
+        }
+        return upper;
+    }();
+    return nodes;
+}
+
 /// The unit nodes moved to [x1, x2]: x = xm + xl z, w = xl w(z), xm the middle and xl half the length.
 /// For x1 > x2 the nodes descend and the weights are negative, as the integral's sign wants it.
 template <std::size_t N>

@@ -58,7 +58,10 @@ double normalAcceptance(const SubjectBias& su, double mteSigma, AcceptanceRange 
     const Real spread = sqrt(Real(mteSigma) * mteSigma + Real(su.sigma) * su.sigma);
     const auto below = [&] { return Normal((range.upper / spread).value()); };
     const auto above = [&] { return Normal((-range.lower / spread).value()); };
-    if (su.twoSided) return below() + above() - 1;
+    if (su.twoSided) {
+        const double content = below();
+        return content + (range.lower == -range.upper ? content : above()) - 1;
+    }
     return su.singleUpper ? below() : above();
 }
 

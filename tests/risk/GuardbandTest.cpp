@@ -156,7 +156,8 @@ TEST(GuardbandSolver, SaysWhatItCannotFind) {
     const Row rows[] = {
         {"more than all", {"", twoSided(0.5, 0.5, 90), 0, Form::Multiplier, {onAccept, 0.9}}, {noMultiplier}},
         {"below the last digit",
-         {"", twoSided(0.5, 0.5, 90), 1, Form::Multiplier, {onAccept, 1e-15}},
+         {"", twoSided(0.5, 0.5, 90), 0, Form::Multiplier, {onAccept, 1.6e-16}}, // no multiple of 1 - (1 -
+                                                                                 // eps)
          {notPrecise}},
         {"equal only beyond 1.5",
          {"", twoSided(0.5, 0.5, 99.9, 0.5), 0, Form::Multiplier, {equal}},

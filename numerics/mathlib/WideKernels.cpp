@@ -1,0 +1,10 @@
+#if defined(__AVX2__)
+#define METRISK_LANES 4
+#include "numerics/mathlib/ArrayLoops.h"
+
+namespace metrisk {
+
+const ArrayKernels wideKernels = kernels;
+
+} // namespace metrisk
+#endif
