@@ -148,6 +148,23 @@ void ratioSearch(benchmark::State& state) {
 }
 BENCHMARK(ratioSearch)->UseManualTime();
 
+/// A search for a risk that no ratio gives, against a single pass.
+void unreachableTarget(benchmark::State& state) {
+    const RatioQuestion question{.baseline = BaselineModel(0.72, 0.85),
+                                 .start = 4,
+                                 .target = 0.9999,
+                                 .onFalseAccept = true,
+                                 .falseAcceptOption = 0};
+    againstFloor(
+        state, 1,
+        [&] {
+            double ratio = 0;
+            benchmark::DoNotOptimize(searchRatio(question, ratio, [](const SearchPass&) { return true; }));
+        },
+        [&] { benchmark::DoNotOptimize(question.baseline.at(4)); });
+}
+BENCHMARK(unreachableTarget)->UseManualTime();
+
 /// A press of the compute button; the floor is its one risk integral.
 void fullCompute(benchmark::State& state, bool withSearch) {
     BenchSession s(twoSided(90));

@@ -25,9 +25,16 @@ BaselineModel::BaselineModel(double subjectInTol, double measuringInTol)
       inTolerance_(2 * Normal(zSubject_) - 1) {}
 
 Probabilities BaselineModel::at(double ratio) const {
-    const double joint = std::fabs(BaselineJointProbability(ratio, zSubject_, zMeasuring_));
+    return {joint(ratio), accepted(ratio), inTolerance_};
+}
+
+double BaselineModel::joint(double ratio) const {
+    return std::fabs(BaselineJointProbability(ratio, zSubject_, zMeasuring_));
+}
+
+double BaselineModel::accepted(double ratio) const {
     const double spread = std::hypot(zSubject_ / zMeasuring_, ratio);
-    return {joint, 2 * Normal(checked(zSubject_ * ratio / spread)) - 1, inTolerance_};
+    return 2 * Normal(checked(zSubject_ * ratio / spread)) - 1;
 }
 
 } // namespace metrisk

@@ -18,11 +18,11 @@ inline constexpr const char* noSuchRatioText = "no such ratio";
 /// offset of the existing side. Nominal units.
 double ratioTolerance(const Analysis& record);
 
-/// Where a search stands after a pass.
+/// Where a search stands after a pass. Passes that would only repeat others are left out.
 struct SearchPass {
     int iteration;
     double ratio;
-    double error;
+    double error;     // to a few units of 1e-13, of a share of all that are accepted
     double tolerance; // of the error, at which the search ends
 };
 
@@ -36,8 +36,9 @@ struct RatioQuestion {
 
 enum class RatioEnd { Found, StepTooSmall, Stopped };
 
-/// `ratio` receives each ratio tried. `goOn` is asked at the start and after each pass; it stops the search
-/// by false. Raises RuntimeFault.
+/// The ratio is to the bit what a search by BaselineModel alone finds: a table answers where its doubt
+/// decides nothing. `ratio` receives each ratio tried. `goOn` is asked at the start and after each pass; it
+/// stops the search by false. Raises RuntimeFault.
 RatioEnd searchRatio(const RatioQuestion& question, double& ratio, FunctionRef<bool(const SearchPass&)> goOn);
 
 } // namespace metrisk
