@@ -154,6 +154,15 @@ double tDistribution(double t, double nu) noexcept {
     return TwoSided(nu).at(t / std::sqrt(nu)).content;
 }
 
+double studentsTail(double t, double nu) noexcept {
+    if (!(nu > 0) || std::isnan(t)) return std::nan("");
+    if (t == 0) return 0.5;
+    if (t < 0) return 0.5 + tDistribution(-t, nu) / 2;
+    if (std::isinf(t)) return 0;
+    if (nu >= normalFrom) return Normal(-(nu >= normalExactlyFrom ? t : normalArgument(t, nu)));
+    return TwoSided(nu).at(t / std::sqrt(nu)).tail / 2;
+}
+
 double StudentsT(double nu, double p) noexcept {
     if (!(nu > 0) || !(p > 0 && p < 1) || p == 0.5) return 0;
     const double fromHalf = p - 0.5, half = std::fabs(fromHalf);

@@ -271,7 +271,10 @@ ExactRisks risksOf(const Shape& s) {
     const Sum accepted = rejected.value < good / 2 ? Sum{good - rejected.value, goodBound + rejected.bound}
                                                    : acceptedWithin(s);
     const Sum all = accepted + bad;
-    return {{bad.value, bad.bound}, {rejected.value, rejected.bound}, {all.value, all.bound}};
+    return {{bad.value, bad.bound},
+            {rejected.value, rejected.bound},
+            {all.value, all.bound},
+            {good, goodBound}};
 }
 
 /// The parameter on its own scale; limits that are not there are infinite.

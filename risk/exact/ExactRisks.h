@@ -22,6 +22,7 @@ struct ExactRisks {
     BoundedFigure acceptedBad;  // out of tolerance and accepted: the Producer's false accept risk
     BoundedFigure rejectedGood; // in tolerance and rejected: the false reject risk
     BoundedFigure accepted;
+    BoundedFigure inTolerance; // of the fit, whatever the acceptance limits
 
     /// By the convention: 0 Consumer (of the accepted ones), 1 Producer (of all).
     BoundedFigure falseAccept(int falseAcceptOption) const;

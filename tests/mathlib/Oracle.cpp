@@ -36,6 +36,15 @@ Value tContent(double t, double nu) {
     return rounded(boost::math::ibeta(Quad(0.5), n / 2, square / (n + square)));
 }
 
+Value tTail(double t, double nu) {
+    const Quad n = nu;
+    return rounded(boost::math::ibeta(n / 2, Quad(0.5), n / (n + Quad(t) * t)) / 2);
+}
+
+Value betaI(double a, double b, double x) {
+    return rounded(boost::math::ibeta(Quad(a), Quad(b), Quad(x)));
+}
+
 Value tQuantileError(double t, double nu, double p) {
     const Quad n = nu, square = Quad(t) * t;
     const Quad x = square / (n + square), y = n / (n + square);

@@ -1,0 +1,18 @@
+// The width of a guard band at which a falling quantity is met.
+#pragma once
+
+#include "base/FunctionRef.h"
+#include "risk/decision/DecisionBasis.h"
+
+#include <optional>
+
+namespace metrisk {
+
+/// The width w (nominal units, the same on all sides) at which `excess` passes from above 0 to below; it must
+/// fall with w. Minus infinity means that nothing is left, not-a-number that there is no figure there. Looks
+/// from `from` towards more guard band, and where `widen` is set towards less as well. None where it is above
+/// 0 for any width that leaves an acceptance zone, or below 0 for any.
+std::optional<double> widthWhere(const DecisionBasis& basis, FunctionRef<double(double)> excess, double from,
+                                 bool widen);
+
+} // namespace metrisk

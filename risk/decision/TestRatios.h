@@ -1,0 +1,19 @@
+// Ratios of a test and its risks in both conventions.
+#pragma once
+
+#include "risk/decision/GuardedRisks.h"
+
+namespace metrisk {
+
+/// Pure numbers.
+struct TestRatios {
+    double tur;                    // d/(1.959964 u), as on the main screen
+    double toleranceToUncertainty; // d/(k u), what the rules by ratio use
+};
+
+TestRatios ratiosOf(const DecisionBasis& basis);
+
+/// With the fit and the test limits of the analysis. Refused without a fit, and where nothing is accepted.
+Result<GuardedRisks> risksOf(const DecisionBasis& basis);
+
+} // namespace metrisk
