@@ -6,6 +6,7 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskModel.h"
+#include "risk/exact/ExactRatio.h"
 #include "risk/exact/ExactRisks.h"
 
 namespace {
@@ -43,5 +44,18 @@ void baselineAlone(benchmark::State& state) {
         [&] { benchmark::DoNotOptimize(risksOf(told.at(4), 0)); });
 }
 BENCHMARK(baselineAlone)->UseManualTime();
+
+/// The ratio of a risk, near the told one; the floor is a single exact value.
+void ratioOfRisk(benchmark::State& state, const ExactRatioQuestion& question) {
+    const ExactRisks exact = *exactBaseline(7, question.subjectInTol, question.measuringInTol);
+    const double risk = question.onFalseAccept ? exact.falseAccept(question.falseAcceptOption).value
+                                               : exact.falseReject().value;
+    againstFloor(
+        state, 1, [&] { benchmark::DoNotOptimize(exactRatio(question, risk, 7.001)); },
+        [&] { benchmark::DoNotOptimize(exactBaseline(7, question.subjectInTol, question.measuringInTol)); });
+}
+BENCHMARK_CAPTURE(ratioOfRisk, consumer, {0.72, 0.85, true, 0})->UseManualTime();
+BENCHMARK_CAPTURE(ratioOfRisk, producer, {0.72, 0.85, true, 1})->UseManualTime();
+BENCHMARK_CAPTURE(ratioOfRisk, falseReject, {0.72, 0.85, false, 0})->UseManualTime();
 
 } // namespace

@@ -12,6 +12,7 @@ struct ArrayKernels {
     void (*normal)(const double* x, double* out, std::size_t n) noexcept;
     void (*normalDensity)(const double* x, double* out, std::size_t n) noexcept;
     void (*exponential)(double factor, const double* x, double* out, std::size_t n) noexcept;
+    void (*exponentialLessOne)(double factor, const double* x, double* out, std::size_t n) noexcept;
     void (*normalWindow)(const double* x, const NormalWindow& window, double* out, std::size_t n) noexcept;
     double (*sumOfProducts)(const double* a, const double* b, std::size_t n) noexcept;
     double (*normalWindowSum)(const double* x, const double* w, std::size_t n, double middle, double half,

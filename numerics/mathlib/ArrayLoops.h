@@ -79,8 +79,12 @@ constexpr double log2e = 1.44269504088896338700;
 constexpr double ln2Head = 6.93147180369123816490e-01, ln2Tail = 1.90821492927058770002e-10;
 constexpr double toInteger = 0x1.8p52; // added, it leaves the rounded integer in the lowest bits
 
+/// exp(rest) - 1 and exp(rest) for |rest| up to 0.347.
+METRISK_INLINE Lanes lessOne(Lanes rest) {
+    return rest + rest * rest * polynomial(polynomials::exponentialRest, rest);
+}
 METRISK_INLINE Lanes exponentialOf(Lanes rest) {
-    return 1 + (rest + rest * rest * polynomial(polynomials::exponentialRest, rest));
+    return 1 + lessOne(rest);
 }
 /// 2^n of the integer n in the lowest bits of `shifted`, for exponents of normal numbers.
 METRISK_INLINE Lanes powerOfTwo(Lanes shifted, std::int64_t more = 0) {
@@ -171,6 +175,16 @@ METRISK_INLINE Lanes exponentialAt(Lanes x) {
     return above ? all(__builtin_inf()) : under ? all(0) : value;
 }
 
+METRISK_INLINE Lanes exponentialLessOneAt(Lanes x) {
+    constexpr double highest = 709, lowest = -40;
+    const Bits above = x > highest, under = x < lowest;
+    const Lanes kept = above | under ? all(0) : x;
+    const Lanes shifted = toInteger + kept * log2e, n = shifted - toInteger;
+    const Lanes rest = (kept - n * ln2Head) - n * ln2Tail, power = powerOfTwo(shifted);
+    const Lanes value = power * lessOne(rest) + (power - 1);
+    return above ? all(__builtin_inf()) : under ? all(-1) : value;
+}
+
 /// f over whole registers; the last one overlaps that before it, or is filled up where there is only one.
 template <class F>
 METRISK_INLINE void overArray(const double* x, double* out, std::size_t n, F f) {
@@ -196,6 +210,9 @@ void normalDensity(const double* x, double* out, std::size_t n) noexcept {
 }
 void exponential(double factor, const double* x, double* out, std::size_t n) noexcept {
     overArray(x, out, n, [&](Lanes v) METRISK_LOCAL { return exponentialAt(factor * v); });
+}
+void exponentialLessOne(double factor, const double* x, double* out, std::size_t n) noexcept {
+    overArray(x, out, n, [&](Lanes v) METRISK_LOCAL { return exponentialLessOneAt(factor * v); });
 }
 void normalWindow(const double* x, const NormalWindow& window, double* out, std::size_t n) noexcept {
     overArray(x, out, n, [&](Lanes v) METRISK_LOCAL {
@@ -226,7 +243,7 @@ double normalWindowSum(const double* x, const double* w, std::size_t n, double m
     });
 }
 
-constexpr ArrayKernels kernels{normal,       normalDensity, exponential,
+constexpr ArrayKernels kernels{normal,       normalDensity, exponential,    exponentialLessOne,
                                normalWindow, sumOfProducts, normalWindowSum};
 
 } // namespace

@@ -25,6 +25,10 @@ void Exponential(double factor, const double* x, double* out, std::size_t n) noe
     arrayKernels().exponential(factor, x, out, n);
 }
 
+void ExponentialLessOne(double factor, const double* x, double* out, std::size_t n) noexcept {
+    arrayKernels().exponentialLessOne(factor, x, out, n);
+}
+
 void NormalWindowShare(const double* x, const NormalWindow& window, double* out, std::size_t n) noexcept {
     arrayKernels().normalWindow(x, window, out, n);
 }

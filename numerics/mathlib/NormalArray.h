@@ -18,6 +18,10 @@ void NormalDensity(const double* x, double* out, std::size_t n) noexcept;
 /// where the result is subnormal. Beyond the largest double it is infinite.
 void Exponential(double factor, const double* x, double* out, std::size_t n) noexcept;
 
+/// out[i] = exp(factor x[i]) - 1, near 0 as well; the same contract, relative error below 1e-15. Infinite
+/// from 709 on.
+void ExponentialLessOne(double factor, const double* x, double* out, std::size_t n) noexcept;
+
 /// A normal error of that sigma is within (lower, upper); in one unit.
 struct NormalWindow {
     double upper;

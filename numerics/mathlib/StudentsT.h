@@ -7,7 +7,8 @@ namespace metrisk {
 /// 0.1 <= nu <= 1e6; nan for nu <= 0 or a nan.
 double tDistribution(double t, double nu) noexcept;
 
-/// P(T > t) for nu degrees of freedom, a fraction, of either sign of t. Relative error below 1e-12 for 0.1 <= nu
+/// P(T > t) for nu degrees of freedom, a fraction, of either sign of t. Relative error below 1e-12 for 0.1 <=
+/// nu
 /// <= 1e6, however small it is; nan for nu <= 0 or a nan.
 double studentsTail(double t, double nu) noexcept;
 

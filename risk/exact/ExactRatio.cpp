@@ -1,8 +1,10 @@
 #include "risk/exact/ExactRatio.h"
 
 #include "base/NumberFormat.h"
+#include "base/Real.h"
 #include "numerics/BracketedRoot.h"
 #include "record/Analysis.h"
+#include "risk/BaselineModel.h"
 #include "risk/RatioSearch.h"
 #include "risk/exact/ExactRisks.h"
 
@@ -36,6 +38,43 @@ class Excess {
     ExactRatioQuestion question_;
     double logRisk_;
 };
+
+/// The root that secants of the told model lead to from a ratio nearby, settled by exact values; none where
+/// they do not come near enough to rounding.
+std::optional<double> bySecants(const ExactRatioQuestion& question, double risk, const Excess& excess,
+                                double start) {
+    constexpr double wide = 1e-6;     // of a secant that tells the slope
+    constexpr double told = 1e-9;     // as near as the told model has to come
+    constexpr double settled = 1e-12; // one step by the told slope leaves rounding
+    constexpr double again = 1e-7;    // and one by a secant of exact values does
+    try {
+        const BaselineModel model(question.subjectInTol, question.measuringInTol);
+        const auto at = [&](double x) -> CurvePoint {
+            const Probabilities p = model.at(std::exp(x));
+            const double here =
+                question.onFalseAccept ? falseAcceptOf(p, question.falseAcceptOption) : falseRejectOf(p);
+            return {x, std::log(here / risk)};
+        };
+        CurvePoint last = at(start), now = at(start + 0.001);
+        double slope = (now.y - last.y) / (now.x - last.x);
+        for (int pass = 0; pass < 6 && std::fabs(now.y) > told; ++pass) {
+            last = now;
+            now = at(now.x - now.y / slope);
+            if (std::fabs(now.x - last.x) > wide) slope = (now.y - last.y) / (now.x - last.x);
+        }
+        constexpr double furthest = 0.01, steep = 0.1; // no other root can be as near
+        const bool inside = now.x > lowest && now.x < highest && std::fabs(now.x - start) < furthest;
+        if (!(inside && std::fabs(now.y) <= told && std::fabs(slope) > steep)) return std::nullopt;
+        const CurvePoint first{now.x, excess(now.x)};
+        const double x = first.x - first.y / slope;
+        if (std::fabs(first.y) <= settled) return x;
+        const CurvePoint second{x, excess(x)};
+        if (!(std::fabs(second.y) <= again)) return std::nullopt;
+        return second.y == first.y ? x : x - second.y * (second.x - first.x) / (second.y - first.y);
+    } catch (const RuntimeFault&) {
+        return std::nullopt;
+    }
+}
 
 std::optional<double> between(const Excess& excess, CurvePoint a, CurvePoint b) {
     if (a.y == 0) return a.x;
@@ -124,6 +163,8 @@ std::optional<double> exactRatio(const ExactRatioQuestion& question, double risk
     std::optional<double> start;
     if (near && ratioAttained(*near)) start = std::log(*near);
     const Excess excess(question, risk);
+    if (start)
+        if (const auto found = bySecants(question, risk, excess, *start)) return std::exp(*found);
     const bool peaked = question.onFalseAccept && question.falseAcceptOption == 1;
     const auto found = peaked ? onPeakedCurve(excess, start) : onFallingCurve(excess, start);
     if (!found || std::isnan(*found)) return std::nullopt;

@@ -5,6 +5,7 @@
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/NormalArray.h"
 #include "risk/exact/Panels.h"
+#include "risk/exact/WidePanel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +18,7 @@ namespace {
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double negligible = 1e-17;   // of a sum: what remains beyond it is left out and told in the bound
 constexpr double wantedSpread = 1e-12; // of a sum: a panel that is less certain is halved
+constexpr double wideSpread = 2e-14;   // the same of one panel for all
 constexpr int halvings = 10;
 constexpr int mostPanels = 400;
 constexpr double logStep = 7;  // a panel's integrand changes by no more than this factor's exponent
@@ -78,40 +80,77 @@ struct Walk {
         return std::fabs(startX * std::expm1(shape.logSigma * direction * distance));
     }
     double u(double distance) const { return startU + direction * distance; }
+    /// Where the near edge is seen from, in measuring sigmas.
+    double z(double distance) const { return nearZ - moved(distance) / shape.sm; }
 
-    void operator()(const PanelArray& distances, PanelArray& values) const {
-        PanelArray variable, near, far;
-        for (std::size_t i = 0; i < panelPoints; ++i) {
-            variable[i] = u(distances[i]);
-            const double steps = moved(distances[i]) / shape.sm;
-            near[i] = nearZ - steps;
-            far[i] = farZ - steps;
+    template <std::size_t n>
+    using Array = std::array<double, n>;
+
+    /// The integrand at those distances, with z there.
+    template <std::size_t n>
+    void evaluate(const Array<n>& distances, Array<n>& values, Array<n>& near) const {
+        Array<n> other = distances; // moved in measuring sigmas
+        if (shape.kind == Distribution::LogNormal) {
+            ExponentialLessOne(shape.logSigma * direction, distances.data(), other.data(), n);
+            for (double& v : other) v = std::fabs(startX * v);
         }
-        Normal(near.data(), near.data(), panelPoints);
-        if (farZ != -infinite)
-            Normal(far.data(), far.data(), panelPoints);
-        else
-            far.fill(0);
+        for (double& v : other) v /= shape.sm;
+        for (std::size_t i = 0; i < n; ++i) near[i] = nearZ - other[i];
+        Normal(near.data(), values.data(), n);
+        if (farZ != -infinite) {
+            for (double& v : other) v = farZ - v;
+            Normal(other.data(), other.data(), n);
+            for (std::size_t i = 0; i < n; ++i) values[i] -= other[i];
+        }
         if (shape.normalDensity()) {
-            NormalDensity(variable.data(), variable.data(), panelPoints);
+            for (std::size_t i = 0; i < n; ++i) other[i] = u(distances[i]);
+            NormalDensity(other.data(), other.data(), n);
+            for (std::size_t i = 0; i < n; ++i) values[i] *= other[i];
         } else if (shape.kind == Distribution::Exponential) {
-            for (double& v : variable) v = shape.rate * std::exp(-shape.rate * v);
+            for (std::size_t i = 0; i < n; ++i) other[i] = u(distances[i]);
+            Exponential(-shape.rate, other.data(), other.data(), n);
+            for (std::size_t i = 0; i < n; ++i) values[i] *= shape.rate * other[i];
         } else {
-            variable.fill(1 / (2 * shape.width));
+            for (double& v : values) v *= 1 / (2 * shape.width);
         }
-        for (std::size_t i = 0; i < panelPoints; ++i) values[i] = variable[i] * (near[i] - far[i]);
+    }
+    void operator()(const PanelArray& distances, PanelArray& values) const {
+        PanelArray near;
+        evaluate(distances, values, near);
     }
 
     /// How far a panel from here may reach.
     double reach(double distance) const {
         const double densityReach = densityStepAt(distance);
-        const double z = nearZ - moved(distance) / shape.sm;
+        const double at = z(distance);
         double zStep = edgeStep;
-        if (z > flatAt + edgeStep)
-            zStep = z - flatAt;
-        else if (z < -1)
-            zStep = std::min(edgeStep, std::sqrt(z * z + 2 * logStep) + z);
+        if (at > flatAt + edgeStep)
+            zStep = at - flatAt;
+        else if (at < -1)
+            zStep = std::min(edgeStep, std::sqrt(at * at + 2 * logStep) + at);
         return std::min(densityReach, inVariable(distance, zStep * shape.sm));
+    }
+
+    /// How far one panel reaches that holds all that counts; 0 where the integrand is no smooth one over all
+    /// of it.
+    double wideReach(double length) const {
+        constexpr double logEnd = 42;    // what lies beyond has lost so much of its logarithm
+        constexpr double widestZ = 12;   // measuring sigmas
+        constexpr double widestU = 9;    // of a normal density
+        constexpr double steepest = 1.5; // of a LogNormal's scale, and of an exponential's density in logEnd
+        const double start = std::min(nearZ, 0.0);
+        double end =
+            inVariable(0, (nearZ - start + std::sqrt(start * start + 2 * logEnd) + start) * shape.sm);
+        if (shape.normalDensity()) {
+            const double outward = direction * startU;
+            end = std::min(end, std::sqrt(outward * outward + 2 * logEnd) - outward);
+        } else if (shape.kind == Distribution::Exponential && direction > 0) {
+            end = std::min(end, logEnd / shape.rate);
+        }
+        end = std::min(end, length);
+        const bool smooth = nearZ - z(end) <= widestZ && (!shape.normalDensity() || end <= widestU) &&
+                            (shape.kind != Distribution::LogNormal || shape.logSigma * end <= steepest);
+        return smooth ? end : 0;
     }
 
   private:
@@ -149,8 +188,8 @@ void addPanel(const Walk& walk, double from, double to, Sum& sum, int depth) {
         addPanel(walk, middle, to, sum, depth + 1);
         return;
     }
-    const double first = walk.nearZ - walk.moved(from) / walk.shape.sm;
-    const double last = walk.nearZ - walk.moved(to) / walk.shape.sm;
+    const double first = walk.z(from);
+    const double last = walk.z(to);
     // A probability of 1 does not feel the size of its argument.
     const double z = last > flatAt - 0.5 ? 0 : std::max(std::min(std::fabs(first), flatAt), std::fabs(last));
     const double u = std::max(std::fabs(walk.u(from)), std::fabs(walk.u(to)));
@@ -159,14 +198,38 @@ void addPanel(const Walk& walk, double from, double to, Sum& sum, int depth) {
         panel.spread + panel.value * (roundingOf(z, std::min(u, 40.0)) + (z > 0 ? walk.zError * (z + 1) : 0));
 }
 
+/// All of a walk in one panel up to the distance that is given, which is 0 where there is none that would do.
+double addWidePanel(const Walk& walk, double length, Sum& sum) {
+    const double end = walk.wideReach(length);
+    if (!(end > 0)) return 0;
+    WideArray distances, values, near;
+    for (std::size_t i = 0; i < widePoints; ++i) distances[i] = end / 2 * (1 + wideNodes[i]);
+    walk.evaluate(distances, values, near);
+    const auto ruleOver = [&](std::size_t from, std::size_t points) {
+        return end / 2 * SumOfProducts(wideWeights.data() + from, values.data() + from, points);
+    };
+    const double fine = ruleOver(0, fineRulePoints);
+    const double spread = std::fabs(fine - ruleOver(fineRulePoints, widePoints - fineRulePoints));
+    if (!(spread <= wideSpread * fine)) return 0;
+    double rounding = 0;
+    for (std::size_t i = 0; i < fineRulePoints; ++i) {
+        const double z = near[i] > flatAt - 0.5 ? 0 : std::fabs(near[i]);
+        const double u = std::min(std::fabs(walk.u(distances[i])), 40.0);
+        rounding += wideWeights[i] * values[i] * (roundingOf(z, u) + (z > 0 ? walk.zError * (z + 1) : 0));
+    }
+    sum.value = fine;
+    sum.bound = spread + end / 2 * rounding;
+    return end;
+}
+
 /// Sums the walk up to `length` (in u, may be infinite), or until what remains counts no more.
 Sum integrate(const Walk& walk, double length) {
     const Shape& shape = walk.shape;
     Sum sum;
-    double at = 0;
+    double at = addWidePanel(walk, length, sum);
     for (int panels = 0; at < length; ++panels) {
         const double mass = walk.direction > 0 ? shape.above(walk.u(at)) : shape.below(walk.u(at));
-        const double remains = mass * Normal(walk.nearZ - walk.moved(at) / shape.sm);
+        const double remains = mass * Normal(walk.z(at));
         if (remains <= negligible * sum.value || remains < 1e-300 || panels == mostPanels) {
             sum.bound += remains;
             break;
@@ -190,13 +253,16 @@ Sum operator+(const Sum& a, const Sum& b) {
 /// A walk from a start towards larger (1) or smaller u; the edges are those behind which, seen from the walk,
 /// the probability ends.
 Walk walkFrom(const Shape& s, double startU, int direction, double nearX, double farX) {
+    constexpr double lost =
+        9; // measuring sigmas beyond the near edge: a share of 1e-18 or less of what it lets by
     const double x = s.x(startU);
     const double rounding = 4e-16 * (std::fabs(nearX) + std::fabs(x)) / s.sm;
+    const double nearZ = direction * (nearX - x) / s.sm, farZ = direction * (farX - x) / s.sm;
     return {.shape = s,
             .startU = startU,
             .direction = direction,
-            .nearZ = direction * (nearX - x) / s.sm,
-            .farZ = std::isfinite(farX) ? direction * (farX - x) / s.sm : -infinite,
+            .nearZ = nearZ,
+            .farZ = std::isfinite(farX) && farZ > std::min(nearZ, 0.0) - lost ? farZ : -infinite,
             .zError = nearX == x || !std::isfinite(nearX) ? 0 : rounding};
 }
 
@@ -271,10 +337,8 @@ ExactRisks risksOf(const Shape& s) {
     const Sum accepted = rejected.value < good / 2 ? Sum{good - rejected.value, goodBound + rejected.bound}
                                                    : acceptedWithin(s);
     const Sum all = accepted + bad;
-    return {{bad.value, bad.bound},
-            {rejected.value, rejected.bound},
-            {all.value, all.bound},
-            {good, goodBound}};
+    return {
+        {bad.value, bad.bound}, {rejected.value, rejected.bound}, {all.value, all.bound}, {good, goodBound}};
 }
 
 /// The parameter on its own scale; limits that are not there are infinite.

@@ -11,6 +11,7 @@
 #include "risk/exact/ExactRatio.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace metrisk {
@@ -23,21 +24,45 @@ double baselineRatio(const Analysis& r) {
     return r.Base_AccRatDen > 0 ? r.Base_AccRatNum / r.Base_AccRatDen : 0;
 }
 
-} // namespace
+struct ReferenceCase {
+    double ratio = 0, subjectInTol = 0, measuringInTol = 0;
+    int falseAcceptOption = 0;
 
-Verified verifyBaseline(double ratio, double subjectInTol, double measuringInTol, int falseAcceptOption) {
+    friend bool operator==(const ReferenceCase&, const ReferenceCase&) = default;
+};
+
+Verified verified(const ReferenceCase& of) {
     Verified verified;
-    const auto exact = exactBaseline(ratio, subjectInTol, measuringInTol);
+    const auto exact = exactBaseline(of.ratio, of.subjectInTol, of.measuringInTol);
     if (!exact) return verified;
     try {
         const Risks published =
-            risksOf(BaselineModel(subjectInTol, measuringInTol).at(ratio), falseAcceptOption);
+            risksOf(BaselineModel(of.subjectInTol, of.measuringInTol).at(of.ratio), of.falseAcceptOption);
         verified.baselineFalseAccept = {notNegative(published.falseAccept),
-                                        exact->falseAccept(falseAcceptOption)};
+                                        exact->falseAccept(of.falseAcceptOption)};
         verified.baselineFalseReject = {notNegative(published.falseReject), exact->falseReject()};
     } catch (const RuntimeFault&) { // nothing is published
     }
     return verified;
+}
+
+} // namespace
+
+/// A thread keeps the last ones: the analyses of a batch have few reference cases.
+Verified verifyBaseline(double ratio, double subjectInTol, double measuringInTol, int falseAcceptOption) {
+    struct Kept {
+        ReferenceCase of; // no reference case at first, whose figures are none
+        Verified figures;
+    };
+    thread_local std::array<Kept, 8> kept;
+    thread_local std::size_t oldest = 0;
+    const ReferenceCase wanted{ratio, subjectInTol, measuringInTol, falseAcceptOption};
+    for (const Kept& one : kept)
+        if (one.of == wanted) return one.figures;
+    Kept& one = kept[oldest];
+    oldest = (oldest + 1) % kept.size();
+    one = {wanted, verified(wanted)};
+    return one.figures;
 }
 
 Verified verifyRisks(const Analysis& r, const Risks& published, AcceptanceRange range) {

@@ -48,6 +48,7 @@ std::vector<NamedLoop> loops() {
         {"normal", [](const ArrayKernels& k, auto... a) { k.normal(a...); }},
         {"density", [](const ArrayKernels& k, auto... a) { k.normalDensity(a...); }},
         {"exponential", [](const ArrayKernels& k, auto... a) { k.exponential(1, a...); }},
+        {"exponential less one", [](const ArrayKernels& k, auto... a) { k.exponentialLessOne(0.7, a...); }},
         {"exponential of a product", [](const ArrayKernels& k, auto... a) { k.exponential(-0.3, a...); }}};
     for (const NormalWindow& window : windows)
         all.push_back({"window", [&window](const ArrayKernels& k, const double* x, double* out,
@@ -142,6 +143,16 @@ TEST(Exponential, AgreesWithTheLibraryInHigherPrecision) {
         else
             EXPECT_TRUE(relativelyClose(callText("Exponential", x[i]), out[i], exact, 5e-16));
     }
+}
+
+TEST(Exponential, LessOneAgreesNearZeroToo) {
+    Values x = {0, -1e-300, 1e-300, -36, -50, 708};
+    for (double size = 1e-20; size < 700; size *= 1.01) x.insert(x.end(), {size, -size});
+    Values out(x.size());
+    ExponentialLessOne(1, x.data(), out.data(), x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        EXPECT_TRUE(relativelyClose(callText("ExponentialLessOne", x[i]), out[i],
+                                    std::expm1(static_cast<long double>(x[i])), 1e-15));
 }
 
 } // namespace

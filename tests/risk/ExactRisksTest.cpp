@@ -184,9 +184,9 @@ TEST(ExactRisks, AgreeWithFiftyDigitsOverTheGrid) {
     struct Point {
         double pct, ratio, mult;
     };
-    const Point points[] = {{0.1, 1, 1},         {16, 4, 1},      {50, 0.1, 1.1},  {70, 10, 0.7},
-                            {95, 4, 1},          {99, 50, 1.02},  {99.99, 2, 0.9}, {95, 1000, 1},
-                            {90, 100000, 0.999}, {99.99999, 4, 1}};
+    const Point points[] = {{0.1, 1, 1},         {16, 4, 1},       {50, 0.1, 1.1},  {70, 10, 0.7},
+                            {95, 4, 1},          {99, 50, 1.02},   {99.99, 2, 0.9}, {95, 1000, 1},
+                            {90, 100000, 0.999}, {99.99999, 4, 1}, {80, 1.5, 0.97}, {97, 8, 1.1}};
     for (const Kind& kind : kinds) {
         Worst worst;
         for (const Point& point : points) {
@@ -307,6 +307,8 @@ TEST(ExactRatio, IsFoundWhereThereIsOneAndOnlyThere) {
                     if (!ratio) continue;
                     EXPECT_NEAR(riskAt(*ratio) / risk, 1, 1e-10) << what;
                     EXPECT_NEAR(*ratio / roots.back(), 1, 0.02) << what << ": of two the greater";
+                    for (const double nearby : {0.9998, 1.00001})
+                        EXPECT_NEAR(*exactRatio(question, risk, *ratio * nearby) / *ratio, 1, 1e-11) << what;
                     if (roots.size() < 2) continue;
                     ++two;
                     EXPECT_NEAR(*exactRatio(question, risk, roots.front()) / roots.front(), 1, 0.02) << what;
