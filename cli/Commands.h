@@ -8,7 +8,8 @@
 
 namespace metrisk {
 class UnitsError;
-}
+struct CoverageChoice;
+} // namespace metrisk
 
 namespace metrisk::cli {
 
@@ -33,9 +34,17 @@ void addSweep(const Arguments& program, Command& chosen);
 void addOffset(const Arguments& program, Command& chosen);
 void addUncertainty(const Arguments& program, Command& chosen);
 void addUnits(const Arguments& program, Command& chosen);
+void addDecide(const Arguments& program, Command& chosen);
+void addWorst(const Arguments& program, Command& chosen);
+void addCounts(const Arguments& program, Command& chosen);
+void addStrategies(const Arguments& program, Command& chosen);
+void addOffCentre(const Arguments& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.
 void addSettingsOption(const Arguments& command, std::string& path);
+
+/// Adds --k, the coverage factor of U.
+void addCoverageOption(const Arguments& command, CoverageChoice& coverage);
 
 struct Workplace;
 

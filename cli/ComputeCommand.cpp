@@ -2,6 +2,7 @@
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
+#include "cli/BothConventions.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
@@ -29,6 +30,7 @@ struct Options {
     bool force = false;
     bool noVerify = false;
     unsigned threads = 0;
+    CoverageChoice coverage{};
 };
 
 /// What this run has computed. Risks are fractions.
@@ -42,6 +44,7 @@ struct Figures {
     std::string ratioRemark{};          // where the two are shown otherwise
     bool subjectFitted = false;
     bool measuringFitted = false;
+    std::optional<BothConventions> both{}; // none if there are no risks
 };
 
 std::string ratioNumber(double ratio) {
@@ -84,7 +87,8 @@ void computeBaseline(AnalysisRun& run, Figures& figures) {
 /// The second figures of what has been computed.
 void verify(const Analysis& r, Figures& figures) {
     figures.verified = verifyRisks(r);
-    if (std::isnan(figures.falseAccept)) figures.verified.falseAccept = figures.verified.falseReject = {};
+    if (std::isnan(figures.falseAccept))
+        figures.verified.falseAccept = figures.verified.falseReject = {}, figures.verified.exact = {};
     if (std::isnan(figures.baselineFalseAccept))
         figures.verified.baselineFalseAccept = figures.verified.baselineFalseReject = {};
     if (std::isnan(figures.falseAccept) || !r.ComputeEqRatio || !figures.verified.falseReject) return;
@@ -94,11 +98,13 @@ void verify(const Analysis& r, Figures& figures) {
 
 Json verifiedJson(const Figures& figures) {
     const Verified& v = figures.verified;
-    return {{"FalseAccept", figureJson(v.falseAccept)},
-            {"FalseReject", figureJson(v.falseReject)},
-            {"BaselineFalseAccept", figureJson(v.baselineFalseAccept)},
-            {"BaselineFalseReject", figureJson(v.baselineFalseReject)},
-            {"EqAccRat", figures.exactRatio ? Json(*figures.exactRatio) : Json()}};
+    Json object = {{"FalseAccept", figureJson(v.falseAccept)},
+                   {"FalseReject", figureJson(v.falseReject)},
+                   {"BaselineFalseAccept", figureJson(v.baselineFalseAccept)},
+                   {"BaselineFalseReject", figureJson(v.baselineFalseReject)},
+                   {"EqAccRat", figures.exactRatio ? Json(*figures.exactRatio) : Json()}};
+    putVerified(object, figures.both);
+    return object;
 }
 
 std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
@@ -109,34 +115,36 @@ std::string asJson(const std::string& file, int status, const AnalysisRun& run, 
     const bool computed = !std::isnan(figures.falseAccept);
     const bool ratio = computed && r.ComputeEqRatio;
     const std::optional<int> digits = agreeingDigits(figures.verified);
-    return jsonLine({{"file", file},
-                     {"status", statusWord(status, "computed")},
-                     {"messages", messagesJson(run.ui.messages())},
-                     {"FalseAccept", figures.falseAccept},
-                     {"FalseReject", figures.falseReject},
-                     {"BaselineFalseAccept", figures.baselineFalseAccept},
-                     {"BaselineFalseReject", figures.baselineFalseReject},
-                     {"SU_Distribution", subject(r.SU_Distribution)},
-                     {"SU_CaseCode", subject(r.SU_CaseCode)},
-                     {"SU_Sigma", subject(r.SU_Sigma)},
-                     {"SU_LogSigma", subject(r.SU_LogSigma)},
-                     {"SU_LogOmega", subject(r.SU_LogOmega)},
-                     {"SU_ExpExponent", subject(r.SU_ExpExponent)},
-                     {"SU_ExpRate", subject(r.SU_ExpRate)},
-                     {"PhysicalLimit", subject(r.PhysicalLimit)},
-                     {"MTE_Sigma", measuring(r.MTE_Sigma)},
-                     {"MTE_kFactor", measuring(r.MTE_kFactor)},
-                     {"MTE_StdUncertainty", measuring(r.MTE_StdUncertainty)},
-                     {"FalseAcceptRisk", given(computed, r.FalseAcceptRisk)},
-                     {"FalseAcceptUnits", given(computed, r.FalseAcceptUnits)},
-                     {"FalseRejectRisk", given(computed, r.FalseRejectRisk)},
-                     {"FalseRejectUnits", given(computed, r.FalseRejectUnits)},
-                     {"EqAccRat", given(ratio, r.EqAccRat)},
-                     {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
-                     {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
-                     {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)},
-                     {"Verified", verifiedJson(figures)},
-                     {"AgreeingDigits", digits ? Json(*digits) : Json()}});
+    Json object = {{"file", file},
+                   {"status", statusWord(status, "computed")},
+                   {"messages", messagesJson(run.ui.messages())},
+                   {"FalseAccept", figures.falseAccept},
+                   {"FalseReject", figures.falseReject},
+                   {"BaselineFalseAccept", figures.baselineFalseAccept},
+                   {"BaselineFalseReject", figures.baselineFalseReject},
+                   {"SU_Distribution", subject(r.SU_Distribution)},
+                   {"SU_CaseCode", subject(r.SU_CaseCode)},
+                   {"SU_Sigma", subject(r.SU_Sigma)},
+                   {"SU_LogSigma", subject(r.SU_LogSigma)},
+                   {"SU_LogOmega", subject(r.SU_LogOmega)},
+                   {"SU_ExpExponent", subject(r.SU_ExpExponent)},
+                   {"SU_ExpRate", subject(r.SU_ExpRate)},
+                   {"PhysicalLimit", subject(r.PhysicalLimit)},
+                   {"MTE_Sigma", measuring(r.MTE_Sigma)},
+                   {"MTE_kFactor", measuring(r.MTE_kFactor)},
+                   {"MTE_StdUncertainty", measuring(r.MTE_StdUncertainty)},
+                   {"FalseAcceptRisk", given(computed, r.FalseAcceptRisk)},
+                   {"FalseAcceptUnits", given(computed, r.FalseAcceptUnits)},
+                   {"FalseRejectRisk", given(computed, r.FalseRejectRisk)},
+                   {"FalseRejectUnits", given(computed, r.FalseRejectUnits)},
+                   {"EqAccRat", given(ratio, r.EqAccRat)},
+                   {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
+                   {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
+                   {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)},
+                   {"Verified", verifiedJson(figures)},
+                   {"AgreeingDigits", digits ? Json(*digits) : Json()}};
+    putBoth(object, figures.both);
+    return jsonLine(object);
 }
 
 std::string ratioText(const Analysis& r, const Regional& regional) {
@@ -171,6 +179,7 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
              exactRow(v.baselineFalseAccept, baselinePicture);
     table += tableRow("Baseline false reject risk", riskCell(figures.baselineFalseReject, baselinePicture)) +
              exactRow(v.baselineFalseReject, baselinePicture);
+    if (figures.both) table += bothRows(*figures.both, r, regional);
     return table + "\n";
 }
 
@@ -183,6 +192,9 @@ Output computeFile(Workplace& workplace, const std::string& file, const Options&
         status = compute(run, figures) ? allDone : refused;
         computeBaseline(run, figures);
         if (!options.noVerify) verify(run.record, figures);
+        if (status == allDone)
+            figures.both =
+                bothConventions(run, options.coverage, figures.falseAccept, figures.verified.exact);
         if (options.save && status == allDone) saved = saveResults(run, file, options.force);
     }
     return {.results = (options.json ? asJson : asTable)(file, status, run, figures),
@@ -191,6 +203,9 @@ Output computeFile(Workplace& workplace, const std::string& file, const Options&
 }
 
 int computeAll(const Options& options) {
+    if (const auto factor = coverageFactor(options.coverage, 0); !factor)
+        return finish(
+            refusal("", factor.refusal().title + ": " + factor.refusal().text, refused, options.json));
     Workplace workplace(options.settings);
     Outlet outlet(options.files.size());
     runOrdered(
@@ -218,6 +233,7 @@ void addCompute(const Arguments& program, Command& chosen) {
     command.flag("--save", options->save, "Write the results back to each file");
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
     command.flag("--no-verify", options->noVerify, "Leave out the second figures");
+    addCoverageOption(command, options->coverage);
     addSettingsOption(command, options->settings);
     command.count("--threads", options->threads, "Threads to use; 0, the default, means one a core")
         .shownAs("N");

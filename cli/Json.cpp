@@ -63,6 +63,11 @@ Json& Json::operator[](std::string_view key) {
     return found != members.end() ? found->value : members.emplace_back(std::string(key), Json()).value;
 }
 
+void append(Json& object, const Json& members) {
+    if (const auto* all = std::get_if<Json::Object>(&members.value()))
+        for (const Json::Member& member : *all) object[member.key] = member.value;
+}
+
 Json messagesJson(const std::vector<Told>& messages) {
     Json items = Json::array();
     for (const Told& message : messages)

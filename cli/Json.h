@@ -60,6 +60,9 @@ struct Json::Member {
     Json value;
 };
 
+/// Adds the members of an object, or of none if it is null, behind those of another.
+void append(Json& object, const Json& members);
+
 /// An array of {"title", "text", "answer"}.
 Json messagesJson(const std::vector<Told>& messages);
 

@@ -2,6 +2,7 @@
 
 #include "base/DisplayRule.h"
 #include "base/RelativeUnits.h"
+#include "risk/decision/RuleText.h"
 
 #include <charconv>
 #include <cmath>
@@ -24,11 +25,7 @@ std::optional<std::size_t> countOf(std::string_view text) {
 } // namespace
 
 std::optional<double> numberOf(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    double value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
-    return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
+    return numberIn(text);
 }
 
 std::string withoutPercentSign(std::string_view text) {

@@ -25,9 +25,11 @@ int run(int argc, char** argv) {
     Program program("metrisk-cli", "Measurement decision risk analysis", "metrisk-cli " METRISK_VERSION,
                     about);
     Command chosen;
-    for (const auto add : {addCompute, addConvert, addShow, addBaseline, addGuardband, addObserved,
-                           addReliability, addUncertainty, addOffset, addUnits, addPlot, addSweep, addMap,
-                           addReport, addSummary, addVerify, addInfo})
+    for (const auto add :
+         {addCompute,     addConvert,     addShow,   addBaseline, addGuardband,  addObserved,
+          addReliability, addUncertainty, addOffset, addUnits,    addPlot,       addSweep,
+          addMap,         addDecide,      addWorst,  addCounts,   addStrategies, addOffCentre,
+          addReport,      addSummary,     addVerify, addInfo})
         add(program.arguments(), chosen);
     if (const auto ended = program.read(argc, argv)) return *ended;
     try {

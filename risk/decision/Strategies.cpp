@@ -176,12 +176,17 @@ std::string_view textOf(StrategyNote note) {
     return "conditional; Z540.3 means the joint risk";
 }
 
-Result<StrategyRow> strategyRow(const DecisionBasis& basis, Strategy strategy,
-                                const StrategyTargets& targets) {
-    if (!basis.fit) return basis.fit.refusal();
+std::optional<Refusal> refusedTargets(const StrategyTargets& targets) {
     for (const double target : {targets.falseAccept, targets.falseReject.value_or(0.5), targets.worst})
         if (!isFraction(target))
             return refusedFigure(strategyTitle, "A target must be above 0 and below 100 %.");
+    return std::nullopt;
+}
+
+Result<StrategyRow> strategyRow(const DecisionBasis& basis, Strategy strategy,
+                                const StrategyTargets& targets) {
+    if (!basis.fit) return basis.fit.refusal();
+    if (const auto refusal = refusedTargets(targets)) return *refusal;
     const auto width = Widths(basis, *basis.fit, targets).of(strategy);
     if (!width) return width.refusal();
     const Interval limits = basis.narrowed(*width, *width);

@@ -49,6 +49,9 @@ struct StrategyTargets {
     Convention worstConvention = Convention::Producer;
 };
 
+/// Refused unless each lies between 0 and 1.
+std::optional<Refusal> refusedTargets(const StrategyTargets& targets);
+
 /// What is said of a row beside its figures.
 enum class StrategyNote {
     NotNeeded,        // the rule gives no guard band at this ratio

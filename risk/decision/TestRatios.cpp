@@ -11,7 +11,11 @@ constexpr double turFactor = 1.959964;
 } // namespace
 
 TestRatios ratiosOf(const DecisionBasis& basis) {
-    return {basis.halfWidth() / (turFactor * basis.sigma), basis.ratio()};
+    return ratiosOf(basis.halfWidth(), basis.sigma, basis.coverage);
+}
+
+TestRatios ratiosOf(double halfWidth, double sigma, double coverage) {
+    return {halfWidth / (turFactor * sigma), halfWidth / (coverage * sigma)};
 }
 
 Result<GuardedRisks> risksOf(const DecisionBasis& basis) {

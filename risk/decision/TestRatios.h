@@ -12,6 +12,8 @@ struct TestRatios {
 };
 
 TestRatios ratiosOf(const DecisionBasis& basis);
+/// Of any half width, standard uncertainty and coverage factor.
+TestRatios ratiosOf(double halfWidth, double sigma, double coverage);
 
 /// With the fit and the test limits of the analysis. Refused without a fit, and where nothing is accepted.
 Result<GuardedRisks> risksOf(const DecisionBasis& basis);

@@ -41,6 +41,8 @@ WorstCaseSearch::WorstCaseSearch(const DecisionBasis& basis, PctRange range) : b
 }
 
 double WorstCaseSearch::pctAt(double logit) const {
+    if (!places_.empty() && logit == places_.front().logit) return range_.from;
+    if (places_.size() == scanned && logit == places_.back().logit) return range_.to;
     return std::clamp(100 / (1 + std::exp(-logit)), range_.from, range_.to);
 }
 

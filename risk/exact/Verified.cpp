@@ -72,6 +72,7 @@ Verified verifyRisks(const Analysis& r, const Risks& published, AcceptanceRange 
     if (const auto exact = exactRisks(subjectBiasOf(r), r.MTE_Sigma, range)) {
         verified.falseAccept = {published.falseAccept, exact->falseAccept(r.FalseAcceptOption)};
         verified.falseReject = {published.falseReject, exact->falseReject()};
+        verified.exact = exact;
     }
     return verified;
 }

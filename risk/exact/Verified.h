@@ -21,6 +21,7 @@ struct VerifiedFigure {
 struct Verified {
     std::optional<VerifiedFigure> falseAccept, falseReject;
     std::optional<VerifiedFigure> baselineFalseAccept, baselineFalseReject;
+    std::optional<ExactRisks> exact; // of the risks, both conventions
 };
 
 /// The second figures of the record's risks and of its baseline. Those of the risks need the fits that the

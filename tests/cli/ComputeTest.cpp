@@ -36,7 +36,8 @@ TEST_F(Cli, JsonHasTheKeysInOrderAndExactNumbers) {
               "SU_Distribution SU_CaseCode SU_Sigma SU_LogSigma SU_LogOmega SU_ExpExponent SU_ExpRate "
               "PhysicalLimit MTE_Sigma MTE_kFactor MTE_StdUncertainty FalseAcceptRisk FalseAcceptUnits "
               "FalseRejectRisk FalseRejectUnits EqAccRat EqAccRatDen EqAccRatAttained FalseAcceptOption "
-              "Verified AgreeingDigits ");
+              "Verified AgreeingDigits FalseAcceptConsumer FalseAcceptProducer Accepted InTolerance TUR "
+              "UncertaintyRatio CoverageFactor ExpandedUncertainty ToleranceToUncertainty ");
     EXPECT_DOUBLE_EQ(parsed["MTE_kFactor"].get<double>(), 1.9599639845400545);
     EXPECT_EQ(parsed["FalseAcceptOption"], 1);
     EXPECT_EQ(one.out.find('\n'), one.out.size() - 1) << "one object, one line";

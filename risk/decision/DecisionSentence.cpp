@@ -1,0 +1,114 @@
+#include "risk/decision/DecisionSentence.h"
+
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
+#include "risk/decision/Coverage.h"
+#include "risk/decision/ShownFigures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace metrisk {
+
+namespace {
+
+constexpr int mostDecimals = 12;
+
+std::string number(double value, int significant = 6) {
+    return GeneralText(value, {}, significant);
+}
+
+std::string outcomesText(int outcomes) {
+    return outcomes == 2 ? "two outcomes" : outcomes == 3 ? "three outcomes" : "four outcomes";
+}
+
+std::string limitsText(const DecisionBasis& basis, const Interval& deviations, const DecisionTexts& texts) {
+    const double mode = basis.subject.mode;
+    const std::string unit = texts.unit.empty() ? "" : " " + texts.unit;
+    const auto end = [&](double deviation, bool upper) {
+        return texts.limit(mode + deviation, upper) + unit;
+    };
+    if (!basis.hasLower()) return "at most " + end(deviations.upper, true);
+    if (!basis.hasUpper()) return "at least " + end(deviations.lower, false);
+    return end(deviations.lower, false) + " to " + end(deviations.upper, true);
+}
+
+std::string multipleOfU(double multiple) {
+    return multiple == 1 ? "U" : number(multiple) + " U";
+}
+
+} // namespace
+
+int decimalsOfWidth(double width) {
+    if (!(width > 0)) return 0;
+    return std::clamp(1 - static_cast<int>(std::floor(std::log10(width))), 0, mostDecimals);
+}
+
+int decimalsOfLimits(int shownDecimals, double expanded) {
+    return std::clamp(std::max(shownDecimals, decimalsOfWidth(expanded)), 0, mostDecimals);
+}
+
+double inwards(double limit, int decimals, bool upper) {
+    const double scale = std::pow(10, decimals);
+    const double scaled = limit * scale, nearest = std::round(scaled);
+    if (std::fabs(scaled - nearest) <= 1e-9 + 4e-16 * std::fabs(scaled)) return nearest / scale;
+    return (upper ? std::floor(scaled) : std::ceil(scaled)) / scale;
+}
+
+std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, const DecisionTexts& texts) {
+    const std::string outcomes = outcomesText(rule.outcomeCount());
+    const auto guard = [&](const std::string& what, double width, const std::string& source) {
+        return "guard band w = " + what + " = " + texts.width(width) + " (" + source + ", " + outcomes + ")";
+    };
+    switch (rule.kind) {
+    case RuleKind::Simple: return "simple acceptance (JCGM 106 8.2, " + outcomes + ")";
+    case RuleKind::LargestU:
+        return "simple acceptance with u at most " + texts.width(rule.value) + " (JCGM 106 8.2, " + outcomes +
+               ")";
+    case RuleKind::LeastRatio:
+        return "simple acceptance with a ratio of tolerance to U of at least " + number(rule.value) +
+               " : 1 (ASME B89.7.3.1, " + outcomes + ")";
+    case RuleKind::Guard: return guard(multipleOfU(rule.value), rule.value * basis.expanded(), "ILAC-G8");
+    case RuleKind::Iso14253: {
+        const double factor = upperQuantile(0.05, basis.degFreedom);
+        return guard(number(factor, 4) + " u", factor * basis.sigma, "ISO 14253-1:2017");
+    }
+    case RuleKind::Rss: return guard("d - sqrt(d^2 - U^2)", rssWidth(basis), "RSS");
+    case RuleKind::ManagedRisk:
+        return guard("U (1.04 - exp(0.38 ln(d/U) - 0.54))", managedWidth(basis), "M6, Dobbert 2008");
+    case RuleKind::Analysis: return "test limits of the analysis (" + outcomes + ")";
+    case RuleKind::Conformance: break;
+    }
+    return "probability of conformance at least " + number(100 * rule.value) + " % (JCGM 106, " + outcomes +
+           ")";
+}
+
+std::string decisionSentence(const DecisionBasis& basis, double reading, const DecisionRule& rule,
+                             const Decision& decision, const std::optional<Interval>& acceptance, bool prior,
+                             const DecisionTexts& texts) {
+    const double content = coverageContent(basis.coverage, basis.degFreedom);
+    std::string text = "Reading " + texts.reading(reading) + "; ";
+    text += basis.twoSided() ? "limits " : "limit ";
+    text += limitsText(basis, basis.tolerance(), texts) + "; U = " + texts.width(basis.expanded()) +
+            " (k = " + number(basis.coverage, 3) + ", " + shownPercent({content, 1 - content});
+    if (basis.degFreedom > 0) text += ", " + number(basis.degFreedom, 4) + " degrees of freedom";
+    text += "). Decision rule: " + ruleSentence(rule, basis, texts) + "; ";
+    if (acceptance && acceptance->lower <= acceptance->upper)
+        text += std::string(basis.twoSided() ? "acceptance limits " : "acceptance limit ") +
+                limitsText(basis, *acceptance, texts) + ".";
+    else
+        text += "no reading can pass.";
+    const Conformance& c = decision.conformance;
+    const std::optional<double> level =
+        rule.kind == RuleKind::Conformance ? std::optional(rule.value) : std::nullopt;
+    text += " Verdict: " + std::string(textOf(decision.verdict)) + ". Probability of conformance " +
+            shownPercent(c, level);
+    if (prior) text += " with prior: population of " + number(basis.subject.pctInTol) + " % in tolerance";
+    if (passes(decision.verdict))
+        text += "; risk that a nonconforming item is passed " + shownPercent({c.nonconforming, c.conforming});
+    else if (fails(decision.verdict))
+        text += "; risk that a conforming item is failed " + shownPercent(c, level);
+    return text + ".";
+}
+
+} // namespace metrisk

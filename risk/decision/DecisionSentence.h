@@ -1,0 +1,40 @@
+// A decision in one sentence for a certificate: result, limits and rule, as ISO/IEC 17025 7.8.6.2 asks.
+#pragma once
+
+#include "risk/decision/Decide.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace metrisk {
+
+/// How the numbers of an analysis are written.
+struct DecisionTexts {
+    std::function<std::string(double reading)> reading; // nominal units, its unit behind it
+    std::function<std::string(double width)> width;     // of U and of guard bands, their unit behind it
+    /// A limit; towards less where it is an upper one that is not the tolerance's own.
+    std::function<std::string(double limit, bool upper)> limit;
+    std::string unit{}; // of limits
+};
+
+/// Decimals behind the mark with which limits in nominal units are shown: those of the pictures that are
+/// shown of the tolerance, and enough for two digits of U.
+int decimalsOfLimits(int shownDecimals, double expanded);
+
+/// A limit rounded inwards at that many decimals; one that is there to rounding stays.
+double inwards(double limit, int decimals, bool upper);
+
+/// Two digits of a width, its decimals: 0.10 has two.
+int decimalsOfWidth(double width);
+
+/// "guard band w = U = 0.10 mV (ILAC-G8, two outcomes)".
+std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, const DecisionTexts& texts);
+
+/// `prior` says that the probability is with the population; `acceptance` are the limits by deviation, none
+/// where nothing can pass.
+std::string decisionSentence(const DecisionBasis& basis, double reading, const DecisionRule& rule,
+                             const Decision& decision, const std::optional<Interval>& acceptance, bool prior,
+                             const DecisionTexts& texts);
+
+} // namespace metrisk
