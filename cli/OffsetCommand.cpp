@@ -9,7 +9,7 @@
 #include "cli/Json.h"
 #include "cli/Readers.h"
 #include "desk/files/UnitSelection.h"
-#include "desk/offset/Composition.h"
+#include "record/ComposedOffset.h"
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
 #include "units/UnitFactor.h"

@@ -7,8 +7,8 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
+#include "desk/compute/Reliability.h"
 #include "desk/kit/Session.h"
-#include "desk/reliability/Reliability.h"
 #include "persistence/SettingsFile.h"
 
 #include <algorithm>

@@ -108,4 +108,10 @@ void DropBaselineSnapshot(Analysis& r) {
     r.Last_Base1 = -1; // no accuracy ratio is negative
 }
 
+void dropEquivalentRatio(Analysis& r) {
+    r.EqAccRat = 0;
+    r.EqAccRatDen.clear();
+    DropBaselineSnapshot(r);
+}
+
 } // namespace metrisk

@@ -25,5 +25,7 @@ void TakeBaselineSnapshot(Analysis& record);
 void DropSnapshot(Analysis& record);
 /// The baseline counts as changed at the next comparison.
 void DropBaselineSnapshot(Analysis& record);
+/// The next compute counts the baseline as changed and searches again; the ratio found before is gone.
+void dropEquivalentRatio(Analysis& record);
 
 } // namespace metrisk

@@ -4,11 +4,10 @@
 #include "base/RiskText.h"
 #include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/BaselineRisks.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
-#include "desk/options/EqRatioScreen.h"
-#include "desk/options/FalseAcceptScreen.h"
-#include "desk/sweeps/GuardPlot.h"
+#include "risk/Snapshot.h"
 #include "risk/exact/Verified.h"
 
 #include <cmath>
@@ -245,8 +244,7 @@ void BaselineScreen::showRisks(double falseAccept, double falseReject) {
 void BaselineScreen::changeOption() {
     Analysis& r = session_.record;
     r.AbortFlag = false;
-    FalseAcceptScreen screen(session_);
-    session_.ui.run(screen);
+    runScreen(screens::falseAccept, {session_});
     if (r.AbortFlag || !r.RisksNeedCompute) return;
     analysis_.falseAcceptOption = r.FalseAcceptOption;
     analysis_.FAOption = optionCaption(r.FalseAcceptOption);
@@ -256,8 +254,7 @@ void BaselineScreen::changeOption() {
 
 void BaselineScreen::plot() {
     if (!validate()) return;
-    GuardPlot plot(session_, analysis_.PctInTol2, analysis_.PctInTol1);
-    session_.ui.run(plot);
+    openPlot(analysis_.PctInTol2, analysis_.PctInTol1);
 }
 
 void BaselineScreen::setDefault() {
@@ -347,7 +344,7 @@ void BaselineScreen::storeAnalysis() {
     static_cast<Baseline&>(r) = figuresOf(analysis_).figures;
     r.UserOption = analysis_.BaselineOption;
     r.FileChanged = true;
-    if (risksChanged) dropEquivalentRatio(session_);
+    if (risksChanged) dropEquivalentRatio(session_.record);
 }
 
 } // namespace metrisk

@@ -5,6 +5,7 @@
 #include "record/Analysis.h"
 #include "record/KeptFields.h"
 
+#include <functional>
 #include <string>
 
 namespace metrisk {
@@ -73,6 +74,9 @@ class BaselineScreen final : public Worksheet {
                                       "Make the analysis figures the default"};
     PushButton cmd_OK{*this, "cmd_OK", "&OK", "Keep the baseline"};
     PushButton mnu_Exit{*this, "mnu_Exit", "&Cancel", "Leave this screen"};
+
+    /// The plot of its risks over the accuracy ratio, at these percentages as they are typed.
+    std::function<void(const std::string& subjectPct, const std::string& measuringPct)> openPlot;
 
     explicit BaselineScreen(Session& session);
 

@@ -8,7 +8,6 @@
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "desk/options/EqRatioScreen.h"
 #include "risk/PublishRisks.h"
 #include "risk/RiskMessages.h"
 #include "risk/Snapshot.h"
@@ -117,7 +116,7 @@ bool computeRisksAndRatio(Session& session, ComputingScreen& screen) {
     screen.Lbl_Message1.text = riskLines(session);
     searchRatio(session, screen, risks);
     if (r.AbortFlag) {
-        dropEquivalentRatio(session); // a search that was cancelled is made again at the next press
+        dropEquivalentRatio(session.record); // a search that was cancelled is made again at the next press
     } else {
         r.EqAccRatDen = foundRatioDen;
         TakeBaselineSnapshot(r);

@@ -2,7 +2,6 @@
 
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
-#include "desk/files/UnitSelection.h"
 #include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "units/UnitFactor.h"

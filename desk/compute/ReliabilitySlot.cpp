@@ -1,10 +1,10 @@
 #include "desk/compute/ReliabilitySlot.h"
 
 #include "base/DecimalForm.h"
+#include "desk/compute/Reliability.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "desk/reliability/Reliability.h"
 #include "reliability/TimeUnits.h"
 
 namespace metrisk {

@@ -11,8 +11,8 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/Notes.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
-#include "desk/sweeps/GuardPlot.h"
 #include "record/SubjectSide.h"
 #include "risk/PublishRisks.h"
 #include "risk/Snapshot.h"
@@ -244,9 +244,8 @@ void GuardbandScreen::plot() {
         tell(session_.ui, onlySymmetricPlot);
         return;
     }
-    GuardPlot plot(session_, r.OptTwoSided && r.GB_SymmetricK && !r.GB_SymmetricMult ? Swept::KFactor
-                                                                                     : Swept::Multiplier);
-    session_.ui.run(plot);
+    const bool byK = r.OptTwoSided && r.GB_SymmetricK && !r.GB_SymmetricMult;
+    runScreen(byK ? screens::riskByK : screens::riskByMultiplier, {session_});
 }
 
 void GuardbandScreen::jumpTo(const std::string& word) {

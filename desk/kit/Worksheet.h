@@ -33,6 +33,8 @@ class Worksheet {
     /// The control of that name, or null.
     Control* find(std::string_view control) const;
 
+    /// Finds what the screen needs from files, once, before it is shown; boxes may come up.
+    virtual void begin() {}
     virtual void refresh() = 0;
 
     void enter(TextBox& box, const std::string& text);

@@ -2,23 +2,14 @@
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
-#include "desk/baseline/BaselineScreen.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/compute/KFactors.h"
-#include "desk/guardband/GuardbandScreen.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/DataGate.h"
 #include "desk/mainscreen/FieldRules.h"
 #include "desk/mainscreen/MainDisplay.h"
 #include "desk/mainscreen/TextFields.h"
 #include "desk/mainscreen/ToleranceOptions.h"
-#include "desk/observed/ObservedScreen.h"
-#include "desk/offset/OffsetScreen.h"
-#include "desk/plots/PlotDesk.h"
-#include "desk/reliability/ReliabilityScreen.h"
-#include "desk/reports/ReportDesk.h"
-#include "desk/uncertainty/BiasCalcOptionScreen.h"
-#include "desk/uncertainty/MTEErrorScreen.h"
 #include "record/SubjectSide.h"
 #include "risk/Snapshot.h"
 
@@ -34,10 +25,7 @@ MainScreen::MainScreen(Session& session)
         box->opened = [this] { openGuardbands(); };
     ComputeResults.isDefault = true;
     ComputeResults.clicked = [this](bool) { ComputeResults_Click(session_); };
-    cmd_Baseline.clicked = [this](bool) {
-        BaselineScreen baseline(session_);
-        session_.ui.run(baseline);
-    };
+    cmd_Baseline.clicked = [this](bool) { runScreen(screens::baseline, {session_}); };
     refresh();
 }
 
@@ -143,50 +131,26 @@ void MainScreen::followInKFactors() {
     if (!session_.record.AbortFlag && session_.record.MTE_Sigma > 0) RevalidateKFactors(session_);
 }
 
-void MainScreen::openGuardbands() {
-    GuardbandScreen worksheet(session_);
-    session_.ui.run(worksheet);
+void MainScreen::open(std::string_view screen, const DeskParts& parts) {
+    runScreen(screen, parts);
+    followInKFactors();
 }
 
-void MainScreen::openOffsets(FileChooser& chooser) {
-    OffsetCalc worksheet(session_, chooser);
-    session_.ui.run(worksheet);
+void MainScreen::openGuardbands() {
+    runScreen(screens::guardbands, {session_});
+}
+
+void MainScreen::openOffsets(const DeskParts& parts) {
+    runScreen(screens::offsets, parts);
     forgetLastTexts();
     RefreshMainScreen(session_);
     followInKFactors();
 }
 
-void MainScreen::openUncertainty(FileChooser& chooser, ReportDesk& reports) {
+void MainScreen::openUncertainty(DeskParts parts) {
     session_.record.ComputeNeeded = false;
-    MTEErrorScreen worksheet(session_);
-    worksheet.openTolerances = [&] { openOffsets(chooser); };
-    worksheet.openErrorPlot = [](Session& desk) {
-        if (haveData(desk, Needs::BothForPlot)) PlotDesk(desk).show(PlotKind::Error);
-    };
-    worksheet.previewReport = [&reports](Session& desk) { reports.preview(desk, reportOrigin::uncertainty); };
-    worksheet.printReport = [&reports](Session& desk) { reports.print(desk, reportOrigin::uncertainty); };
-    worksheet.refresh();
-    session_.ui.run(worksheet);
-    followInKFactors();
-}
-
-void MainScreen::openReliability(int slot) {
-    session_.record.Rel_ActiveSlot = slot;
-    ReliabilityScreen worksheet(session_);
-    session_.ui.run(worksheet);
-    followInKFactors();
-}
-
-void MainScreen::openObserved() {
-    ObservedScreen worksheet(session_);
-    session_.ui.run(worksheet);
-    followInKFactors();
-}
-
-void MainScreen::openBiasReference(std::size_t slot) {
-    BiasCalcOptionScreen reference(session_, slot);
-    session_.ui.run(reference);
-    followInKFactors();
+    parts.openTolerances = [this, parts] { openOffsets(parts); };
+    open(screens::uncertainty, parts);
 }
 
 bool MainScreen::mayRun(const MenuItem& item) {

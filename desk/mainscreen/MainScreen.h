@@ -1,7 +1,7 @@
 // The main screen: entry of both parameters, options, results.
 #pragma once
 
-#include "desk/kit/Worksheet.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/mainscreen/SavedCopy.h"
 
 #include <functional>
@@ -9,8 +9,6 @@
 
 namespace metrisk {
 
-class FileChooser;
-class ReportDesk;
 struct Session;
 
 class MainScreen final : public Worksheet {
@@ -134,16 +132,14 @@ class MainScreen final : public Worksheet {
 
     void refresh() override;
 
+    /// Shows a worksheet that may change the measuring parameter: what depends on it follows.
+    void open(std::string_view screen, const DeskParts& parts);
     /// The guardband worksheet.
     void openGuardbands();
-    /// The process uncertainty worksheet.
-    void openUncertainty(FileChooser& chooser, ReportDesk& reports);
-    /// The tolerance offset worksheet.
-    void openOffsets(FileChooser& chooser);
-    /// The % in-tolerance reference of reliability slot 0, the subject, or 1, the measuring parameter.
-    void openReliability(int slot);
-    void openObserved();
-    void openBiasReference(std::size_t slot);
+    /// The worksheet of tolerance offsets, with the parts' files.
+    void openOffsets(const DeskParts& parts);
+    /// The process uncertainty worksheet, with the parts' files and reports.
+    void openUncertainty(DeskParts parts);
 
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();

@@ -7,8 +7,8 @@
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/FieldRules.h"
 #include "desk/mainscreen/OffsetPictures.h"
-#include "desk/offset/Composition.h"
 #include "record/AnalysisTexts.h"
+#include "record/ComposedOffset.h"
 #include "record/ToleranceUnits.h"
 
 #include <algorithm>

@@ -7,8 +7,8 @@
 #include "desk/compute/ObservingUnit.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/Notes.h"
-#include "desk/guardband/GuardbandScreen.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
 #include "desk/observed/ObservedPct.h"
@@ -118,8 +118,7 @@ void ObservedScreen::bindFigures() {
     opt_Limits_1.clicked = [this](bool) { asLimits_ = false; };
     cmd_Update.clicked = [this](bool) {
         const Figures before(session_.record);
-        GuardbandScreen worksheet(session_);
-        session_.ui.run(worksheet);
+        runScreen(screens::guardbands, {session_});
         if (before.differ(session_.record)) markChanged();
     };
 }

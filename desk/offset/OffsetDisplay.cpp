@@ -1,9 +1,9 @@
 // What the tolerance offset worksheet shows.
 #include "base/NumberText.h"
-#include "desk/offset/Composition.h"
 #include "desk/offset/OffsetScreen.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
+#include "record/ComposedOffset.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 

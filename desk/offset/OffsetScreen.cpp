@@ -5,7 +5,7 @@
 #include "base/RelativeUnits.h"
 #include "desk/compute/FollowMode.h"
 #include "desk/kit/Message.h"
-#include "desk/offset/Composition.h"
+#include "record/ComposedOffset.h"
 #include "record/KeptFields.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceParts.h"
@@ -60,11 +60,6 @@ OffsetCalc::OffsetCalc(Session& session, FileChooser& chooser)
                     r.MTE_PctReading);
     r.SU_TolUnitsFactor = usableFactor(r.SU_TolUnitsFactor);
     r.MTE_TolUnitsFactor = usableFactor(r.MTE_TolUnitsFactor);
-    readAreas();
-    fillUnits(r.NominalUnits, r.SU_ToleranceUnits, r.MTE_ToleranceUnits);
-    keepUnitsOfRecord(r, mode_, subject_, measuring_);
-    fit();
-    loaded_ = r;
     bindSubject();
     bindMeasuring();
     bindUnits();
@@ -73,6 +68,16 @@ OffsetCalc::OffsetCalc(Session& session, FileChooser& chooser)
     mnu_OK.isDefault = true;
     mnu_Cancel.closes = Way::Cancel;
     makeMenus();
+    refresh();
+}
+
+void OffsetCalc::begin() {
+    Analysis& r = desk_.record;
+    readAreas();
+    fillUnits(r.NominalUnits, r.SU_ToleranceUnits, r.MTE_ToleranceUnits);
+    keepUnitsOfRecord(r, mode_, subject_, measuring_);
+    fit();
+    loaded_ = r;
     refresh();
 }
 

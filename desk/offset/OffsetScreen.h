@@ -76,6 +76,7 @@ class OffsetCalc final : public Worksheet {
 
     OffsetCalc(Session& session, FileChooser& chooser);
 
+    void begin() override;
     void refresh() override;
 
   protected:

@@ -6,11 +6,9 @@
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/FitSubject.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/links/RunMenu.h"
 #include "desk/offset/OffsetScreen.h"
-#include "desk/reliability/ReliabilityScreen.h"
-#include "desk/uncertainty/BiasCalcOptionScreen.h"
-#include "desk/units/UnitsScreen.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/StudentsT.h"
@@ -70,15 +68,12 @@ void OffsetCalc::makeMenus() {
 /// A screen above writes its % in-tolerance and its model; the model stays even if this worksheet is
 /// cancelled.
 void OffsetCalc::openReliability(int slot) {
-    desk_.record.Rel_ActiveSlot = slot;
-    ReliabilityScreen screen(desk_);
-    session_.ui.run(screen);
+    runScreen(screens::reliability[slot], {desk_});
     keepReliability();
 }
 
 void OffsetCalc::openBiasReference(int slot) {
-    BiasCalcOptionScreen screen(desk_, static_cast<std::size_t>(slot));
-    session_.ui.run(screen);
+    runScreen(screens::biasReference[slot], {desk_});
     keepReliability();
 }
 
@@ -92,8 +87,7 @@ void OffsetCalc::keepReliability() {
 }
 
 void OffsetCalc::openUnits() {
-    UnitsRevision screen(session_, chooser_);
-    session_.ui.run(screen);
+    runScreen(screens::units, {session_, &chooser_});
     const Analysis& r = desk_.record;
     readAreas();
     fillUnits(r.NominalUnits, r.SU_ToleranceUnits, r.MTE_ToleranceUnits);

@@ -43,7 +43,7 @@ void EqRatioScreen::store() {
     r.EqRatioOnFalseAccept = OptFalseAccept.checked;
     r.BeepWhenFinished = BeepOn.checked;
     r.FileChanged = true;
-    dropEquivalentRatio(session_);
+    dropEquivalentRatio(session_.record);
 }
 
 bool EqRatioScreen::mayClose(Way way) {
@@ -51,13 +51,6 @@ bool EqRatioScreen::mayClose(Way way) {
     const Answer retain = way == Way::Ok ? Answer::Yes : ask(session_.ui, retainChanges);
     if (retain == Answer::Yes) store();
     return retain != Answer::Cancel;
-}
-
-void dropEquivalentRatio(Session& session) {
-    Analysis& r = session.record;
-    r.EqAccRat = 0;
-    r.EqAccRatDen.clear();
-    DropBaselineSnapshot(r);
 }
 
 } // namespace metrisk

@@ -35,7 +35,4 @@ class EqRatioScreen final : public Worksheet {
     void store();
 };
 
-/// The next compute counts the baseline as changed and searches again; the ratio found before is gone.
-void dropEquivalentRatio(Session& session);
-
 } // namespace metrisk

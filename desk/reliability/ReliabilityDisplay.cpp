@@ -1,8 +1,8 @@
 // What the reliability worksheet shows: its boxes and its plot.
 #include "base/NumberText.h"
+#include "desk/compute/Reliability.h"
 #include "desk/kit/FaultMessages.h"
 #include "desk/kit/Session.h"
-#include "desk/reliability/Reliability.h"
 #include "desk/reliability/ReliabilityScreen.h"
 #include "reliability/ReliabilityPlot.h"
 #include "reliability/ReliabilityTexts.h"

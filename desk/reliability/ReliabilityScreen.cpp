@@ -1,11 +1,11 @@
 #include "desk/reliability/ReliabilityScreen.h"
 
 #include "base/NumberText.h"
+#include "desk/compute/Reliability.h"
 #include "desk/files/Notes.h"
 #include "desk/kit/Check.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
-#include "desk/reliability/Reliability.h"
 #include "reliability/ReliabilityTexts.h"
 #include "reliability/TimeUnits.h"
 

@@ -1,23 +1,14 @@
 #include "desk/shell/MainCommands.h"
 
-#include "desk/appearance/ColorSchemeScreen.h"
-#include "desk/baseline/BaselineScreen.h"
-#include "desk/compute/ReliabilitySlot.h"
 #include "desk/files/Notes.h"
 #include "desk/files/Summary.h"
-#include "desk/information/SystemInfoScreen.h"
 #include "desk/kit/Desktop.h"
 #include "desk/kit/Session.h"
 #include "desk/links/DDE_Form.h"
 #include "desk/links/RunMenu.h"
 #include "desk/mainscreen/MainScreen.h"
-#include "desk/options/EqRatioScreen.h"
-#include "desk/selfcheck/SelfCheckScreen.h"
 #include "desk/shell/RecentFiles.h"
 #include "desk/shell/RiskOptionCommand.h"
-#include "desk/sweeps/GuardPlot.h"
-#include "desk/sweeps/RiskMapScreen.h"
-#include "desk/units/UnitsScreen.h"
 
 #include <filesystem>
 
@@ -25,15 +16,9 @@ namespace metrisk {
 
 namespace {
 
-/// `open` takes the reliability slot; without it there is nothing to run.
-std::vector<MenuItem> parameterItems(const char* subject, const char* measuring,
-                                     const std::function<void(std::size_t slot)>& open = {}) {
-    const auto opened = [&open](std::size_t slot) -> std::function<void()> {
-        if (!open) return {};
-        return [open, slot] { open(slot); };
-    };
-    return {{.control = subject, .caption = "&Subject Parameter", .run = opened(0)},
-            {.control = measuring, .caption = "&Measuring Parameter", .run = opened(1)}};
+MenuItem separated(MenuItem item) {
+    item.separatorAfter = true;
+    return item;
 }
 
 std::string menuText(std::string text) {
@@ -44,8 +29,8 @@ std::string menuText(std::string text) {
 } // namespace
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
-    : files(session, screen, chooser), plots(session), reports(session), session_(session), screen_(screen),
-      chooser_(chooser) {
+    : files(session, screen, chooser), plots(session), reports(session), session_(session),
+      screen_(screen), parts_{session, &chooser, &reports, &plots} {
     screen.mayExit = [this] {
         return files.ExitAnalysis(
             [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });
@@ -53,40 +38,24 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         editMenu(),
-        {.control = "mnu_Units",
-         .caption = "Measurement &Units",
-         .run =
-             [this] {
-                 UnitsRevision units(session_, chooser_);
-                 session_.ui.run(units);
-             }},
-        {.control = "BaselineAnalysisScreen",
-         .caption = "&Baseline",
-         .run =
-             [this] {
-                 BaselineScreen baseline(session_);
-                 session_.ui.run(baseline);
-             }},
+        screenItem("mnu_Units", screens::units, parts_),
+        screenItem("BaselineAnalysisScreen", screens::baseline, parts_),
         {.control = "mnu_Reliability",
          .caption = "&Reliability",
-         .items = {{.control = "mnu_Reliability_Parameter_0",
-                    .caption = "&Subject Parameter",
-                    .run = [this] { screen_.openReliability(subjectSlot); }},
-                   {.control = "mnu_Reliability_Parameter_1",
-                    .caption = "&Measuring Parameter",
-                    .run = [this] { screen_.openReliability(measuringSlot); }}}},
+         .items = {followed("mnu_Reliability_Parameter_0", screens::reliability[0]),
+                   followed("mnu_Reliability_Parameter_1", screens::reliability[1])}},
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
-         .items = parameterItems("mnu_BiasRef_Parameter_0", "mnu_BiasRef_Parameter_1",
-                                 [this](std::size_t slot) { screen_.openBiasReference(slot); })},
+         .items = {followed("mnu_BiasRef_Parameter_0", screens::biasReference[0]),
+                   followed("mnu_BiasRef_Parameter_1", screens::biasReference[1])}},
         {.control = "PlotControl", .caption = "&Plots", .items = plotItems()},
         {.control = "UserOptions", .caption = "&Options", .items = optionItems()},
         {.control = "mnu_ToleranceLimits",
          .caption = "&Tol Ref",
-         .run = [this] { screen_.openOffsets(chooser_); }},
+         .run = [this] { screen_.openOffsets(parts_); }},
         {.control = "mnu_Uncertainty",
          .caption = "&Uncertainty",
-         .run = [this] { screen_.openUncertainty(chooser_, reports); }},
+         .run = [this] { screen_.openUncertainty(parts_); }},
         runMenu(session_),
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
@@ -178,43 +147,28 @@ std::vector<MenuItem> MainCommands::recentItems() {
     return items;
 }
 
+/// After it, the main screen follows what has changed.
+MenuItem MainCommands::followed(const char* control, std::string_view name) {
+    MenuItem item = screenItem(control, name, parts_);
+    item.run = [this, name] { screen_.open(name, parts_); };
+    return item;
+}
+
+/// The plot of that kind, with those that are compared with it.
+MenuItem MainCommands::plotItem(const char* control, std::string_view name, PlotKind kind) {
+    MenuItem item = screenItem(control, name, parts_);
+    item.run = [this, kind] { plots.show(kind); };
+    return item;
+}
+
 std::vector<MenuItem> MainCommands::plotItems() {
-    const auto riskPlot = [this](Swept swept) {
-        return [this, swept] {
-            GuardPlot plot(session_, swept);
-            session_.ui.run(plot);
-        };
-    };
     return {
-        {.control = "SUPlotScreenControl",
-         .caption = "&Subject Parameter Bias Distribution",
-         .run = [this] { plots.show(PlotKind::SU); },
-         .needs = Needs::Subject},
-        {.control = "MTEPlotScreenControl",
-         .caption = "&Measuring Parameter Bias Distribution",
-         .run = [this] { plots.show(PlotKind::MTE); },
-         .needs = Needs::BothForPlot},
-        {.control = "mnu_Plots_ProcessError",
-         .caption = "&Process Error Distribution",
-         .run = [this] { plots.show(PlotKind::Error); },
-         .needs = Needs::BothForPlot,
-         .separatorAfter = true},
-        {.control = "mnu_Plot_Risk_0",
-         .caption = "&Risk vs. Subject Parameter % In-Tol",
-         .run = riskPlot(Swept::SubjectPct),
-         .needs = Needs::BothForPlot},
-        {.control = "mnu_Plot_Risk_1",
-         .caption = "Risk &vs. Measuring Parameter % In-Tol",
-         .run = riskPlot(Swept::MeasuringPct),
-         .needs = Needs::BothForPlot},
-        {.control = "mnu_Plot_RiskMap",
-         .caption = "Risk &Map",
-         .run =
-             [this] {
-                 RiskMapScreen map(session_);
-                 session_.ui.run(map);
-             },
-         .needs = Needs::BothForPlot},
+        plotItem("SUPlotScreenControl", "SUPlot", PlotKind::SU),
+        plotItem("MTEPlotScreenControl", "MTEPlot", PlotKind::MTE),
+        separated(plotItem("mnu_Plots_ProcessError", "ErrorPlot", PlotKind::Error)),
+        screenItem("mnu_Plot_Risk_0", screens::riskBySubjectPct, parts_),
+        screenItem("mnu_Plot_Risk_1", screens::riskByMeasuringPct, parts_),
+        screenItem("mnu_Plot_RiskMap", screens::riskMap, parts_),
     };
 }
 
@@ -223,26 +177,10 @@ std::vector<MenuItem> MainCommands::optionItems() {
         {.control = "FalseAcceptOptions",
          .caption = "&False Accept Risk",
          .run = [this] { FalseAcceptOptions_Click(session_); }},
-        {.control = "EqAccRatOptions",
-         .caption = "&Equivalent Accuracy Ratio",
-         .run =
-             [this] {
-                 EqRatioScreen options(session_);
-                 session_.ui.run(options);
-             },
-         .separatorAfter = true},
+        separated(screenItem("EqAccRatOptions", screens::ratio, parts_)),
         {.control = "PrintOptions", .caption = "&Report Format", .run = [this] { reports.openOptions(); }},
-        {.control = "CtrlFormColor",
-         .caption = "Screen &Appearance",
-         .run =
-             [this] {
-                 ColorSchemeScreen colors(session_);
-                 session_.ui.run(colors);
-             },
-         .separatorAfter = true},
-        {.control = "CtrlSURel",
-         .caption = "&True vs. Observed % In-Tolerance",
-         .run = [this] { screen_.openObserved(); }},
+        separated(screenItem("CtrlFormColor", screens::colours, parts_)),
+        followed("CtrlSURel", screens::observed),
         {.control = "CtrlGuardband", .caption = "&Guardband", .run = [this] { screen_.openGuardbands(); }},
     };
 }
@@ -256,20 +194,8 @@ std::vector<MenuItem> MainCommands::helpItems() {
          .caption = "Using &Help",
          .run = page("using-help"),
          .separatorAfter = true},
-        {.control = "mnu_SelfCheck",
-         .caption = "Self-&Check",
-         .run =
-             [this] {
-                 SelfCheckScreen check(session_);
-                 session_.ui.run(check);
-             }},
-        {.control = "mnu_SystemInformation",
-         .caption = "System &Information",
-         .run =
-             [this] {
-                 SystemInfoScreen information(session_);
-                 session_.ui.run(information);
-             }},
+        screenItem("mnu_SelfCheck", screens::selfCheck, parts_),
+        screenItem("mnu_SystemInformation", screens::systemInformation, parts_),
     };
 }
 

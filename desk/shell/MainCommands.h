@@ -1,6 +1,7 @@
 // The main screen's menus, and what each of their commands does.
 #pragma once
 
+#include "desk/kit/ScreenEntry.h"
 #include "desk/plots/PlotDesk.h"
 #include "desk/reports/ReportDesk.h"
 #include "desk/shell/FileCommands.h"
@@ -30,11 +31,13 @@ class MainCommands {
   private:
     Session& session_;
     MainScreen& screen_;
-    FileChooser& chooser_;
+    const DeskParts parts_;
 
     /// Nothing where there is no such link.
     void withErrorLedger(const std::function<void(DDE_Form&)>& action);
     ImportTarget importTarget();
+    MenuItem followed(const char* control, std::string_view name);
+    MenuItem plotItem(const char* control, std::string_view name, PlotKind kind);
     std::vector<MenuItem> fileItems();
     std::vector<MenuItem> recentItems();
     std::vector<MenuItem> plotItems();

@@ -4,8 +4,8 @@
 #include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
-#include "desk/options/FalseAcceptScreen.h"
 
 #include <string>
 
@@ -33,15 +33,13 @@ void FalseAcceptOptions_Click(Session& session) {
     Analysis& r = session.record;
     const int before = r.FalseAcceptOption;
     const bool figuresCurrent = !r.RisksNeedCompute;
-    FalseAcceptScreen choice(session);
-    session.ui.run(choice);
+    runScreen(screens::falseAccept, {session});
     if (r.FalseAcceptOption == before) return;
     session.ui.repaintMainScreen();
     if (figuresCurrent) {
         tell(session.ui, optionNotice);
-        BaselineScreen baseline(session);
-        baseline.computeRisks();
-        session.ui.run(baseline);
+        runScreen(screens::baseline, {session},
+                  [](Worksheet& screen) { static_cast<BaselineScreen&>(screen).computeRisks(); });
     }
     ComputeResults_Click(session);
 }

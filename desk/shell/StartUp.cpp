@@ -2,6 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/Settings.h"
+#include "persistence/SettingsFile.h"
 
 #include <array>
 #include <filesystem>
@@ -34,6 +35,12 @@ void copyUnits(const std::string& sample, const std::string& path) {
 }
 
 } // namespace
+
+UserSettings openUserSettings() {
+    const std::string path = defaultSettingsPath();
+    installStartingSettings(path);
+    return {path, std::make_unique<SettingsFile>(path)};
+}
 
 Places locatePlaces(Settings& settings, const std::string& programFolder, const std::string& dataFolder,
                     const std::string& sampleUnits) {

@@ -3,12 +3,20 @@
 
 #include "base/Places.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace metrisk {
 
 class Settings;
+
+/// The settings of the user, made from those that the system offers where there are none yet.
+struct UserSettings {
+    std::string path;
+    std::unique_ptr<Settings> file;
+};
+UserSettings openUserSettings();
 
 /// Reads the places from the settings. A home folder that does not exist becomes `programFolder` if it
 /// can be written to, else `dataFolder`, which is created; a units database that does not exist becomes

@@ -67,6 +67,10 @@ UnitsRevision::UnitsRevision(Session& session, FileChooser& chooser)
              runMenu(session_),
              {.control = "mnu_Help", .caption = "&Help...", .run = [this] { session_.ui.help(helpPage); }}};
     bindBoxes();
+    refresh();
+}
+
+void UnitsRevision::begin() {
     if (units_.openCurrent()) readAreas();
     refresh();
 }

@@ -28,6 +28,7 @@ class UnitsRevision final : public Worksheet {
                             "What the unit is called in full, at most 255 characters"};
     Label lbl_Database{*this, "lbl_Database", "", "The file of the database in use"};
 
+    void begin() override;
     void refresh() override;
 
   private:

@@ -1,7 +1,7 @@
 // The models of reliability: against formulas and integrals of their own, and there and back.
 #include "base/Real.h"
+#include "desk/compute/Reliability.h"
 #include "desk/kit/Message.h"
-#include "desk/reliability/Reliability.h"
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/TimeUnits.h"
 #include "tests/support/TestSession.h"

@@ -1,10 +1,10 @@
 // The risk plot and the map as a user meets them, without Qt.
 #include "desk/sweeps/GuardPlot.h"
-#include "desk/baseline/BaselineScreen.h"
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/FitSubject.h"
 #include "desk/files/ClearAnalysis.h"
 #include "desk/guardband/GuardbandScreen.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/sweeps/RiskMapScreen.h"
 #include "drawing/Drawing.h"
 #include "tests/support/Cases.h"
@@ -270,6 +270,14 @@ TEST(GuardPlot, OpensFromTheOtherScreens) {
     GuardbandScreen guardbands(t.session);
     press(guardbands, "CmdPlot");
 
+    t.ui.expectScreen("BaselineAnalysis", [](Worksheet& baseline) {
+        type(baseline, "BaselinePctInTol1", "85");
+        type(baseline, "BaselinePctInTol2", "72");
+        type(baseline, "BaseAccRat1", "4");
+        type(baseline, "BaseAccRat2", "1");
+        choose(baseline, "mnu_Plot");
+        baseline.close(Way::Cancel);
+    });
     t.ui.expectScreen("GuardPlot", [&](Worksheet& s) {
         EXPECT_EQ(textOf(s, "txt_SUPctInTol"), "72.0000");
         enterRange(s, "2", "10", "3");
@@ -278,12 +286,7 @@ TEST(GuardPlot, OpensFromTheOtherScreens) {
         EXPECT_EQ(t.ui.textsCopied.back().find("Baseline Accuracy Ratio\n(Consumer Option)\n"), 0u);
         press(s, "Opt_Both");
     });
-    BaselineScreen baseline(t.session);
-    type(baseline, "BaselinePctInTol1", "85");
-    type(baseline, "BaselinePctInTol2", "72");
-    type(baseline, "BaseAccRat1", "4");
-    type(baseline, "BaseAccRat2", "1");
-    choose(baseline, "mnu_Plot");
+    runScreen(screens::baseline, {t.session});
 }
 
 TEST(RiskMap, FollowsItsControls) {

@@ -242,7 +242,7 @@ TEST(MainDisplay, TypedKFactorsAreFollowedAfterEveryScreen) {
                                  screen.close(Way::Cancel);
                                  s.record.MTE_Sigma *= 2;
                              });
-                             s.main.openReliability(1);
+                             s.main.open(screens::reliability[1], {s.session});
                          }},
                         {"observed",
                          [](Shown& s) {
@@ -250,7 +250,7 @@ TEST(MainDisplay, TypedKFactorsAreFollowedAfterEveryScreen) {
                                  screen.close(Way::Cancel);
                                  s.record.MTE_Sigma *= 2;
                              });
-                             s.main.openObserved();
+                             s.main.open(screens::observed, {s.session});
                          }},
                         {"sides", [](Shown& s) {
                              s.record.MTE_Sigma *= 2;

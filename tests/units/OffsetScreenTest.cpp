@@ -35,6 +35,7 @@ struct Offsets : TestSession {
         record.SU_UpperFixed = record.SU_LowerFixed = 0.5;
         change(record);
         screen.emplace(session, chooser);
+        screen->begin();
     }
     FieldResult type(const char* box, const std::string& text) { return testing::type(*screen, box, text); }
     void press(const char* name) { testing::press(*screen, name); }
@@ -74,6 +75,7 @@ TEST(Offsets, PartsBelongToTheToleranceThatTheyMakeUp) {
     EXPECT_TRUE(o.record.OffsetWorksheetFlag) << "typing another tolerance elsewhere leaves them";
     EXPECT_EQ(o.record.MTE_PctReading, 0.01);
     o.screen.emplace(o.session, o.chooser);
+    o.screen->begin();
     o.press("opt_MTETolerance_1");
     o.ok();
     EXPECT_FALSE(o.record.OffsetWorksheetFlag) << "an uncertainty has no parts";
@@ -281,6 +283,7 @@ TEST(Offsets, AnotherArea) {
     const auto empty = units->addArea("Empty", {.symbol = "x"});
     units->deleteUnit(empty, units->FindUnitsIndex(empty, "x"));
     o.screen.emplace(o.session, o.chooser);
+    o.screen->begin();
     o.ui.expectBox("Invalid Units.Inf Entry", "Error: No units were found in this Measurement Area.\n"
                                               "The Units.Inf file may be corrupt.");
     o.screen->choose(control<Choice>(*o.screen, "MeasAreaBox"), 0);

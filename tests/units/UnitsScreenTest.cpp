@@ -26,6 +26,7 @@ struct Units : TestSession {
         units->addArea("Ratio", {.symbol = "ppm"});
         session.places.UnitsDatabasePath = path;
         screen.emplace(session, chooser);
+        screen->begin();
     }
     void run(const char* item) { screen->run(*findItem(screen->menus, item)); }
     void type(const char* box, const std::string& text) { testing::type(*screen, box, text); }

@@ -3,7 +3,6 @@
 #include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Session.h"
 #include "desk/shell/StartUp.h"
-#include "persistence/SettingsFile.h"
 #include "window/kit/QtInteraction.h"
 #include "window/shell/Application.h"
 #include "window/shell/HelpDesk.h"
@@ -61,9 +60,8 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName("metrisk");
     QApplication::setWindowIcon(QIcon(":/icons/metrisk.svg"));
 
-    const std::string settingsPath = defaultSettingsPath();
-    installStartingSettings(settingsPath);
-    SettingsFile settings(settingsPath);
+    const UserSettings user = openUserSettings();
+    Settings& settings = *user.file;
     QtInteraction ui(layoutOf);
     HelpDesk help(ui);
     const SystemClock clock;
@@ -71,7 +69,7 @@ int main(int argc, char** argv) {
     session.record.FirstDisplay = true;
     const std::string programFolder = QApplication::applicationDirPath().toStdString();
     session.places = locatePlaces(settings, programFolder, dataFolder(), sampleUnitsOf(programFolder));
-    session.places.SettingsPath = settingsPath;
+    session.places.SettingsPath = user.path;
     help.HelpFilePath = session.places.HelpFilePath;
     session.regional = systemRegional();
     session.colorScheme = LoadColorScheme(settings);

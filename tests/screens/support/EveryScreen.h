@@ -15,7 +15,6 @@ class Desk;
 
 class EveryScreen {
   public:
-    /// There is no units database: two boxes say so.
     explicit EveryScreen(Desk& desk);
 
     /// The main screen first.

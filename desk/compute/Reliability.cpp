@@ -1,4 +1,4 @@
-#include "desk/reliability/Reliability.h"
+#include "desk/compute/Reliability.h"
 
 #include "desk/kit/FaultMessages.h"
 #include "desk/kit/Message.h"

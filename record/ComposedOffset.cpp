@@ -1,4 +1,4 @@
-#include "desk/offset/Composition.h"
+#include "record/ComposedOffset.h"
 
 #include "base/DecimalForm.h"
 #include "base/Picture.h"
