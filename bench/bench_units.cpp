@@ -1,6 +1,6 @@
 // Opening a units database and filling a box of units, as a share of a frame of 16 ms.
 #include "tests/support/TemporaryFolder.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

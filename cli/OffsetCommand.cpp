@@ -13,7 +13,7 @@
 #include "record/ToleranceUnits.h"
 #include "units/ToleranceDecimals.h"
 #include "units/UnitFactor.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 namespace metrisk::cli {
 

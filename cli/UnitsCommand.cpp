@@ -7,8 +7,8 @@
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
 #include "desk/shell/StartUp.h"
-#include "units/UnitsDatabase.h"
-#include "units/UnitsTable.h"
+#include "units/database/UnitsDatabase.h"
+#include "units/database/UnitsTable.h"
 
 #include <filesystem>
 

@@ -1,6 +1,7 @@
 # A file belongs to the target of its folder: adding one needs no list to be edited.
 
-# Sources and headers of the given folders, without those below mathlib/ (unless that is itself asked for).
+# Sources and headers of the given folders, without those below mathlib/ and database/, which are of targets of their
+# own.
 function(metrisk_collect out_sources out_headers)
   set(sources)
   set(headers)
@@ -9,7 +10,7 @@ function(metrisk_collect out_sources out_headers)
          "${PROJECT_SOURCE_DIR}/${folder}/*.cpp" "${PROJECT_SOURCE_DIR}/${folder}/*.h")
     foreach(file IN LISTS found)
       file(RELATIVE_PATH below "${PROJECT_SOURCE_DIR}/${folder}" "${file}")
-      if(below MATCHES "^(.*/)?(mathlib/|main\\.cpp$)")
+      if(below MATCHES "^(.*/)?((mathlib|database)/|main\\.cpp$)")
         continue()
       elseif(below MATCHES "\\.h$")
         list(APPEND headers "${file}")

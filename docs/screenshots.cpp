@@ -5,7 +5,7 @@
 #include "links/AppsList.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 #include "window/kit/Widgets.h"
 #include "window/shell/SplashScreen.h"
 

@@ -5,7 +5,7 @@
 #include "desk/kit/Session.h"
 #include "record/ToleranceUnits.h"
 #include "units/UnitFactor.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include "desk/kit/FileChooser.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
-#include "units/SqliteUnits.h"
+#include "units/database/SqliteUnits.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // The units database in use: finding, checking, creating and opening its file, with what the user is told.
 #pragma once
 
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <functional>
 #include <memory>

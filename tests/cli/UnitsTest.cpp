@@ -1,6 +1,6 @@
 // Units databases and tolerances composed in their units.
 #include "tests/cli/Cli.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <gtest/gtest.h>
 #include <map>

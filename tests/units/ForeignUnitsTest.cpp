@@ -1,6 +1,6 @@
 // Units databases of other programs: what is read of them, and that no damage reaches the program.
 #include "tests/support/TemporaryFolder.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <chrono>
 #include <fstream>

@@ -1,6 +1,6 @@
 // Areas and units in a file of our own: content, order, refusals, two programs, a killed program.
 #include "tests/support/TemporaryFolder.h"
-#include "units/SqliteUnits.h"
+#include "units/database/SqliteUnits.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <cmath>

@@ -1,5 +1,5 @@
 // Units as a table: what is read, what is refused, and the table that the program brings.
-#include "units/UnitsTable.h"
+#include "units/database/UnitsTable.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cmath>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/TemporaryFile.h"
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <functional>
 #include <sys/types.h>

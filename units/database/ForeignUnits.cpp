@@ -1,9 +1,9 @@
-#include "units/ForeignUnits.h"
+#include "units/database/ForeignUnits.h"
 
 #include "base/ChildProcess.h"
 #include "base/Text.h"
-#include "units/JetTables.h"
-#include "units/SqliteUnits.h"
+#include "units/database/JetTables.h"
+#include "units/database/SqliteUnits.h"
 
 #include <algorithm>
 #include <cmath>

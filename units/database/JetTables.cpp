@@ -1,4 +1,4 @@
-#include "units/JetTables.h"
+#include "units/database/JetTables.h"
 
 #include <array>
 #include <cstdlib>

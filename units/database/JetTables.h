@@ -1,7 +1,7 @@
 // The two tables of a units database in a Jet file, row by row, through a library that trusts the file.
 #pragma once
 
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <functional>
 

@@ -1,4 +1,4 @@
-#include "units/UnitsTable.h"
+#include "units/database/UnitsTable.h"
 
 #include "base/ExactText.h"
 

@@ -1,4 +1,4 @@
-#include "units/SqliteUnits.h"
+#include "units/database/SqliteUnits.h"
 
 #include "base/Text.h"
 

@@ -1,8 +1,8 @@
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 #include "base/Text.h"
-#include "units/ForeignUnits.h"
-#include "units/SqliteUnits.h"
+#include "units/database/ForeignUnits.h"
+#include "units/database/SqliteUnits.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // Units databases of other programs (Jet files), which are only read.
 #pragma once
 
-#include "units/UnitsDatabase.h"
+#include "units/database/UnitsDatabase.h"
 
 namespace metrisk {
 
