@@ -39,7 +39,7 @@ Workplace::Workplace(const std::string& settingsPath) : settings(settingsOf(sett
     ConsoleInteraction ui;
     Session session{settings, ui, clock};
     ClearAnalysis(session);
-    ClearWorksheets(session);
+    ClearWorksheets(session.record, session.settings);
     newAnalysis = session.record;
 }
 

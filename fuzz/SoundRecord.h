@@ -17,9 +17,9 @@ inline void require(bool holds, const char* what) {
 
 inline void requireSoundRecord(const Analysis& record) {
     visitFields(record, [](std::string_view field, const auto& member) {
-        visitElements(std::string(field), member, []<class T>(const std::string& name, const T& element) {
+        eachElement(member, [&]<class T>(const T& element) {
             if constexpr (std::is_same_v<std::remove_const_t<T>, double>)
-                require(std::isfinite(element), name.c_str());
+                if (!std::isfinite(element)) require(false, std::string(field).c_str());
         });
     });
     for (int size : record.Stat_SampleSize) require(size >= 0 && size <= maxSampleSize, "sample size");

@@ -2,6 +2,8 @@
 // and read again as the same file.
 #include "fuzz/SoundRecord.h"
 #include "persistence/AnalysisContent.h"
+#include "persistence/NewAnalysis.h"
+#include "tests/support/MemorySettings.h"
 
 #include <cstdint>
 
@@ -13,12 +15,18 @@ using namespace metrisk::fuzz;
 bool holdsQuote(const Analysis& record) {
     bool found = false;
     visitFields(record, [&](std::string_view, const auto& member) {
-        visitElements(std::string(), member, [&]<class T>(const std::string&, const T& element) {
+        eachElement(member, [&]<class T>(const T& element) {
             if constexpr (std::is_same_v<std::remove_const_t<T>, std::string>)
                 found |= element.find('"') != element.npos;
         });
     });
     return found;
+}
+
+Analysis newAnalysis() {
+    Analysis record;
+    clearAnalysis(record, testing::MemorySettings());
+    return record;
 }
 
 bool read(Analysis& record, const std::string& content) {
@@ -30,13 +38,14 @@ bool read(Analysis& record, const std::string& content) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Analysis first;
+    static const Analysis fresh = newAnalysis();
+    Analysis first = fresh;
     const bool whole = read(first, std::string(reinterpret_cast<const char*>(data), size));
     requireSoundRecord(first);
     if (!whole) return 0;
     const std::string written = AnalysisText(first);
     if (holdsQuote(first)) return 0; // the form has no escape for it
-    Analysis second;
+    Analysis second = fresh;
     require(read(second, written), "the written file is not read");
     require(AnalysisText(second) == written, "the written file reads as another analysis");
     return 0;

@@ -390,6 +390,17 @@ void visitFields(Record& record, Visitor&& visit) {
     visitSessionState(record, visit);
 }
 
+/// Calls visit(element) for the elements of an array member, and for any other member with itself.
+template <class Member, class Visitor>
+void eachElement(Member& member, Visitor&& visit) {
+    if constexpr (
+        requires { Member::first; } || requires { std::tuple_size<std::remove_const_t<Member>>::value; }) {
+        for (auto& element : member) eachElement(element, visit);
+    } else {
+        visit(member);
+    }
+}
+
 /// Calls visit(name, element) for the elements of an array member, named "X[1][2]" as they are counted;
 /// for any other member visit(name, member) itself.
 template <class Member, class Visitor>

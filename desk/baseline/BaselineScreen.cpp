@@ -2,11 +2,11 @@
 
 #include "base/NumberText.h"
 #include "base/RiskText.h"
-#include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/BaselineRisks.h"
 #include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
+#include "persistence/BaselineDefaults.h"
 #include "risk/Snapshot.h"
 #include "risk/exact/Verified.h"
 

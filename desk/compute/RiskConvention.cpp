@@ -2,7 +2,7 @@
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "desk/compute/BaselineDefaults.h"
+#include "persistence/BaselineDefaults.h"
 
 #include <cmath>
 

@@ -1,20 +1,15 @@
-// Brings the record to the values of a new analysis.
+// Brings the record of a session to the values of a new analysis.
 #pragma once
 
 #include "desk/kit/Session.h"
+#include "persistence/NewAnalysis.h"
 
 namespace metrisk {
 
-/// Every field gets its new-analysis value; baseline, false accept option, error source names and
-/// report texts come from the settings. NominalUnits, EqRatioOnFalseAccept and what belongs to the
-/// running program rather than to the analysis stay. Repaints the main screen.
-void ClearAnalysis(Session& session);
-
-/// The same for guardbands, process uncertainty and the worksheets, report fields and plot options;
-/// the two parameters, their results, the baseline and the snapshot stay.
-void ClearWorksheets(Session& session);
-
-/// Report texts and choices by the settings; the remarks stay.
-void readReportFields(const Settings& settings, ReportFields& report);
+/// clearAnalysis by the session's settings; repaints the main screen.
+inline void ClearAnalysis(Session& session) {
+    clearAnalysis(session.record, session.settings);
+    session.ui.repaintMainScreen();
+}
 
 } // namespace metrisk

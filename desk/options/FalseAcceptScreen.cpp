@@ -1,9 +1,9 @@
 #include "desk/options/FalseAcceptScreen.h"
 
-#include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/RiskConvention.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
+#include "persistence/BaselineDefaults.h"
 
 namespace metrisk {
 

@@ -106,7 +106,7 @@ bool FileCommands::load(const std::string& given) {
         return false;
     }
     ClearAnalysis(session_);
-    ClearWorksheets(session_);
+    ClearWorksheets(session_.record, session_.settings);
     screen_.forgetLastTexts();
     OpenAnalysis(session_, path);
     if (r.AbortFlag) {

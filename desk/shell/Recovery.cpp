@@ -63,7 +63,7 @@ void Recovery::remove() {
 bool Recovery::open(const AbandonedCopy& copy) {
     Analysis& r = session_.record;
     ClearAnalysis(session_);
-    ClearWorksheets(session_);
+    ClearWorksheets(session_.record, session_.settings);
     {
         const FlagGuard loading(r.LoadInProgress);
         ReadAnalysisText(session_, copy.work.content,

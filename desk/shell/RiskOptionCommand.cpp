@@ -1,11 +1,11 @@
 #include "desk/shell/RiskOptionCommand.h"
 
 #include "desk/baseline/BaselineScreen.h"
-#include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/ComputePipeline.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
+#include "persistence/BaselineDefaults.h"
 
 #include <string>
 

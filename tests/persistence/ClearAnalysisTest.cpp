@@ -98,7 +98,7 @@ TEST(ClearAnalysis, WorksheetsAloneLeaveTheParameters) {
     test.record.Base_SUPctInTol = 50;
     test.record.ProcessUncertainty = 2;
     test.record.Rel_Model[1] = "Exponential";
-    ClearWorksheets(test.session);
+    ClearWorksheets(test.session.record, test.session.settings);
     EXPECT_EQ(test.record.SU_Mode, 7);
     EXPECT_EQ(test.record.Base_SUPctInTol, 50);
     EXPECT_EQ(test.record.ProcessUncertainty, 0);

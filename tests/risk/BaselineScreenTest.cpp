@@ -1,11 +1,11 @@
 // The baseline screen and the choice of the false accept option.
 #include "desk/baseline/BaselineScreen.h"
 #include "base/NumberText.h"
-#include "desk/compute/BaselineDefaults.h"
 #include "desk/compute/RiskConvention.h"
 #include "desk/kit/Session.h"
 #include "desk/options/EqRatioScreen.h"
 #include "desk/options/FalseAcceptScreen.h"
+#include "persistence/BaselineDefaults.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"

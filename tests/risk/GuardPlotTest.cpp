@@ -195,7 +195,7 @@ TEST(GuardPlot, ComesBackOnlyIfNothingHasChanged) {
     opened(Swept::SubjectPct, false, "");
     t.record.MTE_DegFreedom = 7;
     opened(Swept::MeasuringPct, false, "80");
-    ClearWorksheets(t.session);
+    ClearWorksheets(t.session.record, t.session.settings);
     opened(Swept::MeasuringPct, false, "");
 }
 

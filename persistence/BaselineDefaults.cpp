@@ -1,4 +1,4 @@
-#include "desk/compute/BaselineDefaults.h"
+#include "persistence/BaselineDefaults.h"
 
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"

@@ -1,7 +1,7 @@
-#include "desk/files/ClearAnalysis.h"
+#include "persistence/NewAnalysis.h"
 
 #include "base/Text.h"
-#include "desk/compute/BaselineDefaults.h"
+#include "persistence/BaselineDefaults.h"
 #include "persistence/SettingKeys.h"
 
 namespace metrisk {
@@ -41,8 +41,7 @@ void readReportFields(const Settings& settings, ReportFields& report) {
     report.Delimiter = equalCaseBlind(settings.read(reportSettings::delimiter), "TAB") ? "Tab" : "Comma";
 }
 
-void ClearWorksheets(Session& session) {
-    Analysis& record = session.record;
+void ClearWorksheets(Analysis& record, const Settings& settings) {
     static_cast<Guardbands&>(record) = {};
     static_cast<ProcessErrors&>(record) = {};
     static_cast<SampleStatistics&>(record) = {};
@@ -52,32 +51,29 @@ void ClearWorksheets(Session& session) {
     static_cast<ReportFields&>(record) = {};
     static_cast<PlotOptions&>(record) = {};
     static_cast<RiskPlotState&>(record) = {};
-    readSourceNames(session.settings, record);
-    readReportFields(session.settings, record);
+    readSourceNames(settings, record);
+    readReportFields(settings, record);
 }
 
-void ClearAnalysis(Session& session) {
-    Analysis& record = session.record;
-
+void clearAnalysis(Analysis& record, const Settings& settings) {
     SubjectParameter subject;
     subject.NominalUnits = record.NominalUnits;
     static_cast<Identification&>(record) = {};
     static_cast<SubjectParameter&>(record) = subject;
     static_cast<MeasuringParameter&>(record) = {};
 
-    const BaselineDefaults defaults = ReadBaselineDefaults(session.settings, record.Base_EqRatioTarget);
+    const BaselineDefaults defaults = ReadBaselineDefaults(settings, record.Base_EqRatioTarget);
     static_cast<Baseline&>(record) = defaults.figures;
 
     RiskResults results;
-    results.FalseAcceptOption = ReadFalseAcceptConvention(session.settings);
+    results.FalseAcceptOption = ReadFalseAcceptConvention(settings);
     results.UserOption = defaults.UserOption;
     results.EqRatioOnFalseAccept = record.EqRatioOnFalseAccept;
     static_cast<RiskResults&>(record) = results;
 
-    ClearWorksheets(session);
+    ClearWorksheets(record, settings);
     static_cast<Snapshot&>(record) = {};
     static_cast<SessionState&>(record) = newState(record);
-    session.ui.repaintMainScreen();
 }
 
 } // namespace metrisk

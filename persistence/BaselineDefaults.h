@@ -1,7 +1,7 @@
 // The stored default baseline and false accept convention.
 #pragma once
 
-#include "desk/kit/Session.h"
+#include "base/Settings.h"
 #include "record/ResultGroups.h"
 
 #include <string>
