@@ -9,6 +9,7 @@
 #include "risk/RatioSearch.h"
 #include "risk/Snapshot.h"
 #include "risk/SubjectFit.h"
+#include "risk/TestRisks.h"
 #include "risk/observed/ObservedModel.h"
 #include "risk/observed/ObservingEntries.h"
 #include "uncertainty/BiasAnalysis.h"
@@ -31,10 +32,10 @@ bool sameRisk(double a, double b) {
 /// The risks of the record's guardbands, never negative; none where there are none.
 std::optional<Risks> guardbandRisks(const Analysis& r, const Regional& regional) {
     try {
-        const auto p = RiskModel(subjectBiasOf(fitSubject(r, regional)), r.MTE_Sigma)
-                           .at({-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
-        if (!p || !(p->joint > 0) || !(p->accepted > 0)) return std::nullopt;
-        const Risks risks = risksOf(*p, r.FalseAcceptOption);
+        const auto found = risksAt(subjectBiasOf(fitSubject(r, regional)), r.MTE_Sigma,
+                                   {-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
+        if (!found) return std::nullopt;
+        const Risks& risks = found->by(r.FalseAcceptOption);
         return Risks{std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
     } catch (const RuntimeFault&) {
     } catch (const FitRefusal&) {

@@ -6,7 +6,6 @@
 #include "risk/BaselineModel.h"
 #include "risk/FittedSubject.h"
 #include "risk/MeasuringFit.h"
-#include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"
 #include "risk/evaluate/EnteredSubject.h"
 
@@ -44,22 +43,6 @@ auto asResult(Work work) -> Result<decltype(work())> {
     } catch (const FitRefusal& fit) {
         return refusalOf(fit);
     }
-}
-
-[[noreturn]] void refuse(const Message& message) {
-    Refusal refusal(RefusalKind::NoAnswer, "evaluate");
-    refusal.title = message.title;
-    refusal.text = message.text;
-    throw refusal;
-}
-
-void computeRisks(TestFigures& figures, AcceptanceRange range) {
-    const auto p = RiskModel(figures.subject, figures.mteSigma).at(range);
-    if (!p || p->inTolerance == 0) refuse(limitsUnrealistic);
-    if (!(p->joint > 0) || !(p->accepted > 0)) refuse(guardbandUnrealistic);
-    figures.probabilities = *p;
-    figures.consumer = risksOf(*p, 0);
-    figures.producer = risksOf(*p, 1);
 }
 
 /// The mean offset when two-sided, else that of the existing side.
@@ -113,7 +96,9 @@ TestFigures computed(const TestEntries& e, const Wanted& wanted, Watch watch) {
     figures.mteSigma = measuring.sigma;
     const AcceptanceRange range{-e.guardband.lower * e.subject.lowerOffset,
                                 e.guardband.upper * e.subject.upperOffset};
-    computeRisks(figures, range);
+    const auto risks = risksAt(figures.subject, figures.mteSigma, range);
+    if (!risks) throw risks.refusal();
+    static_cast<TestRisks&>(figures) = *risks;
     if (wanted.exact) figures.exact = exactRisks(figures.subject, figures.mteSigma, range);
     if (wanted.reference) figures.reference = referenceRisks(e);
     if (wanted.ratio) figures.ratio = searchedRatio(e, figures, watch);

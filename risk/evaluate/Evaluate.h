@@ -2,11 +2,9 @@
 #pragma once
 
 #include "base/FunctionRef.h"
-#include "base/Refusal.h"
 #include "base/Regional.h"
-#include "numerics/Distribution.h"
 #include "risk/RatioSearch.h"
-#include "risk/TestEntries.h"
+#include "risk/TestRisks.h"
 #include "risk/exact/ExactRisks.h"
 
 #include <optional>
@@ -14,20 +12,14 @@
 namespace metrisk {
 
 /// All risks are fractions.
-struct TestFigures {
+struct TestFigures : TestRisks {
     SubjectBias subject{}; // as fitted
     double kFactor = 0;    // of the measuring parameter
     double stdUncertainty = 0;
-    double mteSigma = 0; // nominal units, with the process errors that count
-    Probabilities probabilities{};
-    Risks consumer{}, producer{};      // as computed: by rounding they may be slightly negative
+    double mteSigma = 0;               // nominal units, with the process errors that count
     std::optional<ExactRisks> exact{}; // of both conventions
     std::optional<Risks> reference{};  // none for a reference case that is none
     std::optional<double> ratio{};     // as searched; see ratioAttained
-
-    const Risks& by(Convention convention) const {
-        return convention == Convention::Producer ? producer : consumer;
-    }
 };
 
 /// What is worth its time; the risks are always computed.

@@ -6,6 +6,7 @@
 #include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
 #include "risk/SubjectFit.h"
+#include "risk/TestRisks.h"
 #include "risk/guardband/Bisection.h"
 #include "risk/guardband/GuardbandSolver.h"
 
@@ -51,9 +52,9 @@ SubjectParameter ObservedModel::fittedAt(double x) const {
 }
 
 Risks ObservedModel::risksAt(double x) const {
-    const std::optional<Probabilities> p = RiskModel(subjectBiasOf(fittedAt(x)), mteSigma_).at(range_);
-    if (!p || !(p->joint > 0) || !(p->accepted > 0)) throw NoRisks{};
-    const Risks risks = risksOf(*p, falseAcceptOption_);
+    const auto found = metrisk::risksAt(subjectBiasOf(fittedAt(x)), mteSigma_, range_);
+    if (!found) throw NoRisks{};
+    const Risks& risks = found->by(falseAcceptOption_);
     return {std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
 }
 

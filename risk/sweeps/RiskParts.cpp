@@ -5,6 +5,7 @@
 #include "record/AnalysisFields.h"
 #include "risk/FittedSubject.h"
 #include "risk/SubjectFit.h"
+#include "risk/TestRisks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,14 +75,17 @@ double RiskParts::mteSigmaOf(double offset, double coverageFactor, bool withProc
     }
 }
 
-std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption) {
-    if (!(p.joint > 0 && p.accepted > 0 && p.inTolerance > 0)) return std::nullopt;
-    Risks risks = risksOf(p, falseAcceptOption);
+std::optional<Risks> quietRisks(Risks risks) {
     for (double* risk : {&risks.falseAccept, &risks.falseReject}) {
         if (*risk < -roundingError) return std::nullopt;
         if (*risk < 0) *risk = 0;
     }
     return risks;
+}
+
+std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption) {
+    if (!(p.joint > 0 && p.accepted > 0 && p.inTolerance > 0)) return std::nullopt;
+    return quietRisks(risksOf(p, falseAcceptOption));
 }
 
 std::optional<Risks> quietRisks(const ExactRisks& exact, int falseAcceptOption) {
@@ -100,8 +104,8 @@ std::optional<Risks> RiskParts::risks(const SubjectBias& subject, double mteSigm
                                       double upperMultiplier) const {
     if (!(mteSigma > 0)) return std::nullopt;
     try {
-        const auto p = RiskModel(subject, mteSigma).at(rangeOf(lowerMultiplier, upperMultiplier));
-        if (p) return quietRisks(*p, falseAcceptOption_);
+        const auto found = risksAt(subject, mteSigma, rangeOf(lowerMultiplier, upperMultiplier));
+        if (found) return quietRisks(found->by(falseAcceptOption_));
     } catch (const RuntimeFault&) {
     }
     return std::nullopt;

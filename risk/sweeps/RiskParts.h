@@ -52,7 +52,9 @@ class RiskParts {
     int falseAcceptOption_;
 };
 
-/// The risks of these probabilities, or of exact integration, by the same rules.
+/// Risks that rounding has made negative are 0; none where they are further below it.
+std::optional<Risks> quietRisks(Risks risks);
+/// Those of these probabilities, or of exact integration, by the same rules.
 std::optional<Risks> quietRisks(const Probabilities& p, int falseAcceptOption);
 std::optional<Risks> quietRisks(const ExactRisks& exact, int falseAcceptOption);
 
