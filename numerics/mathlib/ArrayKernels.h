@@ -3,6 +3,8 @@
 
 #include "numerics/mathlib/NormalArray.h"
 
+#include <span>
+
 namespace metrisk {
 
 /// Every width gives the same bits: no multiplication is fused with an addition, an element's figure depends
@@ -24,9 +26,11 @@ extern const ArrayKernels narrowKernels;
 #if defined(__x86_64__)
 /// Four doubles a register: a processor with AVX2.
 extern const ArrayKernels wideKernels;
+/// Eight doubles a register: a processor with AVX-512.
+extern const ArrayKernels widestKernels;
 #endif
 
-/// Of the widest registers that this processor has.
-const ArrayKernels& arrayKernels() noexcept;
+/// Those that this processor can run, the widest last.
+std::span<const ArrayKernels* const> arrayKernels() noexcept;
 
 } // namespace metrisk

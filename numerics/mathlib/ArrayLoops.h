@@ -40,7 +40,9 @@ METRISK_INLINE Lanes all(double x) {
 
 /// Which lanes of a comparison are true, a bit each.
 METRISK_INLINE int lanesIn(Bits comparison) {
-#if defined(__AVX__) && METRISK_LANES == 4
+#if defined(__AVX512DQ__) && METRISK_LANES == 8
+    return _mm512_movepi64_mask(reinterpret_cast<__m512i>(comparison));
+#elif defined(__AVX__) && METRISK_LANES == 4
     return _mm256_movemask_pd(reinterpret_cast<__m256d>(comparison));
 #elif defined(__SSE2__) && METRISK_LANES == 2
     return _mm_movemask_pd(reinterpret_cast<__m128d>(comparison));
@@ -220,26 +222,42 @@ void normalWindow(const double* x, const NormalWindow& window, double* out, std:
     });
 }
 
-/// A sum in four parts: f gives the terms from an index on, a register full of them.
+/// A sum in four parts, those of i mod 4: f gives the terms from an index on, a register full of them.
 template <class F>
 METRISK_INLINE double inParts(std::size_t n, F f) {
-    Lanes sums[parts / lanes] = {};
-    for (std::size_t i = 0; i < n; i += parts)
-        for (std::size_t j = 0; j < parts / lanes; ++j) sums[j] += f(i + j * lanes);
+    constexpr std::size_t some = lanes < parts ? lanes : parts, step = lanes < parts ? parts : lanes;
+    using Parts [[gnu::vector_size(some * 8)]] = double;
+    Parts sums[parts / some] = {};
+    for (std::size_t i = 0; i < n; i += step)
+        for (std::size_t j = 0; j < step; j += lanes) {
+            const Lanes terms = f(i + j);
+            Parts pieces[lanes / some];
+            std::memcpy(pieces, &terms, sizeof terms);
+            for (std::size_t k = 0; k < lanes; k += some)
+                if (i + j + k < n) sums[(j + k) % parts / some] += pieces[k / some];
+        }
     double part[parts];
     std::memcpy(part, sums, sizeof part);
     return (part[0] + part[1]) + (part[2] + part[3]);
 }
 
+/// From an index on; where the array ends within the register, zeros.
+METRISK_INLINE Lanes loadFrom(const double* from, std::size_t i, std::size_t n) {
+    if (lanes <= parts || i + lanes <= n) return load(from + i);
+    Lanes some = {};
+    std::memcpy(&some, from + i, parts * 8);
+    return some;
+}
+
 double sumOfProducts(const double* a, const double* b, std::size_t n) noexcept {
-    return inParts(n, [&](std::size_t i) METRISK_LOCAL { return load(a + i) * load(b + i); });
+    return inParts(n, [&](std::size_t i) METRISK_LOCAL { return loadFrom(a, i, n) * loadFrom(b, i, n); });
 }
 double normalWindowSum(const double* x, const double* w, std::size_t n, double middle, double half,
                        const NormalWindow& window) noexcept {
     return inParts(n, [&](std::size_t i) METRISK_LOCAL {
-        const Lanes u = middle + half * load(x + i);
+        const Lanes u = middle + half * loadFrom(x, i, n);
         const Lanes share = windowOf((window.upper - u) / window.sigma, (window.lower - u) / window.sigma);
-        return load(w + i) * densityOf(u) * share;
+        return loadFrom(w, i, n) * densityOf(u) * share;
     });
 }
 

@@ -1,0 +1,10 @@
+#if defined(__AVX512DQ__)
+#define METRISK_LANES 8
+#include "numerics/mathlib/ArrayLoops.h"
+
+namespace metrisk {
+
+const ArrayKernels widestKernels = kernels;
+
+} // namespace metrisk
+#endif
