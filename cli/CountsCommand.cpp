@@ -14,8 +14,8 @@ namespace metrisk::cli {
 
 namespace {
 
-constexpr const char* observedText =
-    "Counts of passes are observed: false accepts and rejects are in them; \"observed\" tells the true %.";
+constexpr const char* observedText = "Counts of passes are observed: false accepts and rejects are in them.";
+constexpr const char* noFitText = "no figure: no fit at that %";
 constexpr const char* rejectedText = "The counts reject the assumed % in-tolerance.";
 
 struct Options : DecisionOptions {
@@ -44,8 +44,8 @@ void putPct(const Options& options, const CountedPct& pct, Json& object, std::st
     table += tableRow("With half the confidence", pctCell(*pct.median));
 }
 
-void putRisksAt(const char* where, const char* label, const std::optional<GuardedRisks>& risks, Json& object,
-                std::string& table) {
+void putRisksAt(const char* where, const char* label, const std::optional<GuardedRisks>& risks,
+                const char* missing, Json& object, std::string& table) {
     const auto key = [&](const char* name) { return std::string(name) + where; };
     object[key("FalseAcceptConsumer")] = risks ? Json(risks->consumer) : Json();
     object[key("FalseAcceptProducer")] = risks ? Json(risks->producer) : Json();
@@ -53,7 +53,7 @@ void putRisksAt(const char* where, const char* label, const std::optional<Guarde
     const auto cell = [](double risk) { return riskCell(risk, baselinePicture); };
     table += tableRow(label, risks ? "accept " + cell(risks->consumer) + " conditional, " +
                                          cell(risks->producer) + " joint; reject " + cell(risks->falseReject)
-                                   : "no figure: no fit at that %");
+                                   : missing);
 }
 
 void putTest(const CountsTest& test, Json& object, std::string& table) {
@@ -61,7 +61,8 @@ void putTest(const CountsTest& test, Json& object, std::string& table) {
     object["TailHigh"] = test.tailHigh;
     object["TwoSidedP"] = test.twoSidedP;
     object["Rejection"] = test.rejection;
-    table += tableRow("Rejection of the assumed %", shownPercent({test.rejection, test.twoSidedP}, 0.95));
+    table += tableRow("Rejection of the assumed %",
+                      test.rejection > 0 ? shownPercent({test.rejection, test.twoSidedP}, 0.95) : "0 %");
 }
 
 int count(const Options& options) {
@@ -96,9 +97,14 @@ int count(const Options& options) {
         }
         if (run) {
             const CountedRisks risks = countedRisks(*run->basis(), *pct);
-            putRisksAt("AtLower", "At the lower limit", risks.atLower, figures, table);
-            putRisksAt("AtEstimate", "At the estimate", risks.atEstimate, figures, table);
-            putRisksAt("AtUpper", "At the upper limit", risks.atUpper, figures, table);
+            putRisksAt("AtLower", "At the lower limit", risks.atLower, noFitText, figures, table);
+            putRisksAt("AtEstimate", "At the estimate", risks.atEstimate,
+                       pct->estimate ? noFitText : "no estimate", figures, table);
+            putRisksAt("AtUpper", "At the upper limit", risks.atUpper, noFitText, figures, table);
+            const auto truePct = pct->estimate ? truePctOf(*run->basis(), *pct->estimate) : std::nullopt;
+            figures["TruePct"] = truePct;
+            if (pct->estimate)
+                table += tableRow("True % if that passes", truePct ? pctCell(*truePct) : "none");
             figures["WorstProducerWithin"] = risks.worstProducer;
             if (risks.worstProducer)
                 table += tableRow("Worst joint one between", riskCell(*risks.worstProducer, baselinePicture));

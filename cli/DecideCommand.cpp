@@ -1,4 +1,5 @@
 // metrisk-cli decide: the verdict of a decision rule on readings.
+#include "base/NumberFormat.h"
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
@@ -32,9 +33,19 @@ struct Options : DecisionOptions {
 /// What all readings of a run are judged by.
 struct Judge {
     const DecisionBasis& basis;
-    std::optional<SubjectBias> prior{};
+    std::optional<DecisionPrior> prior{};
     std::optional<Interval> levelLimits{}; // of a conformance rule; none where nothing can pass
+
+    const SubjectBias* population() const { return prior ? &prior->subject : nullptr; }
+    const DecisionPrior* named() const { return prior ? &*prior : nullptr; }
 };
+
+std::string priorName(const DecisionRun& run, const Options& options, const SubjectBias& prior) {
+    if (!options.mean)
+        return "population of " + GeneralText(run.basis()->subject.pctInTol, {}, 6) + " % in tolerance";
+    return "normal process about " + run.texts().reading(prior.mode) + " with a sigma of " +
+           run.texts().width(prior.sigma);
+}
 
 std::optional<Judge> judgeOf(DecisionRun& run, const Options& options) {
     Judge judge{*run.basis()};
@@ -50,12 +61,11 @@ std::optional<Judge> judgeOf(DecisionRun& run, const Options& options) {
             run.refuse(prior.refusal());
             return std::nullopt;
         }
-        judge.prior = *prior;
+        judge.prior = DecisionPrior{*prior, priorName(run, options, *prior)};
         if (prior->distribution == Distribution::Uniform) run.note(uniformText);
     }
     if (options.rule.kind == RuleKind::Conformance) {
-        const auto limits =
-            conformanceLimits(judge.basis, options.rule.value, judge.prior ? &*judge.prior : nullptr);
+        const auto limits = conformanceLimits(judge.basis, options.rule.value, judge.population());
         if (limits)
             judge.levelLimits = *limits;
         else
@@ -108,16 +118,13 @@ std::string asTable(const DecisionRun& run, const Options& options, const Judge&
     std::string table = tableRow("Reading", forResults(texts.reading(reading)));
     table += tableRow("Rule", textOf(options.rule));
     table += tableRow("Verdict", std::string(textOf(decision.verdict)));
-    table += tableRow("Probability of conformance", shownPercent(c));
-    if (c.conforming > 0.9999)
+    table += tableRow("Probability of conformance", shownConformance(decision, options.rule, judge.named()));
+    if (c.conforming > 0.9999 && c.nonconforming > 0)
         table += tableRow("Of nonconformance", shownPercent({c.nonconforming, c.conforming}));
     if (acceptance && acceptance->lower <= acceptance->upper)
-        table += tableRow("Acceptance limits", run.limitCell(acceptance->lower, false) + " to " +
-                                                   run.limitCell(acceptance->upper, true));
+        table += tableRow("Acceptance limits", run.limitsCell(*acceptance));
     if (decision.limits && decision.limits->rejection)
-        table +=
-            tableRow("Rejection limits", run.limitCell(decision.limits->rejection->lower, false) + " and " +
-                                             run.limitCell(decision.limits->rejection->upper, true));
+        table += tableRow("Fails unless", run.limitsCell(*decision.limits->rejection));
     table += tableRow(
         "Standard uncertainty",
         forResults(texts.width(judge.basis.sigma)) +
@@ -127,7 +134,7 @@ std::string asTable(const DecisionRun& run, const Options& options, const Judge&
 
 /// The output of one reading.
 std::string judged(DecisionRun& run, const Options& options, const Judge& judge, double reading) {
-    const auto decision = decide(judge.basis, reading, options.rule, judge.prior ? &*judge.prior : nullptr);
+    const auto decision = decide(judge.basis, reading, options.rule, judge.population());
     if (!decision) {
         run.refuse(decision.refusal());
         return options.json ? jsonLine(run.result()) : "";
@@ -137,9 +144,8 @@ std::string judged(DecisionRun& run, const Options& options, const Judge& judge,
     if (judge.prior && outside && options.rule.kind == RuleKind::Conformance && passes(decision->verdict) &&
         options.readings.empty())
         run.note(passedOutsideText);
-    const std::string sentence =
-        decisionSentence(judge.basis, reading, options.rule, *decision, acceptanceOf(judge, *decision),
-                         judge.prior.has_value(), run.texts());
+    const std::string sentence = decisionSentence(judge.basis, reading, options.rule, *decision,
+                                                  acceptanceOf(judge, *decision), judge.named(), run.texts());
     return options.json ? jsonLine(asJson(run, options, judge, reading, *decision, sentence))
                         : asTable(run, options, judge, reading, *decision, sentence);
 }

@@ -122,6 +122,10 @@ std::string DecisionRun::limitCell(double deviation, bool upper) const {
         withUnits(texts().limit(basis_->subject.mode + deviation, upper), run_.record.NominalUnits));
 }
 
+std::string DecisionRun::limitsCell(const Interval& deviations) const {
+    return forResults(limitsText(*basis_, deviations, texts()));
+}
+
 Json limitJson(const DecisionBasis& basis, double deviation) {
     return std::isfinite(deviation) ? Json(basis.subject.mode + deviation) : Json();
 }

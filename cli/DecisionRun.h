@@ -49,8 +49,9 @@ class DecisionRun {
 
     /// How its lengths are written.
     DecisionTexts texts() const;
-    /// A limit in nominal units with its unit, "-" where there is none.
+    /// One limit with its unit, "-" where there is none; and both, as in "at most 10.5 V".
     std::string limitCell(double deviation, bool upper) const;
+    std::string limitsCell(const Interval& deviations) const;
 
   private:
     const DecisionOptions& options_;

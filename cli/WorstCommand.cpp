@@ -66,8 +66,7 @@ void computeTarget(DecisionRun& run, const Options& options, Convention conventi
     object["AcceptUpper"] = limitJson(basis, limits.upper);
     table += tableRow("Least guardband", forResults(run.texts().width(*width)) + " for at most " +
                                              riskCell(target, baselinePicture));
-    table += tableRow("Acceptance limits",
-                      run.limitCell(limits.lower, false) + " to " + run.limitCell(limits.upper, true));
+    table += tableRow("Acceptance limits", run.limitsCell(limits));
 }
 
 int worst(const Options& options) {

@@ -41,7 +41,11 @@ class Limits {
         // A prior draws readings inwards: they may lie as far outside.
         const double pull = sigma / prior_->sigma;
         const double reach = 10 * sigma + width * std::fmin(pull * pull, 1e6);
-        return highest(t.lower - reach, t.upper + reach);
+        const double found = highest(t.lower - reach, t.upper + reach);
+        // Far readings with a wide likelihood tell nothing, so that there the prior alone may be the most
+        // probable.
+        const double centre = (t.lower + t.upper) / 2;
+        return excess(centre) >= std::fmin(excess(found), 0) ? centre : found;
     }
 
     /// From a reading that passes towards one side; infinite where all pass.

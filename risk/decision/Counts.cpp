@@ -1,6 +1,7 @@
 #include "risk/decision/Counts.h"
 
 #include "numerics/BinomialLimits.h"
+#include "numerics/BracketedRoot.h"
 #include "numerics/mathlib/Binomial.h"
 #include "risk/decision/Coverage.h"
 #include "risk/decision/Refused.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr const char* countsTitle = "Counts";
 constexpr double mostTested = 1e9;
 constexpr double entryConfidence = 0.95;
+constexpr double farthest = 20;     // logits
 constexpr double nearTheEnd = 0.01; // of what is left of 0 or 100 %: how near a search goes to them
 
 std::string_view trimmed(std::string_view text) {
@@ -122,6 +124,29 @@ CountedRisks countedRisks(const DecisionBasis& basis, const CountedPct& pct) {
     const auto worst = WorstCaseSearch(basis, {from, to}).worst(limits, Convention::Producer);
     if (worst) risks.worstProducer = worst->falseAccept;
     return risks;
+}
+
+std::optional<double> truePctOf(const DecisionBasis& basis, double observedPct) {
+    const auto pctAt = [](double logit) { return 100 / (1 + std::exp(-logit)); };
+    const auto excess = [&](double logit) {
+        SubjectEntry entry = basis.subject;
+        entry.pctInTol = pctAt(logit);
+        const auto fit = fittedBias(entry);
+        const auto risks = fit ? guardedRisks(*fit, basis.sigma, basis.testLimits()) : std::nullopt;
+        return risks ? risks->accepted - observedPct / 100 : std::nan("");
+    };
+    // More of a better population is accepted: outward from the percentage itself.
+    const double start = std::log(observedPct / (100 - observedPct));
+    CurvePoint inner{start, excess(start)};
+    const double towards = inner.y > 0 ? -1 : 1;
+    for (double step = 0.1; std::fabs(inner.x - start) < farthest; step *= 2) {
+        const double x = inner.x + towards * step;
+        const CurvePoint outer{x, excess(x)};
+        if (std::isnan(inner.y) || std::isnan(outer.y)) return std::nullopt;
+        if ((outer.y > 0) != (inner.y > 0)) return pctAt(bracketedRoot(excess, inner, outer, 1e-13));
+        inner = outer;
+    }
+    return std::nullopt;
 }
 
 Result<CountsTest> testCounts(const Counts& counts, double assumedPct) {

@@ -54,6 +54,10 @@ struct CountedRisks {
 /// rejected is what the measurement rejects at the mode.
 CountedRisks countedRisks(const DecisionBasis& basis, const CountedPct& pct);
 
+/// The % in-tolerance of which this test accepts that percentage, false accepts and rejects included; none
+/// where no fit does. Percent.
+std::optional<double> truePctOf(const DecisionBasis& basis, double observedPct);
+
 /// Whether counts contradict an assumed % in-tolerance; fractions.
 struct CountsTest {
     double tailLow;   // P(X <= passed)

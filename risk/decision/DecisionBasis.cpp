@@ -27,6 +27,14 @@ double DecisionBasis::halfWidth() const {
     return hasUpper() ? subject.upperOffset : subject.lowerOffset;
 }
 
+double DecisionBasis::vanishingWidth() const {
+    if (twoSided()) return halfWidth();
+    if (!subject.physicalLimitRequired || !subject.physicalLimit) return infinite;
+    const double behind =
+        hasUpper() ? subject.mode - *subject.physicalLimit : *subject.physicalLimit - subject.mode;
+    return behind >= 0 ? halfWidth() + behind : infinite;
+}
+
 Interval DecisionBasis::narrowed(double lowerWidth, double upperWidth) const {
     return {hasLower() ? lowerWidth - subject.lowerOffset : -infinite,
             hasUpper() ? subject.upperOffset - upperWidth : infinite};

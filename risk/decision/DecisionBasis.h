@@ -33,6 +33,10 @@ struct DecisionBasis {
     /// d/U: not the accuracy ratio of the main screen, which has 1.959964 in place of k.
     double ratio() const { return halfWidth() / expanded(); }
 
+    /// Of a guard band: where nothing is left to accept, since the limits meet or, single-sided, reach the
+    /// physical limit behind the mode, beyond which nothing is accepted. Infinite without one.
+    double vanishingWidth() const;
+
     Interval tolerance() const;
     Interval testLimits() const;
     /// The tolerance narrowed by the same width on both sides; a negative width widens it.

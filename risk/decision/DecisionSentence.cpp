@@ -22,6 +22,12 @@ std::string outcomesText(int outcomes) {
     return outcomes == 2 ? "two outcomes" : outcomes == 3 ? "three outcomes" : "four outcomes";
 }
 
+std::string multipleOfU(double multiple) {
+    return multiple == 1 ? "U" : number(multiple) + " U";
+}
+
+} // namespace
+
 std::string limitsText(const DecisionBasis& basis, const Interval& deviations, const DecisionTexts& texts) {
     const double mode = basis.subject.mode;
     const std::string unit = texts.unit.empty() ? "" : " " + texts.unit;
@@ -32,12 +38,6 @@ std::string limitsText(const DecisionBasis& basis, const Interval& deviations, c
     if (!basis.hasUpper()) return "at least " + end(deviations.lower, false);
     return end(deviations.lower, false) + " to " + end(deviations.upper, true);
 }
-
-std::string multipleOfU(double multiple) {
-    return multiple == 1 ? "U" : number(multiple) + " U";
-}
-
-} // namespace
 
 int decimalsOfWidth(double width) {
     if (!(width > 0)) return 0;
@@ -83,31 +83,36 @@ std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, c
            ")";
 }
 
+std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior) {
+    if (prior && prior->subject.distribution == Distribution::Uniform) return "100 %";
+    const bool byLevel = rule.kind == RuleKind::Conformance;
+    return shownPercent(decision.conformance, byLevel ? std::optional(rule.value) : std::nullopt);
+}
+
 std::string decisionSentence(const DecisionBasis& basis, double reading, const DecisionRule& rule,
-                             const Decision& decision, const std::optional<Interval>& acceptance, bool prior,
-                             const DecisionTexts& texts) {
+                             const Decision& decision, const std::optional<Interval>& acceptance,
+                             const DecisionPrior* prior, const DecisionTexts& texts) {
     const double content = coverageContent(basis.coverage, basis.degFreedom);
-    std::string text = "Reading " + texts.reading(reading) + "; ";
-    text += basis.twoSided() ? "limits " : "limit ";
-    text += limitsText(basis, basis.tolerance(), texts) + "; U = " + texts.width(basis.expanded()) +
-            " (k = " + number(basis.coverage, 3) + ", " + shownPercent({content, 1 - content});
+    const std::string limits = basis.twoSided() ? "limits " : "limit ";
+    std::string text = "Reading " + texts.reading(reading) + "; " + limits +
+                       limitsText(basis, basis.tolerance(), texts) +
+                       "; U = " + texts.width(basis.expanded()) + " (k = " + number(basis.coverage, 3) +
+                       ", " + shownPercent({content, 1 - content});
     if (basis.degFreedom > 0) text += ", " + number(basis.degFreedom, 4) + " degrees of freedom";
     text += "). Decision rule: " + ruleSentence(rule, basis, texts) + "; ";
-    if (acceptance && acceptance->lower <= acceptance->upper)
-        text += std::string(basis.twoSided() ? "acceptance limits " : "acceptance limit ") +
-                limitsText(basis, *acceptance, texts) + ".";
-    else
-        text += "no reading can pass.";
+    const bool anyPasses = acceptance && acceptance->lower <= acceptance->upper;
+    text +=
+        anyPasses ? "acceptance " + limits + limitsText(basis, *acceptance, texts) : "no reading can pass";
+    text += ". Verdict: " + std::string(textOf(decision.verdict)) + ". Probability of conformance " +
+            shownConformance(decision, rule, prior);
+    if (prior) text += " with prior: " + prior->name;
     const Conformance& c = decision.conformance;
-    const std::optional<double> level =
-        rule.kind == RuleKind::Conformance ? std::optional(rule.value) : std::nullopt;
-    text += " Verdict: " + std::string(textOf(decision.verdict)) + ". Probability of conformance " +
-            shownPercent(c, level);
-    if (prior) text += " with prior: population of " + number(basis.subject.pctInTol) + " % in tolerance";
+    const bool certain = prior && prior->subject.distribution == Distribution::Uniform;
     if (passes(decision.verdict))
-        text += "; risk that a nonconforming item is passed " + shownPercent({c.nonconforming, c.conforming});
+        text += "; risk that a nonconforming item is passed " +
+                (certain ? "0 %" : shownPercent({c.nonconforming, c.conforming}));
     else if (fails(decision.verdict))
-        text += "; risk that a conforming item is failed " + shownPercent(c, level);
+        text += "; risk that a conforming item is failed " + shownConformance(decision, rule, prior);
     return text + ".";
 }
 

@@ -31,10 +31,23 @@ int decimalsOfWidth(double width);
 /// "guard band w = U = 0.10 mV (ILAC-G8, two outcomes)".
 std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, const DecisionTexts& texts);
 
-/// `prior` says that the probability is with the population; `acceptance` are the limits by deviation, none
-/// where nothing can pass.
+/// The population that was taken as prior, and its name: "population of 95 % in tolerance".
+struct DecisionPrior {
+    SubjectBias subject{};
+    std::string name{};
+};
+
+/// The probability as it is shown: of a population that is all in tolerance, which no reading can change, 100
+/// %.
+std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior);
+
+/// `acceptance` are the limits as deviations from the mode, none where nothing can pass; `prior` is null for
+/// none.
 std::string decisionSentence(const DecisionBasis& basis, double reading, const DecisionRule& rule,
-                             const Decision& decision, const std::optional<Interval>& acceptance, bool prior,
-                             const DecisionTexts& texts);
+                             const Decision& decision, const std::optional<Interval>& acceptance,
+                             const DecisionPrior* prior, const DecisionTexts& texts);
+
+/// "9.99969 V to 10.00031 V", "at most 10.00031 V", "at least 9.99969 V".
+std::string limitsText(const DecisionBasis& basis, const Interval& deviations, const DecisionTexts& texts);
 
 } // namespace metrisk

@@ -8,6 +8,7 @@ namespace metrisk {
 namespace {
 
 constexpr double least = 1e-30;
+constexpr int mostDecimals = 34;
 constexpr double nearCertain = 5e-11; // what is missing from 100 % when 10 digits do not show it
 
 std::string fixedText(double value, int decimals) {
@@ -24,15 +25,14 @@ bool reads(const std::string& text, double pct, int decimals) {
 } // namespace
 
 std::string shownPercent(const Conformance& probability, std::optional<double> level) {
-    const double p = probability.conforming, missing = probability.nonconforming;
-    if (p > 0 && p < least) return "< 1e-30";
-    if (missing > 0 && missing < nearCertain) return "> 99.99999999 %";
+    const double p = probability.conforming;
+    if (p < least) return "< 1e-30";
+    if (probability.nonconforming < nearCertain) return "> 99.99999999 %";
     for (int decimals = 2;; ++decimals) {
         const std::string text = fixedText(100 * p, decimals);
-        const bool misread = (p > 0 && reads(text, 0, decimals)) ||
-                             (missing > 0 && reads(text, 100, decimals)) ||
+        const bool misread = reads(text, 0, decimals) || reads(text, 100, decimals) ||
                              (level && p != *level && reads(text, 100 * *level, decimals));
-        if (!misread || decimals == 34) return text + " %";
+        if (!misread || decimals == mostDecimals) return text + " %";
     }
 }
 

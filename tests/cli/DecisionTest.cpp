@@ -115,6 +115,9 @@ TEST_F(Cli, PrintsSideFiguresThatBelongToCompute) {
     EXPECT_NEAR(counts["FalseAcceptConsumerAtEstimate"].get<double>(),
                 plain["FalseAcceptConsumer"].get<double>(), 1e-15);
     EXPECT_GT(counts["Rejection"], 0.95);
+    const json observed = run(std::string("observed --observed 95 --json ") + meter).lines().at(0);
+    EXPECT_NEAR(counts["TruePct"].get<double>(), 100 * observed["Verified"]["True"]["value"].get<double>(),
+                1e-9);
     const json centred = run(std::string("offcentre --mean 10 --json ") + meter).lines().at(0);
     EXPECT_NEAR(centred["FalseReject"].get<double>(), plain["FalseReject"].get<double>(), 1e-15);
     EXPECT_EQ(fileContent(folder / meter), before) << "side figures change nothing";

@@ -165,6 +165,7 @@ TEST(Decisions, KeepTheDigitsOfSmallProbabilities) {
     EXPECT_EQ(shownPercent({0.949999, 0.050001}, 0.95), "94.9999 %");
     EXPECT_EQ(shownPercent({3e-8, 1}), "0.000003 %");
     EXPECT_EQ(shownPercent({1e-31, 1}), "< 1e-30");
+    EXPECT_EQ(shownPercent({0, 1}), "< 1e-30"); // no digits are left of it
     EXPECT_EQ(shownPercent({0.8849, 0.1151}), "88.49 %");
 }
 
@@ -200,6 +201,31 @@ TEST(Decisions, AreOfStrategiesOnlyWhatLeavesAnythingAccepted) {
     // guardband.
     EXPECT_FALSE(leastGuardband(plainBasis(90, 0.9), Convention::Consumer, 1e-4, {1, 99.9}));
     EXPECT_FALSE(strategyRow(plainBasis(100, 0.1), Strategy::Equalised, {}));
+}
+
+TEST(Decisions, HaveNoLimitWhereTheQuantityIsNotMet) {
+    // An acceptance zone that ends at a physical limit vanishes before so small a risk is reached.
+    const DecisionBasis physical = *decisionBasis({.upperOffset = 1,
+                                                   .upperLimit = 1,
+                                                   .pctInTol = 90,
+                                                   .sides = Sides::Upper,
+                                                   .physicalLimitRequired = true,
+                                                   .physicalLimit = -0.3},
+                                                  0.9, 0);
+    EXPECT_FALSE(strategyRow(physical, Strategy::FalseAcceptTarget, {.falseAccept = 0.001}));
+    EXPECT_FALSE(leastGuardband(physical, Convention::Consumer, 0.001, {1, 99.9}));
+    // The joint risk is met however small: with next to nothing accepted.
+    DecisionBasis joint = physical;
+    joint.convention = Convention::Producer;
+    const double width = strategyRow(joint, Strategy::FalseAcceptTarget, {.falseAccept = 1e-9})->width;
+    EXPECT_NEAR(width, 1.3, 1e-6);
+    EXPECT_LT(width, 1.3);
+    // A far reading of few degrees of freedom tells nothing: the population alone is in tolerance then.
+    DecisionBasis few = plainBasis(98, 0.644);
+    few.degFreedom = 5;
+    const Interval limits = *conformanceLimits(few, 0.99, &*few.fit);
+    for (const double limit : {limits.lower, limits.upper})
+        EXPECT_NEAR(conformanceAt(few, limit, &*few.fit)->conforming, 0.99, 1e-10) << limit;
 }
 
 TEST(Decisions, JudgeCountsByTheirSizes) {
