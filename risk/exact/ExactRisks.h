@@ -7,16 +7,11 @@
 #pragma once
 
 #include "risk/RiskModel.h"
+#include "risk/exact/BoundedFigure.h"
 
 #include <optional>
 
 namespace metrisk {
-
-/// A figure and how far it can be from the truth, both fractions.
-struct BoundedFigure {
-    double value = 0;
-    double bound = 0;
-};
 
 struct ExactRisks {
     BoundedFigure acceptedBad;  // out of tolerance and accepted: the Producer's false accept risk
