@@ -65,60 +65,44 @@ void putTest(const CountsTest& test, Json& object, std::string& table) {
                       test.rejection > 0 ? shownPercent({test.rejection, test.twoSidedP}, 0.95) : "0 %");
 }
 
-int count(const Options& options) {
-    std::optional<DecisionRun> run;
-    std::vector<Told> told;
-    int status = allDone;
-    ConsoleInteraction alone;
-    Json figures;
-    std::string table = forResults(options.file.empty() ? "counts" : options.file) + "\n";
-    if (!options.file.empty()) run.emplace(options);
-    const auto refuse = [&](const Refusal& refusal) {
-        if (run)
-            run->refuse(refusal);
-        else
-            status = refused, alone.note(refusal.text);
-    };
-    const auto note = [&](const char* text) { run ? run->note(text) : alone.note(text); };
+void putRisks(const DecisionBasis& basis, const CountedPct& pct, Json& object, std::string& table) {
+    const CountedRisks risks = countedRisks(basis, pct);
+    putRisksAt("AtLower", "At the lower limit", risks.atLower, noFitText, object, table);
+    putRisksAt("AtEstimate", "At the estimate", risks.atEstimate, pct.estimate ? noFitText : "no estimate",
+               object, table);
+    putRisksAt("AtUpper", "At the upper limit", risks.atUpper, noFitText, object, table);
+    object["WorstProducerWithin"] = risks.worstProducer;
+    if (risks.worstProducer)
+        table += tableRow("Worst joint one between", riskCell(*risks.worstProducer, baselinePicture));
+    const auto truePct = pct.estimate ? truePctOf(basis, *pct.estimate) : std::nullopt;
+    object["TruePct"] = truePct;
+    if (truePct) table += tableRow("True % if that passes", pctCell(*truePct));
+}
 
+void putAll(DecisionRun& run, const Options& options, Json& object, std::string& table) {
     const auto pct = countedPct(options.counts, options.confidence);
-    if (!pct) {
-        refuse(pct.refusal());
-    } else if (!run || run->basis()) {
-        putPct(options, *pct, figures, table);
-        note(observedText);
-        if (options.assumed) {
-            const auto test = testCounts(options.counts, *options.assumed);
-            if (!test)
-                refuse(test.refusal());
-            else
-                putTest(*test, figures, table);
-            if (test && test->rejected()) note(rejectedText);
-        }
-        if (run) {
-            const CountedRisks risks = countedRisks(*run->basis(), *pct);
-            putRisksAt("AtLower", "At the lower limit", risks.atLower, noFitText, figures, table);
-            putRisksAt("AtEstimate", "At the estimate", risks.atEstimate,
-                       pct->estimate ? noFitText : "no estimate", figures, table);
-            putRisksAt("AtUpper", "At the upper limit", risks.atUpper, noFitText, figures, table);
-            const auto truePct = pct->estimate ? truePctOf(*run->basis(), *pct->estimate) : std::nullopt;
-            figures["TruePct"] = truePct;
-            if (pct->estimate)
-                table += tableRow("True % if that passes", truePct ? pctCell(*truePct) : "none");
-            figures["WorstProducerWithin"] = risks.worstProducer;
-            if (risks.worstProducer)
-                table += tableRow("Worst joint one between", riskCell(*risks.worstProducer, baselinePicture));
-        }
+    if (!pct) return run.refuse(pct.refusal());
+    putPct(options, *pct, object, table);
+    run.note(observedText);
+    if (options.assumed) {
+        const auto test = testCounts(options.counts, *options.assumed);
+        if (!test) return run.refuse(test.refusal());
+        putTest(*test, object, table);
+        if (test->rejected()) run.note(rejectedText);
     }
-    const bool any = std::holds_alternative<Json::Object>(figures.value());
-    Json object = run ? run->result() : resultJson("", statusWord(status, "computed"), alone.messages());
+    if (run.basis()) putRisks(*run.basis(), *pct, object, table);
+}
+
+int count(const Options& options) {
+    DecisionRun run(options);
+    Json figures;
+    std::string table;
+    if (run.status() == allDone) putAll(run, options, figures, table);
+    Json object = run.result();
     append(object, figures);
-    if (run) return run->finish(object, any ? table + "\n" : "");
-    return finish({.results = options.json ? jsonLine(object)
-                              : any        ? table + "\n"
-                                           : "",
-                   .diagnostics = diagnosticLines("counts", alone.messages()),
-                   .status = status});
+    if (!table.empty())
+        table = forResults(options.file.empty() ? "counts" : options.file) + "\n" + table + "\n";
+    return run.finish(object, table);
 }
 
 } // namespace

@@ -22,7 +22,7 @@ constexpr const char* notComputedTitle = "Not Computed";
 Result<DecisionBasis> basisOf(const AnalysisRun& run, const DecisionOptions& options) {
     const auto entries = entriesOf(run.record, run.session.regional);
     if (!entries) return entries.refusal();
-    const auto found = decisionBasis(*entries);
+    auto found = decisionBasis(*entries);
     if (!found) return found;
     DecisionBasis basis = *found;
     const auto factor = coverageFactor(options.coverage, basis.degFreedom);
@@ -53,8 +53,9 @@ void DecisionOptions::addTo(const Arguments& command, bool fileRequired) {
 
 DecisionRun::DecisionRun(const DecisionOptions& options)
     : options_(options), workplace_(options.settings), run_(workplace_) {
-    if (!run_.open(options.file)) return;
+    if (!options.file.empty() && !run_.open(options.file)) return;
     status_ = lineStatus_ = allDone;
+    if (options.file.empty()) return;
     const auto basis = basisOf(run_, options);
     if (basis)
         basis_ = *basis;

@@ -23,7 +23,8 @@ struct DecisionOptions {
     void addTo(const Arguments& command, bool fileRequired = true);
 };
 
-/// The analysis opened, and what its entries give to decide by. Nothing of it is ever written.
+/// The analysis opened, and what its entries give to decide by; without a file there is none. Nothing of it
+/// is ever written.
 class DecisionRun {
   public:
     explicit DecisionRun(const DecisionOptions& options);

@@ -70,7 +70,7 @@ void put(Json& object, const DecisionBasis& basis, const Row& row) {
     object["Note"] = row.text;
 }
 
-std::string padded(std::string text, std::size_t width, bool right = true) {
+std::string padded(const std::string& text, std::size_t width, bool right = true) {
     const std::size_t size = countCharacters(text);
     const std::string blanks(size < width ? width - size : 1, ' ');
     return right ? blanks + text : text + blanks;

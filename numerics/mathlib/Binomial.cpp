@@ -22,7 +22,7 @@ double deviance(double x, double m) {
     if (std::fabs(difference) >= 0.1 * (x + m)) return x * std::log(x / m) - difference;
     const double v = difference / (x + m), square = v * v;
     double sum = difference * v, power = 2 * x * v;
-    for (double divisor = 3; divisor < 1000; divisor += 2) {
+    for (int divisor = 3; divisor < 1000; divisor += 2) {
         power *= square;
         const double next = sum + power / divisor;
         if (next == sum) break;

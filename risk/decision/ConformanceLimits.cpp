@@ -12,7 +12,7 @@ namespace metrisk {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
-constexpr double farthest = 1e7; // measuring sigmas: where a probability has settled
+constexpr int doublings = 23; // of a measuring sigma, to where a probability has settled
 
 class Limits {
   public:
@@ -51,14 +51,14 @@ class Limits {
     /// From a reading that passes towards one side; infinite where all pass.
     double from(double start, double direction) const {
         CurvePoint inner{start, excess(start)};
-        for (double step = basis_.sigma; step < farthest * basis_.sigma; step *= 2) {
+        double step = basis_.sigma;
+        for (int i = 0; i < doublings; ++i, step *= 2) {
             const double x = start + direction * step;
             const CurvePoint outer{x, excess(x)};
             if (std::isnan(outer.y)) break;
-            if (outer.y < 0) {
+            if (outer.y < 0)
                 return bracketedRoot([this](double at) { return excess(at); }, inner, outer,
                                      1e-14 * basis_.sigma);
-            }
             inner = outer;
         }
         return direction * infinite;

@@ -1,7 +1,10 @@
 // Rules and verdicts of readings: their texts, their refusals, and that no unit or place changes a verdict.
+#include "base/NumberFormat.h"
+#include "base/Picture.h"
 #include "risk/decision/Counts.h"
 #include "risk/decision/Coverage.h"
 #include "risk/decision/Decide.h"
+#include "risk/decision/DecisionSentence.h"
 #include "risk/decision/OffCentre.h"
 #include "risk/decision/ShownFigures.h"
 #include "risk/decision/Strategies.h"
@@ -167,6 +170,47 @@ TEST(Decisions, KeepTheDigitsOfSmallProbabilities) {
     EXPECT_EQ(shownPercent({1e-31, 1}), "< 1e-30");
     EXPECT_EQ(shownPercent({0, 1}), "< 1e-30"); // no digits are left of it
     EXPECT_EQ(shownPercent({0.8849, 0.1151}), "88.49 %");
+}
+
+TEST(Decisions, AreWrittenForACertificate) {
+    SubjectEntry entry{.mode = 10, .upperOffset = 0.00041, .lowerOffset = 0.00041, .pctInTol = 95};
+    entry.upperLimit = 10.00041;
+    entry.lowerLimit = 9.99959;
+    DecisionBasis basis = *decisionBasis(entry, 5e-5, 0);
+    const int decimals = decimalsOfLimits(4, basis.expanded());
+    const DecisionTexts texts{
+        .reading = [](double y) { return GeneralText(y, {}) + " V"; },
+        .width =
+            [](double w) {
+                return FormatNumber(1e3 * w, PictureForDecimals(decimalsOfWidth(1e3 * w)), {}) + " mV";
+            },
+        .limit =
+            [=](double x, bool upper) {
+                return FormatNumber(inwards(x, decimals, upper), PictureForDecimals(decimals), {});
+            },
+        .unit = "V"};
+    const auto sentence = [&](const char* text, const DecisionPrior* prior) {
+        const DecisionRule rule = *decisionRuleOf(text);
+        const Decision decision = *decide(basis, 10.00035, rule, prior ? &prior->subject : nullptr);
+        return decisionSentence(basis, 10.00035, rule, decision, decision.limits->acceptance, prior, texts);
+    };
+    EXPECT_EQ(
+        sentence("guard=1", nullptr),
+        "Reading 10.00035 V; limits 9.99959 V to 10.00041 V; U = 0.10 mV (k = 2, 95.45 %). Decision rule: "
+        "guard band "
+        "w = U = 0.10 mV (ILAC-G8, two outcomes); acceptance limits 9.99969 V to 10.00031 V. Verdict: Fail. "
+        "Probability of conformance 88.49 %; risk that a conforming item is failed 88.49 %.");
+    basis.subject.sides = Sides::Upper;
+    const DecisionPrior all{{.distribution = Distribution::Uniform}, "population of 100 % in tolerance"};
+    EXPECT_EQ(sentence("iso14253", &all),
+              "Reading 10.00035 V; limit at most 10.00041 V; U = 0.10 mV (k = 2, 95.45 %). Decision rule: "
+              "guard band "
+              "w = 1.645 u = 0.082 mV (ISO 14253-1:2017, three outcomes); acceptance limit at most 10.00032 "
+              "V. Verdict: "
+              "Undecided. Probability of conformance 100 % with prior: population of 100 % in tolerance.");
+    EXPECT_EQ(inwards(-1.05, 2, false), -1.05);
+    EXPECT_EQ(inwards(-1.051, 2, false), -1.05);
+    EXPECT_EQ(inwards(1.059, 2, true), 1.05);
 }
 
 TEST(Decisions, AreOfStrategiesOnlyWhatLeavesAnythingAccepted) {
