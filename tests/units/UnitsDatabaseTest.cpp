@@ -7,6 +7,7 @@
 #include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -134,8 +135,9 @@ TEST_F(UnitsDatabaseFile, CopiesAsAWhole) {
         << "nothing is left behind";
 }
 
-/// Adds areas until it is killed.
+/// Adds areas until it is killed, at the latest with its parent.
 [[noreturn]] void addForEver(const fs::path& path, const std::string& prefix) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (int i = 0;; ++i) {
         try {
             auto units = openUnitsDatabase(path);
@@ -155,7 +157,13 @@ TEST_F(UnitsDatabaseFile, AKilledProgramLeavesWholeChanges) {
                 addForEver(path, "round " + std::to_string(round) + " writer " + std::to_string(i) + " ");
         }
         // Not before a change has come about, however busy the machine is.
-        const auto begun = [&] { return round > 0 || !open()->areas().empty(); };
+        const auto begun = [&] {
+            try {
+                return round > 0 || !open()->areas().empty();
+            } catch (const UnitsError&) { // the writers are at it
+                return false;
+            }
+        };
         for (int wait = 0; wait < 1000 && !begun(); ++wait) usleep(10'000);
         usleep(40'000 + 7'000 * static_cast<useconds_t>(round));
         for (const pid_t writer : writers) {
