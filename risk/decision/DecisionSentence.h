@@ -13,7 +13,7 @@ namespace metrisk {
 struct DecisionTexts {
     std::function<std::string(double reading)> reading; // nominal units, its unit behind it
     std::function<std::string(double width)> width;     // of U and of guard bands, their unit behind it
-    /// A limit; towards less where it is an upper one that is not the tolerance's own.
+    /// A limit in nominal units without its unit, rounded inwards: an upper one down, a lower one up.
     std::function<std::string(double limit, bool upper)> limit;
     std::string unit{}; // of limits
 };

@@ -15,6 +15,7 @@ namespace {
 constexpr double infinity = BiasShape::infinity;
 constexpr double negligible = 1e-17;   // of a sum: what remains beyond it is left out and told in the bound
 constexpr double wantedSpread = 1e-12; // of a sum: a panel that is less certain is halved
+constexpr double resolution = 1e-15;   // of a probability, of which two are taken from each other
 constexpr double wideSpread = 2e-14;   // the same of one panel for all
 constexpr int halvings = 10;
 constexpr int mostPanels = 400;
@@ -39,6 +40,8 @@ struct Walk {
     double zError; // rounding of nearZ
 
     double startX = shape.x(startU);
+    // Of a zone that is thin against the measurement no more is known than the difference at its edges holds.
+    double wanted = std::max(wantedSpread, resolution / (nearZ - farZ));
 
     /// How far x has moved along the walk after `distance` in u.
     double moved(double distance) const {
@@ -143,7 +146,7 @@ struct Walk {
 /// A panel, halved where the two rules do not agree well enough for the sum.
 void addPanel(const Walk& walk, double from, double to, BoundedFigure& sum, int depth) {
     const PanelSum panel = integratePanel(from, to, walk);
-    if (panel.spread > wantedSpread * (sum.value + panel.value) && depth < halvings) {
+    if (panel.spread > walk.wanted * (sum.value + panel.value) && depth < halvings) {
         const double middle = (from + to) / 2;
         addPanel(walk, from, middle, sum, depth + 1);
         addPanel(walk, middle, to, sum, depth + 1);
@@ -156,7 +159,8 @@ void addPanel(const Walk& walk, double from, double to, BoundedFigure& sum, int 
     const double u = std::max(std::fabs(walk.u(from)), std::fabs(walk.u(to)));
     sum.value += panel.value;
     sum.bound +=
-        panel.spread + panel.value * (roundingOf(z, std::min(u, 40.0)) + (z > 0 ? walk.zError * (z + 1) : 0));
+        panel.spread + panel.value * ((walk.wanted > wantedSpread ? walk.wanted : 0) +
+                                      roundingOf(z, std::min(u, 40.0)) + (z > 0 ? walk.zError * (z + 1) : 0));
 }
 
 /// All of a walk in one panel up to the distance that is given, which is 0 where there is none that would do.
