@@ -1,5 +1,5 @@
 #define METRISK_LANES 2
-#include "numerics/mathlib/ArrayLoops.h"
+#include "numerics/mathlib/ArrayLoops.inl"
 
 namespace metrisk {
 

@@ -1,6 +1,6 @@
 #if defined(__AVX2__)
 #define METRISK_LANES 4
-#include "numerics/mathlib/ArrayLoops.h"
+#include "numerics/mathlib/ArrayLoops.inl"
 
 namespace metrisk {
 

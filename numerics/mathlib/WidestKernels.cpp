@@ -1,6 +1,6 @@
 #if defined(__AVX512DQ__)
 #define METRISK_LANES 8
-#include "numerics/mathlib/ArrayLoops.h"
+#include "numerics/mathlib/ArrayLoops.inl"
 
 namespace metrisk {
 

@@ -1,16 +1,11 @@
 // The kernels written over a register of `lanes` doubles. Included by one source for each width, which is
 // compiled for the processors that have it: all of it stays in that source, lest another one calls what its
 // processor lacks.
-#pragma once
-
 #include "numerics/mathlib/ArrayKernels.h"
 #include "numerics/mathlib/Polynomials.h"
 
 #include <cstdint>
 #include <cstring>
-#ifndef METRISK_LANES
-#define METRISK_LANES 2
-#endif
 #if defined(__SSE2__)
 #include <immintrin.h>
 #endif
