@@ -7,6 +7,7 @@ namespace metrisk::testing::oracle {
 
 namespace {
 
+using Fifty = boost::multiprecision::cpp_bin_float_50;
 using Quad = boost::multiprecision::cpp_bin_float_quad;
 
 Value rounded(const Quad& x) {
@@ -16,7 +17,11 @@ Value rounded(const Quad& x) {
 } // namespace
 
 Value phi(double x) {
-    return rounded(boost::math::erfc(-Quad(x) / sqrt(Quad(2))) / 2);
+    return (boost::math::erfc(-Fifty(x) / sqrt(Fifty(2))) / 2).convert_to<Value>();
+}
+
+Value density(double x) {
+    return (exp(-Fifty(x) * x / 2) / sqrt(2 * boost::math::constants::pi<Fifty>())).convert_to<Value>();
 }
 
 Value phiInverse(double p) {

@@ -1,4 +1,5 @@
-// Reference values by Boost.Math in 113-bit arithmetic, rounded to long double.
+// Reference values by Boost.Math in 113-bit arithmetic, of the normal distribution in 50 digits, rounded to
+// long double.
 #pragma once
 
 namespace metrisk::testing::oracle {
@@ -6,6 +7,8 @@ namespace metrisk::testing::oracle {
 using Value = long double;
 
 Value phi(double x);
+/// Of the standard normal distribution.
+Value density(double x);
 /// The z with phi(z) = p.
 Value phiInverse(double p);
 Value logGamma(double x);
