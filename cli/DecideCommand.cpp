@@ -1,5 +1,6 @@
 // metrisk-cli decide: the verdict of a decision rule on readings.
 #include "base/NumberFormat.h"
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
@@ -132,6 +133,18 @@ std::string asTable(const DecisionRun& run, const Options& options, const Judge&
     return table + "  " + forResults(sentence) + "\n\n";
 }
 
+/// One of many readings.
+std::string asLine(const DecisionRun& run, const Options& options, const Judge& judge, double reading,
+                   const Decision& decision) {
+    const auto column = [](std::string text, std::size_t width) {
+        const std::size_t size = countCharacters(text);
+        return text + std::string(size < width ? width - size : 1, ' ');
+    };
+    return "  " + column(forResults(run.texts().reading(reading)), 24) +
+           column(std::string(textOf(decision.verdict)), 18) +
+           shownConformance(decision, options.rule, judge.named()) + "\n";
+}
+
 /// The output of one reading.
 std::string judged(DecisionRun& run, const Options& options, const Judge& judge, double reading) {
     const auto decision = decide(judge.basis, reading, options.rule, judge.population());
@@ -144,6 +157,7 @@ std::string judged(DecisionRun& run, const Options& options, const Judge& judge,
     if (judge.prior && outside && options.rule.kind == RuleKind::Conformance && passes(decision->verdict) &&
         options.readings.empty())
         run.note(passedOutsideText);
+    if (!options.json && !options.readings.empty()) return asLine(run, options, judge, reading, *decision);
     const std::string sentence = decisionSentence(judge.basis, reading, options.rule, *decision,
                                                   acceptanceOf(judge, *decision), judge.named(), run.texts());
     return options.json ? jsonLine(asJson(run, options, judge, reading, *decision, sentence))

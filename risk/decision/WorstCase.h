@@ -27,7 +27,7 @@ struct WorstCase {
 };
 
 /// The analysis with its % in-tolerance varied; measurement, mode, limits and physical limit as they are.
-/// Keeps its fits, so that it can be asked for any test limits.
+/// Keeps its fits, so that it can be asked for any test limits. The basis must outlive it.
 class WorstCaseSearch {
   public:
     WorstCaseSearch(const DecisionBasis& basis, PctRange range);

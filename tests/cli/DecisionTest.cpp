@@ -1,6 +1,7 @@
 // Readings, decisions and strategies on the command line: status, streams and keys.
 #include "tests/cli/Cli.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace metrisk::testing {
@@ -34,6 +35,8 @@ TEST_F(Cli, DecidesOnReadings) {
     EXPECT_EQ(words, "Pass Fail refused Fail ");
     EXPECT_NE(many.err.find("line 4: \"ten\" is not a number."), std::string::npos) << many.err;
     EXPECT_FALSE(many.lines().at(0)["AcceptUpper"].is_null());
+    const std::string lines = run(std::string("decide --readings readings.txt ") + meter).out;
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 4) << "the file, and a line each\n" << lines;
 }
 
 TEST_F(Cli, TellsWhatIsMalformedFromWhatIsImpossible) {
