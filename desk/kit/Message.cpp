@@ -13,7 +13,9 @@ Answer ask(Interaction& ui, const Question& question) {
                     .title = std::string(question.title),
                     .icon = BoxIcon::Question,
                     .buttons = question.buttons,
-                    .unattended = question.unattended});
+                    .unattended = question.unattended,
+                    .yesCaption = std::string(question.yesCaption),
+                    .noCaption = std::string(question.noCaption)});
 }
 
 } // namespace metrisk

@@ -10,6 +10,7 @@
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/OffsetPictures.h"
+#include "desk/mainscreen/PctEntry.h"
 #include "record/AnalysisTexts.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
@@ -114,11 +115,12 @@ FieldResult commitLimit(Session& session, const SubjectSide& side, const std::st
 
 FieldResult commitPctInTol(Session& session, const std::string& text) {
     Analysis& r = session.record;
-    const double value = ParseValue(text, session.regional);
-    if (value > 100 || value <= 0)
+    const auto value = pctEntered(session, text);
+    if (!value) return {true, pctEntryText(r.SU_PctInTol, session.regional)};
+    if (*value > 100 || *value <= 0)
         return refuseEntry(session.ui, pctMessage, pctEntryText(r.SU_PctInTol, session.regional));
-    if (value == r.SU_PctInTol) return {false, text};
-    r.SU_PctInTol = value;
+    if (*value == r.SU_PctInTol) return {false, text};
+    r.SU_PctInTol = *value;
     r.markChanged("SU");
     ValidateAndFit(session);
     UpdateRatioPanels(session);

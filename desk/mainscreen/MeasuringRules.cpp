@@ -7,9 +7,11 @@
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/FieldRules.h"
 #include "desk/mainscreen/OffsetPictures.h"
+#include "desk/mainscreen/PctEntry.h"
 #include "record/AnalysisTexts.h"
 #include "record/ComposedOffset.h"
 #include "record/ToleranceUnits.h"
+#include "risk/decision/Counts.h"
 
 #include <algorithm>
 
@@ -19,6 +21,10 @@ namespace {
 
 constexpr Message pctMessage{
     "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.", illegalEntryTitle};
+constexpr Message noCountsMessage{
+    "The confidence of an expanded uncertainty is a percentage; counts of passed and tested items go with a "
+    "tolerance.",
+    illegalEntryTitle};
 constexpr const char* noPctReading = "##0";
 
 std::string pctReadingPicture(int decimals) {
@@ -125,12 +131,14 @@ FieldResult commitMeasuring(Session& session, MeasuringBox box, const std::strin
 
 FieldResult commitMTEPctInTol(Session& session, const std::string& text) {
     Analysis& r = session.record;
-    const double value = ParseValue(text, session.regional);
-    const bool tooHigh = r.MTE_EntryByUncertainty ? value > 100 : value >= 100;
-    if (tooHigh || value <= 0)
-        return refuseEntry(session.ui, pctMessage, pctEntryText(r.MTE_PctInTol, session.regional));
-    if (value == r.MTE_PctInTol) return {false, text};
-    r.MTE_PctInTol = value;
+    const std::string shown = pctEntryText(r.MTE_PctInTol, session.regional);
+    if (r.MTE_EntryByUncertainty && countsOf(text)) return refuseEntry(session.ui, noCountsMessage, shown);
+    const auto value = pctEntered(session, text);
+    if (!value) return {true, shown};
+    const bool tooHigh = r.MTE_EntryByUncertainty ? *value > 100 : *value >= 100;
+    if (tooHigh || *value <= 0) return refuseEntry(session.ui, pctMessage, shown);
+    if (*value == r.MTE_PctInTol) return {false, text};
+    r.MTE_PctInTol = *value;
     r.markChanged();
     if (r.MTE_EntryByUncertainty) expandUncertainty(session);
     // A bias that a worksheet has computed is not fitted again from here.

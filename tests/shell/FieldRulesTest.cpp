@@ -17,6 +17,9 @@ constexpr const char* subjectPct =
     "equal to 100.";
 constexpr const char* measuringPct =
     "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.";
+constexpr const char* noCounts =
+    "Must be two whole numbers, the passed ones of the tested ones: 0 or more of 1 to "
+    "1,000,000,000.";
 constexpr const char* hundred =
     "You have indicated 100% in-tolerance.\nThis is a non-physical situation.\n"
     "(Note that continuing will cause the computed\nequivalent accuracy ratio to be "
@@ -77,6 +80,10 @@ TEST(FieldRules, KeepEntriesWithTheirDigits) {
                 {"LowerLimitBox", "0.75", &Analysis::SU_LowerOffset, 0.75, "0.75 V"},
                 {"PctInTolBox", "85.12345%", &Analysis::SU_PctInTol, 85.12345, "85.1235"},
                 {"MTEPctInTolBox", "99.9", &Analysis::MTE_PctInTol, 99.9, "99.9000"},
+                {"PctInTolBox", "17/18", &Analysis::SU_PctInTol, 1700.0 / 18, "94.4444"},
+                {"PctInTolBox", " 9 / 10 ", &Analysis::SU_PctInTol, 90, "90.0000"},
+                {"PctInTolBox", "19/x", &Analysis::SU_PctInTol, 19, "19.0000"},
+                {"MTEPctInTolBox", "9/10", &Analysis::MTE_PctInTol, 90, "90.0000"},
                 {"MTEOffsetBox", "0.10", &Analysis::MTE_Offset, 0.1, "0.10"},
                 {"MTEFixedOffsetBox", ".2", &Analysis::MTE_Offset, 0.2, "0.2"},
                 {"MTEPctOfReadingBox", "1.5", &Analysis::MTE_Offset, 0.275, "1.5"}},
@@ -114,6 +121,9 @@ TEST(FieldRules, RefuseAndStayWithTheEarlierValue) {
         {"PctInTolBox", "-5", "Illegal Entry", subjectPct, "95.0000"},
         {"MTEPctInTolBox", "100", "Illegal Entry", measuringPct, "95.0000"},
         {"MTEPctInTolBox", "0", "Illegal Entry", measuringPct, "95.0000"},
+        {"PctInTolBox", "21/20", "Counts", noCounts, "95.0000"},
+        {"MTEPctInTolBox", "19/0", "Counts", noCounts, "95.0000"},
+        {"PctInTolBox", "0/20", "Counts", "None passed: there is no % in-tolerance to enter.", "95.0000"},
     };
     for (const Refused& c : cases) {
         SCOPED_TRACE(std::string(c.box) + " \"" + c.typed + "\"");
@@ -129,6 +139,32 @@ TEST(FieldRules, RefuseAndStayWithTheEarlierValue) {
         screen.type("PctInTolBox", "90");
         EXPECT_FALSE(screen.record.AbortFlag);
     }
+}
+
+TEST(FieldRules, WhereAllPassedTheUserSaysWhatItMeans) {
+    const std::string text =
+        "20 of 20 shows only that it is at least 86.09 %, with 95 % confidence; with 50 % at "
+        "least 96.59 %.\nWhich of them is to be entered?";
+    for (const auto& [answer, pct] : {std::pair{Answer::Yes, 100 * std::pow(0.05, 1.0 / 20)},
+                                      {Answer::No, 100 * std::pow(0.5, 1.0 / 20)},
+                                      {Answer::Cancel, 95.0}}) {
+        Screen screen;
+        enter(screen.record, Entry{});
+        screen.ui.expectBox("Counts", text, answer, yesNoCancel);
+        EXPECT_EQ(screen.type("PctInTolBox", "20/20").stay, answer == Answer::Cancel);
+        EXPECT_NEAR(screen.record.SU_PctInTol, pct, 1e-12 * pct);
+    }
+}
+
+TEST(FieldRules, CountsAreNoConfidenceOfAnExpandedUncertainty) {
+    Screen screen;
+    enter(screen.record, Entry{});
+    screen.record.MTE_EntryByUncertainty = true;
+    screen.ui.expectBox("Illegal Entry",
+                        "The confidence of an expanded uncertainty is a percentage; counts of passed "
+                        "and tested items go with a tolerance.");
+    EXPECT_TRUE(screen.type("MTEPctInTolBox", "19/20").stay);
+    EXPECT_EQ(screen.record.MTE_PctInTol, 95);
 }
 
 TEST(FieldRules, ModeOfZeroIsRefusedForRelativeUnits) {
