@@ -197,6 +197,47 @@ BENCHMARK_CAPTURE(evaluateEntries, risks, {})->UseManualTime();
 BENCHMARK_CAPTURE(evaluateEntries, withExact, {.exact = true})->UseManualTime();
 BENCHMARK_CAPTURE(evaluateEntries, withSearch, {.ratio = true})->UseManualTime();
 
+/// A thousand tests that all differ, one after another in one thread; the floor is the two risks of each. Of
+/// each hundred of the mix, 60 are normal, 15 LogNormal, 15 single-sided, 5 have a physical limit, 5 are
+/// uniform.
+void manyTests(benchmark::State& state, bool mixed, const Wanted& wanted) {
+    const auto kind = [&](int i) {
+        const int share = mixed ? i * 37 % 100 : 0;
+        const double pct = 70 + i * 7.3 - std::floor(i * 7.3 / 29) * 29;
+        if (share < 60) return twoSided(pct);
+        if (share < 75) return unequal(pct);
+        if (share < 90) return singleUpper(pct);
+        if (share < 95) return testing::withPhysicalLimit(testing::Kind::SingleUpper, 10, 0.5, 9.2, pct);
+        return twoSided(100);
+    };
+    std::vector<TestEntries> tests;
+    std::vector<TestFigures> figures;
+    for (int i = 0; i < 1000; ++i) {
+        Entry entry = kind(i);
+        entry.mteOffset = 0.08 + 0.0002 * i;
+        BenchSession s(entry);
+        tests.push_back(*entriesOf(s.record, {}));
+        figures.push_back(*evaluate(tests.back()));
+    }
+    againstFloor(
+        state, 1000,
+        [&] {
+            for (const TestEntries& test : tests) benchmark::DoNotOptimize(evaluate(test, wanted));
+        },
+        [&] {
+            for (std::size_t i = 0; i < tests.size(); ++i) {
+                const RiskModel model(figures[i].subject, figures[i].mteSigma);
+                const SubjectEntry& su = tests[i].subject;
+                benchmark::DoNotOptimize(risksOf(*model.at({-su.lowerOffset, su.upperOffset}), 0));
+            }
+        });
+}
+BENCHMARK_CAPTURE(manyTests, normal, false, {})->UseManualTime();
+BENCHMARK_CAPTURE(manyTests, normalWithSearch, false, {.ratio = true})->UseManualTime();
+BENCHMARK_CAPTURE(manyTests, normalWithSearchAndExact, false, {.exact = true, .ratio = true})
+    ->UseManualTime();
+BENCHMARK_CAPTURE(manyTests, mixWithSearch, true, {.ratio = true})->UseManualTime();
+
 BENCHMARK_CAPTURE(fullCompute, withSearch, true)->UseManualTime();
 BENCHMARK_CAPTURE(fullCompute, withoutSearch, false)->UseManualTime();
 

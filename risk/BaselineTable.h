@@ -41,8 +41,8 @@ class BaselineTable {
     Piece made(double middle, double half) const;
 
     BaselineModel model_;
-    std::array<std::int16_t, octaves << pieceBits>
-        pieceAt_;               // one more than its index, or how often asked, negative
+    /// One more than the index of a piece or, negative, how often it has been asked for.
+    std::array<std::int16_t, octaves << pieceBits> pieceAt_;
     std::vector<Piece> pieces_; // coefficients of the powers of (ratio - middle)/half
 };
 

@@ -122,7 +122,8 @@ METRISK_INLINE Lanes scaledTail(const double (&c)[n], double shift, double slope
 METRISK_INLINE Lanes normalOf(Lanes x) {
     using namespace polynomials;
     const Lanes a = magnitude(x);
-    const Bits below = x<0, far = a> nearest;
+    const Bits below = x < 0;
+    const Bits far = a > nearest;
     Lanes result = below ? all(0) : all(1);
     const int farLanes = lanesIn(far);
     if (farLanes != (1 << lanes) - 1) {
