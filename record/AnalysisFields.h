@@ -1,7 +1,8 @@
-// Every field of the analysis record by its name.
+// Every field of the analysis record: its name, where its value comes from, and its unit.
 #pragma once
 
 #include "record/Analysis.h"
+#include "record/Field.h"
 
 #include <array>
 #include <string>
@@ -9,385 +10,408 @@
 #include <type_traits>
 
 namespace metrisk {
-#define METRISK_FIELD(name) visit(std::string_view(#name), record.name)
-template <class Record, class Visitor>
-void visitIdentification(Record& record, Visitor& visit) {
-    METRISK_FIELD(SU_Manufacturer);
-    METRISK_FIELD(SU_ModelNumber);
-    METRISK_FIELD(SU_Description);
-    METRISK_FIELD(SU_ParameterName);
-    METRISK_FIELD(SU_Qualifier1);
-    METRISK_FIELD(SU_Qualifier2);
-    METRISK_FIELD(MTE_Manufacturer);
-    METRISK_FIELD(MTE_ModelNumber);
-    METRISK_FIELD(MTE_Description);
-    METRISK_FIELD(MTE_ParameterName);
-    METRISK_FIELD(MTE_Qualifier1);
-    METRISK_FIELD(MTE_Qualifier2);
+#define METRISK_FIELD(name, source, unit) visit(Field{#name, Source::source, Unit::unit}, &Group::name)
+
+template <class Visit>
+constexpr void eachIdentification(Visit&& visit) {
+    using Group = Identification;
+    METRISK_FIELD(SU_Manufacturer, Entered, Text);
+    METRISK_FIELD(SU_ModelNumber, Entered, Text);
+    METRISK_FIELD(SU_Description, Entered, Text);
+    METRISK_FIELD(SU_ParameterName, Entered, Text);
+    METRISK_FIELD(SU_Qualifier1, Entered, Text);
+    METRISK_FIELD(SU_Qualifier2, Entered, Text);
+    METRISK_FIELD(MTE_Manufacturer, Entered, Text);
+    METRISK_FIELD(MTE_ModelNumber, Entered, Text);
+    METRISK_FIELD(MTE_Description, Entered, Text);
+    METRISK_FIELD(MTE_ParameterName, Entered, Text);
+    METRISK_FIELD(MTE_Qualifier1, Entered, Text);
+    METRISK_FIELD(MTE_Qualifier2, Entered, Text);
 }
 
-template <class Record, class Visitor>
-void visitSubjectParameter(Record& record, Visitor& visit) {
-    METRISK_FIELD(SU_Mode);
-    METRISK_FIELD(SU_Mode_fmt);
-    METRISK_FIELD(SU_UpperLimit);
-    METRISK_FIELD(SU_LowerLimit);
-    METRISK_FIELD(SU_UpperOffset);
-    METRISK_FIELD(SU_UpperOffset_fmt);
-    METRISK_FIELD(SU_LowerOffset);
-    METRISK_FIELD(SU_LowerOffset_fmt);
-    METRISK_FIELD(SU_UpperFixed);
-    METRISK_FIELD(SU_UpperFixed_fmt);
-    METRISK_FIELD(SU_UpperPctReading);
-    METRISK_FIELD(SU_UpperPctReading_fmt);
-    METRISK_FIELD(SU_LowerFixed);
-    METRISK_FIELD(SU_LowerFixed_fmt);
-    METRISK_FIELD(SU_LowerPctReading);
-    METRISK_FIELD(SU_LowerPctReading_fmt);
-    METRISK_FIELD(SU_PctInTol);
-    METRISK_FIELD(SU_PctInTol_fmt);
-    METRISK_FIELD(PhysicalLimit);
-    METRISK_FIELD(PhysicalLimit_fmt);
-    METRISK_FIELD(PhysLimitRequired);
-    METRISK_FIELD(PhysicalLimitEntered);
-    METRISK_FIELD(OptTwoSided);
-    METRISK_FIELD(OptSingleUpper);
-    METRISK_FIELD(OptSingleLower);
-    METRISK_FIELD(SymmetricTolerances);
-    METRISK_FIELD(ShowLimits);
-    METRISK_FIELD(SU_SigDigits);
-    METRISK_FIELD(SU_TolDecimalShift);
-    METRISK_FIELD(NominalUnits);
-    METRISK_FIELD(MeasurementArea);
-    METRISK_FIELD(SU_ToleranceUnits);
-    METRISK_FIELD(SU_TolUnitsFactor);
-    METRISK_FIELD(SU_ModeUnchanged);
-    METRISK_FIELD(SU_Sigma);
-    METRISK_FIELD(SU_Distribution);
-    METRISK_FIELD(SU_CaseCode);
-    METRISK_FIELD(SU_LogSigma);
-    METRISK_FIELD(SU_LogOmega);
-    METRISK_FIELD(SU_ExpExponent);
-    METRISK_FIELD(SU_ExpRate);
-    METRISK_FIELD(PhysLimitBelow);
-    METRISK_FIELD(PhysLimitAbove);
-    METRISK_FIELD(ZTailLow);
-    METRISK_FIELD(ZTailHigh);
-    METRISK_FIELD(ZTwoSided);
-    METRISK_FIELD(LimitRatioNear);
-    METRISK_FIELD(LimitRatioFar);
-    METRISK_FIELD(SubjectFitValid);
+template <class Visit>
+constexpr void eachSubjectParameter(Visit&& visit) {
+    using Group = SubjectParameter;
+    METRISK_FIELD(SU_Mode, Entered, Nominal);
+    METRISK_FIELD(SU_Mode_fmt, Picture, Text);
+    METRISK_FIELD(SU_UpperLimit, Settled, Nominal);
+    METRISK_FIELD(SU_LowerLimit, Settled, Nominal);
+    METRISK_FIELD(SU_UpperOffset, Entered, Nominal);
+    METRISK_FIELD(SU_UpperOffset_fmt, Picture, Text);
+    METRISK_FIELD(SU_LowerOffset, Entered, Nominal);
+    METRISK_FIELD(SU_LowerOffset_fmt, Picture, Text);
+    METRISK_FIELD(SU_UpperFixed, Entered, Nominal);
+    METRISK_FIELD(SU_UpperFixed_fmt, Picture, Text);
+    METRISK_FIELD(SU_UpperPctReading, Entered, Percent);
+    METRISK_FIELD(SU_UpperPctReading_fmt, Picture, Text);
+    METRISK_FIELD(SU_LowerFixed, Entered, Nominal);
+    METRISK_FIELD(SU_LowerFixed_fmt, Picture, Text);
+    METRISK_FIELD(SU_LowerPctReading, Entered, Percent);
+    METRISK_FIELD(SU_LowerPctReading_fmt, Picture, Text);
+    METRISK_FIELD(SU_PctInTol, Entered, Percent);
+    METRISK_FIELD(SU_PctInTol_fmt, Picture, Text);
+    METRISK_FIELD(PhysicalLimit, Entered, Nominal);
+    METRISK_FIELD(PhysicalLimit_fmt, Picture, Text);
+    METRISK_FIELD(PhysLimitRequired, Entered, None);
+    METRISK_FIELD(PhysicalLimitEntered, Entered, None);
+    METRISK_FIELD(OptTwoSided, Entered, None);
+    METRISK_FIELD(OptSingleUpper, Entered, None);
+    METRISK_FIELD(OptSingleLower, Entered, None);
+    METRISK_FIELD(SymmetricTolerances, Entered, None);
+    METRISK_FIELD(ShowLimits, Picture, None);
+    METRISK_FIELD(SU_SigDigits, Settled, Count);
+    METRISK_FIELD(SU_TolDecimalShift, Settled, Count);
+    METRISK_FIELD(NominalUnits, Entered, Text);
+    METRISK_FIELD(MeasurementArea, Entered, Text);
+    METRISK_FIELD(SU_ToleranceUnits, Entered, Text);
+    METRISK_FIELD(SU_TolUnitsFactor, Settled, Ratio);
+    METRISK_FIELD(SU_ModeUnchanged, Kept, None);
+    METRISK_FIELD(SU_Sigma, Derived, Nominal);
+    METRISK_FIELD(SU_Distribution, Derived, Text);
+    METRISK_FIELD(SU_CaseCode, Derived, Count);
+    METRISK_FIELD(SU_LogSigma, Derived, Ratio);
+    METRISK_FIELD(SU_LogOmega, Derived, Ratio);
+    METRISK_FIELD(SU_ExpExponent, Derived, None);
+    METRISK_FIELD(SU_ExpRate, Derived, None);
+    METRISK_FIELD(PhysLimitBelow, Derived, None);
+    METRISK_FIELD(PhysLimitAbove, Derived, None);
+    METRISK_FIELD(ZTailLow, Derived, None);
+    METRISK_FIELD(ZTailHigh, Derived, None);
+    METRISK_FIELD(ZTwoSided, Derived, None);
+    METRISK_FIELD(LimitRatioNear, Derived, Ratio);
+    METRISK_FIELD(LimitRatioFar, Derived, Ratio);
+    METRISK_FIELD(SubjectFitValid, Derived, None);
 }
 
-template <class Record, class Visitor>
-void visitMeasuringParameter(Record& record, Visitor& visit) {
-    METRISK_FIELD(MTE_Mode);
-    METRISK_FIELD(MTE_UpperLimit);
-    METRISK_FIELD(MTE_LowerLimit);
-    METRISK_FIELD(MTE_Offset);
-    METRISK_FIELD(MTE_Offset_fmt);
-    METRISK_FIELD(MTE_FixedOffset);
-    METRISK_FIELD(MTE_FixedOffset_fmt);
-    METRISK_FIELD(MTE_PctReading);
-    METRISK_FIELD(MTE_PctReading_fmt);
-    METRISK_FIELD(MTE_PctInTol);
-    METRISK_FIELD(MTE_PctInTol_fmt);
-    METRISK_FIELD(MTE_ParameterUnits);
-    METRISK_FIELD(MTE_ToleranceUnits);
-    METRISK_FIELD(MTE_TolUnitsFactor);
-    METRISK_FIELD(MTE_Sigma);
-    METRISK_FIELD(MTE_EntryByUncertainty);
-    METRISK_FIELD(MTE_kFactor);
-    METRISK_FIELD(MTE_DegFreedom);
-    METRISK_FIELD(MTE_StdUncertainty);
-    METRISK_FIELD(MTE_StdUncertainty_fmt);
-    METRISK_FIELD(MTE_BiasFromWorksheet);
-    METRISK_FIELD(OffsetWorksheetFlag);
+template <class Visit>
+constexpr void eachMeasuringParameter(Visit&& visit) {
+    using Group = MeasuringParameter;
+    METRISK_FIELD(MTE_Mode, Settled, Nominal);
+    METRISK_FIELD(MTE_UpperLimit, Settled, Nominal);
+    METRISK_FIELD(MTE_LowerLimit, Settled, Nominal);
+    METRISK_FIELD(MTE_Offset, Entered, Nominal);
+    METRISK_FIELD(MTE_Offset_fmt, Picture, Text);
+    METRISK_FIELD(MTE_FixedOffset, Entered, Nominal);
+    METRISK_FIELD(MTE_FixedOffset_fmt, Picture, Text);
+    METRISK_FIELD(MTE_PctReading, Entered, Percent);
+    METRISK_FIELD(MTE_PctReading_fmt, Picture, Text);
+    METRISK_FIELD(MTE_PctInTol, Entered, Percent);
+    METRISK_FIELD(MTE_PctInTol_fmt, Picture, Text);
+    METRISK_FIELD(MTE_ParameterUnits, Entered, Text);
+    METRISK_FIELD(MTE_ToleranceUnits, Entered, Text);
+    METRISK_FIELD(MTE_TolUnitsFactor, Settled, Ratio);
+    METRISK_FIELD(MTE_Sigma, Derived, Nominal);
+    METRISK_FIELD(MTE_EntryByUncertainty, Entered, None);
+    METRISK_FIELD(MTE_kFactor, Derived, Ratio);
+    METRISK_FIELD(MTE_DegFreedom, Entered, Count);
+    METRISK_FIELD(MTE_StdUncertainty, Entered, Nominal);
+    METRISK_FIELD(MTE_StdUncertainty_fmt, Picture, Text);
+    METRISK_FIELD(MTE_BiasFromWorksheet, Entered, None);
+    METRISK_FIELD(OffsetWorksheetFlag, Entered, None);
 }
 
-template <class Record, class Visitor>
-void visitRiskResults(Record& record, Visitor& visit) {
-    METRISK_FIELD(FalseAcceptRisk);
-    METRISK_FIELD(FalseAcceptUnits);
-    METRISK_FIELD(FalseAccept_fmt);
-    METRISK_FIELD(FalseRejectRisk);
-    METRISK_FIELD(FalseRejectUnits);
-    METRISK_FIELD(FalseReject_fmt);
-    METRISK_FIELD(EqAccRat);
-    METRISK_FIELD(EqAccRatDen);
-    METRISK_FIELD(FalseAcceptOption);
-    METRISK_FIELD(UserOption);
-    METRISK_FIELD(EqRatioOnFalseAccept);
-    METRISK_FIELD(ComputeEqRatio);
-    METRISK_FIELD(BeepWhenFinished);
+template <class Visit>
+constexpr void eachRiskResults(Visit&& visit) {
+    using Group = RiskResults;
+    METRISK_FIELD(FalseAcceptRisk, Result, Risk);
+    METRISK_FIELD(FalseAcceptUnits, Result, Text);
+    METRISK_FIELD(FalseAccept_fmt, Result, Text);
+    METRISK_FIELD(FalseRejectRisk, Result, Risk);
+    METRISK_FIELD(FalseRejectUnits, Result, Text);
+    METRISK_FIELD(FalseReject_fmt, Result, Text);
+    METRISK_FIELD(EqAccRat, Result, Ratio);
+    METRISK_FIELD(EqAccRatDen, Result, Text);
+    METRISK_FIELD(FalseAcceptOption, Entered, Count);
+    METRISK_FIELD(UserOption, Entered, Text);
+    METRISK_FIELD(EqRatioOnFalseAccept, Entered, None);
+    METRISK_FIELD(ComputeEqRatio, Option, None);
+    METRISK_FIELD(BeepWhenFinished, Option, None);
 }
 
-template <class Record, class Visitor>
-void visitBaseline(Record& record, Visitor& visit) {
-    METRISK_FIELD(Base_AccRatNum);
-    METRISK_FIELD(Base_AccRatDen);
-    METRISK_FIELD(Base_MTEPctInTol);
-    METRISK_FIELD(Base_SUPctInTol);
-    METRISK_FIELD(Base_EqRatioTarget);
-    METRISK_FIELD(Base_FalseAccept);
-    METRISK_FIELD(Base_AcceptUnits);
-    METRISK_FIELD(Base_Accept_fmt);
-    METRISK_FIELD(Base_FalseReject);
-    METRISK_FIELD(Base_RejectUnits);
-    METRISK_FIELD(Base_Reject_fmt);
+template <class Visit>
+constexpr void eachBaseline(Visit&& visit) {
+    using Group = Baseline;
+    METRISK_FIELD(Base_AccRatNum, Entered, Ratio);
+    METRISK_FIELD(Base_AccRatDen, Entered, Ratio);
+    METRISK_FIELD(Base_MTEPctInTol, Entered, Percent);
+    METRISK_FIELD(Base_SUPctInTol, Entered, Percent);
+    METRISK_FIELD(Base_EqRatioTarget, Settled, Ratio);
+    METRISK_FIELD(Base_FalseAccept, Settled, Risk);
+    METRISK_FIELD(Base_AcceptUnits, Settled, Text);
+    METRISK_FIELD(Base_Accept_fmt, Picture, Text);
+    METRISK_FIELD(Base_FalseReject, Settled, Risk);
+    METRISK_FIELD(Base_RejectUnits, Settled, Text);
+    METRISK_FIELD(Base_Reject_fmt, Picture, Text);
 }
 
-template <class Record, class Visitor>
-void visitGuardbands(Record& record, Visitor& visit) {
-    METRISK_FIELD(IncludeGuardbands);
-    METRISK_FIELD(GuardbandsChanged);
-    METRISK_FIELD(GB_UpperMult);
-    METRISK_FIELD(GB_LowerMult);
-    METRISK_FIELD(GB_UpperMult_fmt);
-    METRISK_FIELD(GB_LowerMult_fmt);
-    METRISK_FIELD(GB_UpperK);
-    METRISK_FIELD(GB_LowerK);
-    METRISK_FIELD(GB_UpperK_fmt);
-    METRISK_FIELD(GB_LowerK_fmt);
-    METRISK_FIELD(GB_UpperKEntered);
-    METRISK_FIELD(GB_LowerKEntered);
-    METRISK_FIELD(GB_SymmetricK);
-    METRISK_FIELD(GB_SymmetricMult);
-    METRISK_FIELD(GB_AsymmetricMult);
-    METRISK_FIELD(GB_ShowLimits);
-    METRISK_FIELD(GB_KeyOn);
-    METRISK_FIELD(GB_FARisk);
-    METRISK_FIELD(GB_FRRisk);
-    METRISK_FIELD(GB_FARiskUnits);
-    METRISK_FIELD(GB_FRRiskUnits);
-    METRISK_FIELD(GB_EqAccRat);
-    METRISK_FIELD(GB_IncludeEqAccRat);
-    METRISK_FIELD(GB_EqAccRatValid);
+template <class Visit>
+constexpr void eachGuardbands(Visit&& visit) {
+    using Group = Guardbands;
+    METRISK_FIELD(IncludeGuardbands, Entered, None);
+    METRISK_FIELD(GuardbandsChanged, Session, None);
+    METRISK_FIELD(GB_UpperMult, Entered, Ratio);
+    METRISK_FIELD(GB_LowerMult, Entered, Ratio);
+    METRISK_FIELD(GB_UpperMult_fmt, Picture, Text);
+    METRISK_FIELD(GB_LowerMult_fmt, Picture, Text);
+    METRISK_FIELD(GB_UpperK, Entered, Ratio);
+    METRISK_FIELD(GB_LowerK, Entered, Ratio);
+    METRISK_FIELD(GB_UpperK_fmt, Picture, Text);
+    METRISK_FIELD(GB_LowerK_fmt, Picture, Text);
+    METRISK_FIELD(GB_UpperKEntered, Entered, None);
+    METRISK_FIELD(GB_LowerKEntered, Entered, None);
+    METRISK_FIELD(GB_SymmetricK, Entered, None);
+    METRISK_FIELD(GB_SymmetricMult, Entered, None);
+    METRISK_FIELD(GB_AsymmetricMult, Settled, None);
+    METRISK_FIELD(GB_ShowLimits, Picture, None);
+    METRISK_FIELD(GB_KeyOn, Entered, Count);
+    METRISK_FIELD(GB_FARisk, Result, Risk);
+    METRISK_FIELD(GB_FRRisk, Result, Risk);
+    METRISK_FIELD(GB_FARiskUnits, Result, Text);
+    METRISK_FIELD(GB_FRRiskUnits, Result, Text);
+    METRISK_FIELD(GB_EqAccRat, Result, Ratio);
+    METRISK_FIELD(GB_IncludeEqAccRat, Entered, None);
+    METRISK_FIELD(GB_EqAccRatValid, Result, None);
 }
 
-template <class Record, class Visitor>
-void visitProcessErrors(Record& record, Visitor& visit) {
-    METRISK_FIELD(IncludeUncertainty);
-    METRISK_FIELD(ProcessUncertainty);
-    METRISK_FIELD(ProcessUncertainty_fmt);
-    METRISK_FIELD(Process_DegFreedom);
-    METRISK_FIELD(Total_DegFreedom);
-    METRISK_FIELD(IncludeMTEBias);
-    METRISK_FIELD(ErrorSourceName);
-    METRISK_FIELD(ErrTableText);
-    METRISK_FIELD(ErrTableDisplay);
-    METRISK_FIELD(CorrelationMatrix);
+template <class Visit>
+constexpr void eachProcessErrors(Visit&& visit) {
+    using Group = ProcessErrors;
+    METRISK_FIELD(IncludeUncertainty, Entered, None);
+    METRISK_FIELD(ProcessUncertainty, Entered, Nominal);
+    METRISK_FIELD(ProcessUncertainty_fmt, Picture, Text);
+    METRISK_FIELD(Process_DegFreedom, Derived, Count);
+    METRISK_FIELD(Total_DegFreedom, Derived, Count);
+    METRISK_FIELD(IncludeMTEBias, Entered, None);
+    METRISK_FIELD(ErrorSourceName, Entered, Text);
+    METRISK_FIELD(ErrTableText, Entered, Text);
+    METRISK_FIELD(ErrTableDisplay, Derived, Text);
+    METRISK_FIELD(CorrelationMatrix, Entered, Ratio);
 }
 
-template <class Record, class Visitor>
-void visitSampleStatistics(Record& record, Visitor& visit) {
-    METRISK_FIELD(Stat_SampleSize);
-    METRISK_FIELD(Stat_SampleMean);
-    METRISK_FIELD(Stat_SampleStdDev);
-    METRISK_FIELD(Stat_SampleFmt);
-    METRISK_FIELD(Stat_Value5);
-    METRISK_FIELD(Stat_Value6);
-    METRISK_FIELD(Stat_tStatistic);
-    METRISK_FIELD(Stat_Value8);
-    METRISK_FIELD(Stat_Include);
-    METRISK_FIELD(Stat_Sample);
-    METRISK_FIELD(Stat_SampleInclude);
-    METRISK_FIELD(Stat_Flag1);
-    METRISK_FIELD(Stat_Flag2);
+template <class Visit>
+constexpr void eachSampleStatistics(Visit&& visit) {
+    using Group = SampleStatistics;
+    METRISK_FIELD(Stat_SampleSize, Entered, Count);
+    METRISK_FIELD(Stat_SampleMean, Settled, None);
+    METRISK_FIELD(Stat_SampleStdDev, Settled, MeasuringTolerance);
+    METRISK_FIELD(Stat_SampleFmt, Picture, Text);
+    METRISK_FIELD(Stat_Value5, Entered, Fraction);
+    METRISK_FIELD(Stat_Value6, Settled, MeasuringTolerance);
+    METRISK_FIELD(Stat_tStatistic, Settled, Ratio);
+    METRISK_FIELD(Stat_Value8, Settled, Nominal);
+    METRISK_FIELD(Stat_Include, Entered, None);
+    METRISK_FIELD(Stat_Sample, Entered, None);
+    METRISK_FIELD(Stat_SampleInclude, Entered, None);
+    METRISK_FIELD(Stat_Flag1, Entered, None);
+    METRISK_FIELD(Stat_Flag2, Entered, None);
 }
 
-template <class Record, class Visitor>
-void visitObservedPct(Record& record, Visitor& visit) {
-    METRISK_FIELD(Obs_PctInTol);
-    METRISK_FIELD(Obs_PctInTol_fmt);
-    METRISK_FIELD(Obs_TruePct);
-    METRISK_FIELD(Obs_TruePct_fmt);
-    METRISK_FIELD(Obs_Flag1);
-    METRISK_FIELD(Obs_Flag2);
-    METRISK_FIELD(Obs_Value1);
-    METRISK_FIELD(Obs_Value2);
-    METRISK_FIELD(RelWorksheetTarget);
-    METRISK_FIELD(Obs_Manufacturer);
-    METRISK_FIELD(Obs_ModelNumber);
-    METRISK_FIELD(Obs_Description);
-    METRISK_FIELD(Obs_ParameterName);
-    METRISK_FIELD(Obs_AOP);
-    METRISK_FIELD(Obs_Offset);
-    METRISK_FIELD(Obs_Units);
-    METRISK_FIELD(Obs_ObservingUnitOption);
+template <class Visit>
+constexpr void eachObservedPct(Visit&& visit) {
+    using Group = ObservedPct;
+    METRISK_FIELD(Obs_PctInTol, Entered, Percent);
+    METRISK_FIELD(Obs_PctInTol_fmt, Picture, Text);
+    METRISK_FIELD(Obs_TruePct, Entered, Percent);
+    METRISK_FIELD(Obs_TruePct_fmt, Picture, Text);
+    METRISK_FIELD(Obs_Flag1, Kept, None);
+    METRISK_FIELD(Obs_Flag2, Kept, None);
+    METRISK_FIELD(Obs_Value1, Kept, None);
+    METRISK_FIELD(Obs_Value2, Kept, None);
+    METRISK_FIELD(RelWorksheetTarget, Kept, Text);
+    METRISK_FIELD(Obs_Manufacturer, Entered, Text);
+    METRISK_FIELD(Obs_ModelNumber, Entered, Text);
+    METRISK_FIELD(Obs_Description, Entered, Text);
+    METRISK_FIELD(Obs_ParameterName, Entered, Text);
+    METRISK_FIELD(Obs_AOP, Entered, Fraction);
+    METRISK_FIELD(Obs_Offset, Entered, Nominal);
+    METRISK_FIELD(Obs_Units, Entered, Text);
+    METRISK_FIELD(Obs_ObservingUnitOption, Entered, Count);
 }
 
-template <class Record, class Visitor>
-void visitBiasAnalysis(Record& record, Visitor& visit) {
-    METRISK_FIELD(SMPC_Sigma);
-    METRISK_FIELD(SMPC_InTolProb);
-    METRISK_FIELD(SMPC_Bias);
-    METRISK_FIELD(SMPC_Limits);
-    METRISK_FIELD(SMPC_Tolerance);
-    METRISK_FIELD(SMPC_PctInTol);
-    METRISK_FIELD(SMPC_TrueOffset);
-    METRISK_FIELD(SMPC_Computed);
-    METRISK_FIELD(SMPC_SUUncertainty);
-    METRISK_FIELD(SMPC_MTEUncertainty);
-    METRISK_FIELD(SMPC_CoverageFactor);
-    METRISK_FIELD(SMPC_CoverageFactor_fmt);
-    METRISK_FIELD(SMPC_Reserved);
-    METRISK_FIELD(SMPC_Confidence);
-    METRISK_FIELD(SMPC_Confidence_fmt);
-    METRISK_FIELD(SMPC_UseCoverageFactor);
+template <class Visit>
+constexpr void eachBiasAnalysis(Visit&& visit) {
+    using Group = BiasAnalysis;
+    METRISK_FIELD(SMPC_Sigma, Result, Nominal);
+    METRISK_FIELD(SMPC_InTolProb, Result, Fraction);
+    METRISK_FIELD(SMPC_Bias, Result, Nominal);
+    METRISK_FIELD(SMPC_Limits, Result, Nominal);
+    METRISK_FIELD(SMPC_Tolerance, Result, Nominal);
+    METRISK_FIELD(SMPC_PctInTol, Result, Percent);
+    METRISK_FIELD(SMPC_TrueOffset, Result, Nominal);
+    METRISK_FIELD(SMPC_Computed, Result, None);
+    METRISK_FIELD(SMPC_SUUncertainty, Result, Nominal);
+    METRISK_FIELD(SMPC_MTEUncertainty, Result, Nominal);
+    METRISK_FIELD(SMPC_CoverageFactor, Option, Ratio);
+    METRISK_FIELD(SMPC_CoverageFactor_fmt, Option, Text);
+    METRISK_FIELD(SMPC_Reserved, Option, None);
+    METRISK_FIELD(SMPC_Confidence, Option, Fraction);
+    METRISK_FIELD(SMPC_Confidence_fmt, Option, Text);
+    METRISK_FIELD(SMPC_UseCoverageFactor, Option, None);
 }
 
-template <class Record, class Visitor>
-void visitReliability(Record& record, Visitor& visit) {
-    METRISK_FIELD(Rel_Theta);
-    METRISK_FIELD(Rel_Model);
-    METRISK_FIELD(Rel_ModelIndex);
-    METRISK_FIELD(Rel_Interval);
-    METRISK_FIELD(Rel_Interval_fmt);
-    METRISK_FIELD(Rel_IntervalUnits);
-    METRISK_FIELD(Rel_BOP);
-    METRISK_FIELD(Rel_BOP_fmt);
-    METRISK_FIELD(Rel_AOP);
-    METRISK_FIELD(Rel_AOP_fmt);
-    METRISK_FIELD(Rel_EOP);
-    METRISK_FIELD(Rel_EOP_fmt);
-    METRISK_FIELD(Rel_UserPct);
-    METRISK_FIELD(Rel_UserTime);
-    METRISK_FIELD(Rel_UserPct_fmt);
-    METRISK_FIELD(Rel_UserTimeUnits);
-    METRISK_FIELD(Rel_BiasOption);
+template <class Visit>
+constexpr void eachReliability(Visit&& visit) {
+    using Group = Reliability;
+    METRISK_FIELD(Rel_Theta, Entered, None);
+    METRISK_FIELD(Rel_Model, Entered, Text);
+    METRISK_FIELD(Rel_ModelIndex, Entered, Count);
+    METRISK_FIELD(Rel_Interval, Entered, None);
+    METRISK_FIELD(Rel_Interval_fmt, Picture, Text);
+    METRISK_FIELD(Rel_IntervalUnits, Entered, Text);
+    METRISK_FIELD(Rel_BOP, Entered, Fraction);
+    METRISK_FIELD(Rel_BOP_fmt, Picture, Text);
+    METRISK_FIELD(Rel_AOP, Entered, Fraction);
+    METRISK_FIELD(Rel_AOP_fmt, Picture, Text);
+    METRISK_FIELD(Rel_EOP, Entered, Fraction);
+    METRISK_FIELD(Rel_EOP_fmt, Picture, Text);
+    METRISK_FIELD(Rel_UserPct, Entered, Percent);
+    METRISK_FIELD(Rel_UserTime, Entered, None);
+    METRISK_FIELD(Rel_UserPct_fmt, Picture, Text);
+    METRISK_FIELD(Rel_UserTimeUnits, Entered, Text);
+    METRISK_FIELD(Rel_BiasOption, Entered, Text);
 }
 
-template <class Record, class Visitor>
-void visitReportFields(Record& record, Visitor& visit) {
-    METRISK_FIELD(Delimiter);
-    METRISK_FIELD(IncludeOrganization);
-    METRISK_FIELD(Organization);
-    METRISK_FIELD(IncludeDepartment);
-    METRISK_FIELD(Department);
-    METRISK_FIELD(ApprovingDepartment);
-    METRISK_FIELD(IncludeApprovingDepartment);
-    METRISK_FIELD(Submitter);
-    METRISK_FIELD(IncludeSubmitter);
-    METRISK_FIELD(IncludeApprover);
-    METRISK_FIELD(Approver);
-    METRISK_FIELD(IncludeFileName);
-    METRISK_FIELD(IncludeRemarks);
-    METRISK_FIELD(IncludeDate);
-    METRISK_FIELD(IncludeTime);
-    METRISK_FIELD(Remarks);
+template <class Visit>
+constexpr void eachReportFields(Visit&& visit) {
+    using Group = ReportFields;
+    METRISK_FIELD(Delimiter, Option, Text);
+    METRISK_FIELD(IncludeOrganization, Option, None);
+    METRISK_FIELD(Organization, Option, Text);
+    METRISK_FIELD(IncludeDepartment, Option, None);
+    METRISK_FIELD(Department, Option, Text);
+    METRISK_FIELD(ApprovingDepartment, Option, Text);
+    METRISK_FIELD(IncludeApprovingDepartment, Option, None);
+    METRISK_FIELD(Submitter, Option, Text);
+    METRISK_FIELD(IncludeSubmitter, Option, None);
+    METRISK_FIELD(IncludeApprover, Option, None);
+    METRISK_FIELD(Approver, Option, Text);
+    METRISK_FIELD(IncludeFileName, Option, None);
+    METRISK_FIELD(IncludeRemarks, Option, None);
+    METRISK_FIELD(IncludeDate, Option, None);
+    METRISK_FIELD(IncludeTime, Option, None);
+    METRISK_FIELD(Remarks, Option, Text);
 }
 
-template <class Record, class Visitor>
-void visitPlotOptions(Record& record, Visitor& visit) {
-    METRISK_FIELD(SUPlot_ShowTolerances);
-    METRISK_FIELD(MTEPlot_ShowOffsets);
-    METRISK_FIELD(ErrorPlot_Flag);
-    METRISK_FIELD(MTEPlot_IncludeUncertainty);
-    METRISK_FIELD(ErrorPlot_Param);
-    METRISK_FIELD(ErrorPlot_Units);
-    METRISK_FIELD(ErrorPlot_UnitName);
-    METRISK_FIELD(ErrorPlot_UnitsFactor);
-    METRISK_FIELD(MTEPlot_Title);
-    METRISK_FIELD(SUPlot_Zoom);
-    METRISK_FIELD(MTEPlot_Zoom);
-    METRISK_FIELD(ErrorPlot_Zoom);
-    METRISK_FIELD(SUPlot_UseMTETols);
-    METRISK_FIELD(MTEPlot_UseSUTols);
+template <class Visit>
+constexpr void eachPlotOptions(Visit&& visit) {
+    using Group = PlotOptions;
+    METRISK_FIELD(SUPlot_ShowTolerances, Option, None);
+    METRISK_FIELD(MTEPlot_ShowOffsets, Option, None);
+    METRISK_FIELD(ErrorPlot_Flag, Option, None);
+    METRISK_FIELD(MTEPlot_IncludeUncertainty, Option, None);
+    METRISK_FIELD(ErrorPlot_Param, Option, Text);
+    METRISK_FIELD(ErrorPlot_Units, Option, Text);
+    METRISK_FIELD(ErrorPlot_UnitName, Option, Text);
+    METRISK_FIELD(ErrorPlot_UnitsFactor, Option, Ratio);
+    METRISK_FIELD(MTEPlot_Title, Option, Text);
+    METRISK_FIELD(SUPlot_Zoom, Option, Ratio);
+    METRISK_FIELD(MTEPlot_Zoom, Option, Ratio);
+    METRISK_FIELD(ErrorPlot_Zoom, Option, Ratio);
+    METRISK_FIELD(SUPlot_UseMTETols, Option, None);
+    METRISK_FIELD(MTEPlot_UseSUTols, Option, None);
 }
 
-template <class Record, class Visitor>
-void visitSnapshot(Record& record, Visitor& visit) {
-    METRISK_FIELD(Last_Mode);
-    METRISK_FIELD(Last_UpperLimit);
-    METRISK_FIELD(Last_LowerLimit);
-    METRISK_FIELD(Last_PctInTol);
-    METRISK_FIELD(Last_PhysicalLimit);
-    METRISK_FIELD(Last_MTEMode);
-    METRISK_FIELD(Last_MTEUpperLimit);
-    METRISK_FIELD(Last_MTELowerLimit);
-    METRISK_FIELD(Last_MTEPctInTol);
-    METRISK_FIELD(Last_MTESigma);
-    METRISK_FIELD(Last_IncludeUncertainty);
-    METRISK_FIELD(Last_MTEDegFreedom);
-    METRISK_FIELD(Last_MTEStdUncertainty);
-    METRISK_FIELD(Last_OptTwoSided);
-    METRISK_FIELD(Last_OptSingleUpper);
-    METRISK_FIELD(Last_OptSingleLower);
-    METRISK_FIELD(Last_PhysLimitRequired);
-    METRISK_FIELD(Last_IncludeGuardbands);
-    METRISK_FIELD(Last_GBUpper);
-    METRISK_FIELD(Last_GBLower);
-    METRISK_FIELD(Last_Base1);
-    METRISK_FIELD(Last_Base2);
-    METRISK_FIELD(Last_Base3);
-    METRISK_FIELD(Last_Base4);
+template <class Visit>
+constexpr void eachSnapshot(Visit&& visit) {
+    using Group = Snapshot;
+    METRISK_FIELD(Last_Mode, Result, Nominal);
+    METRISK_FIELD(Last_UpperLimit, Result, Nominal);
+    METRISK_FIELD(Last_LowerLimit, Result, Nominal);
+    METRISK_FIELD(Last_PctInTol, Result, Percent);
+    METRISK_FIELD(Last_PhysicalLimit, Result, Nominal);
+    METRISK_FIELD(Last_MTEMode, Result, Nominal);
+    METRISK_FIELD(Last_MTEUpperLimit, Result, Nominal);
+    METRISK_FIELD(Last_MTELowerLimit, Result, Nominal);
+    METRISK_FIELD(Last_MTEPctInTol, Result, Percent);
+    METRISK_FIELD(Last_MTESigma, Result, Nominal);
+    METRISK_FIELD(Last_IncludeUncertainty, Result, None);
+    METRISK_FIELD(Last_MTEDegFreedom, Result, Count);
+    METRISK_FIELD(Last_MTEStdUncertainty, Result, Nominal);
+    METRISK_FIELD(Last_OptTwoSided, Result, None);
+    METRISK_FIELD(Last_OptSingleUpper, Result, None);
+    METRISK_FIELD(Last_OptSingleLower, Result, None);
+    METRISK_FIELD(Last_PhysLimitRequired, Result, None);
+    METRISK_FIELD(Last_IncludeGuardbands, Result, None);
+    METRISK_FIELD(Last_GBUpper, Result, Ratio);
+    METRISK_FIELD(Last_GBLower, Result, Ratio);
+    METRISK_FIELD(Last_Base1, Result, Count);
+    METRISK_FIELD(Last_Base2, Result, Count);
+    METRISK_FIELD(Last_Base3, Result, Count);
+    METRISK_FIELD(Last_Base4, Result, Count);
 }
 
-template <class Record, class Visitor>
-void visitSessionState(Record& record, Visitor& visit) {
-    METRISK_FIELD(AnalysisFileName);
-    METRISK_FIELD(LastAnalysisName);
-    METRISK_FIELD(FileChanged);
-    METRISK_FIELD(FileReadOnly);
-    METRISK_FIELD(ComputeNeeded);
-    METRISK_FIELD(ComputeScope);
-    METRISK_FIELD(AbortFlag);
-    METRISK_FIELD(SearchAbort);
-    METRISK_FIELD(Computing);
-    METRISK_FIELD(EntryBoxChanged);
-    METRISK_FIELD(RisksNeedCompute);
-    METRISK_FIELD(RisksComputed);
-    METRISK_FIELD(ResultsStale);
-    METRISK_FIELD(SilentFault);
-    METRISK_FIELD(ComputeRequested);
-    METRISK_FIELD(NothingChanged);
-    METRISK_FIELD(GuardbandsUnchanged);
-    METRISK_FIELD(BaselineUnchanged);
-    METRISK_FIELD(BaselineComputed);
-    METRISK_FIELD(LimitsReformed);
-    METRISK_FIELD(LoadInProgress);
-    METRISK_FIELD(ObservedWorksheetOpen);
-    METRISK_FIELD(UncertaintyWorksheetOpen);
-    METRISK_FIELD(GB_ScreenOpen);
-    METRISK_FIELD(GB_RatioRequest);
-    METRISK_FIELD(GB_MainStale);
-    METRISK_FIELD(GB_RisksStale);
-    METRISK_FIELD(ObservedIgnoresGuardbands);
-    METRISK_FIELD(MTE_KUsed);
-    METRISK_FIELD(OffsetFromUncertainty);
-    METRISK_FIELD(SymmetryChanged);
-    METRISK_FIELD(FirstDisplay);
-    METRISK_FIELD(Rel_ActiveSlot);
-    METRISK_FIELD(OffsetsInNominalUnits);
-    METRISK_FIELD(Ack100Pct);
-    METRISK_FIELD(AckPhysLimitLow);
-    METRISK_FIELD(AckPhysLimitHigh);
-    METRISK_FIELD(DirectCompute);
-    METRISK_FIELD(DirectComputeChanged);
+template <class Visit>
+constexpr void eachSessionState(Visit&& visit) {
+    using Group = SessionState;
+    METRISK_FIELD(AnalysisFileName, Session, Text);
+    METRISK_FIELD(LastAnalysisName, Session, Text);
+    METRISK_FIELD(FileChanged, Session, None);
+    METRISK_FIELD(FileReadOnly, Session, None);
+    METRISK_FIELD(ComputeNeeded, Session, None);
+    METRISK_FIELD(ComputeScope, Session, Text);
+    METRISK_FIELD(AbortFlag, Session, None);
+    METRISK_FIELD(SearchAbort, Session, None);
+    METRISK_FIELD(Computing, Session, None);
+    METRISK_FIELD(EntryBoxChanged, Session, None);
+    METRISK_FIELD(RisksNeedCompute, Session, None);
+    METRISK_FIELD(RisksComputed, Session, None);
+    METRISK_FIELD(ResultsStale, Session, None);
+    METRISK_FIELD(SilentFault, Session, Text);
+    METRISK_FIELD(ComputeRequested, Session, None);
+    METRISK_FIELD(NothingChanged, Session, None);
+    METRISK_FIELD(GuardbandsUnchanged, Session, None);
+    METRISK_FIELD(BaselineUnchanged, Session, None);
+    METRISK_FIELD(BaselineComputed, Session, None);
+    METRISK_FIELD(LimitsReformed, Session, None);
+    METRISK_FIELD(LoadInProgress, Session, None);
+    METRISK_FIELD(ObservedWorksheetOpen, Session, None);
+    METRISK_FIELD(UncertaintyWorksheetOpen, Session, None);
+    METRISK_FIELD(GB_ScreenOpen, Session, None);
+    METRISK_FIELD(GB_RatioRequest, Session, None);
+    METRISK_FIELD(GB_MainStale, Session, None);
+    METRISK_FIELD(GB_RisksStale, Session, None);
+    METRISK_FIELD(ObservedIgnoresGuardbands, Session, None);
+    METRISK_FIELD(MTE_KUsed, Session, Ratio);
+    METRISK_FIELD(OffsetFromUncertainty, Session, None);
+    METRISK_FIELD(SymmetryChanged, Session, None);
+    METRISK_FIELD(FirstDisplay, Session, None);
+    METRISK_FIELD(Rel_ActiveSlot, Session, Count);
+    METRISK_FIELD(OffsetsInNominalUnits, Session, None);
+    METRISK_FIELD(Ack100Pct, Session, None);
+    METRISK_FIELD(AckPhysLimitLow, Session, None);
+    METRISK_FIELD(AckPhysLimitHigh, Session, None);
+    METRISK_FIELD(DirectCompute, Session, None);
+    METRISK_FIELD(DirectComputeChanged, Session, None);
 }
 
 #undef METRISK_FIELD
 
-/// Calls visit(name, member) for every field, groups in the record's own order. A member is a double,
-/// int, bool, Flag, text, or an array of these.
+/// Calls visit(field, pointer to member) for every field, groups in the record's own order: the table belongs
+/// to no record, so that two can be walked side by side. A member is a double, int, bool, Flag, text, or an
+/// array of these.
+template <class Visit>
+constexpr void eachField(Visit&& visit) {
+    eachIdentification(visit);
+    eachSubjectParameter(visit);
+    eachMeasuringParameter(visit);
+    eachRiskResults(visit);
+    eachBaseline(visit);
+    eachGuardbands(visit);
+    eachProcessErrors(visit);
+    eachSampleStatistics(visit);
+    eachObservedPct(visit);
+    eachBiasAnalysis(visit);
+    eachReliability(visit);
+    eachReportFields(visit);
+    eachPlotOptions(visit);
+    eachSnapshot(visit);
+    eachSessionState(visit);
+}
+
+/// Calls visit(name, member) for every field of the record.
 template <class Record, class Visitor>
 void visitFields(Record& record, Visitor&& visit) {
-    visitIdentification(record, visit);
-    visitSubjectParameter(record, visit);
-    visitMeasuringParameter(record, visit);
-    visitRiskResults(record, visit);
-    visitBaseline(record, visit);
-    visitGuardbands(record, visit);
-    visitProcessErrors(record, visit);
-    visitSampleStatistics(record, visit);
-    visitObservedPct(record, visit);
-    visitBiasAnalysis(record, visit);
-    visitReliability(record, visit);
-    visitReportFields(record, visit);
-    visitPlotOptions(record, visit);
-    visitSnapshot(record, visit);
-    visitSessionState(record, visit);
+    eachField([&](const Field& field, auto member) { visit(field.name, record.*member); });
 }
 
 /// Calls visit(element) for the elements of an array member, and for any other member with itself.

@@ -7,10 +7,71 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 
 namespace metrisk {
 
 namespace {
+
+/// How an entry is compared with that of the last compute.
+enum class By {
+    Value,    // as entered
+    Rounding, // derived from entries
+    Nothing   // kept, but decided elsewhere
+};
+
+bool always(const Analysis&) {
+    return true;
+}
+bool hasUpper(const Analysis& r) {
+    return !r.OptSingleLower;
+}
+bool hasLower(const Analysis& r) {
+    return !r.OptSingleUpper;
+}
+bool singleSided(const Analysis& r) {
+    return !r.OptTwoSided;
+}
+
+template <class Value>
+struct Kept {
+    Value Snapshot::*last;
+    Value Analysis::*now;
+    By by = By::Value;
+    bool (*counts)(const Analysis&) = always;
+};
+
+/// Each entry beside the copy that the last compute has left: what is taken is what is compared.
+template <class Visit>
+void eachKept(Visit visit) {
+    const auto value = [&]<class Value, class Group>(Value Snapshot::*last, Value Group::*now,
+                                                     By by = By::Value,
+                                                     bool (*counts)(const Analysis&) = always) {
+        visit(Kept<Value>{last, now, by, counts});
+    };
+    value(&Snapshot::Last_Mode, &Analysis::SU_Mode);
+    value(&Snapshot::Last_UpperLimit, &Analysis::SU_UpperLimit, By::Value, hasUpper);
+    value(&Snapshot::Last_LowerLimit, &Analysis::SU_LowerLimit, By::Value, hasLower);
+    value(&Snapshot::Last_PctInTol, &Analysis::SU_PctInTol);
+    value(&Snapshot::Last_PhysicalLimit, &Analysis::PhysicalLimit, By::Value, singleSided);
+    value(&Snapshot::Last_MTEMode, &Analysis::MTE_Mode);
+    value(&Snapshot::Last_MTEUpperLimit, &Analysis::MTE_UpperLimit);
+    value(&Snapshot::Last_MTELowerLimit, &Analysis::MTE_LowerLimit,
+          By::Nothing); // the upper one with another sign
+    value(&Snapshot::Last_MTEPctInTol, &Analysis::MTE_PctInTol);
+    value(&Snapshot::Last_MTESigma, &Analysis::MTE_Sigma, By::Rounding);
+    value(&Snapshot::Last_IncludeUncertainty, &Analysis::IncludeUncertainty);
+    value(&Snapshot::Last_MTEDegFreedom, &Analysis::MTE_DegFreedom, By::Nothing); // see freedomUnchanged
+    value(&Snapshot::Last_MTEStdUncertainty, &Analysis::MTE_StdUncertainty, By::Rounding);
+    value(&Snapshot::Last_OptTwoSided, &Analysis::OptTwoSided);
+    value(&Snapshot::Last_OptSingleUpper, &Analysis::OptSingleUpper);
+    value(&Snapshot::Last_OptSingleLower, &Analysis::OptSingleLower);
+    value(&Snapshot::Last_PhysLimitRequired, &Analysis::PhysLimitRequired);
+    value(&Snapshot::Last_IncludeGuardbands, &Analysis::IncludeGuardbands,
+          By::Nothing); // see guardbandsUnchanged
+    value(&Snapshot::Last_GBUpper, &Analysis::GB_UpperMult, By::Nothing);
+    value(&Snapshot::Last_GBLower, &Analysis::GB_LowerMult, By::Nothing);
+}
 
 /// Typed with an uncertainty, else what the process errors leave.
 bool freedomUnchanged(const Analysis& r) {
@@ -19,15 +80,15 @@ bool freedomUnchanged(const Analysis& r) {
 }
 
 bool entriesUnchanged(const Analysis& r) {
-    return r.Last_Mode == r.SU_Mode && (r.OptSingleLower || r.Last_UpperLimit == r.SU_UpperLimit) &&
-           (r.OptSingleUpper || r.Last_LowerLimit == r.SU_LowerLimit) && r.Last_PctInTol == r.SU_PctInTol &&
-           (r.OptTwoSided || r.Last_PhysicalLimit == r.PhysicalLimit) && r.Last_MTEMode == r.MTE_Mode &&
-           r.Last_MTEUpperLimit == r.MTE_UpperLimit && r.Last_MTEPctInTol == r.MTE_PctInTol &&
-           freedomUnchanged(r) && sameDerived(r.Last_MTEStdUncertainty, r.MTE_StdUncertainty) &&
-           sameDerived(r.Last_MTESigma, r.MTE_Sigma) && r.Last_OptTwoSided == r.OptTwoSided &&
-           r.Last_OptSingleUpper == r.OptSingleUpper && r.Last_OptSingleLower == r.OptSingleLower &&
-           r.Last_PhysLimitRequired == r.PhysLimitRequired &&
-           r.Last_IncludeUncertainty == r.IncludeUncertainty;
+    bool all = freedomUnchanged(r);
+    eachKept([&]<class Value>(const Kept<Value>& kept) {
+        if (kept.by == By::Nothing || !kept.counts(r)) return;
+        bool same = r.*kept.last == r.*kept.now;
+        if constexpr (std::is_same_v<Value, double>)
+            if (kept.by == By::Rounding) same = sameDerived(r.*kept.last, r.*kept.now);
+        all = all && same;
+    });
+    return all;
 }
 
 bool guardbandsUnchanged(const Analysis& r) {
@@ -71,26 +132,7 @@ bool baselineSnapshotHolds(const Analysis& r) {
 }
 
 void TakeSnapshot(Analysis& r) {
-    r.Last_Mode = r.SU_Mode;
-    r.Last_UpperLimit = r.SU_UpperLimit;
-    r.Last_LowerLimit = r.SU_LowerLimit;
-    r.Last_PctInTol = r.SU_PctInTol;
-    r.Last_PhysicalLimit = r.PhysicalLimit;
-    r.Last_MTEMode = r.MTE_Mode;
-    r.Last_MTEUpperLimit = r.MTE_UpperLimit;
-    r.Last_MTELowerLimit = r.MTE_LowerLimit;
-    r.Last_MTEPctInTol = r.MTE_PctInTol;
-    r.Last_MTESigma = r.MTE_Sigma;
-    r.Last_IncludeUncertainty = r.IncludeUncertainty;
-    r.Last_MTEDegFreedom = r.MTE_DegFreedom;
-    r.Last_MTEStdUncertainty = r.MTE_StdUncertainty;
-    r.Last_OptTwoSided = r.OptTwoSided;
-    r.Last_OptSingleUpper = r.OptSingleUpper;
-    r.Last_OptSingleLower = r.OptSingleLower;
-    r.Last_PhysLimitRequired = r.PhysLimitRequired;
-    r.Last_IncludeGuardbands = r.IncludeGuardbands;
-    r.Last_GBUpper = r.GB_UpperMult;
-    r.Last_GBLower = r.GB_LowerMult;
+    eachKept([&r](const auto& kept) { r.*kept.last = r.*kept.now; });
 }
 
 void TakeBaselineSnapshot(Analysis& r) {

@@ -19,10 +19,9 @@ constexpr double roundingError = 1e-9; // a risk no further below 0 is 0
 constexpr double leastSinglePct = 51;
 
 SubjectParameter withoutTexts(SubjectParameter subject) {
-    const auto clear = [](std::string_view, auto& member) {
-        if constexpr (std::is_same_v<decltype(member), std::string&>) member = {};
-    };
-    visitSubjectParameter(subject, clear);
+    eachSubjectParameter([&subject](const Field&, auto member) {
+        if constexpr (std::is_same_v<decltype(member), std::string SubjectParameter::*>) subject.*member = {};
+    });
     return subject;
 }
 
