@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/CellBlock.h"
+#include "desk/kit/ControlVisitor.h"
 #include "desk/kit/FieldResult.h"
 #include "desk/kit/Menu.h"
 
@@ -28,11 +29,15 @@ struct Control {
     virtual ~Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
+
+    virtual void accept(ControlVisitor& visitor) = 0;
 };
 
 /// A container that is shown or hidden as a whole. Its layout makes it.
 struct Panel : Control {
     Panel(Worksheet& owner, const char* controlName) : Control(owner, controlName, "", "") {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 struct Label : Control {
@@ -41,6 +46,8 @@ struct Label : Control {
 
     Label(Worksheet& owner, const char* controlName, std::string caption = "", std::string tip = "")
         : Control(owner, controlName, std::move(caption), std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// A box of text. One without a rule shows a result: its text can be copied, not changed.
@@ -62,6 +69,8 @@ struct TextBox : Control {
 
     TextBox(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 
     bool isResult() const { return !left && !edited; }
 };
@@ -89,6 +98,8 @@ struct Button : Control {
            int radioGroup = 0)
         : Control(owner, controlName, std::move(caption), std::move(tip)), kind(buttonKind),
           group(radioGroup) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 struct PushButton : Button {
@@ -115,11 +126,18 @@ struct Choice : Control {
 
     Choice(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    /// Choosing what is chosen already counts as well.
+    virtual bool countsAgain() const { return false; }
 };
 
 /// The same with all texts in sight. A click on the one chosen already counts as well.
 struct ListBox : Choice {
     using Choice::Choice;
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    bool countsAgain() const override { return true; }
 };
 
 /// A bar from 0 to 100: how far a search has come, or a share. Its text stands in it, if there is one.
@@ -128,6 +146,8 @@ struct Meter : Control {
 
     Meter(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// A sample of a colour, whose name is its text.
@@ -136,6 +156,8 @@ struct Swatch : Control {
 
     Swatch(Worksheet& owner, const char* controlName, std::string caption)
         : Control(owner, controlName, std::move(caption), "") {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// A number that is chosen by dragging.
@@ -146,6 +168,8 @@ struct Slider : Control {
 
     Slider(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// A picture. Its text says what it shows, for those who do not see it.
@@ -159,6 +183,8 @@ struct PictureArea : Control {
 
     PictureArea(Worksheet& owner, const char* controlName, std::string description, std::string tip)
         : Control(owner, controlName, std::move(description), std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 
     /// Takes what draws the picture; none leaves it empty. It runs whenever the picture is shown or its room
     /// changes, so it owns the values that it draws and shows no boxes.
@@ -205,6 +231,8 @@ struct Table : Control {
 
     Table(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// Text of several lines. Each change counts at once.
@@ -213,6 +241,8 @@ struct Memo : Control {
 
     Memo(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 /// Running text with words to click on, marked up as \H heading \h, \B bold \b, \J jump \j.
@@ -221,6 +251,8 @@ struct Hypertext : Control {
 
     Hypertext(Worksheet& owner, const char* controlName, std::string tip)
         : Control(owner, controlName, "", std::move(tip)) {}
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
 } // namespace metrisk

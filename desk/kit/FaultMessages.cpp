@@ -50,7 +50,7 @@ std::string describe(const RuntimeFault& fault) {
     return routine;
 }
 
-void tellFault(Interaction& ui, const RuntimeFault& fault) {
+void tellFault(Talk& ui, const RuntimeFault& fault) {
     if (const Message* message = messageOf(fault)) tell(ui, *message);
 }
 

@@ -19,6 +19,6 @@ const Message* messageOf(const RuntimeFault& fault);
 std::string describe(const RuntimeFault& fault);
 
 /// Shows that message, if there is one.
-void tellFault(Interaction& ui, const RuntimeFault& fault);
+void tellFault(Talk& ui, const RuntimeFault& fault);
 
 } // namespace metrisk

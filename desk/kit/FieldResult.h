@@ -14,7 +14,7 @@ struct FieldResult {
 };
 
 /// Tells why the entry is refused; the box shows the text until it is left again.
-inline FieldResult refuseEntry(Interaction& ui, const Message& message, std::string shown) {
+inline FieldResult refuseEntry(Talk& ui, const Message& message, std::string shown) {
     tell(ui, message);
     return {true, std::move(shown)};
 }

@@ -6,7 +6,7 @@
 
 namespace metrisk {
 
-bool mayReplace(Interaction& ui, const std::string& path, std::string_view title) {
+bool mayReplace(Talk& ui, const std::string& path, std::string_view title) {
     std::error_code none;
     if (!std::filesystem::exists(path, none)) return true;
     const std::string text = path + " already exists.\nDo you want to replace it?";

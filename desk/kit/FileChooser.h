@@ -26,10 +26,10 @@ class FileChooser {
     virtual std::optional<std::string> chooseToSave(const FileRequest& request) = 0;
 };
 
-class Interaction;
+class Talk;
 
 /// The dialog has asked about the name that was chosen; the one that it becomes may exist as well. True if
 /// it may be written.
-bool mayReplace(Interaction& ui, const std::string& path, std::string_view title);
+bool mayReplace(Talk& ui, const std::string& path, std::string_view title);
 
 } // namespace metrisk

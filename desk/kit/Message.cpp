@@ -4,11 +4,11 @@
 
 namespace metrisk {
 
-void tell(Interaction& ui, const Message& message) {
+void tell(Talk& ui, const Message& message) {
     ui.show({.text = std::string(message.text), .title = std::string(message.title), .icon = message.icon});
 }
 
-Answer ask(Interaction& ui, const Question& question) {
+Answer ask(Talk& ui, const Question& question) {
     return ui.show({.text = std::string(question.text),
                     .title = std::string(question.title),
                     .icon = BoxIcon::Question,

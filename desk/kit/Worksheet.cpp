@@ -87,7 +87,7 @@ void Worksheet::resize(PictureArea& picture, double width, double height) {
 }
 
 void Worksheet::choose(Choice& choice, int index) {
-    const bool again = index == choice.index && !dynamic_cast<const ListBox*>(&choice);
+    const bool again = index == choice.index && !choice.countsAgain();
     if (choice.chosen && !again) choice.chosen(index);
     refresh();
 }

@@ -150,7 +150,7 @@ class DialogTest final : public QObject {
             ScreenBinder binder(window, *screen);
             QCOMPARE(binder.unpaired(), QStringList());
             QVERIFY2(QFile::exists(QString(":/help/%1.html").arg(screen->helpPage)), screen->helpPage);
-            for (const Control* control : screen->controls())
+            for (Control* control : screen->controls())
                 if (takesEntry(*control))
                     QVERIFY2(!whatsThis(*screen, *control).isEmpty(),
                              qPrintable(QString(screen->name) + "." + control->name));

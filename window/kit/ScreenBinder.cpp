@@ -23,23 +23,36 @@
 
 namespace metrisk {
 
+class ScreenBinder::Binding final : public ControlVisitor {
+  public:
+    explicit Binding(ScreenBinder& binder) : binder_(binder) {}
+
+    void visit(Panel&) override {} // nothing to use
+    void visit(Label&) override {}
+    void visit(Meter&) override {}
+    void visit(Swatch&) override {}
+    void visit(TextBox& box) override { binder_.bind(box); }
+    void visit(Button& button) override { binder_.bind(button); }
+    void visit(Choice& choice) override { binder_.bind(choice); }
+    void visit(ListBox& list) override { binder_.bind(list); }
+    void visit(Slider& slider) override { binder_.bind(slider); }
+    void visit(PictureArea& picture) override { binder_.bind(picture); }
+    void visit(Table& table) override { binder_.bind(table); }
+    void visit(Memo& memo) override { binder_.bind(memo); }
+    void visit(Hypertext& text) override { binder_.bind(text); }
+
+  private:
+    ScreenBinder& binder_;
+};
+
 ScreenBinder::ScreenBinder(QWidget& window, Worksheet& model)
     : QObject(&window), window_(window), model_(model) {
     for (QWidget* widget : window.findChildren<QWidget*>())
         if (!widget->objectName().isEmpty()) widgets_.insert(widget->objectName(), widget);
+    Binding binding(*this);
     for (Control* control : model.controls()) {
         if (!widgets_.contains(control->name)) continue;
-        if (auto* box = dynamic_cast<TextBox*>(control)) bind(*box);
-        if (auto* button = dynamic_cast<Button*>(control)) bind(*button);
-        if (auto* list = dynamic_cast<ListBox*>(control))
-            bind(*list);
-        else if (auto* choice = dynamic_cast<Choice*>(control))
-            bind(*choice);
-        if (auto* slider = dynamic_cast<Slider*>(control)) bind(*slider);
-        if (auto* text = dynamic_cast<Hypertext*>(control)) bind(*text);
-        if (auto* table = dynamic_cast<Table*>(control)) bind(*table);
-        if (auto* picture = dynamic_cast<PictureArea*>(control)) bind(*picture);
-        if (auto* memo = dynamic_cast<Memo*>(control)) bind(*memo);
+        control->accept(binding);
     }
     setTabOrder();
     repaint();
@@ -222,7 +235,7 @@ void ScreenBinder::flush() {
 
 void ScreenBinder::show() {
     showing_ = true;
-    for (const Control* control : model_.controls())
+    for (Control* control : model_.controls())
         if (QWidget* widget = widgets_.value(control->name)) show(*control, *widget);
     showing_ = false;
     showMenus();
@@ -233,7 +246,7 @@ void ScreenBinder::show() {
     emit shown();
 }
 
-void ScreenBinder::show(const Control& control, QWidget& widget) {
+void ScreenBinder::show(Control& control, QWidget& widget) {
     // A box that is being typed into keeps its text.
     const auto* box = qobject_cast<const EntryBox*>(&widget);
     if (box && box->hasFocus() && box->isModified()) return;

@@ -74,6 +74,8 @@ class ScreenBinder final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    class Binding;
+
     void bind(TextBox& box);
     void bind(Button& button);
     void bind(Choice& choice);
@@ -98,7 +100,7 @@ class ScreenBinder final : public QObject {
     /// Runs a rule of the worksheet and shows what has become of it.
     void act(const std::function<void()>& rule);
     void show();
-    void show(const Control& control, QWidget& widget);
+    void show(Control& control, QWidget& widget);
     bool leave(TextBox& box, EntryBox& widget);
     void stayIn(TextBox& box, EntryBox& widget);
 

@@ -147,36 +147,43 @@ void showPicture(const PictureArea& picture, PictureWidget& widget) {
     widget.setPaint(picture.paint());
 }
 
+class Shower final : public ControlVisitor {
+  public:
+    explicit Shower(QWidget& widget) : widget_(widget) {}
+
+    void visit(Panel&) override {}
+    void visit(Label& label) override { showLabel(label, as<QLabel>()); }
+    void visit(TextBox& box) override {
+        showBox(box, as<EntryBox>());
+        mark = box.mark;
+    }
+    void visit(Button& button) override { showButton(button, as<QAbstractButton>()); }
+    void visit(Choice& choice) override { showChoice(choice, as<QComboBox>()); }
+    void visit(ListBox& list) override { showList(list, as<QListWidget>()); }
+    void visit(Meter& meter) override { showMeter(meter, as<QProgressBar>()); }
+    void visit(Swatch& swatch) override { showSwatch(swatch, widget_); }
+    void visit(Slider& slider) override { showSlider(slider, as<QSlider>()); }
+    void visit(PictureArea& picture) override { showPicture(picture, as<PictureWidget>()); }
+    void visit(Table& table) override { as<CellTable>().show(table); }
+    void visit(Memo& memo) override { showMemo(memo, as<QPlainTextEdit>()); }
+    void visit(Hypertext& text) override { showHypertext(text, as<QTextBrowser>()); }
+
+    std::string_view mark{}; // what a marked box says instead of its tool tip
+
+  private:
+    template <class Widget>
+    Widget& as() {
+        return static_cast<Widget&>(widget_);
+    }
+    QWidget& widget_;
+};
+
 } // namespace
 
-void showControl(const Control& control, QWidget& widget) {
-    if (const auto* box = dynamic_cast<const TextBox*>(&control))
-        showBox(*box, static_cast<EntryBox&>(widget));
-    else if (const auto* label = dynamic_cast<const Label*>(&control))
-        showLabel(*label, static_cast<QLabel&>(widget));
-    else if (const auto* button = dynamic_cast<const Button*>(&control))
-        showButton(*button, static_cast<QAbstractButton&>(widget));
-    else if (const auto* list = dynamic_cast<const ListBox*>(&control))
-        showList(*list, static_cast<QListWidget&>(widget));
-    else if (const auto* choice = dynamic_cast<const Choice*>(&control))
-        showChoice(*choice, static_cast<QComboBox&>(widget));
-    else if (const auto* meter = dynamic_cast<const Meter*>(&control))
-        showMeter(*meter, static_cast<QProgressBar&>(widget));
-    else if (const auto* swatch = dynamic_cast<const Swatch*>(&control))
-        showSwatch(*swatch, widget);
-    else if (const auto* slider = dynamic_cast<const Slider*>(&control))
-        showSlider(*slider, static_cast<QSlider&>(widget));
-    else if (const auto* table = dynamic_cast<const Table*>(&control))
-        static_cast<CellTable&>(widget).show(*table);
-    else if (const auto* text = dynamic_cast<const Hypertext*>(&control))
-        showHypertext(*text, static_cast<QTextBrowser&>(widget));
-    else if (const auto* picture = dynamic_cast<const PictureArea*>(&control))
-        showPicture(*picture, static_cast<PictureWidget&>(widget));
-    else if (const auto* memo = dynamic_cast<const Memo*>(&control))
-        showMemo(*memo, static_cast<QPlainTextEdit&>(widget));
-
-    const auto* marked = dynamic_cast<const TextBox*>(&control);
-    const std::string& said = marked && !marked->mark.empty() ? marked->mark : control.toolTip;
+void showControl(Control& control, QWidget& widget) {
+    Shower shower(widget);
+    control.accept(shower);
+    const std::string_view said = shower.mark.empty() ? control.toolTip : shower.mark;
     if (const QString tip = qt(said); widget.accessibleDescription() != tip) setTip(widget, tip);
     if (widget.isHidden() == control.visible) widget.setVisible(control.visible);
     if (widget.testAttribute(Qt::WA_ForceDisabled) == control.enabled) widget.setEnabled(control.enabled);

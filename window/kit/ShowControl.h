@@ -8,6 +8,6 @@ namespace metrisk {
 struct Control;
 
 /// Touches what differs and nothing else: each touch costs a layout or a repaint.
-void showControl(const Control& control, QWidget& widget);
+void showControl(Control& control, QWidget& widget);
 
 } // namespace metrisk

@@ -19,15 +19,34 @@ QHash<QString, QString> readTexts() {
     return texts;
 }
 
+class EntryFinder final : public ControlVisitor {
+  public:
+    bool found = false;
+
+    void visit(TextBox& box) override { found = !box.isResult(); }
+    void visit(Choice& choice) override { found = bool(choice.chosen); }
+    void visit(ListBox& list) override { found = bool(list.chosen); }
+    void visit(Memo&) override { found = true; }
+    void visit(Panel&) override {}
+    void visit(Label&) override {}
+    void visit(Button&) override {}
+    void visit(Meter&) override {}
+    void visit(Swatch&) override {}
+    void visit(Slider&) override {}
+    void visit(PictureArea&) override {}
+    void visit(Table&) override {}
+    void visit(Hypertext&) override {}
+};
+
 } // namespace
 
-bool takesEntry(const Control& control) {
-    if (const auto* box = dynamic_cast<const TextBox*>(&control)) return !box->isResult();
-    if (const auto* choice = dynamic_cast<const Choice*>(&control)) return bool(choice->chosen);
-    return dynamic_cast<const Memo*>(&control) != nullptr;
+bool takesEntry(Control& control) {
+    EntryFinder finder;
+    control.accept(finder);
+    return finder.found;
 }
 
-QString whatsThis(const Worksheet& screen, const Control& control) {
+QString whatsThis(const Worksheet& screen, Control& control) {
     static const QHash<QString, QString> texts = readTexts();
     if (!takesEntry(control)) return {};
     const QString before = QString(screen.name) + '.';

@@ -9,10 +9,10 @@ struct Control;
 class Worksheet;
 
 /// The user enters or chooses something there.
-bool takesEntry(const Control& control);
+bool takesEntry(Control& control);
 
 /// The text for a control that takes an entry: its own, that of its array, or that of its screen's others;
 /// empty for any other control.
-QString whatsThis(const Worksheet& screen, const Control& control);
+QString whatsThis(const Worksheet& screen, Control& control);
 
 } // namespace metrisk

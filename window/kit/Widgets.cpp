@@ -68,23 +68,33 @@ QWidget* makeHypertext() {
     return browser;
 }
 
-QWidget* make(const Control& control) {
-    if (const auto* button = dynamic_cast<const Button*>(&control)) return makeButton(*button);
-    if (dynamic_cast<const Label*>(&control)) {
-        auto* label = new QLabel(caption(control.text));
-        label->setTextFormat(Qt::PlainText);
-        return label;
+class Maker final : public ControlVisitor {
+  public:
+    QWidget* made = nullptr;
+
+    void visit(Panel&) override { made = new QWidget; } // layouts make theirs themselves
+    void visit(Label& label) override {
+        auto* plain = new QLabel(caption(label.text));
+        plain->setTextFormat(Qt::PlainText);
+        made = plain;
     }
-    if (dynamic_cast<const TextBox*>(&control)) return new EntryBox;
-    if (dynamic_cast<const ListBox*>(&control)) return new QListWidget;
-    if (dynamic_cast<const Choice*>(&control)) return new QComboBox;
-    if (dynamic_cast<const Meter*>(&control)) return makeMeter();
-    if (dynamic_cast<const Swatch*>(&control)) return makeSwatch();
-    if (dynamic_cast<const Slider*>(&control)) return makeSlider();
-    if (dynamic_cast<const PictureArea*>(&control)) return new PictureWidget;
-    if (dynamic_cast<const Memo*>(&control)) return makeMemo();
-    if (const auto* table = dynamic_cast<const Table*>(&control)) return new CellTable(*table);
-    return makeHypertext();
+    void visit(TextBox&) override { made = new EntryBox; }
+    void visit(Button& button) override { made = makeButton(button); }
+    void visit(Choice&) override { made = new QComboBox; }
+    void visit(ListBox&) override { made = new QListWidget; }
+    void visit(Meter&) override { made = makeMeter(); }
+    void visit(Swatch&) override { made = makeSwatch(); }
+    void visit(Slider&) override { made = makeSlider(); }
+    void visit(PictureArea&) override { made = new PictureWidget; }
+    void visit(Table& table) override { made = new CellTable(table); }
+    void visit(Memo&) override { made = makeMemo(); }
+    void visit(Hypertext&) override { made = makeHypertext(); }
+};
+
+QWidget* make(Control& control) {
+    Maker maker;
+    control.accept(maker);
+    return maker.made;
 }
 
 void widen(QWidget* widget, int characters) {
@@ -119,7 +129,7 @@ void setTip(QWidget& widget, const QString& text) {
 }
 
 QWidget* WidgetMaker::operator()(const char* control) const {
-    const Control* found = model_.find(control);
+    Control* found = model_.find(control);
     if (!found) {
         QStringList known;
         for (const Control* each : model_.controls()) known += each->name;
