@@ -11,13 +11,13 @@ constexpr const char* solvingText = "Solving for the coverage factor...";
 
 } // namespace
 
-CoveragePatience::CoveragePatience(Interaction& ui, double degFreedom) {
+CoveragePatience::CoveragePatience(Talk& ui, double degFreedom) {
     if (!(degFreedom > slowDegFreedom && degFreedom < infiniteDegFreedom)) return;
     wait_.emplace(ui);
     status_.emplace(ui, solvingText);
 }
 
-double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui) {
+double SolveCoverageFactor(double pctConfidence, double degFreedom, Talk& ui) {
     const CoveragePatience patience(ui, degFreedom);
     return CoverageFactor(pctConfidence, degFreedom);
 }

@@ -1,7 +1,7 @@
 // What a user sees while a coverage factor takes its time.
 #pragma once
 
-#include "desk/kit/Interaction.h"
+#include "desk/kit/Talk.h"
 
 #include <optional>
 
@@ -10,7 +10,7 @@ namespace metrisk {
 /// A word in the status line and the wait pointer, for the life of the object, where Student's t takes long.
 class CoveragePatience {
   public:
-    CoveragePatience(Interaction& ui, double degFreedom);
+    CoveragePatience(Talk& ui, double degFreedom);
 
   private:
     std::optional<WaitPointer> wait_;
@@ -18,6 +18,6 @@ class CoveragePatience {
 };
 
 /// CoverageFactor with patience. Raises RuntimeFault on a numeric fault.
-double SolveCoverageFactor(double pctConfidence, double degFreedom, Interaction& ui);
+double SolveCoverageFactor(double pctConfidence, double degFreedom, Talk& ui);
 
 } // namespace metrisk

@@ -25,7 +25,7 @@ constexpr Message missing{
 constexpr Message couldNotCreate{"Could not create database", "Metrisk"};
 
 /// In the words of the engine.
-void tellFault(Interaction& ui, const UnitsError& fault) {
+void tellFault(Talk& ui, const UnitsError& fault) {
     ui.show({.text = fault.what(), .title = "Units Database Error", .icon = BoxIcon::Exclamation});
 }
 

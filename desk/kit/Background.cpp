@@ -4,8 +4,7 @@
 
 namespace metrisk {
 
-Background::Background(Interaction& ui)
-    : ui_(ui), thread_([this](const std::stop_token& end) { work(end); }) {}
+Background::Background(Talk& ui) : ui_(ui), thread_([this](const std::stop_token& end) { work(end); }) {}
 
 Background::~Background() {
     stop();

@@ -1,7 +1,7 @@
 // A computation beside the screens: the newest request counts, its result comes back into their thread.
 #pragma once
 
-#include "desk/kit/Interaction.h"
+#include "desk/kit/Talk.h"
 
 #include <condition_variable>
 #include <functional>
@@ -21,7 +21,7 @@ class Background {
     /// is dropped. It must not throw.
     using Job = std::function<Delivery(const std::stop_token& stop)>;
 
-    explicit Background(Interaction& ui);
+    explicit Background(Talk& ui);
     ~Background();
     Background(const Background&) = delete;
     Background& operator=(const Background&) = delete;
@@ -36,7 +36,7 @@ class Background {
   private:
     void work(const std::stop_token& end);
 
-    Interaction& ui_;
+    Talk& ui_;
     unsigned requests_ = 0;
     std::shared_ptr<unsigned> awaited_ = std::make_shared<unsigned>(0); // the request, 0 if there is none
 

@@ -34,7 +34,7 @@ bool hasEntries(const Analysis& r) {
 }
 
 /// Figures in other nominal units would be taken for something else.
-bool agreeOnUnits(Interaction& ui, const Analysis& r, const Exchange& data) {
+bool agreeOnUnits(Talk& ui, const Analysis& r, const Exchange& data) {
     if (r.NominalUnits.empty() || data.NominalUnits.empty() || r.NominalUnits == data.NominalUnits)
         return true;
     return ask(ui, {"The nominal units of ErrorLedger (" + data.NominalUnits +

@@ -183,7 +183,7 @@ class SocketCarrier::Server {
     std::vector<Connection> connections_;
 };
 
-SocketCarrier::SocketCarrier(Interaction& ui, fs::path folder) : ui_(ui), folder_(std::move(folder)) {}
+SocketCarrier::SocketCarrier(Talk& ui, fs::path folder) : ui_(ui), folder_(std::move(folder)) {}
 
 SocketCarrier::~SocketCarrier() {
     if (!isListening()) return;

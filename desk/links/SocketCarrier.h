@@ -10,7 +10,7 @@
 
 namespace metrisk {
 
-class Interaction;
+class Talk;
 
 /// A topic is a socket of that name ("ERLED2.DDE_Form") in a folder that only the user can enter. One program
 /// of a user's listens; whoever connects must be the same user. Lines that are too long, too slow or no pokes
@@ -21,7 +21,7 @@ class SocketCarrier final : public Carrier {
     static constexpr int slowestLine = 5000;         // milliseconds
 
     /// Pokes come in by Interaction::post.
-    SocketCarrier(Interaction& ui, std::filesystem::path folder);
+    SocketCarrier(Talk& ui, std::filesystem::path folder);
     ~SocketCarrier() override;
     SocketCarrier(const SocketCarrier&) = delete;
     SocketCarrier& operator=(const SocketCarrier&) = delete;
@@ -33,7 +33,7 @@ class SocketCarrier final : public Carrier {
   private:
     class Server;
 
-    Interaction& ui_;
+    Talk& ui_;
     std::filesystem::path folder_;
     int lock_ = -1;
     int listener_ = -1;

@@ -51,7 +51,7 @@ std::string SymbolFontName() {
     return found ? std::string("Symbol") : std::string();
 }
 
-void warnOfMissingSymbols(Interaction& ui) {
+void warnOfMissingSymbols(Talk& ui) {
     if (!SymbolFontName().empty() || hasSymbols(QFont())) return;
     for (const QString& family : QFontDatabase::families())
         if (hasSymbols(QFont(family))) return;

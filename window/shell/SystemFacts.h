@@ -7,7 +7,7 @@
 
 namespace metrisk {
 
-class Interaction;
+class Talk;
 
 Regional systemRegional();
 
@@ -21,6 +21,6 @@ std::string dataFolder();
 std::string SymbolFontName();
 
 /// Warns if there is no Symbol font and no installed font has infinity, sigma and plus-minus either.
-void warnOfMissingSymbols(Interaction& ui);
+void warnOfMissingSymbols(Talk& ui);
 
 } // namespace metrisk
