@@ -6,6 +6,8 @@
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Readers.h"
+#include "cli/RuleOptions.h"
+#include "risk/decision/Judge.h"
 #include "risk/decision/OffCentre.h"
 #include "risk/decision/Refused.h"
 #include "risk/decision/ShownFigures.h"
@@ -18,86 +20,63 @@ namespace metrisk::cli {
 namespace {
 
 constexpr std::size_t largestReadings = std::size_t{1} << 28; // bytes
-constexpr const char* uniformText =
-    "The subject is taken to be 100 % in tolerance; a reading cannot change that.";
-constexpr const char* passedOutsideText = "The reading lies outside the limits; it passes by the population.";
-
-struct Options : DecisionOptions {
+struct Options : DecisionOptions, RuleOptions {
     std::optional<double> reading{};
     std::string readings{};
-    DecisionRule rule{};
-    bool prior = false;
     std::optional<double> mean{};
     std::optional<double> sigma{};
 };
 
-/// What all readings of a run are judged by.
-struct Judge {
-    const DecisionBasis& basis;
-    std::optional<DecisionPrior> prior{};
-    std::optional<Interval> levelLimits{}; // of a conformance rule; none where nothing can pass
-
-    const SubjectBias* population() const { return prior ? &prior->subject : nullptr; }
-    const DecisionPrior* named() const { return prior ? &*prior : nullptr; }
-};
-
-std::string priorName(const DecisionRun& run, const Options& options, const SubjectBias& prior) {
-    if (!options.mean)
-        return "population of " + GeneralText(run.basis()->subject.pctInTol, {}, 6) + " % in tolerance";
-    return "normal process about " + run.texts().reading(prior.mode) + " with a sigma of " +
-           run.texts().width(prior.sigma);
+Result<DecisionPrior> priorOf(const DecisionRun& run, const Options& options) {
+    const DecisionBasis& basis = *run.basis();
+    if (!options.mean) return populationPrior(basis);
+    const auto process = offCentreProcess(basis, {.mean = *options.mean, .sigma = options.sigma});
+    if (!process) return process.refusal();
+    return DecisionPrior{*process, "normal process about " + run.texts().reading(process->mode) +
+                                       " with a sigma of " + run.texts().width(process->sigma)};
 }
 
 std::optional<Judge> judgeOf(DecisionRun& run, const Options& options) {
-    Judge judge{*run.basis()};
-    if (const auto refusal = refusedRule(options.rule)) {
-        run.refuse(*refusal);
-        return std::nullopt;
-    }
-    if (options.prior) {
-        const auto prior =
-            options.mean ? offCentreProcess(judge.basis, {.mean = *options.mean, .sigma = options.sigma})
-                         : judge.basis.fit;
-        if (!prior) {
-            run.refuse(prior.refusal());
+    std::optional<DecisionPrior> prior;
+    const auto refusal = refusedRule(options.rule);
+    if (options.prior && !refusal) {
+        const auto found = priorOf(run, options);
+        if (!found) {
+            run.refuse(found.refusal());
             return std::nullopt;
         }
-        judge.prior = DecisionPrior{*prior, priorName(run, options, *prior)};
-        if (prior->distribution == Distribution::Uniform) run.note(uniformText);
+        prior = *found;
     }
-    if (options.rule.kind == RuleKind::Conformance) {
-        const auto limits = conformanceLimits(judge.basis, options.rule.value, judge.population());
-        if (limits)
-            judge.levelLimits = *limits;
-        else
-            run.note(limits.refusal().text);
-    } else if (const auto limits = limitsOf(options.rule, judge.basis); !limits) {
-        run.refuse(limits.refusal());
+    const auto judge = Judge::of(*run.basis(), options.rule, std::move(prior), run.texts());
+    if (!judge) {
+        run.refuse(judge.refusal());
         return std::nullopt;
-    } else if (limits->nothingPasses()) {
-        run.note("No reading can pass: the acceptance limits have crossed.");
     }
-    return judge;
+    for (const std::string& note : judge->notes()) run.note(note);
+    return *judge;
 }
 
-std::optional<Interval> acceptanceOf(const Judge& judge, const Decision& decision) {
-    return decision.limits ? std::optional(decision.limits->acceptance) : judge.levelLimits;
+/// Crossed limits, too: a program may want to see by how much.
+std::optional<Interval> acceptanceOf(const Judgement& judgement) {
+    const auto& limits = judgement.decision.limits;
+    return limits ? std::optional(limits->acceptance) : judgement.acceptance;
 }
 
 Json asJson(const DecisionRun& run, const Options& options, const Judge& judge, double reading,
-            const Decision& decision, const std::string& sentence) {
-    const DecisionBasis& basis = judge.basis;
+            const Judgement& judgement) {
+    const DecisionBasis& basis = judge.basis();
+    const Decision& decision = judgement.decision;
     Json object = run.result();
     object["Reading"] = reading;
     object["Rule"] = textOf(options.rule);
     object["Outcomes"] = options.rule.outcomeCount();
-    object["Prior"] = judge.prior.has_value();
+    object["Prior"] = judge.hasPrior();
     putUncertainty(object, basis);
     object["WithProcessErrors"] = basis.withProcess;
     object["ConformanceProbability"] = decision.conformance.conforming;
     object["NonconformanceProbability"] = decision.conformance.nonconforming;
     object["GuardBand"] = decision.limits ? Json(decision.limits->width) : Json();
-    const auto acceptance = acceptanceOf(judge, decision);
+    const auto acceptance = acceptanceOf(judgement);
     object["AcceptLower"] = acceptance ? limitJson(basis, acceptance->lower) : Json();
     object["AcceptUpper"] = acceptance ? limitJson(basis, acceptance->upper) : Json();
     if (decision.limits && decision.limits->rejection) {
@@ -107,61 +86,52 @@ Json asJson(const DecisionRun& run, const Options& options, const Judge& judge, 
     object["Verdict"] = textOf(decision.verdict);
     object["SpecificFalseAccept"] = decision.specificFalseAccept();
     object["SpecificFalseReject"] = decision.specificFalseReject();
-    object["Sentence"] = sentence;
+    object["Sentence"] = judgement.sentence;
     return object;
 }
 
 std::string asTable(const DecisionRun& run, const Options& options, const Judge& judge, double reading,
-                    const Decision& decision, const std::string& sentence) {
-    const DecisionTexts texts = run.texts();
+                    const Judgement& judgement) {
+    const DecisionTexts& texts = judge.texts();
+    const Decision& decision = judgement.decision;
     const Conformance& c = decision.conformance;
-    const auto acceptance = acceptanceOf(judge, decision);
     std::string table = tableRow("Reading", forResults(texts.reading(reading)));
     table += tableRow("Rule", textOf(options.rule));
     table += tableRow("Verdict", std::string(textOf(decision.verdict)));
-    table += tableRow("Probability of conformance", shownConformance(decision, options.rule, judge.named()));
+    table += tableRow("Probability of conformance", judgement.conformance);
     if (c.conforming > 0.9999 && c.nonconforming > 0)
         table += tableRow("Of nonconformance", shownPercent({c.nonconforming, c.conforming}));
-    if (acceptance && acceptance->lower <= acceptance->upper)
-        table += tableRow("Acceptance limits", run.limitsCell(*acceptance));
+    if (judgement.acceptance) table += tableRow("Acceptance limits", run.limitsCell(*judgement.acceptance));
     if (decision.limits && decision.limits->rejection)
         table += tableRow("Fails unless", run.limitsCell(*decision.limits->rejection));
     table += tableRow(
         "Standard uncertainty",
-        forResults(texts.width(judge.basis.sigma)) +
-            (judge.basis.withProcess ? ", with process errors" : ", of the measuring parameter alone"));
-    return table + "  " + forResults(sentence) + "\n\n";
+        forResults(texts.width(judge.basis().sigma)) +
+            (judge.basis().withProcess ? ", with process errors" : ", of the measuring parameter alone"));
+    return table + "  " + forResults(judgement.sentence) + "\n\n";
 }
 
 /// One of many readings.
-std::string asLine(const DecisionRun& run, const Options& options, const Judge& judge, double reading,
-                   const Decision& decision) {
+std::string asLine(const Judge& judge, double reading, const Judgement& judgement) {
     const auto column = [](std::string text, std::size_t width) {
         const std::size_t size = countCharacters(text);
         return text + std::string(size < width ? width - size : 1, ' ');
     };
-    return "  " + column(forResults(run.texts().reading(reading)), 24) +
-           column(std::string(textOf(decision.verdict)), 18) +
-           shownConformance(decision, options.rule, judge.named()) + "\n";
+    return "  " + column(forResults(judge.texts().reading(reading)), 24) +
+           column(std::string(textOf(judgement.decision.verdict)), 18) + judgement.conformance + "\n";
 }
 
 /// The output of one reading.
 std::string judged(DecisionRun& run, const Options& options, const Judge& judge, double reading) {
-    const auto decision = decide(judge.basis, reading, options.rule, judge.population());
-    if (!decision) {
-        run.refuse(decision.refusal());
+    const auto judgement = judge.judge(reading);
+    if (!judgement) {
+        run.refuse(judgement.refusal());
         return options.json ? jsonLine(run.result()) : "";
     }
-    const Interval tolerance = judge.basis.tolerance();
-    const bool outside = decision->deviation < tolerance.lower || decision->deviation > tolerance.upper;
-    if (judge.prior && outside && options.rule.kind == RuleKind::Conformance && passes(decision->verdict) &&
-        options.readings.empty())
-        run.note(passedOutsideText);
-    if (!options.json && !options.readings.empty()) return asLine(run, options, judge, reading, *decision);
-    const std::string sentence = decisionSentence(judge.basis, reading, options.rule, *decision,
-                                                  acceptanceOf(judge, *decision), judge.named(), run.texts());
-    return options.json ? jsonLine(asJson(run, options, judge, reading, *decision, sentence))
-                        : asTable(run, options, judge, reading, *decision, sentence);
+    if (!judgement->note.empty() && options.readings.empty()) run.note(judgement->note);
+    if (options.json) return jsonLine(asJson(run, options, judge, reading, *judgement));
+    return options.readings.empty() ? asTable(run, options, judge, reading, *judgement)
+                                    : asLine(judge, reading, *judgement);
 }
 
 /// One a line; lines of blanks alone are passed over.
@@ -203,8 +173,7 @@ int decideAll(const Options& options) {
 std::string faultOf(const Options& options) {
     if (options.sigma && !options.mean) return "--sigma goes with --mean";
     if (options.mean && !options.prior) return "--mean goes with --prior";
-    if (options.rule.reject && options.rule.kind != RuleKind::Guard)
-        return "--reject goes with a rule of guard=";
+    if (const std::string fault = options.fault(); !fault.empty()) return fault;
     if (options.file == standardStream && options.readings == standardStream)
         return "only one of the file and the readings can come from the standard input";
     return {};
@@ -216,42 +185,13 @@ void addDecide(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command =
         program.command("decide", "Judge readings by a decision rule, with the probability of conformance");
-    options->addTo(command);
+    options->DecisionOptions::addTo(command);
     const Argument one = command.number("--reading", options->reading, "Measured value, in nominal units");
     const Argument many = command.text("--readings", options->readings, "Readings, one a line").isPath();
     one.shownAs("VALUE");
     many.shownAs("FILE");
     command.alternatives({one, many}, true);
-    command
-        .read(
-            "--rule",
-            [options](const std::string& text) -> std::string {
-                const auto rule = decisionRuleOf(text);
-                if (!rule)
-                    return "\"" + text +
-                           "\" is none of simple, umax=X, ratio=N, guard=R, w=U, iso14253, rss, m6, "
-                           "analysis, pc=L";
-                options->rule.kind = rule->kind;
-                options->rule.value = rule->value;
-                return "";
-            },
-            "simple (otherwise), umax=X, ratio=N, guard=R (w=U is guard=1), iso14253, rss, m6, analysis, "
-            "pc=L (0.95 or 95%)")
-        .shownAs("RULE");
-    command
-        .read(
-            "--outcomes",
-            [options](const std::string& text) -> std::string {
-                if (text != "2" && text != "3" && text != "4") return "must be 2, 3 or 4";
-                options->rule.outcomes = text[0] - '0';
-                return "";
-            },
-            "2 pass or fail, 3 with undecided, 4 with conditional verdicts; otherwise that of the rule")
-        .shownAs("COUNT");
-    command
-        .number("--reject", options->rule.reject, "Of guard=R: multiple of U beyond the limits for rejection")
-        .shownAs("R");
-    command.flag("--prior", options->prior, "With the population of the % in-tolerance as prior");
+    options->RuleOptions::addTo(command);
     command.number("--mean", options->mean, "With --prior: mean of a process that is off centre")
         .shownAs("VALUE");
     command.number("--sigma", options->sigma, "With --mean: sigma of that process").shownAs("VALUE");

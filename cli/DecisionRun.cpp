@@ -1,15 +1,12 @@
 #include "cli/DecisionRun.h"
 
 #include "base/DisplayRule.h"
-#include "base/NumberFormat.h"
-#include "base/Picture.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "desk/kit/Message.h"
 #include "record/ToleranceUnits.h"
-#include "risk/evaluate/Evaluate.h"
+#include "risk/decision/RecordDecision.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace metrisk::cli {
@@ -20,14 +17,9 @@ constexpr const char* noFigureText = "These entries lead to no figure.";
 constexpr const char* notComputedTitle = "Not Computed";
 
 Result<DecisionBasis> basisOf(const AnalysisRun& run, const DecisionOptions& options) {
-    const auto entries = entriesOf(run.record, run.session.regional);
-    if (!entries) return entries.refusal();
-    auto found = decisionBasis(*entries);
+    const auto found = decisionBasis(run.record, run.session.regional, options.coverage);
     if (!found) return found;
     DecisionBasis basis = *found;
-    const auto factor = coverageFactor(options.coverage, basis.degFreedom);
-    if (!factor) return factor.refusal();
-    basis.coverage = *factor;
     if (options.convention) basis.convention = *options.convention;
     return basis;
 }
@@ -91,30 +83,7 @@ int DecisionRun::finish(const Json& object, const std::string& table) const {
 }
 
 DecisionTexts DecisionRun::texts() const {
-    const Analysis& r = run_.record;
-    const Regional& regional = run_.session.regional;
-    const ToleranceUnits measuring = measuringUnits(r);
-    const bool nominal = measuring.isPpm() || measuring.name.empty();
-    const double factor = nominal ? 1 : measuring.factor;
-    const std::string widthUnits = nominal ? r.NominalUnits : std::string(measuring.name);
-    const int shown = std::max({PictureDecimals(r.SU_Mode_fmt), PictureDecimals(r.SU_UpperOffset_fmt),
-                                PictureDecimals(r.SU_LowerOffset_fmt)});
-    const int decimals = decimalsOfLimits(shown, basis_ ? basis_->expanded() : 0);
-    const std::string units = r.NominalUnits;
-    return {.reading = [=](double reading) { return withUnits(GeneralText(reading, regional), units); },
-            .width =
-                [=](double width) {
-                    const double value = width * factor;
-                    return withUnits(
-                        FormatNumber(value, PictureForDecimals(decimalsOfWidth(std::fabs(value))), regional),
-                        widthUnits);
-                },
-            .limit =
-                [=](double limit, bool upper) {
-                    return FormatNumber(inwards(limit, decimals, upper), PictureForDecimals(decimals),
-                                        regional);
-                },
-            .unit = units};
+    return decisionTexts(run_.record, run_.session.regional, basis_ ? basis_->expanded() : 0);
 }
 
 std::string DecisionRun::limitCell(double deviation, bool upper) const {
