@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
+#include "cli/RuleOptions.h"
 #include "desk/mainscreen/DataGate.h"
 #include "desk/reports/ReportFiles.h"
 #include "files/CairoPress.h"
@@ -24,6 +25,9 @@ struct Options {
     std::optional<std::string> organization;
     std::string paper = "a4";
     std::string settings;
+    RuleOptions rule;
+    std::optional<double> reading{};
+    CoverageChoice coverage{};
 
     bool holds(const char* section) const {
         return std::find(sections.begin(), sections.end(), section) != sections.end();
@@ -34,11 +38,20 @@ struct Options {
         selection.Report_IncludePlots = holds("plots");
         selection.Report_IncludeUncertainty = holds("uncertainty");
         selection.Report_IncludeErrorPlot = holds("error");
+        selection.Report_IncludeDecision = holds("decision");
+        if (reading) selection.Report_Decision = {*reading, rule.rule, rule.prior, coverage};
         selection.Report_FontName = font;
         return selection;
     }
     PageSetup page() const { return equalCaseBlind(paper, "a4") ? PageSetup::a4() : PageSetup{}; }
 };
+
+/// What is wrong with options that are each right.
+std::string faultOf(const Options& options) {
+    if (options.holds("decision") && !options.reading) return "the section decision needs a --reading";
+    if (!options.holds("decision") && options.reading) return "--reading goes with the section decision";
+    return options.rule.fault();
+}
 
 std::optional<std::string> compose(AnalysisRun& run, const std::string& target, const Options& options) {
     if (options.organization) {
@@ -75,11 +88,15 @@ void addReport(const Arguments& program, Command& chosen) {
         .oneOf({"pdf", "doc", "htm"});
     command
         .texts("--sections", options->sections,
-               "Any of risk (the default), plots, uncertainty, error, with commas between")
+               "Any of risk (the default), plots, uncertainty, error, decision, with commas between")
         .shownAs("LIST")
         .separatedBy(',')
         .oneEach()
-        .oneOf({"risk", "plots", "uncertainty", "error"});
+        .oneOf({"risk", "plots", "uncertainty", "error", "decision"});
+    command.number("--reading", options->reading, "Of the section decision: measured value, in nominal units")
+        .shownAs("VALUE");
+    options->rule.addTo(command);
+    addCoverageOption(command, options->coverage);
     command.text("--font", options->font, "Font family of the texts").shownAs("NAME");
     command.text("--organization", options->organization, "Organization at the head of the report")
         .shownAs("NAME");
@@ -87,10 +104,15 @@ void addReport(const Arguments& program, Command& chosen) {
         .shownAs("SIZE")
         .oneOfAnyCase({"a4", "letter"});
     addSettingsOption(command, options->settings);
-    command.examples({"report torque-wrench-50nm.mrk -o report.pdf",
-                      "report --sections risk,plots thermometer-process-uncertainty.mrk -o report.htm",
-                      "report --out-dir . --format doc *.mrk"});
-    command.then([options, &chosen] { chosen = [options] { return reportAll(*options); }; });
+    command.examples(
+        {"report torque-wrench-50nm.mrk -o report.pdf",
+         "report --sections risk,plots thermometer-process-uncertainty.mrk -o report.htm",
+         "report --sections decision --reading 10.00035 --rule w=U multimeter-dc-volts.mrk -o reading.pdf",
+         "report --out-dir . --format doc *.mrk"});
+    command.then([options, &chosen] {
+        if (const std::string fault = faultOf(*options); !fault.empty()) throw WrongUsage(fault);
+        chosen = [options] { return reportAll(*options); };
+    });
 }
 
 } // namespace metrisk::cli

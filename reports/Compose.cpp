@@ -29,7 +29,8 @@ ReportSelection ReportSelection::settled() const {
         selection.Report_IncludeRisk = true;
         selection.Report_IncludeUncertainty = false;
     } else if (Report_Origin == reportOrigin::uncertainty) {
-        selection.Report_IncludeRisk = selection.Report_IncludePlots = false;
+        selection.Report_IncludeRisk = selection.Report_IncludePlots = selection.Report_IncludeDecision =
+            false;
         selection.Report_IncludeUncertainty = true;
     }
     if (selection.Report_FontName.empty()) selection.Report_FontName = "Arial";
@@ -88,6 +89,7 @@ bool compose(Composition& composition) {
         {selection.Report_IncludePlots, ComposeParameterPlots},
         {selection.Report_IncludeUncertainty, ComposeUncertaintyReport},
         {selection.Report_IncludeErrorPlot, ComposeErrorPlot},
+        {selection.Report_IncludeDecision, ComposeDecision},
     };
     document.FontName = selection.Report_FontName; // before StartDoc: a file may name it at its head
     document.StartDoc();

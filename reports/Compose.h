@@ -45,11 +45,14 @@ struct Composition {
     void measuringUnitLine();
 };
 
-/// Each appends its section. A numeric fault raises RuntimeFault. False if a plot has no fit.
+/// Each appends its section. A numeric fault raises RuntimeFault. False if a plot has no fit, or a section
+/// nothing to say.
 bool ComposeRiskReport(Composition& composition);
 bool ComposeParameterPlots(Composition& composition);
 bool ComposeUncertaintyReport(Composition& composition);
 bool ComposeErrorPlot(Composition& composition);
+/// Refused, which is told, without a reading.
+bool ComposeDecision(Composition& composition);
 
 /// Where a report comes from, in small print at its end: program, convention, date, fingerprint of the
 /// inputs.

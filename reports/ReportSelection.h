@@ -1,6 +1,9 @@
 // What a report is to hold, as the print dialog keeps it while the program runs.
 #pragma once
 
+#include "risk/decision/Judge.h"
+
+#include <optional>
 #include <string>
 
 namespace metrisk {
@@ -17,6 +20,7 @@ struct ReportSelection {
     bool Report_IncludePlots = false;
     bool Report_IncludeUncertainty = false;
     bool Report_IncludeErrorPlot = false;
+    bool Report_IncludeDecision = false;
     bool Report_Preview = false;
     std::string Report_Origin = reportOrigin::printDialog;
     std::string Report_FontName = "Arial";
@@ -25,12 +29,13 @@ struct ReportSelection {
     float Report_ErrorZoom = 100;
     double Report_LeftMargin = 1; // inches
     double Report_TopMargin = 1;
+    std::optional<DecisionRequest> Report_Decision{}; // the reading that is decided on
 
     /// With the sections that its origin asks for.
     ReportSelection settled() const;
     bool empty() const {
         return !(Report_IncludeRisk || Report_IncludePlots || Report_IncludeUncertainty ||
-                 Report_IncludeErrorPlot);
+                 Report_IncludeErrorPlot || Report_IncludeDecision);
     }
 };
 

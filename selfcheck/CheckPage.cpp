@@ -57,13 +57,13 @@ CheckHeading checkHeading(std::string_view data, const Moment& now, const Region
 
 bool allPassed(const std::vector<CheckedFigure>& figures) {
     return !figures.empty() && std::ranges::none_of(figures, [](const CheckedFigure& each) {
-        return each.verdict == Verdict::Diff;
+        return each.verdict == CheckVerdict::Diff;
     });
 }
 
 std::string checkSummary(const std::vector<CheckedFigure>& figures) {
     std::string summary;
-    for (const Verdict verdict : {Verdict::Pass, Verdict::Note, Verdict::Diff}) {
+    for (const CheckVerdict verdict : {CheckVerdict::Pass, CheckVerdict::Note, CheckVerdict::Diff}) {
         const auto count = std::ranges::count(figures, verdict, &CheckedFigure::verdict);
         summary += (summary.empty() ? "" : ", ") + std::to_string(count) + " " + wordOf(verdict);
     }

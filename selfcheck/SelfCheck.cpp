@@ -217,7 +217,7 @@ double printedTo(const std::string& printed) {
     return 0.5 * std::pow(10, point == printed.npos ? 0 : -static_cast<double>(printed.size() - point - 1));
 }
 
-Verdict judge(const CheckedFigure& checked) {
+CheckVerdict judge(const CheckedFigure& checked) {
     const double printed = number(checked.printed);
     constexpr double roundingSlack = 1 + 1e-9;
     const auto within = [&](double width) {
@@ -228,8 +228,8 @@ Verdict judge(const CheckedFigure& checked) {
     };
     // Figures printed with all digits of a double are good to their last place or so.
     const double rounding = std::max(printedTo(checked.printed), 1e-15 * std::fabs(printed));
-    if (within(rounding)) return Verdict::Pass;
-    return within(checked.tolerance) ? Verdict::Note : Verdict::Diff;
+    if (within(rounding)) return CheckVerdict::Pass;
+    return within(checked.tolerance) ? CheckVerdict::Note : CheckVerdict::Diff;
 }
 
 CheckedFigure checkLine(std::string_view line) {
@@ -261,11 +261,11 @@ CheckedFigure checkLine(std::string_view line) {
 
 } // namespace
 
-const char* wordOf(Verdict verdict) {
+const char* wordOf(CheckVerdict verdict) {
     switch (verdict) {
-    case Verdict::Pass: return "PASS";
-    case Verdict::Note: return "NOTE";
-    case Verdict::Diff: break;
+    case CheckVerdict::Pass: return "PASS";
+    case CheckVerdict::Note: return "NOTE";
+    case CheckVerdict::Diff: break;
     }
     return "DIFF";
 }

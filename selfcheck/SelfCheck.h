@@ -8,12 +8,12 @@
 
 namespace metrisk {
 
-enum class Verdict {
+enum class CheckVerdict {
     Pass, // rounds to the figure as printed
     Note, // within what the source itself is good to
     Diff
 };
-const char* wordOf(Verdict verdict);
+const char* wordOf(CheckVerdict verdict);
 
 /// One published figure in the units of its source.
 struct CheckedFigure {
@@ -24,7 +24,7 @@ struct CheckedFigure {
     double tolerance = 0;
     std::optional<double> computed; // as the program publishes it
     std::optional<double> exact;    // by exact integration, for risks
-    Verdict verdict = Verdict::Diff;
+    CheckVerdict verdict = CheckVerdict::Diff;
 };
 
 /// The data that the program carries: lines of tab-separated fields, as they tell themselves.

@@ -22,7 +22,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
         std::vector<Table::Cell> row;
         for (const std::string& text : {each.name, each.figure, each.printed, number(each.computed),
                                         number(each.exact), std::string(wordOf(each.verdict)), each.source})
-            row.push_back({.text = text, .marked = each.verdict == Verdict::Diff, .locked = true});
+            row.push_back({.text = text, .marked = each.verdict == CheckVerdict::Diff, .locked = true});
         tbl_Figures.rows.push_back(std::move(row));
     }
     cmd_Close.closes = Way::Ok;

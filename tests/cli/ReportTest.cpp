@@ -22,6 +22,22 @@ TEST_F(Cli, ReportsGoToOneFileOrToAFolder) {
     EXPECT_TRUE(one.starts_with("%PDF"));
 }
 
+TEST_F(Cli, ReportsTheDecisionOnAReading) {
+    const Result result =
+        run("report ex/multimeter-dc-volts.mrk -o d.htm --sections risk,decision --reading 10.00035 "
+            "--rule guard=0.5 --outcomes 4 --k 95%");
+    EXPECT_EQ(result.status, 0) << result.err;
+    const std::string page = fileContent(folder / "d.htm");
+    for (const char* part : {"Risk Analysis Report", "10.00035", "four outcomes", "k = 1.96", "SHA-256"})
+        EXPECT_NE(page.find(part), std::string::npos) << part;
+    EXPECT_EQ(
+        run("report ex/multimeter-dc-volts.mrk -o e.htm --sections decision --reading 1 --rule guard=-1 "
+            "--outcomes 3")
+            .status,
+        1);
+    EXPECT_FALSE(fs::exists(folder / "e.htm"));
+}
+
 TEST_F(Cli, ReportRefusesWhatItCannotWrite) {
     write("bad.mrk", "no analysis");
     write("empty.mrk", fileContent(folder / "ex/gauge-block-25mm.mrk").substr(0, 200));
@@ -36,6 +52,8 @@ TEST_F(Cli, ReportRefusesWhatItCannotWrite) {
         {"report ex/gauge-block-25mm.mrk ./ex/gauge-block-25mm.mrk --out-dir .", 2, "would be written twice"},
         {"report ex/gauge-block-25mm.mrk -o g.pdf --sections risk,none", 2, "none"},
         {"report ex/gauge-block-25mm.mrk -o missing/g.pdf", 1, "cannot be written"},
+        {"report ex/gauge-block-25mm.mrk -o g.pdf --sections decision", 2, "needs a --reading"},
+        {"report ex/gauge-block-25mm.mrk -o g.pdf --reading 25", 2, "goes with the section"},
         {"report bad.mrk -o g.pdf", 3, "bad.mrk"},
         {"report empty.mrk -o g.pdf", 3, "empty.mrk"},
     };

@@ -213,6 +213,36 @@ TEST(Report, EverySectionInItsOrder) {
                   head + c.header);
 }
 
+TEST(DecisionReport, JudgesTheReadingByThePresentEntries) {
+    Reported volts;
+    ReportSelection selection{.Report_IncludeRisk = false, .Report_IncludeDecision = true};
+    selection.Report_Decision = DecisionRequest{10.45, *decisionRuleOf("w=U"), false, {}};
+    std::string text = operationsOf(volts, selection);
+    // u = 0.125/1.959964, U = 2 u = 0.12755.
+    for (const char* part : {
+             "Reading:|10.45 V;",
+             "Tolerance Limits:|9.5000 V to 10.5000 V;",
+             "Acceptance Limits:|9.6276 V to 10.3724 V;",
+             "Verdict:|Fail;",
+             "Probability of Conformance:|78.35 %;",
+             "Of Nonconformance:|21.65 %;",
+             "Decision rule: guard band w = U = 0.13 V",
+         })
+        EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+
+    volts.record.SU_UpperOffset = 0.75;
+    volts.record.SU_UpperLimit = 10.75;
+    text = operationsOf(volts, selection);
+    EXPECT_NE(text.find("Verdict:|Pass;"), std::string::npos) << text;
+}
+
+TEST(DecisionReport, IsRefusedWithoutAReading) {
+    Reported volts;
+    volts.ui.expectBox("Decision", "There is no reading to decide on.");
+    RecordedReport document;
+    EXPECT_FALSE(ComposeReport(volts.session, {.Report_IncludeDecision = true}, document, true));
+}
+
 TEST(Report, PlotsWithoutDataAreLeftOutAndTold) {
     Reported empty(
         Entry{.upperOffset = 0, .lowerOffset = 0, .pctInTol = 0, .mteOffset = 0, .mtePctInTol = 0});

@@ -12,8 +12,9 @@ TEST(SelfCheck, EveryPublishedFigureIsMet) {
     const auto figures = selfCheck(publishedFigures());
     EXPECT_GT(figures.size(), 150u);
     for (const CheckedFigure& each : figures)
-        EXPECT_NE(each.verdict, Verdict::Diff) << each.name << " " << each.figure << " printed "
-                                               << each.printed << " computed " << each.computed.value_or(-1);
+        EXPECT_NE(each.verdict, CheckVerdict::Diff)
+            << each.name << " " << each.figure << " printed " << each.printed << " computed "
+            << each.computed.value_or(-1);
     EXPECT_TRUE(allPassed(figures));
 }
 
@@ -21,19 +22,19 @@ TEST(SelfCheck, ABrokenFigureTurnsItRed) {
     const std::string good =
         "risk\tcase\tFR\t0.015\t0.0005\tside=two pct=95.4499736103642 u=0.125 lower=1.0 upper=1.0 "
         "lowerMult=1.0 upperMult=1.0\tsource\n";
-    ASSERT_EQ(selfCheck(good).at(0).verdict, Verdict::Pass);
+    ASSERT_EQ(selfCheck(good).at(0).verdict, CheckVerdict::Pass);
     const auto with = [&](const std::string& from, const std::string& to) {
         std::string changed = good;
         changed.replace(changed.find(from), from.size(), to);
         return selfCheck(changed).at(0).verdict;
     };
-    EXPECT_EQ(with("0.015", "0.016"), Verdict::Diff);
-    EXPECT_EQ(with("0.015", "0.0151\t"), Verdict::Diff) << "a line of another form";
-    EXPECT_EQ(with("0.015", "0.0152"), Verdict::Note);
-    EXPECT_EQ(with("u=0.125", "u=0.13"), Verdict::Diff);
-    EXPECT_EQ(with("FR", "XX"), Verdict::Diff) << "a figure that the program does not know";
-    EXPECT_EQ(with("u=0.125 ", ""), Verdict::Diff);
-    EXPECT_EQ(with("pct=95", "pct=195"), Verdict::Diff);
+    EXPECT_EQ(with("0.015", "0.016"), CheckVerdict::Diff);
+    EXPECT_EQ(with("0.015", "0.0151\t"), CheckVerdict::Diff) << "a line of another form";
+    EXPECT_EQ(with("0.015", "0.0152"), CheckVerdict::Note);
+    EXPECT_EQ(with("u=0.125", "u=0.13"), CheckVerdict::Diff);
+    EXPECT_EQ(with("FR", "XX"), CheckVerdict::Diff) << "a figure that the program does not know";
+    EXPECT_EQ(with("u=0.125 ", ""), CheckVerdict::Diff);
+    EXPECT_EQ(with("pct=95", "pct=195"), CheckVerdict::Diff);
     EXPECT_FALSE(allPassed(selfCheck("")));
 }
 
