@@ -1,5 +1,5 @@
 // Takes the pictures of the documentation: every screen with an example in it, into a folder as PNG.
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 
 #include "desk/compute/ComputingScreen.h"
 #include "links/AppsList.h"

@@ -1,6 +1,6 @@
 // Entering an analysis on the main screen.
 #include "desk/shell/Toolbar.h"
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,9 +1,9 @@
-#include "tests/screens/support/EveryScreen.h"
+#include "tests/window/support/EveryScreen.h"
 
 #include "desk/kit/ScreenEntry.h"
 #include "desk/mainscreen/MainScreen.h"
 #include "desk/reports/PreviewScreen.h"
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 
 namespace metrisk::testing {
 

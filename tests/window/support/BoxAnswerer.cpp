@@ -1,4 +1,4 @@
-#include "tests/screens/support/BoxAnswerer.h"
+#include "tests/window/support/BoxAnswerer.h"
 
 #include <QAbstractButton>
 #include <QApplication>

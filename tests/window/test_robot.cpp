@@ -1,8 +1,8 @@
 // A robot that clicks and types on whatever can be reached, answers every window at random, and must
 // neither crash nor hang the program nor bring a figure into the record that is none.
 // METRISK_ROBOT_SEED and METRISK_ROBOT_STEPS repeat or lengthen a run.
-#include "tests/screens/support/Desk.h"
-#include "tests/screens/support/FiniteRecord.h"
+#include "tests/window/support/Desk.h"
+#include "tests/window/support/FiniteRecord.h"
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/PictureWidget.h"

@@ -1,5 +1,5 @@
 // What the window does when the desktop, the system or an action ends unforeseen.
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 #include "window/shell/Application.h"
 #include "window/shell/UnsavedWork.h"
 

@@ -1,5 +1,5 @@
 // Tables of cells as widgets, on the sample worksheet and the list of correlations.
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 #include "window/kit/CellTable.h"
 
 #include <QAction>

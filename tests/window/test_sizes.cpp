@@ -1,6 +1,6 @@
 // Screens on small desktops: the program's desktop and font are those that CMakeLists.txt runs this with.
-#include "tests/screens/support/Desk.h"
-#include "tests/screens/support/EveryScreen.h"
+#include "tests/window/support/Desk.h"
+#include "tests/window/support/EveryScreen.h"
 #include "window/kit/ContentArea.h"
 #include "window/kit/DesktopFit.h"
 #include "window/kit/Widgets.h"

@@ -3,8 +3,8 @@
 
 #include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
-#include "tests/screens/support/BoxAnswerer.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/window/support/BoxAnswerer.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"
 #include "window/shell/HelpDesk.h"

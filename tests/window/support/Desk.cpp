@@ -1,4 +1,4 @@
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 
 #include "desk/files/ClearAnalysis.h"
 

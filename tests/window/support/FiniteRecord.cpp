@@ -1,4 +1,4 @@
-#include "tests/screens/support/FiniteRecord.h"
+#include "tests/window/support/FiniteRecord.h"
 
 #include "record/AnalysisFields.h"
 

@@ -1,5 +1,5 @@
 // The file commands and the way out, with the file dialogs that users see.
-#include "tests/screens/support/Desk.h"
+#include "tests/window/support/Desk.h"
 #include "units/database/UnitsDatabase.h"
 #include "window/kit/QtLauncher.h"
 #include "window/kit/Widgets.h"
