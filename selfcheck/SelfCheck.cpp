@@ -11,28 +11,17 @@
 #include "risk/RiskModel.h"
 #include "risk/SubjectFit.h"
 #include "risk/exact/ExactRisks.h"
+#include "selfcheck/DecisionChecks.h"
 #include "uncertainty/ProcessTotals.h"
 #include "uncertainty/Samples.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <map>
 #include <stdexcept>
 
 namespace metrisk {
 
 namespace {
-
-using Fields = std::map<std::string, std::string, std::less<>>;
-
-struct Computed {
-    double figure;
-    std::optional<double> exact{};
-};
-
-/// A line says something that this program does not know.
-struct Unknown {};
 
 std::vector<std::string> split(std::string_view text, char mark) {
     std::vector<std::string> parts;
@@ -42,19 +31,6 @@ std::vector<std::string> split(std::string_view text, char mark) {
         if (at == text.npos) return parts;
         text.remove_prefix(at + 1);
     }
-}
-
-double number(std::string_view text) {
-    double value = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (fault != std::errc() || end != text.data() + text.size()) throw Unknown{};
-    return value;
-}
-
-double field(const Fields& inputs, std::string_view name) {
-    const auto found = inputs.find(name);
-    if (found == inputs.end()) throw Unknown{};
-    return number(found->second);
 }
 
 /// The subject parameter of a case about mode 0, fitted as the program fits it.
@@ -208,6 +184,7 @@ Computed compute(const std::string& group, const std::string& figure, const Fiel
     if (group == "normal")
         return {inputs.contains("low") ? Normal(field(inputs, "high")) - Normal(field(inputs, "low"))
                                        : Normal(number(figure))};
+    if (const auto computed = decisionCase(group, figure, inputs)) return *computed;
     throw Unknown{};
 }
 
