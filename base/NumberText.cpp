@@ -211,7 +211,7 @@ int digitsBehindPeriod(std::string_view cleaned) {
 } // namespace
 
 std::string CleanNumberText(std::string_view text, const Regional& regional) {
-    if (text.size() > longestNumberText) return {};
+    if (text.empty() || text.size() > longestNumberText) return {}; // most cells of an analysis are empty
     const std::string plainText = withoutDecoration(text);
     std::string_view rest = trimmed(plainText);
     for (;;) {
@@ -238,7 +238,7 @@ double ParseValue(std::string_view text, const Regional& regional) {
 }
 
 bool isNumeric(std::string_view text, const Regional& regional) {
-    if (text.size() > longestNumberText) return false;
+    if (text.empty() || text.size() > longestNumberText) return false;
     const std::string plain = withoutDecoration(text);
     const std::string_view core = trimmed(plain);
     const ScannedNumber number = Scanner(core, regional).scan();

@@ -42,6 +42,8 @@ std::string negativeSign(const Regional& regional) {
 }
 
 std::size_t blankAt(std::string_view text) {
+    const unsigned char first = text.empty() ? '0' : static_cast<unsigned char>(text.front());
+    if (first > ' ' && first < 0x80) return 0;
     return oneOfAt(text, blanks);
 }
 

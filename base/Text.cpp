@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace metrisk {
 namespace {
@@ -30,6 +31,16 @@ std::size_t sequenceAt(std::string_view text, std::size_t i) {
     const bool surrogate = lead == 0xED && second > 0x9F;
     const bool beyond = lead == 0xF4 && second > 0x8F;
     return overlong || surrogate || beyond ? 0 : length;
+}
+
+/// How many bytes from the start on are ASCII, in whole words: nearly every text is no more.
+std::size_t asciiStart(std::string_view text) {
+    std::size_t i = 0;
+    for (std::uint64_t word; i + sizeof word <= text.size(); i += sizeof word) {
+        std::memcpy(&word, text.data() + i, sizeof word);
+        if (word & 0x8080808080808080U) break;
+    }
+    return i;
 }
 
 void appendUtf8(std::string& text, unsigned code) {
@@ -85,7 +96,7 @@ std::string withoutQuotes(std::string text) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    for (std::size_t i = 0; i < text.size();) {
+    for (std::size_t i = asciiStart(text); i < text.size();) {
         const std::size_t length = sequenceAt(text, i);
         if (length == 0) return false;
         i += length;

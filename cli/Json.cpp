@@ -3,14 +3,35 @@
 #include "cli/Steering.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace metrisk::cli {
 
 namespace {
 
-std::string leafText(const auto& leaf) {
-    return nlohmann::json(leaf).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+/// Printable ASCII, which no rule of terminals or of JSON concerns but for two characters.
+bool isPlain(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+void appendText(std::string& line, const std::string& text) {
+    if (isPlain(text) && text.find_first_of("\"\\") == text.npos)
+        line.append(1, '"').append(text).append(1, '"');
+    else
+        line += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+/// The fewest digits that tell it, by the library's own printer.
+void appendNumber(std::string& line, double number) {
+    if (!std::isfinite(number)) {
+        line += "null";
+        return;
+    }
+    std::array<char, 64> digits;
+    line.append(digits.data(),
+                nlohmann::detail::to_chars(digits.data(), digits.data() + digits.size(), number));
 }
 
 void append(std::string& text, const Json& json) {
@@ -25,14 +46,16 @@ void append(std::string& text, const Json& json) {
     } else if (const auto* members = std::get_if<Json::Object>(&json.value())) {
         text += '{';
         for (const auto& [key, value] : *members) {
-            text += std::exchange(separator, ",") + leafText(key) + ":";
+            text += std::exchange(separator, ",");
+            appendText(text, key);
+            text += ':';
             append(text, value);
         }
         text += '}';
     } else if (const auto* word = std::get_if<std::string>(&json.value())) {
-        text += leafText(*word);
+        appendText(text, *word);
     } else if (const auto* number = std::get_if<double>(&json.value())) {
-        text += leafText(*number);
+        appendNumber(text, *number);
     } else if (const auto* whole = std::get_if<std::int64_t>(&json.value())) {
         text += std::to_string(*whole);
     } else if (const auto* flag = std::get_if<bool>(&json.value())) {
@@ -92,7 +115,9 @@ Output refusal(const std::string& name, const std::string& text, int status, boo
 
 std::string jsonLine(const Json& object) {
     std::string text;
+    text.reserve(4096); // of most results
     append(text, object);
+    if (isPlain(text)) return text += '\n';
     // What JSON lets through and terminals obey.
     std::string line;
     for (std::size_t i = 0; i < text.size();) {

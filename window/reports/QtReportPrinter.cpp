@@ -1,8 +1,8 @@
 #include "window/reports/QtReportPrinter.h"
 
 #include "window/kit/DialogOver.h"
-#include "window/kit/Widgets.h"
 #include "window/kit/PainterSurface.h"
+#include "window/kit/Widgets.h"
 
 #include <QFontDatabase>
 #include <QImage>
