@@ -208,10 +208,24 @@ int digitsBehindPeriod(std::string_view cleaned) {
     return static_cast<int>(end - behind.begin());
 }
 
+/// Digits with at most one period behind a sign: every mark is what it is for a user of the period, and
+/// nothing is to be cleaned. Files hold nothing else.
+bool isPlainNumber(std::string_view text, const Regional& regional) {
+    if (regional.DecimalSymbol != ".") return false;
+    if (!text.empty() && (text[0] == '-' || text[0] == '+')) text.remove_prefix(1);
+    int digits = 0, periods = 0;
+    for (const char c : text) {
+        digits += isDigit(c);
+        periods += c == '.';
+    }
+    return digits > 0 && periods <= 1 && digits + periods == static_cast<int>(text.size());
+}
+
 } // namespace
 
 std::string CleanNumberText(std::string_view text, const Regional& regional) {
     if (text.empty() || text.size() > longestNumberText) return {}; // most cells of an analysis are empty
+    if (isPlainNumber(text, regional)) return std::string(text);
     const std::string plainText = withoutDecoration(text);
     std::string_view rest = trimmed(plainText);
     for (;;) {
@@ -239,6 +253,7 @@ double ParseValue(std::string_view text, const Regional& regional) {
 
 bool isNumeric(std::string_view text, const Regional& regional) {
     if (text.empty() || text.size() > longestNumberText) return false;
+    if (isPlainNumber(text, regional)) return true;
     const std::string plain = withoutDecoration(text);
     const std::string_view core = trimmed(plain);
     const ScannedNumber number = Scanner(core, regional).scan();

@@ -21,7 +21,8 @@ void BatchTargets::addTo(const Arguments& command, const std::string& name) {
         .excludes(one);
     addForceOption(command, force);
     command.flag("--json", json, "Print one JSON object per file, each on one line");
-    command.count("--threads", threads, "Threads to use; 0, the default, means one a core").shownAs("N");
+    command.count("--threads", threads, "Threads to use; 0, the default, means one a core and at least eight")
+        .shownAs("N");
 }
 
 std::string BatchTargets::wrong() const {
@@ -70,7 +71,8 @@ int BatchTargets::run(const char* command, Workplace& workplace, const Job& job)
         return finish(refusal("", std::string(command) + ": " + what, wrongUsage, json));
     Outlet outlet(files.size());
     runOrdered(
-        files.size(), threads, [&](std::size_t i) { return write(workplace, files[i], target(i), job); },
+        files.size(), threadsFor(threads, true),
+        [&](std::size_t i) { return write(workplace, files[i], target(i), job); },
         [&](const Output& output) { outlet.put(output); });
     return outlet.status();
 }

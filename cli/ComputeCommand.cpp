@@ -209,7 +209,7 @@ int computeAll(const Options& options) {
     Workplace workplace(options.settings);
     Outlet outlet(options.files.size());
     runOrdered(
-        options.files.size(), options.threads,
+        options.files.size(), threadsFor(options.threads, options.save),
         [&](std::size_t i) -> Output {
             const std::string& file = options.files[i];
             try {
@@ -235,7 +235,9 @@ void addCompute(const Arguments& program, Command& chosen) {
     command.flag("--no-verify", options->noVerify, "Leave out the second figures");
     addCoverageOption(command, options->coverage);
     addSettingsOption(command, options->settings);
-    command.count("--threads", options->threads, "Threads to use; 0, the default, means one a core")
+    command
+        .count("--threads", options->threads,
+               "Threads to use; 0, the default, means one a core, with --save at least eight")
         .shownAs("N");
     command.examples(
         {"compute torque-wrench-50nm.mrk", "compute --json *.mrk", "compute --save gauge-block-25mm.mrk"});

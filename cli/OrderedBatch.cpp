@@ -52,6 +52,11 @@ class Emitter {
 
 } // namespace
 
+unsigned threadsFor(unsigned asked, bool writing) {
+    if (asked > 0) return asked;
+    return std::max({1u, std::thread::hardware_concurrency(), writing ? writingThreads : 0});
+}
+
 void runOrdered(std::size_t items, unsigned threads, const std::function<Output(std::size_t)>& job,
                 const std::function<void(const Output&)>& put) {
     Emitter emitter(put);
@@ -59,7 +64,7 @@ void runOrdered(std::size_t items, unsigned threads, const std::function<Output(
     const auto work = [&] {
         for (std::size_t item; (item = nextItem++) < items;) emitter.take(item, job(item));
     };
-    if (threads == 0) threads = std::max(1u, std::thread::hardware_concurrency());
+    threads = threadsFor(threads, false);
     threads = static_cast<unsigned>(std::min<std::size_t>(threads, items));
     {
         std::vector<std::jthread> workers;
