@@ -56,6 +56,16 @@ inline constexpr TextSetting defaultFont{section, "DefCurrentFont", "Arial", 60}
 inline constexpr TextSetting delimiter{section, "Delimiter", "Tab", 60};
 } // namespace reportSettings
 
+/// The rule that readings are judged by, as the command line writes it.
+namespace readingSettings {
+inline constexpr std::string_view section = "Reading";
+inline constexpr TextSetting rule{section, "Rule", "simple", 60};
+inline constexpr TextSetting reject{section, "Reject", "", 60};
+inline constexpr TextSetting outcomes{section, "Outcomes", "", 5};
+inline constexpr TextSetting prior{section, "Prior", "No", 5};
+inline constexpr TextSetting coverage{section, "Coverage", "", 60};
+} // namespace readingSettings
+
 /// Names of the process error rows 1 to 8. Those of the sample rows 1 and 7 are fixed captions; the key
 /// of another row is the name that stands where nothing is stored.
 inline constexpr std::string_view errorSourceNames[] = {

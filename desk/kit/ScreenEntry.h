@@ -14,6 +14,7 @@ namespace metrisk {
 class FileChooser;
 class PlotDesk;
 class ReportDesk;
+struct ReadingHistory;
 struct Session;
 
 /// What screens are made from beside the session; null where a program has none of it.
@@ -22,6 +23,7 @@ struct DeskParts {
     FileChooser* files = nullptr;
     ReportDesk* reports = nullptr;
     PlotDesk* plots = nullptr;
+    ReadingHistory* readings = nullptr;
     std::function<void()>
         openTolerances{}; // from the uncertainty worksheet: shows the main screen what changed
 };
@@ -46,6 +48,7 @@ inline constexpr std::string_view guardbands = "GuardbandAnalysis";
 inline constexpr std::string_view observed = "ObservedPctWorksheet";
 inline constexpr std::string_view offsets = "OffsetCalc";
 inline constexpr std::string_view ratio = "EqRatio";
+inline constexpr std::string_view reading = "Reading";
 inline constexpr std::string_view reliability[] = {"ReliabilityModelCoefficients.Subject",
                                                    "ReliabilityModelCoefficients.Measuring"};
 inline constexpr std::string_view riskByK = "GuardPlot.KFactor";

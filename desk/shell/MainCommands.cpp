@@ -30,11 +30,13 @@ std::string menuText(std::string text) {
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
     : files(session, screen, chooser), plots(session), reports(session), session_(session),
-      screen_(screen), parts_{session, &chooser, &reports, &plots} {
+      screen_(screen), parts_{session, &chooser, &reports, &plots, &readings} {
     screen.mayExit = [this] {
         return files.ExitAnalysis(
             [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });
     };
+    MenuItem reading = screenItem("mnu_Reading", screens::reading, parts_);
+    reading.shortcut = "Ctrl+R";
     screen.menus = {
         {.control = "FileAnalysis", .caption = "&File", .items = fileItems()},
         editMenu(),
@@ -47,7 +49,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
         {.control = "mnu_BiasRef",
          .caption = "% &In-Tol",
          .items = {followed("mnu_BiasRef_Parameter_0", screens::biasReference[0]),
-                   followed("mnu_BiasRef_Parameter_1", screens::biasReference[1])}},
+                   separated(followed("mnu_BiasRef_Parameter_1", screens::biasReference[1])), reading}},
         {.control = "PlotControl", .caption = "&Plots", .items = plotItems()},
         {.control = "UserOptions", .caption = "&Options", .items = optionItems()},
         {.control = "mnu_ToleranceLimits",

@@ -1,6 +1,7 @@
 // The main screen's menus, and what each of their commands does.
 #pragma once
 
+#include "desk/decision/ReadingHistory.h"
 #include "desk/kit/ScreenEntry.h"
 #include "desk/plots/PlotDesk.h"
 #include "desk/reports/ReportDesk.h"
@@ -27,6 +28,7 @@ class MainCommands {
     FileCommands files;
     PlotDesk plots;
     ReportDesk reports;
+    ReadingHistory readings;
 
   private:
     Session& session_;

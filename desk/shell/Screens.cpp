@@ -1,6 +1,7 @@
 #include "desk/appearance/ColorSchemeScreen.h"
 #include "desk/baseline/BaselineScreen.h"
 #include "desk/compute/ComputingScreen.h"
+#include "desk/decision/ReadingScreen.h"
 #include "desk/guardband/GuardbandScreen.h"
 #include "desk/information/SystemInfoScreen.h"
 #include "desk/kit/ScreenEntry.h"
@@ -89,6 +90,15 @@ Made printDialogOf(const DeskParts& parts) {
     return std::make_unique<PrintDialogScreen>(parts.session, *parts.reports);
 }
 
+Made readingOf(const DeskParts& parts) {
+    auto screen = std::make_unique<ReadingScreen>(parts.session, parts.readings);
+    if (ReportDesk* reports = parts.reports)
+        screen->decided = [reports](const DecisionRequest& request) {
+            reports->selection.Report_Decision = request;
+        };
+    return screen;
+}
+
 Made previewOf(const DeskParts& parts) {
     return std::make_unique<PreviewScreen>(parts.session, ReportSelection{});
 }
@@ -100,6 +110,7 @@ constexpr ScreenEntry table[] = {
     {"Computing", "", Needs::Nothing, ofSession<ComputingScreen>},
     {screens::guardbands, "&Guardband", Needs::Nothing, ofSession<GuardbandScreen>},
     {screens::observed, "&True vs. Observed % In-Tolerance", Needs::Nothing, ofSession<ObservedScreen>},
+    {screens::reading, "Decision on a &Reading", Needs::Nothing, readingOf},
     {screens::reliability[0], "&Subject Parameter", Needs::Nothing, reliabilityOf<0>},
     {screens::reliability[1], "&Measuring Parameter", Needs::Nothing, reliabilityOf<1>},
     {screens::uncertainty, "&Uncertainty", Needs::Nothing, uncertaintyOf},

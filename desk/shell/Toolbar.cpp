@@ -31,7 +31,8 @@ const std::vector<ToolButton>& mainToolbar() {
         {"eqAccRat", "Select Equivalent Accuracy Ratio Key", "EqAccRatOptions"},
         {"trueVsObs", "Compute True vs. Observed % In-tol", "CtrlSURel"},
         {"guardbands", "Establish Guardbands", "CtrlGuardband"},
-        {"uncertainty", "Estimate Process Uncertainty", "mnu_Uncertainty", true},
+        {"uncertainty", "Estimate Process Uncertainty", "mnu_Uncertainty"},
+        {"reading", "Decide on a Reading", "mnu_Reading", true},
         {"ID_SCREEN", "Screen Appearance", "CtrlFormColor"},
         {"spreadsheet", "Spreadsheet", "mnu_Run_Options_1"},
         {"calculator", "Calculator", "mnu_Run_Options_2", true},
@@ -46,7 +47,7 @@ const std::vector<const char*>& toolbarImages() {
         "run",    "import",    "notes",      "reportOpts",   "cut",         "copy",        "paste",
         "delete", "units",     "plotSU",     "plotMTE",      "plotError",   "faRisk",      "eqAccRat",
         "screen", "trueVsObs", "guardbands", "uncertainty",  "help",        "reliability", "biasRef",
-        "undo",   "OK",        "cancel",     "correlations", "spreadsheet", "calculator"};
+        "undo",   "OK",        "cancel",     "correlations", "spreadsheet", "calculator",  "reading"};
     return images;
 }
 

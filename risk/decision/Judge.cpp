@@ -38,9 +38,8 @@ Result<Judge> Judge::of(const DecisionBasis& basis, const DecisionRule& rule,
 }
 
 Result<Judgement> Judge::judge(double reading) const {
-    const SubjectBias* population = prior_ ? &prior_->subject : nullptr;
     const DecisionPrior* named = prior_ ? &*prior_ : nullptr;
-    const auto decision = decide(basis_, reading, rule_, population);
+    const auto decision = decide(basis_, reading, rule_, population());
     if (!decision) return decision.refusal();
     Judgement judgement{*decision, acceptance_, shownConformance(*decision, rule_, named), {}, {}};
     judgement.sentence = decisionSentence(basis_, reading, rule_, *decision, acceptance_, named, texts_);

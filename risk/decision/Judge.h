@@ -31,6 +31,7 @@ class Judge {
     const DecisionRule& rule() const { return rule_; }
     const DecisionTexts& texts() const { return texts_; }
     bool hasPrior() const { return prior_.has_value(); }
+    const SubjectBias* population() const { return prior_ ? &prior_->subject : nullptr; }
     /// The acceptance limits of the rule, whatever is read; none where no reading can pass.
     const std::optional<Interval>& acceptance() const { return acceptance_; }
     /// What holds for every reading: that none can pass, that none changes anything.

@@ -1,5 +1,6 @@
 #include "window/shell/Layouts.h"
 
+#include "window/decision/Layouts.h"
 #include "window/links/Layouts.h"
 #include "window/plots/Layouts.h"
 #include "window/reliability/Layouts.h"
@@ -34,6 +35,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"PrintDialog", layoutPrintDialog},
         {"PrintOpt", layoutReportOptions},
         {"Print_SS", layoutPreview},
+        {"Reading", layoutReading},
         {"ReliabilityModelCoefficients", layoutReliability},
         {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},

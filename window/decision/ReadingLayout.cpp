@@ -1,0 +1,63 @@
+// The screen Reading.
+#include "window/decision/Layouts.h"
+#include "window/kit/Widgets.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace metrisk {
+
+namespace {
+
+constexpr double verdictSize = 2; // of the screen's font
+
+QWidget* large(QWidget* label) {
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * verdictSize);
+    label->setFont(font);
+    return label;
+}
+
+QWidget* running(QWidget* label) {
+    auto* text = static_cast<QLabel*>(label);
+    text->setWordWrap(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+QWidget* layoutReading(const WidgetMaker& w) {
+    QGroupBox* reading = group("Reading", rows({{w("Lbl_Reading"), w("txt_Reading"), w("cbo_Units")},
+                                                {w("Lbl_Coverage"), w("txt_Coverage"), w("chk_Prior")}}));
+    QGroupBox* rule = group(
+        "Rule", rows({{w("Lbl_Rule"), w("cbo_Rule"), w("Lbl_RuleValue"), w.box("txt_RuleValue", 8)},
+                      {w("Lbl_Outcomes"), w("cbo_Outcomes"), w("Lbl_Reject"), w.box("txt_Reject", 8)}}));
+    QWidget* word = down({large(w("Lbl_Verdict")), running(w("Lbl_Why"))});
+    word->setMinimumWidth(200);
+    QWidget* figures = new QWidget;
+    figures->setLayout(rows({{w("Lbl_Conforming"), w("box_Conforming")},
+                             {w("Lbl_Nonconforming"), w("box_Nonconforming")},
+                             {w("Lbl_Tolerance"), w("box_Tolerance")},
+                             {w("Lbl_Acceptance"), w("box_Acceptance")},
+                             {w("Lbl_Uncertainty"), w.box("box_Uncertainty", 34)}}));
+    QWidget* strip = w("pic_Strip");
+    strip->setMinimumSize(300, 110);
+    strip->setMaximumHeight(170);
+    QGroupBox* verdict = group("Verdict", {across({word, figures}), strip, running(w("Lbl_Sentence"))});
+    static_cast<QVBoxLayout*>(verdict->layout())->setStretch(1, 1);
+    QWidget* history = w("tbl_History");
+    history->setAccessibleName("Readings since the start");
+    history->setMinimumSize(300, 70);
+    qobject_cast<QTableView*>(history)->setWordWrap(false);
+    QWidget* content = down({reading, rule, verdict, history,
+                             foot({w("cmd_CopySentence"), w("cmd_CopyHistory"), w("cmd_Close")})});
+    static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 3);
+    static_cast<QVBoxLayout*>(content->layout())->setStretch(3, 1);
+    prefer(content, {760, 620});
+    return content;
+}
+
+} // namespace metrisk
