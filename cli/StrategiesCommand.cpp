@@ -1,6 +1,5 @@
 // metrisk-cli strategies: guardband strategies of an analysis side by side.
 #include "base/DisplayRule.h"
-#include "base/ExactText.h"
 #include "base/NumberFormat.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
@@ -8,9 +7,8 @@
 #include "cli/Figures.h"
 #include "cli/Readers.h"
 #include "risk/decision/Refused.h"
-#include "risk/decision/Strategies.h"
+#include "risk/decision/StrategyTable.h"
 
-#include <cmath>
 #include <memory>
 
 namespace metrisk::cli {
@@ -32,33 +30,12 @@ struct Options : DecisionOptions {
     }
 };
 
-/// A row or why it has no figure.
-struct Row {
-    Strategy strategy;
-    std::optional<StrategyRow> figures{};
-    std::string text{};
-};
-
-std::vector<Row> rowsOf(const DecisionBasis& basis, const Options& options) {
-    const StrategyTargets targets = options.targets();
-    std::vector<Row> rows;
-    for (const Strategy strategy : allStrategies) {
-        if (options.only && strategy != *options.only) continue;
-        if (!options.only && strategy == Strategy::FalseRejectTarget && !targets.falseReject) continue;
-        const auto row = strategyRow(basis, strategy, targets);
-        if (!row) {
-            rows.push_back({strategy, {}, row.refusal().text});
-            continue;
-        }
-        std::string notes;
-        for (const StrategyNote note : row->notes)
-            notes += (notes.empty() ? "" : "; ") + std::string(textOf(note));
-        rows.push_back({strategy, *row, notes});
-    }
-    return rows;
+std::vector<StrategyLine> rowsOf(const DecisionBasis& basis, const Options& options) {
+    if (options.only) return {strategyLine(basis, *options.only, options.targets())};
+    return strategyTable(basis, options.targets());
 }
 
-void put(Json& object, const DecisionBasis& basis, const Row& row) {
+void put(Json& object, const DecisionBasis& basis, const StrategyLine& row) {
     const auto& f = row.figures;
     object["Rule"] = nameOf(row.strategy);
     object["GuardBand"] = f ? Json(f->width) : Json();
@@ -76,7 +53,7 @@ std::string padded(const std::string& text, std::size_t width, bool right = true
     return right ? blanks + text : text + blanks;
 }
 
-std::string asTable(const DecisionRun& run, const std::vector<Row>& rows, const Options& options) {
+std::string asTable(const DecisionRun& run, const std::vector<StrategyLine>& rows, const Options& options) {
     const DecisionBasis& basis = *run.basis();
     const bool producer = basis.convention == Convention::Producer;
     std::string table =
@@ -87,7 +64,7 @@ std::string asTable(const DecisionRun& run, const std::vector<Row>& rows, const 
     table += padded("  rule", 13, false) + padded("w", 14) + padded("x upper", 11) + padded("x lower", 11) +
              padded("lower limit", 18) + padded("upper limit", 18) + padded("FA cond.", 12) +
              padded("FA joint", 12) + padded("FR", 12) + padded("accepted", 12) + "  note\n";
-    for (const Row& row : rows) {
+    for (const StrategyLine& row : rows) {
         table += padded("  " + std::string(nameOf(row.strategy)), 13, false);
         if (!row.figures) {
             table += padded("-", 14) + "  " + row.text + "\n";
@@ -108,41 +85,9 @@ std::string asTable(const DecisionRun& run, const std::vector<Row>& rows, const 
     return table + "\n";
 }
 
-std::string asCsv(const DecisionBasis& basis, const std::vector<Row>& rows) {
-    std::string lines = "Rule,GuardBand,UpperMult,LowerMult,AcceptLower,AcceptUpper,FalseAcceptConsumer,"
-                        "FalseAcceptProducer,FalseReject,Accepted,InTolerance,Note\n";
-    for (const Row& row : rows) {
-        lines += std::string(nameOf(row.strategy));
-        const auto cell = [&](const std::optional<double>& value) {
-            lines += "," + (value && std::isfinite(*value) ? exactText(*value) : "");
-        };
-        const auto figure = [&](double StrategyRow::*member) {
-            cell(row.figures ? std::optional((*row.figures).*member) : std::nullopt);
-        };
-        const auto risk = [&](double GuardedRisks::*member) {
-            cell(row.figures ? std::optional(row.figures->risks.*member) : std::nullopt);
-        };
-        const auto limit = [&](double Interval::*member) {
-            cell(row.figures ? std::optional(basis.subject.mode + row.figures->testLimits.*member)
-                             : std::nullopt);
-        };
-        figure(&StrategyRow::width);
-        cell(row.figures ? row.figures->upperMult : std::nullopt);
-        cell(row.figures ? row.figures->lowerMult : std::nullopt);
-        limit(&Interval::lower);
-        limit(&Interval::upper);
-        for (const auto member :
-             {&GuardedRisks::consumer, &GuardedRisks::producer, &GuardedRisks::falseReject,
-              &GuardedRisks::accepted, &GuardedRisks::inTolerance})
-            risk(member);
-        lines += ",\"" + row.text + "\"\n";
-    }
-    return lines;
-}
-
 int strategies(const Options& options) {
     DecisionRun run(options);
-    std::vector<Row> rows;
+    std::vector<StrategyLine> rows;
     if (const DecisionBasis* basis = run.basis()) {
         if (const auto refusal = refusedTargets(options.targets()))
             run.refuse(*refusal);
@@ -161,7 +106,7 @@ int strategies(const Options& options) {
             put(object, *run.basis(), rows[0]);
         } else {
             Json list = Json::array();
-            for (const Row& row : rows) {
+            for (const StrategyLine& row : rows) {
                 Json item;
                 put(item, *run.basis(), row);
                 list.push_back(item);
@@ -170,7 +115,7 @@ int strategies(const Options& options) {
         }
     }
     const std::string text = rows.empty()  ? ""
-                             : options.csv ? asCsv(*run.basis(), rows)
+                             : options.csv ? strategyCsv(*run.basis(), rows)
                                            : asTable(run, rows, options);
     return run.finish(object, text);
 }

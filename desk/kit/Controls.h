@@ -226,6 +226,7 @@ struct Table : Control {
     std::function<void(int row, int column, const std::string& text)> cellLeft;
     /// Texts have been pasted there, or blanks put by Cut and Delete.
     std::function<void(int row, int column, const CellBlock& cells)> cellsPut;
+    std::function<void(int row)> opened; // double click on a row
     /// A row of another table, or of this one, has been dropped on a row.
     std::function<void(const Table& from, int fromRow, int row)> dropped;
 

@@ -57,6 +57,7 @@ inline constexpr std::string_view riskByMultiplier = "GuardPlot.Multiplier";
 inline constexpr std::string_view riskBySubjectPct = "GuardPlot.SubjectPct";
 inline constexpr std::string_view riskMap = "RiskMap";
 inline constexpr std::string_view selfCheck = "SelfCheck";
+inline constexpr std::string_view strategies = "Strategies";
 inline constexpr std::string_view systemInformation = "SystemInformation";
 inline constexpr std::string_view uncertainty = "MTEError";
 inline constexpr std::string_view units = "UnitsRevision";

@@ -113,6 +113,12 @@ void Worksheet::select(Table& table, const Table::Range& range) {
     table.selection = range;
 }
 
+void Worksheet::open(Table& table, int row) {
+    act([&] {
+        if (table.opened) table.opened(row);
+    });
+}
+
 void Worksheet::drop(const Table& from, int fromRow, Table& to, int row) {
     act([&] {
         if (to.dropped) to.dropped(from, fromRow, row);

@@ -55,6 +55,7 @@ class Worksheet {
     void leaveCell(Table& table, int row, int column, const std::string& text);
     void putCells(Table& table, int row, int column, const CellBlock& cells);
     void select(Table& table, const Table::Range& range);
+    void open(Table& table, int row);
     void drop(const Table& from, int fromRow, Table& to, int row);
     void run(const MenuItem& item);
     /// Asks whether the screen may be left that way; true if it is.

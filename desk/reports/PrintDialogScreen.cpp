@@ -73,6 +73,7 @@ void PrintDialogScreen::bindChoices() {
     bind(Chk_IncludePlots, s.Report_IncludePlots);
     bind(Chk_IncludeErled, s.Report_IncludeUncertainty);
     bind(Chk_IncludeErrPlot, s.Report_IncludeErrorPlot);
+    bind(Chk_IncludeDecision, s.Report_IncludeDecision);
     const auto bindZoom = [](Choice& choice, float& percent) {
         for (const char* zoom : zoomNames) choice.items.emplace_back(zoom);
         choice.chosen = [&percent](int index) { percent = percentOf(index); };
@@ -132,6 +133,8 @@ void PrintDialogScreen::refresh() {
     Chk_IncludePlots.checked = s.Report_IncludePlots;
     Chk_IncludeErled.checked = s.Report_IncludeUncertainty;
     Chk_IncludeErrPlot.checked = s.Report_IncludeErrorPlot;
+    Chk_IncludeDecision.enabled = s.Report_Decision.has_value();
+    Chk_IncludeDecision.checked = s.Report_IncludeDecision && s.Report_Decision;
     const auto zoom = [](Choice& choice, float percent) { choice.index = zoomIndex(100.0 / percent); };
     zoom(cbo_SUZoom, s.Report_SUZoom);
     zoom(cbo_MTEZoom, s.Report_MTEZoom);

@@ -2,6 +2,7 @@
 #include "desk/baseline/BaselineScreen.h"
 #include "desk/compute/ComputingScreen.h"
 #include "desk/decision/ReadingScreen.h"
+#include "desk/decision/StrategyScreen.h"
 #include "desk/guardband/GuardbandScreen.h"
 #include "desk/information/SystemInfoScreen.h"
 #include "desk/kit/ScreenEntry.h"
@@ -111,6 +112,7 @@ constexpr ScreenEntry table[] = {
     {screens::guardbands, "&Guardband", Needs::Nothing, ofSession<GuardbandScreen>},
     {screens::observed, "&True vs. Observed % In-Tolerance", Needs::Nothing, ofSession<ObservedScreen>},
     {screens::reading, "Decision on a &Reading", Needs::Nothing, readingOf},
+    {screens::strategies, "Guardband &Strategies", Needs::Nothing, ofSession<StrategyScreen>},
     {screens::reliability[0], "&Subject Parameter", Needs::Nothing, reliabilityOf<0>},
     {screens::reliability[1], "&Measuring Parameter", Needs::Nothing, reliabilityOf<1>},
     {screens::uncertainty, "&Uncertainty", Needs::Nothing, uncertaintyOf},

@@ -32,7 +32,8 @@ const std::vector<ToolButton>& mainToolbar() {
         {"trueVsObs", "Compute True vs. Observed % In-tol", "CtrlSURel"},
         {"guardbands", "Establish Guardbands", "CtrlGuardband"},
         {"uncertainty", "Estimate Process Uncertainty", "mnu_Uncertainty"},
-        {"reading", "Decide on a Reading", "mnu_Reading", true},
+        {"reading", "Decide on a Reading", "mnu_Reading"},
+        {"strategies", "Compare Guardband Strategies", "mnu_Strategies", true},
         {"ID_SCREEN", "Screen Appearance", "CtrlFormColor"},
         {"spreadsheet", "Spreadsheet", "mnu_Run_Options_1"},
         {"calculator", "Calculator", "mnu_Run_Options_2", true},
@@ -43,11 +44,12 @@ const std::vector<ToolButton>& mainToolbar() {
 
 const std::vector<const char*>& toolbarImages() {
     static const std::vector<const char*> images = {
-        "exit",   "new",       "open",       "save",         "saveAs",      "print",       "printPreview",
-        "run",    "import",    "notes",      "reportOpts",   "cut",         "copy",        "paste",
-        "delete", "units",     "plotSU",     "plotMTE",      "plotError",   "faRisk",      "eqAccRat",
-        "screen", "trueVsObs", "guardbands", "uncertainty",  "help",        "reliability", "biasRef",
-        "undo",   "OK",        "cancel",     "correlations", "spreadsheet", "calculator",  "reading"};
+        "exit",         "new",          "open",        "save",       "saveAs",     "print",
+        "printPreview", "run",          "import",      "notes",      "reportOpts", "cut",
+        "copy",         "paste",        "delete",      "units",      "plotSU",     "plotMTE",
+        "plotError",    "faRisk",       "eqAccRat",    "screen",     "trueVsObs",  "guardbands",
+        "uncertainty",  "help",         "reliability", "biasRef",    "undo",       "OK",
+        "cancel",       "correlations", "spreadsheet", "calculator", "reading",    "strategies"};
     return images;
 }
 

@@ -9,5 +9,6 @@ class WidgetMaker;
 
 /// Each lays out all the controls of its screen.
 QWidget* layoutReading(const WidgetMaker& w);
+QWidget* layoutStrategies(const WidgetMaker& w);
 
 } // namespace metrisk

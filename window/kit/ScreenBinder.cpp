@@ -179,6 +179,10 @@ void ScreenBinder::bind(Table& table) {
     connect(widget, &CellTable::edited, this, [this, widget](Editing what) { edit(*widget, what); });
     connect(widget, &CellTable::customContextMenuRequested, this,
             [this, &table](const QPoint& at) { openTableMenu(table, at); });
+    if (table.opened)
+        connect(widget, &QTableWidget::cellDoubleClicked, this, [this, &table](int row, int) {
+            if (commitEntry()) act([&] { model_.open(table, row); });
+        });
     connect(widget, &CellTable::dropped, this, [this, &table](CellTable* source, int fromRow, int row) {
         const auto* from = dynamic_cast<const Table*>(model_.find(source->objectName().toStdString()));
         if (from && row >= 0) act([&] { model_.drop(*from, fromRow, table, row); });

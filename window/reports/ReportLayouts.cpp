@@ -8,8 +8,9 @@
 namespace metrisk {
 
 QWidget* layoutPrintDialog(const WidgetMaker& w) {
-    QGroupBox* reports = group("Reports", {w("Chk_IncludeRiskAnalysis"), w("Chk_IncludePlots"),
-                                           w("Chk_IncludeErled"), w("Chk_IncludeErrPlot")});
+    QGroupBox* reports =
+        group("Reports", {w("Chk_IncludeRiskAnalysis"), w("Chk_IncludePlots"), w("Chk_IncludeErled"),
+                          w("Chk_IncludeErrPlot"), w("Chk_IncludeDecision")});
     QGroupBox* parameters = group("Parameter Plots", rows({{"SU Zoom", w("cbo_SUZoom")},
                                                            {"MTE Zoom", w("cbo_MTEZoom")},
                                                            {{w("opt_ParamTolerance_0"), 2}},

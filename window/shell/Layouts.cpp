@@ -40,6 +40,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"RiskMap", layoutRiskMap},
         {"SUPlot", layoutPlot},
         {"SelfCheck", layoutSelfCheck},
+        {"Strategies", layoutStrategies},
         {"SystemInformation", layoutSystemInfo},
         {"UnitsRevision", layoutUnitsRevision},
         {"form_RunExternal", layoutRunExternal},
