@@ -6,6 +6,8 @@
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/Samples.h"
 #include "units/database/UnitsDatabase.h"
+#include "window/kit/ColourRoles.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/Widgets.h"
 #include "window/shell/SplashScreen.h"
 
@@ -15,27 +17,12 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPalette>
-#include <QStyleFactory>
 #include <cstdio>
 
 namespace {
 
 using namespace metrisk;
 using namespace metrisk::testing;
-
-QPalette darkPalette() {
-    const QColor window(45, 48, 52);
-    const QColor text(230, 230, 230);
-    QPalette palette(window);
-    palette.setColor(QPalette::Base, QColor(30, 32, 35));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(role, text);
-        palette.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
-    }
-    palette.setColor(QPalette::Highlight, QColor(60, 110, 170));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
 
 /// Percentages of a year that show a curve.
 void fillReliability(Analysis& r) {
@@ -175,7 +162,8 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: screenshots FOLDER\n");
         return 2;
     }
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle("fusion");
+    installLook();
     const QPalette light = QApplication::palette();
     Desk desk;
     Camera camera(desk, QDir(argv[1]).absolutePath());
@@ -234,7 +222,7 @@ int main(int argc, char** argv) {
         if (top->objectName() == "HelpWindow") camera.take(*top, "help");
     desk.help.close();
 
-    QApplication::setPalette(darkPalette());
+    QApplication::setPalette(paletteOf(darkRoles()));
     desk.window->binder().repaint();
     desk.settle();
     camera.take(*desk.window, "main-screen-dark");

@@ -100,6 +100,7 @@ BaselineScreen::BaselineScreen(Session& session)
     Cmd_RetrieveDefaultBaseline.clicked = [this](bool) { retrieveDefault(); };
     cmd_OK.closes = Way::Ok;
     cmd_OK.isDefault = true;
+    ComputeBaselineResults.isPrimary = true;
     mnu_Exit.closes = Way::Cancel;
     menus = {
         {.control = "mnu_View",

@@ -33,6 +33,7 @@ class ComputingScreen final : public Worksheet {
     explicit ComputingScreen(Session& session)
         : Worksheet("Computing", "Computing", "computing"), session_(session) {
         Cmd_Cancel.closes = Way::Cancel;
+        Cmd_Cancel.isPrimary = true;
         showSearch(false);
     }
 

@@ -121,6 +121,7 @@ void GuardbandScreen::bindOptions() {
     chk_SymmetricK.clicked = [this](bool on) { setSymmetricK(on); };
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    cmdComputeGuardbands.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
     txt_Procedure.jumped = [this](const std::string& word) { jumpTo(word); };
     menus = {

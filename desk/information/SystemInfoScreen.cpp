@@ -14,6 +14,7 @@ SystemInfoScreen::SystemInfoScreen(Session& session)
     cmd_Copy.clicked = [this, &session](bool) { session.ui.copyText(factsText(facts_)); };
     cmd_Close.closes = Way::Ok;
     cmd_Close.isDefault = true;
+    cmd_Close.isPrimary = true;
 }
 
 } // namespace metrisk

@@ -87,9 +87,10 @@ struct Button : Control {
     enum class Kind { Push, Check, Radio };
 
     const Kind kind;
-    const int group;      // radio buttons of one group exclude each other
-    bool checked = false; // check and radio
-    bool isDefault = false;
+    const int group;        // radio buttons of one group exclude each other
+    bool checked = false;   // check and radio
+    bool isDefault = false; // pressed by Return
+    bool isPrimary = false; // the act that its screen is for; one a screen
     /// What a click does; `on` is the state it gives a check or radio button.
     std::function<void(bool on)> clicked;
     std::optional<Way> closes; // the screen is left that way

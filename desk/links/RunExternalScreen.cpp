@@ -114,6 +114,7 @@ void RunExternalScreen::bindBoxes() {
     cmd_NewApp.clicked = [this](bool) { newApp(); };
     cmd_Browse.clicked = [this](bool) { browse(); };
     cmd_BrowseFiles.clicked = [this](bool) { browseFiles(); };
+    cmd_Run.isPrimary = true;
     cmd_Run.clicked = [this](bool) { run(); };
     for (CheckBox* box : {&chk_Exe, &chk_NewFile}) box->clicked = [box](bool on) { box->checked = on; };
 }

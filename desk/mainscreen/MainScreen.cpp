@@ -24,6 +24,7 @@ MainScreen::MainScreen(Session& session)
     for (TextBox* box : {&txt_GuardbandMultiplier_0, &txt_GuardbandMultiplier_1})
         box->opened = [this] { openGuardbands(); };
     ComputeResults.isDefault = true;
+    ComputeResults.isPrimary = true;
     ComputeResults.clicked = [this](bool) { ComputeResults_Click(session_); };
     cmd_Baseline.clicked = [this](bool) { runScreen(screens::baseline, {session_}); };
     refresh();

@@ -79,6 +79,7 @@ ObservedScreen::ObservedScreen(Session& session)
     bindObservingUnit();
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    CmdCompute.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         runMenu(session_),

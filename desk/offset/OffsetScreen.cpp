@@ -66,6 +66,7 @@ OffsetCalc::OffsetCalc(Session& session, FileChooser& chooser)
     cmd_Form.clicked = [this](bool) { session_.ui.peekBehind(*this); };
     mnu_OK.closes = Way::Ok;
     mnu_OK.isDefault = true;
+    mnu_OK.isPrimary = true;
     mnu_Cancel.closes = Way::Cancel;
     makeMenus();
     refresh();

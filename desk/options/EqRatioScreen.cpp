@@ -28,6 +28,7 @@ EqRatioScreen::EqRatioScreen(Session& session)
     BeepOn.clicked = [this](bool on) { BeepOn.checked = on; };
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    mnu_Exit_0.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
 }
 

@@ -22,6 +22,7 @@ FalseAcceptScreen::FalseAcceptScreen(Session& session)
     Chk_SetDefault.clicked = [this](bool on) { Chk_SetDefault.checked = on; };
     cmd_Close.closes = Way::Ok;
     cmd_Close.isDefault = true;
+    cmd_Close.isPrimary = true;
 }
 
 void FalseAcceptScreen::choose(int option) {

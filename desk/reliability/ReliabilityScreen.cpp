@@ -99,6 +99,7 @@ void ReliabilityScreen::bind() {
         plotBoxes[i]->left = [this, i](const std::string& text) { return leavePlotBox(i, text); };
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    Compute.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {
         runMenu(session_),

@@ -48,6 +48,7 @@ PrintDialogScreen::PrintDialogScreen(Session& session, ReportDesk& desk)
     bindMargin(Txt_LMargin, s.Report_LeftMargin);
     bindMargin(Txt_TMargin, s.Report_TopMargin);
     cmd_Print.isDefault = true;
+    cmd_Print.isPrimary = true;
     cmd_Close.closes = Way::Cancel;
     cmd_Print.clicked = [this](bool) { print(); };
     menus = {

@@ -38,6 +38,7 @@ ReportOptionsScreen::ReportOptionsScreen(Session& session)
     opt_Defaults_1.clicked = [this](bool) { setDefaults(); };
     cmd_OK.closes = Way::Ok;
     cmd_OK.isDefault = true;
+    cmd_OK.isPrimary = true;
     cmd_Cancel.closes = Way::Cancel;
     menus = {
         {.control = "mnu_Cancel", .caption = "&Cancel", .run = [this] { close(Way::Cancel); }},

@@ -27,6 +27,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     }
     cmd_Close.closes = Way::Ok;
     cmd_Close.isDefault = true;
+    cmd_Close.isPrimary = true;
 }
 
 } // namespace metrisk

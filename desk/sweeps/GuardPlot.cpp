@@ -104,6 +104,7 @@ void GuardPlot::bindOptions() {
     };
     optShowPct.clicked = [this](bool) { showOnAxis(false); };
     optShowSigma.clicked = [this](bool) { showOnAxis(true); };
+    CmdPlotGraph.isPrimary = true;
     CmdPlotGraph.clicked = [this](bool) { plot(); };
     CmdCancelPlot.clicked = [this](bool) { cancelled_ = true; };
     Graph1.resized = [this](double width, double) {

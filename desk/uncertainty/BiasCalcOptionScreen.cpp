@@ -65,6 +65,7 @@ BiasCalcOptionScreen::BiasCalcOptionScreen(Session& session, std::size_t slot)
     };
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    mnu_Exit_0.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {{.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }}};
     probability_ = probability();

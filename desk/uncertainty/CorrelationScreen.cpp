@@ -54,6 +54,7 @@ CorrelationScreen::CorrelationScreen(Session& session)
     }
     lst_Variable_0.dragged = true;
     lst_Variable_1.dropped = [this](const Table&, int fromRow, int row) { correlate(fromRow, row); };
+    cmd_AddPair.isPrimary = true;
     cmd_AddPair.clicked = [this](bool) {
         if (!lst_Variable_0.selection.empty() && !lst_Variable_1.selection.empty())
             correlate(lst_Variable_0.selection.top, lst_Variable_1.selection.top);

@@ -58,6 +58,7 @@ DataEntryScreen::DataEntryScreen(Session& session, int slot)
     chk_SamplingDistribution.clicked = [this](bool on) {
         change([&] { draft_.Stat_Flag2[slot_] = on ? -1 : 0; });
     };
+    mnu_Exit_0.isPrimary = true;
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_1.closes = Way::Cancel;
     menus = {

@@ -111,6 +111,7 @@ MTEErrorScreen::MTEErrorScreen(Session& session)
     bindBias();
     mnu_Exit_0.closes = Way::Ok;
     mnu_Exit_0.isDefault = true;
+    mnu_Exit_0.isPrimary = true;
     mnu_Exit_1.closes = Way::Cancel;
     makeMenus();
     refresh();

@@ -6,6 +6,7 @@
 #include "drawing/DrawingSurface.h"
 #include "tests/window/support/Desk.h"
 #include "tests/window/support/EveryScreen.h"
+#include "window/kit/ColourRoles.h"
 #include "window/kit/DialogOver.h"
 #include "window/kit/PrintPicture.h"
 #include "window/kit/WhatsThis.h"
@@ -51,6 +52,13 @@ class DialogTest final : public QObject {
         desk_->click("ComputeResults");
         QCOMPARE(desk_->boxes.faults(), QString());
         QVERIFY(desk_->record.RisksComputed);
+    }
+
+    static double luminance(const QColor& color) {
+        const auto part = [](double c) {
+            return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
     }
 
     /// The letters of menu bar, buttons and labels that stand for more than one thing.
@@ -149,6 +157,10 @@ class DialogTest final : public QObject {
                                      : layoutOf(screen->name, WidgetMaker(*screen)));
             ScreenBinder binder(window, *screen);
             QCOMPARE(binder.unpaired(), QStringList());
+            int primary = 0;
+            for (const auto* button : window.findChildren<QPushButton*>())
+                primary += button->property("primary").toBool();
+            QVERIFY2(primary <= 1, screen->name);
             QVERIFY2(QFile::exists(QString(":/help/%1.html").arg(screen->helpPage)), screen->helpPage);
             for (Control* control : screen->controls())
                 if (takesEntry(*control))
@@ -166,19 +178,44 @@ class DialogTest final : public QObject {
         }
     }
 
+    void coloursAreReadable() {
+        struct Pair {
+            const char* what;
+            QColor ColourRoles::*text;
+            QColor ColourRoles::*ground;
+            double least;
+        };
+        using R = ColourRoles;
+        const Pair pairs[] = {{"text on windows", &R::text, &R::window, 4.5},
+                              {"text in boxes", &R::text, &R::base, 4.5},
+                              {"text in locked boxes", &R::text, &R::readOnly, 4.5},
+                              {"captions", &R::second, &R::window, 4.5},
+                              {"disabled", &R::disabled, &R::window, 3},
+                              {"hints", &R::disabled, &R::base, 3},
+                              {"disabled in locked boxes", &R::disabled, &R::readOnly, 3},
+                              {"frames of boxes", &R::field, &R::base, 3},
+                              {"results", &R::resultText, &R::result, 4.5},
+                              {"the act of a screen", &R::onAccent, &R::accent, 4.5},
+                              {"focus", &R::accent, &R::window, 3},
+                              {"links", &R::link, &R::base, 4.5},
+                              {"good", &R::good, &R::window, 4.5},
+                              {"warnings", &R::warn, &R::window, 4.5},
+                              {"bad", &R::bad, &R::window, 4.5}};
+        for (const ColourRoles* roles : {&lightRoles(), &darkRoles()})
+            for (const Pair& pair : pairs) {
+                const double a = luminance(roles->*pair.text) + 0.05,
+                             b = luminance(roles->*pair.ground) + 0.05;
+                QVERIFY2(std::max(a, b) / std::min(a, b) >= pair.least,
+                         qPrintable(
+                             QString("%1, %2").arg(pair.what).arg(roles == &darkRoles() ? "dark" : "light")));
+            }
+    }
+
     /// One colour of the user's on a dark desktop, then none.
     void aSchemeIsReadableOnADarkDesktop() {
         Desk& d = *desk_;
         const QPalette before = QApplication::palette();
-        QPalette dark(QColor(45, 48, 52));
-        dark.setColor(QPalette::Base, QColor(30, 32, 35));
-        QApplication::setPalette(dark);
-        const auto luminance = [](const QColor& color) {
-            const auto part = [](double c) {
-                return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-            };
-            return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
-        };
+        QApplication::setPalette(paletteOf(darkRoles()));
         const auto readable = [&](const QWidget& widget, QPalette::ColorRole text,
                                   QPalette::ColorRole ground) {
             const double a = luminance(widget.palette().color(QPalette::Active, text)) + 0.05;
@@ -210,7 +247,7 @@ class DialogTest final : public QObject {
         QCOMPARE(ground("pnl_UncRatio"), qtColor(scheme.BackColor_Metrisk));
         d.session.desktop->looks->ApplyColorScheme({});
         d.settle();
-        QCOMPARE(ground("AcceptRisk"), QApplication::palette().color(QPalette::Window));
+        QCOMPARE(ground("AcceptRisk"), rolesFor(QApplication::palette()).result);
         QApplication::setPalette(before);
     }
 

@@ -1,5 +1,7 @@
 #include "window/kit/EntryBox.h"
 
+#include "window/kit/ColourRoles.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/Widgets.h"
 
 #include <QAction>
@@ -32,6 +34,10 @@ EntryBox::EntryBox() {
     });
 }
 
+void EntryBox::setResult(bool result) {
+    result_ = result;
+}
+
 void EntryBox::setLocked(bool locked) {
     if (isReadOnly() != locked) setReadOnly(locked);
     setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
@@ -51,10 +57,17 @@ void EntryBox::paintGround() {
     const QPalette screens = QApplication::palette();
     if (ground_.isValid()) {
         setReadable(own, QPalette::Base, ground_, QPalette::Text, text_);
-    } else if (isReadOnly()) {
+    } else if (isReadOnly() && paletteIsKept()) {
         const auto group = QPalette::Disabled;
         setReadable(own, QPalette::Base, screens.color(QPalette::Window), QPalette::Text,
                     screens.color(QPalette::WindowText));
+        own.setColor(group, QPalette::Text, screens.color(group, QPalette::WindowText));
+    } else if (isReadOnly()) {
+        const ColourRoles& roles = rolesFor(screens);
+        own.setColor(QPalette::Base, result_ ? roles.result : roles.readOnly);
+        own.setColor(QPalette::Text, result_ ? roles.resultText : screens.color(QPalette::WindowText));
+        const auto group = QPalette::Disabled;
+        own.setColor(group, QPalette::Base, roles.readOnly);
         own.setColor(group, QPalette::Text, screens.color(group, QPalette::WindowText));
     }
     if (faded_)

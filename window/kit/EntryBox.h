@@ -16,6 +16,8 @@ class EntryBox final : public QLineEdit {
 
     /// A locked box shows its text, which can be copied, but looks and behaves like one that takes no entry.
     void setLocked(bool locked);
+    /// Its text is computed: a ground of its own tells it from a locked entry.
+    void setResult(bool result);
     /// Colours of its own instead of those of the screens; invalid ones end that.
     void setColors(const QColor& ground, const QColor& text);
     /// Which of the keys are told and otherwise do nothing.
@@ -69,6 +71,7 @@ class EntryBox final : public QLineEdit {
     int room_ = 11;
     QAction* mark_ = nullptr;
     bool faded_ = false;
+    bool result_ = false;
     QString settled_;
     std::optional<QString> before_; // the entry that was committed last
 };

@@ -3,6 +3,7 @@
 #include "desk/kit/Controls.h"
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/PictureWidget.h"
 #include "window/kit/Widgets.h"
 
@@ -25,6 +26,7 @@ void showBox(const TextBox& box, EntryBox& widget) {
     const QString text = qt(box.text);
     if (widget.text() != text) widget.setText(text);
     if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
+    widget.setResult(box.isResult());
     widget.setLocked(box.locked || box.isResult());
     widget.setMarked(!box.mark.empty());
     widget.setFaded(box.faded);
@@ -48,7 +50,7 @@ void showLabel(const Label& label, QLabel& widget) {
 void showButton(const Button& button, QAbstractButton& widget) {
     const QString text = caption(button.text);
     if (widget.text() != text) widget.setText(text);
-    if (button.kind == Button::Kind::Push) return;
+    if (button.kind == Button::Kind::Push) return setPrimary(widget, button.isPrimary);
     widget.setCheckable(true);
     if (widget.isChecked() != button.checked) widget.setChecked(button.checked);
     // The keyboard comes to the chosen one of a group; the arrows go on from there.

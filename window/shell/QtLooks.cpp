@@ -3,6 +3,7 @@
 #include "desk/appearance/ScreenFonts.h"
 #include "window/kit/DialogOver.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/Widgets.h"
 
 #include <QAbstractButton>
@@ -86,6 +87,7 @@ void QtLooks::ApplyColorScheme(const ColorScheme& scheme) {
 }
 
 void QtLooks::applyColors(const ColorScheme& scheme, bool own) {
+    keepPalette(own);
     QApplication::setPalette(own ? paletteOf(scheme) : QPalette());
     const auto ofWidget = [&](const char* name, QPalette::ColorRole groundRole, double ground,
                               QPalette::ColorRole textRole, double text) {

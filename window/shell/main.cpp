@@ -3,6 +3,7 @@
 #include "desk/files/ClearAnalysis.h"
 #include "desk/kit/Session.h"
 #include "desk/shell/StartUp.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/QtInteraction.h"
 #include "window/shell/Application.h"
 #include "window/shell/HelpDesk.h"
@@ -74,6 +75,7 @@ int main(int argc, char** argv) {
     session.regional = systemRegional();
     session.colorScheme = LoadColorScheme(settings);
     fitFonts();
+    installLook();
 
     std::unique_ptr<SplashScreen> splash;
     if (QApplication::platformName() != "offscreen") {

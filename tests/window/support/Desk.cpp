@@ -1,6 +1,7 @@
 #include "tests/window/support/Desk.h"
 
 #include "desk/files/ClearAnalysis.h"
+#include "window/kit/LookStyle.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -11,6 +12,7 @@
 namespace metrisk::testing {
 
 Desk::Desk() : settings(folder / "settings.ini") {
+    installLook();
     open();
 }
 

@@ -1,0 +1,35 @@
+// What Qt's own style leaves faint: boxes that tell what they are, the one act of a screen, indicators that
+// are seen.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace metrisk {
+
+/// Over Fusion alone: any other style of a desktop is left as it is.
+class LookStyle final : public QProxyStyle {
+    Q_OBJECT
+
+  public:
+    LookStyle();
+
+    void polish(QPalette& palette) override;
+    using QProxyStyle::polish;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+};
+
+/// Puts it over the style of the desktop, where that is Fusion. Before any window is made.
+void installLook();
+
+/// A colour scheme of the user's own has the palette to itself.
+void keepPalette(bool own);
+bool paletteIsKept();
+
+/// Marks the button as the act that its screen is for.
+void setPrimary(QWidget& button, bool primary);
+
+} // namespace metrisk
