@@ -56,6 +56,11 @@ inline constexpr TextSetting defaultFont{section, "DefCurrentFont", "Arial", 60}
 inline constexpr TextSetting delimiter{section, "Delimiter", "Tab", 60};
 } // namespace reportSettings
 
+/// "Yes" or "No".
+namespace mainScreenSettings {
+inline constexpr TextSetting worstCase{"MainScreen", "WorstCase", "Yes", 5};
+} // namespace mainScreenSettings
+
 /// The rule that readings are judged by, as the command line writes it.
 namespace readingSettings {
 inline constexpr std::string_view section = "Reading";

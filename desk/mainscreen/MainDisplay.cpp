@@ -95,6 +95,7 @@ void showRisks(MainScreen& screen, const Session& session) {
          std::initializer_list<Control*>{&screen.AccRatEquivalent1Box, &screen.AccRatEquivalent2Box,
                                          &screen.Lbl_EqAccRatColon, &screen.Lbl_EqAccRatNote})
         shown->enabled = currentRatio;
+    screen.worstCase.show(screen.Lbl_WorstCase);
     screen.ComputeResults.enabled = !r.Computing;
 
     const auto baselineText = [&](double value, const std::string& units) {

@@ -16,8 +16,8 @@
 namespace metrisk {
 
 MainScreen::MainScreen(Session& session)
-    : Worksheet("MainScreen", mainCaption(session), "main-screen"), session_(session),
-      saved_(session.record) {
+    : Worksheet("MainScreen", mainCaption(session), "main-screen"),
+      worstCase(session, [this] { session_.ui.refresh(*this); }), session_(session), saved_(session.record) {
     bindTexts();
     bindNumbers();
     bindOptions();

@@ -3,6 +3,7 @@
 
 #include "desk/kit/ScreenEntry.h"
 #include "desk/mainscreen/SavedCopy.h"
+#include "desk/mainscreen/WorstCaseLine.h"
 
 #include <functional>
 #include <string>
@@ -83,6 +84,7 @@ class MainScreen final : public Worksheet {
                                  "Right figure of the equivalent accuracy ratio"};
     Label Lbl_EqAccRatNote{*this, "Lbl_EqAccRatNote"};
     Label Lbl_ExactRatio{*this, "Lbl_ExactRatio"};
+    Label Lbl_WorstCase{*this, "Lbl_WorstCase"};
     PushButton ComputeResults{*this, "ComputeResults", "&COMPUTE  RISKS", "Computing Risks"};
 
     Label Heading_1{*this, "Heading_1"};
@@ -121,6 +123,8 @@ class MainScreen final : public Worksheet {
 
     /// What the status bar tells while nothing else does: the next step.
     std::string nextStep;
+
+    WorstCaseLine worstCase;
 
     /// Option optGuardbands: test limits instead of multipliers.
     bool guardbandsAsLimits = false;

@@ -184,7 +184,18 @@ std::vector<MenuItem> MainCommands::optionItems() {
         {.control = "PrintOptions", .caption = "&Report Format", .run = [this] { reports.openOptions(); }},
         separated(screenItem("CtrlFormColor", screens::colours, parts_)),
         followed("CtrlSURel", screens::observed),
-        {.control = "CtrlGuardband", .caption = "&Guardband", .run = [this] { screen_.openGuardbands(); }},
+        separated({.control = "CtrlGuardband",
+                   .caption = "&Guardband",
+                   .run = [this] { screen_.openGuardbands(); }}),
+        {.control = "mnu_WorstCase",
+         .caption = "Show &Worst Case",
+         .run =
+             [this] {
+                 screen_.worstCase.turn(!screen_.worstCase.isOn());
+                 findItem(screen_.menus, "mnu_WorstCase")->checked = screen_.worstCase.isOn();
+             },
+         .toolTip = "The worst false accept risk over an unknown % in-tolerance, below the computed risks",
+         .checked = screen_.worstCase.isOn()},
     };
 }
 

@@ -303,6 +303,32 @@ TEST(MainDisplay, ARatioThatNoBaselineHasIsMarked) {
     }
 }
 
+TEST(MainDisplay, TheWorstCaseIsOfTheEntriesThatAreShownOrNotThere) {
+    TestSession test;
+    enter(test.record, twoSided(1, 1, 95, 0.125 * 1.959963984540054));
+    MainScreen screen(test.session);
+    press(screen, "ComputeResults");
+    const auto line = [&] {
+        screen.refresh();
+        test.ui.waitFor([&] { return !screen.worstCase.isComputing(); });
+        screen.refresh();
+        return screen.Lbl_WorstCase.visible ? textOf(screen, "Lbl_WorstCase") : std::string();
+    };
+    // Dobbert's table: 2.238 % at 64.72 % in-tolerance for a ratio of 4.
+    EXPECT_EQ(line(), "At worst 2.24 % joint (64.7 % in-tolerance)");
+    EXPECT_NE(screen.Lbl_WorstCase.toolTip.find("conditional (consumer's) 0.91 %, joint (producer's) 0.86 %"),
+              std::string::npos)
+        << screen.Lbl_WorstCase.toolTip;
+    EXPECT_NE(screen.Lbl_WorstCase.toolTip.find("TUR 4.08 : 1"), std::string::npos);
+    type(screen, "MTEOffsetBox", "0.3");
+    EXPECT_EQ(line(), "") << "the risks are of other entries";
+    press(screen, "ComputeResults");
+    EXPECT_NE(line(), "");
+    screen.worstCase.turn(false);
+    EXPECT_EQ(line(), "");
+    EXPECT_EQ(test.settings.ReadSetting("MainScreen", "WorstCase", "", 5), "No");
+}
+
 TEST(MainCommands, EveryToolHasItsCommandAndNamesAreUnique) {
     TestSession test;
     MainScreen main(test.session);

@@ -123,6 +123,7 @@ QWidget* computedRisks(const WidgetMaker& w) {
                         w("Lbl_EqAccRatColon"), w.box("AccRatEquivalent2Box", 4)},
                        {{w("Lbl_EqAccRatNote"), 4}},
                        {{w("Lbl_ExactRatio"), 4}},
+                       {{w("Lbl_WorstCase"), 4}},
                        {{w("ComputeResults"), 4}}}));
 }
 
