@@ -96,6 +96,35 @@ void drawBox(QPainter& painter, const QStyleOption& option, const QLineEdit& box
     painter.drawRoundedRect(room.adjusted(inset, inset, -inset, -inset), 3, 3);
 }
 
+/// A heading stands inside its frame, at the same place everywhere.
+constexpr QPoint headingAt(12, 6);
+constexpr int belowHeading = 2;
+constexpr int insideFrame = 4;
+
+QFont headingFont(const QWidget* widget) {
+    QFont font = widget ? widget->font() : QApplication::font();
+    font.setBold(true);
+    return font;
+}
+
+QRect headingRect(const QStyleOptionGroupBox& box, const QWidget* widget) {
+    if (box.text.isEmpty()) return {};
+    const QFontMetrics metrics(headingFont(widget));
+    return {box.rect.topLeft() + headingAt,
+            QSize(metrics.horizontalAdvance(box.text) + metrics.averageCharWidth(), metrics.height())};
+}
+
+void drawGroup(QPainter& painter, const QStyleOptionGroupBox& box, const QWidget* widget) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(rolesFor(box.palette).line, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(box.rect).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter.setPen(box.palette.color(QPalette::WindowText));
+    painter.setFont(headingFont(widget));
+    painter.drawText(headingRect(box, widget), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
+                     box.text);
+}
+
 } // namespace
 
 LookStyle::LookStyle() : QProxyStyle("fusion") {}
@@ -135,6 +164,30 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
     QStyleOptionButton on(*label);
     on.palette.setColor(QPalette::ButtonText, rolesFor(option->palette).onAccent);
     QProxyStyle::drawControl(element, &on, painter, widget);
+}
+
+void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
+    const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    if (control != CC_GroupBox || !box)
+        return QProxyStyle::drawComplexControl(control, option, painter, widget);
+    painter->save();
+    drawGroup(*painter, *box, widget);
+    painter->restore();
+}
+
+QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const {
+    const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    if (control != CC_GroupBox || !box) return QProxyStyle::subControlRect(control, option, part, widget);
+    const QRect heading = headingRect(*box, widget);
+    const int top = heading.isEmpty() ? insideFrame : headingAt.y() + heading.height() + belowHeading;
+    switch (part) {
+    case SC_GroupBoxFrame: return box->rect;
+    case SC_GroupBoxLabel: return heading;
+    case SC_GroupBoxContents: return box->rect.adjusted(insideFrame, top, -insideFrame, -insideFrame);
+    default: return QProxyStyle::subControlRect(control, option, part, widget);
+    }
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
