@@ -98,6 +98,29 @@ class Camera {
         desk_.choose(item);
     }
 
+    /// A reading near its limit, by a guard band.
+    void takeReading() {
+        desk_.session.settings.WriteSetting("Reading", "Rule", "guard=1");
+        desk_.boxes.expectScreen("Reading", [&](QWidget& window) {
+            auto* box = desk_.control<QLineEdit>("txt_Reading", &window);
+            box->setFocus();
+            QTest::keyClicks(box, "25.00026");
+            QTest::keyClick(box, Qt::Key_Return);
+            take(window, "reading");
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.choose("mnu_Reading");
+    }
+
+    void takeStrategies() {
+        desk_.boxes.expectScreen("Strategies", [&](QWidget& window) {
+            QTest::qWait(300); // for the table
+            take(window, "strategies");
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.choose("mnu_Strategies");
+    }
+
     void takeRiskMap() {
         desk_.boxes.expectScreen("RiskMap", [&](QWidget& window) {
             QTest::qWait(500); // for the fine grid
@@ -186,6 +209,8 @@ int main(int argc, char** argv) {
     camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
     camera.takeRiskPlot("mnu_Plot_Risk_0", "60", "99.5", "risk-plot");
     camera.takeRiskMap();
+    camera.takeReading();
+    camera.takeStrategies();
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     fillReliability(desk.record);
     camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");

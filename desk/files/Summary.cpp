@@ -16,6 +16,8 @@
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/Snapshot.h"
+#include "risk/decision/RecordDecision.h"
+#include "risk/decision/TestRatios.h"
 #include "risk/evaluate/CurrentFigures.h"
 #include "uncertainty/BiasAnalysis.h"
 #include "uncertainty/ErrorRows.h"
@@ -69,6 +71,7 @@ class Summary {
         if (r_.SMPC_Computed) biasAnalysis();
         if (r_.IncludeGuardbands || r_.GB_UpperMult != 1 || r_.GB_LowerMult != 1) guardbands();
         if (r_.Obs_PctInTol != 0 || r_.Obs_Offset != 0) observed();
+        bothConventions();
         return text_.text();
     }
 
@@ -238,6 +241,32 @@ class Summary {
         row("Parameter Name", r_.Obs_ParameterName);
         row("Observed Subject Parameter % In-Tolerance", share(r_.Obs_PctInTol, r_.Obs_PctInTol_fmt));
         row("True % In-Tolerance", share(r_.Obs_TruePct, r_.Obs_TruePct_fmt));
+    }
+
+    /// By exact integration, of the entries; with the risks above, or none.
+    void bothConventions() {
+        if (!current_.risks) return;
+        const auto basis = decisionBasis(r_, session_.regional);
+        if (!basis) return;
+        const auto risks = risksOf(*basis);
+        if (!risks) return;
+        const TestRatios ratios = ratiosOf(*basis);
+        const auto ratio = [&](double value) {
+            return number(value, WidenPicture(value, ratioPicture)) + ":1.00";
+        };
+        const auto exact = [&](double fraction) {
+            const ShownRisk shown = shownRisk(fraction);
+            return plainRisk(shown.value, shown.units, riskPicture(shown.units));
+        };
+        text_.heading("Both Conventions");
+        row("Test Uncertainty Ratio", ratio(ratios.tur));
+        row("Coverage Factor", number(basis->coverage, factorPicture));
+        row("Expanded Uncertainty", decisionTexts(r_, regional_, basis->expanded()).width(basis->expanded()));
+        row("Tolerance to Expanded Uncertainty", ratio(ratios.toleranceToUncertainty));
+        row("False Accept Risk, Conditional (Consumer)", exact(risks->consumer));
+        row("False Accept Risk, Joint (Producer)", exact(risks->producer));
+        row("False Reject Risk", exact(risks->falseReject));
+        row("Share Accepted", exact(risks->accepted));
     }
 };
 
