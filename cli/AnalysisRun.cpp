@@ -36,6 +36,14 @@ SettingsFile settingsOf(const std::string& path) {
 } // namespace
 
 Workplace::Workplace(const std::string& settingsPath) : settings(settingsOf(settingsPath)) {
+    makeNew();
+}
+
+Workplace::Workplace(const SettingsContent& content) : settings(content) {
+    makeNew();
+}
+
+void Workplace::makeNew() {
     ConsoleInteraction ui;
     Session session{settings, ui, clock};
     ClearAnalysis(session);

@@ -17,10 +17,15 @@ struct Workplace {
     /// An empty path means the user's own settings. Raises Unreadable where a path is given and the file
     /// cannot be read.
     explicit Workplace(const std::string& settingsPath);
+    /// By settings that come from elsewhere: none of the user's.
+    explicit Workplace(const SettingsContent& content);
 
     SettingsFile settings;
     SystemClock clock;
-    Analysis newAnalysis;
+    Analysis newAnalysis{};
+
+  private:
+    void makeNew();
 };
 
 class AnalysisRun {

@@ -42,7 +42,7 @@ add_custom_command(OUTPUT "${completions}" COMMAND metrisk-cli --bash-completion
 add_custom_target(completions ALL DEPENDS "${completions}")
 install(FILES "${completions}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions RENAME metrisk-cli)
 
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk")
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk" PATTERN "*.csv")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VENDOR "Metrisk")

@@ -19,6 +19,26 @@ inline constexpr const char* hundredOnlySymmetricText = "Cannot be 100% unless y
 inline constexpr const char* physicalLimitTitle = "Physical Limit Violation";
 inline constexpr const char* processUncertaintyTitle = "Measurement Process Uncertainty";
 inline constexpr const char* zeroOrAboveText = "Must be greater than or equal to zero.";
+inline constexpr const char* illegalEntryTitle = "Illegal Entry";
+inline constexpr Message ppmModeMessage{
+    "The mode value cannot be zero when units are expressed in ppm.\n"
+    "You may need to change the units on the Metrisk screen or on the Tolerance Offset Worksheet.",
+    "Illegal Mode Value"};
+inline constexpr Message subjectPctMessage{
+    "The Subject Parameter % In-Tolerance must be greater than 0 and less than or equal to 100.",
+    illegalEntryTitle};
+inline constexpr Message measuringPctMessage{
+    "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.", illegalEntryTitle};
+
+/// What is asked of entries that are no reality, and goes on without a user.
+inline constexpr const char* nonPhysicalTitle = "Non-Physical Situation";
+inline constexpr const char* hundredPercentText = "You have indicated 100% in-tolerance.\n"
+                                                  "This is a non-physical situation.\n"
+                                                  "(Note that continuing will cause the computed\n"
+                                                  "equivalent accuracy ratio to be based on\n"
+                                                  "the false reject risk.)  Continue anyway?";
+inline constexpr const char* physicalOnModeText = "You have set the Physical Limit equal to the Mode.\n"
+                                                  "This is non-physical.  Continue?";
 
 /// A rule that does not hold, and where.
 struct BrokenRule {
@@ -56,6 +76,8 @@ struct OneSide {
 bool subjectEmpty(const SubjectParameter& subject);
 
 inline constexpr const char* insufficientTitle = "Insufficient Data Available";
+inline constexpr const char* noDataText = "No data have been entered for analysis.";
+inline constexpr const char* noMeasuringDataText = "No MTE data have been entered for analysis.";
 inline constexpr const char* noSubjectDataText = "No subject parameter data have been entered for analysis.";
 
 } // namespace metrisk

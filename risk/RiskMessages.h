@@ -15,4 +15,18 @@ inline constexpr Message baselineUnrealistic{"Unable to compute risks.  Baseline
 
 inline constexpr Message noRisks{"Unable to compute risks.", computeFailedTitle};
 
+/// What is asked where the search of the equivalent ratio has ended without one; without a user there is
+/// none.
+inline constexpr const char* ratioFailureTitle = "Equivalent Accuracy Ratio Failure";
+inline constexpr const char* ratioFailureOnAccept = "Unable to compute a precise equivalent accuracy ratio\n"
+                                                    "based on false accept risks.  Basing the equivalent\n"
+                                                    "accuracy search on false reject risks might provide\n"
+                                                    "better results.\n"
+                                                    "Try again using false reject?";
+inline constexpr const char* ratioFailureOnReject = "Unable to compute a precise equivalent accuracy ratio\n"
+                                                    "based on false reject risks.  Basing the equivalent\n"
+                                                    "accuracy search on false accept risks might provide\n"
+                                                    "better results.\n"
+                                                    "Try again using false accept?";
+
 } // namespace metrisk

@@ -19,17 +19,6 @@ namespace metrisk {
 namespace {
 
 constexpr const char* computingRisksText = "Computing Risks";
-constexpr const char* ratioFailureTitle = "Equivalent Accuracy Ratio Failure";
-constexpr const char* ratioFailureOnAccept = "Unable to compute a precise equivalent accuracy ratio\n"
-                                             "based on false accept risks.  Basing the equivalent\n"
-                                             "accuracy search on false reject risks might provide\n"
-                                             "better results.\n"
-                                             "Try again using false reject?";
-constexpr const char* ratioFailureOnReject = "Unable to compute a precise equivalent accuracy ratio\n"
-                                             "based on false reject risks.  Basing the equivalent\n"
-                                             "accuracy search on false accept risks might provide\n"
-                                             "better results.\n"
-                                             "Try again using false accept?";
 constexpr const char* worksheetFailureOnAccept =
     "Unable to compute a precise equivalent \naccuracy ratio based on false accept risks.";
 constexpr const char* worksheetFailureOnReject =

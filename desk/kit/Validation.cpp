@@ -13,22 +13,12 @@ namespace metrisk {
 namespace {
 
 namespace title {
-constexpr const char* nonPhysical = "Non-Physical Situation";
 constexpr const char* modeOrReading = "Mode or Reading";
 constexpr const char* measuringFixed = "MTE Fixed Offset";
 } // namespace title
 
 namespace text {
-constexpr const char* noData = "No data have been entered for analysis.";
-constexpr const char* noMeasuringData = "No MTE data have been entered for analysis.";
-constexpr const char* hundredPercent = "You have indicated 100% in-tolerance.\n"
-                                       "This is a non-physical situation.\n"
-                                       "(Note that continuing will cause the computed\n"
-                                       "equivalent accuracy ratio to be based on\n"
-                                       "the false reject risk.)  Continue anyway?";
 constexpr const char* nonZero = "Must be nonzero.";
-constexpr const char* physicalOnMode = "You have set the Physical Limit equal to the Mode.\n"
-                                       "This is non-physical.  Continue?";
 } // namespace text
 
 bool allZero(std::initializer_list<double> values) {
@@ -53,7 +43,7 @@ bool failed(Session& session, const Broken& broken) {
 }
 
 bool userGoesOn(Session& session, const char* question) {
-    return ask(session.ui, {question, title::nonPhysical, BoxButtons::YesNo, Answer::Yes}) == Answer::Yes;
+    return ask(session.ui, {question, nonPhysicalTitle, BoxButtons::YesNo, Answer::Yes}) == Answer::Yes;
 }
 
 void validateSingleSided(Session& session) {
@@ -63,7 +53,7 @@ void validateSingleSided(Session& session) {
     Flag& acknowledged = one.lower ? r.AckPhysLimitLow : r.AckPhysLimitHigh;
     if (r.PhysLimitRequired && r.PhysicalLimitEntered && one.physical == one.mode && !acknowledged &&
         !validationIsQuiet(session)) {
-        if (!userGoesOn(session, text::physicalOnMode)) {
+        if (!userGoesOn(session, physicalOnModeText)) {
             r.AbortFlag = true;
             session.ui.focus(otherSide(one.side).limitBox, true);
             return;
@@ -86,10 +76,10 @@ void CheckDataPresent(Session& session) {
     const bool speaks = !r.EntryBoxChanged && !r.ObservedWorksheetOpen;
     if (subjectEmpty(r)) {
         const bool measuringEmpty = allZero({r.MTE_PctInTol, r.MTE_Mode, r.MTE_Offset});
-        fail(session, {insufficientTitle, measuringEmpty ? text::noData : noSubjectDataText, "ModeBox"},
+        fail(session, {insufficientTitle, measuringEmpty ? noDataText : noSubjectDataText, "ModeBox"},
              speaks);
     } else if (allZero({r.MTE_PctInTol, r.MTE_Mode, r.MTE_UpperLimit, r.MTE_LowerLimit})) {
-        fail(session, {insufficientTitle, text::noMeasuringData, "MTEOffsetBox"},
+        fail(session, {insufficientTitle, noMeasuringDataText, "MTEOffsetBox"},
              speaks && !r.UncertaintyWorksheetOpen);
     }
 }
@@ -100,7 +90,7 @@ void ValidateSubject(Session& session) {
     if (failed(session, dataMissing(r))) return;
     if (!r.Ack100Pct && !validationIsQuiet(session)) {
         r.Ack100Pct = true;
-        if (r.SU_PctInTol == 100 && isSymmetric(r) && !userGoesOn(session, text::hundredPercent)) {
+        if (r.SU_PctInTol == 100 && isSymmetric(r) && !userGoesOn(session, hundredPercentText)) {
             r.AbortFlag = true;
             return;
         }
@@ -114,7 +104,7 @@ void ValidateMeasuring(Session& session) {
     r.AbortFlag = false;
     const bool speaks = r.Computing && !r.EntryBoxChanged;
     if (!r.ObservedWorksheetOpen && allZero({r.MTE_PctInTol, r.MTE_Mode, r.MTE_UpperLimit, r.MTE_LowerLimit}))
-        return fail(session, {insufficientTitle, text::noMeasuringData, "MTEOffsetBox"}, speaks);
+        return fail(session, {insufficientTitle, noMeasuringDataText, "MTEOffsetBox"}, speaks);
     if (const auto refused = refusedMeasuringOffset(r.MTE_Offset)) {
         if (r.MTE_PctReading != 0 && r.SU_Mode == 0)
             return fail(session, {title::modeOrReading, text::nonZero, "ModeBox"}, speaks);

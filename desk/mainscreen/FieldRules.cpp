@@ -23,14 +23,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr Message ppmModeMessage{"The mode value cannot be zero when units are expressed in ppm.\n"
-                                 "You may need to change the units on the Metrisk screen or on the Tolerance "
-                                 "Offset Worksheet.",
-                                 "Illegal Mode Value"};
-constexpr Message pctMessage{"The Subject Parameter % In-Tolerance must be greater than 0 and less than or "
-                             "equal to 100.",
-                             illegalEntryTitle};
-
 /// A limit or the mode alone is no reason to fit: the other data must be there.
 void fitSubjectIfEntered(Session& session) {
     const Analysis& r = session.record;
@@ -118,7 +110,7 @@ FieldResult commitPctInTol(Session& session, const std::string& text) {
     const auto value = pctEntered(session, text);
     if (!value) return {true, pctEntryText(r.SU_PctInTol, session.regional)};
     if (*value > 100 || *value <= 0)
-        return refuseEntry(session.ui, pctMessage, pctEntryText(r.SU_PctInTol, session.regional));
+        return refuseEntry(session.ui, subjectPctMessage, pctEntryText(r.SU_PctInTol, session.regional));
     if (*value == r.SU_PctInTol) return {false, text};
     r.SU_PctInTol = *value;
     r.markChanged("SU");

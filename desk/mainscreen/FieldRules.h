@@ -15,9 +15,6 @@ struct Analysis;
 struct Session;
 struct SubjectSide;
 
-/// Title over a percentage out of range.
-inline constexpr const char* illegalEntryTitle = "Illegal Entry";
-
 FieldResult commitMode(Session& session, const std::string& text, const std::string& last);
 
 /// The side that the tolerance kind lacks takes the physical limit.

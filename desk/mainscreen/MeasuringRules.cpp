@@ -10,6 +10,7 @@
 #include "desk/mainscreen/PctEntry.h"
 #include "record/AnalysisTexts.h"
 #include "record/ComposedOffset.h"
+#include "record/EntryRules.h"
 #include "record/ToleranceUnits.h"
 #include "risk/decision/Counts.h"
 
@@ -19,8 +20,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr Message pctMessage{
-    "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.", illegalEntryTitle};
 constexpr Message noCountsMessage{
     "The confidence of an expanded uncertainty is a percentage; counts of passed and tested items go with a "
     "tolerance.",
@@ -136,7 +135,7 @@ FieldResult commitMTEPctInTol(Session& session, const std::string& text) {
     const auto value = pctEntered(session, text);
     if (!value) return {true, shown};
     const bool tooHigh = r.MTE_EntryByUncertainty ? *value > 100 : *value >= 100;
-    if (tooHigh || *value <= 0) return refuseEntry(session.ui, pctMessage, shown);
+    if (tooHigh || *value <= 0) return refuseEntry(session.ui, measuringPctMessage, shown);
     if (*value == r.MTE_PctInTol) return {false, text};
     r.MTE_PctInTol = *value;
     r.markChanged();

@@ -34,7 +34,11 @@ struct Result {
 
 class Cli : public ::testing::Test {
   protected:
-    Cli() { fs::copy(METRISK_SOURCE_DIR "/examples", folder / "ex"); }
+    /// The analyses in a folder of their own, the table of test points beside it.
+    Cli() {
+        fs::copy(METRISK_SOURCE_DIR "/examples", folder / "ex");
+        fs::rename(folder / "ex/points.csv", folder / "points.csv");
+    }
 
     /// Runs in the temporary folder, with settings of its own.
     Result run(const std::string& arguments) {

@@ -1,0 +1,53 @@
+#include "cli/RowColumns.h"
+
+#include "cli/Json.h"
+#include "rows/Entries.h"
+#include "rows/Want.h"
+
+namespace metrisk::cli {
+
+namespace {
+
+std::string padded(std::string_view text, std::size_t width) {
+    std::string all(text);
+    all.resize(std::max(width, all.size() + 1), ' ');
+    return all;
+}
+
+} // namespace
+
+std::string columnsText() {
+    std::string text = "Columns of the input:\n";
+    for (const EntryInfo& info : entryTable()) {
+        text += "  " + padded(info.name, 14) + padded(info.field, 20) + padded(nameOf(info.kind), 9) +
+                padded(info.range, 20) + std::string(info.about);
+        if (!info.otherwise.empty()) text += " (default " + std::string(info.otherwise) + ")";
+        text += "\n";
+    }
+    text += "\nWords of --want and their columns:\n";
+    for (const WantInfo& info : wantTable())
+        for (const FigureColumn& column : info.columns)
+            text += "  " + padded(info.name, 13) + padded(column.name, 24) +
+                    padded(column.length ? "length" : "", 8) + std::string(column.about) + "\n";
+    return text;
+}
+
+std::string columnsJson() {
+    std::string lines;
+    for (const EntryInfo& info : entryTable())
+        lines += jsonLine({{"name", info.name},
+                           {"field", info.field},
+                           {"kind", nameOf(info.kind)},
+                           {"range", info.range},
+                           {"default", info.otherwise},
+                           {"about", info.about}});
+    for (const WantInfo& info : wantTable())
+        for (const FigureColumn& column : info.columns)
+            lines += jsonLine({{"want", info.name},
+                               {"name", column.name},
+                               {"length", column.length},
+                               {"about", column.about}});
+    return lines;
+}
+
+} // namespace metrisk::cli

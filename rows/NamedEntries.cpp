@@ -1,0 +1,64 @@
+#include "rows/NamedEntries.h"
+
+#include "base/Text.h"
+
+#include <limits>
+
+namespace metrisk {
+
+namespace {
+
+constexpr std::size_t longestCell = std::size_t{64} * 1024;
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+[[noreturn]] void refuseCell(const EntryInfo& info, std::string_view text, const char* what,
+                             NumberMarks marks) {
+    throw RowFault{true, "column " + std::string(info.name) + ": " + noNumberText(text, what, marks)};
+}
+
+double numberOf(const EntryInfo& info, std::string_view text, NumberMarks marks) {
+    if (info.entry == Entry::MteDof && isInfinite(text)) return 0;
+    const auto number = plainNumberOf(text, marks);
+    if (!number) refuseCell(info, text, "number", marks);
+    return *number;
+}
+
+} // namespace
+
+void NamedEntries::read(Entry entry, std::string_view cell, std::string_view columnUnit, NumberMarks marks) {
+    const std::string_view text = trimmedCell(cell);
+    if (text.empty()) return;
+    const EntryInfo& info = infoOf(entry);
+    if (text.size() > longestCell)
+        throw RowFault{true, "column " + std::string(info.name) + ": longer than 64 KiB"};
+    NamedEntry value{.text = text};
+    const auto take = [&](std::optional<double> number, const char* what) {
+        if (!number) refuseCell(info, text, what, marks);
+        value.number = *number;
+    };
+    switch (info.kind) {
+    case EntryKind::Text:
+    case EntryKind::Word: break;
+    case EntryKind::Percent: take(percentCellOf(text, marks), "percentage"); break;
+    case EntryKind::Ratio: take(ratioCellOf(text, marks), "ratio"); break;
+    case EntryKind::Number: value.number = numberOf(info, text, marks); break;
+    case EntryKind::Limit:
+        if (isInfinite(text)) {
+            value.number = infinite;
+            break;
+        }
+        [[fallthrough]];
+    case EntryKind::Length:
+    case EntryKind::Offset: {
+        const auto read = quantityOf(text, marks);
+        if (!read) refuseCell(info, text, "number", marks);
+        value.number = read->number;
+        value.ownUnit = !read->unit.empty();
+        value.unit = value.ownUnit ? read->unit : columnUnit;
+    }
+    }
+    values_[static_cast<std::size_t>(entry)] = value;
+    named_ |= std::uint64_t{1} << static_cast<unsigned>(entry);
+}
+
+} // namespace metrisk

@@ -1,0 +1,115 @@
+#include "rows/UnitFactors.h"
+
+#include "base/RelativeUnits.h"
+#include "base/Text.h"
+#include "rows/ShippedUnits.h"
+#include "units/database/UnitsTable.h"
+
+#include <cmath>
+#include <optional>
+
+namespace metrisk {
+
+namespace {
+
+struct Prefix {
+    std::string_view symbol;
+    double factor;
+};
+constexpr Prefix prefixes[] = {{"da", 1e1},  {"q", 1e-30}, {"r", 1e-27}, {"y", 1e-24}, {"z", 1e-21},
+                               {"a", 1e-18}, {"f", 1e-15}, {"p", 1e-12}, {"n", 1e-9},  {"u", 1e-6},
+                               {"m", 1e-3},  {"c", 1e-2},  {"d", 1e-1},  {"h", 1e2},   {"k", 1e3},
+                               {"M", 1e6},   {"G", 1e9},   {"T", 1e12},  {"P", 1e15},  {"E", 1e18},
+                               {"Z", 1e21},  {"Y", 1e24},  {"R", 1e27},  {"Q", 1e30}};
+constexpr double sameFactor = 1e-12;
+
+struct Parts {
+    double factor;
+    std::string_view base;
+};
+
+/// The ways to read a symbol as a prefix and a base; the symbol itself is one of them.
+std::vector<Parts> partsOf(std::string_view symbol) {
+    std::vector<Parts> parts{{1, symbol}};
+    for (const Prefix& prefix : prefixes)
+        if (symbol.size() > prefix.symbol.size() && symbol.starts_with(prefix.symbol))
+            parts.push_back({prefix.factor, symbol.substr(prefix.symbol.size())});
+    return parts;
+}
+
+std::optional<double> factorByPrefix(std::string_view nominal, std::string_view unit) {
+    for (const Parts& mine : partsOf(nominal))
+        for (const Parts& other : partsOf(unit))
+            if (mine.base == other.base) return mine.factor / other.factor;
+    return std::nullopt;
+}
+
+void replaceAll(std::string& text, std::string_view what, std::string_view by) {
+    for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += by.size())
+        text.replace(at, what.size(), by);
+}
+
+} // namespace
+
+std::string plainSymbol(std::string_view symbol) {
+    std::string plain(symbol);
+    replaceAll(plain, "\xc2\xb5", "u");       // micro sign
+    replaceAll(plain, "\xce\xbc", "u");       // Greek mu
+    replaceAll(plain, "\xe2\x84\xa6", "ohm"); // ohm sign
+    replaceAll(plain, "\xce\xa9", "ohm");     // Greek omega
+    replaceAll(plain, "Ohm", "ohm");
+    return plain;
+}
+
+UnitFactors::UnitFactors() : UnitFactors(readUnitsTable(shippedUnits())) {}
+
+UnitFactors::UnitFactors(const std::vector<AreaContent>& content) {
+    for (const AreaContent& area : content) {
+        Area taken{area.name, {}};
+        for (const MeasurementUnit& unit : area.units)
+            if (unit.symbol != ppmUnits) taken.units.push_back({plainSymbol(unit.symbol), unit.multiplier});
+        areas_.push_back(std::move(taken));
+    }
+}
+
+double UnitFactors::factor(std::string_view nominalText, std::string_view unitText,
+                           std::string_view area) const {
+    const std::string nominal = plainSymbol(nominalText), unit = plainSymbol(unitText);
+    if (nominal == unit) return 1;
+    std::optional<double> found;
+    std::string_view foundIn;
+    bool areaKnown = false;
+    for (const Area& one : areas_) {
+        if (!area.empty() && !equalCaseBlind(one.name, area)) continue;
+        areaKnown = true;
+        const Unit *of = nullptr, *in = nullptr;
+        for (const Unit& candidate : one.units) {
+            if (candidate.symbol == nominal) of = &candidate;
+            if (candidate.symbol == unit) in = &candidate;
+        }
+        if (!of || !in) continue;
+        const double factor = of->multiplier / in->multiplier;
+        if (!found)
+            found = factor, foundIn = one.name;
+        else if (std::fabs(factor - *found) > sameFactor * std::fabs(*found))
+            throw RowFault{true, std::string(unitText) + " may be of area " + std::string(foundIn) + " or " +
+                                     one.name + ": name the area"};
+    }
+    if (!area.empty() && !areaKnown) throw RowFault{true, "no area " + std::string(area)};
+    if (!found) found = factorByPrefix(nominal, unit);
+    if (!found)
+        throw RowFault{true, std::string(unitText) + " is no unit that " + std::string(nominalText) +
+                                 " can be told in"};
+    return *found;
+}
+
+bool UnitFactors::isTemperature(std::string_view unit) const {
+    const std::string symbol = plainSymbol(unit);
+    for (const Area& area : areas_)
+        if (area.name.ends_with("Temperature"))
+            for (const Unit& one : area.units)
+                if (one.symbol == symbol) return true;
+    return false;
+}
+
+} // namespace metrisk

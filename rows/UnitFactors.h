@@ -1,0 +1,45 @@
+// What a unit behind a number is in the unit of the nominal.
+#pragma once
+
+#include "rows/Cell.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace metrisk {
+
+struct AreaContent;
+
+/// The measurement areas with their units. Only read once made.
+class UnitFactors {
+  public:
+    /// The units that come with the program.
+    UnitFactors();
+    explicit UnitFactors(const std::vector<AreaContent>& content);
+
+    /// Cell units per nominal unit: a number in `unit` is the entry number / factor. Looked up in the area if
+    /// one is named, else in every area that has both; a unit that is not there may be an SI prefix before
+    /// the nominal's own. Raises RowFault where there is no such factor, or areas disagree.
+    double factor(std::string_view nominal, std::string_view unit, std::string_view area) const;
+
+    /// Units of temperature, of which limits are no intervals.
+    bool isTemperature(std::string_view unit) const;
+
+  private:
+    struct Unit {
+        std::string symbol;
+        double multiplier;
+    };
+    struct Area {
+        std::string name;
+        std::vector<Unit> units;
+    };
+    std::vector<Area> areas_;
+};
+
+/// One symbol for those that are written in several ways: micro, and ohm.
+std::string plainSymbol(std::string_view symbol);
+
+} // namespace metrisk

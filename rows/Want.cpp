@@ -1,0 +1,186 @@
+#include "rows/Want.h"
+
+#include "rows/Cell.h"
+
+#include <array>
+
+namespace metrisk {
+
+namespace {
+
+constexpr FigureColumn risks[] = {
+    {"FalseAccept", false, "false accept risk by the row's convention, a fraction"},
+    {"FalseAcceptConsumer", false, "false accept risk of the accepted items"},
+    {"FalseAcceptProducer", false, "false accept risk of all items"},
+    {"FalseReject", false, "false reject risk"}};
+constexpr FigureColumn tur[] = {{"TUR", false, "d/(1.959964 MTE_Sigma)"},
+                                {"AccuracyRatio", false, "d/MTE_Offset"},
+                                {"SigmaRatio", false, "SU_Sigma/MTE_Sigma"}};
+constexpr FigureColumn ratio[] = {{"EqAccRat", false, "accuracy ratio with the same risk in the baseline"},
+                                  {"EqAccRatAttained", false, "whether any ratio has that risk"}};
+constexpr FigureColumn exact[] = {
+    {"ExactFalseAccept", false, "false accept risk by a second integration"},
+    {"ExactFalseAcceptBound", false, "how far it can be from the truth"},
+    {"ExactFalseReject", false, "false reject risk by a second integration"},
+    {"ExactFalseRejectBound", false, "how far it can be from the truth"},
+    {"AgreeingDigits", false, "significant digits in which both ways agree, of risks and baseline"}};
+constexpr FigureColumn baseline[] = {{"BaselineFalseAccept", false, "false accept risk of the baseline"},
+                                     {"BaselineFalseReject", false, "false reject risk of the baseline"}};
+constexpr FigureColumn fit[] = {{"SU_Distribution", false, "Normal, LogNormal, Exponential or Uniform"},
+                                {"SU_CaseCode", false, "1 to 9"},
+                                {"SU_Sigma", true, "standard deviation of the subject parameter"},
+                                {"FitPhysicalLimit", true, "physical limit of the fit"},
+                                {"MTE_Sigma", true, "standard uncertainty of the measurement"},
+                                {"MTE_kFactor", false, "coverage factor of the measuring parameter"}};
+constexpr FigureColumn entries[] = {{"SU_Mode", true, "nominal"},
+                                    {"OptTwoSided", false, "both limits"},
+                                    {"OptSingleUpper", false, "an upper limit alone"},
+                                    {"OptSingleLower", false, "a lower limit alone"},
+                                    {"SU_UpperOffset", true, "upper tolerance offset"},
+                                    {"SU_LowerOffset", true, "lower tolerance offset"},
+                                    {"SU_PctInTol", false, "% in-tolerance of the subject parameter"},
+                                    {"PhysLimitRequired", false, "whether there is a physical limit"},
+                                    {"PhysicalLimit", true, "physical limit"},
+                                    {"MTE_Offset", true, "tolerance or expanded uncertainty"},
+                                    {"MTE_PctInTol", false, "% in-tolerance or confidence"},
+                                    {"MTE_DegFreedom", false, "degrees of freedom, 0 for infinite"},
+                                    {"ProcessUncertainty", true, "standard uncertainty of the process"},
+                                    {"IncludeUncertainty", false, "whether that counts"},
+                                    {"IncludeGuardbands", false, "whether guardbands count"},
+                                    {"GB_UpperMult", false, "upper guardband multiplier"},
+                                    {"GB_LowerMult", false, "lower guardband multiplier"},
+                                    {"FalseAcceptOption", false, "0 consumer, 1 producer"}};
+constexpr FigureColumn guardband[] = {{"GB_Status", false, "solved or failed"},
+                                      {"GB_Upper", false, "upper multiplier"},
+                                      {"GB_Lower", false, "lower multiplier"},
+                                      {"GB_K_Upper", false, "upper k-factor"},
+                                      {"GB_K_Lower", false, "lower k-factor"},
+                                      {"AcceptUpper", true, "upper acceptance limit"},
+                                      {"AcceptLower", true, "lower acceptance limit"},
+                                      {"GB_FalseAccept", false, "false accept risk with them"},
+                                      {"GB_FalseReject", false, "false reject risk with them"}};
+constexpr FigureColumn worst[] = {
+    {"WorstFalseAccept", false, "largest false accept risk of all items over an unknown % in-tolerance"},
+    {"WorstPct", false, "the % in-tolerance that has it"}};
+constexpr FigureColumn uncertainty[] = {{"CoverageFactor", false, "k of U = k u, 95.45 %"},
+                                        {"ExpandedUncertainty", true, "U = k MTE_Sigma"},
+                                        {"ToleranceToUncertainty", false, "d/U"},
+                                        {"Accepted", false, "share of items that are accepted"},
+                                        {"InTolerance", false, "share of items in tolerance"}};
+constexpr FigureColumn counts[] = {{"PctLow", false, "lower limit of the % in-tolerance, 95 %, two-sided"},
+                                   {"PctHigh", false, "upper limit of it"},
+                                   {"FalseAcceptLow", false, "false accept risk at PctLow"},
+                                   {"FalseAcceptHigh", false, "false accept risk at PctHigh"},
+                                   {"FalseRejectLow", false, "false reject risk at PctLow"},
+                                   {"FalseRejectHigh", false, "false reject risk at PctHigh"}};
+constexpr FigureColumn decide[] = {
+    {"Verdict", false, "pass, fail, undecided, conditional-pass, conditional-fail or no-decision"},
+    {"Conformance", false, "probability that the item conforms"},
+    {"DecideLower", true, "lower acceptance limit of the rule"},
+    {"DecideUpper", true, "upper acceptance limit of the rule"},
+    {"NonConformance", false, "the complement of Conformance, computed apart"}};
+
+constexpr WantInfo table[] = {
+    {WantWord::Risks, "risks", risks},          {WantWord::Tur, "tur", tur},
+    {WantWord::Ratio, "ratio", ratio},          {WantWord::Exact, "exact", exact},
+    {WantWord::Baseline, "baseline", baseline}, {WantWord::Fit, "fit", fit},
+    {WantWord::Entries, "entries", entries},    {WantWord::Guardband, "guardband", guardband},
+    {WantWord::Worst, "worst", worst},          {WantWord::Uncertainty, "uncertainty", uncertainty},
+    {WantWord::Counts, "counts", counts},       {WantWord::Decide, "decide", decide}};
+
+/// A risk as in "2%", "500ppm", "2"; a fraction.
+std::optional<double> riskCellOf(std::string_view text) {
+    const auto read = quantityOf(text);
+    if (!read || !(read->number > 0)) return std::nullopt;
+    if (read->unit == "ppm") return read->number / 1e6;
+    if (read->unit.empty() || read->unit == "%") return read->number / 100;
+    return std::nullopt;
+}
+
+bool takeWord(Want& want, std::string_view text) {
+    const auto colon = text.find(':');
+    const std::string_view name = text.substr(0, colon);
+    const std::string_view rest = colon == text.npos ? std::string_view{} : text.substr(colon + 1);
+    for (const WantInfo& info : table) {
+        if (info.name != name) continue;
+        bool& given = want.words[static_cast<std::size_t>(info.word)];
+        if (given && colon != text.npos) return false;
+        given = true;
+        if (info.word == WantWord::Guardband) return readGuardbandWant(rest, want);
+        if (info.word != WantWord::Decide) return colon == text.npos;
+        if (colon == text.npos) return true;
+        const auto rule = ruleCellOf(rest);
+        if (rule) want.rule = *rule;
+        return rule.has_value();
+    }
+    return false;
+}
+
+} // namespace
+
+std::span<const WantInfo> wantTable() {
+    return table;
+}
+
+bool Want::anyLength() const {
+    for (const WantInfo& info : table)
+        if (has(info.word))
+            for (const FigureColumn& column : info.columns)
+                if (column.length) return true;
+    return false;
+}
+
+std::size_t Want::columnCount() const {
+    std::size_t count = 0;
+    for (const WantInfo& info : table)
+        if (has(info.word)) count += info.columns.size();
+    return count;
+}
+
+Wanted Want::ofEvaluate() const {
+    return {.exact = has(WantWord::Exact) || has(WantWord::Uncertainty),
+            .reference = has(WantWord::Baseline),
+            .ratio = has(WantWord::Ratio)};
+}
+
+bool readGuardbandWant(std::string_view text, Want& want) {
+    if (text.ends_with(":k")) {
+        want.guardbandByK = true;
+        text.remove_suffix(2);
+    }
+    if (text == "equal") {
+        want.guardband = {GuardbandKey::Equalize};
+        return true;
+    }
+    if (!text.starts_with("fa=") && !text.starts_with("fr=")) return false;
+    const auto risk = riskCellOf(text.substr(3));
+    if (!risk) return false;
+    want.guardband = {text[1] == 'a' ? GuardbandKey::FalseAccept : GuardbandKey::FalseReject, *risk};
+    return true;
+}
+
+std::optional<DecisionRule> ruleCellOf(std::string_view text) {
+    text = trimmedCell(text);
+    if (auto rule = decisionRuleOf(text)) return refusedRule(*rule) ? std::nullopt : rule;
+    const auto colon = text.rfind(':');
+    if (colon == text.npos || text.size() != colon + 2) return std::nullopt;
+    auto rule = decisionRuleOf(text.substr(0, colon));
+    const char outcomes = text.back();
+    if (!rule || outcomes < '2' || outcomes > '4') return std::nullopt;
+    rule->outcomes = outcomes - '0';
+    return refusedRule(*rule) ? std::nullopt : rule;
+}
+
+std::variant<Want, std::string> wantOf(std::string_view list) {
+    Want want;
+    for (std::size_t from = 0; from <= list.size();) {
+        const std::size_t comma = std::min(list.find(',', from), list.size());
+        const std::string_view word = trimmedCell(list.substr(from, comma - from));
+        if (!takeWord(want, word))
+            return "--want: " + std::string(word) + " is no word of the list, or has a wrong parameter";
+        from = comma + 1;
+    }
+    return want;
+}
+
+} // namespace metrisk

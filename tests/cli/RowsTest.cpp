@@ -1,0 +1,297 @@
+// Tables of test points: figures as those of single files, forms, bad tables, splits and stopped runs.
+#include "base/NumberText.h"
+#include "persistence/AnalysisContent.h"
+#include "record/Analysis.h"
+#include "tests/cli/Cli.h"
+
+#include <random>
+
+namespace metrisk::testing {
+
+namespace {
+
+/// Of the digits that a file holds, and one that it gives back to the bit.
+bool survives(double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.15g", value);
+    return std::strtod(text, nullptr) == value;
+}
+
+double decimal(std::mt19937& random, double from, double to, int decimals) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.*f", decimals, std::uniform_real_distribution(from, to)(random));
+    return std::strtod(text, nullptr);
+}
+
+/// A test as a record, entered as a user would leave it, and as a line of a table.
+struct Point {
+    Analysis record;
+    json row;
+};
+
+/// None where a sum does not survive a file.
+std::optional<Point> pointOf(std::mt19937& random, int kind) {
+    Point p;
+    Analysis& r = p.record;
+    const auto put = [&](const char* name, double value) { return p.row[name] = value, value; };
+    r.SU_Mode = r.MTE_Mode = put("nominal", decimal(random, -20, 20, 2));
+    r.OptTwoSided = kind % 4 < 2;
+    r.OptSingleUpper = kind % 4 == 2;
+    r.OptSingleLower = kind % 4 == 3;
+    if (!r.OptTwoSided) p.row["sided"] = r.OptSingleUpper ? "upper" : "lower";
+    const double upper = decimal(random, 0.2, 2, 2);
+    const double lower = kind % 4 == 1 ? decimal(random, 0.2, 2, 2) : upper;
+    if (kind % 4 == 1)
+        put("tol_upper", upper), put("tol_lower", lower);
+    else
+        put("tol", upper);
+    if (!r.OptSingleLower) r.SU_UpperOffset = r.SU_UpperFixed = upper;
+    if (!r.OptSingleUpper) r.SU_LowerOffset = r.SU_LowerFixed = lower;
+    r.SU_UpperLimit = r.SU_Mode + r.SU_UpperOffset;
+    r.SU_LowerLimit = r.SU_Mode - r.SU_LowerOffset;
+    r.SU_PctInTol = put("su_pct", kind == 4 ? 100 : decimal(random, 40, 99.9, 1));
+    if (!r.OptTwoSided && kind % 3 == 0) {
+        r.PhysLimitRequired = r.PhysicalLimitEntered = true;
+        const double away = decimal(random, -3, 3, 1);
+        r.PhysicalLimit =
+            put("phys", kind % 5 == 0 ? r.SU_Mode : decimal(random, r.SU_Mode + away, r.SU_Mode + away, 2));
+    }
+    r.MTE_EntryByUncertainty = kind % 2 == 1;
+    r.MTE_Offset = put(r.MTE_EntryByUncertainty ? "mte_expanded" : "mte_tol", decimal(random, 0.02, 0.8, 3));
+    if (!r.MTE_EntryByUncertainty) r.MTE_FixedOffset = r.MTE_Offset;
+    r.MTE_PctInTol = put(r.MTE_EntryByUncertainty ? "mte_conf" : "mte_pct", decimal(random, 60, 99.5, 1));
+    if (kind % 6 == 1) r.MTE_DegFreedom = put("mte_dof", decimal(random, 3, 60, 0));
+    r.MTE_UpperLimit = r.MTE_Mode + r.MTE_Offset;
+    r.MTE_LowerLimit = r.MTE_Mode - r.MTE_Offset;
+    if (kind % 5 == 1) {
+        r.IncludeUncertainty = true;
+        r.ProcessUncertainty = put("process_u", decimal(random, 0.01, 0.2, 3));
+    }
+    if (kind % 7 == 2) {
+        r.IncludeGuardbands = true;
+        r.GB_UpperMult = put("gb_upper", decimal(random, 0.5, 1.2, 2));
+        r.GB_LowerMult = put("gb_lower", decimal(random, 0.5, 1.2, 2));
+    }
+    if (kind % 2 == 0) r.FalseAcceptOption = 1, p.row["convention"] = "producer";
+    if (kind % 9 == 3) r.EqRatioOnFalseAccept = false, p.row["eq_on"] = "fr";
+    const bool whole = survives(r.SU_UpperLimit) && survives(r.SU_LowerLimit) && survives(r.MTE_UpperLimit) &&
+                       survives(r.MTE_LowerLimit);
+    return whole ? std::optional(p) : std::nullopt;
+}
+
+class Rows : public Cli {
+  protected:
+    std::string table(int rows) {
+        std::string text = "id,nominal[V],tol[mV],su_pct,mte_u,note\n";
+        std::mt19937 random(7);
+        for (int i = 0; i < rows; ++i) {
+            text += std::to_string(i) + "," + std::to_string(decimal(random, 1, 9, 2)) + "," +
+                    std::to_string(decimal(random, -5, 500, 1)) + ",";
+            text += i % 17 == 3 ? "95 %%," : i % 11 == 4 ? "-1," : "95,";
+            text += "20 mV,";
+            text += i % 13 == 5   ? "\"two\nlines\"\n"
+                    : i % 19 == 6 ? "a\"b\n"
+                    : i % 23 == 7 ? "x\r\n\n"
+                                  : "x\n";
+        }
+        return text;
+    }
+};
+
+} // namespace
+
+TEST_F(Rows, AreSingleFilesToTheBit) {
+    std::mt19937 random(20);
+    std::string lines, files;
+    for (int kind = 0, found = 0; found < 240; ++kind) {
+        const auto point = pointOf(random, kind);
+        if (!point) continue;
+        const std::string name = "p" + std::to_string(found++) + ".mrk";
+        write(name.c_str(), AnalysisText(point->record));
+        files += name + " ";
+        lines += point->row.dump() + "\n";
+    }
+    write("points.jsonl", lines);
+    const std::vector<json> rows =
+        run("rows points.jsonl --want risks,tur,ratio,exact,baseline,fit,uncertainty").lines();
+    const std::vector<json> single = run("compute --json " + files).lines();
+    ASSERT_EQ(rows.size(), single.size());
+    int computed = 0;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const json &row = rows[i], &file = single[i];
+        const bool refused = file["status"] == "refused";
+        EXPECT_EQ(row["status"] == "refused", refused) << row << file;
+        if (refused) {
+            const json message = file["messages"].back();
+            const std::string title = message["title"].get<std::string>() + ": ";
+            EXPECT_EQ(row["message"].get<std::string>().substr(0, title.size()), title) << row << file;
+            continue;
+        }
+        ++computed;
+        const char* names[][2] = {{"FalseAccept", ""},
+                                  {"FalseReject", ""},
+                                  {"FalseAcceptConsumer", ""},
+                                  {"FalseAcceptProducer", ""},
+                                  {"TUR", ""},
+                                  {"SigmaRatio", "UncertaintyRatio"},
+                                  {"EqAccRat", ""},
+                                  {"EqAccRatAttained", ""},
+                                  {"BaselineFalseAccept", ""},
+                                  {"BaselineFalseReject", ""},
+                                  {"SU_Distribution", ""},
+                                  {"SU_CaseCode", ""},
+                                  {"SU_Sigma", ""},
+                                  {"FitPhysicalLimit", "PhysicalLimit"},
+                                  {"MTE_Sigma", ""},
+                                  {"MTE_kFactor", ""},
+                                  {"AgreeingDigits", ""},
+                                  {"CoverageFactor", ""},
+                                  {"ExpandedUncertainty", ""},
+                                  {"ToleranceToUncertainty", ""},
+                                  {"Accepted", ""},
+                                  {"InTolerance", ""}};
+        for (const auto& [name, other] : names)
+            EXPECT_EQ(row[name], file[*other ? other : name]) << name << row << file;
+        EXPECT_EQ(row["ExactFalseReject"], file["Verified"]["FalseReject"]["value"]);
+        EXPECT_EQ(row["status"] == "note", !file["messages"].empty()) << row << file["messages"];
+    }
+    EXPECT_GT(computed, 150);
+}
+
+TEST_F(Rows, HaveTheFiguresOfTheirTemplate) {
+    write("one.csv", "id,su_pct\n1,\n");
+    for (const char* file :
+         {"multimeter-dc-volts", "thermometer-process-uncertainty", "battery-capacity-minimum"}) {
+        const std::string path = std::string("ex/") + file + ".mrk";
+        const json single = run("compute --json " + path).lines().at(0);
+        const std::string out =
+            run("rows one.csv -q --no-header --header 'id,su_pct' --template " + path + " --want risks").out;
+        const std::string last = out.substr(out.find('\n') + 1);
+        double fa = 0;
+        ASSERT_EQ(std::sscanf(last.c_str(), "1,,%*[a-z],%lf", &fa), 1) << out;
+        EXPECT_EQ(fa, single["FalseAccept"].get<double>()) << file;
+    }
+}
+
+TEST_F(Rows, ReadFormsAndTellWhatIsWrong) {
+    const struct {
+        const char *header, *row, *status, *message;
+    } cases[] = {
+        {"nominal[V],tol[mV],su_pct,tur", "10,500,95,4:1", "ok", ""},
+        {"nominal,tol,su_pct,tur", "10 V,0.5,95%,4", "ok", ""},
+        {"nominal[V],tol,su_pct,tur", "10,5 %,95,4", "ok", ""},
+        {"nominal[V],tol,su_pct,tur", "0,5 ppm,95,4", "refused", "cannot be zero"},
+        {"nominal[V],upper,lower,su_pct,tur", "10,11,none,95,4", "ok", ""},
+        {"nominal[V],upper,lower,su_pct,tur", "10,11,,95,4", "refused",
+         "lower is empty: none, or sided=upper"},
+        {"nominal,tol,su_pct,mte_u,tur", "10,1,95,0.1,4", "refused", "mte_u and tur both given"},
+        {"nominal,tol,su_pct,tur", "10,-1,95,4", "refused", "greater than or equal to zero"},
+        {"nominal,tol,su_pct,tur", "10,1,95,\"4,1\"", "bad", "use --decimal-comma"},
+        {"nominal,tol,su_pct,tur", "10,1,#N/A,4", "bad", "column su_pct: #N/A is no percentage"},
+        {"nominal,tol,su_pct,tur", "10,1 mV,95,4", "bad", "needs a unit of the nominal"},
+        {"nominal[V],tol,su_pct,tur", "10,1 min,95,4", "bad", "min is no unit"},
+        {"nominal,tol,su_pct,tur", "10,1,95", "bad", "3 cells, wanted 4"},
+        {"nominal,tol,su_pct,tur", "10,1,9\"5,4", "bad", "a quote inside a cell"},
+        {"nominal,tol,passed,tested,tur", "10,1,19,20,4", "note", "observed"},
+        {"nominal,tol,passed,tested,tur", "10,1,20,20,4", "refused", "86.09 %"},
+        {"nominal,tol,su_pct,mte_expanded,mte_k,mte_conf", "10,1,95,0.2,2,95", "note", "mte_k counts"},
+        {"nominal,tol,su_pct,mte_expanded,mte_k,mte_conf", "10,1,95,0.2,3,95", "refused", "both given"},
+        {"nominal,tol,su_pct,mte_tol", "10,1,95,0.2", "refused", "MTE % In-Tolerance"},
+        {"nominal,tol,su_pct,tur,phys", "10,1,95,4,1", "refused", "single-sided"},
+        {"nominal,tol,su_pct,tur,gb_k", "10,1,95,4,99", "refused", "below the mode value"},
+        {"nominal[\xc2\xb0\x43],upper,lower,su_pct,tur", "10,20 K,5 K,95,4", "bad", "temperature"},
+    };
+    for (const auto& one : cases) {
+        write("in.csv", std::string(one.header) + "\n" + one.row + "\n");
+        const Result result = run("rows in.csv -q --want risks -o - --write-header");
+        const std::string row = result.out.substr(result.out.find('\n') + 1);
+        EXPECT_NE(row.find(std::string(",") + one.status + ","), std::string::npos) << one.row << ": " << row;
+        EXPECT_NE(row.find(one.message), std::string::npos) << one.row << ": " << row;
+        EXPECT_EQ(result.status,
+                  std::string(one.status) == "ok" || std::string(one.status) == "note" ? 0 : 1);
+    }
+}
+
+TEST_F(Rows, RefuseHeadersThatMayMeanAnother) {
+    const struct {
+        const char *content, *arguments;
+        int status;
+        const char* told;
+    } cases[] = {{"Tol Upper\n1\n", "", 2, "did you mean tol_upper?"},
+                 {"tol,u\n1,2\n", "", 2, "mte_u or mte_expanded"},
+                 {"tol,tol [mV]\n1,2\n", "", 2, "one entry"},
+                 {"SU_Mode,nominal\n1,2\n", "", 2, "one entry"},
+                 {"a,b\n1,2\n", "", 2, "no column is known"},
+                 {"tol,status\n1,2\n", "", 2, "--prefix"},
+                 {"tol,status\n", "--prefix m_", 0, ""},
+                 {"tol,x\n", "--only-known", 2, "not known"},
+                 {"", "", 3, "header"},
+                 {"\xff\xfet\0", "", 3, "UTF-8"},
+                 {"tol\n", "--no-header", 2, "--header"},
+                 {"tol\n", "--want nothing", 2, "nothing"},
+                 {"tol\n", "-o in.csv --force", 2, "not written over"}};
+    for (const auto& one : cases) {
+        write("in.csv", one.content);
+        const Result result = run(std::string("rows in.csv ") + one.arguments);
+        EXPECT_EQ(result.status, one.status) << one.content << result.err;
+        EXPECT_NE(result.err.find(one.told), std::string::npos) << one.content << result.err;
+    }
+}
+
+TEST_F(Rows, AreTheSameInPartsAndByAnyThreads) {
+    const std::string all = table(9000);
+    write("all.csv", all);
+    const std::string header = all.substr(0, all.find('\n'));
+    const Result whole = run("rows all.csv -q --threads 1");
+    ASSERT_EQ(whole.status, 1);
+    EXPECT_EQ(run("rows all.csv -q --threads 5").out, whole.out);
+    std::string joined = whole.out.substr(0, whole.out.find('\n') + 1);
+    const std::size_t cuts[] = {header.size() + 1, all.find("\n1000,") + 1, all.find("\n1000,") + 1,
+                                all.find("\n1005,") + 1, all.size()};
+    for (std::size_t i = 1; i < std::size(cuts); ++i) {
+        write("part.csv", all.substr(cuts[i - 1], cuts[i] - cuts[i - 1]));
+        joined += run("rows part.csv -q --no-header --header '" + header + "'").out;
+    }
+    EXPECT_EQ(joined, whole.out);
+}
+
+TEST_F(Rows, GoOnWhereTheyWereStopped) {
+    write("all.csv", table(40000));
+    ASSERT_EQ(run("rows all.csv -q -o whole.csv").status, 1);
+    const std::string whole = fileContent(folder / "whole.csv");
+    int stopped = 0;
+    for (int i = 1; i <= 6; ++i) {
+        fs::remove(folder / "out.csv");
+        const std::string wait = std::to_string(0.015 * i);
+        const char* signal = i % 2 ? "KILL" : "TERM";
+        run("rows all.csv -q -o out.csv & sleep " + wait + "; kill -" + signal + " $! 2>/dev/null; wait");
+        if (fs::exists(folder / "out.csv")) continue;
+        ++stopped;
+        EXPECT_EQ(run("rows all.csv -q -o out.csv --resume").status, 1);
+        EXPECT_EQ(fileContent(folder / "out.csv"), whole) << wait;
+        EXPECT_FALSE(fs::exists(folder / "out.csv.part"));
+        EXPECT_FALSE(fs::exists(folder / "out.csv.part.options"));
+    }
+    EXPECT_GT(stopped, 2);
+    EXPECT_EQ(run("rows all.csv -q -o whole.csv --resume").status, 1) << "complete, with its refused rows";
+
+    // Half a record, and other options.
+    for (const std::size_t cut : {whole.size() / 2, whole.size() / 3, std::size_t{20}}) {
+        fs::remove(folder / "out.csv");
+        run("rows all.csv -q -o out.csv & sleep 0.05; kill -KILL $!; wait");
+        if (fs::exists(folder / "out.csv") || !fs::exists(folder / "out.csv.part.options")) continue;
+        write("out.csv.part", whole.substr(0, cut));
+        EXPECT_EQ(run("rows all.csv -q -o out.csv --resume --want tur").status, 2);
+        EXPECT_EQ(run("rows all.csv -q -o out.csv --resume").status, 1);
+        EXPECT_EQ(fileContent(folder / "out.csv"), whole) << cut;
+    }
+}
+
+TEST_F(Rows, WriteWhatSpreadsheetsWant) {
+    write("in.csv", "\xef\xbb\xbfnominal;tol;su_pct;tur\r\n10;0,5;95;4\r\n");
+    const Result result = run("rows in.csv -q --decimal-comma --crlf --bom --want tur");
+    EXPECT_EQ(result.out, "\xef\xbb\xbfnominal;tol;su_pct;tur;status;TUR;AccuracyRatio;SigmaRatio;message\r\n"
+                          "10;0,5;95;4;ok;4;4,000000031551491;4,00000003155149;\r\n");
+}
+
+} // namespace metrisk::testing
