@@ -102,6 +102,7 @@ class Camera {
     void takeReading() {
         desk_.session.settings.WriteSetting("Reading", "Rule", "guard=1");
         desk_.boxes.expectScreen("Reading", [&](QWidget& window) {
+            QApplication::setActiveWindow(&window); // a box without the focus starts at its first letter
             auto* box = desk_.control<QLineEdit>("txt_Reading", &window);
             box->setFocus();
             QTest::keyClicks(box, "25.00026");

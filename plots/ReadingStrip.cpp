@@ -22,7 +22,7 @@ constexpr Colour hatchColour{170, 30, 30};
 constexpr Colour readingColour{24, 95, 170};
 constexpr double hatchStep = 6; // device units
 
-constexpr double curveTop = 0.80, foot = 0.22; // shares of the height, from below
+constexpr double curveTop = 0.80, limitTop = 0.88, foot = 0.22; // shares of the height, from below
 
 /// Density of the true value at a deviation from the mode, to any scale.
 double densityAt(const Judge& judge, double reading, double deviation) {
@@ -50,7 +50,7 @@ class Drawer {
         outline();
         surface_.Line(0, foot, 1, foot, surface_.ink());
         for (const auto& limit : {strip_.lower, strip_.upper})
-            if (limit) surface_.Line(limit->at, foot - 0.02, limit->at, 0.98, limitOnPaper());
+            if (limit) surface_.Line(limit->at, foot - 0.02, limit->at, limitTop, limitOnPaper());
         const auto beside = [&](double accept, const std::optional<StripMark>& limit) {
             return !limit || std::fabs(accept - limit->at) >= pixelX_;
         };
