@@ -114,7 +114,7 @@ void batch(benchmark::State& state) {
     std::vector<std::string> files;
     std::vector<std::string> contents;
     for (const auto& entry : fs::directory_iterator(METRISK_SOURCE_DIR "/examples"))
-        contents.push_back(contentOf(entry.path()));
+        if (entry.path().extension() == ".mrk") contents.push_back(contentOf(entry.path()));
     for (std::size_t i = 0; i < count; ++i) {
         files.push_back(folder / (std::to_string(i) + ".mrk"));
         std::ofstream(files.back(), std::ios::binary) << contents[i % contents.size()];

@@ -287,6 +287,36 @@ TEST_F(Rows, GoOnWhereTheyWereStopped) {
     }
 }
 
+TEST_F(Rows, AreWhatNewMakesOfTheSameEntries) {
+    const struct {
+        const char *header, *row, *options;
+    } cases[] = {
+        {"nominal,tol,su_pct,mte_expanded,mte_k", "10V,0.5mV,95,0.1mV,2",
+         "--nominal 10V --tol 0.5mV --su-pct 95 --mte-expanded 0.1mV --mte-k 2"},
+        {"nominal,upper,lower,su_pct,tur,gb", "10,11,none,95,4:1,0.9",
+         "--nominal 10 --upper 11 --lower none --su-pct 95 --tur 4:1 --gb 0.9"},
+        {"nominal,tol,su_pct,mte_tol,mte_pct,process_u,convention", "1,0.2,90,0.05,99,0.01,producer",
+         "--nominal 1 --tol 0.2 --su-pct 90 --mte-tol 0.05 --mte-pct 99 --process-u 0.01 --convention "
+         "producer"},
+    };
+    for (const auto& one : cases) {
+        const std::string table = std::string(one.header) + "\n" + one.row + "\n";
+        write("in.csv", table);
+        const std::string out = run("rows in.csv -q --want risks").out;
+        const std::string figures = out.substr(out.find(",ok,") + 4);
+        ASSERT_EQ(run(std::string("new n.mrk --force ") + one.options).status, 0) << one.row;
+        const json file = run("compute --json n.mrk").lines().at(0);
+        EXPECT_NEAR(std::strtod(figures.c_str(), nullptr), file["FalseAccept"], 1e-12) << one.row;
+        EXPECT_TRUE(json::parse(run("show --json n.mrk").out)["FalseAcceptRisk"] == 0)
+            << "no figures are stored";
+    }
+    EXPECT_EQ(run("new n.mrk --nominal 1").status, 2) << "exists";
+    const Result refused = run("new none.mrk --tol 1 --su-pct 101");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("Illegal Entry"), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder / "none.mrk"));
+}
+
 TEST_F(Rows, WriteWhatSpreadsheetsWant) {
     write("in.csv", "\xef\xbb\xbfnominal;tol;su_pct;tur\r\n10;0,5;95;4\r\n");
     const Result result = run("rows in.csv -q --decimal-comma --crlf --bom --want tur");
