@@ -287,7 +287,9 @@ class RowsRun {
             if (!read.empty() && read != standardStream && fs::equivalent(o_.out, read, none))
                 return o_.out + " is what is read and is not written over";
         if (!o_.force && !o_.resume) return o_.out + " exists; use --force to replace it, or --resume";
-        return fs::is_directory(o_.out, none) ? o_.out + " is a folder" : "";
+        // What becomes the output as a whole must never take the place of a device or a pipe.
+        return fs::is_regular_file(o_.out, none) ? ""
+                                                 : o_.out + " is no regular file; - is the standard output";
     }
 
     UnitFactors unitFactors(std::string& bytes) const {

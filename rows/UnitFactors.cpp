@@ -5,6 +5,8 @@
 #include "rows/ShippedUnits.h"
 #include "units/database/UnitsTable.h"
 
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <optional>
 
@@ -64,6 +66,8 @@ std::string plainSymbol(std::string_view symbol) {
 UnitFactors::UnitFactors() : UnitFactors(readUnitsTable(shippedUnits())) {}
 
 UnitFactors::UnitFactors(const std::vector<AreaContent>& content) {
+    static std::atomic<std::size_t> made = 0;
+    number_ = ++made;
     for (const AreaContent& area : content) {
         Area taken{area.name, {}};
         for (const MeasurementUnit& unit : area.units)
@@ -72,11 +76,29 @@ UnitFactors::UnitFactors(const std::vector<AreaContent>& content) {
     }
 }
 
-double UnitFactors::factor(std::string_view nominalText, std::string_view unitText,
-                           std::string_view area) const {
+/// A thread keeps the last ones: a table has few units.
+double UnitFactors::factor(std::string_view nominal, std::string_view unit, std::string_view area) const {
+    struct Kept {
+        std::size_t of = 0;
+        std::string nominal, unit, area;
+        double factor = 0;
+    };
+    thread_local std::array<Kept, 8> kept;
+    thread_local std::size_t oldest = 0;
+    for (const Kept& one : kept)
+        if (one.of == number_ && one.unit == unit && one.nominal == nominal && one.area == area)
+            return one.factor;
+    const double factor = found(nominal, unit, area);
+    kept[oldest] = {number_, std::string(nominal), std::string(unit), std::string(area), factor};
+    oldest = (oldest + 1) % kept.size();
+    return factor;
+}
+
+double UnitFactors::found(std::string_view nominalText, std::string_view unitText,
+                          std::string_view area) const {
     const std::string nominal = plainSymbol(nominalText), unit = plainSymbol(unitText);
     if (nominal == unit) return 1;
-    std::optional<double> found;
+    std::optional<double> told;
     std::string_view foundIn;
     bool areaKnown = false;
     for (const Area& one : areas_) {
@@ -89,18 +111,18 @@ double UnitFactors::factor(std::string_view nominalText, std::string_view unitTe
         }
         if (!of || !in) continue;
         const double factor = of->multiplier / in->multiplier;
-        if (!found)
-            found = factor, foundIn = one.name;
-        else if (std::fabs(factor - *found) > sameFactor * std::fabs(*found))
+        if (!told)
+            told = factor, foundIn = one.name;
+        else if (std::fabs(factor - *told) > sameFactor * std::fabs(*told))
             throw RowFault{true, std::string(unitText) + " may be of area " + std::string(foundIn) + " or " +
                                      one.name + ": name the area"};
     }
     if (!area.empty() && !areaKnown) throw RowFault{true, "no area " + std::string(area)};
-    if (!found) found = factorByPrefix(nominal, unit);
-    if (!found)
+    if (!told) told = factorByPrefix(nominal, unit);
+    if (!told)
         throw RowFault{true, std::string(unitText) + " is no unit that " + std::string(nominalText) +
                                  " can be told in"};
-    return *found;
+    return *told;
 }
 
 bool UnitFactors::isTemperature(std::string_view unit) const {

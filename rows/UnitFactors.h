@@ -36,7 +36,10 @@ class UnitFactors {
         std::string name;
         std::vector<Unit> units;
     };
+    double found(std::string_view nominal, std::string_view unit, std::string_view area) const;
+
     std::vector<Area> areas_;
+    std::size_t number_; // tells it from any other, for what threads remember
 };
 
 /// One symbol for those that are written in several ways: micro, and ohm.

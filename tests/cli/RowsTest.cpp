@@ -5,6 +5,7 @@
 #include "tests/cli/Cli.h"
 
 #include <random>
+#include <sys/stat.h>
 
 namespace metrisk::testing {
 
@@ -229,7 +230,10 @@ TEST_F(Rows, RefuseHeadersThatMayMeanAnother) {
                  {"\xff\xfet\0", "", 3, "UTF-8"},
                  {"tol\n", "--no-header", 2, "--header"},
                  {"tol\n", "--want nothing", 2, "nothing"},
-                 {"tol\n", "-o in.csv --force", 2, "not written over"}};
+                 {"tol\n", "-o in.csv --force", 2, "not written over"},
+                 {"tol\n", "-o pipe --force", 2, "no regular file"},
+                 {"tol\n", "-o ex --force", 2, "no regular file"}};
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     for (const auto& one : cases) {
         write("in.csv", one.content);
         const Result result = run(std::string("rows in.csv ") + one.arguments);
