@@ -89,22 +89,22 @@ RowTable::Column RowTable::columnOf(std::string_view text) const {
     Column column{std::string(text), {}, {}};
     for (const std::string& ignored : options_.ignored)
         if (equalCaseBlind(name, ignored)) return column;
-    const auto quoted = [&] { return std::string(name); };
+    const std::string quoted(name);
     if (name == "u" || name == "U")
-        throw HeaderFault("column " + quoted() + " may be mte_u or mte_expanded: name it so, or --ignore " +
-                          quoted() + " to pass it through");
+        throw HeaderFault("column " + quoted + " may be mte_u or mte_expanded: name it so, or --ignore " +
+                          quoted + " to pass it through");
     column.entry = entryNamed(name);
     if (column.entry) {
         if (!unit.empty() && !infoOf(*column.entry).isLength() &&
             !(unit == "%" && infoOf(*column.entry).kind == EntryKind::Percent))
-            throw HeaderFault("column " + quoted() + " has no unit");
+            throw HeaderFault("column " + quoted + " has no unit");
         if (infoOf(*column.entry).isLength()) column.unit = unit;
         return column;
     }
     if (const auto near = entryNearly(name))
-        throw HeaderFault("column " + quoted() + ": did you mean " + std::string(infoOf(*near).name) +
-                          "? --ignore " + quoted() + " to pass it through");
-    if (options_.onlyKnown) throw HeaderFault("column " + quoted() + " is not known");
+        throw HeaderFault("column " + quoted + ": did you mean " + std::string(infoOf(*near).name) +
+                          "? --ignore " + quoted + " to pass it through");
+    if (options_.onlyKnown) throw HeaderFault("column " + quoted + " is not known");
     return column;
 }
 
