@@ -23,4 +23,12 @@ std::string fullPicture(double value, std::string_view picture) {
     return needed > PictureDecimals(picture) ? PictureForDecimals(needed) : std::string(picture);
 }
 
+void followReading(double& offset, double& fixed, double pctReading, bool ppm, double before, double mode) {
+    const double scale = ppm && before != 0 && mode != 0 ? std::fabs(mode / before) : 1;
+    double rest = offset - std::fabs(before) * pctReading / 100;
+    if (std::fabs(rest - fixed) <= 1e-12 * std::fabs(offset)) rest = fixed; // no trace of the difference
+    offset = checked(rest * scale + std::fabs(mode) * pctReading / 100);
+    fixed = checked(fixed * scale);
+}
+
 } // namespace metrisk

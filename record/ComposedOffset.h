@@ -23,6 +23,10 @@ struct ComposedOffset {
 /// fixed + |mode| pctReading / 100, with the decimals of both parts. Raises RuntimeFault.
 ComposedOffset composeOffset(const OffsetParts& parts, double mode);
 
+/// What was entered stays when the reading changes: a fixed part in ppm is one of the new reading, and so is
+/// a part in percent of it. Raises RuntimeFault.
+void followReading(double& offset, double& fixed, double pctReading, bool ppm, double before, double mode);
+
 /// A picture with at least the decimals that six significant digits of the value need.
 std::string fullPicture(double value, std::string_view picture);
 

@@ -159,29 +159,21 @@ class Putting {
         su().sides = sides;
     }
 
-    /// What was entered stays: a fixed part in ppm is one of the new nominal, and so is a part in percent.
-    static void follow(double& offset, double& fixed, double pct, bool ppm, double before, double mode) {
-        const double scale = ppm && before != 0 && mode != 0 ? std::fabs(mode / before) : 1;
-        double rest = offset - std::fabs(before) * pct / 100;
-        if (std::fabs(rest - fixed) <= 1e-12 * std::fabs(offset)) rest = fixed;
-        offset = checked(rest * scale + std::fabs(mode) * pct / 100);
-        fixed = checked(fixed * scale);
-    }
-
     void putNominal() {
         if (!named_.has(Entry::Nominal)) return;
         const double mode = named_.number(Entry::Nominal), before = su().mode;
         if (mode == 0 && (p_.nominalUnit == ppmUnits || p_.subjectPpm)) refuse(ppmModeMessage);
         su().mode = mode;
         if (mode != before) {
-            follow(su().upperOffset, p_.upper.fixed, p_.upper.pct, p_.subjectPpm, before, mode);
-            follow(su().lowerOffset, p_.lower.fixed, p_.lower.pct, p_.subjectPpm, before, mode);
+            followReading(su().upperOffset, p_.upper.fixed, p_.upper.pct, p_.subjectPpm, before, mode);
+            followReading(su().lowerOffset, p_.lower.fixed, p_.lower.pct, p_.subjectPpm, before, mode);
             if (!mte().byUncertainty) {
-                follow(mte().offset, p_.measuring.fixed, p_.measuring.pct, p_.measuringPpm, before, mode);
+                followReading(mte().offset, p_.measuring.fixed, p_.measuring.pct, p_.measuringPpm, before,
+                              mode);
             } else if (p_.measuringPpm) {
                 double none = 0;
-                follow(mte().offset, p_.measuring.fixed, 0, true, before, mode);
-                follow(p_.stdUncertainty, none, 0, true, before, mode);
+                followReading(mte().offset, p_.measuring.fixed, 0, true, before, mode);
+                followReading(p_.stdUncertainty, none, 0, true, before, mode);
             }
         }
         su().upperLimit = checked(mode + su().upperOffset);
