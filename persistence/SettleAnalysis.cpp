@@ -62,12 +62,16 @@ std::string picturePctReading(double percent) {
     return PictureForDecimals(DecimalsOfValue(percent, 0));
 }
 
-void settleUnits(Analysis& record) {
-    for (double* factor : {&record.SU_TolUnitsFactor, &record.MTE_TolUnitsFactor})
-        *factor = usableFactor(*factor);
+void settleShift(Analysis& record) {
     if (record.NominalUnits != record.SU_ToleranceUnits && !record.MeasurementArea.empty() &&
         record.SU_TolDecimalShift == 0)
         UpdateToleranceDecimals(record);
+}
+
+void settleUnits(Analysis& record) {
+    for (double* factor : {&record.SU_TolUnitsFactor, &record.MTE_TolUnitsFactor})
+        *factor = usableFactor(*factor);
+    settleShift(record);
     record.ShowLimits = false;
 
     // A tolerance with more decimals than its fixed part got them from the percentage of the reading.
@@ -169,6 +173,7 @@ bool settle(Analysis& record, LayoutPoint point, const Regional& regional, LoadN
 }
 
 bool settleEnd(Analysis& record, const Regional& regional) {
+    settleShift(record); // the nominal units come a second time behind the tolerances, and may differ
     settleLimits(record);
     composeBiasRow(record, regional);
     derivePictures(record);
