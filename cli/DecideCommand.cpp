@@ -6,6 +6,7 @@
 #include "cli/Figures.h"
 #include "cli/Input.h"
 #include "cli/Readers.h"
+#include "cli/ReadingOption.h"
 #include "cli/RuleOptions.h"
 #include "risk/decision/Judge.h"
 #include "risk/decision/OffCentre.h"
@@ -20,8 +21,7 @@ namespace metrisk::cli {
 namespace {
 
 constexpr std::size_t largestReadings = std::size_t{1} << 28; // bytes
-struct Options : DecisionOptions, RuleOptions {
-    std::optional<double> reading{};
+struct Options : DecisionOptions, RuleOptions, ReadingOption {
     std::string readings{};
     std::optional<double> mean{};
     std::optional<double> sigma{};
@@ -134,6 +134,20 @@ std::string judged(DecisionRun& run, const Options& options, const Judge& judge,
                                     : asLine(judge, reading, *judgement);
 }
 
+/// The same of a reading as it was typed; `where` goes before what is wrong with it.
+std::string judgedText(DecisionRun& run, const Options& options, const Judge& judge, const std::string& text,
+                       const std::string& where = {}) {
+    std::string fault = isNumber(text);
+    try {
+        if (const auto reading = nominalReading(text, run.record()))
+            return judged(run, options, judge, *reading);
+    } catch (const RowFault& unit) {
+        fault = unit.text;
+    }
+    run.refuse(refusedFigure("Reading", where + fault));
+    return options.json ? jsonLine(run.result()) : "";
+}
+
 /// One a line; lines of blanks alone are passed over.
 std::string judgedLines(DecisionRun& run, const Options& options, const Judge& judge) {
     std::istringstream lines(readInput(options.readings, largestReadings));
@@ -145,12 +159,7 @@ std::string judgedLines(DecisionRun& run, const Options& options, const Judge& j
         if (from == line.npos) continue;
         const std::string text = line.substr(from, line.find_last_not_of(" \t\r") - from + 1);
         run.nextLine();
-        if (const auto reading = numberOf(text)) {
-            results += judged(run, options, judge, *reading);
-        } else {
-            run.refuse(refusedFigure("Reading", "line " + std::to_string(number) + ": " + isNumber(text)));
-            if (options.json) results += jsonLine(run.result());
-        }
+        results += judgedText(run, options, judge, text, "line " + std::to_string(number) + ": ");
     }
     return results;
 }
@@ -162,7 +171,7 @@ int decideAll(const Options& options) {
     if (!judge)
         results = options.json ? jsonLine(run.result()) : "";
     else if (options.reading)
-        results = judged(run, options, *judge, *options.reading);
+        results = judgedText(run, options, *judge, *options.reading);
     else
         results = judgedLines(run, options, *judge);
     if (!options.json && !results.empty()) results = forResults(options.file) + "\n" + results;
@@ -173,7 +182,8 @@ int decideAll(const Options& options) {
 std::string faultOf(const Options& options) {
     if (options.sigma && !options.mean) return "--sigma goes with --mean";
     if (options.mean && !options.prior) return "--mean goes with --prior";
-    if (const std::string fault = options.fault(); !fault.empty()) return fault;
+    for (const std::string& fault : {options.fault(), options.readingFault()})
+        if (!fault.empty()) return fault;
     if (options.file == standardStream && options.readings == standardStream)
         return "only one of the file and the readings can come from the standard input";
     return {};
@@ -186,9 +196,9 @@ void addDecide(const Arguments& program, Command& chosen) {
     const Arguments command =
         program.command("decide", "Judge readings by a decision rule, with the probability of conformance");
     options->DecisionOptions::addTo(command);
-    const Argument one = command.number("--reading", options->reading, "Measured value, in nominal units");
+    const Argument one =
+        options->ReadingOption::addTo(command, "Measured value, in nominal units or with its unit");
     const Argument many = command.text("--readings", options->readings, "Readings, one a line").isPath();
-    one.shownAs("VALUE");
     many.shownAs("FILE");
     command.alternatives({one, many}, true);
     options->RuleOptions::addTo(command);
@@ -197,6 +207,7 @@ void addDecide(const Arguments& program, Command& chosen) {
     command.number("--sigma", options->sigma, "With --mean: sigma of that process").shownAs("VALUE");
     command.examples({"decide multimeter-dc-volts.mrk --reading 10.00035 --rule w=U",
                       "decide multimeter-dc-volts.mrk --reading 10.00035 --rule pc=95% --prior --json",
+                      "decide multimeter-dc-volts.mrk --reading '10000.35 mV'",
                       "decide torque-wrench-50nm.mrk --readings readings.txt --rule iso14253"});
     command.then([options, &chosen] {
         if (const std::string fault = faultOf(*options); !fault.empty()) throw WrongUsage(fault);

@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/Json.h"
+#include "cli/ReadingOption.h"
 #include "cli/RuleOptions.h"
 #include "desk/mainscreen/DataGate.h"
 #include "desk/reports/ReportFiles.h"
@@ -17,7 +18,7 @@ namespace metrisk::cli {
 
 namespace {
 
-struct Options {
+struct Options : ReadingOption {
     BatchTargets targets;
     std::string format = "pdf";
     std::vector<std::string> sections{"risk"};
@@ -26,20 +27,21 @@ struct Options {
     std::string paper = "a4";
     std::string settings;
     RuleOptions rule;
-    std::optional<double> reading{};
     CoverageChoice coverage{};
 
     bool holds(const char* section) const {
         return std::find(sections.begin(), sections.end(), section) != sections.end();
     }
-    ReportSelection selection() const {
+    /// Raises RowFault where the reading has a unit that cannot be.
+    ReportSelection selection(const Analysis& record) const {
         ReportSelection selection;
         selection.Report_IncludeRisk = holds("risk");
         selection.Report_IncludePlots = holds("plots");
         selection.Report_IncludeUncertainty = holds("uncertainty");
         selection.Report_IncludeErrorPlot = holds("error");
         selection.Report_IncludeDecision = holds("decision");
-        if (reading) selection.Report_Decision = {*reading, rule.rule, rule.prior, coverage};
+        if (const auto measured = nominalReading(record))
+            selection.Report_Decision = {*measured, rule.rule, rule.prior, coverage};
         selection.Report_FontName = font;
         return selection;
     }
@@ -49,7 +51,9 @@ struct Options {
 /// What is wrong with options that are each right.
 std::string faultOf(const Options& options) {
     if (options.holds("decision") && !options.reading) return "the section decision needs a --reading";
-    if (!options.holds("decision") && options.reading) return "--reading goes with the section decision";
+    if (!options.holds("decision") && options.reading)
+        return "--reading goes with the section decision";
+    if (const std::string fault = options.readingFault(); !fault.empty()) return fault;
     return options.rule.fault();
 }
 
@@ -61,7 +65,12 @@ std::optional<std::string> compose(AnalysisRun& run, const std::string& target, 
     const bool allowed = withReason(run, "no report", [&] { return haveData(run.session, Needs::Both); });
     if (!allowed) return std::nullopt;
     const std::string name = target == standardStream ? "report." + options.format : target;
-    return reportBytes(run.session, options.selection(), options.page(), name, CairoPress());
+    try {
+        return reportBytes(run.session, options.selection(run.record), options.page(), name, CairoPress());
+    } catch (const RowFault& fault) {
+        run.ui.note("Reading: " + fault.text);
+        return std::nullopt;
+    }
 }
 
 int reportAll(Options& options) {
@@ -93,8 +102,8 @@ void addReport(const Arguments& program, Command& chosen) {
         .separatedBy(',')
         .oneEach()
         .oneOf({"risk", "plots", "uncertainty", "error", "decision"});
-    command.number("--reading", options->reading, "Of the section decision: measured value, in nominal units")
-        .shownAs("VALUE");
+    options->ReadingOption::addTo(
+        command, "Of the section decision: measured value, in nominal units or with its unit");
     options->rule.addTo(command);
     addCoverageOption(command, options->coverage);
     command.text("--font", options->font, "Font family of the texts").shownAs("NAME");

@@ -21,6 +21,8 @@ TEST_F(Cli, DecidesOnReadings) {
                 1, 1e-15);
     EXPECT_TRUE(decided["SpecificFalseReject"].is_null());
     EXPECT_NE(decided["Sentence"].get<std::string>().find("Verdict: Conditional pass."), std::string::npos);
+    const json unit = run(std::string("decide --reading '10000.38 mV' --json ") + meter).lines().at(0);
+    EXPECT_DOUBLE_EQ(unit["Reading"].get<double>(), 10.00038);
     const std::string table = run(std::string("decide --reading 10.00038 ") + meter).out;
     EXPECT_NE(table.find("  Verdict                     Pass\n"), std::string::npos) << table;
     EXPECT_EQ(table.find("Rejection"), std::string::npos);
@@ -50,6 +52,9 @@ TEST_F(Cli, TellsWhatIsMalformedFromWhatIsImpossible) {
                 {"decide --reading 10 --prior --mean 11", 1},
                 {"decide --reading 10 --rule umax=1e-9", 0},
                 {"decide --reading ten", 2},
+                {"decide --reading ''", 2},
+                {"decide --reading '10 K'", 1},
+                {"decide --reading '10 ell'", 1},
                 {"decide --reading 10 --rule guards=1", 2},
                 {"decide --reading 10 --outcomes 5", 2},
                 {"decide --reading 10 --reject 1", 2},

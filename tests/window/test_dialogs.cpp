@@ -1,13 +1,16 @@
 // The screens that the main screen opens: false accept option, baseline, ratio options, progress, help.
 #include "desk/options/EqRatioScreen.h"
+#include "persistence/Fingerprint.h"
 #include "tests/window/support/Desk.h"
 #include "window/kit/Widgets.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTextBrowser>
 #include <QTimer>
 
@@ -105,6 +108,31 @@ class DialogTest final : public QObject {
         });
         d.choose("PrintOptions");
         QCOMPARE(d.record.Remarks, std::string("one\ntwo"));
+    }
+
+    void aReadingIsJudgedWhileItIsTyped() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        const Analysis before = d.record;
+        d.boxes.expectScreen("Reading", [&](QWidget& screen) {
+            auto* box = d.control<QLineEdit>("txt_Reading", &screen);
+            d.settle(&screen);
+            QCOMPARE(screen.focusWidget(), box);
+            const auto verdict = [&] { return d.text("Lbl_Verdict", &screen); };
+            QTest::keyClicks(box, "10.1");
+            QVERIFY2(verdict().endsWith("Pass"), qPrintable(verdict()));
+            QTest::keyClick(box, Qt::Key_Return);
+            d.settle(&screen);
+            QTest::keyClicks(box, "99"); // over what is selected
+            QVERIFY2(verdict().endsWith("Fail"), qPrintable(verdict()));
+            QTest::keyClick(box, Qt::Key_Return);
+            QCOMPARE(d.control<QTableView>("tbl_History", &screen)->model()->rowCount(), 2);
+            press("cmd_CopySentence", screen);
+            QVERIFY(QApplication::clipboard()->text().startsWith("Reading 99"));
+            press("cmd_Close", screen);
+        });
+        d.choose("mnu_Reading");
+        QCOMPARE(inputsFingerprint(d.record), inputsFingerprint(before));
     }
 
     void aRefusedFigureDoesNotKeepFromCancelling() {

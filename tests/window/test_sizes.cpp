@@ -8,7 +8,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
 #include <QScrollBar>
+#include <algorithm>
 
 namespace metrisk::testing {
 
@@ -44,6 +46,13 @@ class SizeTest final : public QObject {
             QVERIFY2(area->horizontalScrollBar()->maximum() == 0, screen->name);
             const auto* foot = dialog.findChild<QWidget*>(footName, Qt::FindDirectChildrenOnly);
             QVERIFY2(!foot || dialog.rect().contains(foot->geometry()), screen->name);
+            // The first box can be typed in at once.
+            const auto boxes = dialog.findChildren<QLineEdit*>();
+            const bool fillable = std::ranges::any_of(boxes, [](const auto* box) {
+                return box->isVisible() && box->isEnabled() && !box->isReadOnly();
+            });
+            const auto* first = qobject_cast<QLineEdit*>(dialog.focusWidget());
+            QVERIFY2(!fillable || (first && !first->isReadOnly()), screen->name);
         }
         QCOMPARE(d.boxes.faults(), QString());
     }

@@ -7,6 +7,7 @@
 #include "window/kit/Widgets.h"
 
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShowEvent>
@@ -22,6 +23,19 @@ namespace {
 /// screen is never seen in a size between.
 void settleLayouts() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+/// The first box that a user fills, else the first control that the keyboard reaches in the content; null if
+/// there is none.
+QWidget* firstToUse(const QWidget& content) {
+    QWidget* first = nullptr;
+    for (QWidget* each = content.nextInFocusChain(); content.isAncestorOf(each);
+         each = each->nextInFocusChain()) {
+        if (!each->isVisible() || !each->isEnabled() || !(each->focusPolicy() & Qt::TabFocus)) continue;
+        if (const auto* box = qobject_cast<QLineEdit*>(each); box && !box->isReadOnly()) return each;
+        if (!first) first = each;
+    }
+    return first;
 }
 
 } // namespace
@@ -117,8 +131,11 @@ void WorksheetDialog::showEvent(QShowEvent* event) {
             this, [this] { keepOnDesktop(*this); }, Qt::QueuedConnection);
     }
     QDialog::showEvent(event);
-    // A screen without boxes has the focus itself: a menu that was opened by its letter gives it back.
-    if (!focusWidget()) setFocus(Qt::OtherFocusReason);
+    if (!focusWidget()) {
+        // A screen without controls has the focus itself: a menu that was opened by its letter gives it back.
+        QWidget* first = firstToUse(*area_->widget());
+        (first ? first : this)->setFocus(Qt::TabFocusReason);
+    }
     if (!work_ || event->spontaneous()) return;
     // A progress screen does not change its size while its texts do, and stands where it is seen.
     setFixedSize(size());
