@@ -194,7 +194,16 @@ double printedTo(const std::string& printed) {
     return 0.5 * std::pow(10, point == printed.npos ? 0 : -static_cast<double>(printed.size() - point - 1));
 }
 
+/// What is printed as "< 2.5" must be below it, and not so far that another bound would have been printed.
+CheckVerdict judgeBound(const CheckedFigure& checked, double bound) {
+    const auto meets = [&](const std::optional<double>& value) {
+        return !value || (*value<bound&& * value> bound * checked.tolerance);
+    };
+    return meets(checked.computed) && meets(checked.exact) ? CheckVerdict::Pass : CheckVerdict::Diff;
+}
+
 CheckVerdict judge(const CheckedFigure& checked) {
+    if (checked.printed.starts_with("< ")) return judgeBound(checked, number(checked.printed.substr(2)));
     const double printed = number(checked.printed);
     constexpr double roundingSlack = 1 + 1e-9;
     const auto within = [&](double width) {
