@@ -60,17 +60,6 @@ class OpenTemporaries {
 
 OpenTemporaries openTemporaries;
 
-/// The file that a chain of symbolic links ends at, whether it exists or not.
-fs::path linkTarget(fs::path path) {
-    std::error_code error;
-    for (int i = 0; i < 40 && fs::is_symlink(path, error); ++i) {
-        const fs::path target = fs::read_symlink(path, error);
-        if (error) break;
-        path = target.is_absolute() ? target : path.parent_path() / target;
-    }
-    return path;
-}
-
 constexpr std::string_view temporaryStart = ".metrisk-";
 constexpr std::string_view temporaryEnd = ".tmp";
 
@@ -154,6 +143,25 @@ bool renameToNew(const fs::path& from, const fs::path& to) {
 
 } // namespace
 
+fs::path linkTarget(fs::path path) {
+    std::error_code error;
+    for (int i = 0; i < 40 && fs::is_symlink(path, error); ++i) {
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) break;
+        path = target.is_absolute() ? target : path.parent_path() / target;
+    }
+    return path;
+}
+
+std::error_code keepAttributes(int file, const fs::path& of) {
+    struct stat old {};
+    if (::stat(of.c_str(), &old) != 0) return {};
+    keepOwner(file, old);
+    if (::fchmod(file, old.st_mode & 07777) != 0) return {errno, std::generic_category()};
+    keepAccessList(file, of, old.st_mode);
+    return {};
+}
+
 TemporaryFile::TemporaryFile(const fs::path& target, DiskProbe probe)
     : probe_(std::move(probe)), target_(linkTarget(target)) {
     struct stat old {};
@@ -180,10 +188,7 @@ TemporaryFile::TemporaryFile(const fs::path& target, DiskProbe probe)
     path_ = beside;
     slot_ = openTemporaries.add(path_);
     ::flock(file_, LOCK_EX | LOCK_NB);
-    if (!exists) return;
-    keepOwner(file_, old);
-    if (::fchmod(file_, old.st_mode & 07777) != 0) fail();
-    keepAccessList(file_, target_, old.st_mode);
+    if (exists) error_ = keepAttributes(file_, target_);
 }
 
 TemporaryFile::~TemporaryFile() {

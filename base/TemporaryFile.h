@@ -18,6 +18,13 @@ using Condition = std::function<bool()>;
 /// What becomes of a file that already bears the name.
 enum class Existing { Replace, Refuse };
 
+/// The file that a chain of symbolic links ends at, whether it exists or not.
+std::filesystem::path linkTarget(std::filesystem::path path);
+
+/// Gives an open file the permissions, the access list and, as far as the system allows, the owner and group
+/// of another; nothing if that is not there. Why its permissions could not be given; none if they were.
+std::error_code keepAttributes(int file, const std::filesystem::path& of);
+
 /// Bears a name that tells its kind, and is locked while it is written, so that what a killed process leaves
 /// is told from what another writes: the first such file in a folder removes those that belong to nobody.
 /// After a failure every further step fails, and the target stays as it was.

@@ -1,5 +1,6 @@
 // metrisk-cli rows: a table of test points in, their figures out.
 #include "base/Digest.h"
+#include "base/TemporaryFile.h"
 #include "base/Text.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
@@ -351,7 +352,7 @@ class RowsRun {
     int stream(const RowTable& table, RowInput& input, const OpenInput& opened, const std::string& first,
                const std::string& begun) {
         std::error_code none;
-        if (o_.resume && fs::exists(o_.out, none) && !fs::exists(o_.out + ".part", none)) {
+        if (o_.resume && fs::exists(o_.out, none) && !fs::exists(linkTarget(o_.out) += ".part", none)) {
             std::fputs((o_.out + ": complete\n").c_str(), stderr);
             return statusOf(countsOf(o_.out, table, !first.empty()));
         }

@@ -54,6 +54,7 @@ struct TestEntries {
     Convention convention = Convention::Consumer;
     bool ratioOnFalseAccept = true;         // what the equivalent ratio is searched for
     bool measuringCurveWithProcess = false; // a test with it is never taken for its own reference
+    bool excludedGuardband = false;         // nor one that holds multipliers other than 1 which do not count
 };
 
 } // namespace metrisk

@@ -80,7 +80,7 @@ bool isOf(const RowTable& table, std::string_view output, std::string_view input
 } // namespace
 
 PartFile::PartFile(fs::path target, const std::string& begunWith, bool resume)
-    : target_(std::move(target)), part_(beside(target_, ".part")),
+    : target_(linkTarget(std::move(target))), part_(beside(target_, ".part")),
       optionsFile_(beside(target_, ".part.options")) {
     file_ = ::open(part_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (file_ < 0) throw OutputFault(part_.string() + " cannot be written: " + std::strerror(errno), false);
@@ -155,8 +155,9 @@ void PartFile::write(std::string_view bytes) {
 }
 
 void PartFile::finish() {
+    std::error_code error = keepAttributes(file_, target_);
+    if (error) throw OutputFault(part_.string() + ": " + error.message(), false);
     if (::fsync(file_) != 0) fail();
-    std::error_code error;
     fs::rename(part_, target_, error);
     if (error) throw OutputFault(target_.string() + " cannot be written: " + error.message(), false);
     fs::remove(optionsFile_, error);

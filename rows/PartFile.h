@@ -15,7 +15,8 @@ struct OutputFault : std::runtime_error {
     bool usage; // of the wrong input, options or name; else the disk
 };
 
-/// OUT.part grows by whole records and becomes OUT at the end. OUT.part.options tells what it was begun with.
+/// Where the output is a symbolic link, it is what that ends at. OUT.part grows by whole records and becomes
+/// OUT at the end. OUT.part.options tells what it was begun with.
 class PartFile {
   public:
     /// Begins anew, or opens what is there to go on with. `begunWith` holds every option that changes a byte.

@@ -8,7 +8,7 @@ namespace metrisk {
 struct Analysis;
 
 /// Puts the point, made of this record and changed by these entries, into it. Figures of a former compute
-/// stay as they are. Numbers get pictures with their own decimals.
+/// stay as they are. Numbers get pictures with the digits that were typed.
 void putIntoRecord(Analysis& record, const TestPoint& point, const NamedEntries& named);
 
 } // namespace metrisk

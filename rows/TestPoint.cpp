@@ -11,6 +11,10 @@
 
 namespace metrisk {
 
+bool ToleranceUnit::isPpm() const {
+    return name == ppmUnits;
+}
+
 double TestPoint::halfWidth() const {
     const SubjectEntry& su = entries.subject;
     if (su.sides == Sides::Two) return (su.lowerOffset + su.upperOffset) / 2;
@@ -28,8 +32,8 @@ TestPoint testPointOf(const Analysis& r, const Regional& regional) {
                     .kUpper = r.GB_UpperK,
                     .kLower = r.GB_LowerK,
                     .includeGuardbands = r.IncludeGuardbands,
-                    .subjectPpm = subjectUnits(r).isPpm(),
-                    .measuringPpm = measuringUnits(r).isPpm(),
+                    .subjectUnit = {r.SU_ToleranceUnits, subjectUnits(r).factor},
+                    .measuringUnit = {r.MTE_ToleranceUnits, measuringUnits(r).factor},
                     .area = r.MeasurementArea,
                     .unit = r.NominalUnits,
                     .nominalUnit = r.NominalUnits,

@@ -20,6 +20,14 @@ struct OffsetPart {
     double pct = 0;
 };
 
+/// The text lives as long as the template, or the row.
+struct ToleranceUnit {
+    std::string_view name{};
+    double factor = 1; // tolerance units per nominal unit
+
+    bool isPpm() const;
+};
+
 /// What a record holds of a test, as numbers. A new one is a new analysis.
 struct TestPoint {
     TestEntries entries{};
@@ -27,9 +35,9 @@ struct TestPoint {
     double stdUncertainty = 0; // of the measuring parameter, where that was entered
     double kUpper = 0, kLower = 0;
     bool includeGuardbands = false;
-    bool subjectPpm = false, measuringPpm = false; // tolerances in ppm of the nominal
-    std::string_view area{}, unit{};               // live as long as the template, or the row
-    std::string_view nominalUnit{};                // in which lengths of this row are
+    ToleranceUnit subjectUnit{}, measuringUnit{}; // in which tolerances are entered and shown
+    std::string_view area{}, unit{};              // live as long as the template, or the row
+    std::string_view nominalUnit{};               // in which lengths of this row are
     std::optional<double> reading{};
     std::string_view rule{};
     std::optional<double> passed{}, tested{};

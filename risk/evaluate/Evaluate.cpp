@@ -55,7 +55,7 @@ double ratioTolerance(const SubjectEntry& su) {
 bool isOwnReference(const TestEntries& e, const TestFigures& figures) {
     return e.guardband.upper == 1 && e.guardband.lower == 1 && (!e.process || e.process->process == 0) &&
            e.subject.pctInTol == e.reference.subjectPct && e.measuring.pctInTol == e.reference.measuringPct &&
-           figures.subject.caseCode == normalCase && !e.measuringCurveWithProcess;
+           figures.subject.caseCode == normalCase && !e.measuringCurveWithProcess && !e.excludedGuardband;
 }
 
 std::optional<double> searchedRatio(const TestEntries& e, const TestFigures& figures, Watch watch) {
@@ -132,6 +132,7 @@ Result<TestEntries> entriesOf(const Analysis& r, const Regional& regional) {
         e.measuring = measuringEntryOf(r);
         if (r.IncludeUncertainty) e.process = budgetOf(r, regional);
         if (r.IncludeGuardbands) e.guardband = {r.GB_UpperMult, r.GB_LowerMult};
+        e.excludedGuardband = !r.IncludeGuardbands && (r.GB_UpperMult != 1 || r.GB_LowerMult != 1);
         e.reference = {r.Base_AccRatDen > 0 ? r.Base_AccRatNum / r.Base_AccRatDen : 0, r.Base_SUPctInTol,
                        r.Base_MTEPctInTol};
         e.convention = r.FalseAcceptOption == 1 ? Convention::Producer : Convention::Consumer;
