@@ -1,6 +1,7 @@
 #include "cli/AnalysisRun.h"
 
 #include "base/FlagGuard.h"
+#include "base/Real.h"
 #include "cli/Input.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
@@ -52,18 +53,27 @@ void Workplace::makeNew() {
 }
 
 bool AnalysisRun::open(const std::string& path) {
-    record = workplace_.newAnalysis;
+    if (path != standardStream) {
+        record = workplace_.newAnalysis;
+        return told(OpenAnalysis(session, path));
+    }
     try {
-        const ReadOutcome outcome = path == standardStream
-                                        ? OpenAnalysisText(session, readInput(path, largestAnalysis), path)
-                                        : OpenAnalysis(session, path);
-        if (record.LimitsReformed) tell(ui, limitsReformed);
-        if (outcome.fault == ReadFault::None) return true;
-        ui.note(causeOf(outcome));
+        return openText(readInput(path, largestAnalysis), path);
     } catch (const Unreadable& fault) {
         ui.note(fault.what());
+        return false;
     }
-    return false;
+}
+
+bool AnalysisRun::openText(std::string content, const std::string& name) {
+    record = workplace_.newAnalysis;
+    return told(OpenAnalysisText(session, std::move(content), name));
+}
+
+bool AnalysisRun::told(const ReadOutcome& outcome) {
+    if (record.LimitsReformed) tell(ui, limitsReformed);
+    if (outcome.fault != ReadFault::None) ui.note(causeOf(outcome));
+    return outcome.fault == ReadFault::None;
 }
 
 bool AnalysisRun::save(const std::string& file, const std::string& path) {
@@ -82,6 +92,24 @@ bool AnalysisRun::save(const std::string& file, const std::string& path) {
     }
     if (target != file) ui.note("saved as " + target);
     return true;
+}
+
+bool AnalysisRun::settle() {
+    const Analysis before = record;
+    const auto stamp = session.fileStamp;
+    bool held = false;
+    try {
+        const std::string text = AnalysisText(before);
+        record = workplace_.newAnalysis;
+        held = OpenAnalysisText(session, text, before.AnalysisFileName).fault == ReadFault::None;
+    } catch (const RuntimeFault&) { // a number that could not be read back
+        held = false;
+    }
+    if (!held) record = before;
+    record.AnalysisFileName = before.AnalysisFileName;
+    record.LastAnalysisName = before.LastAnalysisName;
+    session.fileStamp = stamp;
+    return held;
 }
 
 bool fitBoth(AnalysisRun& run) {

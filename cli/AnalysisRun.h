@@ -5,6 +5,7 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "desk/kit/Session.h"
+#include "persistence/AnalysisContent.h"
 #include "persistence/SettingsFile.h"
 
 #include <functional>
@@ -35,9 +36,16 @@ class AnalysisRun {
 
     /// Reads the file, or "-", into a new analysis; false when it cannot be read.
     bool open(const std::string& path);
+    /// The same of a content that has been read already, under that name in what is told.
+    bool openText(std::string content, const std::string& name);
+    const Analysis& newAnalysis() const { return workplace_.newAnalysis; }
     /// Writes under the name an analysis is saved as and tells if that is another than that of the file;
     /// false when it cannot be written.
     bool save(const std::string& file, const std::string& path);
+
+    /// Makes the record what its file would be read as: what a reading derives is derived, what no file holds
+    /// is gone. False where a file cannot hold it; the record is as before then.
+    bool settle();
 
     /// All that was said so far, named after the file, for stderr.
     std::string diagnostics(const std::string& name) const { return diagnosticLines(name, ui.messages()); }
@@ -51,6 +59,9 @@ class AnalysisRun {
     Analysis& record = session.record;
 
   private:
+    /// Tells what was found on reading; false where it failed.
+    bool told(const ReadOutcome& outcome);
+
     const Workplace& workplace_;
 };
 

@@ -13,7 +13,7 @@ namespace metrisk::cli {
 namespace fs = std::filesystem;
 
 void BatchTargets::addTo(const Arguments& command, const std::string& name) {
-    command.texts("FILE", files, "Analysis files").shownAs("...").isPath().required();
+    list.addTo(command, "Analysis files");
     const Argument one = command.text("-o,--output", path, "File to write").shownAs(name).isPath();
     command.text("--out-dir", folder, "Folder to write to, under the names of the files")
         .shownAs("FOLDER")
@@ -27,8 +27,9 @@ void BatchTargets::addTo(const Arguments& command, const std::string& name) {
 
 std::string BatchTargets::wrong() const {
     if (path.empty() && folder.empty()) return "-o or --out-dir is required";
-    if (!path.empty() && files.size() > 1) return "-o takes one file; use --out-dir for many";
+    if (!path.empty() && list.files.size() > 1) return "-o takes one file; use --out-dir for many";
     if (path == standardStream && json) return "-o - and --json both take the standard output";
+    const std::vector<std::string>& files = list.files;
     std::set<std::string> seen;
     for (std::size_t i = 0; i < files.size(); ++i) {
         if (!seen.insert(target(i)).second) return target(i) + " would be written twice";
@@ -39,7 +40,7 @@ std::string BatchTargets::wrong() const {
 
 std::string BatchTargets::target(std::size_t file) const {
     if (!path.empty()) return path;
-    return (fs::path(folder) / fs::path(files[file]).filename().replace_extension(end)).string();
+    return (fs::path(folder) / fs::path(list.files[file]).filename().replace_extension(end)).string();
 }
 
 Output BatchTargets::write(Workplace& workplace, const std::string& file, const std::string& target,
@@ -69,6 +70,7 @@ Output BatchTargets::write(Workplace& workplace, const std::string& file, const 
 int BatchTargets::run(const char* command, Workplace& workplace, const Job& job) const {
     if (const std::string what = wrong(); !what.empty())
         return finish(refusal("", std::string(command) + ": " + what, wrongUsage, json));
+    const std::vector<std::string>& files = list.files;
     Outlet outlet(files.size());
     runOrdered(
         files.size(), threadsFor(threads, true),

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/AnalysisRun.h"
-#include "cli/Arguments.h"
+#include "cli/FileList.h"
 #include "cli/Output.h"
 
 #include <functional>
@@ -13,7 +13,7 @@
 namespace metrisk::cli {
 
 struct BatchTargets {
-    std::vector<std::string> files;
+    FileList list;
     std::string path;   // of the only output
     std::string folder; // of many, each named after its file
     unsigned threads = 0;
@@ -21,8 +21,8 @@ struct BatchTargets {
     bool json = false;
     std::string end; // of the names of outputs in a folder, with its dot
 
-    /// Adds FILE, -o, --out-dir, --force, --json and --threads. The command must keep this where it is.
-    /// `name` says what is written.
+    /// Adds FILE and --files-from, -o, --out-dir, --force, --json and --threads. The command must keep this
+    /// where it is. `name` says what is written.
     void addTo(const Arguments& command, const std::string& name);
 
     /// What is wrong with the options together; empty if they name a target for each file, and none twice,

@@ -5,6 +5,7 @@
 #include "cli/BothConventions.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
+#include "cli/FileList.h"
 #include "cli/Json.h"
 #include "cli/OrderedBatch.h"
 #include "desk/compute/BaselineRisks.h"
@@ -23,7 +24,7 @@ namespace metrisk::cli {
 namespace {
 
 struct Options {
-    std::vector<std::string> files;
+    FileList list;
     std::string settings;
     bool json = false;
     bool save = false;
@@ -207,11 +208,12 @@ int computeAll(const Options& options) {
         return finish(
             refusal("", factor.refusal().title + ": " + factor.refusal().text, refused, options.json));
     Workplace workplace(options.settings);
-    Outlet outlet(options.files.size());
+    const std::vector<std::string>& files = options.list.files;
+    Outlet outlet(files.size());
     runOrdered(
-        options.files.size(), threadsFor(options.threads, options.save),
+        files.size(), threadsFor(options.threads, options.save),
         [&](std::size_t i) -> Output {
-            const std::string& file = options.files[i];
+            const std::string& file = files[i];
             try {
                 return computeFile(workplace, file, options);
             } catch (const std::exception& fault) { // memory: the files behind it may need less
@@ -228,7 +230,7 @@ void addCompute(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
     const Arguments command =
         program.command("compute", "Compute risks and equivalent accuracy ratio of analysis files");
-    command.texts("FILE", options->files, "Analysis files").shownAs("...").isPath().required();
+    options->list.addTo(command, "Analysis files");
     command.flag("--json", options->json, "Print one JSON object per file, each on one line");
     command.flag("--save", options->save, "Write the results back to each file");
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
@@ -241,7 +243,13 @@ void addCompute(const Arguments& program, Command& chosen) {
         .shownAs("N");
     command.examples(
         {"compute torque-wrench-50nm.mrk", "compute --json *.mrk", "compute --save gauge-block-25mm.mrk"});
-    command.then([options, &chosen] { chosen = [options] { return computeAll(*options); }; });
+    command.then([options, &chosen] {
+        options->list.check();
+        chosen = [options] {
+            options->list.read();
+            return computeAll(*options);
+        };
+    });
 }
 
 } // namespace metrisk::cli

@@ -1,5 +1,6 @@
-// metrisk-cli convert: any version of analysis file to the present one.
-#include "cli/AnalysisRun.h"
+// metrisk-cli convert: any version of analysis file to the present one, and to JSON and back.
+#include "base/Text.h"
+#include "cli/AnalysisJson.h"
 #include "cli/Commands.h"
 #include "cli/Input.h"
 #include "cli/OutputFile.h"
@@ -22,13 +23,56 @@ struct Options {
     bool json = false;
 };
 
-/// In a folder, under the name of the file that is read.
+constexpr std::size_t largestJson = std::size_t{1} << 26; // bytes
+
+bool isJsonName(const std::string& path) {
+    return equalCaseBlind(fs::path(path).extension().string(), ".json");
+}
+
+/// In a folder, under the name of the file that is read. A name that ends in .json gets JSON.
 std::string targetOf(const Options& options) {
     std::error_code none;
     if (options.out == standardStream) return options.out;
-    if (!fs::is_directory(options.out, none)) return NormalizeAnalysisName(options.out);
-    const fs::path name = fs::path(options.in).filename();
+    if (!fs::is_directory(options.out, none))
+        return isJsonName(options.out) ? options.out : NormalizeAnalysisName(options.out);
+    fs::path name = fs::path(options.in).filename();
+    if (isJsonName(options.in)) name.replace_extension();
     return (fs::path(options.out) / NormalizeAnalysisName(name.string())).lexically_normal().string();
+}
+
+/// A new analysis with the fields of a JSON object, as its file would be read. What is wrong with it is told.
+bool takeJson(AnalysisRun& run, const std::string& content) {
+    std::string fault;
+    try {
+        fault = putAnalysisJson(run.record, readJson(content));
+    } catch (const std::runtime_error& wrong) {
+        fault = wrong.what();
+    }
+    if (fault.empty() && !run.settle()) fault = "there is a value that no file can hold";
+    if (!fault.empty()) run.ui.note(fault);
+    return fault.empty();
+}
+
+bool isJson(const Options& options, std::string& content) {
+    if (options.in != standardStream && !isJsonName(options.in)) return false;
+    content = readInput(options.in, largestJson);
+    return looksLikeJson(content);
+}
+
+/// From a file of any kind, or from what was read to learn which.
+bool openAny(AnalysisRun& run, const Options& options) {
+    try {
+        std::string content;
+        if (isJson(options, content)) {
+            run.record = run.newAnalysis();
+            return takeJson(run, content);
+        }
+        if (options.in == standardStream) return run.openText(std::move(content), options.in);
+    } catch (const Unreadable& fault) {
+        run.ui.note(fault.what());
+        return false;
+    }
+    return run.open(options.in);
 }
 
 int convert(const Options& options) {
@@ -39,8 +83,10 @@ int convert(const Options& options) {
     AnalysisRun run(workplace);
     Output output;
     output.status = unreadable;
-    if (run.open(options.in)) {
-        const bool written = writeTarget(target, options.force, AnalysisText(run.record), run.ui, output);
+    if (openAny(run, options)) {
+        const std::string bytes =
+            isJsonName(target) ? jsonLine(analysisJson(options.in, run)) : AnalysisText(run.record);
+        const bool written = writeTarget(target, options.force, bytes, run.ui, output);
         if (written && target != options.out) run.ui.note("saved as " + target);
         output.status = written ? allDone : refused;
     }
@@ -57,18 +103,25 @@ int convert(const Options& options) {
 
 void addConvert(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    const Arguments command =
-        program.command("convert", "Read any version of analysis file and write the present one");
-    command.text("IN", options->in, "File to read").shownAs(" ").isPath().required();
-    command.text("OUT", options->out, "File to write, or a folder; .mrk is added if missing")
+    const Arguments command = program.command(
+        "convert", "Write any version of analysis file, or its JSON, as the present one or as JSON");
+    command
+        .text("IN", options->in, "File to read; JSON, as show --json prints it, where the name ends in .json")
+        .shownAs(" ")
+        .isPath()
+        .required();
+    command
+        .text("OUT", options->out,
+              "File to write: JSON where the name ends in .json, else .mrk is added if missing; or a folder")
         .shownAs(" ")
         .isPath()
         .required();
     addForceOption(command, options->force);
     command.flag("--json", options->json, "Print one JSON object");
     addSettingsOption(command, options->settings);
-    command.examples(
-        {"convert torque-wrench-50nm.mrk copy.mrk", "convert - - <torque-wrench-50nm.mrk >other.mrk"});
+    command.examples({"convert torque-wrench-50nm.mrk copy.mrk",
+                      "convert - - <torque-wrench-50nm.mrk >other.mrk",
+                      "convert torque-wrench-50nm.mrk wrench.json"});
     command.then([options, &chosen] {
         std::error_code none;
         const bool named = !fs::path(options->out).filename().empty() || fs::is_directory(options->out, none);

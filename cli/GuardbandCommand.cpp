@@ -1,8 +1,9 @@
-// metrisk-cli guardband: guardbands that give a wanted risk, or equal risks.
+// metrisk-cli guardband: guardbands that give a wanted risk, or equal risks, and the risks of given ones.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
+#include "cli/EntryOptions.h"
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
@@ -29,11 +30,29 @@ struct Options {
     std::string targetAccept;
     std::string targetReject;
     std::string symmetric;
+    EntryOptions given; // guardbands alone
+    bool off = false;
     bool equalize = false;
     bool json = false;
     bool save = false;
     bool force = false;
 };
+
+/// The entries that a guardband is given by, and their options.
+struct GivenOption {
+    Entry entry;
+    const char* name;
+    const char* about;
+};
+constexpr GivenOption givenOptions[] = {
+    {Entry::Gb, "--mult", "Risks at this multiplier of both sides"},
+    {Entry::GbUpper, "--mult-upper", "The same of the upper side; the other's is 1 if it is not given"},
+    {Entry::GbLower, "--mult-lower", "The same of the lower side"},
+    {Entry::GbK, "--k", "Risks at this k-factor of both sides"},
+    {Entry::GbKUpper, "--k-upper", "The same of the upper side; the other's is 0 if it is not given"},
+    {Entry::GbKLower, "--k-lower", "The same of the lower side"},
+    {Entry::AcceptUpper, "--accept-upper", "Risks at this upper acceptance limit"},
+    {Entry::AcceptLower, "--accept-lower", "Risks at this lower acceptance limit"}};
 
 /// Two sides that share neither multiplier nor k.
 bool sharesNothing(const Analysis& r) {
@@ -65,6 +84,41 @@ GuardbandTarget targetOf(const Analysis& r, const std::optional<double>& risk) {
     return {r.GB_KeyOn == 1 ? GuardbandKey::FalseReject : GuardbandKey::FalseAccept, risk.value_or(0)};
 }
 
+/// Of the guardbands in the record, or without them.
+std::optional<Solved> risksOf(AnalysisRun& run, bool guardbanded) {
+    Analysis& r = run.record;
+    Risks risks{};
+    if (!risksAtLimits(run.session, guardbanded, risks)) return std::nullopt;
+    risks = {std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
+    const double upper = guardbanded ? r.GB_UpperMult : 1, lower = guardbanded ? r.GB_LowerMult : 1;
+    Verified verified = verifyRisks(r, risks, {-lower * r.SU_LowerOffset, upper * r.SU_UpperOffset});
+    verified.baselineFalseAccept = verified.baselineFalseReject = {}; // not asked for here
+    return Solved{risks, verified, std::nullopt};
+}
+
+/// What holds of the guardbands in the record once they are known.
+void holdRisks(Analysis& r, const Risks& risks) {
+    holdWorksheetRisks(r, risks);
+    r.GB_RisksStale = false;
+}
+
+/// The risks of guardbands that are given, which count from now on, or without those that the record holds.
+std::optional<Solved> tryGiven(AnalysisRun& run, const Options& options) {
+    Analysis& r = run.record;
+    if (options.off) {
+        r.IncludeGuardbands = false;
+        return fitBoth(run) ? risksOf(run, false) : std::nullopt;
+    }
+    if (!options.given.putInto(run, {}) || !fitBoth(run)) return std::nullopt;
+    if (!r.GB_UpperKEntered) {
+        ShowUpperKFactor(r, run.session.regional);
+        ShowLowerKFactor(r, run.session.regional);
+    }
+    const auto solved = risksOf(run, true);
+    if (solved) holdRisks(r, solved->risks);
+    return solved;
+}
+
 /// None if there are no such guardbands.
 std::optional<Solved> solve(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
@@ -82,18 +136,13 @@ std::optional<Solved> solve(AnalysisRun& run, const Options& options) {
         return std::nullopt;
     }
     takeGuardbands(run.session, *found);
-    Risks risks{};
-    if (!risksAtLimits(run.session, true, risks)) return std::nullopt;
-    risks = {std::max(risks.falseAccept, 0.0), std::max(risks.falseReject, 0.0)};
-    holdWorksheetRisks(r, risks);
-    r.GB_RisksStale = false;
+    std::optional<Solved> solved = risksOf(run, true);
+    if (!solved) return std::nullopt;
+    holdRisks(r, solved->risks);
     const GuardbandForm form =
         r.OptTwoSided && !r.GB_SymmetricMult ? GuardbandForm::KFactor : GuardbandForm::Multiplier;
-    Verified verified =
-        verifyRisks(r, risks, {-r.GB_LowerMult * r.SU_LowerOffset, r.GB_UpperMult * r.SU_UpperOffset});
-    verified.baselineFalseAccept = verified.baselineFalseReject = {}; // not asked for here
-    return Solved{risks, verified,
-                  sharesNothing(r) ? std::nullopt : missedTarget(r, form, targetOf(r, risk))};
+    if (!sharesNothing(r)) solved->missed = missedTarget(r, form, targetOf(r, risk));
+    return solved;
 }
 
 /// The multiplier that meets the target by exact integration, where that of the solve does not.
@@ -157,7 +206,7 @@ int guardband(const Options& options) {
     int status = unreadable;
     std::optional<Solved> solved;
     if (run.open(options.file)) {
-        solved = solve(run, options);
+        solved = options.off || options.given.any() ? tryGiven(run, options) : solve(run, options);
         status = solved ? allDone : refused;
         if (solved && options.save && !saveResults(run, options.file, options.force)) status = refused;
     }
@@ -171,7 +220,8 @@ int guardband(const Options& options) {
 
 void addGuardband(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    const Arguments command = program.command("guardband", "Solve for guardbands of an analysis file");
+    const Arguments command =
+        program.command("guardband", "Solve for guardbands of an analysis file, or try given ones");
     command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
     const Argument accept =
         command.text("--target-fa", options->targetAccept, "False accept risk wanted, as in 2% or 500ppm")
@@ -183,7 +233,15 @@ void addGuardband(const Arguments& program, Command& chosen) {
             .check(isRisk);
     const Argument equalize =
         command.flag("--equalize", options->equalize, "Equal false accept and false reject risks");
-    command.alternatives({accept, reject, equalize}, true);
+    std::vector<Argument> given;
+    for (const GivenOption& one : givenOptions) {
+        auto& text = options->given.entries[static_cast<std::size_t>(one.entry)];
+        given.push_back(command.text(one.name, text, one.about).shownAs("VALUE").under("Given guardbands"));
+    }
+    const Argument off =
+        command.flag("--off", options->off, "Risks without guardbands, which do not count any more")
+            .under("Given guardbands");
+    command.alternatives({accept, reject, equalize, off}, false);
     command
         .text("--symmetric", options->symmetric,
               "One of multipliers, k: what both sides share; otherwise the file decides")
@@ -194,8 +252,20 @@ void addGuardband(const Arguments& program, Command& chosen) {
     command.flag("--force", options->force, "With --save: replace an existing .mrk beside a .dat file");
     addSettingsOption(command, options->settings);
     command.examples({"guardband multimeter-dc-volts.mrk --target-fa 0.5%",
-                      "guardband multimeter-dc-volts.mrk --equalize --symmetric k --json"});
-    command.then([options, &chosen] { chosen = [options] { return guardband(*options); }; });
+                      "guardband multimeter-dc-volts.mrk --equalize --symmetric k --json",
+                      "guardband multimeter-dc-volts.mrk --mult 0.9",
+                      "guardband multimeter-dc-volts.mrk --accept-upper 10.0003 --accept-lower 9.9997"});
+    command.then([options, accept, reject, equalize, off, &chosen] {
+        const bool solves = accept.given() || reject.given() || equalize.given();
+        const bool gives = options->given.any();
+        if (gives + solves + off.given() > 1)
+            throw WrongUsage("a target, a given guardband and --off exclude each other");
+        if (!gives && !solves && !off.given())
+            throw WrongUsage("one of --target-fa, --target-fr, --equalize, --mult, --k, --accept-upper, "
+                             "--accept-lower, --off is required");
+        if (!options->symmetric.empty() && !solves) throw WrongUsage("--symmetric goes with a target");
+        chosen = [options] { return guardband(*options); };
+    });
 }
 
 } // namespace metrisk::cli

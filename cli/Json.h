@@ -86,6 +86,10 @@ Json fieldJson(const Value& value) {
     }
 }
 
+/// A value as it stands in a text; the keys of an object in their order. Raises std::runtime_error with what
+/// is wrong, also for a key that stands twice.
+Json readJson(std::string_view text);
+
 /// The object and a line end. Numbers bear the digits that tell them exactly; one that is not finite is
 /// null, since JSON has no infinities. Bytes that are not UTF-8 are replaced, control characters escaped.
 std::string jsonLine(const Json& object);

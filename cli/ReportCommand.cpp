@@ -120,7 +120,11 @@ void addReport(const Arguments& program, Command& chosen) {
          "report --out-dir . --format doc *.mrk"});
     command.then([options, &chosen] {
         if (const std::string fault = faultOf(*options); !fault.empty()) throw WrongUsage(fault);
-        chosen = [options] { return reportAll(*options); };
+        options->targets.list.check();
+        chosen = [options] {
+            options->targets.list.read();
+            return reportAll(*options);
+        };
     });
 }
 

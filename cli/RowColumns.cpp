@@ -2,6 +2,7 @@
 
 #include "cli/Json.h"
 #include "rows/Entries.h"
+#include "rows/SettableFields.h"
 #include "rows/Want.h"
 
 namespace metrisk::cli {
@@ -12,6 +13,16 @@ std::string padded(std::string_view text, std::size_t width) {
     std::string all(text);
     all.resize(std::max(width, all.size() + 1), ' ');
     return all;
+}
+
+const char* nameOf(FieldKind kind) {
+    switch (kind) {
+    case FieldKind::Number: return "number";
+    case FieldKind::Whole: return "whole number";
+    case FieldKind::Flag: return "flag";
+    case FieldKind::Text: break;
+    }
+    return "text";
 }
 
 } // namespace
@@ -29,6 +40,9 @@ std::string columnsText() {
         for (const FigureColumn& column : info.columns)
             text += "  " + padded(info.name, 13) + padded(column.name, 24) +
                     padded(column.length ? "length" : "", 8) + std::string(column.about) + "\n";
+    text += "\nFurther fields, for set and new --set:\n";
+    for (const NamedField* field : plainFields())
+        text += "  " + padded(field->shape(), 32) + nameOf(field->kind) + "\n";
     return text;
 }
 
@@ -47,6 +61,9 @@ std::string columnsJson() {
                                {"name", column.name},
                                {"length", column.length},
                                {"about", column.about}});
+    for (const NamedField* field : plainFields())
+        lines +=
+            jsonLine({{"set", field->field.name}, {"shape", field->shape()}, {"kind", nameOf(field->kind)}});
     return lines;
 }
 

@@ -1,18 +1,16 @@
 // metrisk-cli show: every field of an analysis by its name.
 #include "base/NumberText.h"
-#include "cli/AnalysisRun.h"
+#include "cli/AnalysisJson.h"
 #include "cli/Commands.h"
-#include "cli/Json.h"
-#include "desk/compute/FitMeasuring.h"
+#include "cli/FileList.h"
 #include "record/AnalysisFields.h"
-#include "uncertainty/ErrorTable.h"
 
 namespace metrisk::cli {
 
 namespace {
 
 struct Options {
-    std::string file;
+    FileList list;
     std::string settings;
     bool json = false;
 };
@@ -47,14 +45,6 @@ std::string lines(const std::string& name, const Value& value) {
     }
 }
 
-std::string asJson(const std::string& file, const AnalysisRun& run, bool read) {
-    Json fields = run.result(file, read ? "read" : "unreadable");
-    if (!read) return jsonLine(fields);
-    visitFields(run.record,
-                [&](std::string_view name, const auto& value) { fields[name] = fieldJson(value); });
-    return jsonLine(fields);
-}
-
 std::string asText(const Analysis& record) {
     std::string text;
     visitFields(record,
@@ -62,42 +52,45 @@ std::string asText(const Analysis& record) {
     return text;
 }
 
-/// The row of the measuring parameter's bias as it is computed: a file holds none.
-void computeBiasRow(Analysis& record, Workplace& workplace) {
-    if (!(record.MTE_Offset > 0 && record.MTE_PctInTol > 0)) return;
-    ConsoleInteraction unheard;
-    Session session{workplace.settings, unheard, workplace.clock};
-    session.record = record;
-    FitMeasuringParameter(session);
-    ShowErrorTable(session.record, session.regional);
-    record.ErrTableDisplay[1] = session.record.ErrTableDisplay[1];
+Output showFile(Workplace& workplace, const std::string& file, const Options& options) {
+    Output output;
+    AnalysisRun run(workplace);
+    const bool read = run.open(file);
+    output.status = read ? allDone : unreadable;
+    if (options.json) {
+        output.results = jsonLine(read ? analysisJson(file, run) : run.result(file, "unreadable"));
+    } else if (read) {
+        computeBiasRow(run);
+        if (options.list.files.size() > 1) output.results = forResults(file) + "\n";
+        output.results += asText(run.record);
+    }
+    output.diagnostics = run.diagnostics(file);
+    return output;
 }
 
 int show(const Options& options) {
-    Output output;
     Workplace workplace(options.settings);
-    AnalysisRun run(workplace);
-    const bool read = run.open(options.file);
-    output.status = read ? allDone : unreadable;
-    if (read) computeBiasRow(run.record, workplace);
-    if (options.json)
-        output.results = asJson(options.file, run, read);
-    else if (read)
-        output.results = asText(run.record);
-    output.diagnostics = run.diagnostics(options.file);
-    return finish(output);
+    Outlet outlet(options.list.files.size());
+    for (const std::string& file : options.list.files) outlet.put(showFile(workplace, file, options));
+    return outlet.status();
 }
 
 } // namespace
 
 void addShow(const Arguments& program, Command& chosen) {
     const auto options = std::make_shared<Options>();
-    const Arguments command = program.command("show", "Print every field of an analysis by name");
-    command.text("FILE", options->file, "Analysis file").shownAs(" ").isPath().required();
-    command.flag("--json", options->json, "Print one JSON object instead of text");
+    const Arguments command = program.command("show", "Print every field of analyses by name");
+    options->list.addTo(command, "Analysis files");
+    command.flag("--json", options->json, "Print one JSON object per file, each on one line");
     addSettingsOption(command, options->settings);
     command.examples({"show torque-wrench-50nm.mrk", "show --json torque-wrench-50nm.mrk"});
-    command.then([options, &chosen] { chosen = [options] { return show(*options); }; });
+    command.then([options, &chosen] {
+        options->list.check();
+        chosen = [options] {
+            options->list.read();
+            return show(*options);
+        };
+    });
 }
 
 } // namespace metrisk::cli

@@ -32,7 +32,13 @@ void addSummary(const Arguments& program, Command& chosen) {
     options->targets.addTo(command, "OUT.sum");
     addSettingsOption(command, options->settings);
     command.examples({"summary torque-wrench-50nm.mrk -o wrench.sum", "summary --out-dir . *.mrk"});
-    command.then([options, &chosen] { chosen = [options] { return summariseAll(*options); }; });
+    command.then([options, &chosen] {
+        options->targets.list.check();
+        chosen = [options] {
+            options->targets.list.read();
+            return summariseAll(*options);
+        };
+    });
 }
 
 } // namespace metrisk::cli

@@ -26,10 +26,10 @@ int run(int argc, char** argv) {
                     about);
     Command chosen;
     for (const auto add :
-         {addCompute,     addConvert,     addShow,   addBaseline, addGuardband,  addObserved,
-          addReliability, addUncertainty, addOffset, addUnits,    addPlot,       addSweep,
-          addMap,         addDecide,      addWorst,  addCounts,   addStrategies, addOffCentre,
-          addRows,        addNew,         addReport, addSummary,  addVerify,     addInfo})
+         {addCompute,     addConvert, addShow,       addBaseline,  addGuardband, addObserved, addReliability,
+          addUncertainty, addOffset,  addUnits,      addPlot,      addSweep,     addMap,      addDecide,
+          addWorst,       addCounts,  addStrategies, addOffCentre, addRows,      addNew,      addSet,
+          addReport,      addSummary, addVerify,     addInfo})
         add(program.arguments(), chosen);
     if (const auto ended = program.read(argc, argv)) return *ended;
     try {

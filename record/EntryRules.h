@@ -30,6 +30,11 @@ inline constexpr Message subjectPctMessage{
 inline constexpr Message measuringPctMessage{
     "The Measuring Parameter % In-Tolerance must be greater than 0 and less than 100.", illegalEntryTitle};
 
+inline constexpr Message noCountsMessage{
+    "The confidence of an expanded uncertainty is a percentage; counts of passed and tested items go with a "
+    "tolerance.",
+    illegalEntryTitle};
+
 /// What is asked of entries that are no reality, and goes on without a user.
 inline constexpr const char* nonPhysicalTitle = "Non-Physical Situation";
 inline constexpr const char* hundredPercentText = "You have indicated 100% in-tolerance.\n"

@@ -20,10 +20,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr Message noCountsMessage{
-    "The confidence of an expanded uncertainty is a percentage; counts of passed and tested items go with a "
-    "tolerance.",
-    illegalEntryTitle};
 constexpr const char* noPctReading = "##0";
 
 std::string pctReadingPicture(int decimals) {

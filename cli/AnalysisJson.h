@@ -1,0 +1,26 @@
+// An analysis as one JSON object: every field by its name, as show prints it and convert reads it.
+#pragma once
+
+#include "cli/AnalysisRun.h"
+#include "cli/Json.h"
+
+#include <string>
+#include <string_view>
+
+namespace metrisk::cli {
+
+/// {"file", "status", "messages"} and every field. The row of the measuring parameter's bias is computed: a
+/// file holds none.
+Json analysisJson(const std::string& file, AnalysisRun& run);
+
+/// Puts the row of the bias into the table that is shown.
+void computeBiasRow(AnalysisRun& run);
+
+/// Whether the content of a file is JSON rather than an analysis.
+bool looksLikeJson(std::string_view content);
+
+/// Puts the fields that are named into the record, but for those of a running program. What is wrong with
+/// them: no field, another kind or number of values, a text that no file holds; empty if nothing is.
+std::string putAnalysisJson(Analysis& record, const Json& object);
+
+} // namespace metrisk::cli
