@@ -62,6 +62,8 @@ ReadingScreen::ReadingScreen(Session& session, ReadingHistory* history)
     units_ = {{session.record.NominalUnits, 1}};
     Lbl_Verdict.emphasised = true;
     tbl_History.headings = {"Time", "Parameter", "Reading", "Rule", "Verdict", "Probability"};
+    tbl_History.figureColumns = {2, 5};
+    tbl_History.whenEmpty = "No readings since the start";
     tbl_History.numbered = false;
     bindEntries();
     bindRule();

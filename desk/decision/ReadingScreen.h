@@ -40,11 +40,12 @@ class ReadingScreen final : public Worksheet {
     Label Lbl_Nonconforming{*this, "Lbl_Nonconforming", "Probability Out-of-Tolerance"};
     TextBox box_Nonconforming{*this, "box_Nonconforming", "Of a unit that reads so"};
     Label Lbl_Tolerance{*this, "Lbl_Tolerance", "Tolerance"};
-    TextBox box_Tolerance{*this, "box_Tolerance", "Limits of the subject parameter"};
+    TextBox box_Tolerance{*this, "box_Tolerance", "Limits of the subject parameter", Holds::Words};
     Label Lbl_Acceptance{*this, "Lbl_Acceptance", "Acceptance Limits"};
-    TextBox box_Acceptance{*this, "box_Acceptance", "Limits within which the rule accepts, rounded inwards"};
+    TextBox box_Acceptance{*this, "box_Acceptance", "Limits within which the rule accepts, rounded inwards",
+                           Holds::Words};
     Label Lbl_Uncertainty{*this, "Lbl_Uncertainty", "Uncertainty"};
-    TextBox box_Uncertainty{*this, "box_Uncertainty", "u and U = k u of the measurement"};
+    TextBox box_Uncertainty{*this, "box_Uncertainty", "u and U = k u of the measurement", Holds::Words};
     PictureArea pic_Strip{*this, "pic_Strip", "No reading", "The reading among its limits"};
     Label Lbl_Sentence{*this, "Lbl_Sentence"};
     Table tbl_History{*this, "tbl_History", "Readings since the program was started, newest first"};

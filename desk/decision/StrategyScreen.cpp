@@ -96,6 +96,7 @@ StrategyScreen::StrategyScreen(Session& session)
         session_.ui.copyText(writeCells(cells));
     };
     cmd_Save.clicked = [this](bool) { save(); };
+    cmd_Send.isPrimary = true;
     cmd_Send.clicked = [this](bool) { send(); };
     cmd_Send.isDefault = true;
     cmd_Close.closes = Way::Cancel;
@@ -237,6 +238,14 @@ void StrategyScreen::showTable() {
     const auto multiplier = [&](const std::optional<double>& value) {
         return value ? FormatNumber(*value, multiplierPicture, session_.regional) : "-";
     };
+    constexpr std::size_t firstRisk = 5; // the column of members[0]
+    double best[std::size(members)];
+    for (std::size_t i = 0; i < std::size(members); ++i) {
+        const std::vector<double> values = percents(members[i]);
+        const bool most = members[i] == &GuardedRisks::accepted;
+        best[i] = values.empty() ? 0 : most ? std::ranges::max(values) : std::ranges::min(values);
+    }
+    tbl_Strategies.figureColumns = {1, 2, 3, 4, 5, 6, 7, 8};
     for (const StrategyLine& line : figures_.lines) {
         std::vector<std::string> cells{captionOf(line.strategy)};
         if (const auto& row = line.figures) {
@@ -251,6 +260,9 @@ void StrategyScreen::showTable() {
         cells.push_back(line.text);
         auto& shown = tbl_Strategies.rows.emplace_back();
         for (std::string& cell : cells) shown.push_back({.text = std::move(cell), .locked = true});
+        if (line.figures)
+            for (std::size_t i = 0; i < std::size(members); ++i)
+                shown[firstRisk + i].best = 100 * line.figures->risks.*members[i] == best[i];
     }
 }
 

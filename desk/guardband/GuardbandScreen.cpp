@@ -105,6 +105,8 @@ void GuardbandScreen::loadRisks() {
 }
 
 void GuardbandScreen::bindOptions() {
+    for (TextBox* box : {&ModeBox, &UpperTolLimitBox, &LowerTolLimitBox, &pnl_ProcessUncertainty})
+        box->locked = true;
     // From the first click on the words are those of the other form; so they have always been.
     LimitsOptionButton.clicked = [this](bool) {
         session_.record.GB_ShowLimits = true;
@@ -253,6 +255,9 @@ void GuardbandScreen::refresh() {
     Lbl_ExactSolve.text = missed_ ? missedTargetText(*missed_, regional) : "";
     cmd_UseExact.visible = missed_ && missed_->guardband;
 
+    EqAccRatBox.hint = r.GB_IncludeEqAccRat ? "" : "not included";
+    showNotes();
+
     pnl_Procedure.visible = txt_Procedure.visible = procedureShown_;
     menus.front().caption = procedureShown_ ? "Hide &Procedure" : "Show &Procedure";
 }
@@ -269,6 +274,43 @@ void GuardbandScreen::showRiskBoxes() {
                       : risk == &falseAcceptBox ? "False accept risk: computed, or the target of a solve"
                                                 : "False reject risk: computed, or the target of a solve";
     }
+}
+
+/// Behind each risk, what its figure is; before a solve, what it lacks; at the foot, what OK does.
+void GuardbandScreen::showNotes() {
+    const Analysis& r = session_.record;
+    const int keyed[] = {0, 1};
+    Label* const notes[] = {&Lbl_FANote, &Lbl_FRNote};
+    const RiskBox* const risks[] = {&falseAcceptBox, &falseRejectBox};
+    for (const int i : keyed) {
+        const TextBox& box = this->*risks[i]->box;
+        Label& note = *notes[i];
+        const bool target = typed(*risks[i]) && r.GB_KeyOn == i;
+        note.tone = Label::Tone::Second;
+        note.text.clear();
+        if (box.text.empty()) {
+            if (r.GB_KeyOn == i && box.enabled) note.text = "enter a target";
+        } else if (computed_) {
+            note.text = target ? "target and result" : "belongs to these multipliers";
+            note.tone = Label::Tone::Good;
+        } else if (box.faded) {
+            note.text = "from other multipliers";
+            note.tone = Label::Tone::Warn;
+        } else {
+            note.text = target ? "target" : "not computed";
+        }
+    }
+    const bool solvable = !r.OptTwoSided || r.GB_SymmetricMult || r.GB_SymmetricK;
+    Lbl_Symmetry.text = solvable ? "" : "Tick Symmetric Multipliers or Symmetric k-Factors first";
+    Lbl_Symmetry.visible = !solvable;
+    Lbl_Symmetry.tone = Label::Tone::Second;
+    const bool wider = r.GB_UpperMult > 1 || r.GB_LowerMult > 1;
+    Lbl_Foot.text = wider ? "A multiplier above 1 accepts outside the tolerance: it gives more false accepts "
+                            "than the tolerance itself."
+                    : r.IncludeGuardbands
+                        ? "OK stores the multipliers; the main screen includes them."
+                        : "OK stores the multipliers. Tick Include on the main screen to use them.";
+    Lbl_Foot.tone = wider ? Label::Tone::Warn : Label::Tone::Plain;
 }
 
 /// A change of the guardbands makes every figure one of other guardbands.

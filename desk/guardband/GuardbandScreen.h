@@ -62,19 +62,23 @@ class GuardbandScreen final : public Worksheet {
                                   "Solve for guardbands that make both risks equal", 1};
     PushButton cmdComputeGuardbands{*this, "cmdComputeGuardbands", "Co&mpute Guardbands",
                                     "Find the guardbands that give the risk keyed on"};
+    Label Lbl_Symmetry{*this, "Lbl_Symmetry"}; // what a solve still needs
     PushButton CmdPlot{*this, "CmdPlot", "&View Plot", "Plot the risks against the guardbands"};
     PushButton cmd_RoundOff{*this, "cmd_RoundOff", "Round Off",
                             "Round multipliers or k-factors to the displayed resolution"};
     TextBox txt_DisplayedResolution{*this, "txt_DisplayedResolution",
                                     "Digits behind the point that Round Off keeps"};
+    Label Lbl_Digits{*this, "Lbl_Digits", "digits"};
 
     Label Lbl_FARisk{*this, "Lbl_FARisk", "False Accept Risk:"};
     TextBox FARiskBox{*this, "FARiskBox", "False accept risk: computed, or the target of a solve"};
     Choice FARiskUnitsBox{*this, "FARiskUnitsBox", "Units of the false accept risk"};
+    Label Lbl_FANote{*this, "Lbl_FANote"};
     Label Lbl_ExactAccept{*this, "Lbl_ExactAccept"};
     Label Lbl_FRRisk{*this, "Lbl_FRRisk", "False Reject Risk:"};
     TextBox FRRiskBox{*this, "FRRiskBox", "False reject risk: computed, or the target of a solve"};
     Choice FRRiskUnitsBox{*this, "FRRiskUnitsBox", "Units of the false reject risk"};
+    Label Lbl_FRNote{*this, "Lbl_FRNote"};
     Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     Label Lbl_ExactSolve{*this, "Lbl_ExactSolve"};
     PushButton cmd_UseExact{*this, "cmd_UseExact", "Use This",
@@ -83,6 +87,7 @@ class GuardbandScreen final : public Worksheet {
     Label Lbl_EqAccRat{*this, "Lbl_EqAccRat", "Equivalent Accuracy Ratio:"};
     TextBox EqAccRatBox{*this, "EqAccRatBox", "Accuracy ratio with the same risk in the baseline"};
     Label Lbl_ExactRatio{*this, "Lbl_ExactRatio"};
+    Label Lbl_RatioColon{*this, "Lbl_RatioColon", ":"};
     TextBox EqAccRat2Box{*this, "EqAccRat2Box", "Right figure of the equivalent accuracy ratio"};
     CheckBox IncludeEqAccRatBox{*this, "IncludeEqAccRatBox", " &Include",
                                 "Search the equivalent accuracy ratio with the risks"};
@@ -91,6 +96,8 @@ class GuardbandScreen final : public Worksheet {
 
     Panel pnl_Procedure{*this, "pnl_Procedure"};
     Hypertext txt_Procedure{*this, "txt_Procedure", "What to do, with words that do it"};
+    Label Lbl_Foot{*this, "Lbl_Foot",
+                   "OK stores the multipliers. Tick Include on the main screen to use them."};
     PushButton mnu_Exit_0{*this, "mnu_Exit_0", "&OK", "Keep the guardbands"};
     PushButton mnu_Exit_1{*this, "mnu_Exit_1", "&Cancel", "Leave without them"};
 
@@ -163,6 +170,7 @@ class GuardbandScreen final : public Worksheet {
     void computeGuardbands();
     void useExact();
     void showRiskBoxes();
+    void showNotes();
     bool guardbandChanged();
     void computeRisks();
     bool computeAtGuardbands();

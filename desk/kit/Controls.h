@@ -41,6 +41,11 @@ struct Panel : Control {
 };
 
 struct Label : Control {
+    enum class Tone { Plain, Second, Accent, Good, Warn, Bad };
+    enum class Sign { None, Tick, Up };
+
+    Tone tone = Tone::Plain;
+    Sign sign = Sign::None;  // before the text
     bool emphasised = false; // stands out among its like
     std::string family;      // of its font; empty: the screen's own
 
@@ -50,9 +55,14 @@ struct Label : Control {
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };
 
+/// Figures stand at the right of their box, words at the left.
+enum class Holds { Figures, Words };
+
 /// A box of text. One without a rule shows a result: its text can be copied, not changed.
 struct TextBox : Control {
-    bool locked = false; // takes no entry now
+    const Holds holds;
+    std::string hint;    // what an empty box asks for, or why it is empty
+    bool locked = false; // takes no entry now; a result: it was entered or computed on another screen
     bool faded = false;  // what it shows belongs to other entries; it can be used all the same
     std::string mark;    // what is to know about the figure: the box bears a sign that says it; none if empty
     /// The rule that runs when a changed text is left; refused, the box is stayed in. It may raise
@@ -67,8 +77,8 @@ struct TextBox : Control {
     /// The text when the box was entered; none if the next comparison counts as a change.
     std::optional<std::string> last;
 
-    TextBox(Worksheet& owner, const char* controlName, std::string tip)
-        : Control(owner, controlName, "", std::move(tip)) {}
+    TextBox(Worksheet& owner, const char* controlName, std::string tip, Holds content = Holds::Figures)
+        : Control(owner, controlName, "", std::move(tip)), holds(content) {}
 
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 
@@ -122,6 +132,7 @@ struct RadioButton : Button {
 /// One of several texts.
 struct Choice : Control {
     std::vector<std::string> items;
+    std::string whenEmpty; // what a list says while it has none
     int index = -1;
     std::function<void(int index)> chosen;
 
@@ -207,6 +218,7 @@ struct Table : Control {
         std::string text;
         bool marked = false; // stands out, as markTip says
         bool locked = false; // cannot be typed over
+        bool best = false;   // of its column
     };
     /// Inclusive; empty before anything is selected.
     struct Range {
@@ -217,6 +229,8 @@ struct Table : Control {
 
     std::vector<std::string> headings; // one a column
     std::vector<std::vector<Cell>> rows;
+    std::vector<int> figureColumns; // figures stand at the right, as in boxes
+    std::string whenEmpty;          // what it says while it has no rows
     std::string markTip;
     bool numbered = true;       // rows bear their numbers
     bool dragged = false;       // its rows can be dragged onto other tables

@@ -110,6 +110,7 @@ void RunExternalScreen::bindBoxes() {
         };
         box->edited = [box](const std::string& text) { box->text = text; };
     }
+    Lst_Apps.whenEmpty = "No programs yet. Browse...";
     Lst_Apps.chosen = [this](int row) { select(row); };
     cmd_NewApp.clicked = [this](bool) { newApp(); };
     cmd_Browse.clicked = [this](bool) { browse(); };

@@ -16,8 +16,8 @@ class RunExternalScreen final : public Worksheet {
   public:
     ListBox Lst_Apps{*this, "Lst_Apps", "The programs that you have added"};
     PushButton cmd_NewApp{*this, "cmd_NewApp", "  &New Application", "Enter another program"};
-    TextBox txt_AppName{*this, "txt_AppName", "What the program is called in the list"};
-    TextBox txt_AppPath{*this, "txt_AppPath", "The program's own file, or its desktop entry"};
+    TextBox txt_AppName{*this, "txt_AppName", "What the program is called in the list", Holds::Words};
+    TextBox txt_AppPath{*this, "txt_AppPath", "The program's own file, or its desktop entry", Holds::Words};
     PushButton cmd_Browse{*this, "cmd_Browse", "  Bro&wse", "Choose the program's file"};
     TextBox txt_AppExt{*this, "txt_AppExt",
                        "Extension of the files that the program opens, without the point; may be empty"};

@@ -9,11 +9,14 @@
 #include "desk/mainscreen/LimitRows.h"
 #include "desk/mainscreen/MainScreen.h"
 #include "desk/mainscreen/MeasuringRow.h"
+#include "desk/mainscreen/ResultMarks.h"
 #include "desk/mainscreen/TextFields.h"
 #include "record/AnalysisTexts.h"
 #include "record/ToleranceUnits.h"
 #include "risk/evaluate/CurrentFigures.h"
 #include "risk/evaluate/ExactRemarks.h"
+
+#include <utility>
 
 namespace metrisk {
 
@@ -119,6 +122,7 @@ void showSecondFigures(MainScreen& screen, const Session& session) {
     setRemark(screen.AccRatEquivalent1Box, screen.Lbl_ExactRatio, remarks.ratio);
     setRemark(screen.BaseAcceptRisk, screen.Lbl_ExactBaseAccept, remarks.baselineFalseAccept);
     setRemark(screen.BaseRejectRisk, screen.Lbl_ExactBaseReject, remarks.baselineFalseReject);
+    showResultMarks(screen, session.record, remarks);
 }
 
 void showOptions(MainScreen& screen, const Session& session) {
@@ -131,6 +135,18 @@ void showOptions(MainScreen& screen, const Session& session) {
     const RatioPanels ratios = ratioPanels(session);
     screen.pnl_UncRatio.text = (ratios.pnl_UncRatio);
     screen.pnlTUR.text = (ratios.pnlTUR);
+}
+
+/// Examples with their units, so that nobody reads one as a value.
+void showHints(MainScreen& screen) {
+    for (const auto& [box, hint] : {std::pair{&screen.ModeBox, "e.g. 10 V"},
+                                    {&screen.UpperLimitBox, "e.g. 0.5 mV"},
+                                    {&screen.LowerLimitBox, "e.g. 0.5 mV"},
+                                    {&screen.PctInTolBox, "e.g. 95"},
+                                    {&screen.MTEOffsetBox, "e.g. 0.1"},
+                                    {&screen.MTEParameterUnitsBox, "e.g. mV"},
+                                    {&screen.MTEPctInTolBox, "e.g. 95"}})
+        box->hint = box->locked ? "" : hint;
 }
 
 } // namespace
@@ -149,6 +165,8 @@ void showRecord(MainScreen& screen, const Session& session) {
     showSecondFigures(screen, session);
     showOptions(screen, session);
     showGuardbandRows(screen, session, texts);
+    showHints(screen);
+    screen.area = r.MeasurementArea;
     screen.caption = mainCaption(session);
     screen.nextStep = nextStep(session);
 }

@@ -73,6 +73,8 @@ void MainScreen::bindNumbers() {
 }
 
 void MainScreen::bindOptions() {
+    Heading_0.tone = Label::Tone::Accent;
+    for (TextBox* box : {&txt_GuardbandMultiplier_0, &txt_GuardbandMultiplier_1}) box->locked = true;
     const auto bindKind = [this](RadioButton& button, ToleranceKind kind) {
         button.clicked = [this, kind](bool) {
             chooseTolerance(session_, kind);

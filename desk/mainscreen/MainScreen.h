@@ -15,19 +15,23 @@ struct Session;
 class MainScreen final : public Worksheet {
   public:
     PushButton cmdSU{*this, "cmdSU", "SUBJECT\nUNIT", "Go to the subject unit's identification"};
-    TextBox SystemIDBox{*this, "SystemIDBox", "Manufacturer of the subject unit"};
-    TextBox SUModelNumberBox{*this, "SUModelNumberBox", "Model number of the subject unit"};
-    TextBox SUDescriptionBox{*this, "SUDescriptionBox", "Description of the subject unit"};
-    TextBox ParameterIDBox{*this, "ParameterIDBox", "Name of the subject parameter"};
-    TextBox Qualifier1Box{*this, "Qualifier1Box", "First qualifier of the subject parameter"};
-    TextBox Qualifier2Box{*this, "Qualifier2Box", "Second qualifier of the subject parameter"};
+    TextBox SystemIDBox{*this, "SystemIDBox", "Manufacturer of the subject unit", Holds::Words};
+    TextBox SUModelNumberBox{*this, "SUModelNumberBox", "Model number of the subject unit", Holds::Words};
+    TextBox SUDescriptionBox{*this, "SUDescriptionBox", "Description of the subject unit", Holds::Words};
+    TextBox ParameterIDBox{*this, "ParameterIDBox", "Name of the subject parameter", Holds::Words};
+    TextBox Qualifier1Box{*this, "Qualifier1Box", "First qualifier of the subject parameter", Holds::Words};
+    TextBox Qualifier2Box{*this, "Qualifier2Box", "Second qualifier of the subject parameter", Holds::Words};
     PushButton cmdMTE{*this, "cmdMTE", "MEASURING\nSYSTEM", "Go to the measuring system's identification"};
-    TextBox MTESystemIDBox{*this, "MTESystemIDBox", "Manufacturer of the measuring system"};
-    TextBox MTEModelNumberBox{*this, "MTEModelNumberBox", "Model number of the measuring system"};
-    TextBox MTEDescriptionBox{*this, "MTEDescriptionBox", "Description of the measuring system"};
-    TextBox MTEParameterIDBox{*this, "MTEParameterIDBox", "Name of the measuring parameter"};
-    TextBox MTEQualifier1Box{*this, "MTEQualifier1Box", "First qualifier of the measuring parameter"};
-    TextBox MTEQualifier2Box{*this, "MTEQualifier2Box", "Second qualifier of the measuring parameter"};
+    TextBox MTESystemIDBox{*this, "MTESystemIDBox", "Manufacturer of the measuring system", Holds::Words};
+    TextBox MTEModelNumberBox{*this, "MTEModelNumberBox", "Model number of the measuring system",
+                              Holds::Words};
+    TextBox MTEDescriptionBox{*this, "MTEDescriptionBox", "Description of the measuring system",
+                              Holds::Words};
+    TextBox MTEParameterIDBox{*this, "MTEParameterIDBox", "Name of the measuring parameter", Holds::Words};
+    TextBox MTEQualifier1Box{*this, "MTEQualifier1Box", "First qualifier of the measuring parameter",
+                             Holds::Words};
+    TextBox MTEQualifier2Box{*this, "MTEQualifier2Box", "Second qualifier of the measuring parameter",
+                             Holds::Words};
 
     Label pnl_NominalValueLabel{*this, "pnl_NominalValueLabel", "Nominal or Reading Value"};
     TextBox ModeBox{*this, "ModeBox", "Nominal value of the parameter, or the reading"};
@@ -63,19 +67,23 @@ class MainScreen final : public Worksheet {
     TextBox MTEPctOfReadingBox{*this, "MTEPctOfReadingBox",
                                "Part of the tolerance in percent of the reading, or degrees of freedom"};
     Label pnl_Units{*this, "pnl_Units", "Units"};
-    TextBox MTEParameterUnitsBox{*this, "MTEParameterUnitsBox", "Units of the measuring parameter"};
+    TextBox MTEParameterUnitsBox{*this, "MTEParameterUnitsBox", "Units of the measuring parameter",
+                                 Holds::Words};
     Label LbL_MTEPctInTol{*this, "LbL_MTEPctInTol"};
     TextBox MTEPctInTolBox{*this, "MTEPctInTolBox",
                            "Percent in-tolerance or confidence level of the measuring parameter"};
 
     Label Heading_0{*this, "Heading_0"};
+    Label Lbl_State{*this, "Lbl_State"};
     Label pnl_RiskLabel_0{*this, "pnl_RiskLabel_0", "False Accept Risk"};
     TextBox AcceptRisk{*this, "AcceptRisk", ""};
     Label AcceptUnits{*this, "AcceptUnits"};
+    Label Lbl_AcceptMark{*this, "Lbl_AcceptMark"};
     Label Lbl_ExactAccept{*this, "Lbl_ExactAccept"};
     Label pnl_RiskLabel_1{*this, "pnl_RiskLabel_1", "False Reject Risk"};
     TextBox RejectRisk{*this, "RejectRisk", ""};
     Label RejectUnits{*this, "RejectUnits"};
+    Label Lbl_RejectMark{*this, "Lbl_RejectMark"};
     Label Lbl_ExactReject{*this, "Lbl_ExactReject"};
     Label pnl_EqAccRatLabel{*this, "pnl_EqAccRatLabel", "Equivalent Accuracy Ratio"};
     TextBox AccRatEquivalent1Box{*this, "AccRatEquivalent1Box", ""};
@@ -123,6 +131,8 @@ class MainScreen final : public Worksheet {
 
     /// What the status bar tells while nothing else does: the next step.
     std::string nextStep;
+    /// What it tells at its right: of what the analysis is, and whether exact integration agrees.
+    std::string area, agreement;
 
     WorstCaseLine worstCase;
 

@@ -52,10 +52,10 @@ class ObservedScreen final : public Worksheet {
                                       "Another unit than the measuring parameter's has observed", 2};
     RadioButton ObservingUnitOption_1{*this, "ObservingUnitOption_1", "Current MTE",
                                       "The measuring parameter's own unit has observed", 2};
-    TextBox ObsID_0{*this, "ObsID_0", "Manufacturer of the observing unit"};
-    TextBox ObsID_1{*this, "ObsID_1", "Model number of the observing unit"};
-    TextBox ObsID_2{*this, "ObsID_2", "Description of the observing unit"};
-    TextBox ObsID_3{*this, "ObsID_3", "Parameter name of the observing unit"};
+    TextBox ObsID_0{*this, "ObsID_0", "Manufacturer of the observing unit", Holds::Words};
+    TextBox ObsID_1{*this, "ObsID_1", "Model number of the observing unit", Holds::Words};
+    TextBox ObsID_2{*this, "ObsID_2", "Description of the observing unit", Holds::Words};
+    TextBox ObsID_3{*this, "ObsID_3", "Parameter name of the observing unit", Holds::Words};
     Label Lbl_Limit{*this, "Lbl_Limit", "\u00b1 Limit"};
     TextBox StatsData_1{*this, "StatsData_1", "MTE Offset: tolerance of the observing unit"};
     Choice OffsetUnitsBox{*this, "OffsetUnitsBox", "Units of that tolerance"};

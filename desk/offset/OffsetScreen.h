@@ -46,7 +46,8 @@ class OffsetCalc final : public Worksheet {
     TextBox txt_PctInTol_0{*this, "txt_PctInTol_0", "% in-tolerance of the subject parameter, below 100"};
     TextBox txt_SUBiasUncertainty{*this, "txt_SUBiasUncertainty",
                                   "Standard deviation of the subject parameter"};
-    TextBox pnl_Distribution_0{*this, "pnl_Distribution_0", "Distribution of the subject parameter"};
+    TextBox pnl_Distribution_0{*this, "pnl_Distribution_0", "Distribution of the subject parameter",
+                               Holds::Words};
 
     RadioButton opt_MTETolerance_0{*this, "opt_MTETolerance_0", "Parameter Tolerances",
                                    "The measuring parameter is entered by its tolerance", 2};
@@ -68,7 +69,8 @@ class OffsetCalc final : public Worksheet {
     Label Lbl_MTEBias{*this, "Lbl_MTEBias"};
     TextBox txt_MTEBiasUncertainty{*this, "txt_MTEBiasUncertainty",
                                    "Standard uncertainty of the measuring parameter, or its coverage factor"};
-    TextBox pnl_Distribution_1{*this, "pnl_Distribution_1", "Distribution of the measuring parameter"};
+    TextBox pnl_Distribution_1{*this, "pnl_Distribution_1", "Distribution of the measuring parameter",
+                               Holds::Words};
 
     PushButton cmd_Form{*this, "cmd_Form", "Form Control", "Look at the screen behind"};
     PushButton mnu_OK{*this, "mnu_OK", "&OK", "Accept Changes"};

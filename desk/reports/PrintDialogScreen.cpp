@@ -50,6 +50,7 @@ PrintDialogScreen::PrintDialogScreen(Session& session, ReportDesk& desk)
     cmd_Print.isDefault = true;
     cmd_Print.isPrimary = true;
     cmd_Close.closes = Way::Cancel;
+    cmd_Preview.clicked = [this](bool) { preview(); };
     cmd_Print.clicked = [this](bool) { print(); };
     menus = {
         {.control = "mnu_Print", .caption = printCaption, .run = [this] { print(); }, .shortcut = "Ctrl+P"},

@@ -47,6 +47,7 @@ class PrintDialogScreen final : public Worksheet {
     Label Lbl_LUnits{*this, "Lbl_LUnits"};
     TextBox Txt_TMargin{*this, "Txt_TMargin", "Top margin of the page"};
     Label Lbl_TUnits{*this, "Lbl_TUnits"};
+    PushButton cmd_Preview{*this, "cmd_Preview", "Preview", "See the chosen reports before they are printed"};
     PushButton cmd_Print{*this, "cmd_Print", "Print", "Print the chosen reports"};
     PushButton cmd_Close{*this, "cmd_Close", "Close", "Leave without printing"};
 

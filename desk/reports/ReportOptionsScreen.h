@@ -14,15 +14,15 @@ class ReportOptionsScreen final : public Worksheet {
   public:
     static constexpr std::size_t longest = 60; // characters of a box, as a file holds them
 
-    TextBox txt_Organization{*this, "txt_Organization", "Stands at the head of a report"};
+    TextBox txt_Organization{*this, "txt_Organization", "Stands at the head of a report", Holds::Words};
     CheckBox chk_Organization{*this, "chk_Organization", "Include", "Print the organization"};
-    TextBox txt_Department{*this, "txt_Department", "Stands behind the submitter"};
+    TextBox txt_Department{*this, "txt_Department", "Stands behind the submitter", Holds::Words};
     CheckBox chk_Department{*this, "chk_Department", "Include", "Print the department"};
-    TextBox txt_ApprovingDept{*this, "txt_ApprovingDept", "Stands behind the approver"};
+    TextBox txt_ApprovingDept{*this, "txt_ApprovingDept", "Stands behind the approver", Holds::Words};
     CheckBox chk_ApprovingDept{*this, "chk_ApprovingDept", "Include", "Print the approving department"};
-    TextBox txt_Submitter{*this, "txt_Submitter", "Who submits the report"};
+    TextBox txt_Submitter{*this, "txt_Submitter", "Who submits the report", Holds::Words};
     CheckBox Chk_IncludeSub{*this, "Chk_IncludeSub", "Include", "Print a line for the submitter to sign"};
-    TextBox txt_Approver{*this, "txt_Approver", "Who approves the report"};
+    TextBox txt_Approver{*this, "txt_Approver", "Who approves the report", Holds::Words};
     CheckBox Chk_IncludeApp{*this, "Chk_IncludeApp", "Include", "Print a line for the approver to sign"};
     CheckBox chk_FileName{*this, "chk_FileName", "File Name", "Print the name of the analysis file"};
     Memo txt_Remarks{*this, "txt_Remarks", "Remarks on this analysis; they are not saved with it"};

@@ -14,6 +14,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     Lbl_Summary.text = checkSummary(figures);
     Lbl_Summary.emphasised = true;
     tbl_Figures.headings = {"Case", "Figure", "Printed", "Computed", "Exact", "Result", "Source"};
+    tbl_Figures.figureColumns = {2, 3, 4};
     tbl_Figures.markTip = "Differs from the published figure";
     const auto number = [&](const std::optional<double>& value) {
         return value ? GeneralText(*value, session.regional, 12) : "";

@@ -15,7 +15,7 @@ class BiasCalcOptionScreen final : public Worksheet {
   public:
     Label Lbl_Interval{*this, "Lbl_Interval", "Current Cal / Test Interval"};
     TextBox IntervalPanel{*this, "IntervalPanel", "Interval of the reliability model"};
-    TextBox IntervalUnitsBox{*this, "IntervalUnitsBox", "Cal Interval Units"};
+    TextBox IntervalUnitsBox{*this, "IntervalUnitsBox", "Cal Interval Units", Holds::Words};
     RadioButton BiasOption_0{*this, "BiasOption_0", "&End of Period (EOP)",
                              "The parameter is used at the end of its interval", 0};
     RadioButton BiasOption_1{*this, "BiasOption_1", "&Average Over Period (AOP)",

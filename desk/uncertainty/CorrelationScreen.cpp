@@ -60,6 +60,8 @@ CorrelationScreen::CorrelationScreen(Session& session)
             correlate(lst_Variable_0.selection.top, lst_Variable_1.selection.top);
     };
     ss.headings = {"Variable 1", "Variable 2", "Correlation"};
+    ss.figureColumns = {2};
+    ss.whenEmpty = "No pairs yet";
     ss.cellLeft = [this](int row, int, const std::string& text) { enterCoefficient(row, text); };
     ss.cellsPut = [this](int row, int column, const CellBlock& cells) {
         const int at = coefficientColumn - column;

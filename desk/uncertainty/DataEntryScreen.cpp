@@ -73,6 +73,7 @@ DataEntryScreen::DataEntryScreen(Session& session, int slot)
 
 void DataEntryScreen::bindGrid() {
     ss.headings = {""};
+    ss.figureColumns = {0};
     ss.rows.assign(maxSampleSize, {Table::Cell{}});
     ss.markTip = "not a number, not counted";
     ss.cellLeft = [this](int row, int, const std::string& text) { change([&] { grid_.set(row, text); }); };

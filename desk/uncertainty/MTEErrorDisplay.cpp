@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* contradictionMark = "Correlations contradict each other";
 constexpr const char* staleTip = "Not computed for these entries";
+constexpr const char* nothingYet = "\u2013";
 constexpr int biasFigureDecimals = 4;
 
 } // namespace
@@ -48,6 +49,7 @@ void MTEErrorScreen::showRow(int index) {
     const double percent = totals_ ? 100 * totals_->shares[static_cast<std::size_t>(index)] : 0;
     row.share.value = std::clamp(percent, 0.0, 100.0);
     row.share.text = FormatNumber(percent, "0.0", session_.regional) + " %";
+    row.share.visible = cells.uncertainty.present() || index == biasRow;
     row.share.toolTip = "Share of " + cells.name + " in the squared total";
 }
 
@@ -58,6 +60,7 @@ void MTEErrorScreen::showTotals() {
     for (TextBox* box : {&txt_ProcessUncertainty, &txt_ProcessDf, &MTEErrorSigmaBox, &txt_TotalDegFreedom})
         box->text.clear();
     Lbl_Contradiction.text = totals_ && totals_->contradictory ? contradictionMark : "";
+    Lbl_Contradiction.visible = !Lbl_Contradiction.text.empty();
     if (!totals_) return;
     const bool any = totals_->anyProcess || totals_->anyTotal;
     const int decimals = any ? std::max(totals_->processDecimals, totals_->totalDecimals) : 0;
@@ -95,6 +98,13 @@ void MTEErrorScreen::showBias() {
          "Percent probability that the measuring parameter is in tolerance");
     show(pnl_InTolProbability_1, percent(r.SMPC_InTolProb[2]),
          "Percent probability that the subject parameter is in tolerance");
+    const bool samples = anySample(r);
+    for (TextBox* box : {&TrueValueBox, &MTEBiasBox, &SUBiasBox}) box->hint = samples ? "" : "no samples";
+    for (TextBox* box : {&MTEUncertaintyBox, &MTEUncertaintyLimitsBox, &SUUncertaintyBox,
+                         &SUUncertaintyLimitsBox, &pnl_InTolProbability_0, &pnl_InTolProbability_1})
+        box->hint = nothingYet;
+    Lbl_Foot.text = samples ? "" : "Analyze Bias needs samples of a parameter.";
+    cmd_BiasAnalysis.toolTip = samples ? "Estimate both biases from the samples" : Lbl_Foot.text;
     const auto picture = [](double value, const std::string& held, const char* otherwise) {
         return WidenPicture(value, held.empty() ? otherwise : held);
     };

@@ -77,7 +77,7 @@ MTEErrorScreen::Row::Names::Names(int row)
       share(indexed("pnl_Share", row)) {}
 
 MTEErrorScreen::Row::Row(MTEErrorScreen& owner, int row)
-    : names(row), txt_Description(owner, names.description.c_str(), "Name of the error source"),
+    : names(row), txt_Description(owner, names.description.c_str(), "Name of the error source", Holds::Words),
       LimitsBox(owner, names.limits.c_str(), "Limits that contain the error, in tolerance units"),
       ConfidenceBox(owner, names.confidence.c_str(),
                     "Percent of the errors within the limits; 100 for a rectangular distribution"),
@@ -138,6 +138,9 @@ void MTEErrorScreen::bindRow(int index) {
     }
     if (index == biasRow) {
         row.button->clicked = [this](bool) { enterTolerances(); };
+        for (TextBox* box :
+             {&row.LimitsBox, &row.ConfidenceBox, &row.UncertaintyBox, &row.txt_DegreesFreedom})
+            box->locked = true;
         return;
     }
     const auto bind = [this, index](TextBox& box, ErrorEntry entry) {
@@ -159,6 +162,7 @@ void MTEErrorScreen::bindRow(int index) {
 }
 
 void MTEErrorScreen::bindBias() {
+    ErledUnitsBox.locked = true;
     for (TextBox* box :
          {&TrueValueBox, &MTEBiasBox, &MTEUncertaintyBox, &MTEUncertaintyLimitsBox, &SUBiasBox,
           &SUUncertaintyBox, &SUUncertaintyLimitsBox, &pnl_InTolProbability_0, &pnl_InTolProbability_1})

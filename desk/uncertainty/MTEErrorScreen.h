@@ -50,7 +50,7 @@ class MTEErrorScreen final : public Worksheet {
     TextBox txt_TotalDegFreedom{*this, "txt_TotalDegFreedom",
                                 "Effective degrees of freedom with the MTE bias, included or not"};
     Label Lbl_ErledUnits{*this, "Lbl_ErledUnits", "Units"};
-    TextBox ErledUnitsBox{*this, "ErledUnitsBox", "Tolerance units of the measuring parameter"};
+    TextBox ErledUnitsBox{*this, "ErledUnitsBox", "Tolerance units of the measuring parameter", Holds::Words};
     Label Lbl_Contradiction{*this, "Lbl_Contradiction"};
     CheckBox OptUncertainty{*this, "OptUncertainty", "Include in Analysis ",
                             "Risks are computed with this process uncertainty"};
@@ -79,6 +79,7 @@ class MTEErrorScreen final : public Worksheet {
     TextBox CoverageFactorBox{*this, "CoverageFactorBox", "Uncertainties between a bias and its limits"};
     PushButton cmd_BiasAnalysis{*this, "cmd_BiasAnalysis", "Analyze &Bias",
                                 "Estimate both biases from the samples"};
+    Label Lbl_Foot{*this, "Lbl_Foot"};
     PushButton mnu_Exit_0{*this, "mnu_Exit_0", "&OK", "Accept Changes"};
     PushButton mnu_Exit_1{*this, "mnu_Exit_1", "&Cancel", "Cancel Changes"};
 

@@ -66,6 +66,10 @@ UnitsRevision::UnitsRevision(Session& session, FileChooser& chooser)
              {.control = "mnu_Edit", .caption = "&Edit", .items = editItems()},
              runMenu(session_),
              {.control = "mnu_Help", .caption = "&Help...", .run = [this] { session_.ui.help(helpPage); }}};
+    cmd_Add.clicked = [this](bool) { Add(); };
+    cmd_Add.isPrimary = true;
+    cmd_Update.clicked = [this](bool) { Update(); };
+    cmd_Delete.clicked = [this](bool) { Delete(); };
     bindBoxes();
     refresh();
 }

@@ -16,16 +16,21 @@ class UnitsRevision final : public Worksheet {
     ListBox List1{*this, "List1", "Units of the measurement area"};
     ListBox List2{*this, "List2", "Size of the unit in primary units"};
     ListBox List4{*this, "List4", "What the unit is called in full"};
-    TextBox MeasAreaBox{*this, "MeasAreaBox", "Measurement area, at most 120 characters"};
+    TextBox MeasAreaBox{*this, "MeasAreaBox", "Measurement area, at most 120 characters", Holds::Words};
     TextBox txt_PrimaryUnits{*this, "txt_PrimaryUnits",
-                             "The unit that all others of the area are multiples of; typed for a new area"};
-    TextBox UnitsBox{*this, "UnitsBox", "Symbol of the unit, at most 80 characters"};
+                             "The unit that all others of the area are multiples of; typed for a new area",
+                             Holds::Words};
+    TextBox UnitsBox{*this, "UnitsBox", "Symbol of the unit, at most 80 characters", Holds::Words};
     TextBox MultipliersBox{
         *this, "MultipliersBox",
         "Size of the unit in primary units, above 0: a thousandth has 0.001; empty means 1"};
-    TextBox txt_UnitsGroup{*this, "txt_UnitsGroup", "Units are sorted by this first, at most 10 characters"};
+    TextBox txt_UnitsGroup{*this, "txt_UnitsGroup", "Units are sorted by this first, at most 10 characters",
+                           Holds::Words};
     TextBox txt_Description{*this, "txt_Description",
-                            "What the unit is called in full, at most 255 characters"};
+                            "What the unit is called in full, at most 255 characters", Holds::Words};
+    PushButton cmd_Add{*this, "cmd_Add", "Add", "Add what the boxes define"};
+    PushButton cmd_Update{*this, "cmd_Update", "Update", "Change what is selected to what the boxes define"};
+    PushButton cmd_Delete{*this, "cmd_Delete", "Delete", "Delete what is selected"};
     Label lbl_Database{*this, "lbl_Database", "", "The file of the database in use"};
 
     void begin() override;

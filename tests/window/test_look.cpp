@@ -5,12 +5,16 @@
 #include "window/kit/ScreenBinder.h"
 #include "window/kit/WhatsThis.h"
 #include "window/kit/Widgets.h"
+#include "window/kit/WorksheetDialog.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QFile>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 #include <cmath>
@@ -43,6 +47,31 @@ class LookTest final : public QObject {
             if (dynamic_cast<const Button*>(control) || dynamic_cast<const Label*>(control))
                 take(control->text);
         return twice;
+    }
+
+    static void checkGrid(const QWidget& window, const Worksheet& screen) {
+        QSet<double> sizes;
+        for (const QWidget* widget : window.findChildren<QWidget*>()) {
+            const bool shown = qobject_cast<const QLabel*>(widget) ||
+                               qobject_cast<const QLineEdit*>(widget) ||
+                               qobject_cast<const QAbstractButton*>(widget);
+            if (shown && widget->isVisible()) sizes += widget->font().pointSizeF();
+            const auto* panel = qobject_cast<const QGroupBox*>(widget);
+            if (!panel) continue;
+            QVERIFY2(panel->findChildren<QGroupBox*>().empty(), qPrintable(screen.name + panel->title()));
+            for (const auto* label : panel->findChildren<QLabel*>())
+                if (panel->title().isEmpty() && label->property(headingProperty).toBool() &&
+                    label->isVisible() && label->mapTo(panel, QPoint()).y() < label->height())
+                    QVERIFY2(label->mapTo(panel, QPoint()) == QPoint(12, 6), screen.name);
+        }
+        QVERIFY2(sizes.size() <= 4, screen.name);
+        for (const Control* control : screen.controls()) {
+            const auto* box = dynamic_cast<const TextBox*>(control);
+            const auto* widget = window.findChild<QLineEdit*>(control->name);
+            if (!box || !widget) continue;
+            const Qt::Alignment side = box->holds == Holds::Words ? Qt::AlignLeft : Qt::AlignRight;
+            QVERIFY2(widget->alignment().testFlags(side), control->name);
+        }
     }
 
   private slots:
@@ -85,6 +114,49 @@ class LookTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
+    }
+
+    /// Figures right and words left, headings at one place, no frame within a frame, few sizes of text.
+    void everyScreenKeepsToOneGrid() {
+        Desk& d = *desk_;
+        const EveryScreen screens(d);
+        for (const auto& screen : screens.all()) {
+            if (screen == screens.all().front()) continue; // the window itself, below
+            WorksheetDialog dialog(*screen, layoutOf, d.window.get());
+            dialog.setWindowModality(Qt::NonModal);
+            dialog.show();
+            d.settle(&dialog);
+            checkGrid(dialog, *screen);
+        }
+        checkGrid(*d.window, d.window->model());
+        const auto left = [&](const char* box) {
+            return d.control(box)->mapTo(d.window.get(), QPoint()).x();
+        };
+        QCOMPARE(left("MTEOffsetBox"), left("ModeBox"));
+        QCOMPARE(left("MTEPctInTolBox"), left("PctInTolBox"));
+    }
+
+    void boxesOfTheGuardbandsStandBelowEachOther() {
+        Desk& d = *desk_;
+        enterTwoSided(d);
+        d.boxes.expectScreen("GuardbandAnalysis", [&](QWidget& window) {
+            for (const auto& column :
+                 {QStringList{"ModeBox", "UpperMultiplierBox", "txt_kFactor_0", "UpperGuardbandBox",
+                              "FARiskBox"},
+                  {"pnl_ProcessUncertainty", "LowerMultiplierBox", "txt_kFactor_1", "LowerGuardbandBox"}}) {
+                QSet<int> lefts, widths;
+                for (const QString& name : column) {
+                    auto* box = d.control<QLineEdit>(name, &window);
+                    lefts += box->mapTo(&window, QPoint()).x();
+                    widths += box->width();
+                    QVERIFY2(box->fontMetrics().horizontalAdvance("-0.0005556232929") + 14 <= box->width(),
+                             qPrintable(name));
+                }
+                QVERIFY2(lefts.size() == 1 && widths.size() == 1, qPrintable(column.join(' ')));
+            }
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        d.choose("CtrlGuardband");
     }
 
     void coloursAreReadable() {

@@ -36,6 +36,7 @@ QWidget* layoutReading(const WidgetMaker& w) {
         "Rule", rows({{w("Lbl_Rule"), w("cbo_Rule"), w("Lbl_RuleValue"), w.box("txt_RuleValue", 8)},
                       {w("Lbl_Outcomes"), w("cbo_Outcomes"), w("Lbl_Reject"), w.box("txt_Reject", 8)}}));
     QWidget* word = down({large(w("Lbl_Verdict")), running(w("Lbl_Why"))});
+    static_cast<QVBoxLayout*>(word->layout())->addStretch();
     word->setMinimumWidth(200);
     QWidget* figures = new QWidget;
     figures->setLayout(rows({{w("Lbl_Conforming"), w("box_Conforming")},
@@ -44,13 +45,14 @@ QWidget* layoutReading(const WidgetMaker& w) {
                              {w("Lbl_Acceptance"), w("box_Acceptance")},
                              {w("Lbl_Uncertainty"), w.box("box_Uncertainty", 34)}}));
     QWidget* strip = w("pic_Strip");
-    strip->setMinimumSize(300, 110);
+    strip->setMinimumSize(300, 130);
     strip->setMaximumHeight(170);
     QGroupBox* verdict = group("Verdict", {across({word, figures}), strip, running(w("Lbl_Sentence"))});
     static_cast<QVBoxLayout*>(verdict->layout())->setStretch(1, 1);
     QWidget* history = w("tbl_History");
     history->setAccessibleName("Readings since the start");
     history->setMinimumSize(300, 70);
+    history->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     qobject_cast<QTableView*>(history)->setWordWrap(false);
     QWidget* content = down({reading, rule, verdict, history,
                              foot({w("cmd_CopySentence"), w("cmd_CopyHistory"), w("cmd_Close")})});

@@ -1,5 +1,6 @@
 #include "window/kit/CellTable.h"
 
+#include "window/kit/HintList.h"
 #include "window/kit/Widgets.h"
 
 #include <QDragEnterEvent>
@@ -42,11 +43,15 @@ void CellTable::showCell(int row, int column, const Table::Cell& cell, const QSt
                                 Qt::ItemIsDropEnabled |
                                 (cell.locked ? Qt::NoItemFlags : Qt::ItemFlags(Qt::ItemIsEditable));
     if (shown->flags() != flags) shown->setFlags(flags);
+    if (QFont font = shown->font(); font.bold() != cell.best) {
+        font.setBold(cell.best);
+        shown->setFont(font);
+    }
     const QString tip = cell.marked ? markTip : QString();
     if (shown->toolTip() == plainTip(tip)) return;
     shown->setToolTip(plainTip(tip));
     shown->setData(Qt::AccessibleTextRole, cell.marked ? QVariant(text + ", " + tip) : QVariant());
-    QFont font = this->font();
+    QFont font = shown->font();
     font.setItalic(cell.marked);
     font.setStrikeOut(cell.marked);
     shown->setFont(font);
@@ -63,10 +68,18 @@ void CellTable::show(const Table& table) {
             setHorizontalHeaderItem(column, new QTableWidgetItem(heading));
     }
     const QString tip = qt(table.markTip);
+    whenEmpty_ = qt(table.whenEmpty);
     for (int row = 0; row < count; ++row) {
         const auto& cells = table.rows[static_cast<std::size_t>(row)];
         for (int column = 0; column < columnCount(); ++column)
             showCell(row, column, cells[static_cast<std::size_t>(column)], tip);
+        for (const int column : table.figureColumns)
+            item(row, column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    for (int column = 0; column < columnCount(); ++column) {
+        const bool figures = std::ranges::find(table.figureColumns, column) != table.figureColumns.end();
+        horizontalHeaderItem(column)->setTextAlignment((figures ? Qt::AlignRight : Qt::AlignLeft) |
+                                                       Qt::AlignVCenter);
     }
     if (!(range() == table.selection) && !table.selection.empty()) {
         const Table::Range& s = table.selection;
@@ -75,6 +88,11 @@ void CellTable::show(const Table& table) {
         setRangeSelected({s.top, s.left, std::min(s.bottom, count - 1), s.right}, true);
     }
     showing_ = false;
+}
+
+void CellTable::paintEvent(QPaintEvent* event) {
+    QTableWidget::paintEvent(event);
+    if (rowCount() == 0) paintWhenEmpty(*viewport(), whenEmpty_);
 }
 
 void CellTable::commitCell() {

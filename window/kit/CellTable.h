@@ -28,6 +28,7 @@ class CellTable final : public QTableWidget {
     void dropped(metrisk::CellTable* from, int fromRow, int row);
 
   protected:
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -37,6 +38,7 @@ class CellTable final : public QTableWidget {
   private:
     void showCell(int row, int column, const Table::Cell& cell, const QString& markTip);
 
+    QString whenEmpty_;
     bool showing_ = false;
 };
 

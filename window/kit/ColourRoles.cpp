@@ -50,6 +50,8 @@ const ColourRoles& rolesFor(const QPalette& palette) {
 QPalette paletteOf(const ColourRoles& r) {
     QPalette palette(r.window, r.window);
     for (const auto& [role, color] : {std::pair{QPalette::WindowText, r.text},
+                                      {secondRole, r.second},
+                                      {lineRole, r.line},
                                       {QPalette::Base, r.base},
                                       {QPalette::AlternateBase, r.readOnly},
                                       {QPalette::Text, r.text},
@@ -63,7 +65,7 @@ QPalette paletteOf(const ColourRoles& r) {
                                       {QPalette::ToolTipBase, r.base},
                                       {QPalette::ToolTipText, r.text}})
         palette.setColor(role, color);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, secondRole})
         palette.setColor(QPalette::Disabled, role, r.disabled);
     palette.setColor(QPalette::Disabled, QPalette::Base, r.readOnly);
     return palette;

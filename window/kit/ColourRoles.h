@@ -25,6 +25,10 @@ const ColourRoles& darkRoles();
 /// By the ground of the windows.
 const ColourRoles& rolesFor(const QPalette& palette);
 
+/// Palettes have no roles for them by name: the one of captions, and the one of lines between parts.
+inline constexpr QPalette::ColorRole secondRole = QPalette::Shadow;
+inline constexpr QPalette::ColorRole lineRole = QPalette::Mid;
+
 /// The palette made of them.
 QPalette paletteOf(const ColourRoles& roles);
 

@@ -1,6 +1,7 @@
 #include "window/kit/ContentArea.h"
 
 #include "window/kit/DesktopFit.h"
+#include "window/kit/Widgets.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -32,7 +33,12 @@ int ContentArea::barWidth() const {
 }
 
 QSize ContentArea::sizeHint() const {
-    return widget()->sizeHint().expandedTo(widget()->minimumSize());
+    const QSize wanted = widget()->sizeHint().expandedTo(widget()->minimumSize());
+    const QLayout* layout = widget()->layout();
+    if (!layout->hasHeightForWidth()) return wanted;
+    // Running text takes fewer lines at that width than its layout supposes.
+    const int width = std::max(wanted.width(), preferredSize(widget()).width());
+    return {width, layout->totalHeightForWidth(width)};
 }
 
 QSize ContentArea::minimumSizeHint() const {

@@ -13,10 +13,18 @@
 #include <QMimeData>
 #include <QStyle>
 #include <QToolTip>
+#include <algorithm>
 
 namespace metrisk {
 
 namespace {
+
+constexpr int textMargin = 4; // beside the two pixels of every line of text
+constexpr int leastHeight = 24;
+
+int beside(const QMargins& margins) {
+    return margins.left() + margins.right() + 6;
+}
 
 /// The box keeps its entry while the user looks at a menu, a box or another program.
 bool goesOn(Qt::FocusReason reason) {
@@ -27,6 +35,7 @@ bool goesOn(Qt::FocusReason reason) {
 } // namespace
 
 EntryBox::EntryBox() {
+    setTextMargins(textMargin, 0, textMargin, 0);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (isModified()) return;
         settled_ = text;
@@ -111,12 +120,15 @@ void EntryBox::setRoom(int characters) {
 }
 
 QSize EntryBox::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(QString(room_ + 3, '0')), QLineEdit::sizeHint().height()};
+    return {fontMetrics().horizontalAdvance(QString(room_, '0')) + beside(textMargins()),
+            std::max(leastHeight, QLineEdit::sizeHint().height())};
 }
 
 QSize EntryBox::minimumSizeHint() const {
-    const int width = fontMetrics().horizontalAdvance(QString((room_ * 3 + 4) / 5 + 1, '0'));
-    return {width, QLineEdit::minimumSizeHint().height()};
+    constexpr int scarce = 3, plenty = 5;
+    return {fontMetrics().horizontalAdvance(QString((room_ * scarce + plenty - 1) / plenty, '0')) +
+                beside(textMargins()),
+            std::max(leastHeight, QLineEdit::minimumSizeHint().height())};
 }
 
 void EntryBox::setMarked(bool marked) {
@@ -132,7 +144,8 @@ void EntryBox::setMarked(bool marked) {
 
 bool EntryBox::event(QEvent* event) {
     // A text that does not fit is told in full.
-    if (event->type() == QEvent::ToolTip && fontMetrics().horizontalAdvance(text()) > width() - 8) {
+    if (event->type() == QEvent::ToolTip &&
+        fontMetrics().horizontalAdvance(text()) > width() - beside(textMargins())) {
         const QString said = accessibleDescription();
         const QString tip = said.isEmpty() ? text() : text() + "\n" + said;
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);

@@ -1,6 +1,7 @@
 #include "window/kit/LookStyle.h"
 
 #include "window/kit/ColourRoles.h"
+#include "window/kit/Widgets.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <algorithm>
 
 namespace metrisk {
 
@@ -16,6 +18,11 @@ namespace {
 
 constexpr const char* primaryProperty = "primary";
 constexpr int indicatorSize = 13;
+constexpr int toolIconSize = 20;
+constexpr int leastBoxHeight = 24;
+constexpr int leastButtonHeight = 26;
+constexpr int columnGap = 8;
+constexpr int rowGap = 4;
 
 bool schemeOfUser = false;
 
@@ -114,8 +121,44 @@ QRect headingRect(const QStyleOptionGroupBox& box, const QWidget* widget) {
             QSize(metrics.horizontalAdvance(box.text) + metrics.averageCharWidth(), metrics.height())};
 }
 
+/// The bar, and its text at the right of it, never over it.
+void drawMeter(QPainter& painter, const QStyleOptionProgressBar& bar) {
+    constexpr double thick = 6, gap = 8;
+    const ColourRoles& roles = rolesFor(bar.palette);
+    const int text = bar.textVisible ? std::max(bar.fontMetrics.horizontalAdvance(bar.text),
+                                                bar.fontMetrics.horizontalAdvance("100.0 %"))
+                                     : 0;
+    QRectF groove(bar.rect.x(), bar.rect.center().y() + 0.5 - thick / 2,
+                  bar.rect.width() - text - (text ? gap : 0), thick);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(roles.line);
+    painter.drawRoundedRect(groove, thick / 2, thick / 2);
+    const double share = double(bar.progress - bar.minimum) / std::max(1, bar.maximum - bar.minimum);
+    if (share > 0) {
+        groove.setWidth(std::max(thick, share * groove.width()));
+        painter.setBrush(roles.accent);
+        painter.drawRoundedRect(groove, thick / 2, thick / 2);
+    }
+    painter.setPen(bar.palette.color(QPalette::WindowText));
+    painter.drawText(bar.rect, Qt::AlignRight | Qt::AlignVCenter, text ? bar.text : QString());
+}
+
+/// As an entry, with an arrow.
+void drawChoice(QPainter& painter, const QStyleOptionComboBox& box) {
+    const ColourRoles& roles = rolesFor(box.palette);
+    const bool live = box.state & QStyle::State_Enabled;
+    const bool focused = box.state & QStyle::State_HasFocus;
+    painter.setPen(QPen(focused ? roles.accent : live ? roles.field : roles.line, focused ? 2 : 1));
+    painter.setBrush(live ? box.palette.color(QPalette::Base) : roles.readOnly);
+    const qreal inset = focused ? 1 : 0.5;
+    painter.drawRoundedRect(QRectF(box.rect).adjusted(inset, inset, -inset, -inset), 3, 3);
+    const QPointF tip(box.rect.right() - 10.5, box.rect.center().y() + 2.5);
+    painter.setPen(QPen(box.palette.color(QPalette::Text), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolyline(QPolygonF{tip + QPointF(-4, -4), tip, tip + QPointF(4, -4)});
+}
+
 void drawGroup(QPainter& painter, const QStyleOptionGroupBox& box, const QWidget* widget) {
-    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(rolesFor(box.palette).line, 1));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(box.rect).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
@@ -158,7 +201,20 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+        bar && element == CE_ProgressBar && bar->maximum > bar->minimum) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        drawMeter(*painter, *bar);
+        painter->restore();
+        return;
+    }
     const auto* label = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (element == CE_PushButtonLabel && label && widget && widget->property(headingProperty).toBool()) {
+        drawItemText(painter, option->rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic,
+                     option->palette, option->state & State_Enabled, label->text, QPalette::ButtonText);
+        return;
+    }
     if (element != CE_PushButtonLabel || !label || !isPrimary(widget) || !(option->state & State_Enabled))
         return QProxyStyle::drawControl(element, option, painter, widget);
     QStyleOptionButton on(*label);
@@ -169,10 +225,12 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                    QPainter* painter, const QWidget* widget) const {
     const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
-    if (control != CC_GroupBox || !box)
+    const auto* choice = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (!box && (!choice || choice->editable))
         return QProxyStyle::drawComplexControl(control, option, painter, widget);
     painter->save();
-    drawGroup(*painter, *box, widget);
+    painter->setRenderHint(QPainter::Antialiasing);
+    box ? drawGroup(*painter, *box, widget) : drawChoice(*painter, *choice);
     painter->restore();
 }
 
@@ -196,13 +254,38 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight: return indicatorSize + 1;
+    case PM_LayoutHorizontalSpacing: return columnGap;
+    case PM_LayoutVerticalSpacing: return rowGap;
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin: return panelGap;
+    case PM_ToolBarItemSpacing: return 1;
+    case PM_ToolBarItemMargin: return 2;
+    case PM_ToolBarIconSize: return toolIconSize;
     default: return QProxyStyle::pixelMetric(metric, option, widget);
     }
+}
+
+QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& content,
+                                  const QWidget* widget) const {
+    QSize size = QProxyStyle::sizeFromContents(type, option, content, widget);
+    if (type == CT_ComboBox) size.setHeight(std::max(size.height(), leastBoxHeight));
+    if (type == CT_PushButton) size.setHeight(std::max(size.height(), leastButtonHeight));
+    return size;
 }
 
 void installLook() {
     if (QApplication::style()->name() != "fusion") return;
     QApplication::setStyle(new LookStyle);
+}
+
+bool lookIsInstalled() {
+    return qobject_cast<LookStyle*>(QApplication::style());
+}
+
+QPalette::ColorRole captionRole() {
+    return lookIsInstalled() ? secondRole : QPalette::WindowText;
 }
 
 void keepPalette(bool own) {

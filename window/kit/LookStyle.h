@@ -2,9 +2,12 @@
 // are seen.
 #pragma once
 
+#include <QPalette>
 #include <QProxyStyle>
 
 namespace metrisk {
+
+inline constexpr int panelGap = 8; // between panels, and from them to the edge of their window
 
 /// Over Fusion alone: any other style of a desktop is left as it is.
 class LookStyle final : public QProxyStyle {
@@ -23,11 +26,16 @@ class LookStyle final : public QProxyStyle {
                             const QWidget* widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& content,
+                           const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 
 /// Puts it over the style of the desktop, where that is Fusion. Before any window is made.
 void installLook();
+
+/// The role of palettes that captions are drawn in.
+QPalette::ColorRole captionRole();
 
 /// A colour scheme of the user's own has the palette to itself.
 void keepPalette(bool own);

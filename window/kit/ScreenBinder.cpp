@@ -90,7 +90,7 @@ void ScreenBinder::act(const std::function<void()>& rule) {
 
 void ScreenBinder::bind(TextBox& box) {
     auto* widget = static_cast<EntryBox*>(widgets_.value(box.name));
-    if (box.isResult()) widget->setAlignment(Qt::AlignRight);
+    widget->setAlignment((box.holds == Holds::Figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     connect(widget, &EntryBox::entered, this,
             [this, &box, widget] { model_.enter(box, widget->text().toStdString()); });
     connect(widget, &EntryBox::keyPressed, this, [this, &box] { model_.key(box); });

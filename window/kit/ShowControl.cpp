@@ -3,8 +3,10 @@
 #include "desk/kit/Controls.h"
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/HintList.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/ToneLabel.h"
 #include "window/kit/Widgets.h"
 
 #include <QAbstractButton>
@@ -26,13 +28,15 @@ void showBox(const TextBox& box, EntryBox& widget) {
     const QString text = qt(box.text);
     if (widget.text() != text) widget.setText(text);
     if (widget.cursorPosition() != 0 && !widget.hasFocus()) widget.setCursorPosition(0);
-    widget.setResult(box.isResult());
+    if (const QString hint = qt(box.hint); widget.placeholderText() != hint) widget.setPlaceholderText(hint);
+    widget.setResult(box.isResult() && !box.locked);
     widget.setLocked(box.locked || box.isResult());
     widget.setMarked(!box.mark.empty());
     widget.setFaded(box.faded);
 }
 
-void showLabel(const Label& label, QLabel& widget) {
+void showLabel(const Label& label, ToneLabel& widget) {
+    widget.setTone(label.tone, label.sign);
     const QString text = caption(label.text);
     if (widget.text() != text) widget.setText(text);
     QFont font = widget.font();
@@ -41,7 +45,11 @@ void showLabel(const Label& label, QLabel& widget) {
         widget.setFont(font);
     }
     const bool bold =
-        label.emphasised || widget.property("heading").toBool() || widget.property("bold").toBool();
+        label.emphasised || widget.property(headingProperty).toBool() || widget.property("bold").toBool();
+    if (widget.property("caption").toBool())
+        widget.setForegroundRole(label.emphasised || widget.property(headingProperty).toBool()
+                                     ? QPalette::WindowText
+                                     : captionRole());
     if (font.bold() == bold) return;
     font.setBold(bold);
     widget.setFont(font);
@@ -58,7 +66,8 @@ void showButton(const Button& button, QAbstractButton& widget) {
         widget.setFocusPolicy(button.checked ? Qt::TabFocus : Qt::NoFocus);
 }
 
-void showList(const ListBox& list, QListWidget& widget) {
+void showList(const ListBox& list, HintList& widget) {
+    widget.setWhenEmpty(qt(list.whenEmpty));
     QStringList items;
     for (const std::string& item : list.items) items += qt(item);
     QStringList present;
@@ -82,11 +91,10 @@ void showChoice(const Choice& choice, QComboBox& widget) {
     if (widget.currentIndex() != choice.index) widget.setCurrentIndex(choice.index);
 }
 
-/// The mark-up as HTML; a jump's address is its word.
-QString htmlOf(const std::string& text) {
-    QString html = qt(text).toHtmlEscaped();
-    for (const auto& [mark, tag] :
-         {std::pair{"\\H", "<p style='font-size:large'>"}, {"\\h", "</p>"}, {"\\B", "<b>"}, {"\\b", "</b>"}})
+/// One paragraph of the mark-up as HTML; a jump's address is its word.
+QString paragraphOf(const QString& text) {
+    QString html = text.toHtmlEscaped();
+    for (const auto& [mark, tag] : {std::pair{"\\H", ""}, {"\\h", ""}, {"\\B", "<b>"}, {"\\b", "</b>"}})
         html.replace(mark, tag);
     for (qsizetype at; (at = html.indexOf("\\J")) >= 0;) {
         const qsizetype end = html.indexOf("\\j", at);
@@ -94,12 +102,20 @@ QString htmlOf(const std::string& text) {
         const QString word = html.mid(at + 2, end - at - 2);
         html.replace(at, end + 2 - at, QString("<a href=\"%1\">%1</a>").arg(word));
     }
-    html.replace("</p>\r\n\r\n", "</p>"); // a heading has its own room below
-    return html.replace("\r\n", "<br>");
+    const char* margins = text.startsWith("\\H") ? "8px 0 4px 0" : "0 0 6px 0";
+    return QString("<p style='margin:%1'>%2</p>").arg(margins, html.trimmed().replace("\r\n", "<br>"));
 }
 
+QString htmlOf(const std::string& text) {
+    QString html;
+    for (const QString& paragraph : qt(text).split("\r\n\r\n", Qt::SkipEmptyParts))
+        html += paragraphOf(paragraph);
+    return html;
+}
+
+/// Its links are buttons of the screen, and look lighter than those that lead away.
 void showHypertext(const Hypertext& text, QTextBrowser& widget) {
-    const QString style = linkStyle(widget.palette());
+    const QString style = linkStyle(widget.palette()) + "a { text-decoration: none; font-weight: 600; }";
     const QByteArray shown = QByteArray::fromStdString(text.text) + style.toUtf8();
     if (widget.property("shown").toByteArray() == shown) return;
     widget.setProperty("shown", shown);
@@ -154,14 +170,14 @@ class Shower final : public ControlVisitor {
     explicit Shower(QWidget& widget) : widget_(widget) {}
 
     void visit(Panel&) override {}
-    void visit(Label& label) override { showLabel(label, as<QLabel>()); }
+    void visit(Label& label) override { showLabel(label, as<ToneLabel>()); }
     void visit(TextBox& box) override {
         showBox(box, as<EntryBox>());
         mark = box.mark;
     }
     void visit(Button& button) override { showButton(button, as<QAbstractButton>()); }
     void visit(Choice& choice) override { showChoice(choice, as<QComboBox>()); }
-    void visit(ListBox& list) override { showList(list, as<QListWidget>()); }
+    void visit(ListBox& list) override { showList(list, as<HintList>()); }
     void visit(Meter& meter) override { showMeter(meter, as<QProgressBar>()); }
     void visit(Swatch& swatch) override { showSwatch(swatch, widget_); }
     void visit(Slider& slider) override { showSlider(slider, as<QSlider>()); }

@@ -2,8 +2,12 @@
 
 #include "desk/kit/Worksheet.h"
 #include "window/kit/CellTable.h"
+#include "window/kit/ColourRoles.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/HintList.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/ToneLabel.h"
 #include "window/kit/WhatsThis.h"
 
 #include <QCheckBox>
@@ -74,14 +78,14 @@ class Maker final : public ControlVisitor {
 
     void visit(Panel&) override { made = new QWidget; } // layouts make theirs themselves
     void visit(Label& label) override {
-        auto* plain = new QLabel(caption(label.text));
+        auto* plain = new ToneLabel(caption(label.text), label.sign);
         plain->setTextFormat(Qt::PlainText);
         made = plain;
     }
     void visit(TextBox&) override { made = new EntryBox; }
     void visit(Button& button) override { made = makeButton(button); }
     void visit(Choice&) override { made = new QComboBox; }
-    void visit(ListBox&) override { made = new QListWidget; }
+    void visit(ListBox&) override { made = new HintList; }
     void visit(Meter&) override { made = makeMeter(); }
     void visit(Swatch&) override { made = makeSwatch(); }
     void visit(Slider&) override { made = makeSlider(); }
@@ -153,7 +157,7 @@ QWidget* WidgetMaker::heading(const char* control) const {
     QFont bold = made->font();
     bold.setBold(true);
     made->setFont(bold);
-    made->setProperty("heading", true);
+    made->setProperty(headingProperty, true);
     return made;
 }
 
@@ -162,11 +166,15 @@ Cell::Cell(const char* text, int columns) : widget(new QLabel(text)), span(colum
 void setReadable(QPalette& palette, QPalette::ColorRole groundRole, const QColor& ground,
                  QPalette::ColorRole textRole, const QColor& text) {
     const auto mean = [](int a, int b) { return (a + b) / 2; };
+    const QColor dimmed(mean(ground.red(), text.red()), mean(ground.green(), text.green()),
+                        mean(ground.blue(), text.blue()));
     palette.setColor(groundRole, ground);
-    palette.setColor(textRole, text);
-    palette.setColor(QPalette::Disabled, textRole,
-                     QColor(mean(ground.red(), text.red()), mean(ground.green(), text.green()),
-                            mean(ground.blue(), text.blue())));
+    const auto write = [&](QPalette::ColorRole role) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, dimmed);
+    };
+    write(textRole);
+    if (textRole == QPalette::WindowText) write(secondRole); // captions keep to the user's colour
 }
 
 namespace {
@@ -186,6 +194,7 @@ double contrast(const QColor& a, const QColor& b) {
 QString linkStyle(const QPalette& palette) {
     constexpr double readable = 4.5;
     QColor color = palette.color(QPalette::Text);
+    if (!paletteIsKept()) return QString("a { color: %1; }").arg(rolesFor(palette).link.name());
     for (const QColor& blue : {QColor(0x0b, 0x57, 0xd0), QColor(0x8a, 0xb4, 0xf8)})
         if (contrast(blue, palette.color(QPalette::Base)) >= readable) color = blue;
     return QString("a { color: %1; }").arg(color.name());
@@ -193,7 +202,10 @@ QString linkStyle(const QPalette& palette) {
 
 void nameBy(QWidget* label, QWidget* box) {
     auto* text = qobject_cast<QLabel*>(label);
-    if (text && box) text->setBuddy(box);
+    if (!text || !box) return;
+    text->setBuddy(box);
+    text->setProperty("caption", true);
+    text->setForegroundRole(captionRole());
 }
 
 namespace {
@@ -234,9 +246,15 @@ QGridLayout* rows(std::initializer_list<std::initializer_list<Cell>> lines) {
 
 namespace {
 
+bool hasPanel(const QWidget* widget) {
+    return qobject_cast<const QGroupBox*>(widget) || widget->findChild<QGroupBox*>();
+}
+
+/// Panels stand further apart than rows.
 QWidget* inBox(QBoxLayout* layout, std::initializer_list<QWidget*> widgets) {
     auto* made = new QWidget;
     layout->setContentsMargins(0, 0, 0, 0);
+    if (std::any_of(widgets.begin(), widgets.end(), hasPanel)) layout->setSpacing(panelGap);
     for (QWidget* widget : widgets) layout->addWidget(widget);
     made->setLayout(layout);
     return made;
@@ -254,7 +272,7 @@ QWidget* down(std::initializer_list<QWidget*> widgets) {
 
 QGroupBox* group(const char* title, QLayout* content) {
     auto* made = new QGroupBox(title);
-    content->setContentsMargins(8, 4, 8, 6);
+    content->setContentsMargins(8, *title ? 0 : 2, 8, 4);
     made->setLayout(content);
     return made;
 }
@@ -265,10 +283,26 @@ QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets) {
     return group(title, column);
 }
 
+namespace {
+
+constexpr int footButtonWidth = 84;
+
+} // namespace
+
 QWidget* foot(std::initializer_list<QWidget*> buttons) {
+    return foot(new QWidget, buttons);
+}
+
+QWidget* foot(QWidget* line, std::initializer_list<QWidget*> buttons) {
     auto* layout = new QHBoxLayout;
-    layout->addStretch();
-    return named(inBox(layout, buttons), footName);
+    if (auto* text = qobject_cast<QLabel*>(line)) {
+        text->setWordWrap(true);
+        text->setForegroundRole(captionRole());
+    }
+    layout->addWidget(line, 1);
+    QWidget* made = named(inBox(layout, buttons), footName);
+    for (QWidget* button : buttons) button->setMinimumWidth(footButtonWidth);
+    return made;
 }
 
 void keepRoom(QWidget* widget) {

@@ -69,6 +69,14 @@ QGroupBox* group(const char* title, std::initializer_list<QWidget*> widgets);
 /// Right-aligned at a screen's foot, which stays in sight where the rest is scrolled.
 inline constexpr const char* footName = "foot";
 QWidget* foot(std::initializer_list<QWidget*> buttons);
+/// With a line that says what the buttons do or wait for.
+QWidget* foot(QWidget* line, std::initializer_list<QWidget*> buttons);
+
+/// A label or flat button with this property is a heading: bold, and at the left.
+inline constexpr const char* headingProperty = "heading";
+
+/// A content with this property goes to the edges of its window.
+inline constexpr const char* edgelessProperty = "edgeless";
 
 /// A screen of that content opens at that size where it could do with less.
 void prefer(QWidget* content, const QSize& size);

@@ -3,6 +3,8 @@
 #include "desk/kit/Worksheet.h"
 #include "window/kit/ContentArea.h"
 #include "window/kit/DesktopFit.h"
+#include "window/kit/LookStyle.h"
+#include "window/kit/Panels.h"
 #include "window/kit/ScreenBinder.h"
 #include "window/kit/Widgets.h"
 
@@ -46,13 +48,20 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
     setWindowModality(Qt::WindowModal); // help stays within reach
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetNoConstraint); // give() sees to it
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     QWidget* content = layoutOf(model.name, WidgetMaker(model));
     if (!content) qFatal("no layout of the screen %s", model.name);
+    if (!content->property(edgelessProperty).toBool())
+        content->layout()->setContentsMargins(panelGap, panelGap, panelGap, panelGap);
     area_ = new ContentArea(content);
     layout->addWidget(area_, 1);
     // The way out stays in sight.
-    if (auto* buttons = content->findChild<QWidget*>(footName, Qt::FindDirectChildrenOnly))
+    if (auto* buttons = content->findChild<QWidget*>(footName, Qt::FindDirectChildrenOnly)) {
+        layout->addWidget(rule());
         layout->addWidget(buttons);
+        buttons->layout()->setContentsMargins(panelGap, panelGap, panelGap, panelGap);
+    }
     // A picture is looked at as large as one likes.
     for (const Control* control : model.controls())
         if (dynamic_cast<const PictureArea*>(control)) setWindowFlag(Qt::WindowMaximizeButtonHint);

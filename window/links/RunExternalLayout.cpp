@@ -17,9 +17,9 @@ QWidget* layoutRunExternal(const WidgetMaker& w) {
         {"File Extension", w("txt_AppExt")},
         {"Example File", w("txt_FilePath"), w("cmd_BrowseFiles")},
     });
-    QWidget* content =
-        across({down({title, list, w("cmd_NewApp")}),
-                down({group("Application", boxes), across({w("chk_Exe"), w("chk_NewFile"), w("cmd_Run")})})});
+    QWidget* content = across({down({title, list, w("cmd_NewApp")}),
+                               down({group("Application", boxes),
+                                     across({w("chk_Exe"), w("chk_NewFile"), w("cmd_Run")}), new QWidget})});
     static_cast<QHBoxLayout*>(content->layout())->setStretch(1, 1);
     prefer(content, {760, 0});
     return content;

@@ -8,7 +8,7 @@ QWidget* layoutPlot(const WidgetMaker& w) {
     picture->setMinimumSize(300, 200);
     QWidget* content = down({picture});
     prefer(content, {480, 540}); // the lines of text below the axis
-    content->layout()->setContentsMargins(0, 0, 0, 0);
+    content->setProperty(edgelessProperty, true);
     return content;
 }
 

@@ -7,6 +7,18 @@
 
 namespace metrisk {
 
+namespace {
+
+/// Rows stand close together at the top, whatever room there is.
+void fromTheTop(QGroupBox* panel) {
+    if (auto* grid = qobject_cast<QGridLayout*>(panel->layout()))
+        grid->setRowStretch(grid->rowCount(), 1);
+    else
+        static_cast<QBoxLayout*>(panel->layout())->addStretch();
+}
+
+} // namespace
+
 QWidget* layoutPrintDialog(const WidgetMaker& w) {
     QGroupBox* reports =
         group("Reports", {w("Chk_IncludeRiskAnalysis"), w("Chk_IncludePlots"), w("Chk_IncludeErled"),
@@ -24,8 +36,11 @@ QWidget* layoutPrintDialog(const WidgetMaker& w) {
     QGroupBox* font = group("Font", {w("Combo1"), w("PrintSample"), w("Chk_FontDefault")});
     QGroupBox* margins = group("Margins", rows({{"Left", w("Txt_LMargin"), w("Lbl_LUnits")},
                                                 {"Top", w("Txt_TMargin"), w("Lbl_TUnits")}}));
-    return down({across({down({reports, font}), parameters, down({errors, margins})}),
-                 foot({w("cmd_Print"), w("cmd_Close")})});
+    for (QGroupBox* each : {reports, parameters, margins, font}) fromTheTop(each);
+    fromTheTop(static_cast<QGroupBox*>(errors));
+    QWidget* columns[] = {down({reports, font}), parameters, down({errors, margins})};
+    return down({across({columns[0], columns[1], columns[2]}),
+                 foot({w("cmd_Preview"), w("cmd_Print"), w("cmd_Close")})});
 }
 
 QWidget* layoutReportOptions(const WidgetMaker& w) {
@@ -37,7 +52,7 @@ QWidget* layoutReportOptions(const WidgetMaker& w) {
                     {"Approving Department", w("txt_ApprovingDept"), w("chk_ApprovingDept")},
                     {"Submitted By:  (Name/Code)", w("txt_Submitter"), w("Chk_IncludeSub")},
                     {"Approved By:  (Name/Code)", w("txt_Approver"), w("Chk_IncludeApp")},
-                    {{}, w("chk_FileName"), {}}}));
+                    {w("chk_FileName")}}));
     QGroupBox* remarks = group("Remarks", {w("txt_Remarks"), w("chk_Remarks")});
     QGroupBox* summary = group("Data Summary", {w("Opt_TabDelimited"), w("Opt_CommaDelimited")});
     QGroupBox* defaults = group("Defaults", {w("opt_Defaults_0"), w("opt_Defaults_1")});

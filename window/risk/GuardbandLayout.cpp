@@ -1,33 +1,45 @@
 // The screen GuardbandAnalysis.
+#include "window/kit/Panels.h"
+#include "window/kit/Widgets.h"
 #include "window/risk/Layouts.h"
 
-#include "window/kit/Widgets.h"
+#include <QBoxLayout>
 
 namespace metrisk {
 
 namespace {
 
+constexpr int figure = 17; // characters: -0.0005556232929
+
+QWidget* radios(QWidget* one, QWidget* other) {
+    QWidget* made = across({one, other});
+    static_cast<QBoxLayout*>(made->layout())->addStretch();
+    return made;
+}
+
 QGroupBox* specifications(const WidgetMaker& w) {
-    return group(
-        "Subject Parameter Specifications and Process Uncertainty",
-        rows(
-            {{w("Lbl_Mode"), w("ModeBox"), w("Lbl_ProcessUncertainty"), w("pnl_ProcessUncertainty")},
-             {w("Lbl_UpperTolerance"), w("UpperTolLimitBox"), w("Lbl_LowerTolerance"), w("LowerTolLimitBox")},
-             {{}, w("LimitsOptionButton"), {}, w("OffsetsOptionButton")}}));
+    return group("Subject Parameter Specifications and Process Uncertainty",
+                 rows({{w("Lbl_Mode"), w.box("ModeBox", figure), w("Lbl_ProcessUncertainty"),
+                        w.box("pnl_ProcessUncertainty", figure)},
+                       {w("Lbl_UpperTolerance"), w.box("UpperTolLimitBox", figure), w("Lbl_LowerTolerance"),
+                        w.box("LowerTolLimitBox", figure)},
+                       {{}, {radios(w("LimitsOptionButton"), w("OffsetsOptionButton")), 3}}}));
 }
 
 QGroupBox* multipliers(const WidgetMaker& w) {
-    return group("Guardband Multipliers", rows({{w("Lbl_UpperMultiplier"), w("UpperMultiplierBox"),
-                                                 w("Lbl_LowerMultiplier"), w("LowerMultiplierBox")},
-                                                {{w("SymmetryCheckBox"), 4}}}));
+    return group("Guardband Multipliers",
+                 rows({{w("Lbl_UpperMultiplier"), w.box("UpperMultiplierBox", figure),
+                        w("Lbl_LowerMultiplier"), w.box("LowerMultiplierBox", figure)},
+                       {{}, {w("SymmetryCheckBox"), 3}}}));
 }
 
 QGroupBox* guardbands(const WidgetMaker& w) {
     return group("Guardbands and k-Factors",
-                 rows({{w("Lbl_UpperK"), w("txt_kFactor_0"), w("Lbl_LowerK"), w("txt_kFactor_1")},
-                       {{w("chk_SymmetricK"), 4}},
-                       {w("Lbl_UpperGuardband"), w.box("UpperGuardbandBox", 17), w("Lbl_LowerGuardband"),
-                        w.box("LowerGuardbandBox", 17)}}));
+                 rows({{w("Lbl_UpperK"), w.box("txt_kFactor_0", figure), w("Lbl_LowerK"),
+                        w.box("txt_kFactor_1", figure)},
+                       {{}, {w("chk_SymmetricK"), 3}},
+                       {w("Lbl_UpperGuardband"), w.box("UpperGuardbandBox", figure), w("Lbl_LowerGuardband"),
+                        w.box("LowerGuardbandBox", figure)}}));
 }
 
 QGroupBox* keyOn(const WidgetMaker& w) {
@@ -35,32 +47,51 @@ QGroupBox* keyOn(const WidgetMaker& w) {
 }
 
 QWidget* commands(const WidgetMaker& w) {
-    QWidget* resolution = w.box("txt_DisplayedResolution", 3);
+    QWidget* resolution = w.box("txt_DisplayedResolution", 4);
     resolution->setMaximumWidth(resolution->sizeHint().width());
     resolution->setAccessibleName("Displayed resolution");
-    return down({w("cmdComputeGuardbands"), w("CmdPlot"), across({w("cmd_RoundOff"), resolution})});
+    QWidget* others = across({w("CmdPlot"), w("cmd_RoundOff"), resolution, w("Lbl_Digits")});
+    auto* row = static_cast<QBoxLayout*>(others->layout());
+    for (const int button : {0, 1}) row->setStretch(button, 1);
+    QWidget* made = down({w("cmdComputeGuardbands"), w("Lbl_Symmetry"), others});
+    auto* column = static_cast<QBoxLayout*>(made->layout());
+    column->insertStretch(0);
+    column->addStretch();
+    return made;
 }
 
+/// The figures stand below those of the other panels; what is told of them, behind their units.
 QGroupBox* risks(const WidgetMaker& w) {
-    return group("Risks", rows({{w("Lbl_FARisk"), w("FARiskBox"), w("FARiskUnitsBox")},
-                                {{w("Lbl_ExactAccept"), 3}},
-                                {w("Lbl_FRRisk"), w("FRRiskBox"), w("FRRiskUnitsBox")},
-                                {{w("Lbl_ExactReject"), 3}},
-                                {{w("Lbl_ExactSolve"), 2}, w("cmd_UseExact")},
-                                {w("Lbl_EqAccRat"), w("EqAccRatBox"), w.box("EqAccRat2Box", 4)},
-                                {{w("Lbl_ExactRatio"), 3}},
-                                {w("IncludeEqAccRatBox"), {w("CmdCompute"), 2}}}));
+    QWidget* right = w.box("EqAccRat2Box", 4);
+    right->setAccessibleName(right->accessibleDescription());
+    QWidget* ratio = across({w("Lbl_RatioColon"), right});
+    return group("Risks",
+                 rows({{w("Lbl_FARisk"), w.box("FARiskBox", figure), w("FARiskUnitsBox"), w("Lbl_FANote")},
+                       {{w("Lbl_ExactAccept"), 4}},
+                       {w("Lbl_FRRisk"), w.box("FRRiskBox", figure), w("FRRiskUnitsBox"), w("Lbl_FRNote")},
+                       {{w("Lbl_ExactReject"), 4}},
+                       {{w("Lbl_ExactSolve"), 3}, w("cmd_UseExact")},
+                       {w("Lbl_EqAccRat"), w.box("EqAccRatBox", figure), ratio, w("IncludeEqAccRatBox")},
+                       {{w("Lbl_ExactRatio"), 4}},
+                       {{}, {w("CmdCompute"), 2}}}));
 }
 
 } // namespace
 
 QWidget* layoutGuardbandAnalysis(const WidgetMaker& w) {
-    QWidget* work = down({specifications(w), multipliers(w), guardbands(w), across({keyOn(w), commands(w)}),
-                          risks(w), group("Computed Risks", rows({{w("Lbl_RiskKey"), w("pnl_RiskKey")}}))});
-    QWidget* text = w("txt_Procedure");
-    text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 44);
+    QGroupBox* entries[] = {specifications(w), multipliers(w), guardbands(w), risks(w)};
+    lineUp({entries[0], entries[1], entries[2], entries[3]});
+    QWidget* solve = across({keyOn(w), commands(w)});
+    static_cast<QBoxLayout*>(solve->layout())->setStretch(1, 1);
+    QWidget* work = down({entries[0], entries[1], entries[2], solve, entries[3],
+                          headedPanel("Computed Risks", {w("Lbl_RiskKey"), w("pnl_RiskKey")})});
+    static_cast<QBoxLayout*>(work->layout())->addStretch();
+    QWidget* text = onForm(w("txt_Procedure"));
+    text->setMinimumWidth(text->fontMetrics().averageCharWidth() * 24);
     QWidget* procedure = named(group("Procedure", {text}), "pnl_Procedure");
-    return down({across({work, procedure}), foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    QWidget* sides = across({work, procedure});
+    static_cast<QBoxLayout*>(sides->layout())->setStretch(1, 1);
+    return down({sides, foot(w("Lbl_Foot"), {w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 
 } // namespace metrisk

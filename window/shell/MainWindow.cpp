@@ -3,6 +3,7 @@
 #include "desk/kit/Session.h"
 #include "desk/shell/Toolbar.h"
 #include "window/kit/DesktopFit.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"
 #include "window/kit/Widgets.h"
@@ -41,16 +42,21 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     nextStep_->setTextFormat(Qt::PlainText);
     statusBar()->setObjectName("statusBar");
     statusBar()->addWidget(nextStep_);
+    for (QLabel* label : {area_ = new QLabel, agreement_ = new QLabel}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setForegroundRole(captionRole());
+        statusBar()->addPermanentWidget(label);
+    }
 
     binder_ = new ScreenBinder(*this, model_);
     binder_->buildMenus(*menuBar());
     buildToolbar();
     connect(binder_, &ScreenBinder::shown, this, [this] {
-        nextStep_->setText(qt(model_.nextStep));
+        showStatus();
         setWindowModified(session_.record.FileChanged);
     });
     connect(binder_, &ScreenBinder::closed, this, &QWidget::close);
-    nextStep_->setText(qt(model_.nextStep));
+    showStatus();
     ui_.setMainScreen(binder_);
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
     looks_.ApplyColorScheme(session_.colorScheme);
@@ -61,6 +67,12 @@ MainWindow::~MainWindow() {
     session_.desktop = nullptr;
     ui_.setMainScreen(nullptr);
     ui_.onStatus = nullptr;
+}
+
+void MainWindow::showStatus() {
+    nextStep_->setText(qt(model_.nextStep));
+    area_->setText(qt(model_.area));
+    agreement_->setText(qt(model_.agreement));
 }
 
 void MainWindow::buildToolbar() {

@@ -57,6 +57,7 @@ class MainWindow final : public QMainWindow {
 
   private:
     void buildToolbar();
+    void showStatus();
 
     Session& session_;
     QtInteraction& ui_;
@@ -71,6 +72,7 @@ class MainWindow final : public QMainWindow {
     MainCommands commands_;
     ScreenBinder* binder_;
     QLabel* nextStep_;
+    QLabel *area_, *agreement_;
     std::unique_ptr<UnsavedWork> unsaved_;
 };
 

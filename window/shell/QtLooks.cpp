@@ -25,6 +25,7 @@ constexpr Names idBoxes = {"SystemIDBox",       "SUModelNumberBox",  "SUDescript
 constexpr Names resultBoxes = {"AcceptRisk",           "RejectRisk",        "AccRatEquivalent1Box",
                                "AccRatEquivalent2Box", "BaseAcceptRisk",    "BaseRejectRisk",
                                "BaselineAccRat1Box",   "BaselineAccRat2Box"};
+constexpr Names largeResults = {"AcceptRisk", "RejectRisk", "AccRatEquivalent1Box"};
 constexpr Names headings = {"Heading_0", "Heading_1"};
 constexpr Names dataHeadings = {"pnl_NominalValueLabel", "pnl_SUUpper",  "pnl_SULower",
                                 "Lbl_SUPctInTol",        "pnl_MTELimit", "pnl_MTEFixed",
@@ -119,7 +120,8 @@ void QtLooks::applyBold(const ColorScheme& scheme) {
     const bool allowed = desktopScale().allowsBold();
     auto* controls = window_.findChild<QWidget*>("pnl_Controls");
     for (auto* label : controls->findChildren<QLabel*>())
-        setBold(*label, allowed && scheme.FontBold_ScreenLabels);
+        if (!label->property(headingProperty).toBool())
+            setBold(*label, allowed && scheme.FontBold_ScreenLabels);
     for (auto* button : controls->findChildren<QAbstractButton*>())
         if (!qobject_cast<QPushButton*>(button)) setBold(*button, allowed && scheme.FontBold_OptionLabels);
     for (auto* label : controls->findChild<QWidget*>("pnl_Lbl")->findChildren<QLabel*>())
@@ -131,8 +133,10 @@ void QtLooks::applyBold(const ColorScheme& scheme) {
     named(dataBoxes, scheme.FontBold_TextBox);
     named(idBoxes, scheme.FontBold_InfoBox);
     named(resultBoxes, scheme.FontBold_ResultsBox);
+    named(largeResults, true); // what the screen is for
     named(headings, scheme.FontBold_Heading);
-    for (const char* name : headings) controls->findChild<QWidget*>(name)->setProperty("heading", false);
+    for (const char* name : headings)
+        controls->findChild<QWidget*>(name)->setProperty(headingProperty, false);
 }
 
 void fitFonts() {

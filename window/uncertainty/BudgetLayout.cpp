@@ -1,6 +1,9 @@
 // The screen MTEError.
 #include "window/uncertainty/Layouts.h"
 
+#include "window/kit/EntryBox.h"
+#include "window/kit/LookStyle.h"
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 
 #include <QGridLayout>
@@ -15,21 +18,30 @@ namespace {
 struct Column {
     const char* control;
     const char* heading;
+    bool figures;
 };
-constexpr Column columns[] = {{"txt_Description", "Error Source"},
-                              {"LimitsBox", "Error Limits"},
-                              {"ConfidenceBox", "% Confidence"},
-                              {"UncertaintyBox", "Uncertainty"},
-                              {"IncludeBox", "Include?"},
-                              {"txt_DegreesFreedom", "Deg Fdm"},
-                              {"pnl_Share", "Share"}};
+constexpr Column columns[] = {{"txt_Description", "Error Source", false},
+                              {"LimitsBox", "Error Limits", true},
+                              {"ConfidenceBox", "% Confidence", true},
+                              {"UncertaintyBox", "Uncertainty", true},
+                              {"IncludeBox", "Include?", false},
+                              {"txt_DegreesFreedom", "Deg Fdm", true},
+                              {"pnl_Share", "Share", true}};
 constexpr int rowCount = 9;
+constexpr int tickColumn = 4;
+
+QLabel* headingOf(const Column& column) {
+    if (column.figures) return overFigures(column.heading);
+    auto* label = new QLabel(column.heading);
+    label->setForegroundRole(captionRole());
+    return label;
+}
 
 QGroupBox* budget(const WidgetMaker& w) {
     auto* grid = new QGridLayout;
     for (int column = 0; column < static_cast<int>(std::size(columns)); ++column) {
         const Column& made = columns[column];
-        grid->addWidget(new QLabel(made.heading), 0, column);
+        grid->addWidget(headingOf(made), 0, column);
         for (int row = 0; row < rowCount; ++row) {
             QWidget* cell =
                 w(QByteArray(made.control).append('_').append(QByteArray::number(row)).constData());
@@ -44,50 +56,67 @@ QGroupBox* budget(const WidgetMaker& w) {
         }
     };
     widen(0, 20);
-    widen(6, 12);
-    for (int row = 1; row <= rowCount; ++row) // a tick stands in the middle of its column
-        grid->setAlignment(grid->itemAtPosition(row, 4)->widget(), Qt::AlignHCenter);
+    widen(6, 16);
+    for (int row = 1; row <= rowCount; ++row) { // a tick stands in the middle of its column
+        grid->setAlignment(grid->itemAtPosition(row, tickColumn)->widget(), Qt::AlignHCenter);
+        grid->setRowMinimumHeight(row, EntryBox().sizeHint().height());
+    }
     const int buttons = static_cast<int>(std::size(columns));
     grid->addWidget(w("cmd_Tolerances"), 1, buttons);
     grid->addWidget(w("cmd_Random_0"), 2, buttons);
     grid->addWidget(w("cmd_Random_1"), 8, buttons);
-    for (const int column : {0, 1, 2, 3, 5}) grid->setColumnStretch(column, 1);
+    for (const int column : {1, 2, 3, 5, 6}) grid->setColumnStretch(column, 1);
     return group("Error Sources", grid);
 }
 
+constexpr int labelColumn = 136; // as wide as that of the error sources
+
+QWidget* total(QWidget* box) {
+    QFont bold = box->font();
+    bold.setBold(true);
+    box->setFont(bold);
+    return box;
+}
+
 QGroupBox* totals(const WidgetMaker& w) {
-    return group("Process Uncertainty",
-                 rows({{w("Lbl_ProcessUncertainty"), w("txt_ProcessUncertainty"), "Deg Fdm",
-                        w("txt_ProcessDf"), w("Lbl_ErledUnits"), w("ErledUnitsBox")},
-                       {w("Lbl_TotalUncertainty"),
-                        w("MTEErrorSigmaBox"),
-                        "Deg Fdm",
-                        w("txt_TotalDegFreedom"),
-                        {w("OptUncertainty"), 2}},
-                       {{}, {w.heading("Lbl_Contradiction"), 3}}}));
+    QGridLayout* grid = rows({{w("Lbl_ProcessUncertainty"), w.box("txt_ProcessUncertainty", 15), "Deg Fdm",
+                               w.box("txt_ProcessDf", 9), w("Lbl_ErledUnits"), w.box("ErledUnitsBox", 8)},
+                              {w.heading("Lbl_TotalUncertainty"),
+                               total(w.box("MTEErrorSigmaBox", 15)),
+                               "Deg Fdm",
+                               w.box("txt_TotalDegFreedom", 9),
+                               {w("OptUncertainty"), 2}},
+                              {{}, {w.heading("Lbl_Contradiction"), 5}}});
+    grid->setColumnMinimumWidth(0, labelColumn);
+    for (const int column : {1, 3, 5}) grid->setColumnStretch(column, 0);
+    grid->setColumnStretch(6, 1);
+    return group("Process Uncertainty", grid);
 }
 
 QGroupBox* bias(const WidgetMaker& w) {
-    return group("Parameter Bias Uncertainty Analysis",
-                 rows({{w("Lbl_TrueValue"),
-                        w("TrueValueBox"),
-                        w("Lbl_PctConfidence"),
-                        w("PctConfidenceBox"),
-                        w("Lbl_CoverageFactor"),
-                        w("CoverageFactorBox"),
-                        {w("cmd_BiasAnalysis"), 2}},
-                       {w("Lbl_MTEBias"), w("MTEBiasBox"), w("Lbl_MTEUncertainty"), w("MTEUncertaintyBox"),
-                        w("Lbl_MTELimits"), w("MTEUncertaintyLimitsBox"), w("Lbl_InTolProbability_0"),
-                        w("pnl_InTolProbability_0")},
-                       {w("Lbl_SUBias"), w("SUBiasBox"), w("Lbl_SUUncertainty"), w("SUUncertaintyBox"),
-                        w("Lbl_SULimits"), w("SUUncertaintyLimitsBox"), w("Lbl_InTolProbability_1"),
-                        w("pnl_InTolProbability_1")}}));
+    constexpr int figure = 10;
+    QGridLayout* grid = rows(
+        {{w("Lbl_TrueValue"),
+          w.box("TrueValueBox", figure),
+          w("Lbl_PctConfidence"),
+          w.box("PctConfidenceBox", figure),
+          w("Lbl_CoverageFactor"),
+          w.box("CoverageFactorBox", figure),
+          {w("cmd_BiasAnalysis"), 2}},
+         {w("Lbl_MTEBias"), w.box("MTEBiasBox", figure), w("Lbl_MTEUncertainty"),
+          w.box("MTEUncertaintyBox", figure), w("Lbl_MTELimits"), w.box("MTEUncertaintyLimitsBox", figure),
+          w("Lbl_InTolProbability_0"), w.box("pnl_InTolProbability_0", 8)},
+         {w("Lbl_SUBias"), w.box("SUBiasBox", figure), w("Lbl_SUUncertainty"),
+          w.box("SUUncertaintyBox", figure), w("Lbl_SULimits"), w.box("SUUncertaintyLimitsBox", figure),
+          w("Lbl_InTolProbability_1"), w.box("pnl_InTolProbability_1", 8)}});
+    grid->setColumnMinimumWidth(0, labelColumn);
+    return group("Parameter Bias Uncertainty Analysis", grid);
 }
 
 } // namespace
 
 QWidget* layoutMTEError(const WidgetMaker& w) {
-    return down({budget(w), totals(w), bias(w), foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    return down({budget(w), totals(w), bias(w), foot(w("Lbl_Foot"), {w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 
 } // namespace metrisk

@@ -3,6 +3,8 @@
 
 #include "window/kit/Widgets.h"
 
+#include <QBoxLayout>
+
 namespace metrisk {
 
 QWidget* layoutDataEntry(const WidgetMaker& w) {
@@ -43,9 +45,10 @@ QWidget* layoutCorrelationList(const WidgetMaker& w) {
     };
     QWidget* lists =
         across({table("lst_Variable_0", "Column 1", 20, 6), table("lst_Variable_1", "Column 2", 20, 6)});
-    QWidget* pairs = down({table("ss", "Correlations", 44, 5), foot({w("cmd_AddPair")})});
-    QWidget* content =
-        down({w("pnl_Header"), lists, w("Lbl_Hint"), pairs, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    QWidget* between = across({w("Lbl_Hint"), w("cmd_AddPair")});
+    static_cast<QBoxLayout*>(between->layout())->setStretch(0, 1);
+    QWidget* content = down({w("pnl_Header"), lists, between, table("ss", "Correlations", 44, 5),
+                             foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
     prefer(content, {0, lists->fontMetrics().lineSpacing() * 38});
     return content;
 }

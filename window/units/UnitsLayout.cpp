@@ -15,6 +15,8 @@ QWidget* column(const WidgetMaker& w, const char* list, const char* title) {
     QWidget* box = w(list);
     label->setBuddy(box);
     box->setAccessibleName(title);
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 10);
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     return down({label, box});
 }
 
@@ -52,6 +54,7 @@ QWidget* layoutUnitsRevision(const WidgetMaker& w) {
         {"Units", w("UnitsBox"), "Units Multiplier", w("MultipliersBox")},
         {"Units Group", w("txt_UnitsGroup"), "Units Description (Optional)", w("txt_Description")},
     });
+    boxes->addWidget(foot({w("cmd_Add"), w("cmd_Update"), w("cmd_Delete")}), boxes->rowCount(), 0, 1, 4);
     QWidget* content = down({lists, group("Units Definition", boxes), w("lbl_Database")});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(0, 1);
     prefer(content, {760, 0});

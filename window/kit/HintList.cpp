@@ -1,0 +1,20 @@
+#include "window/kit/HintList.h"
+
+#include <QPainter>
+
+namespace metrisk {
+
+void HintList::paintEvent(QPaintEvent* event) {
+    QListWidget::paintEvent(event);
+    if (count() == 0) paintWhenEmpty(*viewport(), whenEmpty_);
+}
+
+void paintWhenEmpty(QWidget& viewport, const QString& text) {
+    constexpr int margin = 8;
+    QPainter painter(&viewport);
+    painter.setPen(viewport.palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport.rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
+} // namespace metrisk

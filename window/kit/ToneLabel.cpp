@@ -1,0 +1,96 @@
+#include "window/kit/ToneLabel.h"
+
+#include "window/kit/ColourRoles.h"
+#include "window/kit/LookStyle.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace metrisk {
+
+namespace {
+
+constexpr int signSize = 10;
+constexpr int behindSign = 4;
+constexpr int captionLength = 40; // characters; what is longer is running text
+
+QColor colourOf(Label::Tone tone, const QPalette& palette) {
+    const ColourRoles& roles = rolesFor(palette);
+    switch (tone) {
+    case Label::Tone::Second: return roles.second;
+    case Label::Tone::Accent: return roles.accent;
+    case Label::Tone::Good: return roles.good;
+    case Label::Tone::Warn: return roles.warn;
+    case Label::Tone::Bad: return roles.bad;
+    default: return palette.color(QPalette::WindowText);
+    }
+}
+
+/// Drawn, since not every font has them.
+void drawSign(QPainter& painter, Label::Sign sign, const QRectF& box, const QColor& color) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto at = [&box](double x, double y) {
+        return QPointF(box.x() + x * box.width(), box.y() + y * box.height());
+    };
+    if (sign == Label::Sign::Tick) {
+        painter.setPen(QPen(color, 1.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF{at(0.1, 0.55), at(0.4, 0.85), at(0.9, 0.15)});
+    } else {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawPolygon(QPolygonF{at(0.5, 0.1), at(1, 0.95), at(0, 0.95)});
+    }
+}
+
+} // namespace
+
+void ToneLabel::setTone(Label::Tone tone, Label::Sign sign) {
+    if (tone == tone_ && sign == sign_) return;
+    if (sign != sign_) updateGeometry();
+    tone_ = tone;
+    sign_ = sign;
+    update();
+}
+
+void ToneLabel::setTerse(bool terse) {
+    terse_ = terse;
+    updateGeometry();
+}
+
+int ToneLabel::signRoom() const {
+    return sign_ == Label::Sign::None ? 0 : signSize + behindSign;
+}
+
+QSize ToneLabel::sizeHint() const {
+    if (terse_ && sign_ != Label::Sign::None) return minimumSizeHint(); // words take what room is left
+    const QSize hint = QLabel::sizeHint() + QSize(signRoom(), 0);
+    // A caption takes a second line only where it must.
+    const int line = fontMetrics().horizontalAdvance(text()) + 2 * margin() + signRoom() + 4;
+    return wordWrap() && line < fontMetrics().averageCharWidth() * captionLength
+               ? QSize(line, fontMetrics().lineSpacing())
+               : hint;
+}
+
+QSize ToneLabel::minimumSizeHint() const {
+    if (terse_ && sign_ != Label::Sign::None) return {signSize + 1, QLabel::minimumSizeHint().height()};
+    return QLabel::minimumSizeHint() + QSize(signRoom(), 0);
+}
+
+void ToneLabel::paintEvent(QPaintEvent* event) {
+    if (tone_ == Label::Tone::Plain && sign_ == Label::Sign::None) return QLabel::paintEvent(event);
+    QPainter painter(this);
+    const QRect room = contentsRect();
+    QPalette toned = palette();
+    if (!paletteIsKept() && isEnabled()) toned.setColor(QPalette::WindowText, colourOf(tone_, toned));
+    const QColor color = toned.color(QPalette::WindowText);
+    if (sign_ != Label::Sign::None)
+        drawSign(painter, sign_, QRectF(room.x(), room.center().y() - signSize / 2., signSize, signSize),
+                 color);
+    if (width() < QLabel::sizeHint().width() + signRoom() && terse_) return;
+    style()->drawItemText(&painter, room.adjusted(signRoom(), 0, 0, 0),
+                          int(alignment()) | (buddy() ? Qt::TextShowMnemonic : 0) |
+                              (wordWrap() ? Qt::TextWordWrap : 0),
+                          toned, isEnabled(), text(), QPalette::WindowText);
+}
+
+} // namespace metrisk
