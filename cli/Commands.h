@@ -42,6 +42,7 @@ void addOffCentre(const Arguments& program, Command& chosen);
 void addRows(const Arguments& program, Command& chosen);
 void addNew(const Arguments& program, Command& chosen);
 void addSet(const Arguments& program, Command& chosen);
+void addAudit(const Arguments& program, Command& chosen);
 
 /// Adds --settings, the name of a settings file that must exist; empty means the user's own.
 void addSettingsOption(const Arguments& command, std::string& path);

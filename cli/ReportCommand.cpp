@@ -51,8 +51,7 @@ struct Options : ReadingOption {
 /// What is wrong with options that are each right.
 std::string faultOf(const Options& options) {
     if (options.holds("decision") && !options.reading) return "the section decision needs a --reading";
-    if (!options.holds("decision") && options.reading)
-        return "--reading goes with the section decision";
+    if (!options.holds("decision") && options.reading) return "--reading goes with the section decision";
     if (const std::string fault = options.readingFault(); !fault.empty()) return fault;
     return options.rule.fault();
 }

@@ -29,7 +29,7 @@ int run(int argc, char** argv) {
          {addCompute,     addConvert, addShow,       addBaseline,  addGuardband, addObserved, addReliability,
           addUncertainty, addOffset,  addUnits,      addPlot,      addSweep,     addMap,      addDecide,
           addWorst,       addCounts,  addStrategies, addOffCentre, addRows,      addNew,      addSet,
-          addReport,      addSummary, addVerify,     addInfo})
+          addAudit,       addReport,  addSummary,    addVerify,    addInfo})
         add(program.arguments(), chosen);
     if (const auto ended = program.read(argc, argv)) return *ended;
     try {

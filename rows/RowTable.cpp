@@ -1,6 +1,7 @@
 #include "rows/RowTable.h"
 
 #include "base/Text.h"
+#include "rows/SafeCell.h"
 
 #include <algorithm>
 #include <charconv>
@@ -28,10 +29,6 @@ std::pair<std::string_view, std::string_view> nameAndUnit(std::string_view text)
 struct BadLine {
     std::string text;
 };
-
-bool startsFormula(std::string_view text) {
-    return !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
-}
 
 /// The start of the row tells where it is: a number of its line would be another in a part of the table.
 std::string flawText(const CsvRecord& record) {
@@ -232,7 +229,7 @@ void RowTable::appendNumber(std::string& out, double number) const {
 
 void RowTable::appendText(std::string& out, std::string_view text) const {
     if (options_.safeCells && startsFormula(text))
-        appendCell(out, "'" + std::string(text), form_.delimiter);
+        appendCell(out, safeCell(text), form_.delimiter);
     else
         appendCell(out, text, form_.delimiter);
 }
