@@ -234,6 +234,12 @@ void RowTable::appendText(std::string& out, std::string_view text) const {
         appendCell(out, text, form_.delimiter);
 }
 
+void RowTable::readCells(const CsvRecord& record, NamedEntries& named) const {
+    for (std::size_t i = 0; i < std::min(columns_.size(), record.cells.size()); ++i)
+        if (const Column& column = columns_[i]; column.entry)
+            named.read(*column.entry, record.cells[i].text, column.unit, options_.marks);
+}
+
 void RowTable::processCsv(std::string_view bytes, RowScratch& s, std::string& out, RowCounts& counts) const {
     CsvRecord& record = s.record;
     readRecord(bytes, form_, record);
@@ -270,9 +276,7 @@ void RowTable::processCsv(std::string_view bytes, RowScratch& s, std::string& ou
             }
         }
         try {
-            for (std::size_t i = 0; i < wanted; ++i)
-                if (const Column& column = columns_[i]; column.entry)
-                    s.named.read(*column.entry, record.cells[i].text, column.unit, options_.marks);
+            readCells(record, s.named);
             status = compute(s);
         } catch (const RowFault& fault) {
             s.message = fault.text;

@@ -14,6 +14,7 @@ struct Swatch;
 struct Slider;
 struct PictureArea;
 struct Table;
+struct Sheet;
 struct Memo;
 struct Hypertext;
 
@@ -32,6 +33,7 @@ class ControlVisitor {
     virtual void visit(Slider& slider) = 0;
     virtual void visit(PictureArea& picture) = 0;
     virtual void visit(Table& table) = 0;
+    virtual void visit(Sheet& sheet) = 0;
     virtual void visit(Memo& memo) = 0;
     virtual void visit(Hypertext& text) = 0;
 };

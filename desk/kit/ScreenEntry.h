@@ -14,6 +14,8 @@ namespace metrisk {
 class FileChooser;
 class PlotDesk;
 class ReportDesk;
+struct Analysis;
+struct PointDesk;
 struct ReadingHistory;
 struct Session;
 
@@ -26,6 +28,9 @@ struct DeskParts {
     ReadingHistory* readings = nullptr;
     std::function<void()>
         openTolerances{}; // from the uncertainty worksheet: shows the main screen what changed
+    PointDesk* points = nullptr;
+    /// Takes an analysis that has been made elsewhere onto the main screen; false if the user thinks better.
+    std::function<bool(const Analysis&)> openAnalysis{};
 };
 
 /// One row a screen; one that comes with an argument, as a parameter or a swept quantity, has a row for each.
@@ -59,6 +64,7 @@ inline constexpr std::string_view riskMap = "RiskMap";
 inline constexpr std::string_view selfCheck = "SelfCheck";
 inline constexpr std::string_view strategies = "Strategies";
 inline constexpr std::string_view systemInformation = "SystemInformation";
+inline constexpr std::string_view testPoints = "TestPoints";
 inline constexpr std::string_view uncertainty = "MTEError";
 inline constexpr std::string_view units = "UnitsRevision";
 } // namespace screens

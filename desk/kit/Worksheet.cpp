@@ -125,6 +125,44 @@ void Worksheet::drop(const Table& from, int fromRow, Table& to, int row) {
     });
 }
 
+void Worksheet::leaveCell(Sheet& sheet, int row, int column, const std::string& text) {
+    act([&] {
+        if (sheet.cellLeft) sheet.cellLeft(row, column, text);
+    });
+}
+
+void Worksheet::putCells(Sheet& sheet, int row, int column, const CellBlock& cells) {
+    act([&] {
+        if (sheet.cellsPut && !cells.empty()) sheet.cellsPut(row, column, cells);
+    });
+}
+
+void Worksheet::select(Sheet& sheet, const Table::Range& range) {
+    if (sheet.selection == range) return;
+    sheet.selection = range;
+    if (!sheet.selected) return;
+    sheet.selected();
+    refresh();
+}
+
+void Worksheet::open(Sheet& sheet, int row) {
+    act([&] {
+        if (sheet.opened) sheet.opened(row);
+    });
+}
+
+void Worksheet::pressHeading(Sheet& sheet, int column) {
+    act([&] {
+        if (sheet.headingPressed) sheet.headingPressed(column);
+    });
+}
+
+void Worksheet::undo(Sheet& sheet) {
+    act([&] {
+        if (sheet.undone) sheet.undone();
+    });
+}
+
 void Worksheet::run(const MenuItem& item) {
     if (!item.run || !mayRun(item)) return;
     item.run();

@@ -4,6 +4,7 @@
 #include "base/Flag.h"
 #include "desk/kit/Controls.h"
 #include "desk/kit/Menu.h"
+#include "desk/kit/Sheet.h"
 
 #include <string>
 #include <string_view>
@@ -57,6 +58,12 @@ class Worksheet {
     void select(Table& table, const Table::Range& range);
     void open(Table& table, int row);
     void drop(const Table& from, int fromRow, Table& to, int row);
+    void leaveCell(Sheet& sheet, int row, int column, const std::string& text);
+    void putCells(Sheet& sheet, int row, int column, const CellBlock& cells);
+    void select(Sheet& sheet, const Table::Range& range);
+    void open(Sheet& sheet, int row);
+    void pressHeading(Sheet& sheet, int column);
+    void undo(Sheet& sheet);
     void run(const MenuItem& item);
     /// Asks whether the screen may be left that way; true if it is.
     bool close(Way way);

@@ -10,6 +10,7 @@
 #include "desk/shell/RecentFiles.h"
 #include "desk/shell/RiskOptionCommand.h"
 #include "persistence/AnalysisName.h"
+#include "record/AnalysisFields.h"
 #include "risk/evaluate/CurrentFigures.h"
 
 #include <algorithm>
@@ -87,6 +88,26 @@ bool FileCommands::mnu_File_Open() {
 bool FileCommands::openPath(const std::string& path) {
     screen_.DetectChanges();
     return changesSettled() && load(path);
+}
+
+bool FileCommands::openMade(const Analysis& made) {
+    screen_.DetectChanges();
+    if (!changesSettled()) return false;
+    ClearAnalysis(session_);
+    ClearWorksheets(session_.record, session_.settings);
+    session_.fileStamp.reset();
+    Analysis& r = session_.record;
+    eachField([&](const Field& field, auto member) {
+        if (field.source != Source::Session) r.*member = made.*member;
+    });
+    r.FileReadOnly = false;
+    r.ComputeScope = "Both";
+    ValidateAndFit(session_);
+    showOpened();
+    settled();
+    r.FileChanged = true;
+    r.RisksNeedCompute = true;
+    return true;
 }
 
 bool FileCommands::openAtStart(const std::string& path) {
@@ -206,7 +227,7 @@ bool FileCommands::ConfirmExit(const std::function<void()>& onConfirmed) {
 
 bool FileCommands::ExitAnalysis(const std::function<void()>& onConfirmed) {
     screen_.DetectChanges();
-    return ConfirmExit(onConfirmed) && changesSettled();
+    return ConfirmExit(onConfirmed) && changesSettled() && othersSettled();
 }
 
 } // namespace metrisk

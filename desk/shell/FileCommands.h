@@ -9,6 +9,7 @@
 namespace metrisk {
 
 class MainScreen;
+struct Analysis;
 struct Session;
 
 /// The caller commits the entry being made before each command and afterwards sets the caption
@@ -28,6 +29,9 @@ class FileCommands {
     bool mnu_File_Save();
     bool mnu_File_SaveAs();
 
+    /// Takes an analysis that has been made elsewhere, once what is there is settled.
+    bool openMade(const Analysis& made);
+
     /// The analysis has been replaced as a whole, by one that has been fitted or not: shows it.
     void showOpened();
 
@@ -37,6 +41,8 @@ class FileCommands {
 
     /// Called when unsaved work has been saved or is not wanted.
     std::function<void()> settled = [] {};
+    /// Asked at the end whether there is other work to be saved; false keeps the program.
+    std::function<bool()> othersSettled = [] { return true; };
 
     /// Asks whether the program is to end; on OK `onConfirmed` removes what the program left behind.
     bool ConfirmExit(const std::function<void()>& onConfirmed = [] {});

@@ -7,9 +7,12 @@
 #include "desk/links/DDE_Form.h"
 #include "desk/links/RunMenu.h"
 #include "desk/mainscreen/MainScreen.h"
+#include "desk/points/PointFiles.h"
+#include "desk/points/TestPointsScreen.h"
 #include "desk/shell/RecentFiles.h"
 #include "desk/shell/RiskOptionCommand.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace metrisk {
@@ -30,7 +33,13 @@ std::string menuText(std::string text) {
 
 MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& chooser)
     : files(session, screen, chooser), plots(session), reports(session), session_(session),
-      screen_(screen), parts_{session, &chooser, &reports, &plots, &readings} {
+      screen_(screen), parts_{session,   &chooser,
+                              &reports,  &plots,
+                              &readings, {},
+                              &points,   [this](const Analysis& made) { return files.openMade(made); }} {
+    files.othersSettled = [this] {
+        return TestPointsScreen(session_, parts_.files, &points).changesSettled();
+    };
     screen.mayExit = [this] {
         return files.ExitAnalysis(
             [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });
@@ -65,7 +74,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
 }
 
 std::vector<MenuItem> MainCommands::fileItems() {
-    return {
+    std::vector<MenuItem> items = {
         {.control = "NewAnalysisFile",
          .caption = "&New Analysis",
          .run = [this] { files.NewAnalysisFile(); },
@@ -123,6 +132,49 @@ std::vector<MenuItem> MainCommands::fileItems() {
          .run = [this] { screen_.close(Way::Ok); },
          .shortcut = "Ctrl+Q"},
     };
+    const auto behind = std::find_if(items.begin(), items.end(), [](const MenuItem& item) {
+        return std::string_view(item.control) == "mnu_FileSaveSummary";
+    });
+    const std::vector<MenuItem> tables = tableItems();
+    items.insert(behind + 1, tables.begin(), tables.end());
+    return items;
+}
+
+std::vector<MenuItem> MainCommands::tableItems() {
+    const auto shown = [this](void (TestPointsScreen::*first)()) {
+        return [this, first] {
+            runScreen(screens::testPoints, parts_,
+                      [first](Worksheet& screen) { (static_cast<TestPointsScreen&>(screen).*first)(); });
+        };
+    };
+    MenuItem present = screenItem("mnu_TestPoints", screens::testPoints, parts_);
+    present.shortcut = "Ctrl+T";
+    return {present,
+            {.control = "mnu_TestPoints_Open",
+             .caption = "Open Ta&ble...",
+             .run = shown(&TestPointsScreen::chooseTable)},
+            separated({.control = "mnu_TestPoints_New",
+                       .caption = "Ne&w Table...",
+                       .run = shown(&TestPointsScreen::newTable)})};
+}
+
+void MainCommands::openTable(const std::string& path) {
+    runScreen(screens::testPoints, parts_,
+              [&path](Worksheet& screen) { static_cast<TestPointsScreen&>(screen).openTable(path); });
+}
+
+void MainCommands::openPath(const std::string& path) {
+    if (isTable(path))
+        openTable(path);
+    else
+        files.openPath(path);
+}
+
+void MainCommands::openAtStart(const std::string& path) {
+    if (isTable(path))
+        openTable(path);
+    else
+        files.openAtStart(path);
 }
 
 void MainCommands::withErrorLedger(const std::function<void(DDE_Form&)>& action) {

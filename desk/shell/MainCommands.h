@@ -4,6 +4,7 @@
 #include "desk/decision/ReadingHistory.h"
 #include "desk/kit/ScreenEntry.h"
 #include "desk/plots/PlotDesk.h"
+#include "desk/points/PointDesk.h"
 #include "desk/reports/ReportDesk.h"
 #include "desk/shell/FileCommands.h"
 
@@ -29,6 +30,12 @@ class MainCommands {
     PlotDesk plots;
     ReportDesk reports;
     ReadingHistory readings;
+    PointDesk points;
+
+    /// Opens an analysis, or a table of test points; asks first what becomes of changes.
+    void openPath(const std::string& path);
+    /// The file named on the command line: there is nothing to be saved yet.
+    void openAtStart(const std::string& path);
 
   private:
     Session& session_;
@@ -38,6 +45,8 @@ class MainCommands {
     /// Nothing where there is no such link.
     void withErrorLedger(const std::function<void(DDE_Form&)>& action);
     ImportTarget importTarget();
+    std::vector<MenuItem> tableItems();
+    void openTable(const std::string& path);
     MenuItem followed(const char* control, std::string_view name);
     MenuItem plotItem(const char* control, std::string_view name, PlotKind kind);
     std::vector<MenuItem> fileItems();

@@ -15,6 +15,8 @@
 #include "desk/plots/ErrorPlotScreen.h"
 #include "desk/plots/ParameterPlotScreens.h"
 #include "desk/plots/PlotDesk.h"
+#include "desk/points/ColumnScreen.h"
+#include "desk/points/TestPointsScreen.h"
 #include "desk/reliability/ReliabilityScreen.h"
 #include "desk/reports/PreviewScreen.h"
 #include "desk/reports/PrintDialogScreen.h"
@@ -100,6 +102,16 @@ Made readingOf(const DeskParts& parts) {
     return screen;
 }
 
+Made testPointsOf(const DeskParts& parts) {
+    auto screen = std::make_unique<TestPointsScreen>(parts.session, parts.files, parts.points);
+    screen->openAnalysis = parts.openAnalysis;
+    return screen;
+}
+
+Made pointColumnOf(const DeskParts& parts) {
+    return std::make_unique<ColumnScreen>(parts.session, "Add a Column", "");
+}
+
 Made previewOf(const DeskParts& parts) {
     return std::make_unique<PreviewScreen>(parts.session, ReportSelection{});
 }
@@ -123,6 +135,8 @@ constexpr ScreenEntry table[] = {
      with<BiasCalcOptionScreen, std::size_t{0}>},
     {screens::biasReference[1], "&Measuring Parameter", Needs::Nothing,
      with<BiasCalcOptionScreen, std::size_t{1}>},
+    {screens::testPoints, "&Test Points", Needs::Nothing, testPointsOf},
+    {"PointColumn", "", Needs::Nothing, pointColumnOf},
     {screens::units, "Measurement &Units", Needs::Nothing, ofFiles<UnitsRevision>},
     {screens::offsets, "&Tol Ref", Needs::Nothing, ofFiles<OffsetCalc>},
     {screens::selfCheck, "Self-&Check", Needs::Nothing, ofSession<SelfCheckScreen>},

@@ -2,11 +2,11 @@
 // saving.
 #include "desk/compute/ComputePipeline.h"
 #include "desk/files/AnalysisFile.h"
+#include "desk/kit/FileChooser.h"
 #include "desk/kit/ScreenEntry.h"
 #include "desk/plots/PlotDesk.h"
 #include "desk/reports/ReportDesk.h"
 #include "record/AnalysisFields.h"
-#include "tests/support/ScriptedChooser.h"
 #include "tests/support/SilentSession.h"
 
 #include <gtest/gtest.h>
@@ -45,6 +45,7 @@ class Hand : public ControlVisitor {
     void visit(Meter&) override {}
     void visit(Swatch&) override {}
     void visit(PictureArea&) override {}
+    void visit(Sheet&) override {}
     void visit(Hypertext&) override {}
     void visit(TextBox& box) override {
         if (box.isResult() || box.locked) return;
@@ -77,12 +78,17 @@ class Hand : public ControlVisitor {
     std::mt19937 random_;
 };
 
+struct NoFiles final : FileChooser {
+    std::optional<std::string> chooseToOpen(const FileRequest&) override { return {}; }
+    std::optional<std::string> chooseToSave(const FileRequest&) override { return {}; }
+};
+
 struct Used {
     NoSettings settings;
     KeepsNothing ui;
     SystemClock clock;
     Session session{settings, ui, clock};
-    ScriptedChooser files;
+    NoFiles files;
     PlotDesk plots{session};
     ReportDesk reports{session};
     std::unique_ptr<Worksheet> screen;

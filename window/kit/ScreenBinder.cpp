@@ -3,6 +3,7 @@
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/SheetView.h"
 #include "window/kit/ShowControl.h"
 #include "window/kit/Widgets.h"
 
@@ -38,6 +39,7 @@ class ScreenBinder::Binding final : public ControlVisitor {
     void visit(Slider& slider) override { binder_.bind(slider); }
     void visit(PictureArea& picture) override { binder_.bind(picture); }
     void visit(Table& table) override { binder_.bind(table); }
+    void visit(Sheet& sheet) override { binder_.bind(sheet); }
     void visit(Memo& memo) override { binder_.bind(memo); }
     void visit(Hypertext& text) override { binder_.bind(text); }
 
@@ -189,6 +191,26 @@ void ScreenBinder::bind(Table& table) {
     });
 }
 
+void ScreenBinder::bind(Sheet& sheet) {
+    auto* widget = static_cast<SheetView*>(widgets_.value(sheet.name));
+    connect(widget, &SheetView::typed, this, [this, &sheet](int row, int column, const QString& text) {
+        act([&] { model_.leaveCell(sheet, row, column, text.toStdString()); });
+    });
+    connect(widget, &SheetView::chosen, this,
+            [this, &sheet, widget] { act([&] { model_.select(sheet, widget->range()); }); });
+    connect(widget, &SheetView::edited, this, [this, widget](Editing what) { edit(*widget, what); });
+    connect(widget, &SheetView::headingPressed, this,
+            [this, &sheet](int column) { act([&] { model_.pressHeading(sheet, column); }); });
+    connect(widget, &SheetView::rowOpened, this, [this, &sheet](int row) {
+        if (commitEntry()) act([&] { model_.open(sheet, row); });
+    });
+    connect(widget, &SheetView::customContextMenuRequested, this, [this, &sheet, widget](const QPoint& at) {
+        QMenu menu;
+        refill(menu, sheet.menu);
+        menu.exec(widget->viewport()->mapToGlobal(at));
+    });
+}
+
 void ScreenBinder::bind(Memo& memo) {
     auto* widget = static_cast<QPlainTextEdit*>(widgets_.value(memo.name));
     connect(widget, &QPlainTextEdit::textChanged, this,
@@ -291,8 +313,10 @@ void ScreenBinder::stayIn(TextBox& box, EntryBox& widget) {
 }
 
 bool ScreenBinder::commitEntry() {
-    for (QWidget* focused = window_.focusWidget(); focused; focused = focused->parentWidget())
+    for (QWidget* focused = window_.focusWidget(); focused; focused = focused->parentWidget()) {
         if (auto* table = qobject_cast<CellTable*>(focused)) table->commitCell();
+        if (auto* sheet = qobject_cast<SheetView*>(focused)) sheet->commitCell();
+    }
     auto* widget = qobject_cast<EntryBox*>(window_.focusWidget());
     if (!widget || !widget->isModified()) return true;
     auto* box = dynamic_cast<TextBox*>(model_.find(widget->objectName().toStdString()));

@@ -20,6 +20,7 @@ namespace metrisk {
 
 class CellTable;
 class EntryBox;
+class SheetView;
 
 class ScreenBinder final : public QObject {
     Q_OBJECT
@@ -83,8 +84,10 @@ class ScreenBinder final : public QObject {
     void bind(Slider& slider);
     void bind(Hypertext& text);
     void bind(Table& table);
+    void bind(Sheet& sheet);
     void openTableMenu(Table& table, const QPoint& at);
     void edit(CellTable& widget, Editing what);
+    void edit(SheetView& widget, Editing what);
     void bind(PictureArea& picture);
     void bind(Memo& memo);
     void setTabOrder();

@@ -3,6 +3,7 @@
 
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/SheetView.h"
 #include "window/kit/Widgets.h"
 
 #include <QAbstractButton>
@@ -155,24 +156,50 @@ void ScreenBinder::openTableMenu(Table& table, const QPoint& at) {
     menu.exec(widget->viewport()->mapToGlobal(at));
 }
 
-/// The editing commands on the cells that are selected.
+namespace {
+
+/// What an editing command puts over the selected cells; cells that are cut or copied go to the clipboard.
+template <class Widget>
+CellBlock cellsFor(const Widget& widget, const Table::Range& range, Editing what) {
+    if (what == Editing::Copy || what == Editing::Cut)
+        QApplication::clipboard()->setText(qt(writeCells(widget.texts(range))));
+    if (what == Editing::Paste) return readCells(QApplication::clipboard()->text().toStdString());
+    if (what != Editing::Cut && what != Editing::Delete) return {};
+    return CellBlock(static_cast<std::size_t>(range.bottom) - static_cast<std::size_t>(range.top) + 1,
+                     std::vector<std::string>(static_cast<std::size_t>(range.right) -
+                                              static_cast<std::size_t>(range.left) + 1));
+}
+
+} // namespace
+
 void ScreenBinder::edit(CellTable& widget, Editing what) {
     auto* table = dynamic_cast<Table*>(model_.find(widget.objectName().toStdString()));
     const Table::Range range = widget.range();
     if (!table || range.empty()) return;
-    if (what == Editing::Copy || what == Editing::Cut)
-        QApplication::clipboard()->setText(qt(writeCells(widget.texts(range))));
-    CellBlock cells;
-    if (what == Editing::Cut || what == Editing::Delete)
-        cells.assign(static_cast<std::size_t>(range.bottom - range.top + 1),
-                     std::vector<std::string>(static_cast<std::size_t>(range.right - range.left + 1)));
-    if (what == Editing::Paste) cells = readCells(QApplication::clipboard()->text().toStdString());
+    const CellBlock cells = cellsFor(widget, range, what);
     if (!cells.empty()) act([&] { model_.putCells(*table, range.top, range.left, cells); });
+}
+
+void ScreenBinder::edit(SheetView& widget, Editing what) {
+    auto* sheet = dynamic_cast<Sheet*>(model_.find(widget.objectName().toStdString()));
+    if (!sheet) return;
+    if (what == Editing::Undo) {
+        act([&] { model_.undo(*sheet); });
+        return;
+    }
+    Table::Range range = widget.range();
+    if (range.empty()) range = {0, 0, 0, 0}; // of a sheet without rows
+    const CellBlock cells = cellsFor(widget, range, what);
+    if (!cells.empty()) act([&] { model_.putCells(*sheet, range.top, range.left, cells); });
 }
 
 void ScreenBinder::edit(Editing what) {
     if (auto* table = qobject_cast<CellTable*>(window_.focusWidget())) {
         edit(*table, what);
+        return;
+    }
+    if (auto* sheet = qobject_cast<SheetView*>(window_.focusWidget())) {
+        edit(*sheet, what);
         return;
     }
     QLineEdit* box = activeBox();
@@ -199,6 +226,7 @@ void ScreenBinder::showEditState() {
     const QMimeData* clipboard = QApplication::clipboard()->mimeData();
     const bool typed = box && !box->isReadOnly();
     if (qobject_cast<CellTable*>(window_.focusWidget())) return; // of a table everything but Undo
+    if (qobject_cast<SheetView*>(window_.focusWidget())) return;
     const auto can = [&](Editing what) {
         switch (what) {
         case Editing::Undo: {

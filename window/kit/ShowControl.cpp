@@ -6,6 +6,7 @@
 #include "window/kit/HintList.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/SheetView.h"
 #include "window/kit/ToneLabel.h"
 #include "window/kit/Widgets.h"
 
@@ -183,6 +184,7 @@ class Shower final : public ControlVisitor {
     void visit(Slider& slider) override { showSlider(slider, as<QSlider>()); }
     void visit(PictureArea& picture) override { showPicture(picture, as<PictureWidget>()); }
     void visit(Table& table) override { as<CellTable>().show(table); }
+    void visit(Sheet& sheet) override { as<SheetView>().show(sheet); }
     void visit(Memo& memo) override { showMemo(memo, as<QPlainTextEdit>()); }
     void visit(Hypertext& text) override { showHypertext(text, as<QTextBrowser>()); }
 

@@ -35,6 +35,7 @@ class EntryFinder final : public ControlVisitor {
     void visit(Slider&) override {}
     void visit(PictureArea&) override {}
     void visit(Table&) override {}
+    void visit(Sheet&) override {}
     void visit(Hypertext&) override {}
 };
 

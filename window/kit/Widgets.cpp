@@ -7,6 +7,7 @@
 #include "window/kit/HintList.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/SheetView.h"
 #include "window/kit/ToneLabel.h"
 #include "window/kit/WhatsThis.h"
 
@@ -91,6 +92,7 @@ class Maker final : public ControlVisitor {
     void visit(Slider&) override { made = makeSlider(); }
     void visit(PictureArea&) override { made = new PictureWidget; }
     void visit(Table& table) override { made = new CellTable(table); }
+    void visit(Sheet& sheet) override { made = new SheetView(sheet); }
     void visit(Memo&) override { made = makeMemo(); }
     void visit(Hypertext&) override { made = makeHypertext(); }
 };

@@ -6,6 +6,7 @@
 #include "window/kit/LookStyle.h"
 #include "window/kit/Panels.h"
 #include "window/kit/ScreenBinder.h"
+#include "window/kit/SheetView.h"
 #include "window/kit/Widgets.h"
 
 #include <QCoreApplication>
@@ -34,8 +35,9 @@ QWidget* firstToUse(const QWidget& content) {
     for (QWidget* each = content.nextInFocusChain(); content.isAncestorOf(each);
          each = each->nextInFocusChain()) {
         if (!each->isVisible() || !each->isEnabled() || !(each->focusPolicy() & Qt::TabFocus)) continue;
-        if (const auto* box = qobject_cast<QLineEdit*>(each); box && !box->isReadOnly()) return each;
-        if (!first) first = each;
+        if (qobject_cast<SheetView*>(each)) return each; // what is above it says how it is shown
+        const auto* box = qobject_cast<QLineEdit*>(each);
+        if (!first || (box && !box->isReadOnly() && !qobject_cast<QLineEdit*>(first))) first = each;
     }
     return first;
 }

@@ -3,6 +3,7 @@
 #include "window/decision/Layouts.h"
 #include "window/links/Layouts.h"
 #include "window/plots/Layouts.h"
+#include "window/points/Layouts.h"
 #include "window/reliability/Layouts.h"
 #include "window/reports/Layouts.h"
 #include "window/risk/Layouts.h"
@@ -32,6 +33,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"MTEPlot", layoutPlot},
         {"ObservedPctWorksheet", layoutObservedPct},
         {"OffsetCalc", layoutOffsetCalc},
+        {"PointColumn", layoutPointColumn},
         {"PrintDialog", layoutPrintDialog},
         {"PrintOpt", layoutReportOptions},
         {"Print_SS", layoutPreview},
@@ -42,6 +44,7 @@ QWidget* layoutOf(const char* screen, const WidgetMaker& w) {
         {"SelfCheck", layoutSelfCheck},
         {"Strategies", layoutStrategies},
         {"SystemInformation", layoutSystemInfo},
+        {"TestPoints", layoutTestPoints},
         {"UnitsRevision", layoutUnitsRevision},
         {"form_RunExternal", layoutRunExternal},
     };

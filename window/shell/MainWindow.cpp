@@ -83,11 +83,11 @@ void MainWindow::buildToolbar() {
 }
 
 void MainWindow::openFile(const QString& path) {
-    binder_->perform([&] { commands_.files.openPath(path.toStdString()); });
+    binder_->perform([&] { commands_.openPath(path.toStdString()); });
 }
 
 void MainWindow::openAtStart(const QString& path) {
-    binder_->perform([&] { commands_.files.openAtStart(path.toStdString()); });
+    binder_->perform([&] { commands_.openAtStart(path.toStdString()); });
 }
 
 void MainWindow::keepUnsavedWork(const std::filesystem::path& folder) {

@@ -1,0 +1,89 @@
+#include "desk/points/PointRules.h"
+
+#include "rows/PointRecord.h"
+
+#include <algorithm>
+#include <atomic>
+#include <charconv>
+#include <limits>
+
+namespace metrisk {
+
+namespace {
+
+const UnitFactors& units() {
+    static const UnitFactors shipped;
+    return shipped;
+}
+
+double numberIn(std::string_view text) {
+    double number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return read.ec == std::errc() ? number : std::numeric_limits<double>::quiet_NaN();
+}
+
+PointAnswer::Status statusOf(std::string_view word) {
+    using enum PointAnswer::Status;
+    return word == "ok" ? Ok : word == "note" ? Note : word == "refused" ? Refused : Bad;
+}
+
+} // namespace
+
+PointRules::PointRules(const Analysis& base, const Regional& regional, const Want& want,
+                       std::string_view header)
+    : base_(base), regional_(regional), point_(testPointOf(base_, regional_)),
+      table_({.want = want}, point_, units(), header), header_(header) {
+    static std::atomic<unsigned> made;
+    number_ = ++made;
+    const std::string output = table_.outputHeader();
+    CsvRecord record;
+    readRecord(output, table_.form(), record);
+    for (std::size_t i = table_.inputColumns(); i < record.cells.size(); ++i)
+        columns_.emplace_back(record.cells[i].text);
+    const auto place = [this](std::string_view name) {
+        const auto found = std::find(columns_.begin(), columns_.end(), name);
+        return found == columns_.end() ? std::size_t{0} : static_cast<std::size_t>(found - columns_.begin());
+    };
+    falseAcceptAt_ = place("FalseAccept");
+    turAt_ = place("TUR");
+}
+
+std::shared_ptr<const PointAnswer> PointRules::answer(std::string_view record, RowScratch& scratch) const {
+    auto answer = std::make_shared<PointAnswer>();
+    RowCounts counts;
+    table_.process(std::string(record) + "\n", scratch, answer->record, counts);
+    while (answer->record.ends_with('\n')) answer->record.pop_back();
+    CsvRecord cells;
+    readRecord(answer->record, table_.form(), cells);
+    const auto text = [&](std::size_t column) {
+        const std::size_t place = table_.inputColumns() + column;
+        return place < cells.cells.size() ? cells.cells[place].text : std::string_view();
+    };
+    answer->status = statusOf(text(0));
+    answer->falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_)) : numberIn("");
+    answer->tur = turAt_ ? numberIn(text(turAt_)) : numberIn("");
+    answer->rules = number_;
+    return answer;
+}
+
+std::string PointRules::cell(const PointAnswer& answer, std::size_t column) const {
+    CsvRecord cells;
+    readRecord(answer.record, table_.form(), cells);
+    const std::size_t place = table_.inputColumns() + column;
+    return place < cells.cells.size() ? std::string(cells.cells[place].text) : "";
+}
+
+Analysis PointRules::analysisOf(std::string_view bytes) const {
+    CsvRecord record;
+    readRecord(bytes, table_.form(), record);
+    NamedEntries named;
+    table_.readCells(record, named);
+    TestPoint point = point_;
+    std::string notes;
+    putEntries(point, named, units(), CountsAs::Estimate, notes);
+    Analysis made = base_;
+    putIntoRecord(made, point, named);
+    return made;
+}
+
+} // namespace metrisk

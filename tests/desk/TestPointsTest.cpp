@@ -1,0 +1,195 @@
+// The table of test points: what is typed and pasted, taken back, computed and saved.
+#include "desk/points/PointFiles.h"
+#include "desk/points/TestPointsScreen.h"
+#include "rows/RowRun.h"
+#include "tests/support/ScriptedChooser.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestSession.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <random>
+
+namespace metrisk::testing {
+namespace {
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Points : TestSession {
+    TemporaryFolder folder;
+    ScriptedChooser files;
+    PointDesk desk;
+    TestPointsScreen screen{session, &files, &desk};
+
+    Points() { screen.begin(); }
+    void open(const std::string& text) {
+        const auto path = folder / "points.csv";
+        std::ofstream(path, std::ios::binary) << text;
+        ASSERT_TRUE(screen.openTable(path.string()));
+    }
+    void type(int row, int column, const std::string& text) {
+        screen.leaveCell(screen.tbl_Points, row, column, text);
+    }
+    std::string shown(int row, const std::string& heading) const {
+        const SheetContent& content = screen.tbl_Points.content;
+        for (int column = 0; column < content.columnCount(); ++column)
+            if (content.heading(column) == heading) return content.cell(row, column).text;
+        return "no such column";
+    }
+    void run(const char* command) { screen.run(*findItem(screen.menus, command)); }
+    void select(int top, int bottom) { screen.select(screen.tbl_Points, {top, 0, bottom, 0}); }
+};
+
+TEST(PointSheet, TakesBackWhateverWasDone) {
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t count) { return random() % count; };
+    for (int run = 0; run < 40; ++run) {
+        PointSheet sheet = PointSheet::ofText(
+            "id;nominal;tol [mV]\r\n1;10 V;\"0,5\"\r\n\r\n2;\"a \"\"b\"\"\";3\r\nshort\r\n");
+        std::vector<std::string> texts{sheet.text()};
+        const auto done = [&] {
+            if (sheet.text() != texts.back()) texts.push_back(sheet.text());
+        };
+        for (int step = 0; step < 30; ++step) {
+            const std::size_t row = below(sheet.size() + 1), column = below(sheet.columns().size());
+            switch (below(8)) {
+            case 0: sheet.put(row, column, {{"x"}}); break;
+            case 1: sheet.put(row, column, {{"1;2", "", "\"q\""}, {"3"}}); break;
+            case 2: sheet.insertRows(row, 2); break;
+            case 3:
+                if (row < sheet.size())
+                    sheet.removeRows(row > 1 ? std::vector{row - 2, row} : std::vector{row});
+                break;
+            case 4:
+                if (row < sheet.size()) sheet.duplicateRows({row});
+                break;
+            case 5: sheet.reorder(orderBy(sheet, nullptr, column, true)); break;
+            case 6: sheet.insertColumn(column, "new[x]"); break;
+            case 7: sheet.removeColumn(column); break;
+            }
+            done();
+        }
+        while (sheet.canUndo()) {
+            sheet.undo();
+            if (texts.size() > 1 && sheet.text() == texts[texts.size() - 2]) texts.pop_back();
+        }
+        EXPECT_EQ(sheet.text(),
+                  "id;nominal;tol [mV]\r\n1;10 V;\"0,5\"\r\n\r\n2;\"a \"\"b\"\"\";3\r\nshort\r\n");
+        EXPECT_EQ(texts.size(), 1u);
+        EXPECT_FALSE(sheet.changed());
+    }
+}
+
+TEST(TestPoints, FiguresFollowWhatIsTyped) {
+    Points p;
+    p.open(
+        "nominal,tol,su_pct,mte_u\n10 V,0.5 mV,95,0.05 mV\n10 V,,95,0.05 mV\n10 V,0.5 parsec,95,0.05 mV\n");
+    EXPECT_EQ(p.shown(0, "status"), "ok");
+    EXPECT_EQ(p.shown(1, "status"), "refused");
+    EXPECT_EQ(p.shown(2, "status"), "bad");
+    const SheetContent& content = p.screen.tbl_Points.content;
+    EXPECT_EQ(content.cell(2, 1).look, SheetCell::Look::Fault);
+    EXPECT_NE(content.cell(2, 1).tip.find("parsec"), std::string::npos);
+    p.select(2, 2);
+    EXPECT_NE(p.screen.Lbl_State.text.find("Row 3: "), std::string::npos);
+    EXPECT_EQ(p.screen.Lbl_Totals.text.substr(0, 41), "3 rows: 1 ok, 0 note, 1 refused, 1 bad\nWo");
+
+    const std::string before = p.shown(0, "FalseAccept");
+    p.type(0, 1, "0.2 mV");
+    EXPECT_NE(p.shown(0, "FalseAccept"), before);
+    p.screen.undo(p.screen.tbl_Points);
+    EXPECT_EQ(p.shown(0, "FalseAccept"), before);
+    EXPECT_FALSE(p.desk.sheet.changed());
+
+    p.screen.putCells(p.screen.tbl_Points, 1, 1, {{"0.3 mV"}, {"0.4 mV"}, {"0.6 mV", "90"}});
+    EXPECT_EQ(content.rowCount(), 4); // the last of them has not been there
+    EXPECT_EQ(p.shown(2, "status"), "ok");
+    EXPECT_EQ(p.shown(3, "status"), "bad"); // mV without a unit of the nominal
+
+    // Other figures, and a header that allows none.
+    p.screen.leave(p.screen.txt_Want, "risks,worst");
+    EXPECT_NE(p.shown(0, "WorstPct"), "");
+    p.ui.expectBox("Figures", std::get<std::string>(wantOf("risks,wonders")));
+    p.screen.leave(p.screen.txt_Want, "risks,wonders");
+    p.desk.sheet.renameColumn(1, "u");
+    p.run("mnu_AppendRow");
+    EXPECT_NE(p.screen.Lbl_State.text.find("mte_u or mte_expanded"), std::string::npos);
+    EXPECT_EQ(content.columnCount(), 4);
+}
+
+TEST(TestPoints, AreSortedFilteredAndOpened) {
+    Points p;
+    p.open("id,nominal,tol,su_pct,mte_u\na,10,0.5,95,0.05\nb,10,0.5,95,0.2\nc,10,0.5,95,0.1\nd,10,0.5,200,0."
+           "1\n");
+    p.screen.pressHeading(p.screen.tbl_Points, 6); // the false accept risk
+    EXPECT_EQ(p.shown(0, "id") + p.shown(1, "id") + p.shown(2, "id") + p.shown(3, "id"), "acbd");
+    p.screen.pressHeading(p.screen.tbl_Points, 6);
+    EXPECT_EQ(p.shown(0, "id") + p.shown(1, "id") + p.shown(2, "id") + p.shown(3, "id"), "bcad");
+    p.screen.choose(p.screen.cbo_Filter, static_cast<int>(PointFilter::TurBelow));
+    EXPECT_EQ(p.screen.tbl_Points.content.rowCount(), 2);
+    p.screen.choose(p.screen.cbo_Filter, static_cast<int>(PointFilter::NotAnswered));
+    EXPECT_EQ(p.shown(0, "id"), "d");
+    EXPECT_EQ(p.screen.tbl_Points.content.rowName(0), "4");
+
+    p.screen.choose(p.screen.cbo_Filter, 0);
+    Analysis opened;
+    p.screen.openAnalysis = [&](const Analysis& made) {
+        opened = made;
+        return true;
+    };
+    p.screen.open(p.screen.tbl_Points, 0);
+    EXPECT_EQ(opened.MTE_StdUncertainty, 0.2);
+    EXPECT_TRUE(p.screen.closedBy());
+}
+
+/// With what is read, and again with what was changed.
+TEST(TestPoints, SaveWhatTheCommandWrites) {
+    Points p;
+    const std::string examples = contentOf(METRISK_SOURCE_DIR "/examples/points.csv");
+    p.open(examples);
+    const auto saved = p.folder / "out.csv";
+    p.files.answers = {saved.string()};
+    p.run("mnu_SaveResults");
+    const std::string results = contentOf(saved);
+    RowOptions options{.want = std::get<Want>(wantOf("risks,tur"))};
+    const Analysis base = analysisOfNoSettings();
+    const TestPoint point = testPointOf(base, p.session.regional);
+    const UnitFactors units;
+    const std::string header = examples.substr(0, examples.find('\n'));
+    const RowTable table(options, point, units, header);
+    std::string expected = table.outputHeader();
+    RowScratch scratch;
+    RowCounts counts;
+    processBlock(std::string_view(examples).substr(header.size() + 1), table, scratch, expected, counts);
+    EXPECT_EQ(results, expected);
+    EXPECT_EQ(counts.rows(), 20u);
+
+    // The figures are left out when the file is opened again, and are the same.
+    p.open(results);
+    EXPECT_EQ(p.desk.sheet.text(), examples);
+    const auto again = p.folder / "again.csv";
+    p.files.answers = {again.string()};
+    p.run("mnu_SaveResults");
+    EXPECT_EQ(contentOf(again), results);
+}
+
+TEST(TestPoints, ChangesAreAskedAbout) {
+    Points p;
+    EXPECT_TRUE(p.screen.changesSettled());
+    p.run("mnu_AppendRow");
+    p.type(0, 0, "10 V");
+    p.ui.expectBox("Save Table", "Save changes to New table?", Answer::Cancel);
+    EXPECT_FALSE(p.screen.changesSettled());
+    p.ui.expectBox("Save Table", "Save changes to New table?", Answer::Yes, yesNoCancel);
+    p.files.answers = {(p.folder / "mine.csv").string()};
+    EXPECT_TRUE(p.screen.changesSettled());
+    EXPECT_EQ(contentOf(p.folder / "mine.csv"), "nominal,tol,su_pct,mte_tol,mte_pct\n10 V,,,,\n");
+    EXPECT_FALSE(p.desk.sheet.changed());
+}
+
+} // namespace
+} // namespace metrisk::testing
