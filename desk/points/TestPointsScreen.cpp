@@ -221,7 +221,7 @@ std::vector<MenuItem> TestPointsScreen::menuItems() {
                         },
                     .shortcut = "Ctrl+P",
                     .separatorAfter = true},
-                   {.control = "mnu_Exit", .caption = "Clos&e", .run = [this] { close(Way::Cancel); }}}},
+                   {.control = "mnu_Exit", .caption = "C&lose", .run = [this] { close(Way::Cancel); }}}},
         {.control = "mnu_EditTable", .caption = "&Edit", .items = std::move(editItems)},
         {.control = "mnu_Rows", .caption = "&Rows", .items = std::move(rowItems)},
         {.control = "mnu_Columns",

@@ -23,11 +23,11 @@ class TestPointsScreen final : public Worksheet {
   public:
     Label Lbl_Template{*this, "Lbl_Template", "&Template"};
     Choice cbo_Template{*this, "cbo_Template", "What fills the entries that a row does not name"};
-    Label Lbl_Want{*this, "Lbl_Want", "&Figures"};
+    Label Lbl_Want{*this, "Lbl_Want", "Fi&gures"};
     TextBox txt_Want{*this, "txt_Want",
                      "Of each row: risks, tur, ratio, exact, baseline, fit, entries, guardband:fa=2%, worst, "
                      "uncertainty, counts, decide, with commas between"};
-    Label Lbl_Limit{*this, "Lbl_Limit", "&Limit of False Accept Risk, %"};
+    Label Lbl_Limit{*this, "Lbl_Limit", "L&imit of False Accept Risk, %"};
     TextBox txt_Limit{*this, "txt_Limit", "Rows above it are counted"};
     Label Lbl_Filter{*this, "Lbl_Filter", "&Show"};
     Choice cbo_Filter{*this, "cbo_Filter", "Which rows are shown"};
@@ -62,7 +62,7 @@ class TestPointsScreen final : public Worksheet {
     PushButton cmd_Stop{*this, "cmd_Stop", "Sto&p", "Stop computing; what is there stays"};
     PushButton cmd_Compute{*this, "cmd_Compute", "Co&mpute", "Compute the rows that are not computed yet"};
     PushButton cmd_Open{*this, "cmd_Open", "&Open Row", "Open the row as an analysis"};
-    PushButton cmd_Close{*this, "cmd_Close", "Clos&e", "The table stays as it is until the program ends"};
+    PushButton cmd_Close{*this, "cmd_Close", "C&lose", "The table stays as it is until the program ends"};
 
     /// `desk` is that of the program; null for one of the screen's own.
     TestPointsScreen(Session& session, FileChooser* files, PointDesk* desk = nullptr);

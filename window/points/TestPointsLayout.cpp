@@ -21,10 +21,11 @@ QWidget* layoutTestPoints(const WidgetMaker& w) {
     QWidget* filter = w("cbo_Filter");
     QWidget* filterName = w("Lbl_Filter");
     nameBy(filterName, filter);
+    QWidget* filterLimit = w.box("txt_Filter", 8);
+    filterLimit->setAccessibleName("Limit of the rows shown");
     QWidget* above = new QWidget;
-    above->setLayout(
-        rows({{w("Lbl_Template"), w("cbo_Template"), w("Lbl_Want"), w("txt_Want")},
-              {filterName, across({filter, w.box("txt_Filter", 8)}), w("Lbl_Limit"), w("txt_Limit")}}));
+    above->setLayout(rows({{w("Lbl_Template"), w("cbo_Template"), w("Lbl_Want"), w("txt_Want")},
+                           {filterName, across({filter, filterLimit}), w("Lbl_Limit"), w("txt_Limit")}}));
     QWidget* sheet = w("tbl_Points");
     sheet->setAccessibleName("Test points");
     sheet->setMinimumSize(400, 200);
