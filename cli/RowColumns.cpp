@@ -64,6 +64,7 @@ std::string columnsJson() {
     for (const NamedField* field : plainFields())
         lines +=
             jsonLine({{"set", field->field.name}, {"shape", field->shape()}, {"kind", nameOf(field->kind)}});
+    for (const std::string_view text : readingTexts()) lines += jsonLine({{"reading", text}});
     return lines;
 }
 

@@ -71,6 +71,33 @@ constexpr std::array<EntryInfo, entryCount> table{{
     {Entry::Rule, "rule", "", Text, "", "simple", "decision rule, as in guard=1"},
 }};
 
+constexpr std::string_view texts[] = {"column COLUMN: TEXT is no number",
+                                      "column COLUMN: TEXT is no percentage",
+                                      "column COLUMN: TEXT is no ratio",
+                                      "column COLUMN: TEXT is no number; use --decimal-comma",
+                                      "column COLUMN: longer than 64 KiB",
+                                      "column COLUMN: UNIT needs a unit of the nominal",
+                                      "column COLUMN: a temperature must be in the unit of the nominal",
+                                      "column sided: TEXT is none of two, upper, lower",
+                                      "column convention: TEXT is neither consumer nor producer",
+                                      "column eq_on: TEXT is neither fa nor fr",
+                                      "column rule: TEXT is no decision rule",
+                                      "UNIT is no unit that UNIT can be told in",
+                                      "UNIT may be of area AREA or AREA: name the area",
+                                      "no area AREA",
+                                      "COUNT cells, wanted COUNT",
+                                      "a quote inside a cell without quotes: ROW",
+                                      "text behind a closing quote: ROW",
+                                      "a quote that is not closed: ROW",
+                                      "a zero byte: ROW",
+                                      "longer than 1 MiB: ROW",
+                                      "more than 4,096 cells: ROW",
+                                      "key KEY stands twice",
+                                      "key KEY: its entry is named twice",
+                                      "key KEY: neither text nor number",
+                                      "key KEY is that of an output: --prefix P gives outputs others",
+                                      "the line FLAW"};
+
 constexpr bool inOrder() {
     for (std::size_t i = 0; i < entryCount; ++i)
         if (static_cast<std::size_t>(table[i].entry) != i) return false;
@@ -89,6 +116,10 @@ std::string bare(std::string_view name) {
 
 std::span<const EntryInfo> entryTable() {
     return table;
+}
+
+std::span<const std::string_view> readingTexts() {
+    return texts;
 }
 
 const EntryInfo& infoOf(Entry entry) {

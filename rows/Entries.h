@@ -84,6 +84,9 @@ std::span<const EntryInfo> entryTable();
 const EntryInfo& infoOf(Entry entry);
 std::string_view nameOf(EntryKind kind);
 
+/// What is said of cells and rows that cannot be read; words in capitals stand for what was found.
+std::span<const std::string_view> readingTexts();
+
 /// By name or field, in letters of any case.
 std::optional<Entry> entryNamed(std::string_view name);
 /// One that differs from the name by blanks, "-" or "_" alone.

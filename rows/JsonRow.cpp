@@ -129,7 +129,8 @@ class Scanner {
         if (plain == line_.npos) throw NoJson{"a quote is not closed"};
         if (line_[plain] == '"') {
             at_ = plain + 1;
-            return checkedText(line_.substr(from, plain - from));
+            checkRaw(from);
+            return line_.substr(from, plain - from);
         }
         const std::size_t start = row_.unescaped.size();
         while (!next('"')) {
@@ -140,7 +141,14 @@ class Scanner {
             else
                 escape();
         }
+        checkRaw(from);
         return checkedText(std::string_view(row_.unescaped).substr(start));
+    }
+
+    /// What is copied as it stands would be no JSON.
+    void checkRaw(std::size_t from) const {
+        for (std::size_t i = from; i < at_; ++i)
+            if (static_cast<unsigned char>(line_[i]) < 0x20) throw NoJson{"a text has a control character"};
     }
 
     static std::string_view checkedText(std::string_view text) {

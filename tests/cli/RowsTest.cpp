@@ -5,6 +5,7 @@
 #include "tests/cli/Cli.h"
 
 #include <random>
+#include <regex>
 #include <sys/stat.h>
 
 namespace metrisk::testing {
@@ -210,6 +211,53 @@ TEST_F(Rows, ReadFormsAndTellWhatIsWrong) {
         EXPECT_NE(row.find(one.message), std::string::npos) << one.row << ": " << row;
         EXPECT_EQ(result.status,
                   std::string(one.status) == "ok" || std::string(one.status) == "note" ? 0 : 1);
+    }
+}
+
+TEST_F(Rows, WhatIsSaidOfBadRowsIsListed) {
+    std::string any;
+    for (const json& line : run("rows --columns --json").lines()) {
+        if (!line.contains("reading")) continue;
+        std::string one =
+            std::regex_replace(line["reading"].get<std::string>(), std::regex("[A-Z]{3,}"), ".*");
+        any += (any.empty() ? "" : "|") + one;
+    }
+    const std::regex listed(any);
+    const char* lines[] = {R"({"nominal":"1,5"})",
+                           R"({"su_pct":"a lot"})",
+                           R"({"tur":"4:0"})",
+                           R"({"mte_dof":"1e999"})",
+                           R"({"nominal":1,"tol":"1 mV"})",
+                           R"({"nominal":"1 V","tol":"1 min"})",
+                           R"({"nominal":"1 V","tol":"1 mV","area":"None"})",
+                           R"({"sided":"both"})",
+                           R"({"convention":"mine"})",
+                           R"({"eq_on":"x"})",
+                           R"({"nominal":1,"tol":1,"su_pct":95,"tur":4,"rule":"none"})",
+                           R"({"tol":1,"tol":2})",
+                           R"({"nominal":1,"SU_Mode":2})",
+                           R"({"tol":[1]})",
+                           R"({"status":"ok"})",
+                           R"({"tol":1)",
+                           "{\"tol\":1,\"x\":\"a\x04\"}",
+                           R"({"nominal":"1 degC","phys":"1 K","sided":"upper"})"};
+    std::string content;
+    for (const char* line : lines) content += std::string(line) + "\n";
+    write("bad.jsonl", content);
+    for (const json& row : run("rows bad.jsonl -q --want risks,decide").lines()) {
+        EXPECT_EQ(row["status"], "bad") << row;
+        EXPECT_TRUE(std::regex_match(row["message"].get<std::string>(), listed)) << row;
+    }
+    write("bad.csv", "tol,x\n1\n1,a\"b\n1,\"a\"b\n1,\"a\n");
+    std::istringstream out(run("rows bad.csv -q --want tur").out);
+    std::string row;
+    for (std::getline(out, row); std::getline(out, row);) {
+        const std::string status = ",bad,,,,";
+        const auto at = row.find(status);
+        ASSERT_NE(at, std::string::npos) << row;
+        std::string message = row.substr(at + status.size());
+        std::erase(message, '"');
+        EXPECT_TRUE(std::regex_match(message, listed)) << row;
     }
 }
 
