@@ -113,7 +113,7 @@ std::string asTable(const DecisionRun& run, const Options& options, const Judge&
 
 /// One of many readings.
 std::string asLine(const Judge& judge, double reading, const Judgement& judgement) {
-    const auto column = [](std::string text, std::size_t width) {
+    const auto column = [](const std::string& text, std::size_t width) {
         const std::size_t size = countCharacters(text);
         return text + std::string(size < width ? width - size : 1, ' ');
     };

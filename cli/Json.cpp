@@ -67,7 +67,16 @@ void append(std::string& text, const Json& json) {
 
 } // namespace
 
+Json::Json() = default;
+Json::Json(double number) : value_(number) {}
+Json::Json(const char* text) : value_(std::string(text)) {}
+Json::Json(std::string_view text) : value_(std::string(text)) {}
+Json::Json(std::string text) : value_(std::move(text)) {}
 Json::Json(std::initializer_list<Member> members) : value_(Object(members)) {}
+
+Json Json::array() {
+    return array(Array());
+}
 
 Json Json::array(Array items) {
     Json json;
@@ -83,7 +92,9 @@ Json& Json::operator[](std::string_view key) {
     if (std::holds_alternative<std::monostate>(value_)) value_ = Object();
     Object& members = std::get<Object>(value_);
     const auto found = std::ranges::find(members, key, &Member::key);
-    return found != members.end() ? found->value : members.emplace_back(std::string(key), Json()).value;
+    if (found != members.end()) return found->value;
+    members.push_back({std::string(key), Json()});
+    return members.back().value;
 }
 
 void append(Json& object, const Json& members) {

@@ -23,25 +23,20 @@ class Json {
     using Array = std::vector<Json>;
     using Object = std::vector<Member>;
 
-    Json() = default; // null
+    // Defined where a member is whole.
+    Json(); // null
     template <std::integral Number>
-    Json(Number number) {
-        if constexpr (std::is_same_v<Number, bool>)
-            value_ = number;
-        else
-            value_ = static_cast<std::int64_t>(number);
-    }
-    Json(double number) : value_(number) {}
-    Json(const char* text) : value_(std::string(text)) {}
-    Json(std::string_view text) : value_(std::string(text)) {}
-    Json(std::string text) : value_(std::move(text)) {}
-    template <class Value>
-    Json(const std::optional<Value>& value) {
-        if (value) *this = Json(*value);
-    }
+    Json(Number number);
+    Json(double number);
+    Json(const char* text);
+    Json(std::string_view text);
+    Json(std::string text);
+    template <class Held>
+    Json(const std::optional<Held>& value);
     Json(std::initializer_list<Member> members);
 
-    static Json array(Array items = {});
+    static Json array();
+    static Json array(Array items);
 
     /// Of an array.
     void push_back(Json item);
@@ -59,6 +54,19 @@ struct Json::Member {
     std::string key;
     Json value;
 };
+
+template <std::integral Number>
+Json::Json(Number number) {
+    if constexpr (std::is_same_v<Number, bool>)
+        value_ = number;
+    else
+        value_ = static_cast<std::int64_t>(number);
+}
+
+template <class Held>
+Json::Json(const std::optional<Held>& value) {
+    if (value) *this = Json(*value);
+}
 
 /// Adds the members of an object, or of none if it is null, behind those of another.
 void append(Json& object, const Json& members);

@@ -185,7 +185,7 @@ std::string asTable(const Options& options, const AnalysisRun& run, const Result
                     const SweepWords& words) {
     std::string table = forResults(options.file) + "\n  " + words.label + " " +
                         optionTag(run.record.FalseAcceptOption) + "\n";
-    const auto column = [](std::string text, std::size_t width) {
+    const auto column = [](const std::string& text, std::size_t width) {
         return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
     };
     const auto cells = [&](const Risks& risks) {

@@ -5,8 +5,9 @@
 
 #include <memory>
 
-typedef struct _cairo cairo_t;
-typedef struct _PangoLayout PangoLayout;
+// The libraries' own names.
+typedef struct _cairo cairo_t;           // NOLINT(bugprone-reserved-identifier)
+typedef struct _PangoLayout PangoLayout; // NOLINT(bugprone-reserved-identifier)
 
 namespace metrisk {
 

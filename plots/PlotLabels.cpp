@@ -70,6 +70,7 @@ std::vector<std::string> labelTexts(std::span<const double> values, double toler
     while (partAlike(labels, regional)) {
     }
     std::vector<std::string> texts;
+    texts.reserve(labels.size());
     for (Label& label : labels) texts.push_back(std::move(label.text));
     return texts;
 }

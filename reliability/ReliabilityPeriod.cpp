@@ -63,8 +63,7 @@ double beginning(int model, const Coefficients& theta) {
     case Gamma:
     case MortalityDrift: return theta.a;
     case MixedExponential: return 1;
-    case Warranty: return theta.a > 0 ? reliabilityAt(model, theta, 0) : 1;
-    default: return theta.a > 0 ? reliabilityAt(model, theta, 0) : 1;
+    default: return theta.a > 0 ? reliabilityAt(model, theta, 0) : 1; // also of the warranty model
     }
 }
 

@@ -70,7 +70,7 @@ void readRecord(std::string_view record, const CsvForm& form, CsvRecord& into) {
             into.flaw = tooMany;
             return;
         }
-        std::size_t end = from;
+        std::size_t end;
         std::string_view text;
         if (from < raw.size() && raw[from] == '"') {
             const std::size_t start = into.unquoted.size();

@@ -90,7 +90,7 @@ class Computing {
         out_.count = 0;
         const auto figures = evaluate(e_, want_.ofEvaluate());
         if (!figures) throw RowFault{false, refusedText(p_, figures.refusal())};
-        f_ = &*figures;
+        f_ = *figures;
         if (e_.subject.pctInTol == 100 || e_.subject.physicalLimitRequired) noteQuestions(p_, notes_);
         for (const WantInfo& info : wantTable()) {
             if (!want_.has(info.word)) continue;
@@ -343,7 +343,7 @@ class Computing {
     const Want& want_;
     PointFigures& out_;
     std::string& notes_;
-    const TestFigures* f_ = nullptr;
+    std::optional<TestFigures> f_{};
     std::optional<Result<DecisionBasis>> basis_{};
 };
 

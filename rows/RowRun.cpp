@@ -67,7 +67,8 @@ class Pipeline {
         if (readFault_ && !fault_) fault_ = readFault_;
     }
 
-    void put(std::size_t turn, const std::string& out, const RowCounts& counts, std::exception_ptr fault) {
+    void put(std::size_t turn, const std::string& out, const RowCounts& counts,
+             const std::exception_ptr& fault) {
         std::unique_lock lock(writing_);
         moved_.wait(lock, [&] { return turn == put_; });
         if (!stopped_) {

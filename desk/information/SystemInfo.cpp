@@ -53,7 +53,7 @@ std::string distributionName(std::string_view osRelease) {
 }
 
 SystemInfo SystemInfo::now() {
-    constexpr std::size_t largest = 64 * 1024;
+    constexpr std::size_t largest = std::size_t{64} * 1024;
     SystemInfo info;
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"})
         if (const auto text = readWholeFile(path, largest); text && info.system.empty())

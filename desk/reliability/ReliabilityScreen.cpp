@@ -192,7 +192,8 @@ void ReliabilityScreen::takeCoefficients() {
     Coefficients theta = slot().theta();
     double* const values[] = {&theta.a, &theta.b, &theta.c};
     for (int i = 0; i < 3; ++i) {
-        std::optional<std::string>& typed = entries_[static_cast<std::size_t>(A + i)].typed;
+        std::optional<std::string>& typed =
+            entries_[static_cast<std::size_t>(A) + static_cast<std::size_t>(i)].typed;
         if (typed) *values[i] = ParseValue(*typed, session_.regional);
         typed.reset();
     }

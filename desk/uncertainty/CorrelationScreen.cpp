@@ -30,6 +30,7 @@ std::array<std::string, errorRowCount> distinctNames(const Analysis& record, con
 
 std::vector<std::vector<Table::Cell>> listOf(const std::array<std::string, errorRowCount>& names) {
     std::vector<std::vector<Table::Cell>> rows;
+    rows.reserve(names.size());
     for (const std::string& name : names) rows.push_back({{.text = name, .locked = true}});
     return rows;
 }

@@ -44,6 +44,7 @@ std::string trimmed(const std::string& text) {
 template <class Rows, class Field>
 std::vector<std::string> column(const Rows& rows, Field field) {
     std::vector<std::string> texts;
+    texts.reserve(rows.size());
     for (const auto& row : rows) texts.push_back(std::string(field(row)));
     return texts;
 }

@@ -87,7 +87,7 @@ std::optional<Risks> referenceRisks(const TestEntries& e) {
 }
 
 TestFigures computed(const TestEntries& e, const Wanted& wanted, Watch watch) {
-    if (const auto refusal = validate(e)) throw *refusal;
+    if (const auto refusal = validate(e)) throw Refusal(*refusal);
     TestFigures figures;
     figures.subject = subjectBiasOf(fitSubject(enteredSubject(e.subject), {}));
     const MeasuringFit measuring = fitMeasuring(e.measuring, e.process ? &*e.process : nullptr);
@@ -97,7 +97,7 @@ TestFigures computed(const TestEntries& e, const Wanted& wanted, Watch watch) {
     const AcceptanceRange range{-e.guardband.lower * e.subject.lowerOffset,
                                 e.guardband.upper * e.subject.upperOffset};
     const auto risks = risksAt(figures.subject, figures.mteSigma, range);
-    if (!risks) throw risks.refusal();
+    if (!risks) throw Refusal(risks.refusal());
     static_cast<TestRisks&>(figures) = *risks;
     if (wanted.exact) figures.exact = exactRisks(figures.subject, figures.mteSigma, range);
     if (wanted.reference) figures.reference = referenceRisks(e);

@@ -58,7 +58,8 @@ class Table {
         return rows >= table_->num_rows;
     }
 
-    std::string text(unsigned i) const { return texts_[i].c_str(); }
+    /// Up to the first NUL.
+    std::string text(unsigned i) const { return std::string(texts_[i].data()); }
 
     std::int64_t number(unsigned i) const {
         const int at = placeOf(i, 4);
