@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::string_view noBreakSpace = "\xc2\xa0";
 constexpr std::string_view minusSign = "\xe2\x88\x92";
+// A high comma, a thin and a narrow blank.
+constexpr std::string_view groupMarks[] = {"\xe2\x80\x99", "\xe2\x80\x89", "\xe2\x80\xaf"};
 constexpr std::size_t longestNumber = 400;
 
 bool isDigit(char c) {
@@ -87,7 +89,11 @@ std::optional<Quantity> quantityOf(std::string_view text, NumberMarks marks) {
     if (!value) return std::nullopt;
     const std::string_view behind = text.substr(size);
     // A second mark or group is no unit, nor is a second number.
-    if (!behind.empty() && (behind.front() == '.' || behind.front() == ',')) return std::nullopt;
+    if (!behind.empty() && std::string_view(".,'_").find(behind.front()) != std::string_view::npos)
+        return std::nullopt;
+    for (const std::string_view group : groupMarks)
+        if (behind.starts_with(group)) return std::nullopt;
+    if (text.starts_with("0x") || text.starts_with("0X")) return std::nullopt;
     const std::string_view unit = trimmedCell(behind);
     if (!unit.empty() && (isDigit(unit.front()) || unit.front() == '-' || unit.front() == '+' ||
                           unit.front() == '/' || unit.front() == ':'))
