@@ -64,7 +64,9 @@ bool openAny(AnalysisRun& run, const Options& options) {
     try {
         std::string content;
         if (isJson(options, content)) {
-            run.record = run.newAnalysis();
+            // What a table or a program leaves out is the same on every machine.
+            run.record =
+                options.settings.empty() ? Workplace(SettingsContent{}).newAnalysis : run.newAnalysis();
             return takeJson(run, content);
         }
         if (options.in == standardStream) return run.openText(std::move(content), options.in);

@@ -2,7 +2,7 @@
 
 #include "base/DisplayRule.h"
 #include "base/RelativeUnits.h"
-#include "risk/decision/RuleText.h"
+#include "rows/Cell.h"
 
 #include <charconv>
 #include <cmath>
@@ -25,7 +25,7 @@ std::optional<std::size_t> countOf(std::string_view text) {
 } // namespace
 
 std::optional<double> numberOf(std::string_view text) {
-    return numberIn(text);
+    return plainNumberOf(text);
 }
 
 std::string withoutPercentSign(std::string_view text) {
@@ -34,23 +34,19 @@ std::string withoutPercentSign(std::string_view text) {
 }
 
 std::optional<double> percentOf(std::string_view text) {
-    return numberOf(withoutPercentSign(text));
+    return percentCellOf(text);
 }
 
 std::optional<double> ratioOf(std::string_view text) {
-    const auto colon = text.find(':');
-    const auto numerator = numberOf(text.substr(0, colon));
-    const auto denominator = colon == text.npos ? 1 : numberOf(text.substr(colon + 1));
-    if (!numerator || !denominator || !(*numerator > 0) || !(*denominator > 0)) return std::nullopt;
-    const double ratio = *numerator / *denominator;
-    return ratio > 0 && std::isfinite(ratio) ? std::optional(ratio) : std::nullopt;
+    const auto ratio = ratioCellOf(text);
+    return ratio && *ratio > 0 && std::isfinite(*ratio) ? ratio : std::nullopt;
 }
 
 std::optional<double> riskOf(std::string_view text) {
-    const bool ppm = text.ends_with(ppmUnits);
-    const auto value = ppm ? numberOf(text.substr(0, text.size() - 3)) : percentOf(text);
-    if (!value) return std::nullopt;
-    return riskFraction(*value, ppm ? ppmUnits : percentUnits);
+    const auto read = quantityOf(text);
+    const bool known = read && (read->unit.empty() || read->unit == percentUnits || read->unit == ppmUnits);
+    return known ? std::optional(riskFraction(read->number, read->unit == ppmUnits ? ppmUnits : percentUnits))
+                 : std::nullopt;
 }
 
 std::string isNumber(const std::string& text) {

@@ -1,4 +1,4 @@
-// How the commands read numbers: with a period as decimal mark and without grouping, wherever they run.
+// How the commands read numbers: as the cells of a table are read, with a period as decimal mark.
 #pragma once
 
 #include <optional>
