@@ -17,7 +17,8 @@ constexpr int mostTicks = 8;   // at round numbers
 constexpr double tick = 0.015; // in shares of the other axis
 constexpr double thinLine = 1, thickLine = 3;
 constexpr double markSize = 0.006;
-constexpr double paperShare = 0.8; // of the grid's colour
+constexpr double dotSize = 8;           // device units
+constexpr double dash = 7, dashGap = 4; // device units
 
 double shareOf(double value, const Axis& axis) {
     return axis.to == axis.from ? 0 : (value - axis.from) / (axis.to - axis.from);
@@ -50,7 +51,9 @@ class Drawer {
         surface.Font = {};
         title_ = titleLines(surface, chart.title, surface.deviceWidth() - 4);
         const double line = surface.deviceLengthY(surface.TextHeight());
-        const double lastLabel = labelWidth(surface, chart.x, regional) / 2;
+        double lastLabel = labelWidth(surface, chart.x, regional) / 2;
+        for (const Series& each : chart.series)
+            lastLabel = std::max(lastLabel, surface.deviceLengthX(surface.TextWidth(each.atEnd)) + 10);
         const double besideTick = 0.03 * surface.deviceWidth();
         const auto beside = [&](const Axis& axis) {
             return labelWidth(surface, axis, regional) + besideTick;
@@ -70,13 +73,16 @@ class Drawer {
         drawTitle(surface_, frame_, title_);
         if (chart_.series.size() > 1) legend();
         for (const Series& each : chart_.series) curve(each);
+        present();
         for (const Series& each : chart_.series) marks(each);
+        crossing();
+        endNames();
     }
 
   private:
     void grid() {
         surface_.DrawWidth = thinLine;
-        const Colour faint = between(surface_.ink(), surface_.paper(), paperShare);
+        const Colour faint = plotColours::grid.on(surface_.paper());
         forTicks(chart_.x, [&](double at, double) { surface_.Line(at, 0, at, 1, faint); });
         forTicks(chart_.left, [&](double at, double) { surface_.Line(0, at, 1, at, faint); });
     }
@@ -90,7 +96,10 @@ class Drawer {
         surface_.DrawWidth = thickLine;
         for (const Series& each : chart_.series) {
             const double middle = y + surface_.TextHeight() / 2;
-            surface_.Line(x, middle, x + sample, middle, each.colour);
+            const double step = each.dashed ? sample / 2.4 : sample;
+            for (double from = x; from < x + sample * 0.99; from += 1.4 * step)
+                surface_.Line(from, middle, std::min(from + step, x + sample), middle,
+                              each.colour.on(surface_.paper()));
             PrintAt(surface_, each.name, x + sample + gap, y, 0);
             x += sample + 3 * gap + surface_.TextWidth(each.name);
         }
@@ -103,21 +112,111 @@ class Drawer {
 
     void curve(const Series& series) {
         surface_.DrawWidth = chart_.thick ? thickLine : thinLine;
+        const Colour colour = series.colour.on(surface_.paper());
+        double drawn = 0; // device units of the present dash or gap
+        bool inDash = true;
         for (std::size_t i = 1; i < series.points.size(); ++i) {
-            const Point from = place(series, series.points[i - 1]);
+            Point from = place(series, series.points[i - 1]);
             const Point to = place(series, series.points[i]);
-            surface_.Line(from.x, from.y, to.x, to.y, series.colour);
+            while (true) {
+                const double length =
+                    std::hypot(surface_.deviceLengthX(to.x - from.x), surface_.deviceLengthY(to.y - from.y));
+                const double left = (inDash ? dash : dashGap) - drawn;
+                if (!series.dashed || !(length > left)) {
+                    if (inDash) surface_.Line(from.x, from.y, to.x, to.y, colour);
+                    drawn += length;
+                    break;
+                }
+                const double part = left / length;
+                const Point next{from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part};
+                if (inDash) surface_.Line(from.x, from.y, next.x, next.y, colour);
+                from = next;
+                drawn = 0;
+                inDash = !inDash;
+            }
         }
+    }
+
+    /// The round ends of a line of next to no length.
+    void dot(Point at, Colour colour) {
+        surface_.DrawWidth = dotSize;
+        surface_.Line(at.x, at.y, at.x + 0.1 / std::max(1.0, surface_.deviceLengthX(1)), at.y, colour);
+        surface_.DrawWidth = thinLine;
+    }
+
+    void present() {
+        if (!chart_.present) return;
+        const double x = shareOf(chart_.present->x, chart_.x);
+        if (!(x >= 0 && x <= 1)) return;
+        const Colour second = plotColours::second.on(surface_.paper());
+        const double step = 3 / std::max(1.0, surface_.deviceLengthY(1));
+        surface_.DrawWidth = thinLine;
+        for (double y = 0; y < 1; y += 2 * step) surface_.Line(x, y, x, std::min(1.0, y + step), second);
+        for (std::size_t i = 0; i < chart_.series.size() && i < chart_.present->heights.size(); ++i) {
+            const Series& series = chart_.series[i];
+            const Point at = place(series, {chart_.present->x, chart_.present->heights[i]});
+            if (at.y >= 0 && at.y <= 1) dot(at, series.colour.on(surface_.paper()));
+        }
+        // Between the titles of the axes, which stand in the same line.
+        const double width = surface_.TextWidth(chart_.present->told);
+        const double left = 0.5 * surface_.TextWidth(chart_.left.title) + 0.02;
+        const double right = chart_.right ? 1 - 0.5 * surface_.TextWidth(chart_.right->title) - 0.02 : 1;
+        if (width > right - left) return;
+        surface_.ForeColor = second;
+        PrintAt(surface_, chart_.present->told, std::clamp(x - width / 2, left, right - width), 1, -1.2);
+        surface_.ForeColor = surface_.ink();
+    }
+
+    /// In free space, with a line that leads to it.
+    void crossing() {
+        if (!chart_.crossing || chart_.series.empty()) return;
+        const Point at = place(chart_.series.front(), chart_.crossing->at);
+        const double line = -surface_.TextHeight();
+        const double width = surface_.TextWidth(chart_.crossing->name);
+        for (const double up : {0.32, 0.24, 0.42, 0.16})
+            for (const double aside : {0.08, -0.08, 0.16, -0.16}) {
+                const double left = aside > 0 ? at.x + aside : at.x + aside - width;
+                const Name name{left, left + width, at.y + up, at.y + up - line};
+                if (name.left < 0.01 || name.right > 0.99 || name.top > 0.99 || !isFree(name)) continue;
+                const Colour second = plotColours::second.on(surface_.paper());
+                surface_.DrawWidth = thinLine;
+                surface_.Line(at.x, at.y, aside > 0 ? left : name.right, name.bottom, second);
+                surface_.ForeColor = second;
+                PrintAt(surface_, chart_.crossing->name, name.left, name.top, 0);
+                surface_.ForeColor = surface_.ink();
+                names_.push_back(name);
+                return;
+            }
+    }
+
+    /// Behind the last points, a line apart.
+    void endNames() {
+        const double line = -surface_.TextHeight();
+        std::vector<double> taken;
+        for (const Series& each : chart_.series) {
+            if (each.atEnd.empty() || each.points.empty()) continue;
+            const Point at = place(each, each.points.back());
+            double y = std::clamp(at.y, 0.5 * line, 1 - 0.5 * line);
+            for (const double other : taken)
+                if (std::abs(y - other) < line) y = y >= other ? other + line : other - line;
+            taken.push_back(y);
+            surface_.ForeColor = each.colour.on(surface_.paper());
+            surface_.Font.Bold = true;
+            PrintAt(surface_, each.atEnd, 1 + 6 / std::max(1.0, surface_.deviceLengthX(1)), y, -0.5);
+            surface_.Font.Bold = false;
+        }
+        surface_.ForeColor = surface_.ink();
     }
 
     void marks(const Series& series) {
         for (const ChartMark& mark : series.marks) {
             const Point at = place(series, mark.at);
-            surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize, series.colour);
+            surface_.Box(at.x - markSize, at.y - markSize, at.x + markSize, at.y + markSize,
+                         series.colour.on(surface_.paper()));
             if (mark.name.empty()) continue;
             const Name name = nameAt(at, surface_.TextWidth(mark.name), mark.above);
             names_.push_back(name);
-            surface_.ForeColor = series.colour;
+            surface_.ForeColor = series.colour.on(surface_.paper());
             PrintAt(surface_, mark.name, name.left, name.top, 0);
             surface_.ForeColor = surface_.ink();
         }
@@ -219,7 +318,7 @@ void DrawAxis(DrawingSurface& surface, const Axis& axis, AxisSide side, const Pl
     const double out = right ? tick : -tick;
     surface.Line(x, 0, x, 1);
     const Colour before = surface.ForeColor;
-    surface.ForeColor = axis.colour.value_or(before);
+    surface.ForeColor = axis.colour ? axis.colour->on(surface.paper()) : before;
     forTicks(axis, [&](double at, double value) {
         surface.Line(x, at, x + out, at, before);
         const std::string text = tickLabel(axis, value, regional);
@@ -261,8 +360,14 @@ std::string inWords(const Chart& chart, const Regional& regional) {
     return text;
 }
 
-void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional) {
-    if (!chart.empty()) Drawer(surface, chart, regional).draw();
+void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional,
+               const std::string& whenEmpty) {
+    if (!chart.empty()) return Drawer(surface, chart, regional).draw();
+    surface.Scale(0, 1, 1, 0);
+    surface.Font = {};
+    surface.ForeColor = plotColours::second.on(surface.paper());
+    PrintCentredAt(surface, whenEmpty, 0.5, 0.5, -0.5);
+    surface.ForeColor = surface.ink();
 }
 
 } // namespace metrisk

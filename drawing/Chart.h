@@ -3,6 +3,7 @@
 
 #include "base/Regional.h"
 #include "drawing/DrawingSurface.h"
+#include "drawing/PaperColours.h"
 #include "drawing/PlotFrame.h"
 
 #include <optional>
@@ -14,9 +15,9 @@ namespace metrisk {
 struct Axis {
     std::string title;
     double from = 0, to = 1;
-    double firstTick = 0, step = 1; // ticks stand at equal steps up to the end
-    int decimals = 0;               // of the labels at its ticks
-    std::optional<Colour> colour{}; // of its texts, if not the surface's own
+    double firstTick = 0, step = 1;     // ticks stand at equal steps up to the end
+    int decimals = 0;                   // of the labels at its ticks
+    std::optional<PlotColour> colour{}; // of its texts, if not the surface's own
 };
 
 /// An axis in five parts, whose labels have at least so many decimals, and enough to tell a tick from the
@@ -46,10 +47,19 @@ struct ChartMark {
 
 struct Series {
     std::string name; // in the legend
-    Colour colour;
+    PlotColour colour;
     bool onRight = false; // belongs to the right axis
+    bool dashed = false;
+    std::string atEnd{}; // its name behind its last point
     std::vector<Point> points{};
     std::vector<ChartMark> marks{};
+};
+
+/// A value of the axis that stands out: a dotted line, what is told of it above, and dots on the curves.
+struct ChartLine {
+    double x = 0;
+    std::string told;
+    std::vector<double> heights{}; // one a series, on its axis
 };
 
 struct Chart {
@@ -58,6 +68,8 @@ struct Chart {
     std::optional<Axis> right{}; // none: all curves stand on the left axis
     std::vector<Series> series{};
     bool thick = false;
+    std::optional<ChartLine> present{};
+    std::optional<ChartMark> crossing{}; // of the first two series, on the left axis
 
     bool empty() const { return series.empty(); }
 };
@@ -65,7 +77,9 @@ struct Chart {
 /// What a chart shows, for those who do not see it.
 std::string inWords(const Chart& chart, const Regional& regional);
 
-/// Fills the surface: the axes span from (0, 0) to (1, 1) in its coordinates. An empty chart leaves it blank.
-void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional);
+/// Fills the surface: the axes span from (0, 0) to (1, 1) in its coordinates. An empty chart leaves it blank
+/// but for those words in its middle.
+void DrawChart(DrawingSurface& surface, const Chart& chart, const Regional& regional,
+               const std::string& whenEmpty = "");
 
 } // namespace metrisk

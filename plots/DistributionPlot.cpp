@@ -1,10 +1,14 @@
 #include "plots/DistributionPlot.h"
 
 #include "base/NumberFormat.h"
+#include "base/Picture.h"
+#include "drawing/Chart.h"
+#include "drawing/PaperColours.h"
 #include "drawing/PlotScale.h"
 #include "numerics/Distribution.h"
 #include "plots/PlotLabels.h"
 #include "record/ToleranceUnits.h"
+#include "risk/decision/ShownFigures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +17,11 @@ namespace metrisk {
 
 namespace {
 
-constexpr Colour darkRed{128, 0, 0};
-constexpr Colour curveColour{51, 56, 62};
-constexpr double tickShare = 0.03; // length of a tick, in shares of the axis it stands on
+constexpr double fillShare = 16.0 / 255; // of the curve's colour, under it
+constexpr double tintShare = 0.35;       // of a hatching's colour, between its lines
+constexpr double hatchStep = 5;          // device units
+constexpr double tickFont = 7;           // points, of round figures on the axis
+constexpr double tickShare = 0.03;       // length of a tick, in shares of the axis it stands on
 
 struct TickRule {
     const char* picture;
@@ -50,6 +56,8 @@ class Drawer {
 
     std::optional<std::string> draw() {
         frame();
+        fill();
+        grid();
         verticalTicks();
         writeLabels();
         centre();
@@ -65,6 +73,8 @@ class Drawer {
         scaleNote();
         if (!statistics()) return plot_.distribution;
         curve();
+        roundTicks();
+        key();
         return {};
     }
 
@@ -140,9 +150,9 @@ class Drawer {
     }
 
     void frame() {
-        surface_.BackColor = white;
+        surface_.BackColor = surface_.paper();
         surface_.Cls();
-        surface_.ForeColor = black;
+        surface_.ForeColor = surface_.ink();
         surface_.DrawWidth = 1;
         surface_.Line(0, 0, 1, 0);
         surface_.Line(0, 0, 0, max_);
@@ -163,6 +173,159 @@ class Drawer {
             printCentred(plot_.title.substr(0, versus), 0.5, max_, -lines);
             printCentred(plot_.title.substr(versus + 1), 0.5, max_, 1 - lines);
         }
+    }
+
+    Colour limitColour() const { return plotColours::limit.on(surface_.paper()); }
+    Colour tint(PlotColour colour, double share) const {
+        return between(surface_.paper(), colour.on(surface_.paper()), share);
+    }
+
+    /// What is drawn in columns, at one place of the axis.
+    struct Column {
+        double height;
+        double accepted; // probability; below 0 where none is known
+    };
+    /// Calls draw(x, width, column, index) for a column a device unit.
+    template <class Draw>
+    void forColumns(Draw draw) const {
+        const std::vector<PlotPoint>& line = plot_.line.empty() ? plot_.points : plot_.line;
+        if (line.size() < 2) return;
+        std::size_t next = 1;
+        int index = 0;
+        for (double x = 0; x < 1; x += pixelX(), ++index) {
+            const double middle = x + pixelX() / 2;
+            while (next + 1 < line.size() && static_cast<double>(line[next].x) < middle) ++next;
+            const double from = static_cast<double>(line[next - 1].x), to = static_cast<double>(line[next].x);
+            const double part = to > from ? std::clamp((middle - from) / (to - from), 0.0, 1.0) : 1;
+            const auto mixed = [part](double a, double b) { return a + (b - a) * part; };
+            const double accepted = isShaded() ? mixed(plot_.falseDecisions->accepted[next - 1],
+                                                       plot_.falseDecisions->accepted[next])
+                                               : -1;
+            draw(middle, std::min(pixelX(), 1 - x),
+                 Column{mixed(height(line[next - 1]), height(line[next])), accepted}, index);
+        }
+    }
+
+    bool isShaded() const { return plot_.falseDecisions && !isSmall(); }
+    bool isInTolerance(double x) const {
+        return (!plot_.lowerExists || x >= static_cast<double>(plot_.positions.lower)) &&
+               (!plot_.upperExists || x <= static_cast<double>(plot_.positions.upper));
+    }
+
+    /// Faint under the curve; what is falsely accepted out of tolerance, and falsely rejected in it, stands
+    /// out. The hatching is one of the whole picture and made of its own lines: a clipped pattern is drawn
+    /// over the whole page by some readers of files.
+    void fill() {
+        const Colour faint = tint(plotColours::curve, fillShare);
+        const Colour accept = plotColours::falseAccept.on(surface_.paper());
+        forColumns([&](double middle, double width, const Column& column, int index) {
+            const double left = middle - pixelX() / 2;
+            if (column.height < pixelY()) return;
+            surface_.Box(left, 0, left + width, column.height, faint);
+            const double accepted = column.height * column.accepted;
+            if (column.accepted < 0) return;
+            if (isInTolerance(middle))
+                hatch(left, width, accepted, column.height, index);
+            else if (accepted > pixelY() / 2)
+                surface_.Box(left, 0, left + width, accepted, accept);
+        });
+    }
+
+    void hatch(double left, double width, double from, double to, int index) {
+        if (to - from < pixelY() / 2) return;
+        surface_.Box(left, from, left + width, to, tint(plotColours::falseReject, tintShare));
+        const double step = hatchStep * pixelY();
+        const double phase = std::fmod(static_cast<double>(index), hatchStep) * pixelY();
+        const Colour line = plotColours::falseReject.on(surface_.paper());
+        for (double y = std::ceil((from - phase) / step) * step + phase; y + pixelY() <= to; y += step)
+            surface_.Box(left, y, left + width, y + pixelY(), line);
+    }
+
+    void grid() {
+        const Colour faint = plotColours::grid.on(surface_.paper());
+        for (int i = 1; i <= ticks_.divisions; ++i) {
+            const double y = max_ * i / ticks_.divisions;
+            surface_.Line(0, y, 1, y, faint);
+        }
+    }
+
+    /// Round figures where they touch no other text and are not near an end, which has its own.
+    void roundTicks() {
+        constexpr double atEnds = 0.03, length = 0.012;
+        if (isSmall()) return;
+        const double from = asShown(plot_.leftValue), to = asShown(plot_.rightValue);
+        if (!(to > from)) return;
+        const Axis axis = roundAxisOver("", from, to);
+        const std::string picture = PictureForDecimals(axis.decimals);
+        surface_.Font = {.Size = tickFont};
+        surface_.ForeColor = plotColours::second.on(surface_.paper());
+        for (int i = 0; axis.firstTick + i * axis.step < to; ++i) {
+            const double value = axis.firstTick + i * axis.step;
+            const double x = (value - from) / (to - from);
+            if (x < atEnds || x > 1 - atEnds) continue;
+            surface_.Line(x, 0, x, -length * max_);
+            const std::string text = FormatNumber(value, picture, regional_);
+            if (const Place place = placeOf(text, x, -length * max_, 0); isInside(place) && isFree(place))
+                print(text, place);
+        }
+        surface_.ForeColor = surface_.ink();
+        surface_.Font = {.Size = 8, .Bold = true};
+    }
+
+    double highest(double from, double to) const {
+        double greatest = 0;
+        for (const PlotPoint& point : plot_.line)
+            if (static_cast<double>(point.x) >= from && static_cast<double>(point.x) <= to)
+                greatest = std::max(greatest, height(point));
+        return greatest;
+    }
+
+    /// What the shading means, in the first corner that is free.
+    void key() {
+        if (!isShaded()) return;
+        const FalseDecisions& f = *plot_.falseDecisions;
+        const auto share = [](double fraction) { return shownPercent({fraction, 1 - fraction}); };
+        const std::string texts[] = {"falsely accepted " + share(f.falselyAccepted),
+                                     "falsely rejected " + share(f.falselyRejected), "of all units tested"};
+        surface_.Font = {.Size = 8};
+        const double line = -1.3 * surface_.TextHeight();
+        const double sample = 14 * pixelX(), gap = 6 * pixelX();
+        double width = 0;
+        for (const std::string& text : texts) width = std::max(width, surface_.TextWidth(text));
+        width += sample + gap;
+        const double below = 4.5 * surface_.TextHeight();
+        for (const auto& [left, top] : {std::pair{1 - width - gap, max_ - 0.2 * line},
+                                        {gap, max_ - 0.2 * line},
+                                        {-left_ + gap, below},
+                                        {scale_.xRight - gap - width, below}}) {
+            const Place room{left, left + width, top - 3.2 * line, top};
+            const bool onCurve =
+                top > 0 && (highest(room.left, room.right) > room.bottom || crossesLimit(room));
+            if (onCurve || !isInside(room) || !isFree(room)) continue;
+            for (int i = 0; i < 3; ++i) {
+                const double row = room.top - i * line;
+                if (i == 0)
+                    surface_.Box(left, row - 0.7 * line, left + sample, row - 0.1 * line,
+                                 plotColours::falseAccept.on(surface_.paper()));
+                if (i == 1)
+                    for (int column = 0; column < 14; ++column)
+                        hatch(left + column * pixelX(), pixelX(), row - 0.7 * line, row - 0.1 * line, column);
+                if (i == 2) surface_.ForeColor = plotColours::second.on(surface_.paper());
+                PrintAt(surface_, texts[i], left + sample + gap, row, 0);
+            }
+            taken_.push_back(room);
+            break;
+        }
+        surface_.ForeColor = surface_.ink();
+        surface_.Font = {.Size = 8, .Bold = true};
+    }
+    bool crossesLimit(const Place& room) const {
+        for (const auto& [there, at] : {std::pair{plot_.lowerExists, plot_.positions.lower},
+                                        {plot_.upperExists, plot_.positions.upper},
+                                        {true, plot_.positions.central}})
+            if (there && static_cast<double>(at) > room.left && static_cast<double>(at) < room.right)
+                return true;
+        return false;
     }
 
     void verticalTicks() {
@@ -222,7 +385,7 @@ class Drawer {
         if (!(x3 > 0 && x3 < 1)) return;
         const double dash = 8 * pixelY();
         for (double y = 0; y < max_; y += 2 * dash)
-            surface_.Line(x3, y, x3, std::min(y + dash, max_), darkRed);
+            surface_.Line(x3, y, x3, std::min(y + dash, max_), limitColour());
         printCentred(plot_.caption, x3, 0, 1.5);
         if (isError()) printCentred(plot_.secondCaption, x3, 0, 2.5);
         printCentred(central_, x3, max_, -1);
@@ -250,7 +413,7 @@ class Drawer {
     template <class Clear>
     void limit(const char* side, double at, const std::string& value, Clear clear) {
         if (!(at >= 0 && at <= 1)) return;
-        surface_.Line(at, 0, at, max_, darkRed);
+        surface_.Line(at, 0, at, max_, limitColour());
         if (!clear(at, WidestLabel(surface_, side, "Limit", value))) return;
         const char* word = plot_.showOffsets ? "Limit" : plot_.byUncertainty ? "Bound" : "Tolerance";
         const auto place = [&](const std::string& text, double y, double lines) {
@@ -331,7 +494,7 @@ class Drawer {
     }
 
     void curve() {
-        surface_.ForeColor = curveColour;
+        surface_.ForeColor = plotColours::curve.on(surface_.paper());
         surface_.DrawWidth = 2;
         const std::vector<PlotPoint>& line = plot_.line.empty() ? plot_.points : plot_.line;
         const PlotPoint* last = nullptr;
@@ -340,6 +503,7 @@ class Drawer {
             last = &point;
         }
         surface_.DrawWidth = 1;
+        surface_.ForeColor = surface_.ink();
     }
     double height(const PlotPoint& point) const { return point.density / scale_.verticalScale; }
 
@@ -359,7 +523,7 @@ class Drawer {
 std::optional<std::string> DrawDistributionPlot(DrawingSurface& surface, const DistributionPlot& plot,
                                                 const Regional& regional) {
     if (plot.holdsData()) return Drawer(surface, plot, regional).draw();
-    surface.BackColor = white;
+    surface.BackColor = surface.paper();
     surface.Cls();
     return {};
 }

@@ -26,6 +26,12 @@ struct PlotPositions {
     float central = 0, lower = 0, upper = 0;
 };
 
+/// The parts of a subject plot that a test decides falsely.
+struct FalseDecisions {
+    std::vector<double> accepted;                    // probability at each point of the line, fractions
+    double falselyAccepted = 0, falselyRejected = 0; // of all units tested, fractions
+};
+
 /// What there is to draw. Values are in nominal units; those of the total error are deviations, and their
 /// texts are in tolerance units.
 struct DistributionPlot {
@@ -50,6 +56,8 @@ struct DistributionPlot {
     std::string physicalPicture = "General Number";
     double degFreedom = 0;
     bool biasIncluded = false; // total error: with the measuring bias in it
+
+    std::optional<FalseDecisions> falseDecisions{};
 
     bool holdsData() const { return peak > 0; }
 };

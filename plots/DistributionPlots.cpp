@@ -7,6 +7,7 @@
 #include "numerics/Distribution.h"
 #include "numerics/SpecialFunctions.h"
 #include "numerics/SubjectDensity.h"
+#include "plots/FalseDecisions.h"
 #include "record/ToleranceUnits.h"
 #include "risk/FittedSubject.h"
 #include "uncertainty/BiasAnalysis.h"
@@ -177,6 +178,7 @@ DistributionPlot subjectPlot(const Analysis& r, const Regional& regional) {
     plot.rightValue = bounds.upper;
     if (bounds.upper > bounds.lower)
         setCurve(plot, [&](double x) { return SubjectDensity(subject, x, 0, 1); });
+    addFalseDecisions(plot, r);
     return plot;
 }
 

@@ -12,9 +12,7 @@ namespace metrisk {
 
 namespace {
 
-constexpr Colour blue{40, 110, 200};
-constexpr Colour orange{210, 95, 20};
-
+constexpr int presentDecimals = 2;
 constexpr double ppmBelow = 0.1; // percent
 constexpr double ppmFactor = 10000;
 constexpr const char* uncertaintyPicture = "#,##0.0000";
@@ -35,12 +33,12 @@ struct Unit {
 
 struct Curve {
     const char* legend;
-    Colour colour;
+    PlotColour colour;
     double RiskPoint::*risk;
     bool RiskPoint::*parts;
     double least = 0, greatest = 0; // percent
 
-    Curve(const char* itsLegend, Colour itsColour, double RiskPoint::*itsRisk, bool RiskPoint::*itsParts,
+    Curve(const char* itsLegend, PlotColour itsColour, double RiskPoint::*itsRisk, bool RiskPoint::*itsParts,
           std::span<const RiskPoint> points)
         : legend(itsLegend), colour(itsColour), risk(itsRisk), parts(itsParts) {
         const auto [low, high] =
@@ -91,6 +89,24 @@ void markExtremes(Series& series, const Curve& curve, int xDecimals, const Regio
     };
     mark(*low, "Least ", curve.least, false);
     mark(*high, "Greatest ", curve.greatest, true);
+}
+
+std::string figureOf(double shown, Unit unit, const Regional& regional) {
+    return FormatNumber(shown, WidenPicture(shown, unit.factor == 1 ? "#,##0.00" : "#,##0.0"), regional) +
+           " " + unit.name;
+}
+
+/// The first place at which both risks are the same, on the straight line between two points.
+std::optional<RiskPoint> crossingOf(std::span<const RiskPoint> points) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const RiskPoint &a = points[i - 1], &b = points[i];
+        const double before = a.falseAccept - a.falseReject, after = b.falseAccept - b.falseReject;
+        if (before == 0 || (before < 0) == (after < 0)) continue;
+        const double part = before / (before - after);
+        const double risk = a.falseAccept + (b.falseAccept - a.falseAccept) * part;
+        return RiskPoint{a.x + (b.x - a.x) * part, risk, risk};
+    }
+    return {};
 }
 
 std::string titleOf(ShownRisks shown) {
@@ -169,9 +185,11 @@ Chart riskChart(std::span<const RiskPoint> points, const SweepWords& words, cons
     chart.thick = options.thick;
     std::vector<Curve> curves;
     if (options.shown != ShownRisks::FalseReject)
-        curves.emplace_back("FA", blue, &RiskPoint::falseAccept, &RiskPoint::acceptParts, points);
+        curves.emplace_back("FA", plotColours::falseAccept, &RiskPoint::falseAccept, &RiskPoint::acceptParts,
+                            points);
     if (options.shown != ShownRisks::FalseAccept)
-        curves.emplace_back("FR", orange, &RiskPoint::falseReject, &RiskPoint::rejectParts, points);
+        curves.emplace_back("FR", plotColours::falseReject, &RiskPoint::falseReject, &RiskPoint::rejectParts,
+                            points);
     const Curve& first = curves.front();
     const Curve& last = curves.back();
     const bool twoAxes = !(unitFor(first.greatest) == unitFor(last.greatest));
@@ -187,9 +205,34 @@ Chart riskChart(std::span<const RiskPoint> points, const SweepWords& words, cons
     for (const Curve& curve : curves) {
         const bool onRight = twoAxes && &curve == &last;
         chart.series.push_back(seriesOf(curve, points, unitFor(curve.greatest), onRight));
+        chart.series.back().dashed = curve.risk == &RiskPoint::falseReject;
+        if (!twoAxes) chart.series.back().atEnd = curve.legend;
         markParted(chart.series.back(), curve, points);
         if (options.extremes) markExtremes(chart.series.back(), curve, chart.x.decimals, regional);
     }
+    const Unit unit = unitFor(std::max(first.greatest, last.greatest));
+    const auto figure = [&](double risk) { return figureOf(risk * unit.factor, unit, regional); };
+    if (options.present) {
+        ChartLine line;
+        line.x = options.present->x;
+        line.told = "present " + FormatNumber(line.x, PictureForDecimals(presentDecimals), regional) + ": ";
+        for (const Curve& curve : curves) {
+            const double risk = (*options.present).*curve.risk;
+            line.heights.push_back(risk * unitFor(curve.greatest).factor);
+            line.told +=
+                std::string(" ") + curve.legend + " " +
+                (twoAxes ? figureOf(risk * unitFor(curve.greatest).factor, unitFor(curve.greatest), regional)
+                         : figure(risk)) +
+                (&curve == &last ? "" : ", ");
+        }
+        chart.present = std::move(line);
+    }
+    if (curves.size() == 2 && !twoAxes)
+        if (const auto at = crossingOf(points))
+            chart.crossing = ChartMark{
+                {at->x, at->falseAccept * unit.factor},
+                "equal at " + FormatNumber(at->x, PictureForDecimals(chart.x.decimals + 2), regional) + ": " +
+                    figure(at->falseAccept)};
     return chart;
 }
 

@@ -6,6 +6,7 @@
 #include "record/Analysis.h"
 #include "risk/sweeps/RiskSweep.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -40,7 +41,8 @@ struct RiskChartOptions {
     bool thick = false;
     bool extremes = false; // marked and named on each curve
     int falseAcceptOption = 0;
-    int xDecimals = 0; // at least
+    int xDecimals = 0;                  // at least
+    std::optional<RiskPoint> present{}; // of the analysis as it is, where it stands on the axis
 };
 
 /// Empty with fewer than two points. Small risks are drawn in ppm; two of different units have an axis each.

@@ -20,7 +20,6 @@ using namespace reliability;
 constexpr double fall = 50; // R at the estimate is this part of R(0)
 constexpr double roomBehind = 1.2;
 constexpr double manyIntervals = 10;
-constexpr double mostIntervals = 100;
 constexpr double warrantyLimit = 250;
 
 constexpr Colour yellow{255, 255, 0};
@@ -87,9 +86,30 @@ void ticks(DrawingSurface& surface, double limit, const PlotScale& scale) {
     each(shares, [&](double share) {
         surface.Line(0, share, -length, share);
         if (share > wordsAt * top - 2 * line && share < wordsAt * top + line) return;
-        const std::string text = FormatNumber(share, PictureForDecimals(shares.decimals), {});
+        const std::string text = FormatNumber(100 * share * scale.verticalScale,
+                                              PictureForDecimals(std::max(0, shares.decimals - 2)), {}) +
+                                 " %";
         PrintAt(surface, text, -2 * length - surface.TextWidth(text), share, -0.5);
     });
+}
+
+/// What the line stands for, and R where it crosses the curve.
+void markTime(DrawingSurface& surface, const ReliabilityCurve& curve, const PlotScale& scale) {
+    const double top = scale.plotMax;
+    const double x = curve.time / curve.limit;
+    const double y = curve.atTime / scale.verticalScale;
+    surface.ForeColor = yellow;
+    const std::string named = "interval " + GeneralText(curve.time, {}, 6);
+    const double half = surface.TextWidth(named) / 2;
+    PrintCentredAt(surface, named, std::clamp(x, half, 1 - half), top, -1.1);
+    constexpr double dot = 8; // device units
+    surface.DrawWidth = dot;
+    surface.Line(x, y, x + 0.1 / std::max(1.0, surface.deviceLengthX(1)), y, yellow); // its round ends
+    surface.DrawWidth = 1;
+    const std::string told = "R = " + FormatNumber(100 * curve.atTime, "0.00", {}) + " %";
+    const double width = surface.TextWidth(told);
+    const double beside = dot / std::max(1.0, surface.deviceLengthX(1));
+    PrintAt(surface, told, x + beside + width <= 1 ? x + beside : x - beside - width, y, -1.3);
 }
 
 } // namespace
@@ -104,11 +124,12 @@ double PlotTimeLimit(int model, const Coefficients& theta, double interval, doub
     } catch (const RuntimeFault&) {
         limit = 0;
     }
-    return limit > interval ? std::min(limit, mostIntervals * interval) : roomBehind * interval;
+    return limit > interval ? std::min(limit, manyIntervals * interval) : roomBehind * interval;
 }
 
 ReliabilityCurve::ReliabilityCurve(int itsModel, const Coefficients& theta, double itsLimit, double itsTime)
     : model(itsModel), limit(itsLimit), time(itsTime) {
+    atTime = reliabilityAt(model, theta, time);
     for (int i = 0; i <= segments; ++i)
         at[static_cast<std::size_t>(i)] = reliabilityAt(model, theta, limit * i / segments);
 }
@@ -118,7 +139,13 @@ void DrawReliabilityPlot(DrawingSurface& surface, const ReliabilityCurve& curve)
     surface.Cls();
     const ReliabilityModel* model = reliabilityModel(curve.model);
     const double start = curve.at.front();
-    if (!model || !(start > 0) || !(curve.limit > 0)) return;
+    if (!model || !(start > 0) || !(curve.limit > 0)) {
+        surface.Scale(0, 1, 1, 0);
+        surface.ForeColor = lightGrey;
+        surface.Font.Bold = false;
+        PrintCentredAt(surface, "Choose a model and enter an interval", 0.5, 0.5, -0.5);
+        return;
+    }
     const PlotScale scale = SetPlotScale(surface, PlotRole::Reliability, start);
     const double top = scale.plotMax;
     surface.Scale(scale.xLeft, 1.35 * top, scale.xRight, -0.2 * top);
@@ -148,6 +175,12 @@ void DrawReliabilityPlot(DrawingSurface& surface, const ReliabilityCurve& curve)
     surface.Line(0, 0, 0, top);
     surface.DrawWidth = 1;
     ticks(surface, curve.limit, scale);
+    if (mark >= 0 && mark <= 1) markTime(surface, curve, scale);
+    if (!curve.units.empty()) {
+        surface.ForeColor = white;
+        PrintAt(surface, curve.units, 1 - surface.TextWidth(curve.units), -0.05 * top, 1);
+        surface.ForeColor = cyan;
+    }
 }
 
 } // namespace metrisk

@@ -31,8 +31,12 @@ SUPlot::SUPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::SU, "SUPlot"
                    optionItem("Cmd_ShowOffsets", "Show Tolerance &Limits", [show] { show(true); }),
                    optionItem("mnu_SUPlotTolOption_0", "Use &Subject Parameter Tolerances",
                               [limitsOf] { limitsOf(false); }),
-                   optionItem("mnu_SUPlotTolOption_1", "Use &MTE Tolerances",
-                              [limitsOf] { limitsOf(true); })}},
+                   optionItem("mnu_SUPlotTolOption_1", "Use &MTE Tolerances", [limitsOf] { limitsOf(true); }),
+                   optionItem("mnu_FalseDecisions", "Show &False Decisions",
+                              [this] {
+                                  shaded_ = !shaded_;
+                                  redraw();
+                              })}},
         zoomMenu(),
         redrawItem("mnu_Refresh"),
         copyItem(),
@@ -47,7 +51,9 @@ void SUPlot::fit() {
 }
 
 DistributionPlot SUPlot::compute() {
-    return subjectPlot(session().record, session().regional);
+    DistributionPlot plot = subjectPlot(session().record, session().regional);
+    if (!shaded_) plot.falseDecisions.reset();
+    return plot;
 }
 
 double& SUPlot::zoom() {
@@ -68,6 +74,7 @@ void SUPlot::showCommands() {
     check("Cmd_ShowOffsets", r.SUPlot_ShowTolerances);
     check("mnu_SUPlotTolOption_0", !r.SUPlot_UseMTETols);
     check("mnu_SUPlotTolOption_1", r.SUPlot_UseMTETols);
+    check("mnu_FalseDecisions", shaded_ && plot().falseDecisions);
 }
 
 MTEPlot::MTEPlot(PlotDesk& plotDesk) : PlotScreen(plotDesk, PlotKind::MTE, "MTEPlot") {

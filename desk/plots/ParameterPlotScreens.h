@@ -15,6 +15,9 @@ class SUPlot final : public PlotScreen {
     double& zoom() override;
     void afterFailedDrawing() override;
     void showCommands() override;
+
+  private:
+    bool shaded_ = true;
 };
 
 class MTEPlot final : public PlotScreen {

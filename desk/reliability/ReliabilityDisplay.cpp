@@ -96,6 +96,7 @@ void ReliabilityScreen::redraw() {
     if (plotted()) {
         try {
             curve = ReliabilityCurve(slot().model()->number, plotTheta_, plotLimit_, plotTime_);
+            curve.units = record().Rel_IntervalUnits[slotNumber()];
         } catch (const RuntimeFault& fault) {
             tellFault(session_.ui, fault);
         }

@@ -5,6 +5,7 @@
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
+#include "record/ToleranceUnits.h"
 
 #include <algorithm>
 
@@ -135,14 +136,68 @@ void GuardPlot::bindMenus() {
 void GuardPlot::openStored() {
     const Analysis& r = session_.record;
     count_.set(std::to_string(firstPoints));
-    if (r.GuardPlotMode != drawnWords().mode || r.PlotPointCount == 0) return;
+    if (r.GuardPlotMode != drawnWords().mode || r.PlotPointCount == 0) return propose();
     from_.set(r.PlotLowerText);
     to_.set(r.PlotUpperText);
     count_.set(std::to_string(r.PlotPointCount));
-    if (r.PlotInputs != inputs()) return;
+    proposed_.clear();
+    if (r.PlotInputs != inputs()) return drawQuietly();
     current_ = true;
     drawn_ = {valueOf(from_), valueOf(to_), static_cast<std::size_t>(r.PlotPointCount)};
     draw();
+}
+
+/// Something to look at and to begin with: a range with round steps.
+void GuardPlot::propose() {
+    struct Proposal {
+        const char *from, *to;
+    };
+    const Analysis& r = session_.record;
+    const bool oneSided = !r.OptTwoSided && !r.PhysLimitRequired;
+    const Proposal range = swept_ == Swept::Multiplier      ? Proposal{"0.75", "1.25"}
+                           : swept_ == Swept::KFactor       ? Proposal{"0", "1"}
+                           : swept_ == Swept::BaselineRatio ? Proposal{"1", "6"}
+                           : oneSided                       ? Proposal{"55", "95"}
+                                                            : Proposal{"45", "95"};
+    from_.set(FormatNumber(ParseValue(range.from, {}), "General Number", session_.regional));
+    to_.set(FormatNumber(ParseValue(range.to, {}), "General Number", session_.regional));
+    drawQuietly();
+}
+
+/// The points that have risks, of a plot that nobody has asked for: nothing is told and nothing stored.
+void GuardPlot::drawQuietly() {
+    proposed_.clear();
+    const SweepRange points{valueOf(from_), valueOf(to_),
+                            static_cast<std::size_t>(std::max(2.0, valueOf(count_)))};
+    for (const auto& point : RiskSweep(session_.record, session_.regional, swept_, options()).over(points))
+        if (point) proposed_.push_back(pointOf(*point));
+    draw();
+}
+
+/// Of the analysis, what the axis holds.
+std::optional<double> GuardPlot::presentValue() const {
+    const Analysis& r = session_.record;
+    switch (swept_) {
+    case Swept::Multiplier:
+        return r.OptTwoSided && r.GB_UpperMult != r.GB_LowerMult ? std::optional<double>{}
+               : r.OptSingleLower                                ? r.GB_LowerMult
+                                                                 : r.GB_UpperMult;
+    case Swept::KFactor: return r.OptSingleLower ? r.GB_LowerK : r.GB_UpperK;
+    case Swept::SubjectPct: return r.SU_PctInTol;
+    case Swept::MeasuringPct: return r.MTE_PctInTol;
+    case Swept::BaselineRatio:
+        return r.Base_AccRatDen > 0 ? r.Base_AccRatNum / r.Base_AccRatDen : r.Base_AccRatNum;
+    }
+    return {};
+}
+
+std::optional<RiskPoint> GuardPlot::present() const {
+    const auto value = presentValue();
+    if (!value) return {};
+    const auto point = RiskSweep(session_.record, session_.regional, swept_, options()).at(*value);
+    if (!point) return {};
+    const double x = drawnSigma_ ? subjectUnits(session_.record).shown(point->subjectSigma) : point->x;
+    return RiskPoint{x, point->risks.falseAccept * 100, point->risks.falseReject * 100};
 }
 
 void GuardPlot::refresh() {

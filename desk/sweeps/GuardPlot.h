@@ -90,17 +90,22 @@ class GuardPlot final : public Worksheet {
     bool computing_ = false;
     bool cancelled_ = false;
     bool closeAsked_ = false;
-    double done_ = 0;              // percent of the points
-    std::vector<RiskPoint> curve_; // the smooth one
-    SweepRange drawn_{0, 0, 0};    // of the plot, entered quantity; without points there is none
-    bool drawnSigma_ = false;      // the plot has uncertainties on its axis
-    std::size_t pixels_ = 800;     // across the chart's axes
+    double done_ = 0;                 // percent of the points
+    std::vector<RiskPoint> curve_;    // the smooth one
+    std::vector<RiskPoint> proposed_; // over the range that the screen opens with where no plot is stored
+    SweepRange drawn_{0, 0, 0};       // of the plot, entered quantity; without points there is none
+    bool drawnSigma_ = false;         // the plot has uncertainties on its axis
+    std::size_t pixels_ = 800;        // across the chart's axes
     Background background_;
 
     void bindRange();
     void bindOptions();
     void bindMenus();
     void openStored();
+    void propose();
+    void drawQuietly();
+    std::optional<double> presentValue() const;
+    std::optional<RiskPoint> present() const;
     bool ofPercent() const { return swept_ == Swept::SubjectPct || swept_ == Swept::MeasuringPct; }
     SweepWords drawnWords() const;
     SweepOptions options() const;

@@ -59,6 +59,7 @@ void GuardPlot::sweep(const SweepRange& range) {
     r.PlotUpperText.clear();
     background_.stop();
     curve_.clear();
+    proposed_.clear();
     computing_ = true;
     cancelled_ = closeAsked_ = current_ = false;
     done_ = 0;
@@ -199,19 +200,25 @@ void GuardPlot::draw() {
     if (!extremes && drawn_.points > 0) {
         points = storedPoints();
         markParted(points);
+    } else if (!extremes) {
+        points = proposed_;
     }
     const Regional& regional = session_.regional;
-    const int decimals =
-        std::max(CountDecimals(r.PlotLowerText, regional), CountDecimals(r.PlotUpperText, regional));
+    const bool stored = drawn_.points > 0;
+    const int decimals = std::max(CountDecimals(stored ? r.PlotLowerText : from_.kept, regional),
+                                  CountDecimals(stored ? r.PlotUpperText : to_.kept, regional));
     const Chart chart = riskChart(points, drawnWords(),
                                   {.shown = shown_,
                                    .thick = thick_,
                                    .extremes = extremes,
                                    .falseAcceptOption = r.FalseAcceptOption,
-                                   .xDecimals = drawnSigma_ ? 0 : decimals},
+                                   .xDecimals = drawnSigma_ ? 0 : decimals,
+                                   .present = present()},
                                   regional);
     Graph1.text = chart.empty() ? "No plot" : inWords(chart, regional);
-    Graph1.draw([chart, regional](DrawingSurface& surface) { DrawChart(surface, chart, regional); });
+    Graph1.draw([chart, regional](DrawingSurface& surface) {
+        DrawChart(surface, chart, regional, "Enter a range and press Plot Graph");
+    });
 }
 
 } // namespace metrisk

@@ -69,8 +69,10 @@ TEST(RiskChart, CurvesStandOnTheirAxes) {
         riskChart(points, wordsOf(Swept::Multiplier, false), {.shown = ShownRisks::Both, .thick = true}, {}));
     // Shares of the axes: (500 - 450)/540, (900 - 450)/540 on the left; (4 - 1.8)/2.6, (2 - 1.8)/2.6 on the
     // right.
-    EXPECT_NE(text.find("line 0 0.09259 1 0.8333 #286ec8 width 3"), text.npos) << text;
-    EXPECT_NE(text.find("line 0 0.8462 1 0.07692 #d25f14 width 3"), text.npos) << text;
+    EXPECT_NE(text.find("line 0 0.09259 1 0.8333 #1f66b8 width 3"), text.npos) << text;
+    EXPECT_NE(text.find("\nline 0 0.8462 "), text.npos) << text;
+    EXPECT_EQ(text.find("line 0 0.8462 1 0.07692"), text.npos) << "told apart by dashes as well";
+    EXPECT_NE(text.find(" 1 0.07692 #b24e00 width 3"), text.npos) << text;
     EXPECT_NE(text.find("\"FA\""), text.npos) << "a legend";
     Drawing nothing(0, 0);
     DrawChart(nothing, riskChart(points, wordsOf(Swept::Multiplier, false), {}, {}), {});
@@ -102,7 +104,8 @@ TEST(RiskChart, CopiedHeadingsByQuantity) {
 /// A name is on no curve and on no other name, also where a curve ends at a corner.
 TEST(Chart, NamesOfMarksKeepClearOfTheCurves) {
     Chart chart{.title = "t", .x = axisOver("x", 0, 1), .left = axisOver("y", 0, 1)};
-    Series falling{.name = "FA", .colour = black}, bent{.name = "FR", .colour = black};
+    constexpr PlotColour ink{black, white};
+    Series falling{.name = "FA", .colour = ink}, bent{.name = "FR", .colour = ink};
     for (int i = 0; i <= 20; ++i) {
         const double x = i / 20.0;
         falling.points.push_back({x, 1 - x});

@@ -1,4 +1,5 @@
 // What a plot draws: every line and label of golden recordings, and the curve against the fit.
+#include "desk/compute/ComputePipeline.h"
 #include "desk/compute/RunBiasAnalysis.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "drawing/Drawing.h"
@@ -31,14 +32,14 @@ struct Fitted : TestSession {
     }
 };
 
-/// The recording without the curve, which has a test of its own.
+/// The recording without the curve and what is under it, which have tests of their own.
 std::string labelsOf(const DistributionPlot& plot) {
     Drawing drawing(800, 600);
     EXPECT_FALSE(DrawDistributionPlot(drawing, plot, {}));
     std::istringstream all(drawing.text());
     std::string kept;
     for (std::string line; std::getline(all, line);)
-        if (line.find("#33383e") == std::string::npos) kept += line + "\n";
+        if (!line.starts_with("box") && line.find("#33383e") == std::string::npos) kept += line + "\n";
     return kept;
 }
 
@@ -142,6 +143,37 @@ TEST(DistributionPlot, TextsKeepToThePictureAndApart) {
                 EXPECT_EQ(told, width >= 400) << name;
                 EXPECT_TRUE(drawn.boxes().front().text.starts_with("Probability Density")) << name;
             }
+}
+
+/// The shaded areas are the shares that their key tells.
+TEST(DistributionPlots, ShadesWhatIsDecidedFalsely) {
+    for (const Kind kind : {Kind::TwoSided, Kind::SingleUpper}) {
+        Entry entry = twoSided(0.5, 0.5, 90);
+        entry.kind = kind;
+        Fitted fitted(entry);
+        EXPECT_FALSE(subjectPlot(fitted.record, {}).falseDecisions) << "no risks of these entries";
+        ComputeResults_Click(fitted.session);
+        const DistributionPlot plot = subjectPlot(fitted.record, {});
+        ASSERT_TRUE(plot.falseDecisions);
+        const FalseDecisions& f = *plot.falseDecisions;
+        double falselyAccepted = 0, falselyRejected = 0;
+        const double width = plot.rightValue - plot.leftValue;
+        for (std::size_t i = 1; i < plot.line.size(); ++i) {
+            const PlotPoint &a = plot.line[i - 1], &b = plot.line[i];
+            const double content = (a.density + b.density) / 2 * static_cast<double>(b.x - a.x) * width;
+            const double accepted = (f.accepted[i - 1] + f.accepted[i]) / 2;
+            const float x = (a.x + b.x) / 2;
+            const bool in = x <= plot.positions.upper && (!plot.lowerExists || x >= plot.positions.lower);
+            (in ? falselyRejected : falselyAccepted) += content * (in ? 1 - accepted : accepted);
+        }
+        EXPECT_NEAR(falselyAccepted / f.falselyAccepted, 1, 0.04) << "trapezoids between the plot's points";
+        EXPECT_NEAR(falselyRejected / f.falselyRejected, 1, 0.04);
+        TextBoxes drawn(640, 560);
+        DrawDistributionPlot(drawn, plot, {});
+        drawn.expectReadable("shaded");
+        EXPECT_TRUE(std::ranges::any_of(drawn.boxes(),
+                                        [](const auto& box) { return box.text == "of all units tested"; }));
+    }
 }
 
 /// A wall of a uniform distribution stands upright, and a peak that is seen from afar is round.

@@ -167,6 +167,7 @@ TEST(GuardPlot, KeysInTheBoxes) {
     Plotted t;
     GuardPlot s(t.session, Swept::Multiplier);
     auto& lower = control<TextBox>(s, "LowerLimitBox");
+    type(s, "UpperLimitBox", "");
     type(s, "LowerLimitBox", "0.5");
     s.pressReturn(lower);
     EXPECT_EQ(t.ui.focusMoves.back(), "GuardPlot.UpperLimitBox selected");
@@ -189,14 +190,34 @@ TEST(GuardPlot, ComesBackOnlyIfNothingHasChanged) {
         GuardPlot s(t.session, swept);
         EXPECT_EQ(commandsOn(s), plotted);
         EXPECT_EQ(textOf(s, "LowerLimitBox"), from);
-        EXPECT_EQ(textOf(s, "NumberPointsBox"), *from ? "5" : "11");
+        EXPECT_EQ(textOf(s, "NumberPointsBox"), std::string_view(from) == "80" ? "5" : "11");
     };
     opened(Swept::MeasuringPct, true, "80");
-    opened(Swept::SubjectPct, false, "");
+    opened(Swept::SubjectPct, false, "45");
     t.record.MTE_DegFreedom = 7;
     opened(Swept::MeasuringPct, false, "80");
     ClearWorksheets(t.session.record, t.session.settings);
-    opened(Swept::MeasuringPct, false, "");
+    opened(Swept::MeasuringPct, false, "45");
+}
+
+/// Whoever has not asked for a plot yet sees one with round ticks; the analysis stays as it is.
+TEST(GuardPlot, OpensDrawnOverAProposedRange) {
+    struct Row {
+        Swept swept;
+        const char *from, *ticks[2], *present;
+    };
+    for (const Row& row : {Row{Swept::Multiplier, "0.75", {"\"0.85\"", "\"1.15\""}, "present 1.00"},
+                           Row{Swept::SubjectPct, "45", {"\"55\"", "\"85\""}, "present 90.00"},
+                           Row{Swept::MeasuringPct, "45", {"\"55\"", "\"85\""}, "present 95.00"}}) {
+        Plotted t;
+        GuardPlot s(t.session, row.swept);
+        EXPECT_EQ(textOf(s, "LowerLimitBox"), row.from);
+        for (const std::string text : {row.ticks[0], row.ticks[1], row.present})
+            EXPECT_NE(drawn(s, "Graph1").find(text), std::string::npos) << text << drawn(s, "Graph1");
+        EXPECT_EQ(t.record.PlotPointCount, 0);
+        EXPECT_EQ(t.record.PlotLowerText + t.record.GuardPlotMode, "");
+        EXPECT_FALSE(commandsOn(s));
+    }
 }
 
 TEST(GuardPlot, DrawsEachRiskInItsUnit) {
@@ -235,7 +256,7 @@ TEST(GuardPlot, SmoothCurveHasAPointAPixel) {
     const auto lines = [&] {
         const std::string text = drawn(s, "Graph1");
         std::size_t count = 0;
-        for (std::size_t at = 0; (at = text.find("#286ec8", at)) != text.npos; ++at) ++count;
+        for (std::size_t at = 0; (at = text.find("#1f66b8", at)) != text.npos; ++at) ++count;
         return count;
     };
     EXPECT_GE(lines(), 799u);

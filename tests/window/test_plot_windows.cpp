@@ -85,13 +85,17 @@ class PlotWindowsTest final : public QObject {
             const auto typeInto = [&](const char* name, const char* text, Qt::Key last) {
                 auto* box = d.control<QLineEdit>(name, &plot);
                 box->setFocus();
+                if (*text) box->selectAll(); // over the proposed range
                 QTest::keyClicks(box, text);
                 QTest::keyClick(box, last);
             };
+            QVERIFY2(d.control("Graph1", &plot)->accessibleName().contains("from 45"), "drawn at once");
+            typeInto("UpperLimitBox", " ", Qt::Key_Backspace);
             typeInto("LowerLimitBox", "80", Qt::Key_Return);
             QTRY_COMPARE(plot.focusWidget()->objectName(), QString("UpperLimitBox"));
             typeInto("UpperLimitBox", "9", Qt::Key_Escape);
-            QVERIFY(d.text("UpperLimitBox", &plot).isEmpty() && plot.isVisible());
+            QCOMPARE(d.text("UpperLimitBox", &plot), QString("95")); // what was kept
+            QVERIFY(plot.isVisible());
             typeInto("UpperLimitBox", "95", Qt::Key_Return);
             QCOMPARE(d.record.PlotPointCount, 11);
             d.control<QAbstractButton>("chk_SmoothCurve", &plot)->click();

@@ -7,7 +7,7 @@ QWidget* layoutPlot(const WidgetMaker& w) {
     QWidget* picture = w("pic_Plot");
     picture->setMinimumSize(300, 200);
     QWidget* content = down({picture});
-    prefer(content, {480, 540}); // the lines of text below the axis
+    prefer(content, {640, 560}); // with the lines of text below the axis
     content->setProperty(edgelessProperty, true);
     return content;
 }
