@@ -59,6 +59,7 @@ inline constexpr TextSetting delimiter{section, "Delimiter", "Tab", 60};
 /// "Yes" or "No".
 namespace mainScreenSettings {
 inline constexpr TextSetting worstCase{"MainScreen", "WorstCase", "Yes", 5};
+inline constexpr TextSetting hideIdentification{"MainScreen", "HideIdentification", "No", 5};
 } // namespace mainScreenSettings
 
 /// The rule that readings are judged by, as the command line writes it.

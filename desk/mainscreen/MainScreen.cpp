@@ -10,6 +10,7 @@
 #include "desk/mainscreen/MainDisplay.h"
 #include "desk/mainscreen/TextFields.h"
 #include "desk/mainscreen/ToleranceOptions.h"
+#include "persistence/SettingKeys.h"
 #include "record/SubjectSide.h"
 #include "risk/Snapshot.h"
 
@@ -72,7 +73,13 @@ void MainScreen::bindNumbers() {
         };
 }
 
+void MainScreen::hideIdentification(bool hidden) {
+    pnl_IDData.visible = !hidden;
+    session_.settings.write(mainScreenSettings::hideIdentification, hidden ? "Yes" : "No");
+}
+
 void MainScreen::bindOptions() {
+    pnl_IDData.visible = session_.settings.read(mainScreenSettings::hideIdentification) != "Yes";
     Heading_0.tone = Label::Tone::Accent;
     for (TextBox* box : {&txt_GuardbandMultiplier_0, &txt_GuardbandMultiplier_1}) box->locked = true;
     const auto bindKind = [this](RadioButton& button, ToleranceKind kind) {

@@ -14,6 +14,7 @@ struct Session;
 
 class MainScreen final : public Worksheet {
   public:
+    Panel pnl_IDData{*this, "pnl_IDData"};
     PushButton cmdSU{*this, "cmdSU", "SUBJECT\nUNIT", "Go to the subject unit's identification"};
     TextBox SystemIDBox{*this, "SystemIDBox", "Manufacturer of the subject unit", Holds::Words};
     TextBox SUModelNumberBox{*this, "SUModelNumberBox", "Model number of the subject unit", Holds::Words};
@@ -154,6 +155,9 @@ class MainScreen final : public Worksheet {
     void openOffsets(const DeskParts& parts);
     /// The process uncertainty worksheet, with the parts' files and reports.
     void openUncertainty(DeskParts parts);
+
+    /// Leaves its room to what is computed; the choice is kept in the settings.
+    void hideIdentification(bool hidden);
 
     /// The record has been replaced: every next comparison of a box counts as a change.
     void forgetLastTexts();

@@ -69,6 +69,18 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
          .caption = "&Uncertainty",
          .run = [this] { screen_.openUncertainty(parts_); }},
         runMenu(session_),
+        {.control = "mnu_View",
+         .caption = "&View",
+         .items = {{.control = "mnu_HideIdentification",
+                    .caption = "Hide &Identification",
+                    .run =
+                        [this] {
+                            screen_.hideIdentification(screen_.pnl_IDData.visible);
+                            findItem(screen_.menus, "mnu_HideIdentification")->checked =
+                                !screen_.pnl_IDData.visible;
+                        },
+                    .toolTip = "Leave the room of manufacturers and models to what is computed",
+                    .checked = !screen_.pnl_IDData.visible}}},
         {.control = "mnu_Help", .caption = "&Help", .items = helpItems()},
     };
 }

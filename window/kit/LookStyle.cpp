@@ -19,6 +19,7 @@ namespace {
 constexpr const char* primaryProperty = "primary";
 constexpr int indicatorSize = 13;
 constexpr int toolIconSize = 20;
+constexpr int toolMargin = 6;
 constexpr int leastBoxHeight = 24;
 constexpr int leastButtonHeight = 26;
 constexpr int columnGap = 8;
@@ -270,6 +271,9 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& content,
                                   const QWidget* widget) const {
     QSize size = QProxyStyle::sizeFromContents(type, option, content, widget);
+    if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        tool && type == CT_ToolButton && tool->toolButtonStyle == Qt::ToolButtonIconOnly)
+        size = tool->iconSize + QSize(toolMargin, toolMargin);
     if (type == CT_ComboBox) size.setHeight(std::max(size.height(), leastBoxHeight));
     if (type == CT_PushButton) size.setHeight(std::max(size.height(), leastButtonHeight));
     return size;

@@ -4,6 +4,7 @@
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/SheetView.h"
+#include "window/kit/ToolIcon.h"
 #include "window/kit/Widgets.h"
 
 #include <QAbstractButton>
@@ -47,28 +48,32 @@ void ScreenBinder::buildMenus(QMenuBar& bar) {
 }
 
 void ScreenBinder::buildToolbar(QToolBar& bar, const std::vector<ToolButton>& buttons) {
-    const int size = bar.fontMetrics().lineSpacing() + 4;
+    const int size = std::max(20, bar.fontMetrics().lineSpacing() + 4);
     bar.setIconSize({size, size});
     const QMenuBar* menus = window_.findChild<QMenuBar*>();
     bool ended = false;
     for (const ToolButton& button : buttons) {
         QAction* command = action(button.command);
         auto* pressed = qobject_cast<QAbstractButton*>(widgets_.value(button.command));
-        ended = ended || button.separatorAfter;
-        if (!pressed && (!command || !command->isEnabled()))
-            continue; // its screen is not part of the program
+        if (!pressed && (!command || !command->isEnabled())) { // its screen is not part of the program
+            ended = ended || button.separatorAfter;
+            continue;
+        }
         if (ended && !bar.actions().isEmpty()) bar.addSeparator();
         ended = button.separatorAfter;
         // An icon is drawn when it is first seen.
-        QAction* made = bar.addAction(QIcon(QString(":/icons/%1.svg").arg(qt(button.image()))),
-                                      button.toolTip, this, [this, pressed, name = QString(button.command)] {
+        QAction* made = bar.addAction(toolIcon(qt(button.image())), button.toolTip, this,
+                                      [this, pressed, name = QString(button.command)] {
                                           if (pressed)
                                               pressed->click();
                                           else
                                               run(name);
                                           endHover();
                                       });
-        made->setToolTip(button.toolTip); // the dots, too
+        QString tip = button.toolTip; // the dots, too
+        if (command && !command->shortcut().isEmpty())
+            tip += " (" + command->shortcut().toString(QKeySequence::NativeText) + ")";
+        made->setToolTip(tip);
         made->setObjectName(bar.objectName() + "_" + button.key);
         if (command && menus && !menus->actions().contains(command)) command->setIcon(made->icon());
     }

@@ -60,13 +60,19 @@ MainWindow::MainWindow(Session& session, QtInteraction& ui)
     ui_.setMainScreen(binder_);
     ui_.onStatus = [this](const std::string& text) { statusBar()->showMessage(qt(text)); };
     looks_.ApplyColorScheme(session_.colorScheme);
-    binder_->focus("SystemIDBox", false);
+    focusFirst();
 }
 
 MainWindow::~MainWindow() {
     session_.desktop = nullptr;
     ui_.setMainScreen(nullptr);
     ui_.onStatus = nullptr;
+}
+
+/// Where an empty analysis begins; one with figures shows whose they are.
+void MainWindow::focusFirst() {
+    const bool empty = model_.ModeBox.text.empty() || !model_.pnl_IDData.visible;
+    binder_->focus(empty ? model_.ModeBox.name : model_.SystemIDBox.name, false);
 }
 
 void MainWindow::showStatus() {

@@ -58,6 +58,7 @@ class MainWindow final : public QMainWindow {
   private:
     void buildToolbar();
     void showStatus();
+    void focusFirst();
 
     Session& session_;
     QtInteraction& ui_;
