@@ -39,7 +39,7 @@ std::string columnsText() {
     for (const WantInfo& info : wantTable())
         for (const FigureColumn& column : info.columns)
             text += "  " + padded(info.name, 13) + padded(column.name, 24) +
-                    padded(column.length ? "length" : "", 8) + std::string(column.about) + "\n";
+                    padded(column.isLength() ? "length" : "", 8) + std::string(column.about) + "\n";
     text += "\nFurther fields, for set and new --set:\n";
     for (const NamedField* field : plainFields())
         text += "  " + padded(field->shape(), 32) + nameOf(field->kind) + "\n";
@@ -59,7 +59,7 @@ std::string columnsJson() {
         for (const FigureColumn& column : info.columns)
             lines += jsonLine({{"want", info.name},
                                {"name", column.name},
-                               {"length", column.length},
+                               {"length", column.isLength()},
                                {"about", column.about}});
     for (const NamedField* field : plainFields())
         lines +=

@@ -8,7 +8,7 @@
 #include "cli/OutputFile.h"
 #include "desk/shell/StartUp.h"
 #include "units/database/UnitsDatabase.h"
-#include "units/database/UnitsTable.h"
+#include "units/UnitsTable.h"
 
 #include <filesystem>
 

@@ -1,5 +1,5 @@
 // Any text as a table of units: refused in words, or read into what reads back as the same.
-#include "units/database/UnitsTable.h"
+#include "units/UnitsTable.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "persistence/BaselineDefaults.h"
 #include "persistence/SettingKeys.h"
+#include "persistence/SettingsFile.h"
 
 namespace metrisk {
 namespace {
@@ -74,6 +75,14 @@ void clearAnalysis(Analysis& record, const Settings& settings) {
     ClearWorksheets(record, settings);
     static_cast<Snapshot&>(record) = {};
     static_cast<SessionState&>(record) = newState(record);
+}
+
+Analysis newAnalysis() {
+    Analysis fresh;
+    const SettingsFile none(SettingsContent{});
+    clearAnalysis(fresh, none);
+    ClearWorksheets(fresh, none);
+    return fresh;
 }
 
 } // namespace metrisk

@@ -11,6 +11,9 @@ namespace metrisk {
 /// running program rather than to the analysis stay.
 void clearAnalysis(Analysis& record, const Settings& settings);
 
+/// A new one with the program's own defaults, whatever a user's settings are: the same on every machine.
+Analysis newAnalysis();
+
 /// The same for guardbands, process uncertainty and the worksheets, report fields and plot options;
 /// the two parameters, their results, the baseline and the snapshot stay.
 void ClearWorksheets(Analysis& record, const Settings& settings);

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 
+#include <cmath>
 #include <limits>
 
 namespace metrisk {
@@ -56,6 +57,24 @@ void NamedEntries::read(Entry entry, std::string_view cell, std::string_view col
         value.ownUnit = !read->unit.empty();
         value.unit = value.ownUnit ? read->unit : columnUnit;
     }
+    }
+    values_[static_cast<std::size_t>(entry)] = value;
+    named_ |= std::uint64_t{1} << static_cast<unsigned>(entry);
+}
+
+void NamedEntries::put(Entry entry, double number) {
+    if (std::isnan(number)) return;
+    const EntryInfo& info = infoOf(entry);
+    if (info.kind == EntryKind::Text || info.kind == EntryKind::Word)
+        throw RowFault{true, "column " + std::string(info.name) + ": a number, wanted a text"};
+    NamedEntry value{.number = number};
+    if (std::isinf(number)) {
+        if (entry == Entry::MteDof)
+            value.number = 0;
+        else if (info.kind == EntryKind::Limit)
+            value.number = infinite;
+        else
+            throw RowFault{true, "column " + std::string(info.name) + ": infinite"};
     }
     values_[static_cast<std::size_t>(entry)] = value;
     named_ |= std::uint64_t{1} << static_cast<unsigned>(entry);

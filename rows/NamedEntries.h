@@ -34,6 +34,8 @@ class NamedEntries {
     /// A cell with nothing but blanks names nothing. `columnUnit` is that of the column. Raises RowFault for
     /// a text that is not of the entry's kind.
     void read(Entry entry, std::string_view cell, std::string_view columnUnit = {}, NumberMarks marks = {});
+    /// The same of a number that needs no reading, in the unit of the nominal; NaN names nothing.
+    void put(Entry entry, double number);
 
   private:
     std::uint64_t named_ = 0;

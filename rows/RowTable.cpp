@@ -137,7 +137,7 @@ void RowTable::checkColumns() const {
 
 void RowTable::appendColumnName(std::string& out, const FigureColumn& column) const {
     std::string name = options_.prefix + std::string(column.name);
-    if (column.length && !lengthUnit_.empty()) name += "[" + lengthUnit_ + "]";
+    if (column.isLength() && !lengthUnit_.empty()) name += "[" + lengthUnit_ + "]";
     appendCell(out, name, form_.delimiter);
 }
 
@@ -195,7 +195,7 @@ const char* RowTable::compute(RowScratch& s) const {
             for (const WantInfo& info : wantTable())
                 if (options_.want.has(info.word))
                     for (const FigureColumn& column : info.columns) {
-                        if (column.length) s.figures.values[at].number *= scale;
+                        if (column.isLength()) s.figures.values[at].number *= scale;
                         ++at;
                     }
         }

@@ -79,8 +79,8 @@ class RowTable {
     /// A record with its line end, to a record of the output.
     void process(std::string_view record, RowScratch& scratch, std::string& out, RowCounts& counts) const;
 
-    /// The entries of a record that has as many cells as the header. Raises RowFault for a cell that is not of
-    /// its entry's kind.
+    /// The entries of a record that has as many cells as the header. Raises RowFault for a cell that is not
+    /// of its entry's kind.
     void readCells(const CsvRecord& record, NamedEntries& named) const;
 
     /// The status stands behind the columns of the input.

@@ -3,7 +3,7 @@
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
 #include "rows/ShippedUnits.h"
-#include "units/database/UnitsTable.h"
+#include "units/UnitsTable.h"
 
 #include <array>
 #include <atomic>

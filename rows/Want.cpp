@@ -8,77 +8,79 @@ namespace metrisk {
 
 namespace {
 
+using enum FigureKind;
+
 constexpr FigureColumn risks[] = {
-    {"FalseAccept", false, "false accept risk by the row's convention, a fraction"},
-    {"FalseAcceptConsumer", false, "false accept risk of the accepted items"},
-    {"FalseAcceptProducer", false, "false accept risk of all items"},
-    {"FalseReject", false, "false reject risk"}};
-constexpr FigureColumn tur[] = {{"TUR", false, "d/(1.959964 MTE_Sigma)"},
-                                {"AccuracyRatio", false, "d/MTE_Offset"},
-                                {"SigmaRatio", false, "SU_Sigma/MTE_Sigma"}};
-constexpr FigureColumn ratio[] = {{"EqAccRat", false, "accuracy ratio with the same risk in the baseline"},
-                                  {"EqAccRatAttained", false, "whether any ratio has that risk"}};
+    {"FalseAccept", Number, "false accept risk by the row's convention, a fraction"},
+    {"FalseAcceptConsumer", Number, "false accept risk of the accepted items"},
+    {"FalseAcceptProducer", Number, "false accept risk of all items"},
+    {"FalseReject", Number, "false reject risk"}};
+constexpr FigureColumn tur[] = {{"TUR", Number, "d/(1.959964 MTE_Sigma)"},
+                                {"AccuracyRatio", Number, "d/MTE_Offset"},
+                                {"SigmaRatio", Number, "SU_Sigma/MTE_Sigma"}};
+constexpr FigureColumn ratio[] = {{"EqAccRat", Number, "accuracy ratio with the same risk in the baseline"},
+                                  {"EqAccRatAttained", Flag, "whether any ratio has that risk"}};
 constexpr FigureColumn exact[] = {
-    {"ExactFalseAccept", false, "false accept risk by a second integration"},
-    {"ExactFalseAcceptBound", false, "how far it can be from the truth"},
-    {"ExactFalseReject", false, "false reject risk by a second integration"},
-    {"ExactFalseRejectBound", false, "how far it can be from the truth"},
-    {"AgreeingDigits", false, "significant digits in which both ways agree, of risks and baseline"}};
-constexpr FigureColumn baseline[] = {{"BaselineFalseAccept", false, "false accept risk of the baseline"},
-                                     {"BaselineFalseReject", false, "false reject risk of the baseline"}};
-constexpr FigureColumn fit[] = {{"SU_Distribution", false, "Normal, LogNormal, Exponential or Uniform"},
-                                {"SU_CaseCode", false, "1 to 9"},
-                                {"SU_Sigma", true, "standard deviation of the subject parameter"},
-                                {"FitPhysicalLimit", true, "physical limit of the fit"},
-                                {"MTE_Sigma", true, "standard uncertainty of the measurement"},
-                                {"MTE_kFactor", false, "coverage factor of the measuring parameter"}};
-constexpr FigureColumn entries[] = {{"SU_Mode", true, "nominal"},
-                                    {"OptTwoSided", false, "both limits"},
-                                    {"OptSingleUpper", false, "an upper limit alone"},
-                                    {"OptSingleLower", false, "a lower limit alone"},
-                                    {"SU_UpperOffset", true, "upper tolerance offset"},
-                                    {"SU_LowerOffset", true, "lower tolerance offset"},
-                                    {"SU_PctInTol", false, "% in-tolerance of the subject parameter"},
-                                    {"PhysLimitRequired", false, "whether there is a physical limit"},
-                                    {"PhysicalLimit", true, "physical limit"},
-                                    {"MTE_Offset", true, "tolerance or expanded uncertainty"},
-                                    {"MTE_PctInTol", false, "% in-tolerance or confidence"},
-                                    {"MTE_DegFreedom", false, "degrees of freedom, 0 for infinite"},
-                                    {"ProcessUncertainty", true, "standard uncertainty of the process"},
-                                    {"IncludeUncertainty", false, "whether that counts"},
-                                    {"IncludeGuardbands", false, "whether guardbands count"},
-                                    {"GB_UpperMult", false, "upper guardband multiplier"},
-                                    {"GB_LowerMult", false, "lower guardband multiplier"},
-                                    {"FalseAcceptOption", false, "0 consumer, 1 producer"}};
-constexpr FigureColumn guardband[] = {{"GB_Status", false, "solved or failed"},
-                                      {"GB_Upper", false, "upper multiplier"},
-                                      {"GB_Lower", false, "lower multiplier"},
-                                      {"GB_K_Upper", false, "upper k-factor"},
-                                      {"GB_K_Lower", false, "lower k-factor"},
-                                      {"AcceptUpper", true, "upper acceptance limit"},
-                                      {"AcceptLower", true, "lower acceptance limit"},
-                                      {"GB_FalseAccept", false, "false accept risk with them"},
-                                      {"GB_FalseReject", false, "false reject risk with them"}};
+    {"ExactFalseAccept", Number, "false accept risk by a second integration"},
+    {"ExactFalseAcceptBound", Number, "how far it can be from the truth"},
+    {"ExactFalseReject", Number, "false reject risk by a second integration"},
+    {"ExactFalseRejectBound", Number, "how far it can be from the truth"},
+    {"AgreeingDigits", Number, "significant digits in which both ways agree, of risks and baseline"}};
+constexpr FigureColumn baseline[] = {{"BaselineFalseAccept", Number, "false accept risk of the baseline"},
+                                     {"BaselineFalseReject", Number, "false reject risk of the baseline"}};
+constexpr FigureColumn fit[] = {{"SU_Distribution", Text, "Normal, LogNormal, Exponential or Uniform"},
+                                {"SU_CaseCode", Number, "1 to 9"},
+                                {"SU_Sigma", Length, "standard deviation of the subject parameter"},
+                                {"FitPhysicalLimit", Length, "physical limit of the fit"},
+                                {"MTE_Sigma", Length, "standard uncertainty of the measurement"},
+                                {"MTE_kFactor", Number, "coverage factor of the measuring parameter"}};
+constexpr FigureColumn entries[] = {{"SU_Mode", Length, "nominal"},
+                                    {"OptTwoSided", Flag, "both limits"},
+                                    {"OptSingleUpper", Flag, "an upper limit alone"},
+                                    {"OptSingleLower", Flag, "a lower limit alone"},
+                                    {"SU_UpperOffset", Length, "upper tolerance offset"},
+                                    {"SU_LowerOffset", Length, "lower tolerance offset"},
+                                    {"SU_PctInTol", Number, "% in-tolerance of the subject parameter"},
+                                    {"PhysLimitRequired", Flag, "whether there is a physical limit"},
+                                    {"PhysicalLimit", Length, "physical limit"},
+                                    {"MTE_Offset", Length, "tolerance or expanded uncertainty"},
+                                    {"MTE_PctInTol", Number, "% in-tolerance or confidence"},
+                                    {"MTE_DegFreedom", Number, "degrees of freedom, 0 for infinite"},
+                                    {"ProcessUncertainty", Length, "standard uncertainty of the process"},
+                                    {"IncludeUncertainty", Flag, "whether that counts"},
+                                    {"IncludeGuardbands", Flag, "whether guardbands count"},
+                                    {"GB_UpperMult", Number, "upper guardband multiplier"},
+                                    {"GB_LowerMult", Number, "lower guardband multiplier"},
+                                    {"FalseAcceptOption", Number, "0 consumer, 1 producer"}};
+constexpr FigureColumn guardband[] = {{"GB_Status", Text, "solved or failed"},
+                                      {"GB_Upper", Number, "upper multiplier"},
+                                      {"GB_Lower", Number, "lower multiplier"},
+                                      {"GB_K_Upper", Number, "upper k-factor"},
+                                      {"GB_K_Lower", Number, "lower k-factor"},
+                                      {"AcceptUpper", Length, "upper acceptance limit"},
+                                      {"AcceptLower", Length, "lower acceptance limit"},
+                                      {"GB_FalseAccept", Number, "false accept risk with them"},
+                                      {"GB_FalseReject", Number, "false reject risk with them"}};
 constexpr FigureColumn worst[] = {
-    {"WorstFalseAccept", false, "largest false accept risk of all items over an unknown % in-tolerance"},
-    {"WorstPct", false, "the % in-tolerance that has it"}};
-constexpr FigureColumn uncertainty[] = {{"CoverageFactor", false, "k of U = k u, 95.45 %"},
-                                        {"ExpandedUncertainty", true, "U = k MTE_Sigma"},
-                                        {"ToleranceToUncertainty", false, "d/U"},
-                                        {"Accepted", false, "share of items that are accepted"},
-                                        {"InTolerance", false, "share of items in tolerance"}};
-constexpr FigureColumn counts[] = {{"PctLow", false, "lower limit of the % in-tolerance, 95 %, two-sided"},
-                                   {"PctHigh", false, "upper limit of it"},
-                                   {"FalseAcceptLow", false, "false accept risk at PctLow"},
-                                   {"FalseAcceptHigh", false, "false accept risk at PctHigh"},
-                                   {"FalseRejectLow", false, "false reject risk at PctLow"},
-                                   {"FalseRejectHigh", false, "false reject risk at PctHigh"}};
+    {"WorstFalseAccept", Number, "largest false accept risk of all items over an unknown % in-tolerance"},
+    {"WorstPct", Number, "the % in-tolerance that has it"}};
+constexpr FigureColumn uncertainty[] = {{"CoverageFactor", Number, "k of U = k u, 95.45 %"},
+                                        {"ExpandedUncertainty", Length, "U = k MTE_Sigma"},
+                                        {"ToleranceToUncertainty", Number, "d/U"},
+                                        {"Accepted", Number, "share of items that are accepted"},
+                                        {"InTolerance", Number, "share of items in tolerance"}};
+constexpr FigureColumn counts[] = {{"PctLow", Number, "lower limit of the % in-tolerance, 95 %, two-sided"},
+                                   {"PctHigh", Number, "upper limit of it"},
+                                   {"FalseAcceptLow", Number, "false accept risk at PctLow"},
+                                   {"FalseAcceptHigh", Number, "false accept risk at PctHigh"},
+                                   {"FalseRejectLow", Number, "false reject risk at PctLow"},
+                                   {"FalseRejectHigh", Number, "false reject risk at PctHigh"}};
 constexpr FigureColumn decide[] = {
-    {"Verdict", false, "pass, fail, undecided, conditional-pass, conditional-fail or no-decision"},
-    {"Conformance", false, "probability that the item conforms"},
-    {"DecideLower", true, "lower acceptance limit of the rule"},
-    {"DecideUpper", true, "upper acceptance limit of the rule"},
-    {"NonConformance", false, "the complement of Conformance, computed apart"}};
+    {"Verdict", Text, "pass, fail, undecided, conditional-pass, conditional-fail or no-decision"},
+    {"Conformance", Number, "probability that the item conforms"},
+    {"DecideLower", Length, "lower acceptance limit of the rule"},
+    {"DecideUpper", Length, "upper acceptance limit of the rule"},
+    {"NonConformance", Number, "the complement of Conformance, computed apart"}};
 
 constexpr WantInfo table[] = {
     {WantWord::Risks, "risks", risks},          {WantWord::Tur, "tur", tur},
@@ -126,7 +128,7 @@ bool Want::anyLength() const {
     for (const WantInfo& info : table)
         if (has(info.word))
             for (const FigureColumn& column : info.columns)
-                if (column.length) return true;
+                if (column.kind == FigureKind::Length) return true;
     return false;
 }
 

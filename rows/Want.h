@@ -31,11 +31,20 @@ enum class WantWord {
 };
 inline constexpr std::size_t wantWordCount = static_cast<std::size_t>(WantWord::Decide) + 1;
 
-/// A column of the output; a length has the unit of the row.
+enum class FigureKind {
+    Number,
+    Length, // in the unit of the row
+    Flag,
+    Text // one of a few words
+};
+
+/// A column of the output.
 struct FigureColumn {
     std::string_view name;
-    bool length;
+    FigureKind kind;
     std::string_view about;
+
+    constexpr bool isLength() const { return kind == FigureKind::Length; }
 };
 
 struct WantInfo {

@@ -6,7 +6,6 @@
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "persistence/NewAnalysis.h"
-#include "persistence/SettingsFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -53,17 +52,9 @@ bool writeTable(Talk& ui, const std::string& path, std::string_view text) {
 
 std::optional<Analysis> readTemplate(Session& session, const std::string& path) {
     Session aside{session.settings, session.ui, session.clock, session.regional};
-    aside.record = analysisOfNoSettings();
+    aside.record = newAnalysis();
     OpenAnalysis(aside, path);
     return aside.record.AbortFlag ? std::nullopt : std::optional(aside.record);
-}
-
-Analysis analysisOfNoSettings() {
-    Analysis fresh;
-    const SettingsFile none(SettingsContent{});
-    clearAnalysis(fresh, none);
-    ClearWorksheets(fresh, none);
-    return fresh;
 }
 
 Answer askToSave(Talk& ui, const std::string& name) {

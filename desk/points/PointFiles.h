@@ -28,9 +28,6 @@ bool writeTable(Talk& ui, const std::string& path, std::string_view text);
 /// None where it cannot be read as an analysis.
 std::optional<Analysis> readTemplate(Session& session, const std::string& path);
 
-/// A new one with the defaults of the program, whatever the user's settings are: the same everywhere.
-Analysis analysisOfNoSettings();
-
 /// Whether to save the changes of the table of that name.
 Answer askToSave(Talk& ui, const std::string& name);
 

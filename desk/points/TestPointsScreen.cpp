@@ -7,6 +7,7 @@
 #include "desk/kit/Session.h"
 #include "desk/points/ColumnScreen.h"
 #include "desk/points/PointFiles.h"
+#include "persistence/NewAnalysis.h"
 #include "plots/RiskHistogram.h"
 #include "record/EntryRules.h"
 
@@ -260,7 +261,7 @@ Analysis TestPointsScreen::templateAnalysis() const {
         break;
     case PointTemplate::NewAnalysis: break;
     }
-    return analysisOfNoSettings();
+    return newAnalysis();
 }
 
 void TestPointsScreen::chooseTemplate(int index) {

@@ -1,6 +1,7 @@
 // The table of test points: what is typed and pasted, taken back, computed and saved.
 #include "desk/points/PointFiles.h"
 #include "desk/points/TestPointsScreen.h"
+#include "persistence/NewAnalysis.h"
 #include "rows/RowRun.h"
 #include "tests/support/ScriptedChooser.h"
 #include "tests/support/TemporaryFolder.h"
@@ -156,7 +157,7 @@ TEST(TestPoints, SaveWhatTheCommandWrites) {
     p.run("mnu_SaveResults");
     const std::string results = contentOf(saved);
     RowOptions options{.want = std::get<Want>(wantOf("risks,tur"))};
-    const Analysis base = analysisOfNoSettings();
+    const Analysis base = newAnalysis();
     const TestPoint point = testPointOf(base, p.session.regional);
     const UnitFactors units;
     const std::string header = examples.substr(0, examples.find('\n'));

@@ -1,5 +1,6 @@
 // Units as a table: what is read, what is refused, and the table that the program brings.
-#include "units/database/UnitsTable.h"
+#include "units/UnitsTable.h"
+#include "units/database/UnitsDatabase.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "units/database/UnitsTable.h"
+#include "units/UnitsTable.h"
 
 #include "base/ExactText.h"
 

@@ -1,7 +1,7 @@
 // A units database as a table in a text file, comma-separated, for exchange with spreadsheets and scripts.
 #pragma once
 
-#include "units/database/UnitsDatabase.h"
+#include "units/AreaContent.h"
 
 namespace metrisk {
 
