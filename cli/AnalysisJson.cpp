@@ -28,9 +28,8 @@ std::string put(Analysis& record, FieldPlace& place, const Json& json) {
     if (place.index.size() < ranges.size()) {
         const FieldRange range = ranges[place.index.size()];
         const auto* items = std::get_if<Json::Array>(&json.value());
-        const auto wanted = static_cast<std::size_t>(range.last - range.first + 1);
-        if (!items || items->size() != wanted)
-            return place.name() + " is no array of " + std::to_string(wanted);
+        if (!items || items->size() != range.size())
+            return place.name() + " is no array of " + std::to_string(range.size());
         for (int i = range.first; i <= range.last; ++i) {
             place.index.push_back(i);
             const std::string fault = put(record, place, (*items)[static_cast<std::size_t>(i - range.first)]);

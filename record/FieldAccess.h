@@ -3,6 +3,7 @@
 
 #include "record/Field.h"
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,7 +19,9 @@ enum class FieldKind { Number, Whole, Flag, Text };
 
 /// The indices of one dimension of an array field, as the record counts them.
 struct FieldRange {
-    int first, last;
+    int first, last; // none negative
+
+    std::size_t size() const { return static_cast<std::size_t>(last) + 1 - static_cast<std::size_t>(first); }
 };
 
 struct NamedField {
