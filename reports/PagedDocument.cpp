@@ -14,6 +14,7 @@ constexpr double leastBody = 2 * twipsPerInch;
 constexpr double bodyGap = 120;       // between a running text and the body
 constexpr double smallPrint = 500;    // three lines of seven points
 constexpr double leastSmallPrint = 3; // points
+constexpr Colour hairline{170, 174, 179};
 constexpr double sectionHeadingSize = 14;
 constexpr double headingSize = 11;
 constexpr std::size_t longestPiece = 256; // bytes
@@ -38,7 +39,7 @@ std::size_t characterEnd(std::string_view text, std::size_t at) {
 
 void draw(DrawingSurface& page, const PlacedText& placed) {
     page.Font = placed.font;
-    page.ForeColor = black;
+    page.ForeColor = placed.colour;
     page.CurrentX = placed.x;
     page.CurrentY = placed.y;
     page.Print(placed.text);
@@ -46,7 +47,7 @@ void draw(DrawingSurface& page, const PlacedText& placed) {
 
 void draw(DrawingSurface& page, const PlacedRule& rule) {
     page.DrawWidth = 1;
-    page.Line(rule.x1, rule.y1, rule.x2, rule.y2, black);
+    page.Line(rule.x1, rule.y1, rule.x2, rule.y2, rule.colour);
 }
 
 void draw(DrawingSurface& page, const PlacedPicture& placed) {
@@ -132,6 +133,11 @@ void PagedDocument::beginPage() {
 /// At a page's end, when its texts are known.
 void PagedDocument::placeRunningTexts() {
     placeRunning(Header, headerTop());
+    if (!Header.empty()) {
+        const double below = headerTop() + HdrFontSize * runningLine + bodyGap / 3;
+        report_.pages.back().push_back(
+            PlacedRule{MarginLeft, below, MarginLeft + textWidth(), below, hairline});
+    }
     placeRunning(Footer, footerTop());
 }
 
@@ -158,8 +164,9 @@ void PagedDocument::placeRunning(std::string_view text, double y) {
     put(fields.right, 1);
 }
 
-void PagedDocument::place(double x, double y, const std::string& text, const TextFont& itsFont) {
-    if (!text.empty()) report_.pages.back().push_back(PlacedText{x, y, text, itsFont});
+void PagedDocument::place(double x, double y, const std::string& text, const TextFont& itsFont,
+                          Colour colour) {
+    if (!text.empty()) report_.pages.back().push_back(PlacedText{x, y, text, itsFont, colour});
 }
 
 void PagedDocument::bookmark(const std::string& title, int level) {

@@ -17,9 +17,11 @@ struct PlacedText {
     double x, y;
     std::string text;
     TextFont font;
+    Colour colour = black;
 };
 struct PlacedRule {
     double x1, y1, x2, y2;
+    Colour colour = black;
 };
 struct PlacedPicture {
     ReportPicture picture;
@@ -91,10 +93,15 @@ class PagedDocument final : public ReportDocument {
     TextFont font() const;
     double measure(std::string_view text, const TextFont& font) const;
     std::vector<std::string> wrapped(std::string_view text, double width) const;
-    void place(double x, double y, const std::string& text, const TextFont& font);
+    void place(double x, double y, const std::string& text, const TextFont& font, Colour colour = black);
+    /// Where the decimal marks of the figures of a centred column stand, from its left edge; none where it
+    /// has fewer than two.
+    std::optional<double> markOf(const TableMarkup& table, const std::vector<Row>& rows,
+                                 std::size_t column) const;
     std::vector<Row> laidOut(const TableMarkup& table) const;
     double heightOf(const Row& row) const;
-    void placeRow(const TableMarkup& table, const Row& row, double x);
+    void placeRow(const TableMarkup& table, const Row& row, double x,
+                  const std::vector<std::optional<double>>& marks = {});
     void placeTallRow(const TableMarkup& table, Row& row, double x);
     void placeHeading(const TableMarkup& table, double x);
     void bookmark(const std::string& title, int level);

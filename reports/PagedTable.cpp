@@ -11,6 +11,26 @@ constexpr double cellPadding = 30; // above and below the lines of a row
 constexpr double cellGap = 80;     // between the texts of columns
 constexpr double leastTable = 1440;
 constexpr double leastCell = 200;
+constexpr Colour labelColour{90, 96, 104}; // of rows that name a value
+
+/// A figure in three: up to its decimal mark, from there, and the stars that point to a remark.
+struct FigureParts {
+    std::string before, after, stars;
+};
+
+std::optional<FigureParts> partsOf(const std::string& text) {
+    if (text.empty() || text[0] < '0' || text[0] > '9') return {};
+    const std::size_t stars = std::min(text.find(" *"), text.size());
+    const std::size_t end = std::min(text.find_first_not_of("0123456789.,"), stars);
+    std::size_t mark = text.find_last_of(".,", end - 1);
+    if (mark == text.npos) mark = end;
+    return FigureParts{text.substr(0, mark), text.substr(mark, stars - mark), text.substr(stars)};
+}
+
+/// A table of two columns whose first one names the values of the second.
+bool isOfLabels(const TableMarkup& table) {
+    return table.columns.size() == 2 && !table.columns[0].centred && !table.columns[1].centred;
+}
 
 } // namespace
 
@@ -33,7 +53,25 @@ double PagedDocument::heightOf(const Row& row) const {
     return static_cast<double>(row.lines) * lineHeight() + 2 * cellPadding;
 }
 
-void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x) {
+std::optional<double> PagedDocument::markOf(const TableMarkup& table, const std::vector<Row>& rows,
+                                            std::size_t column) const {
+    if (!table.columns[column].centred || rows.size() < 2) return {};
+    double before = 0, after = 0;
+    int figures = 0;
+    for (const Row& row : rows) {
+        const auto& lines = row.cells[column];
+        const auto parts = lines.size() == 1 ? partsOf(lines.front()) : std::nullopt;
+        if (!parts) continue;
+        ++figures;
+        before = std::max(before, measure(parts->before, font()));
+        after = std::max(after, measure(parts->after, font()));
+    }
+    if (figures < 2) return {};
+    return (table.columns[column].width - cellGap - before - after) / 2 + before;
+}
+
+void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x,
+                             const std::vector<std::optional<double>>& marks) {
     const TextFont itsFont = font();
     const double height = lineHeight();
     CurrentY += cellPadding;
@@ -44,7 +82,12 @@ void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x)
             if (line < row.cells[column].size()) {
                 const std::string& text = row.cells[column][line];
                 const double room = width - cellGap - measure(text, itsFont);
-                place(left + (table.columns[column].centred ? room / 2 : 0), CurrentY, text, itsFont);
+                double begin = table.columns[column].centred ? room / 2 : 0;
+                if (const auto parts = partsOf(text);
+                    parts && row.cells[column].size() == 1 && column < marks.size() && marks[column])
+                    begin = *marks[column] - measure(parts->before, itsFont);
+                const bool label = column == 0 && !FontBold && isOfLabels(table);
+                place(left + begin, CurrentY, text, itsFont, label ? labelColour : black);
             }
             left += width;
         }
@@ -101,6 +144,9 @@ void PagedDocument::Table(std::string_view markup) {
             tableHeading_ = TableHeading{table, CurrentY};
         }
     } else {
+        std::vector<std::optional<double>> marks;
+        for (std::size_t column = 0; column < table.columns.size(); ++column)
+            marks.push_back(markOf(table, rows, column));
         std::optional<TableHeading> heading;
         heading.swap(tableHeading_);
         if (heading && (heading->table.columns != table.columns || heading->below != CurrentY))
@@ -116,7 +162,7 @@ void PagedDocument::Table(std::string_view markup) {
             }
             contentPlaced();
             placeTallRow(table, row, x);
-            placeRow(table, row, x);
+            placeRow(table, row, x, marks);
         }
     }
     CurrentX = lineStart_ = MarginLeft + IndentLeft;

@@ -17,10 +17,13 @@ class ColorSchemeScreen final : public Worksheet {
     struct Color {
         PushButton cmdSetColor;
         Swatch pnl_Color;
+        Label Lbl_Contrast; // of a text to its ground
         Color(ColorSchemeScreen& owner, std::size_t index);
     };
     std::deque<Color> colors;
     std::deque<CheckBox> chk_Bold;
+
+    Label Lbl_Foot{*this, "Lbl_Foot", "Colors act at once. Done keeps them while the program runs."};
 
     explicit ColorSchemeScreen(Session& session);
 

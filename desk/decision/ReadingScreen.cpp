@@ -61,6 +61,7 @@ ReadingScreen::ReadingScreen(Session& session, ReadingHistory* history)
     for (const char* each : outcomeNames) cbo_Outcomes.items.emplace_back(each);
     units_ = {{session.record.NominalUnits, 1}};
     Lbl_Verdict.emphasised = true;
+    cmd_Close.isPrimary = true;
     tbl_History.headings = {"Time", "Parameter", "Reading", "Rule", "Verdict", "Probability"};
     tbl_History.figureColumns = {2, 5};
     tbl_History.whenEmpty = "No readings since the start";
@@ -252,6 +253,7 @@ void ReadingScreen::showRule() {
 /// What is shown without a verdict: the limits, if there are any, and why there is none.
 void ReadingScreen::clear() {
     Lbl_Verdict.text = judge_ ? "-" : "No decision";
+    Lbl_Verdict.tone = Label::Tone::Plain;
     Lbl_Why.text = judge_ ? "Enter a measured value" : refusal_;
     for (TextBox* box :
          {&box_Conforming, &box_Nonconforming, &box_Tolerance, &box_Acceptance, &box_Uncertainty})
@@ -276,6 +278,9 @@ void ReadingScreen::showVerdict() {
     const Decision& decision = judgement_->decision;
     const Conformance& p = decision.conformance;
     Lbl_Verdict.text = signOf(decision.verdict) + std::string(textOf(decision.verdict));
+    Lbl_Verdict.tone = passes(decision.verdict)  ? Label::Tone::Good
+                       : fails(decision.verdict) ? Label::Tone::Bad
+                                                 : Label::Tone::Warn;
     Lbl_Why.text = reasonOf(judge_->basis(), decision);
     box_Conforming.text = judgement_->conformance;
     box_Nonconforming.text =

@@ -49,6 +49,7 @@ class ReadingScreen final : public Worksheet {
     PictureArea pic_Strip{*this, "pic_Strip", "No reading", "The reading among its limits"};
     Label Lbl_Sentence{*this, "Lbl_Sentence"};
     Table tbl_History{*this, "tbl_History", "Readings since the program was started, newest first"};
+    Label Lbl_Foot{*this, "Lbl_Foot", "Nothing of this screen is stored in the analysis."};
     PushButton cmd_CopySentence{*this, "cmd_CopySentence", "Copy &Sentence",
                                 "Copy the sentence for a certificate"};
     PushButton cmd_CopyHistory{*this, "cmd_CopyHistory", "Copy &Table", "Copy the readings since the start"};

@@ -33,6 +33,7 @@ constexpr int wholeSize = 3;
 constexpr const char* exportTitle = "Save File";
 constexpr const char* exportFilter =
     "Rich Text Files (*.doc)|*.doc|HTML Files (*.htm)|*.htm|PDF Files (*.pdf)|*.pdf";
+constexpr int richTextFilter = 1, pdfFilter = 3;
 constexpr Message notRegistered{"The Report Type is not registered.", "No Report Available"};
 
 /// The page in the middle of a surface of any form.
@@ -66,9 +67,13 @@ PreviewScreen::PreviewScreen(Session& session, const ReportSelection& selection)
          .shortcut = "Ctrl+C"},
         {.control = "mnu_Export",
          .caption = "&Export in MS &Word Format",
-         .run = [this] { exportReport(); },
+         .run = [this] { exportReport(richTextFilter, ".doc"); },
          .shortcut = "Ctrl+S",
          .toolTip = "Save the report as Rich Text (*.doc), HTML (*.htm) or PDF (*.pdf)"},
+        {.control = "mnu_SavePdf",
+         .caption = "&Save as PDF...",
+         .run = [this] { exportReport(pdfFilter, ".pdf"); },
+         .toolTip = "Save the report as it is printed"},
         {.control = "mnu_Page", .caption = "&Page", .items = pageItems()},
         runMenu(session_),
     };
@@ -147,19 +152,19 @@ void PreviewScreen::refresh() {
     vs_Print.leastHeight = static_cast<int>(std::lround(pages_->setup.height * pixelsPerTwip * factor));
 }
 
-void PreviewScreen::exportReport() {
+void PreviewScreen::exportReport(int filter, const char* extension) {
     namespace fs = std::filesystem;
     const fs::path analysis = session_.record.AnalysisFileName;
     const auto path =
         session_.desktop->files.chooseToSave({.title = exportTitle,
                                               .filter = exportFilter,
-                                              .filterIndex = 1,
-                                              .initialName = analysis.stem().string() + ".doc",
+                                              .filterIndex = filter,
+                                              .initialName = analysis.stem().string() + extension,
                                               .initialFolder = analysis.parent_path().string()});
     if (!path) return;
     fs::path target = *path;
     if (target.extension().empty()) {
-        target += ".doc";
+        target += extension;
         if (!mayReplace(session_.ui, target.string(), exportTitle)) return;
     }
     if (reportFormatOf(target) == ReportFormat::None) {

@@ -36,7 +36,8 @@ class PreviewScreen final : public Worksheet {
 
     void showPage(std::size_t page);
     void zoomBy(int steps);
-    void exportReport();
+    /// Offers that kind of file first; a name without an extension gets that one.
+    void exportReport(int filter, const char* extension);
     std::vector<MenuItem> pageItems();
 };
 

@@ -13,22 +13,32 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     Lbl_About.text.pop_back();
     Lbl_Summary.text = checkSummary(figures);
     Lbl_Summary.emphasised = true;
-    tbl_Figures.headings = {"Case", "Figure", "Printed", "Computed", "Exact", "Result", "Source"};
-    tbl_Figures.figureColumns = {2, 3, 4};
+    tbl_Figures.headings = {"Result", "Case", "Figure", "Printed", "Computed", "Exact", "Source"};
+    tbl_Figures.figureColumns = {3, 4, 5};
     tbl_Figures.markTip = "Differs from the published figure";
     const auto number = [&](const std::optional<double>& value) {
         return value ? GeneralText(*value, session.regional, 12) : "";
     };
     for (const CheckedFigure& each : figures) {
         std::vector<Table::Cell> row;
-        for (const std::string& text : {each.name, each.figure, each.printed, number(each.computed),
-                                        number(each.exact), std::string(wordOf(each.verdict)), each.source})
+        for (const std::string& text : {std::string(wordOf(each.verdict)), each.name, each.figure,
+                                        each.printed, number(each.computed), number(each.exact), each.source})
             row.push_back({.text = text, .marked = each.verdict == CheckVerdict::Diff, .locked = true});
-        tbl_Figures.rows.push_back(std::move(row));
+        all_.push_back(std::move(row));
+        passed_.push_back(each.verdict == CheckVerdict::Pass);
     }
+    tbl_Figures.whenEmpty = "Every figure agrees as printed";
+    chk_OnlyNotes.clicked = [this](bool on) { chk_OnlyNotes.checked = on; };
+    refresh();
     cmd_Close.closes = Way::Ok;
     cmd_Close.isDefault = true;
     cmd_Close.isPrimary = true;
+}
+
+void SelfCheckScreen::refresh() {
+    tbl_Figures.rows.clear();
+    for (std::size_t i = 0; i < all_.size(); ++i)
+        if (!chk_OnlyNotes.checked || !passed_[i]) tbl_Figures.rows.push_back(all_[i]);
 }
 
 } // namespace metrisk

@@ -5,6 +5,7 @@
 #include "base/Real.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/ScreenEntry.h"
 #include "desk/kit/Session.h"
 #include "reliability/ReliabilityModels.h"
 #include "reliability/TimeUnits.h"
@@ -58,6 +59,10 @@ BiasCalcOptionScreen::BiasCalcOptionScreen(Session& session, std::size_t slot)
         probability_ = probability();
         return {false, timeText_};
     };
+    cmd_DefineModel.clicked = [this](bool) {
+        runScreen(screens::reliability[slot_], {session_});
+        probability_ = probability();
+    };
     for (const std::string_view unit : timeUnits) TimeUnitsBox.items.emplace_back(unit);
     TimeUnitsBox.chosen = [this](int index) {
         units_ = timeUnits.at(static_cast<std::size_t>(index));
@@ -106,6 +111,8 @@ void BiasCalcOptionScreen::refresh() {
     TimeUnitsBox.enabled = option_ == UserTime;
     const auto unit = std::find(timeUnits.begin(), timeUnits.end(), units_);
     TimeUnitsBox.index = unit == timeUnits.end() ? -1 : static_cast<int>(unit - timeUnits.begin());
+    Lbl_NoModel.visible = cmd_DefineModel.visible = r.Rel_Interval[slot_] == 0;
+    InTolPanel.hint = "\u2013";
     InTolPanel.text = probability_ ? FormatNumber(100 * *probability_, pctPicture, regional) : "";
 }
 

@@ -26,6 +26,9 @@ class BiasCalcOptionScreen final : public Worksheet {
     Choice TimeUnitsBox{*this, "TimeUnitsBox", "Units of the time since calibration"};
     Label Lbl_InTol{*this, "Lbl_InTol", "In-Tolerance Probability"};
     TextBox InTolPanel{*this, "InTolPanel", "Percent in-tolerance at that time"};
+    Label Lbl_NoModel{*this, "Lbl_NoModel", "There is no reliability model of this parameter yet."};
+    PushButton cmd_DefineModel{*this, "cmd_DefineModel", "Define a Reliability &Model...",
+                               "Open the reliability worksheet of this parameter"};
     PushButton mnu_Exit_0{*this, "mnu_Exit_0", "&OK", "Take this % in-tolerance"};
     PushButton mnu_Exit_1{*this, "mnu_Exit_1", "&Cancel", "Leave the % in-tolerance as it is"};
 

@@ -2,6 +2,7 @@
 #include "reports/PagedDocument.h"
 #include "drawing/Drawing.h"
 
+#include <cctype>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -158,6 +159,28 @@ TEST(PagedDocument, APageOfAnySizeHasTheSameProportions) {
     };
     EXPECT_EQ(textAt(1), std::pair(96.0, 10.0));
     EXPECT_EQ(textAt(2), textAt(1));
+}
+
+/// Decimal marks stand below each other, stars hang beside, and other texts stay in the middle.
+TEST(PagedDocument, FiguresOfAColumnStandByTheirMarks) {
+    Paged p;
+    p.document.Table("<4000|^3600;a|4.1048%;b|13.32:1 **;c|7 ppm;d|Not Computed;");
+    std::vector<double> marks;
+    double middle = 0;
+    for (const Placed& item : p.end().pages.front()) {
+        const auto* text = std::get_if<PlacedText>(&item);
+        if (!text) continue;
+        const auto width = [&](std::size_t bytes) {
+            p.metrics.Font = text->font;
+            return p.metrics.TextWidth(text->text.substr(0, bytes));
+        };
+        if (const std::size_t at = text->text.find_first_of(". "); std::isdigit(text->text[0]))
+            marks.push_back(text->x + width(at));
+        if (text->text == "Not Computed") middle = text->x + width(text->text.size()) / 2;
+    }
+    ASSERT_EQ(marks.size(), 3u);
+    for (const double mark : marks) EXPECT_NEAR(mark, marks.front(), 0.5);
+    EXPECT_NEAR(middle, p.document.MarginLeft + 4000 + 1760, 0.5);
 }
 
 TEST(PagedDocument, ATableIsNoWiderThanTheText) {

@@ -54,11 +54,12 @@ QWidget* layoutReading(const WidgetMaker& w) {
     history->setMinimumSize(300, 70);
     history->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     qobject_cast<QTableView*>(history)->setWordWrap(false);
-    QWidget* content = down({reading, rule, verdict, history,
-                             foot({w("cmd_CopySentence"), w("cmd_CopyHistory"), w("cmd_Close")})});
+    QWidget* content =
+        down({reading, rule, verdict, history,
+              foot(w("Lbl_Foot"), {w("cmd_CopySentence"), w("cmd_CopyHistory"), w("cmd_Close")})});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 3);
     static_cast<QVBoxLayout*>(content->layout())->setStretch(3, 1);
-    prefer(content, {760, 620});
+    prefer(content, {760, 670});
     return content;
 }
 

@@ -14,9 +14,11 @@ QWidget* layoutSelfCheck(const WidgetMaker& w) {
     auto* view = qobject_cast<QTableView*>(table);
     view->setWordWrap(false);
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    QWidget* content = down({w("Lbl_About"), w("Lbl_Summary"), table, foot({w("cmd_Close")})});
+    view->horizontalHeader()->setStretchLastSection(true);
+    QWidget* above = across({w("Lbl_Summary"), w("chk_OnlyNotes")});
+    QWidget* content = down({w("Lbl_About"), above, table, foot({w("cmd_Close")})});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 1);
-    prefer(content, {860, 470});
+    prefer(content, {1040, 510});
     return content;
 }
 

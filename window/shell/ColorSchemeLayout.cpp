@@ -16,13 +16,15 @@ QWidget* layoutColorScheme(const WidgetMaker& w) {
         static_cast<QPushButton*>(button)->setAutoDefault(true); // Return presses the one that has the focus
         colors->addWidget(button, static_cast<int>(i), 0);
         colors->addWidget(w(indexed("pnl_Color_", i).c_str()), static_cast<int>(i), 1);
+        colors->addWidget(w(indexed("Lbl_Contrast_", i).c_str()), static_cast<int>(i), 2);
     }
     colors->setColumnStretch(1, 1);
     auto* bold = new QVBoxLayout;
     for (std::size_t i = 0; i < std::size(schemeBolds); ++i)
         bold->addWidget(w(indexed("chk_Bold_", i).c_str()));
     bold->addStretch();
-    return across({group("Colors", colors), group("Bold Text", bold)});
+    QWidget* panels = across({group("Colors", colors), group("Bold Text", bold)});
+    return down({panels, foot(w("Lbl_Foot"), {})});
 }
 
 } // namespace metrisk

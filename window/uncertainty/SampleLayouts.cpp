@@ -31,7 +31,9 @@ QWidget* layoutBiasCalcOption(const WidgetMaker& w) {
                                      {{w("BiasOption_0"), 3}},
                                      {{w("BiasOption_1"), 3}},
                                      {w("BiasOption_2"), w("TimeBox"), w("TimeUnitsBox")},
-                                     {w("Lbl_InTol"), w("InTolPanel"), "%"}}));
+                                     {w("Lbl_InTol"), w("InTolPanel"), "%"},
+                                     {{w("Lbl_NoModel"), 3}},
+                                     {{w("cmd_DefineModel"), 3}}}));
     return down({options, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 
