@@ -6,6 +6,7 @@
 #include "cli/OutputFile.h"
 #include "desk/files/AnalysisFile.h"
 #include "persistence/AnalysisName.h"
+#include "record/AnalysisFields.h"
 
 namespace metrisk::cli {
 
@@ -22,6 +23,14 @@ struct Options {
     bool json = false;
 };
 
+/// A template gives its entries alone.
+void dropResults(Analysis& record) {
+    const Analysis fresh;
+    eachField([&](const Field& field, auto member) {
+        if (field.source == Source::Result) record.*member = fresh.*member;
+    });
+}
+
 int make(const Options& options) {
     const std::string target =
         options.out == standardStream ? options.out : NormalizeAnalysisName(options.out);
@@ -33,7 +42,9 @@ int make(const Options& options) {
     AnalysisRun run(workplace);
     run.record = workplace.newAnalysis;
     Output output;
-    if (!options.templateFile.empty() && !run.open(options.templateFile))
+    const bool read = options.templateFile.empty() || run.open(options.templateFile);
+    dropResults(run.record);
+    if (!read)
         output.status = unreadable;
     else if (!options.entries.putInto(run, units) || (options.compute && !computeFigures(run)) ||
              !writeTarget(target, options.force, AnalysisText(run.record), run.ui, output))

@@ -160,6 +160,13 @@ TEST_F(SingleAnalyses, NewShowsTheDigitsTyped) {
     EXPECT_EQ(n["SU_ModelNumber"], "M-1");
 }
 
+TEST_F(SingleAnalyses, NewTakesNoFiguresOfItsTemplate) {
+    ASSERT_EQ(run(std::string("compute --save ") + good).status, 0);
+    ASSERT_EQ(run(std::string("new n.mrk --template ") + good + " --convention consumer").status, 0);
+    EXPECT_EQ(shown("n.mrk")["FalseAcceptRisk"], 0);
+    EXPECT_EQ(run("audit n.mrk --json -q").lines().at(0)["Agreement"], "never computed");
+}
+
 TEST_F(SingleAnalyses, GivenGuardbandsHaveTheRisksOfACompute) {
     for (const char* given : {"--mult 0.9", "--mult-upper 0.8 --mult-lower 0.95", "--k 0.5", "--k-upper 0.25",
                               "--accept-upper 51.5 --accept-lower 48.2", "--off"}) {
