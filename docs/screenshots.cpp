@@ -54,13 +54,13 @@ void makePrograms(const std::string& home) {
 
 class Camera {
   public:
-    Camera(Desk& desk, const QString& folder) : desk_(desk), folder_(folder) {}
+    Camera(Desk& desk, const QString& folder, const QString& suffix)
+        : desk_(desk), folder_(folder), suffix_(suffix) {}
 
     void take(QWidget& window, const char* name) {
-        // The offscreen desktop is smaller than those of today.
-        if (&window == desk_.window.get()) window.resize(1024, 740);
+        if (&window == desk_.window.get()) window.resize(window.sizeHint());
         QCoreApplication::processEvents();
-        const QString path = folder_.filePath(QString("%1.png").arg(name));
+        const QString path = folder_.filePath(QString("%1%2.png").arg(name, suffix_));
         if (!window.grab().save(path)) qFatal("cannot write %s", qPrintable(path));
         std::printf("%s %d x %d\n", qPrintable(path), window.width(), window.height());
     }
@@ -176,21 +176,38 @@ class Camera {
   private:
     Desk& desk_;
     QDir folder_;
+    QString suffix_; // of the files' names
 };
+
+/// The screens that fill a desktop most.
+void takeLargest(Desk& desk, Camera& camera) {
+    desk.session.places.UnitsDatabasePath = desk.path("Measurement Units.mdb").toStdString();
+    makeUnits(desk.session.places.UnitsDatabasePath);
+    desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
+    desk.settle();
+    camera.take(*desk.window, "main-screen");
+    camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands");
+    camera.takeDialog("mnu_Uncertainty", "MTEError", "uncertainty");
+    camera.takeDialog("mnu_ToleranceLimits", "OffsetCalc", "tolerance-offsets");
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: screenshots FOLDER\n");
+    if (argc != 2 && argc != 3) {
+        std::fprintf(stderr, "usage: screenshots FOLDER [SUFFIX: a few, for a desktop of another size]\n");
         return 2;
     }
     QApplication::setStyle("fusion");
     installLook();
     const QPalette light = QApplication::palette();
     Desk desk;
-    Camera camera(desk, QDir(argv[1]).absolutePath());
+    Camera camera(desk, QDir(argv[1]).absolutePath(), argc == 3 ? argv[2] : "");
+    if (argc == 3) {
+        takeLargest(desk, camera);
+        return desk.boxes.faults().isEmpty() ? 0 : 1;
+    }
     SplashScreen splash(desk.session.regional, desk.session.clock.now());
     splash.adjustSize();
     camera.take(splash, "start-up");
@@ -254,13 +271,22 @@ int main(int argc, char** argv) {
     camera.take(*desk.window, "main-screen-dark");
     desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
     camera.takeDialog("mnu_Uncertainty", "MTEError", "uncertainty-dark");
+    camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands-dark");
+    camera.takeDialog("SUPlotScreenControl", "SUPlot", "plot-subject-dark");
+    camera.takeDialog("mnu_Plot_Risk_0", "GuardPlot", "risk-plot-proposed-dark");
     camera.takeDialog("CtrlFormColor", "ColorScheme", "appearance-dark");
     ColorScheme green;
     green.BackColor_Metrisk = 0xD8E8D8;
     green.BackColor_Labels = 0xC0D8C0;
     desk.session.desktop->looks->ApplyColorScheme(green);
     camera.take(*desk.window, "main-screen-colors");
+    desk.session.desktop->looks->ApplyColorScheme({});
     QApplication::setPalette(light);
+    desk.session.regional = {.ListSeparator = ";", .DecimalSymbol = ",", .ThousandSeparator = "."};
+    desk.window->openAtStart(desk.examplePath("thermometer-process-uncertainty"));
+    desk.settle();
+    camera.take(*desk.window, "main-screen-german");
+    camera.takeDialog("CtrlGuardband", "GuardbandAnalysis", "guardbands-german");
     const QString faults = desk.boxes.faults();
     if (faults.isEmpty()) return 0;
     std::fprintf(stderr, "%s\n", qPrintable(faults));

@@ -25,6 +25,7 @@ QWidget* layoutStrategies(const WidgetMaker& w) {
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setAlternatingRowColors(true);
     view->setShowGrid(false);
+    view->verticalHeader()->setDefaultSectionSize(26);
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     view->horizontalHeader()->setStretchLastSection(true);
     QWidget* content = down({running(w("Lbl_Basis")), targets, table, running(w("Lbl_Worst")),

@@ -103,8 +103,7 @@ QWidget* rule() {
 QLabel* overFigures(const char* title) {
     auto* made = new QLabel(title);
     made->setAlignment(Qt::AlignRight | Qt::AlignBottom);
-    made->setWordWrap(true);
-    made->setIndent(figureMargin);
+    made->setContentsMargins(0, 0, figureMargin, 0);
     made->setForegroundRole(captionRole());
     return made;
 }

@@ -17,10 +17,14 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace metrisk {
 
 namespace {
+
+const QSize edge(24, 24); // of the desktop, which no screen covers
+constexpr int leastHeight = 240;
 
 /// What a part asks for reaches the screen by one event a container. They are not waited for, so that a
 /// screen is never seen in a size between.
@@ -85,9 +89,10 @@ WorksheetDialog::WorksheetDialog(Worksheet& model, const LayoutOf& layoutOf, QWi
 
 /// Where there is less room than that, it is scrolled.
 void WorksheetDialog::give(const QSize& wanted) {
-    const QSize room = roomFor(*this);
+    const QSize room = roomFor(*this).boundedTo(screen()->availableSize() - edge);
     const int bar = wanted.height() > room.height() ? area_->barWidth() : 0;
-    const QSize least = layout()->minimumSize();
+    const QSize least = layout()->minimumSize().expandedTo(
+        {0, std::min(leastHeight, std::min(wanted.height(), room.height()))});
     wanted_ = wanted;
     given_ = (wanted + QSize(bar, 0)).boundedTo(room).expandedTo(least);
     setMinimumSize(least);
@@ -150,8 +155,9 @@ void WorksheetDialog::showEvent(QShowEvent* event) {
     if (!work_ || event->spontaneous()) return;
     // A progress screen does not change its size while its texts do, and stands where it is seen.
     setFixedSize(size());
-    const QRect desktop = screen()->availableGeometry();
-    move(desktop.center() - rect().center());
+    const QRect behind =
+        parentWidget() ? parentWidget()->window()->frameGeometry() : screen()->availableGeometry();
+    move(behind.center() - rect().center());
     QTimer::singleShot(0, this, [this] {
         // It ends even if its work ends in an error that somebody above tells.
         struct Done {

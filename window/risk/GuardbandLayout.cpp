@@ -4,12 +4,21 @@
 #include "window/risk/Layouts.h"
 
 #include <QBoxLayout>
+#include <algorithm>
 
 namespace metrisk {
 
 namespace {
 
 constexpr int figure = 17; // characters: -0.0005556232929
+
+/// Ten digits with a sign, which no box shortens in a font of usual size.
+QWidget* box(const WidgetMaker& w, const char* control) {
+    constexpr int leastWidth = 144;
+    QWidget* made = w.box(control, figure);
+    made->setMinimumWidth(std::min(made->sizeHint().width(), leastWidth));
+    return made;
+}
 
 QWidget* radios(QWidget* one, QWidget* other) {
     QWidget* made = across({one, other});
@@ -19,27 +28,25 @@ QWidget* radios(QWidget* one, QWidget* other) {
 
 QGroupBox* specifications(const WidgetMaker& w) {
     return group("Subject Parameter Specifications and Process Uncertainty",
-                 rows({{w("Lbl_Mode"), w.box("ModeBox", figure), w("Lbl_ProcessUncertainty"),
-                        w.box("pnl_ProcessUncertainty", figure)},
-                       {w("Lbl_UpperTolerance"), w.box("UpperTolLimitBox", figure), w("Lbl_LowerTolerance"),
-                        w.box("LowerTolLimitBox", figure)},
+                 rows({{w("Lbl_Mode"), box(w, "ModeBox"), w("Lbl_ProcessUncertainty"),
+                        box(w, "pnl_ProcessUncertainty")},
+                       {w("Lbl_UpperTolerance"), box(w, "UpperTolLimitBox"), w("Lbl_LowerTolerance"),
+                        box(w, "LowerTolLimitBox")},
                        {{}, {radios(w("LimitsOptionButton"), w("OffsetsOptionButton")), 3}}}));
 }
 
 QGroupBox* multipliers(const WidgetMaker& w) {
-    return group("Guardband Multipliers",
-                 rows({{w("Lbl_UpperMultiplier"), w.box("UpperMultiplierBox", figure),
-                        w("Lbl_LowerMultiplier"), w.box("LowerMultiplierBox", figure)},
-                       {{}, {w("SymmetryCheckBox"), 3}}}));
+    return group("Guardband Multipliers", rows({{w("Lbl_UpperMultiplier"), box(w, "UpperMultiplierBox"),
+                                                 w("Lbl_LowerMultiplier"), box(w, "LowerMultiplierBox")},
+                                                {{}, {w("SymmetryCheckBox"), 3}}}));
 }
 
 QGroupBox* guardbands(const WidgetMaker& w) {
     return group("Guardbands and k-Factors",
-                 rows({{w("Lbl_UpperK"), w.box("txt_kFactor_0", figure), w("Lbl_LowerK"),
-                        w.box("txt_kFactor_1", figure)},
+                 rows({{w("Lbl_UpperK"), box(w, "txt_kFactor_0"), w("Lbl_LowerK"), box(w, "txt_kFactor_1")},
                        {{}, {w("chk_SymmetricK"), 3}},
-                       {w("Lbl_UpperGuardband"), w.box("UpperGuardbandBox", figure), w("Lbl_LowerGuardband"),
-                        w.box("LowerGuardbandBox", figure)}}));
+                       {w("Lbl_UpperGuardband"), box(w, "UpperGuardbandBox"), w("Lbl_LowerGuardband"),
+                        box(w, "LowerGuardbandBox")}}));
 }
 
 QGroupBox* keyOn(const WidgetMaker& w) {
@@ -65,15 +72,14 @@ QGroupBox* risks(const WidgetMaker& w) {
     QWidget* right = w.box("EqAccRat2Box", 4);
     right->setAccessibleName(right->accessibleDescription());
     QWidget* ratio = across({w("Lbl_RatioColon"), right});
-    return group("Risks",
-                 rows({{w("Lbl_FARisk"), w.box("FARiskBox", figure), w("FARiskUnitsBox"), w("Lbl_FANote")},
-                       {{w("Lbl_ExactAccept"), 4}},
-                       {w("Lbl_FRRisk"), w.box("FRRiskBox", figure), w("FRRiskUnitsBox"), w("Lbl_FRNote")},
-                       {{w("Lbl_ExactReject"), 4}},
-                       {{w("Lbl_ExactSolve"), 3}, w("cmd_UseExact")},
-                       {w("Lbl_EqAccRat"), w.box("EqAccRatBox", figure), ratio, w("IncludeEqAccRatBox")},
-                       {{w("Lbl_ExactRatio"), 4}},
-                       {{}, {w("CmdCompute"), 2}}}));
+    return group("Risks", rows({{w("Lbl_FARisk"), box(w, "FARiskBox"), w("FARiskUnitsBox"), w("Lbl_FANote")},
+                                {{w("Lbl_ExactAccept"), 4}},
+                                {w("Lbl_FRRisk"), box(w, "FRRiskBox"), w("FRRiskUnitsBox"), w("Lbl_FRNote")},
+                                {{w("Lbl_ExactReject"), 4}},
+                                {{w("Lbl_ExactSolve"), 3}, w("cmd_UseExact")},
+                                {w("Lbl_EqAccRat"), box(w, "EqAccRatBox"), ratio, w("IncludeEqAccRatBox")},
+                                {{w("Lbl_ExactRatio"), 4}},
+                                {{}, {w("CmdCompute"), 2}}}));
 }
 
 } // namespace

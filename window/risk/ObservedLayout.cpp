@@ -16,7 +16,7 @@ constexpr int figure = 12;
 QWidget* overBox(QWidget* label) {
     auto* heading = static_cast<QLabel*>(label);
     heading->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    heading->setIndent(figureMargin);
+    heading->setContentsMargins(0, 0, figureMargin, 0);
     heading->setForegroundRole(captionRole());
     return heading;
 }

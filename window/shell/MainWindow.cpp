@@ -111,7 +111,8 @@ QSize MainWindow::sizeHint() const {
     const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->sizeHint();
     const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
                      findChild<QToolBar*>("tb_Main")->sizeHint().height();
-    const QSize wanted(std::max(content.width(), 1000), content.height() + bars + 4);
+    constexpr int least = 1016, spare = 16; // a scroll bar covers nothing
+    const QSize wanted(std::max(content.width() + spare, least), content.height() + bars + 4);
     return wanted.boundedTo(roomFor(*this));
 }
 

@@ -1,7 +1,6 @@
 // The screen MTEError.
 #include "window/uncertainty/Layouts.h"
 
-#include "window/kit/EntryBox.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
@@ -29,6 +28,7 @@ constexpr Column columns[] = {{"txt_Description", "Error Source", false},
                               {"pnl_Share", "Share", true}};
 constexpr int rowCount = 9;
 constexpr int tickColumn = 4;
+constexpr int rowHeight = 26; // of the rows with a button
 
 QLabel* headingOf(const Column& column) {
     if (column.figures) return overFigures(column.heading);
@@ -59,7 +59,7 @@ QGroupBox* budget(const WidgetMaker& w) {
     widen(6, 16);
     for (int row = 1; row <= rowCount; ++row) { // a tick stands in the middle of its column
         grid->setAlignment(grid->itemAtPosition(row, tickColumn)->widget(), Qt::AlignHCenter);
-        grid->setRowMinimumHeight(row, EntryBox().sizeHint().height());
+        grid->setRowMinimumHeight(row, rowHeight);
     }
     const int buttons = static_cast<int>(std::size(columns));
     grid->addWidget(w("cmd_Tolerances"), 1, buttons);

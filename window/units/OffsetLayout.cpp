@@ -24,13 +24,14 @@ QWidget* overBox(QWidget* label) {
     auto* heading = static_cast<QLabel*>(label);
     heading->setAlignment(Qt::AlignRight | Qt::AlignBottom);
     heading->setWordWrap(true);
-    heading->setIndent(figureMargin);
+    heading->setContentsMargins(0, 0, figureMargin, 0);
     heading->setForegroundRole(captionRole());
     return heading;
 }
 
 QWidget* overWords(const char* title) {
     auto* heading = new QLabel(title);
+    heading->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
     heading->setForegroundRole(captionRole());
     return heading;
 }
