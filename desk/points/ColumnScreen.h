@@ -11,7 +11,8 @@ class ColumnScreen final : public Worksheet {
   public:
     Label Lbl_Name{*this, "Lbl_Name", "Column &Name"};
     TextBox txt_Name{*this, "txt_Name",
-                     "Name of an entry, with a unit in brackets, or any other; finds entries as it is typed"};
+                     "Name of an entry, with a unit in brackets, or any other; finds entries as it is typed",
+                     Holds::Words};
     ListBox lst_Entries{*this, "lst_Entries", "Entries that a row can name"};
     Label Lbl_About{*this, "Lbl_About"};
     PushButton cmd_OK{*this, "cmd_OK", "&OK", "Take that column"};

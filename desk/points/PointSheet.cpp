@@ -210,6 +210,7 @@ void PointSheet::removeRows(const std::vector<std::size_t>& rows) {
 void PointSheet::duplicateRows(const std::vector<std::size_t>& rows) {
     if (rows.empty()) return;
     std::vector<PointRow> copies;
+    copies.reserve(rows.size());
     for (const std::size_t row : rows) copies.push_back(rows_[row]);
     change(rows.back() + 1, 0, std::move(copies));
 }

@@ -15,7 +15,7 @@ struct SortKey {
     std::string text{};
 };
 
-SortKey keyOf(std::string text) {
+SortKey keyOf(const std::string& text) {
     const std::string_view cell = trimmedCell(text);
     if (cell.empty()) return {};
     if (const auto read = quantityOf(cell)) return {SortKey::Kind::Number, read->number, {}};

@@ -25,6 +25,8 @@ constexpr const char* filterNames[] = {"All rows",           "Refused or bad", "
 constexpr const char* templateNames[] = {"New analysis", "Present analysis", "File..."};
 constexpr Message noPercent{"A percentage between 0 and 100 is needed.", "Limit"};
 constexpr Message noLimit{"A number of 0 or above is needed.", "Show"};
+constexpr Message notPrinted{"Nothing could be printed.", "Test Points"};
+constexpr Message tooManyRows{"More than 10,000 rows are no document: show fewer of them.", "Test Points"};
 constexpr std::string_view wantTitle = "Figures";
 /// Rows are computed while the user waits for so long, the rest beside the screen.
 constexpr auto patience = std::chrono::milliseconds(30);
@@ -214,13 +216,17 @@ std::vector<MenuItem> TestPointsScreen::menuItems() {
                     .run = [this] { saveResults(); },
                     .shortcut = "Ctrl+Shift+S",
                     .toolTip = "The rows with their figures, as the command rows writes them"},
+                   {.control = "mnu_SavePdf", .caption = "Save as P&DF...", .run = [this] { savePdf(); }},
+                   {.control = "mnu_PrintTable",
+                    .caption = "&Print...",
+                    .run = [this] { print(); },
+                    .shortcut = "Ctrl+P"},
                    {.control = "mnu_PrintHistogram",
-                    .caption = "&Print Histogram",
+                    .caption = "Print &Histogram...",
                     .run =
                         [this] {
-                            if (!session_.ui.print(pic_Histogram, caption)) session_.ui.beep();
+                            if (!session_.ui.print(pic_Histogram, caption)) tell(session_.ui, notPrinted);
                         },
-                    .shortcut = "Ctrl+P",
                     .separatorAfter = true},
                    {.control = "mnu_Exit", .caption = "C&lose", .run = [this] { close(Way::Cancel); }}}},
         {.control = "mnu_EditTable", .caption = "&Edit", .items = std::move(editItems)},
@@ -336,6 +342,7 @@ void TestPointsScreen::computeChunk(std::vector<std::size_t> rows) {
     std::vector<std::size_t> now(rows.begin(), rows.begin() + size);
     rows.erase(rows.begin(), rows.begin() + size);
     std::vector<std::string> records;
+    records.reserve(now.size());
     for (const std::size_t row : now) records.push_back(desk_.sheet[row].record);
     background_.start([this, now = std::move(now), rest = std::move(rows), records = std::move(records),
                        rules = rules_,
@@ -532,6 +539,45 @@ void TestPointsScreen::saveResults() {
     const WaitPointer wait(session_.ui);
     writeTable(session_.ui, *path, resultText());
     summarise();
+}
+
+std::optional<TableReport> TestPointsScreen::report() {
+    if (!rules_ || visible_.empty()) {
+        tell(session_.ui, {fault_.empty() ? "There are no rows." : fault_, "Test Points"});
+        return std::nullopt;
+    }
+    if (visible_.size() > mostPrintedRows) {
+        tell(session_.ui, tooManyRows);
+        return std::nullopt;
+    }
+    const std::string results = resultText();
+    summarise();
+    refresh();
+    return pointReport(desk_.sheet, *rules_, visible_,
+                       {nameOfTable(), cbo_Template.items[static_cast<std::size_t>(cbo_Template.index)],
+                        Lbl_Totals.text, session_.clock.now()},
+                       results, session_.regional);
+}
+
+void TestPointsScreen::print() {
+    const auto table = report();
+    if (table && !(printTable && printTable(*table))) tell(session_.ui, notPrinted);
+}
+
+void TestPointsScreen::savePdf() {
+    const auto table = report();
+    if (!table) return;
+    const auto path =
+        files_ ? files_->chooseToSave(
+                     {.title = "Save as PDF", .filter = "Pages (*.pdf)|*.pdf", .initialName = "points.pdf"})
+               : std::nullopt;
+    if (!path) return;
+    const WaitPointer wait(session_.ui);
+    const auto pages = tablePdf ? tablePdf(*table) : std::nullopt;
+    if (pages)
+        writeTable(session_.ui, *path, *pages);
+    else
+        tell(session_.ui, notPrinted);
 }
 
 void TestPointsScreen::refresh() {

@@ -6,6 +6,7 @@
 #include "desk/kit/Sheet.h"
 #include "desk/kit/Worksheet.h"
 #include "desk/points/PointDesk.h"
+#include "desk/points/PointReport.h"
 #include "desk/points/PointView.h"
 
 #include <functional>
@@ -26,7 +27,8 @@ class TestPointsScreen final : public Worksheet {
     Label Lbl_Want{*this, "Lbl_Want", "Fi&gures"};
     TextBox txt_Want{*this, "txt_Want",
                      "Of each row: risks, tur, ratio, exact, baseline, fit, entries, guardband:fa=2%, worst, "
-                     "uncertainty, counts, decide, with commas between"};
+                     "uncertainty, counts, decide, with commas between",
+                     Holds::Words};
     Label Lbl_Limit{*this, "Lbl_Limit", "L&imit of False Accept Risk, %"};
     TextBox txt_Limit{*this, "txt_Limit", "Rows above it are counted"};
     Label Lbl_Filter{*this, "Lbl_Filter", "&Show"};
@@ -69,6 +71,10 @@ class TestPointsScreen final : public Worksheet {
 
     /// Takes a row as the analysis of the main screen; false if the user thinks better of it.
     std::function<bool(const Analysis&)> openAnalysis;
+
+    /// Of the rows in sight; false where that failed, none where nothing can be printed.
+    std::function<bool(const TableReport&)> printTable;
+    std::function<std::optional<std::string>(const TableReport&)> tablePdf;
 
     void begin() override;
     void refresh() override;
@@ -123,6 +129,10 @@ class TestPointsScreen final : public Worksheet {
     void saveResults();
     std::string nameOfTable() const;
     std::string resultText();
+    /// None where there is nothing to print, which has been told.
+    std::optional<TableReport> report();
+    void print();
+    void savePdf();
 };
 
 } // namespace metrisk

@@ -7,6 +7,8 @@
 #include "desk/reports/ReportOptionsScreen.h"
 #include "desk/reports/ReportPrinter.h"
 #include "persistence/SettingKeys.h"
+#include "reports/PagedDocument.h"
+#include "reports/TableReport.h"
 
 namespace metrisk {
 
@@ -77,6 +79,27 @@ bool ReportDesk::print(Session& session, const char* origin) {
     if (printed || !composed) return composed;
     tell(session.ui, notPrinted);
     return false;
+}
+
+bool ReportDesk::printTable(const TableReport& table) {
+    ReportPrinter* printer = session_.desktop ? session_.desktop->printer : nullptr;
+    if (!printer || !printer->isThere()) return false;
+    return printer->print(
+        [&table](DrawingSurface& metrics, const PageSetup& page) -> std::optional<PagedReport> {
+            PagedDocument document(metrics, page);
+            composeTable(table, document);
+            return document.report();
+        },
+        table.title);
+}
+
+std::optional<std::string> ReportDesk::tablePdf(const TableReport& table) {
+    ReportPrinter* printer = session_.desktop ? session_.desktop->printer : nullptr;
+    if (!printer) return std::nullopt;
+    const auto metrics = printer->press().metrics(tablePage());
+    PagedDocument document(*metrics, tablePage());
+    composeTable(table, document);
+    return printer->press().pdf(document.report(), table.title, session_.clock.now());
 }
 
 } // namespace metrisk

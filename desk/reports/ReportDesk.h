@@ -4,7 +4,12 @@
 #include "desk/kit/Session.h"
 #include "reports/ReportSelection.h"
 
+#include <optional>
+#include <string>
+
 namespace metrisk {
+
+struct TableReport;
 
 /// Lives as long as the program's session; keeps the selection of the print dialog.
 class ReportDesk {
@@ -22,6 +27,12 @@ class ReportDesk {
     void preview(Session& session, const char* origin);
     /// Prints without a dialog of its own. False if that failed; why has been told.
     bool print(Session& session, const char* origin);
+
+    /// A table, on the paper of the printer. False if that failed; a user who thinks better of it is no
+    /// failure.
+    bool printTable(const TableReport& table);
+    /// None where nothing can be printed. Raises std::runtime_error if the pages cannot be made.
+    std::optional<std::string> tablePdf(const TableReport& table);
 
   private:
     Session& session_;

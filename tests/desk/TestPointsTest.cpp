@@ -178,6 +178,24 @@ TEST(TestPoints, SaveWhatTheCommandWrites) {
     EXPECT_EQ(contentOf(again), results);
 }
 
+TEST(TestPoints, ArePrintedAsTheyAreShown) {
+    Points p;
+    p.open("id,nominal,tol,tol_pct,su_pct,mte_u\na,10,0.5,,95,0.05\nb,10,0.5,,200,0.1\n");
+    TableReport printed;
+    p.screen.printTable = [&](const TableReport& table) {
+        printed = table;
+        return true;
+    };
+    p.screen.choose(p.screen.cbo_Filter, static_cast<int>(PointFilter::NotAnswered));
+    p.run("mnu_PrintTable");
+    ASSERT_EQ(printed.rows.size(), 1u);
+    EXPECT_EQ(printed.columns.size(), printed.rows[0].size());
+    EXPECT_EQ(printed.rows[0][0] + printed.rows[0][1], "2b");
+    EXPECT_EQ(printed.columns[4].name, "su_pct"); // tol_pct is empty
+    EXPECT_NE(printed.rows[0].back().find("%"), std::string::npos);
+    EXPECT_NE(printed.head[1].find("1 refused"), std::string::npos);
+}
+
 TEST(TestPoints, ChangesAreAskedAbout) {
     Points p;
     EXPECT_TRUE(p.screen.changesSettled());

@@ -59,7 +59,7 @@ class Table {
     }
 
     /// Up to the first NUL.
-    std::string text(unsigned i) const { return std::string(texts_[i].data()); }
+    std::string text(unsigned i) const { return texts_[i].substr(0, texts_[i].find('\0')); }
 
     std::int64_t number(unsigned i) const {
         const int at = placeOf(i, 4);

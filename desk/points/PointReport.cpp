@@ -1,0 +1,71 @@
+#include "desk/points/PointReport.h"
+
+#include "base/Digest.h"
+#include "base/NumberFormat.h"
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+
+namespace metrisk {
+
+namespace {
+
+constexpr std::size_t mostOwnColumns = 8;
+constexpr std::size_t mostShownFigures = 5;
+constexpr int shownDigits = 6;
+
+std::vector<std::size_t> columnsWithContent(const PointSheet& sheet, const std::vector<std::size_t>& rows) {
+    std::vector<std::size_t> columns;
+    for (std::size_t column = 0; column < sheet.columns().size() && columns.size() < mostOwnColumns; ++column)
+        if (std::any_of(rows.begin(), rows.end(),
+                        [&](std::size_t row) { return !sheet.cell(row, column).empty(); }))
+            columns.push_back(column);
+    return columns;
+}
+
+bool isRisk(std::string_view column) {
+    return (column.find("FalseAccept") != column.npos || column.find("FalseReject") != column.npos) &&
+           !column.ends_with("Bound");
+}
+
+/// A figure in the digits that a reader has use for, risks in percent; any other text as it is.
+std::string shown(const std::string& column, const std::string& cell, const Regional& regional) {
+    double number = 0;
+    const auto read = std::from_chars(cell.data(), cell.data() + cell.size(), number);
+    const bool whole = read.ec == std::errc() && read.ptr == cell.data() + cell.size();
+    if (whole && isRisk(column)) return GeneralText(100 * number, regional, shownDigits - 2) + " %";
+    return whole ? GeneralText(number, regional, shownDigits) : cell;
+}
+
+} // namespace
+
+TableReport pointReport(const PointSheet& sheet, const PointRules& rules,
+                        const std::vector<std::size_t>& rows, const PointReportHead& head,
+                        std::string_view results, const Regional& regional) {
+    const std::vector<std::size_t> own = columnsWithContent(sheet, rows);
+    const std::size_t figures = std::min(rules.columns().size() - 2, mostShownFigures);
+    TableReport report{.title = "Test Points",
+                       .head = {head.table + ", " + longDate(head.now) + "; template: " + head.base},
+                       .columns = {{"Row", 5}},
+                       .rows = {},
+                       .smallPrint = "SHA-256 of all rows with all figures as CSV: " + sha256(results)};
+    std::istringstream totals(head.totals);
+    for (std::string line; std::getline(totals, line);) report.head.push_back(line);
+    for (const std::size_t column : own) report.columns.push_back({sheet.columns()[column], 10});
+    report.columns.push_back({"status", 7});
+    for (std::size_t i = 1; i <= figures; ++i) report.columns.push_back({rules.columns()[i], 10});
+    report.columns.push_back({"message", 16});
+    for (const std::size_t row : rows) {
+        std::vector<std::string> cells{std::to_string(row + 1)};
+        for (const std::size_t column : own) cells.push_back(sheet.cell(row, column));
+        const PointAnswer* answer = answerOf(sheet, &rules, row);
+        for (std::size_t i = 0; i <= figures; ++i)
+            cells.push_back(answer ? shown(rules.columns()[i], rules.cell(*answer, i), regional) : "");
+        cells.push_back(answer ? rules.message(*answer) : sheet[row].record.empty() ? "" : "not computed");
+        report.rows.push_back(std::move(cells));
+    }
+    return report;
+}
+
+} // namespace metrisk
