@@ -6,6 +6,7 @@
 #include "desk/guardband/GuardbandScreen.h"
 #include "desk/plots/ParameterPlotScreens.h"
 #include "desk/plots/PlotDesk.h"
+#include "desk/points/TestPointsScreen.h"
 #include "desk/reliability/ReliabilityScreen.h"
 #include "desk/sweeps/RiskMapScreen.h"
 #include "desk/uncertainty/MTEErrorScreen.h"
@@ -24,7 +25,9 @@
 #include <QMainWindow>
 #include <QPainter>
 #include <QProcess>
+#include <QScrollBar>
 #include <QSlider>
+#include <QTableView>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -307,6 +310,50 @@ void measureMap(const QString& path) {
                 median(coarse), median(fine));
 }
 
+/// A table of 100,000 test points: a page of it scrolled and painted, and a cell typed over, with its row
+/// computed and the totals formed anew.
+void measureSheet() {
+    constexpr int rows = 100'000;
+    Desk desk;
+    PointDesk points;
+    CellBlock cells;
+    for (int i = 0; i < rows; ++i)
+        cells.push_back(
+            {"10", std::to_string(0.2 + i % 800 * 0.001), std::to_string(60 + i % 390 * 0.1), "0.1", "95"});
+    points.sheet.put(0, 0, cells);
+    TestPointsScreen screen(desk.session, nullptr, &points);
+    const Ticks::time_point asked = Ticks::now();
+    screen.begin();
+    WorksheetDialog dialog(screen, layoutOf, nullptr);
+    dialog.setWindowModality(Qt::NonModal);
+    paint(dialog);
+    const double shown = milliseconds(asked);
+    while (screen.isComputing()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    const double computed = milliseconds(asked);
+    auto* sheet = dialog.findChild<QTableView*>("tbl_Points");
+    std::vector<double> frames, edits;
+    for (int i = 0; i < 200; ++i) {
+        const Ticks::time_point begun = Ticks::now();
+        sheet->verticalScrollBar()->setValue(i * 487 % rows);
+        sheet->viewport()->repaint();
+        frames.push_back(milliseconds(begun));
+    }
+    for (int i = 0; i < 100; ++i) {
+        const std::string before = *points.sheet[static_cast<std::size_t>(i) * 911].answer.record;
+        const Ticks::time_point begun = Ticks::now();
+        screen.leaveCell(screen.tbl_Points, i * 911, 1, std::to_string(1.91 + i * 0.001));
+        dialog.binder().repaint();
+        QCoreApplication::processEvents();
+        edits.push_back(milliseconds(begun));
+        if (*points.sheet[static_cast<std::size_t>(i) * 911].answer.record == before) std::abort();
+    }
+    std::printf(
+        "100,000 test points          %8.1f ms until they are seen, %.1f ms until they are computed\n", shown,
+        computed);
+    reportEntries("scrolling them by a page", frames);
+    reportEntries("typing over a cell of them", edits);
+}
+
 void measureEntries() {
     Desk desk;
     paint(*desk.window);
@@ -358,6 +405,7 @@ int main(int argc, char** argv) {
     if (argc > 2) return start(argument, Ticks::time_point(Ticks::duration(std::stoll(argv[2]))));
     measureStarts();
     measureEntries();
+    measureSheet();
     measureWorksheet(QString::fromStdString(argument));
     measureBudget(QString::fromStdString(argument));
     measureOpening(QString::fromStdString(argument));

@@ -48,27 +48,29 @@ PointRules::PointRules(const Analysis& base, const Regional& regional, const Wan
     turAt_ = place("TUR");
 }
 
-std::shared_ptr<const PointAnswer> PointRules::answer(std::string_view record, RowScratch& scratch) const {
-    auto answer = std::make_shared<PointAnswer>();
+PointAnswer PointRules::answer(std::string_view record, RowScratch& scratch) const {
+    PointAnswer answer;
+    std::string output;
     RowCounts counts;
-    table_.process(std::string(record) + "\n", scratch, answer->record, counts);
-    while (answer->record.ends_with('\n')) answer->record.pop_back();
+    table_.process(std::string(record) + "\n", scratch, output, counts);
+    while (output.ends_with('\n')) output.pop_back();
     CsvRecord cells;
-    readRecord(answer->record, table_.form(), cells);
+    readRecord(output, table_.form(), cells);
     const auto text = [&](std::size_t column) {
         const std::size_t place = table_.inputColumns() + column;
         return place < cells.cells.size() ? cells.cells[place].text : std::string_view();
     };
-    answer->status = statusOf(text(0));
-    answer->falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_)) : numberIn("");
-    answer->tur = turAt_ ? numberIn(text(turAt_)) : numberIn("");
-    answer->rules = number_;
+    answer.status = statusOf(text(0));
+    answer.falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_)) : numberIn("");
+    answer.tur = turAt_ ? numberIn(text(turAt_)) : numberIn("");
+    answer.rules = number_;
+    answer.record = std::make_shared<const std::string>(std::move(output));
     return answer;
 }
 
 std::string PointRules::cell(const PointAnswer& answer, std::size_t column) const {
     CsvRecord cells;
-    readRecord(answer.record, table_.form(), cells);
+    readRecord(*answer.record, table_.form(), cells);
     const std::size_t place = table_.inputColumns() + column;
     return place < cells.cells.size() ? std::string(cells.cells[place].text) : "";
 }

@@ -21,7 +21,7 @@ class PointRules {
     PointRules(const PointRules&) = delete;
     PointRules& operator=(const PointRules&) = delete;
 
-    std::shared_ptr<const PointAnswer> answer(std::string_view record, RowScratch& scratch) const;
+    PointAnswer answer(std::string_view record, RowScratch& scratch) const;
 
     /// Of the input.
     const std::string& header() const { return header_; }

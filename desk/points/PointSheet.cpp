@@ -121,13 +121,19 @@ std::vector<PointRow> PointSheet::edited(Edit edit) const {
 }
 
 PointSheet::Change PointSheet::apply(Change change) {
+    // Rows that only change stay where they are; the rows behind them move if their number does.
+    const std::size_t shared = std::min(change.count, change.rows.size());
     Change back{header_, change.at, change.rows.size(), {}, state_};
     const auto from = rows_.begin() + static_cast<std::ptrdiff_t>(change.at);
+    const auto kept = from + static_cast<std::ptrdiff_t>(shared);
     const auto to = from + static_cast<std::ptrdiff_t>(change.count);
     back.rows.assign(std::make_move_iterator(from), std::make_move_iterator(to));
-    const auto gap = rows_.erase(from, to);
-    rows_.insert(gap, std::make_move_iterator(change.rows.begin()),
-                 std::make_move_iterator(change.rows.end()));
+    const auto fresh = change.rows.begin() + static_cast<std::ptrdiff_t>(shared);
+    std::move(change.rows.begin(), fresh, from);
+    if (kept != to)
+        rows_.erase(kept, to);
+    else
+        rows_.insert(kept, std::make_move_iterator(fresh), std::make_move_iterator(change.rows.end()));
     state_ = change.state;
     if (header_ != change.header) {
         header_ = std::move(change.header);

@@ -5,6 +5,7 @@
 #include "rows/CsvRecord.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,19 +13,20 @@
 
 namespace metrisk {
 
-/// What `rows` writes for a record.
+/// What `rows` writes for a record, and what is asked of all rows at once beside it, so that a look at a long
+/// table follows no pointers.
 struct PointAnswer {
-    std::string record; // of the output, without its line end
-    enum class Status { Ok, Note, Refused, Bad } status = Status::Bad;
-    double falseAccept = 0; // a fraction; NaN where there is none
-    double tur = 0;         // NaN where there is none
-    unsigned rules = 0;     // by which it was computed
+    std::shared_ptr<const std::string> record{}; // of the output, without its line end
+    double falseAccept = 0;                      // a fraction; NaN where there is none
+    double tur = 0;                              // NaN where there is none
+    unsigned rules = 0;                          // by which it was computed; 0: not, or changed since
+    enum class Status : std::uint8_t { Ok, Note, Refused, Bad } status = Status::Bad;
 };
 
 /// A record without cells is an empty line of the table, and no test point.
 struct PointRow {
     std::string record; // without its line end
-    std::shared_ptr<const PointAnswer> answer{};
+    PointAnswer answer{};
 };
 
 /// Rows and columns count from 0. Records stay as they stand in their file, byte for byte, until they are
@@ -48,9 +50,7 @@ class PointSheet {
     std::string cell(std::size_t row, std::size_t column) const;
 
     /// The answer belongs to that record.
-    void answer(std::size_t row, std::shared_ptr<const PointAnswer> answer) {
-        rows_[row].answer = std::move(answer);
-    }
+    void answer(std::size_t row, PointAnswer answer) { rows_[row].answer = std::move(answer); }
 
     // Changes; each is one step back.
     /// Rows that are not there yet are added, columns are not.

@@ -41,8 +41,8 @@ bool passes(const PointAnswer* answer, bool blank, PointFilter filter, double li
 } // namespace
 
 const PointAnswer* answerOf(const PointSheet& sheet, const PointRules* rules, std::size_t row) {
-    const PointAnswer* answer = sheet[row].answer.get();
-    return answer && rules && answer->rules == rules->number() ? answer : nullptr;
+    const PointAnswer& answer = sheet[row].answer;
+    return rules && answer.rules == rules->number() ? &answer : nullptr;
 }
 
 std::vector<std::size_t> rowsPassing(const PointSheet& sheet, const PointRules* rules, PointFilter filter,
@@ -80,6 +80,7 @@ std::vector<std::size_t> orderBy(const PointSheet& sheet, const PointRules* rule
 
 PointTotals totalsOf(const PointSheet& sheet, const PointRules* rules, double limit) {
     PointTotals totals;
+    totals.falseAccept.reserve(sheet.size());
     double worst = -std::numeric_limits<double>::infinity();
     for (std::size_t row = 0; row < sheet.size(); ++row) {
         const PointAnswer* answer = answerOf(sheet, rules, row);

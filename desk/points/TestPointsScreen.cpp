@@ -347,7 +347,7 @@ void TestPointsScreen::computeChunk(std::vector<std::size_t> rows) {
     background_.start([this, now = std::move(now), rest = std::move(rows), records = std::move(records),
                        rules = rules_,
                        state = desk_.sheet.state()](const std::stop_token& stop) -> Background::Delivery {
-        std::vector<std::shared_ptr<const PointAnswer>> answers;
+        std::vector<PointAnswer> answers;
         RowScratch scratch;
         for (const std::string& record : records) {
             if (stop.stop_requested()) return {};
@@ -519,7 +519,7 @@ std::string TestPointsScreen::resultText() {
         if (!desk_.sheet[row].record.empty()) {
             if (!answerOf(desk_.sheet, rules_.get(), row))
                 desk_.sheet.answer(row, rules_->answer(desk_.sheet[row].record, scratch));
-            all += desk_.sheet[row].answer->record;
+            all += *desk_.sheet[row].answer.record;
         }
         all += '\n';
     }
@@ -610,7 +610,7 @@ void TestPointsScreen::refresh() {
                       count(counts.bad, regional) + " bad";
     if (totals_.waiting > 0) Lbl_Totals.text += ", " + count(totals_.waiting, regional) + " not computed";
     if (totals_.worst) {
-        const double worst = desk_.sheet[*totals_.worst].answer->falseAccept;
+        const double worst = desk_.sheet[*totals_.worst].answer.falseAccept;
         Lbl_Totals.text +=
             "\nWorst false accept risk " + percent(worst, regional) + " in row " +
             count(*totals_.worst + 1, regional) + "; " +
