@@ -9,7 +9,7 @@
 #include "risk/MeasuringFit.h"
 #include "risk/decision/Counts.h"
 #include "risk/decision/Coverage.h"
-#include "rows/TestPoint.h"
+#include "rows/FollowUnit.h"
 #include "rows/UnitFactors.h"
 
 #include <algorithm>
@@ -134,66 +134,7 @@ class Putting {
         p_.nominalUnit = p_.unit;
         if (const auto& nominal = named_[Entry::Nominal]; named_.has(Entry::Nominal) && !nominal.unit.empty())
             p_.unit = p_.nominalUnit = nominal.unit;
-        if (p_.nominalUnit != before) followUnit(before);
-    }
-
-    /// What was entered in tolerance units stays as it was entered, unless the row names another.
-    void followUnit(std::string_view before) {
-        const bool subjectStays = !named_.any(
-            {Entry::Tol, Entry::TolUpper, Entry::TolLower, Entry::TolPct, Entry::Upper, Entry::Lower});
-        const bool measuringStays = !named_.any(
-            {Entry::MteTol, Entry::MteTolPct, Entry::MteRatio, Entry::MteU, Entry::MteExpanded, Entry::Tur});
-        const bool hasSources = e().process && anySource(*e().process);
-        const double subject = scaleInto(p_.subjectUnit, before,
-                                         subjectStays && (su().upperOffset != 0 || su().lowerOffset != 0));
-        const double measuring =
-            scaleInto(p_.measuringUnit, before, hasSources || (measuringStays && mte().offset != 0));
-        if (subject != 1) {
-            rescale(su().upperOffset, p_.upper, subject);
-            rescale(su().lowerOffset, p_.lower, subject);
-            su().upperLimit = checked(su().mode + su().upperOffset);
-            su().lowerLimit = checked(su().mode - su().lowerOffset);
-        }
-        if (measuring != 1) {
-            rescale(mte().offset, p_.measuring, measuring);
-            p_.stdUncertainty = checked(p_.stdUncertainty * measuring);
-            if (hasSources) rescale(*e().process, measuring);
-        }
-    }
-
-    /// The tolerance unit beside the row's nominal unit, and by what lengths in nominal units change. Where
-    /// none is needed, units that have no factor are those of the nominal.
-    double scaleInto(ToleranceUnit& unit, std::string_view before, bool needed) const {
-        if (unit.isPpm()) return 1;
-        const double factor = unit.factor;
-        const std::string_view name = unit.name.empty() ? before : unit.name;
-        unit = {p_.nominalUnit, 1};
-        if (name.empty() || p_.nominalUnit.empty()) return 1;
-        try {
-            unit = {name, units_.factor(p_.nominalUnit, name, p_.area)};
-        } catch (const RowFault&) {
-            if (needed) throw;
-            return 1;
-        }
-        return checked(factor / unit.factor);
-    }
-
-    void rescale(double& offset, OffsetPart& part, double scale) const {
-        const double reading = std::fabs(su().mode) * part.pct / 100;
-        double rest = offset - reading;
-        if (std::fabs(rest - part.fixed) <= sameAsOne * std::fabs(offset)) rest = part.fixed;
-        offset = checked(rest * scale + reading);
-        part.fixed = checked(part.fixed * scale);
-    }
-
-    static bool anySource(const Budget& budget) {
-        return std::ranges::any_of(budget.sources,
-                                   [](const BudgetSource& source) { return source.uncertainty != 0; });
-    }
-
-    static void rescale(Budget& budget, double scale) {
-        budget.process = checked(budget.process * scale);
-        for (BudgetSource& source : budget.sources) source.uncertainty = checked(source.uncertainty * scale);
+        if (p_.nominalUnit != before) followUnit(p_, before, named_, units_);
     }
 
     void putSides() {
@@ -240,7 +181,7 @@ class Putting {
             }
             // The figures of the table are parts of the reading, and stay so.
             if (p_.measuringUnit.isPpm() && p_.nominalUnit != ppmUnits && !p_.area.empty() && before != 0 &&
-                mode != 0 && e().process && anySource(*e().process))
+                mode != 0 && e().process && hasSources(*e().process))
                 rescale(*e().process, std::fabs(mode / before));
         }
         su().upperLimit = checked(mode + su().upperOffset);
