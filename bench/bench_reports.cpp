@@ -2,7 +2,7 @@
 #include "bench/Floor.h"
 #include "bench/Sessions.h"
 #include "desk/compute/ComputePipeline.h"
-#include "desk/reports/ReportFiles.h"
+#include "desk/files/ReportFiles.h"
 #include "files/CairoPress.h"
 #include "files/CairoSurface.h"
 #include "files/PictureFile.h"

@@ -5,8 +5,8 @@
 #include "cli/Figures.h"
 #include "cli/Json.h"
 #include "cli/Readers.h"
+#include "desk/compute/ObservedPct.h"
 #include "desk/compute/ObservingUnit.h"
-#include "desk/observed/ObservedPct.h"
 #include "record/ToleranceUnits.h"
 #include "risk/observed/ObservingEntries.h"
 

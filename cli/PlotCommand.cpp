@@ -5,9 +5,8 @@
 #include "cli/Json.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
+#include "desk/compute/DataGate.h"
 #include "desk/kit/PlotMessages.h"
-#include "desk/mainscreen/DataGate.h"
-#include "desk/plots/PlotDesk.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
 
@@ -54,7 +53,7 @@ std::optional<DistributionPlot> plotOf(AnalysisRun& run, const Options& options)
         tell(run.ui, why);
         return std::nullopt;
     };
-    if (!PlotDesk(run.session).hasData(kind)) return none(noPlotData);
+    if (!hasPlotData(r, kind)) return none(noPlotData);
     try {
         DistributionPlot plot = compute(r, kind);
         Drawing trial;

@@ -7,8 +7,8 @@
 #include "cli/Json.h"
 #include "cli/ReadingOption.h"
 #include "cli/RuleOptions.h"
-#include "desk/mainscreen/DataGate.h"
-#include "desk/reports/ReportFiles.h"
+#include "desk/compute/DataGate.h"
+#include "desk/files/ReportFiles.h"
 #include "files/CairoPress.h"
 #include "persistence/SettingKeys.h"
 

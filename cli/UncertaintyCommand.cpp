@@ -9,11 +9,11 @@
 #include "cli/Json.h"
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/RunBiasAnalysis.h"
-#include "desk/uncertainty/SampleColumn.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
+#include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
 
 namespace metrisk::cli {

@@ -6,9 +6,9 @@
 #include "cli/Input.h"
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
-#include "desk/shell/StartUp.h"
-#include "units/database/UnitsDatabase.h"
+#include "desk/files/StartUp.h"
 #include "units/UnitsTable.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <filesystem>
 

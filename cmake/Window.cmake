@@ -6,7 +6,7 @@ file(GLOB help_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/help/*.html" "${PR
 
 metrisk_library(metrisk_window window)
 set_target_properties(metrisk_window PROPERTIES AUTOMOC ON)
-target_link_libraries(metrisk_window PUBLIC metrisk_desk metrisk_files Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
+target_link_libraries(metrisk_window PUBLIC metrisk_screens metrisk_files Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
 target_compile_definitions(metrisk_window PUBLIC METRISK_VERSION="${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
 target_precompile_headers(metrisk_window PRIVATE <QtWidgets>)
 qt_add_resources(metrisk_window icons PREFIX /icons BASE "${PROJECT_SOURCE_DIR}/window/icons" FILES ${icons})

@@ -223,4 +223,13 @@ DistributionPlot errorPlot(const Analysis& r, const Regional& regional) {
     return plot;
 }
 
+bool hasPlotData(const Analysis& r, PlotKind kind) {
+    switch (kind) {
+    case PlotKind::SU: return r.SU_PctInTol > 0;
+    case PlotKind::MTE: return r.MTE_Offset > 0 && r.MTE_PctInTol > 0;
+    case PlotKind::Error: return r.ProcessUncertainty > 0;
+    }
+    return false;
+}
+
 } // namespace metrisk

@@ -24,4 +24,7 @@ const char* measuringTitle(const Analysis& record, bool onOpening);
 /// There is a subject limit to refer to.
 bool hasSubjectLimits(const Analysis& record);
 
+/// The record holds what that plot shows.
+bool hasPlotData(const Analysis& record, PlotKind kind);
+
 } // namespace metrisk

@@ -4,6 +4,7 @@
 #include "desk/kit/Session.h"
 #include "desk/plots/ErrorPlotScreen.h"
 #include "desk/plots/ParameterPlotScreens.h"
+#include "plots/DistributionPlots.h"
 
 namespace metrisk {
 
@@ -12,13 +13,7 @@ PlotDesk::PlotDesk(Session& session) : session_(session) {}
 PlotDesk::~PlotDesk() = default;
 
 bool PlotDesk::hasData(PlotKind kind) const {
-    const Analysis& r = session_.record;
-    switch (kind) {
-    case PlotKind::SU: return r.SU_PctInTol > 0;
-    case PlotKind::MTE: return r.MTE_Offset > 0 && r.MTE_PctInTol > 0;
-    case PlotKind::Error: return r.ProcessUncertainty > 0;
-    }
-    return false;
+    return hasPlotData(session_.record, kind);
 }
 
 PlotScreen& PlotDesk::make(PlotKind kind) {

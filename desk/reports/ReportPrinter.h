@@ -1,7 +1,7 @@
 // Where reports are printed, and what they are measured by on the way there.
 #pragma once
 
-#include "desk/reports/ReportFiles.h"
+#include "desk/files/ReportFiles.h"
 #include "reports/PagedDocument.h"
 
 #include <functional>

@@ -6,12 +6,12 @@
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
-#include "desk/uncertainty/SampleColumn.h"
 #include "plots/SamplePicture.h"
 #include "record/ToleranceUnits.h"
 #include "uncertainty/ErrorCell.h"
 #include "uncertainty/ErrorRows.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
 
 #include <cmath>

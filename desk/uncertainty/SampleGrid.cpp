@@ -3,8 +3,8 @@
 #include "base/DecimalForm.h"
 #include "base/NumberText.h"
 #include "base/Text.h"
-#include "desk/uncertainty/SampleColumn.h"
 #include "record/WorksheetGroups.h"
+#include "uncertainty/SampleColumn.h"
 
 #include <algorithm>
 #include <cmath>

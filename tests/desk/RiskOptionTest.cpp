@@ -1,5 +1,5 @@
 // The false accept option from the menu, its reminder, and the gate before plots and reports.
-#include "desk/mainscreen/DataGate.h"
+#include "desk/compute/DataGate.h"
 #include "desk/shell/RiskOptionCommand.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"

@@ -1,5 +1,5 @@
 // The first start, and those after it.
-#include "desk/shell/StartUp.h"
+#include "desk/files/StartUp.h"
 #include "tests/support/MemorySettings.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,9 +1,9 @@
 // The data summary as a golden text, what refuses it, and where it may be written.
 #include "desk/files/Summary.h"
 #include "desk/compute/ComputePipeline.h"
+#include "desk/compute/ObservedPct.h"
 #include "desk/compute/RunBiasAnalysis.h"
 #include "desk/files/OpenAnalysis.h"
-#include "desk/observed/ObservedPct.h"
 #include "persistence/SummaryText.h"
 #include "tests/support/SilentSession.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,6 +1,6 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
-#include "desk/reports/ComposeReport.h"
-#include "desk/reports/ReportFiles.h"
+#include "desk/files/ComposeReport.h"
+#include "desk/files/ReportFiles.h"
 #include "drawing/Drawing.h"
 #include "reports/PagedDocument.h"
 #include "tests/reports/Reports.h"

@@ -1,5 +1,5 @@
 // Reports as files: what other programs get to read.
-#include "desk/reports/ReportFiles.h"
+#include "desk/files/ReportFiles.h"
 #include "base/AtomicFile.h"
 #include "base/Digest.h"
 #include "desk/files/AnalysisFile.h"

@@ -1,5 +1,5 @@
+#include "desk/compute/ObservedPct.h"
 #include "desk/compute/ValidateAndFit.h"
-#include "desk/observed/ObservedPct.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestSession.h"
 

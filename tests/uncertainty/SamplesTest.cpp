@@ -1,8 +1,8 @@
 // Statistics of samples against published data sets, and what a row takes from them.
 #include "uncertainty/Samples.h"
-#include "desk/uncertainty/SampleColumn.h"
 #include "tests/support/TemporaryFolder.h"
 #include "uncertainty/ErrorTable.h"
+#include "uncertainty/SampleColumn.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The window program.
 #include "desk/appearance/SchemeSettings.h"
 #include "desk/files/ClearAnalysis.h"
+#include "desk/files/StartUp.h"
 #include "desk/kit/Session.h"
-#include "desk/shell/StartUp.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/QtInteraction.h"
 #include "window/shell/Application.h"

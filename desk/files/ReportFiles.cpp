@@ -1,7 +1,7 @@
-#include "desk/reports/ReportFiles.h"
+#include "desk/files/ReportFiles.h"
 
 #include "base/Text.h"
-#include "desk/reports/ComposeReport.h"
+#include "desk/files/ComposeReport.h"
 #include "reports/HtmlDocument.h"
 
 namespace metrisk {

@@ -1,4 +1,4 @@
-#include "desk/shell/StartUp.h"
+#include "desk/files/StartUp.h"
 
 #include "base/AtomicFile.h"
 #include "base/Settings.h"

@@ -1,4 +1,4 @@
-#include "desk/observed/ObservedPct.h"
+#include "desk/compute/ObservedPct.h"
 
 #include "base/NumberText.h"
 #include "base/Real.h"

@@ -1,4 +1,4 @@
-#include "desk/mainscreen/DataGate.h"
+#include "desk/compute/DataGate.h"
 
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/kit/PlotMessages.h"

@@ -1,4 +1,4 @@
-#include "desk/reports/ComposeReport.h"
+#include "desk/files/ComposeReport.h"
 
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/FitSubject.h"

@@ -1,4 +1,4 @@
-#include "desk/uncertainty/SampleColumn.h"
+#include "uncertainty/SampleColumn.h"
 
 #include "base/CellBlock.h"
 #include "base/NumberText.h"
