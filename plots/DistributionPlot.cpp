@@ -5,6 +5,7 @@
 #include "drawing/Chart.h"
 #include "drawing/PaperColours.h"
 #include "drawing/PlotScale.h"
+#include "drawing/SubSurface.h"
 #include "numerics/Distribution.h"
 #include "plots/PlotLabels.h"
 #include "record/ToleranceUnits.h"
@@ -17,6 +18,7 @@ namespace metrisk {
 
 namespace {
 
+constexpr double tallest = 0.875;        // a picture that is higher has paper above and below, of its width
 constexpr double fillShare = 16.0 / 255; // of the curve's colour, under it
 constexpr double tintShare = 0.35;       // of a hatching's colour, between its lines
 constexpr double hatchStep = 5;          // device units
@@ -522,10 +524,16 @@ class Drawer {
 
 std::optional<std::string> DrawDistributionPlot(DrawingSurface& surface, const DistributionPlot& plot,
                                                 const Regional& regional) {
-    if (plot.holdsData()) return Drawer(surface, plot, regional).draw();
+    const double width = surface.deviceWidth(), height = surface.deviceHeight();
+    const double most = tallest * width;
+    const bool tall = height > most && width > 0;
+    if (plot.holdsData() && !tall) return Drawer(surface, plot, regional).draw();
     surface.BackColor = surface.paper();
     surface.Cls();
-    return {};
+    if (!plot.holdsData()) return {};
+    surface.Scale(0, 0, width, height);
+    SubSurface middle(surface, {0, (height - most) / 2}, width, most);
+    return Drawer(middle, plot, regional).draw();
 }
 
 } // namespace metrisk

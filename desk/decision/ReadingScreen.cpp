@@ -304,6 +304,8 @@ void ReadingScreen::showHistory() {
             row.push_back({.text = *text, .locked = true});
     }
     cmd_CopyHistory.enabled = !history_.readings.empty();
+    cmd_CopyHistory.toolTip =
+        cmd_CopyHistory.enabled ? "Copy the readings since the start" : "No readings since the start";
 }
 
 } // namespace metrisk

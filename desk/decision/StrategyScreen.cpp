@@ -203,6 +203,10 @@ void StrategyScreen::refresh() {
     showWorst();
     cmd_Copy.enabled = cmd_Save.enabled = !figures_.lines.empty();
     cmd_Send.enabled = !figures_.lines.empty();
+    const std::string none = basis_ ? "The strategies are being computed" : Lbl_Basis.text;
+    cmd_Copy.toolTip = cmd_Copy.enabled ? "Copy the table with tabs between its cells" : none;
+    cmd_Save.toolTip = cmd_Save.enabled ? "Save the figures in all digits, with commas between" : none;
+    cmd_Send.toolTip = cmd_Send.enabled ? "Type the multipliers of the chosen row there" : none;
 }
 
 void StrategyScreen::showTable() {

@@ -21,7 +21,7 @@ class PrintDialogScreen final : public Worksheet {
                               "The budget of the process uncertainty"};
     CheckBox Chk_IncludeErrPlot{*this, "Chk_IncludeErrPlot", " &Error distribution plot",
                                 "The distribution of the total measurement error"};
-    CheckBox Chk_IncludeDecision{*this, "Chk_IncludeDecision", " De&cision on the last reading",
+    CheckBox Chk_IncludeDecision{*this, "Chk_IncludeDecision", " Decision on the &last reading",
                                  "Verdict, probabilities and sentence; needs a reading of this run"};
     Choice cbo_SUZoom{*this, "cbo_SUZoom", "Size of the subject parameter's curve"};
     Choice cbo_MTEZoom{*this, "cbo_MTEZoom", "Size of the measuring parameter's curve"};

@@ -14,6 +14,7 @@
 #include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace metrisk {
@@ -182,6 +183,13 @@ void DataEntryScreen::refresh() {
     };
     Lbl_MeanValue.text = grid_.measured() ? "Mean Value" : "Mean Deviation";
     MeanValuePanel.text = figure(draft_.Stat_SampleMean[slot_], own);
+    const std::vector<double> values = grid_.values();
+    Lbl_Range.tone = Label::Tone::Second;
+    Lbl_Range.text.clear();
+    if (!values.empty()) {
+        const auto [least, greatest] = std::ranges::minmax(values);
+        Lbl_Range.text = "Least " + figure(least, own) + ", greatest " + figure(greatest, own);
+    }
     SampleSizePanel.text = std::to_string(draft_.Stat_SampleSize[slot_]);
     StdDeviationPanel.text = figure(deviation_, units.name);
     pnl_MeanSigma.text = figure(draft_.Stat_Value6[slot_], units.name);

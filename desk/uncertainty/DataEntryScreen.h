@@ -21,6 +21,8 @@ class DataEntryScreen final : public Worksheet {
     Table ss{*this, "ss", "Measured Values: up to 200, a row each"};
     Label Lbl_Taken{*this, "Lbl_Taken"};
     PictureArea pic_Samples{*this, "pic_Samples", "", "How the samples spread, with their mean and limits"};
+    Label Lbl_Range{*this, "Lbl_Range"};
+    Label Lbl_MostSamples{*this, "Lbl_MostSamples", "of " + std::to_string(maxSampleSize)};
     Label Lbl_MeanValue{*this, "Lbl_MeanValue"};
     TextBox MeanValuePanel{*this, "MeanValuePanel", "Mean of the samples"};
     Label Lbl_SampleSize{*this, "Lbl_SampleSize", "Sample Size"};

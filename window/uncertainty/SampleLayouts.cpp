@@ -16,12 +16,13 @@ QWidget* layoutDataEntry(const WidgetMaker& w) {
     QGroupBox* options =
         group("Samples",
               rows({{w("Lbl_NominalValue"), w("NominalValueBox")}, {w("measOption_0"), w("measOption_1")}}));
-    QGroupBox* figures = group("Statistics", rows({{w("Lbl_MeanValue"), w("MeanValuePanel")},
-                                                   {w("Lbl_SampleSize"), w("SampleSizePanel")},
-                                                   {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
-                                                   {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
-                                                   {{w("chk_SamplingDistribution"), 2}}}));
-    return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture})}),
+    QGroupBox* figures =
+        group("Statistics", rows({{w("Lbl_MeanValue"), w("MeanValuePanel")},
+                                  {w("Lbl_SampleSize"), w("SampleSizePanel"), w("Lbl_MostSamples")},
+                                  {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
+                                  {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
+                                  {{w("chk_SamplingDistribution"), 2}}}));
+    return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture, w("Lbl_Range")})}),
                  foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 
