@@ -119,6 +119,8 @@ QAction* ScreenBinder::makeAction(const MenuItem& item) {
     const QString name = item.control;
     action->setObjectName(name);
     action->setEnabled(item.enabled());
+    action->setCheckable(item.checked.has_value());
+    action->setChecked(item.checked.value_or(false));
     action->setToolTip(plainTip(qt(item.toolTip)));
     action->setShortcuts(QKeySequence::listFromString(item.shortcut, QKeySequence::PortableText));
     // The boxes have the editing keys already; a second owner would make them ambiguous.
