@@ -239,8 +239,7 @@ std::vector<MenuItem> TestPointsScreen::menuItems() {
                     .shortcut = "Ctrl+K"},
                    {.control = "mnu_RenameColumn",
                     .caption = "Re&name...",
-                    .run = [this] { renameColumn(); },
-                    .shortcut = "F2"},
+                    .run = [this] { renameColumn(); }},
                    {.control = "mnu_RemoveColumn",
                     .caption = "&Remove",
                     .run =

@@ -45,7 +45,18 @@ class Hand : public ControlVisitor {
     void visit(Meter&) override {}
     void visit(Swatch&) override {}
     void visit(PictureArea&) override {}
-    void visit(Sheet&) override {}
+    void visit(Sheet& sheet) override {
+        const int row = static_cast<int>(random_() % 6), column = static_cast<int>(random_() % 4);
+        switch (random_() % 5) {
+        case 0: screen_.leaveCell(sheet, row, column, "95"); break;
+        case 1: screen_.putCells(sheet, row, column, {{"1", "0.5"}, {"2 V", "word"}, {}}); break;
+        case 2: screen_.undo(sheet); break;
+        case 3: screen_.pressHeading(sheet, column); break;
+        case 4: screen_.select(sheet, {row, 0, row + 1, column}); break;
+        }
+        for (int at = 0; at < sheet.content.rowCount(); ++at)
+            for (int each = 0; each < sheet.content.columnCount(); ++each) sheet.content.cell(at, each);
+    }
     void visit(Hypertext&) override {}
     void visit(TextBox& box) override {
         if (box.isResult() || box.locked) return;
@@ -129,7 +140,7 @@ template <class Look>
 void withEachScreen(Way way, Look look) {
     for (const auto& file : std::filesystem::directory_iterator(METRISK_SOURCE_DIR "/examples"))
         for (const ScreenEntry& entry : allScreens())
-            for (unsigned seed = 0; file.path().extension() == ".mrk" && usable(entry) && seed < 4; ++seed) {
+            for (unsigned seed = 0; file.path().extension() == ".mrk" && usable(entry) && seed < 2; ++seed) {
                 SCOPED_TRACE(::testing::Message() << file.path() << ", " << entry.name << ", seed " << seed);
                 look(entry, Used(file.path(), entry, seed, way));
             }
@@ -153,7 +164,7 @@ TEST(UsedScreen, MarksTheAnalysisAsChangedWhereItHasKeptAnEntry) {
         ++kept;
         EXPECT_TRUE(used.session.record.FileChanged) << used.changed(isInput);
     });
-    EXPECT_GT(kept, 100);
+    EXPECT_GT(kept, 50);
 }
 
 } // namespace

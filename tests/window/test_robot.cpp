@@ -6,6 +6,7 @@
 #include "window/kit/CellTable.h"
 #include "window/kit/EntryBox.h"
 #include "window/kit/PictureWidget.h"
+#include "window/kit/SheetView.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -130,7 +131,7 @@ class Robot {
             if (widget->isVisible() && widget->isEnabled() && !widget->objectName().startsWith("qt_") &&
                 (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
                  qobject_cast<QComboBox*>(widget) || qobject_cast<QSlider*>(widget) ||
-                 qobject_cast<PictureWidget*>(widget) || qobject_cast<CellTable*>(widget) ||
+                 qobject_cast<PictureWidget*>(widget) || qobject_cast<QTableView*>(widget) ||
                  qobject_cast<QPlainTextEdit*>(widget)))
                 reachable += widget;
         if (reachable.empty()) return;
@@ -138,6 +139,7 @@ class Robot {
         last = "use " + widget->objectName();
         if (widget->objectName() == "tb_Main_exit") return;
         if (auto* table = qobject_cast<CellTable*>(widget)) return handle(*table);
+        if (auto* sheet = qobject_cast<SheetView*>(widget)) return handle(*sheet);
         if (auto* choice = qobject_cast<QComboBox*>(widget)) {
             choice->setFocus();
             for (auto steps = random_() % 9; steps > 0; --steps)
@@ -171,6 +173,35 @@ class Robot {
     }
 
     /// Types into a cell, or pastes a few lines from there on.
+    void handle(SheetView& sheet) {
+        sheet.setFocus();
+        const QAbstractItemModel& model = *sheet.model();
+        if (model.rowCount() > 0)
+            sheet.setCurrentIndex(
+                model.index(static_cast<int>(random_() % static_cast<unsigned>(model.rowCount())),
+                            static_cast<int>(random_() % static_cast<unsigned>(model.columnCount()))));
+        constexpr std::pair<Qt::Key, Qt::KeyboardModifier> keys[] = {
+            {Qt::Key_V, Qt::ControlModifier},      {Qt::Key_C, Qt::ControlModifier},
+            {Qt::Key_Z, Qt::ControlModifier},      {Qt::Key_Y, Qt::ControlModifier},
+            {Qt::Key_D, Qt::ControlModifier},      {Qt::Key_Insert, Qt::NoModifier},
+            {Qt::Key_Delete, Qt::ControlModifier}, {Qt::Key_Delete, Qt::NoModifier}};
+        if (chance(50)) {
+            if (chance(50))
+                QApplication::clipboard()->setText(any(texts) + "\t" + any(texts) + "\n" + any(texts));
+            const auto [key, modifier] = keys[random_() % std::size(keys)];
+            last += " key " + QString::number(key);
+            QTest::keyClick(&sheet, key, modifier);
+            return;
+        }
+        const QString typed = any(texts);
+        last += " type " + typed;
+        QTest::keyClick(&sheet, Qt::Key_F2);
+        if (auto* editor = sheet.viewport()->findChild<QLineEdit*>()) {
+            editor->setText(typed);
+            QTest::keyClick(editor, chance(80) ? Qt::Key_Return : Qt::Key_Escape);
+        }
+    }
+
     void handle(CellTable& table) {
         if (table.rowCount() == 0) return;
         table.setFocus();

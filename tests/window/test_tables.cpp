@@ -1,6 +1,7 @@
 // Tables of cells as widgets, on the sample worksheet and the list of correlations.
 #include "tests/window/support/Desk.h"
 #include "window/kit/CellTable.h"
+#include "window/kit/SheetView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -8,6 +9,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <fstream>
 
 namespace metrisk::testing {
 
@@ -98,6 +100,45 @@ class TableTest final : public QObject {
             budget.findChild<QAction*>("tb_Sigma_correlations")->trigger();
         });
         QCOMPARE(desk_->record.CorrelationMatrix[4][10], 0.5);
+    }
+
+    void testPointsAreTypedPastedAndTakenBack() {
+        const QString path = desk_->path("points.csv");
+        std::ofstream(path.toStdString()) << "nominal,tol,su_pct,mte_u\n10,0.5,95,0.1\n10,0.4,95,0.1\n";
+        desk_->boxes.expectScreen("TestPoints", [this](QWidget& window) {
+            desk_->settle(&window);
+            auto& sheet = *window.findChild<SheetView*>("tbl_Points");
+            const auto cell = [&](int row, int column) {
+                return sheet.model()->index(row, column).data().toString();
+            };
+            QCOMPARE(window.focusWidget(), &sheet);
+            QCOMPARE(cell(0, 4), QString("ok"));
+            const QString before = cell(0, 5);
+            sheet.setCurrentIndex(sheet.model()->index(0, 1));
+            QTest::keyClick(&sheet, Qt::Key_F2);
+            auto* editor = sheet.viewport()->findChild<QLineEdit*>();
+            QVERIFY(editor);
+            editor->setText("word");
+            QTest::keyClick(editor, Qt::Key_Return);
+            desk_->settle(&window);
+            QCOMPARE(cell(0, 4), QString("bad"));
+            QVERIFY(sheet.model()->index(0, 1).data(Qt::ToolTipRole).toString().contains("word"));
+            QCOMPARE(sheet.currentIndex().row(), 1);
+            QApplication::clipboard()->setText("0.3\t90\n0.2\t80\n");
+            sheet.setCurrentIndex(sheet.model()->index(1, 1));
+            QTest::keyClick(&sheet, Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(sheet.model()->rowCount(), 3);
+            QCOMPARE(cell(2, 4), QString("refused")); // a nominal of 0 is missing
+            QTest::keyClick(&sheet, Qt::Key_Z, Qt::ControlModifier);
+            QTest::keyClick(&sheet, Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(sheet.model()->rowCount(), 2);
+            QCOMPARE(cell(0, 5), before);
+            sheet.selectAll();
+            QTest::keyClick(&sheet, Qt::Key_C, Qt::ControlModifier);
+            QVERIFY(QApplication::clipboard()->text().startsWith("10\t0.5\t95\t0.1\tok\t"));
+            desk_->click("cmd_Close", &window);
+        });
+        desk_->window->openAtStart(path);
     }
 };
 
