@@ -44,6 +44,20 @@ install(FILES "${completions}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-com
 
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk" PATTERN "*.csv")
 
+# The extension of SQLite, and the Python package, which is a Debian package of its own.
+set(CPACK_COMPONENTS_ALL Unspecified)
+if(TARGET metrisk_sqlite)
+  install(TARGETS metrisk_sqlite LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/metrisk)
+endif()
+if(TARGET metrisk_python)
+  set(python_package lib/python3/dist-packages/metrisk)
+  install(TARGETS metrisk_python LIBRARY DESTINATION ${python_package} COMPONENT python)
+  install(FILES ${package_files} DESTINATION ${python_package} COMPONENT python)
+  install(FILES packaging/copyright DESTINATION share/doc/python3-metrisk COMPONENT python)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+  math(EXPR next_python "${Python_VERSION_MINOR} + 1") # the module is for one version
+endif()
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VENDOR "Metrisk")
 set(CPACK_PACKAGE_CONTACT "Metrisk <packages@metrisk.example>")
@@ -54,6 +68,14 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6svg6) # the icons: loaded as a plugin, so no link tells
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME metrisk)
+set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_DEPENDS libqt6svg6) # the icons: loaded as a plugin, so no link tells
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-metrisk)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION
+    "Measurement decision risk analysis for Python\n Computes arrays of test points with NumPy: the figures of metrisk-cli rows.")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${next_python}), python3-numpy")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 include(CPack)
