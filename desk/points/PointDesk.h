@@ -16,7 +16,8 @@ struct PointDesk {
     PointSheet sheet{};
     std::string path{}; // of its file; empty for one that has none yet
     std::string want = "risks,tur";
-    double limit = 0.02; // of the false accept risk, a fraction
+    double limit = 0.02;       // of the false accept risk, a fraction
+    bool decimalComma = false; // of the numbers in the cells
     std::optional<PointTemplate> from{};
     std::optional<Analysis> file{}; // the template of that kind
     std::string fileName{};

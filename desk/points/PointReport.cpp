@@ -4,7 +4,6 @@
 #include "base/NumberFormat.h"
 
 #include <algorithm>
-#include <charconv>
 #include <sstream>
 
 namespace metrisk {
@@ -30,12 +29,12 @@ bool isRisk(std::string_view column) {
 }
 
 /// A figure in the digits that a reader has use for, risks in percent; any other text as it is.
-std::string shown(const std::string& column, const std::string& cell, const Regional& regional) {
-    double number = 0;
-    const auto read = std::from_chars(cell.data(), cell.data() + cell.size(), number);
-    const bool whole = read.ec == std::errc() && read.ptr == cell.data() + cell.size();
-    if (whole && isRisk(column)) return GeneralText(100 * number, regional, shownDigits - 2) + " %";
-    return whole ? GeneralText(number, regional, shownDigits) : cell;
+std::string shown(const std::string& column, const std::string& cell, NumberMarks marks,
+                  const Regional& regional) {
+    const auto number = plainNumberOf(cell, marks);
+    if (!number) return cell;
+    return isRisk(column) ? GeneralText(100 * *number, regional, shownDigits - 2) + " %"
+                          : GeneralText(*number, regional, shownDigits);
 }
 
 } // namespace
@@ -61,7 +60,8 @@ TableReport pointReport(const PointSheet& sheet, const PointRules& rules,
         for (const std::size_t column : own) cells.push_back(sheet.cell(row, column));
         const PointAnswer* answer = answerOf(sheet, &rules, row);
         for (std::size_t i = 0; i <= figures; ++i)
-            cells.push_back(answer ? shown(rules.columns()[i], rules.cell(*answer, i), regional) : "");
+            cells.push_back(
+                answer ? shown(rules.columns()[i], rules.cell(*answer, i), rules.marks(), regional) : "");
         cells.push_back(answer ? rules.message(*answer) : sheet[row].record.empty() ? "" : "not computed");
         report.rows.push_back(std::move(cells));
     }

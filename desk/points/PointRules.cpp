@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <charconv>
 #include <limits>
 
 namespace metrisk {
@@ -16,10 +15,8 @@ const UnitFactors& units() {
     return shipped;
 }
 
-double numberIn(std::string_view text) {
-    double number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    return read.ec == std::errc() ? number : std::numeric_limits<double>::quiet_NaN();
+double numberIn(std::string_view text, NumberMarks marks) {
+    return plainNumberOf(text, marks).value_or(std::numeric_limits<double>::quiet_NaN());
 }
 
 PointAnswer::Status statusOf(std::string_view word) {
@@ -30,9 +27,9 @@ PointAnswer::Status statusOf(std::string_view word) {
 } // namespace
 
 PointRules::PointRules(const Analysis& base, const Regional& regional, const Want& want,
-                       std::string_view header)
+                       std::string_view header, NumberMarks marks)
     : base_(base), regional_(regional), point_(testPointOf(base_, regional_)),
-      table_({.want = want}, point_, units(), header), header_(header) {
+      table_({.marks = marks, .want = want}, point_, units(), header), header_(header) {
     static std::atomic<unsigned> made;
     number_ = ++made;
     const std::string output = table_.outputHeader();
@@ -61,8 +58,8 @@ PointAnswer PointRules::answer(std::string_view record, RowScratch& scratch) con
         return place < cells.cells.size() ? cells.cells[place].text : std::string_view();
     };
     answer.status = statusOf(text(0));
-    answer.falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_)) : numberIn("");
-    answer.tur = turAt_ ? numberIn(text(turAt_)) : numberIn("");
+    answer.falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_), marks()) : numberIn("", {});
+    answer.tur = turAt_ ? numberIn(text(turAt_), marks()) : numberIn("", {});
     answer.rules = number_;
     answer.record = std::make_shared<const std::string>(std::move(output));
     return answer;

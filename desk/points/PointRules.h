@@ -17,12 +17,14 @@ class PointRules {
   public:
     /// Raises HeaderFault for a header that no row can be computed with, RowFault for a template whose
     /// process errors allow no sum.
-    PointRules(const Analysis& base, const Regional& regional, const Want& want, std::string_view header);
+    PointRules(const Analysis& base, const Regional& regional, const Want& want, std::string_view header,
+               NumberMarks marks = {});
     PointRules(const PointRules&) = delete;
     PointRules& operator=(const PointRules&) = delete;
 
     PointAnswer answer(std::string_view record, RowScratch& scratch) const;
 
+    NumberMarks marks() const { return table_.options().marks; }
     /// Of the input.
     const std::string& header() const { return header_; }
     /// Of the output, with its line end.

@@ -15,10 +15,10 @@ struct SortKey {
     std::string text{};
 };
 
-SortKey keyOf(const std::string& text) {
+SortKey keyOf(const std::string& text, NumberMarks marks) {
     const std::string_view cell = trimmedCell(text);
     if (cell.empty()) return {};
-    if (const auto read = quantityOf(cell)) return {SortKey::Kind::Number, read->number, {}};
+    if (const auto read = quantityOf(cell, marks)) return {SortKey::Kind::Number, read->number, {}};
     return {SortKey::Kind::Text, 0, std::string(cell)};
 }
 
@@ -58,11 +58,12 @@ std::vector<std::size_t> orderBy(const PointSheet& sheet, const PointRules* rule
                                  bool falling) {
     std::vector<SortKey> keys(sheet.size());
     const std::size_t own = sheet.columns().size();
+    const NumberMarks marks = rules ? rules->marks() : NumberMarks{};
     for (std::size_t row = 0; row < keys.size(); ++row) {
         if (column < own) {
-            keys[row] = keyOf(sheet.cell(row, column));
+            keys[row] = keyOf(sheet.cell(row, column), marks);
         } else if (const PointAnswer* answer = answerOf(sheet, rules, row)) {
-            keys[row] = keyOf(rules->cell(*answer, column - own));
+            keys[row] = keyOf(rules->cell(*answer, column - own), marks);
         }
     }
     std::vector<std::size_t> order(sheet.size());

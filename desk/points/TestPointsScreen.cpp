@@ -253,7 +253,18 @@ std::vector<MenuItem> TestPointsScreen::menuItems() {
                     .run = [this] { sort(selectedColumn(), false); }},
                    {.control = "mnu_SortFalling",
                     .caption = "Sort &Falling",
-                    .run = [this] { sort(selectedColumn(), true); }}}},
+                    .run = [this] { sort(selectedColumn(), true); },
+                    .separatorAfter = true},
+                   {.control = "mnu_DecimalComma",
+                    .caption = "Decimal &Comma",
+                    .run =
+                        [this] {
+                            desk_.decimalComma = !desk_.decimalComma;
+                            makeRules();
+                            changed();
+                        },
+                    .toolTip = "Numbers of the table are written with a comma",
+                    .checked = false}}},
         {.control = "mnu_Help", .caption = "&Help", .run = [this] { session_.ui.help(helpPage); }},
     };
 }
@@ -289,7 +300,8 @@ void TestPointsScreen::chooseTemplate(int index) {
 void TestPointsScreen::makeRules() {
     try {
         rules_ = std::make_shared<const PointRules>(templateAnalysis(), session_.regional,
-                                                    std::get<Want>(wantOf(desk_.want)), desk_.sheet.header());
+                                                    std::get<Want>(wantOf(desk_.want)), desk_.sheet.header(),
+                                                    NumberMarks{desk_.decimalComma});
         fault_.clear();
     } catch (const HeaderFault& fault) {
         rules_.reset();
@@ -626,6 +638,7 @@ void TestPointsScreen::refresh() {
     cmd_Open.enabled = rules_ && !selectedRows().empty() && openAnalysis;
     findItem(menus, "mnu_Redo")->off = !desk_.sheet.canRedo();
     findItem(menus, "mnu_SaveResults")->off = !rules_;
+    findItem(menus, "mnu_DecimalComma")->checked = desk_.decimalComma;
 }
 
 int TestPointsScreen::Content::rowCount() const {
@@ -682,7 +695,7 @@ SheetCell TestPointsScreen::Content::cell(int row, int column) const {
         // The message begins with the column it is about, or with its unit, if it is about one.
         const std::string message = screen_.rules_->message(*answer);
         const std::string name = sheet.columns()[place].substr(0, sheet.columns()[place].find('['));
-        const auto read = quantityOf(cell.text);
+        const auto read = quantityOf(cell.text, screen_.rules_->marks());
         const bool unit = read && !read->unit.empty() && message.starts_with(std::string(read->unit) + " ");
         if (unit || message.starts_with("column " + name + ":")) {
             cell.look = SheetCell::Look::Fault;
@@ -693,7 +706,7 @@ SheetCell TestPointsScreen::Content::cell(int row, int column) const {
     SheetCell cell{.look = SheetCell::Look::Result, .locked = true};
     if (!answer) return cell;
     cell.text = screen_.rules_->cell(*answer, place - own);
-    cell.isFigure = plainNumberOf(cell.text).has_value();
+    cell.isFigure = plainNumberOf(cell.text, screen_.rules_->marks()).has_value();
     if (refused) {
         cell.look = SheetCell::Look::Fault;
         cell.tip = screen_.rules_->message(*answer);

@@ -178,6 +178,18 @@ TEST(TestPoints, SaveWhatTheCommandWrites) {
     EXPECT_EQ(contentOf(again), results);
 }
 
+TEST(TestPoints, MayBeWrittenWithADecimalComma) {
+    Points p;
+    p.open("nominal;tol;su_pct;mte_u\n10,0;0,5;95;0,1\n10,0;0,5;95;0,05\n");
+    EXPECT_EQ(p.shown(0, "status"), "bad");
+    p.run("mnu_DecimalComma");
+    EXPECT_EQ(p.shown(0, "status"), "ok");
+    EXPECT_EQ(p.shown(0, "FalseAccept").substr(0, 4), "0,01");
+    EXPECT_EQ(p.desk.sheet[0].answer.falseAccept > 0.01, true);
+    p.screen.pressHeading(p.screen.tbl_Points, 3);
+    EXPECT_EQ(p.shown(0, "mte_u"), "0,05");
+}
+
 TEST(TestPoints, ArePrintedAsTheyAreShown) {
     Points p;
     p.open("id,nominal,tol,tol_pct,su_pct,mte_u\na,10,0.5,,95,0.05\nb,10,0.5,,200,0.1\n");
