@@ -229,6 +229,7 @@ int main(int argc, char** argv) {
     camera.takeRiskMap();
     camera.takeReading();
     camera.takeStrategies();
+    camera.takeDialog("mnu_TestPoints", "TestPoints", "test-points");
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     fillReliability(desk.record);
     camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");

@@ -20,8 +20,10 @@ class RunExternalScreen final : public Worksheet {
     TextBox txt_AppPath{*this, "txt_AppPath", "The program's own file, or its desktop entry", Holds::Words};
     PushButton cmd_Browse{*this, "cmd_Browse", "  Bro&wse", "Choose the program's file"};
     TextBox txt_AppExt{*this, "txt_AppExt",
-                       "Extension of the files that the program opens, without the point; may be empty"};
-    TextBox txt_FilePath{*this, "txt_FilePath", "A file to open with the program; may be empty"};
+                       "Extension of the files that the program opens, without the point; may be empty",
+                       Holds::Words};
+    TextBox txt_FilePath{*this, "txt_FilePath", "A file to open with the program; may be empty",
+                         Holds::Words};
     PushButton cmd_BrowseFiles{*this, "cmd_BrowseFiles", "  &Browse", "Choose a file to open"};
     CheckBox chk_Exe{*this, "chk_Exe", "E&xe File",
                      "Browse shows files of the program's extension only; otherwise all files"};

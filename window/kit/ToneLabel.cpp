@@ -61,9 +61,15 @@ int ToneLabel::signRoom() const {
     return sign_ == Label::Sign::None ? 0 : signSize + behindSign;
 }
 
+/// A label measures itself a little short of a text with an underlined letter.
+QSize ToneLabel::withMnemonic(const QSize& hint) const {
+    if (wordWrap() || !text().contains('&')) return hint;
+    return hint.expandedTo({fontMetrics().size(Qt::TextShowMnemonic, text()).width() + 2 * margin() + 2, 0});
+}
+
 QSize ToneLabel::sizeHint() const {
     if (terse_ && sign_ != Label::Sign::None) return minimumSizeHint(); // words take what room is left
-    const QSize hint = QLabel::sizeHint() + QSize(signRoom(), 0);
+    const QSize hint = withMnemonic(QLabel::sizeHint()) + QSize(signRoom(), 0);
     // A caption takes a second line only where it must.
     const int line = fontMetrics().horizontalAdvance(text()) + 2 * margin() + signRoom() + 4;
     return wordWrap() && line < fontMetrics().averageCharWidth() * captionLength
@@ -73,7 +79,7 @@ QSize ToneLabel::sizeHint() const {
 
 QSize ToneLabel::minimumSizeHint() const {
     if (terse_ && sign_ != Label::Sign::None) return {signSize + 1, QLabel::minimumSizeHint().height()};
-    return QLabel::minimumSizeHint() + QSize(signRoom(), 0);
+    return withMnemonic(QLabel::minimumSizeHint()) + QSize(signRoom(), 0);
 }
 
 void ToneLabel::paintEvent(QPaintEvent* event) {

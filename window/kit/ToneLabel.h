@@ -26,6 +26,7 @@ class ToneLabel final : public QLabel {
 
   private:
     int signRoom() const;
+    QSize withMnemonic(const QSize& hint) const;
 
     Label::Tone tone_ = Label::Tone::Plain;
     Label::Sign sign_;

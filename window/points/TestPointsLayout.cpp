@@ -24,8 +24,11 @@ QWidget* layoutTestPoints(const WidgetMaker& w) {
     QWidget* filterLimit = w.box("txt_Filter", 8);
     filterLimit->setAccessibleName("Limit of the rows shown");
     QWidget* above = new QWidget;
-    above->setLayout(rows({{w("Lbl_Template"), w("cbo_Template"), w("Lbl_Want"), w("txt_Want")},
-                           {filterName, across({filter, filterLimit}), w("Lbl_Limit"), w("txt_Limit")}}));
+    QGridLayout* entries =
+        rows({{w("Lbl_Template"), w("cbo_Template"), w("Lbl_Want"), w("txt_Want")},
+              {filterName, across({filter, filterLimit}), w("Lbl_Limit"), w("txt_Limit")}});
+    entries->setContentsMargins(0, 0, 0, 0);
+    above->setLayout(entries);
     QWidget* sheet = w("tbl_Points");
     sheet->setAccessibleName("Test points");
     sheet->setMinimumSize(400, 200);

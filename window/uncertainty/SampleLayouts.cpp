@@ -52,6 +52,9 @@ QWidget* layoutCorrelationList(const WidgetMaker& w) {
     static_cast<QBoxLayout*>(between->layout())->setStretch(0, 1);
     QWidget* content = down({w("pnl_Header"), lists, between, table("ss", "Correlations", 44, 5),
                              foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
+    auto* column = static_cast<QBoxLayout*>(content->layout());
+    column->setStretch(1, 3); // nine sources are more than most have pairs
+    column->setStretch(3, 2);
     prefer(content, {0, lists->fontMetrics().lineSpacing() * 38});
     return content;
 }
