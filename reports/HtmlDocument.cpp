@@ -51,26 +51,28 @@ HtmlDocument::HtmlDocument(const PageSetup& setup, std::string title, PngMaker p
 }
 
 void HtmlDocument::StartDoc() {
-    bytes_ =
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + escaped(title_) +
-        "</title>\n<style>\n"
-        "body { max-width: " +
-        pixels(textWidth()) + "; margin: 2em auto; padding: 0 1em; font: 10pt " + familyOf(FontName) +
-        "; color: #000; background: #fff; }\n"
-        "p, h1, h2 { margin: 0; font-weight: normal; white-space: pre-wrap; overflow-wrap: anywhere; }\n"
-        "h1, h2, .b { font-weight: bold; break-after: avoid; }\n"
-        ".k, tr { break-inside: avoid; }\n"
-        "hr { border: 0; border-top: 1px solid #000; }\n"
-        "header { display: flex; justify-content: space-between; font-weight: bold; margin-bottom: 1em; }\n"
-        "section + section { margin-top: 4em; break-before: page; }\n"
-        "table { border-collapse: collapse; table-layout: fixed; margin: 0; }\n"
-        "td, th { text-align: left; vertical-align: top; padding: 1px 4px 1px 0; font-weight: normal; "
-        "overflow-wrap: anywhere; }\n"
-        "th { font-weight: bold; }\n"
-        "thead tr:last-child th { border-bottom: 1px solid; }\n"
-        ".c { text-align: center; }\n"
-        "img { max-width: 100%; height: auto; }\n"
-        "</style>\n</head>\n<body>\n<section>\n";
+    bytes_ = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
+             escaped(title_) +
+             "</title>\n<style>\n"
+             "body { max-width: " +
+             pixels(textWidth()) + "; margin: 2em auto; padding: 0 1em; font: 10pt " + familyOf(FontName) +
+             "; color: #000; background: #fff; }\n"
+             "p, h1, h2 { margin: 0; font-weight: normal; white-space: pre-wrap; overflow-wrap: anywhere; }\n"
+             "h1, h2, .b { font-weight: bold; break-after: avoid; }\n"
+             ".k, tr { break-inside: avoid; }\n"
+             "hr { border: 0; border-top: 1px solid #000; }\n"
+             "header { display: flex; justify-content: space-between; font-weight: bold; margin-bottom: 1em; "
+             "border-bottom: 1px solid #aaaeb3; }\n"
+             "section + section { margin-top: 4em; break-before: page; }\n"
+             "table { border-collapse: collapse; table-layout: fixed; margin: 0; }\n"
+             "td, th { text-align: left; vertical-align: top; padding: 1px 4px 1px 0; font-weight: normal; "
+             "overflow-wrap: anywhere; }\n"
+             "th { font-weight: bold; }\n"
+             "thead tr:last-child th { border-bottom: 1px solid; }\n"
+             ".c { text-align: center; font-variant-numeric: tabular-nums; }\n"
+             "@media print { body { max-width: none; margin: 0; padding: 0; } }\n"
+             "img { max-width: 100%; height: auto; }\n"
+             "</style>\n</head>\n<body>\n<section>\n";
     placedY_ = CurrentY;
 }
 

@@ -30,12 +30,14 @@ QWidget* layoutReliability(const WidgetMaker& w) {
                                                           {{w("cmdComputePct"), 2}}}));
     QWidget* picture = w("pic_RPlot");
     picture->setMinimumSize(360, 240);
-    QGridLayout* point =
-        rows({{"Time ( t )", w.box("txt_RPlotData_0", 8), "Reliability", w.box("txt_RPlotData_1", 8), "%",
-               "Plot Limit", w.box("txt_RPlotData_2", 8)}});
-    point->setContentsMargins(0, 0, 0, 0);
-    QWidget* data = new QWidget;
-    data->setLayout(point);
+    const auto pair = [](const char* name, QWidget* box, const char* unit) {
+        auto* label = new QLabel(name);
+        nameBy(label, box);
+        return across({label, box, new QLabel(unit)});
+    };
+    auto* data = new FoldingRow({pair("Time ( t )", w.box("txt_RPlotData_0", 8), ""),
+                                 pair("Reliability", w.box("txt_RPlotData_1", 8), "%"),
+                                 pair("Plot Limit", w.box("txt_RPlotData_2", 8), "")});
     auto* solved = new FoldingRow({percentages, coefficients});
     QWidget* entries = down({parameter, model, solved, mark});
     static_cast<QBoxLayout*>(entries->layout())->addStretch();

@@ -4,6 +4,7 @@
 #include "window/risk/Layouts.h"
 
 #include <QBoxLayout>
+#include <QLabel>
 #include <algorithm>
 
 namespace metrisk {
@@ -20,6 +21,12 @@ QWidget* box(const WidgetMaker& w, const char* control) {
     return made;
 }
 
+/// In two lines where it must be.
+QWidget* wrapped(QWidget* label) {
+    static_cast<QLabel*>(label)->setWordWrap(true);
+    return label;
+}
+
 QWidget* radios(QWidget* one, QWidget* other) {
     QWidget* made = across({one, other});
     static_cast<QBoxLayout*>(made->layout())->addStretch();
@@ -28,10 +35,10 @@ QWidget* radios(QWidget* one, QWidget* other) {
 
 QGroupBox* specifications(const WidgetMaker& w) {
     return group("Subject Parameter Specifications and Process Uncertainty",
-                 rows({{w("Lbl_Mode"), box(w, "ModeBox"), w("Lbl_ProcessUncertainty"),
+                 rows({{w("Lbl_Mode"), box(w, "ModeBox"), wrapped(w("Lbl_ProcessUncertainty")),
                         box(w, "pnl_ProcessUncertainty")},
-                       {w("Lbl_UpperTolerance"), box(w, "UpperTolLimitBox"), w("Lbl_LowerTolerance"),
-                        box(w, "LowerTolLimitBox")},
+                       {wrapped(w("Lbl_UpperTolerance")), box(w, "UpperTolLimitBox"),
+                        wrapped(w("Lbl_LowerTolerance")), box(w, "LowerTolLimitBox")},
                        {{}, {radios(w("LimitsOptionButton"), w("OffsetsOptionButton")), 3}}}));
 }
 
@@ -45,8 +52,8 @@ QGroupBox* guardbands(const WidgetMaker& w) {
     return group("Guardbands and k-Factors",
                  rows({{w("Lbl_UpperK"), box(w, "txt_kFactor_0"), w("Lbl_LowerK"), box(w, "txt_kFactor_1")},
                        {{}, {w("chk_SymmetricK"), 3}},
-                       {w("Lbl_UpperGuardband"), box(w, "UpperGuardbandBox"), w("Lbl_LowerGuardband"),
-                        box(w, "LowerGuardbandBox")}}));
+                       {wrapped(w("Lbl_UpperGuardband")), box(w, "UpperGuardbandBox"),
+                        wrapped(w("Lbl_LowerGuardband")), box(w, "LowerGuardbandBox")}}));
 }
 
 QGroupBox* keyOn(const WidgetMaker& w) {
@@ -72,14 +79,15 @@ QGroupBox* risks(const WidgetMaker& w) {
     QWidget* right = w.box("EqAccRat2Box", 4);
     right->setAccessibleName(right->accessibleDescription());
     QWidget* ratio = across({w("Lbl_RatioColon"), right});
-    return group("Risks", rows({{w("Lbl_FARisk"), box(w, "FARiskBox"), w("FARiskUnitsBox"), w("Lbl_FANote")},
-                                {{w("Lbl_ExactAccept"), 4}},
-                                {w("Lbl_FRRisk"), box(w, "FRRiskBox"), w("FRRiskUnitsBox"), w("Lbl_FRNote")},
-                                {{w("Lbl_ExactReject"), 4}},
-                                {{w("Lbl_ExactSolve"), 3}, w("cmd_UseExact")},
-                                {w("Lbl_EqAccRat"), box(w, "EqAccRatBox"), ratio, w("IncludeEqAccRatBox")},
-                                {{w("Lbl_ExactRatio"), 4}},
-                                {{}, {w("CmdCompute"), 2}}}));
+    return group("Risks",
+                 rows({{wrapped(w("Lbl_FARisk")), box(w, "FARiskBox"), w("FARiskUnitsBox"), w("Lbl_FANote")},
+                       {{w("Lbl_ExactAccept"), 4}},
+                       {wrapped(w("Lbl_FRRisk")), box(w, "FRRiskBox"), w("FRRiskUnitsBox"), w("Lbl_FRNote")},
+                       {{w("Lbl_ExactReject"), 4}},
+                       {{w("Lbl_ExactSolve"), 3}, w("cmd_UseExact")},
+                       {wrapped(w("Lbl_EqAccRat")), box(w, "EqAccRatBox"), ratio, w("IncludeEqAccRatBox")},
+                       {{w("Lbl_ExactRatio"), 4}},
+                       {{}, {w("CmdCompute"), 2}}}));
 }
 
 } // namespace

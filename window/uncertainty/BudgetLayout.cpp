@@ -93,22 +93,29 @@ QGroupBox* totals(const WidgetMaker& w) {
     return group("Process Uncertainty", grid);
 }
 
+/// In two lines where it must be.
+QWidget* wrapped(QWidget* label) {
+    static_cast<QLabel*>(label)->setWordWrap(true);
+    return label;
+}
+
 QGroupBox* bias(const WidgetMaker& w) {
     constexpr int figure = 10;
-    QGridLayout* grid = rows(
-        {{w("Lbl_TrueValue"),
-          w.box("TrueValueBox", figure),
-          w("Lbl_PctConfidence"),
-          w.box("PctConfidenceBox", figure),
-          w("Lbl_CoverageFactor"),
-          w.box("CoverageFactorBox", figure),
-          {w("cmd_BiasAnalysis"), 2}},
-         {w("Lbl_MTEBias"), w.box("MTEBiasBox", figure), w("Lbl_MTEUncertainty"),
-          w.box("MTEUncertaintyBox", figure), w("Lbl_MTELimits"), w.box("MTEUncertaintyLimitsBox", figure),
-          w("Lbl_InTolProbability_0"), w.box("pnl_InTolProbability_0", 8)},
-         {w("Lbl_SUBias"), w.box("SUBiasBox", figure), w("Lbl_SUUncertainty"),
-          w.box("SUUncertaintyBox", figure), w("Lbl_SULimits"), w.box("SUUncertaintyLimitsBox", figure),
-          w("Lbl_InTolProbability_1"), w.box("pnl_InTolProbability_1", 8)}});
+    QGridLayout* grid = rows({{wrapped(w("Lbl_TrueValue")),
+                               w.box("TrueValueBox", figure),
+                               wrapped(w("Lbl_PctConfidence")),
+                               w.box("PctConfidenceBox", figure),
+                               wrapped(w("Lbl_CoverageFactor")),
+                               w.box("CoverageFactorBox", figure),
+                               {w("cmd_BiasAnalysis"), 2}},
+                              {wrapped(w("Lbl_MTEBias")), w.box("MTEBiasBox", figure),
+                               w("Lbl_MTEUncertainty"), w.box("MTEUncertaintyBox", figure),
+                               wrapped(w("Lbl_MTELimits")), w.box("MTEUncertaintyLimitsBox", figure),
+                               wrapped(w("Lbl_InTolProbability_0")), w.box("pnl_InTolProbability_0", 8)},
+                              {wrapped(w("Lbl_SUBias")), w.box("SUBiasBox", figure), w("Lbl_SUUncertainty"),
+                               w.box("SUUncertaintyBox", figure), wrapped(w("Lbl_SULimits")),
+                               w.box("SUUncertaintyLimitsBox", figure), wrapped(w("Lbl_InTolProbability_1")),
+                               w.box("pnl_InTolProbability_1", 8)}});
     grid->setColumnMinimumWidth(0, labelColumn);
     return group("Parameter Bias Uncertainty Analysis", grid);
 }

@@ -143,7 +143,7 @@ QGroupBox* measuring(const WidgetMaker& w) {
 QWidget* layoutOffsetCalc(const WidgetMaker& w) {
     QGroupBox* nominal =
         group("Nominal Value and Measurement Units",
-              rows({{"Measurement Area", w("MeasAreaBox"), w("Lbl_Mode"), w.box("txt_Mode", 13),
+              rows({{"Measurement Area", w("MeasAreaBox"), wrapped(w("Lbl_Mode")), w.box("txt_Mode", 13),
                      "Nominal Units", w("ModeUnitsBox")},
                     {"Tolerance Display", {choices({w("ModeUnitsButton"), w("OffsetUnitsButton")}), 5}}}));
     QGroupBox* upper = subject(w);
