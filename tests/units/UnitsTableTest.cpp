@@ -1,7 +1,7 @@
 // Units as a table: what is read, what is refused, and the table that the program brings.
 #include "units/UnitsTable.h"
-#include "units/database/UnitsDatabase.h"
 #include "tests/support/TemporaryFolder.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <cmath>
 #include <fstream>

@@ -3,8 +3,8 @@
 #include "tests/window/support/EveryScreen.h"
 #include "window/kit/ContentArea.h"
 #include "window/kit/DesktopFit.h"
-#include "window/kit/Widgets.h"
 #include "window/kit/SheetView.h"
+#include "window/kit/Widgets.h"
 #include "window/kit/WorksheetDialog.h"
 
 #include <QAction>
