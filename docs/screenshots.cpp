@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPalette>
+#include <QTableView>
 #include <cstdio>
 
 namespace {
@@ -74,6 +75,17 @@ class Camera {
             qobject_cast<QDialog*>(&window)->reject();
         });
         desk_.choose(item);
+    }
+
+    /// The table of examples, scrolled to its figures.
+    void takeTestPoints() {
+        desk_.boxes.expectScreen("TestPoints", [&](QWidget& window) {
+            auto* sheet = window.findChild<QTableView*>("tbl_Points");
+            sheet->scrollTo(sheet->model()->index(0, sheet->model()->columnCount() - 2));
+            take(window, "test-points");
+            qobject_cast<QDialog*>(&window)->reject();
+        });
+        desk_.window->openAtStart(METRISK_SOURCE_DIR "/examples/points.csv");
     }
 
     /// The picture of a risk plot over a range, both risks shown.
@@ -229,7 +241,7 @@ int main(int argc, char** argv) {
     camera.takeRiskMap();
     camera.takeReading();
     camera.takeStrategies();
-    camera.takeDialog("mnu_TestPoints", "TestPoints", "test-points");
+    camera.takeTestPoints();
     camera.takeDialog("CtrlSURel", "ObservedPctWorksheet", "observed");
     fillReliability(desk.record);
     camera.takeDialog("mnu_Reliability_Parameter_0", "ReliabilityModelCoefficients", "reliability");

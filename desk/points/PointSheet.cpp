@@ -27,7 +27,7 @@ std::string encoded(std::string_view text, char delimiter) {
 
 } // namespace
 
-PointSheet::PointSheet(std::string_view header) : header_(header) {
+PointSheet::PointSheet(std::string_view header) : header_(header), rows_(1) {
     readHeader();
 }
 
@@ -42,6 +42,7 @@ PointSheet PointSheet::ofText(std::string_view bytes) {
     const std::string_view header = bytes.substr(0, recordSize(bytes, form, true));
     PointSheet sheet(withoutLineEnd(header));
     sheet.crlf_ = header.ends_with("\r\n");
+    sheet.rows_.clear();
     for (std::string_view rest = bytes.substr(header.size()); !rest.empty();) {
         const std::string_view record = rest.substr(0, recordSize(rest, sheet.form_, true));
         sheet.rows_.push_back({std::string(withoutLineEnd(record))});

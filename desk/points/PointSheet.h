@@ -33,7 +33,7 @@ struct PointRow {
 /// changed.
 class PointSheet {
   public:
-    /// A table with that header and nothing in it.
+    /// A table with that header and an empty line to type in.
     explicit PointSheet(std::string_view header = "nominal,tol,su_pct,mte_tol,mte_pct");
 
     /// A table as a file holds it, without the columns that were computed. Raises std::runtime_error for

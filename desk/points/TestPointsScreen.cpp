@@ -27,6 +27,7 @@ constexpr Message noPercent{"A percentage between 0 and 100 is needed.", "Limit"
 constexpr Message noLimit{"A number of 0 or above is needed.", "Show"};
 constexpr Message notPrinted{"Nothing could be printed.", "Test Points"};
 constexpr Message tooManyRows{"More than 10,000 rows are no document: show fewer of them.", "Test Points"};
+constexpr const char* emptyState = "Type or paste test points, or open a table of them.";
 constexpr std::string_view wantTitle = "Figures";
 /// Rows are computed while the user waits for so long, the rest beside the screen.
 constexpr auto patience = std::chrono::milliseconds(30);
@@ -477,8 +478,6 @@ void TestPointsScreen::newTable() {
     if (!changesSettled()) return;
     desk_.sheet = PointSheet();
     desk_.path.clear();
-    desk_.sheet.insertRows(0, 1);
-    desk_.sheet.markSaved();
     tbl_Points.selection = {0, 0, 0, 0};
     rules_.reset();
     changed();
@@ -606,7 +605,8 @@ void TestPointsScreen::refresh() {
                           : "";
 
     const Regional& regional = session_.regional;
-    Lbl_State.text = fault_;
+    const bool empty = totals_.counts.rows() + totals_.waiting == 0;
+    Lbl_State.text = !fault_.empty() ? fault_ : empty ? emptyState : "";
     if (fault_.empty() && !tbl_Points.selection.empty()) {
         const std::size_t row = tableRow(tbl_Points.selection.top);
         const PointAnswer* answer =

@@ -96,7 +96,7 @@ void ReliabilityScreen::redraw() {
     if (plotted()) {
         try {
             curve = ReliabilityCurve(slot().model()->number, plotTheta_, plotLimit_, plotTime_);
-            curve.units = record().Rel_IntervalUnits[slotNumber()];
+            curve.units = record().Rel_IntervalUnits[static_cast<std::size_t>(slotNumber())];
         } catch (const RuntimeFault& fault) {
             tellFault(session_.ui, fault);
         }
