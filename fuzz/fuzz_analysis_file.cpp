@@ -3,7 +3,6 @@
 #include "fuzz/SoundRecord.h"
 #include "persistence/AnalysisContent.h"
 #include "persistence/NewAnalysis.h"
-#include "tests/support/MemorySettings.h"
 
 #include <cstdint>
 
@@ -21,12 +20,6 @@ bool holdsQuote(const Analysis& record) {
         });
     });
     return found;
-}
-
-Analysis newAnalysis() {
-    Analysis record;
-    clearAnalysis(record, testing::MemorySettings());
-    return record;
 }
 
 bool read(Analysis& record, const std::string& content) {
