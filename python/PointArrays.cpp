@@ -1,8 +1,6 @@
 #include "python/PointArrays.h"
 
-#include "rows/PointFigures.h"
 #include "rows/UnitFactors.h"
-#include "units/AreaContent.h"
 
 #include <algorithm>
 #include <limits>
@@ -16,12 +14,6 @@ constexpr std::string_view distributions[] = {"Normal", "LogNormal", "Exponentia
 constexpr std::string_view solved[] = {"solved", "failed"};
 constexpr std::string_view verdicts[] = {"pass",        "conditional-pass", "undecided",
                                          "no-decision", "conditional-fail", "fail"};
-
-/// Arrays bear no units: nobody asks for a factor.
-const UnitFactors& noUnits() {
-    static const UnitFactors nothing{std::vector<AreaContent>{}};
-    return nothing;
-}
 
 double placeIn(std::span<const std::string_view> texts, std::string_view text) {
     const auto found = std::find(texts.begin(), texts.end(), text);
@@ -60,17 +52,14 @@ void answerPoints(const TestPoint& base, std::span<const EntryArray> entries, co
     for (std::size_t element = first; element < last; ++element) {
         if (element % 64 == 0 && stop.stop_requested()) return;
         notes.clear();
-        PointStatus status = PointStatus::Ok;
+        PointStatus status = PointStatus::Bad;
+        figures.count = 0;
         try {
             takeEntries(named, entries, element);
             TestPoint point = base;
-            putEntries(point, named, noUnits(), countsAs, notes);
-            figuresOf(point, want, figures, notes);
-            if (!notes.empty()) status = PointStatus::Note;
-        } catch (const RowFault& fault) {
-            figures.count = 0;
+            status = computePoint(point, named, UnitFactors::shipped(), countsAs, want, figures, notes);
+        } catch (const RowFault& fault) { // of an entry that is none
             notes = fault.text;
-            status = fault.bad ? PointStatus::Bad : PointStatus::Refused;
         }
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const FigureValue value = i < figures.count ? figures.values[i] : FigureValue{};

@@ -1,8 +1,7 @@
 // Many test points from arrays: what a row of a table is to `rows`, an element is here.
 #pragma once
 
-#include "rows/TestPoint.h"
-#include "rows/Want.h"
+#include "rows/PointFigures.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,12 +22,10 @@ struct EntryArray {
     bool single = false;                  // one value for all elements
 };
 
-enum class PointStatus : std::uint8_t { Ok, Note, Refused, Bad };
-
 /// Where the answers go; columns in the order of what is wanted. Each has room for all elements.
 struct AnswerArrays {
-    std::vector<double*> figures; // flags as 0 and 1; NaN where there is none
-    std::uint8_t* status = nullptr;
+    std::vector<double*> figures;   // flags as 0 and 1; NaN where there is none
+    std::uint8_t* status = nullptr; // as PointStatus
 };
 
 struct PointMessage {

@@ -137,7 +137,7 @@ RowCounts PartFile::goOn(const RowTable& table, std::string_view header, RowInpu
         if (!source.next(block, 1)) throw differs();
         if (empty != withoutEnd(block).empty()) throw differs();
         if (!empty && !isOf(table, record, block, cells, json)) throw differs();
-        if (!empty) counts.add(status);
+        if (!empty) counts.add(pointStatusOf(status));
         done += static_cast<off_t>(record.size());
     }
     if (::ftruncate(file_, done) != 0 || ::lseek(file_, done, SEEK_SET) < 0) fail();
@@ -172,7 +172,7 @@ RowCounts countsOf(const fs::path& output, const RowTable& table, bool hasHeader
     Written written(file, table);
     if (hasHeader) written.next();
     for (std::string_view record; !(record = written.next()).empty();)
-        if (!withoutEnd(record).empty()) counts.add(statusOf(table, record, cells, json));
+        if (!withoutEnd(record).empty()) counts.add(pointStatusOf(statusOf(table, record, cells, json)));
     ::close(file);
     return counts;
 }

@@ -22,6 +22,8 @@ namespace metrisk {
 
 namespace {
 
+constexpr std::string_view statusWords[] = {"ok", "note", "refused", "bad"};
+
 constexpr double sameAsOne = 1e-12;
 constexpr std::string_view notComputed = "Not Computed";
 
@@ -351,6 +353,29 @@ class Computing {
 
 void figuresOf(const TestPoint& point, const Want& want, PointFigures& figures, std::string& notes) {
     Computing(point, want, figures, notes).all();
+}
+
+std::string_view wordOf(PointStatus status) {
+    return statusWords[static_cast<std::size_t>(status)];
+}
+
+PointStatus pointStatusOf(std::string_view word) {
+    for (const PointStatus each : {PointStatus::Ok, PointStatus::Note, PointStatus::Refused})
+        if (word == wordOf(each)) return each;
+    return PointStatus::Bad;
+}
+
+PointStatus computePoint(TestPoint& point, const NamedEntries& named, const UnitFactors& units,
+                         CountsAs countsAs, const Want& want, PointFigures& figures, std::string& message) {
+    try {
+        putEntries(point, named, units, countsAs, message);
+        figuresOf(point, want, figures, message);
+        return message.empty() ? PointStatus::Ok : PointStatus::Note;
+    } catch (const RowFault& fault) {
+        figures.count = 0;
+        message = fault.text;
+        return fault.bad ? PointStatus::Bad : PointStatus::Refused;
+    }
 }
 
 } // namespace metrisk

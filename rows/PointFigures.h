@@ -5,6 +5,7 @@
 #include "rows/Want.h"
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,8 +27,24 @@ struct PointFigures {
     std::string_view unit{}; // of the lengths; lives as long as the row and the template
 };
 
+/// What became of a test point.
+enum class PointStatus : std::uint8_t {
+    Ok,
+    Note,    // computed, with something told
+    Refused, // read, but its entries allow no figure
+    Bad      // not read
+};
+std::string_view wordOf(PointStatus status);
+/// Bad for any other word.
+PointStatus pointStatusOf(std::string_view word);
+
 /// Those that a compute of a record with these entries gives, to the bit. What a user would have been asked
 /// or told is added to `notes`. Raises RowFault where the entries are refused.
 void figuresOf(const TestPoint& point, const Want& want, PointFigures& figures, std::string& notes);
+
+/// Puts the entries into the point, a copy of the template, and computes it; the message says what is told,
+/// or why there is no figure. Throws for memory alone: the one way of all who compute points.
+PointStatus computePoint(TestPoint& point, const NamedEntries& named, const UnitFactors& units,
+                         CountsAs countsAs, const Want& want, PointFigures& figures, std::string& message);
 
 } // namespace metrisk

@@ -98,18 +98,11 @@ class Putting {
     /// In nominal units.
     double length(Entry entry) const {
         const NamedEntry& value = named_[entry];
-        if (value.unit.empty() || value.unit == p_.nominalUnit) return value.number;
-        if (p_.nominalUnit.empty())
-            throw RowFault{true, "column " + std::string(infoOf(entry).name) + ": " +
-                                     std::string(value.unit) + " needs a unit of the nominal"};
-        const EntryKind kind = infoOf(entry).kind;
-        const bool level = kind == EntryKind::Length || kind == EntryKind::Limit;
-        const double factor = units_.factor(p_.nominalUnit, value.unit, p_.area);
-        if (level && factor != 0 && units_.isTemperature(value.unit) &&
-            plainSymbol(value.unit) != plainSymbol(p_.nominalUnit))
-            throw RowFault{true, "column " + std::string(infoOf(entry).name) +
-                                     ": a temperature must be in the unit of the nominal"};
-        return checked(value.number / factor);
+        const EntryInfo& info = infoOf(entry);
+        const bool place = info.kind == EntryKind::Length || info.kind == EntryKind::Limit;
+        return units_.inNominal(value.number, value.unit, p_.nominalUnit, p_.area,
+                                place ? UnitFactors::Length::Place : UnitFactors::Length::Interval,
+                                "column " + std::string(info.name) + ": ");
     }
 
     /// A part of the nominal where the unit is ppm or %.

@@ -46,8 +46,13 @@ void oneLine(std::string& message) {
 
 } // namespace
 
-void RowCounts::add(std::string_view status) {
-    (status == "ok" ? ok : status == "note" ? note : status == "refused" ? refused : bad) += 1;
+void RowCounts::add(PointStatus status) {
+    switch (status) {
+    case PointStatus::Ok: ++ok; break;
+    case PointStatus::Note: ++note; break;
+    case PointStatus::Refused: ++refused; break;
+    case PointStatus::Bad: ++bad; break;
+    }
 }
 
 RowCounts& RowCounts::operator+=(const RowCounts& other) {
@@ -183,29 +188,32 @@ double RowTable::lengthScale(const TestPoint& point) const {
     return units_.factor(point.nominalUnit, lengthUnit_, point.area);
 }
 
-/// The status; figures and message are in the scratch.
-const char* RowTable::compute(RowScratch& s) const {
+/// Figures and message are in the scratch.
+PointStatus RowTable::compute(RowScratch& s) const {
+    TestPoint point = template_;
+    const PointStatus status =
+        computePoint(point, s.named, units_, options_.countsAs, options_.want, s.figures, s.message);
+    if (s.figures.count == 0) return status;
     try {
-        TestPoint point = template_;
-        putEntries(point, s.named, units_, options_.countsAs, s.message);
-        figuresOf(point, options_.want, s.figures, s.message);
-        const double scale = lengthScale(point);
-        if (scale != 1) {
-            std::size_t at = 0;
-            for (const WantInfo& info : wantTable())
-                if (options_.want.has(info.word))
-                    for (const FigureColumn& column : info.columns) {
-                        if (column.isLength()) s.figures.values[at].number *= scale;
-                        ++at;
-                    }
-        }
-        s.figures.unit = point.nominalUnit;
-        return s.message.empty() ? "ok" : "note";
+        scaleLengths(s.figures, lengthScale(point));
     } catch (const RowFault& fault) {
         s.figures.count = 0;
         s.message = fault.text;
-        return fault.bad ? "bad" : "refused";
+        return fault.bad ? PointStatus::Bad : PointStatus::Refused;
     }
+    s.figures.unit = point.nominalUnit;
+    return status;
+}
+
+void RowTable::scaleLengths(PointFigures& figures, double scale) const {
+    if (scale == 1) return;
+    std::size_t at = 0;
+    for (const WantInfo& info : wantTable())
+        if (options_.want.has(info.word))
+            for (const FigureColumn& column : info.columns) {
+                if (column.isLength()) figures.values[at].number *= scale;
+                ++at;
+            }
 }
 
 void RowTable::appendNumber(std::string& out, double number) const {
@@ -251,7 +259,7 @@ void RowTable::processCsv(std::string_view bytes, RowScratch& s, std::string& ou
     s.message.clear();
     s.named.clear();
     s.figures.count = 0;
-    const char* status = "bad";
+    PointStatus status = PointStatus::Bad;
     const std::size_t wanted = columns_.size();
     if (record.flaw || record.cells.size() != wanted) {
         const std::size_t there = record.flaw ? std::min<std::size_t>(record.cells.size(), 1)
@@ -284,7 +292,7 @@ void RowTable::processCsv(std::string_view bytes, RowScratch& s, std::string& ou
     }
     counts.add(status);
     out += form_.delimiter;
-    out += status;
+    out += wordOf(status);
     if (unitColumn_) {
         out += form_.delimiter;
         if (s.figures.count > 0) appendText(out, s.figures.unit);
@@ -350,7 +358,7 @@ void RowTable::processJson(std::string_view bytes, RowScratch& s, std::string& o
     s.message.clear();
     s.named.clear();
     s.figures.count = 0;
-    const char* status = "bad";
+    PointStatus status = PointStatus::Bad;
     bool copied = false;
     const char* flaw = line.size() > longestRow ? "longer than 1 MiB" : readJsonRow(line, s.json);
     if (flaw) {
@@ -381,7 +389,7 @@ void RowTable::processJson(std::string_view bytes, RowScratch& s, std::string& o
         out += '"', out += options_.prefix, out += name, out += "\":";
     };
     key(statusName);
-    out += '"', out += status, out += '"';
+    out += '"', out += wordOf(status), out += '"';
     if (!copied) {
         key(lineName);
         appendJsonText(out, firstCharacters(line, shownLine));

@@ -40,7 +40,7 @@ struct RowCounts {
 
     std::size_t rows() const { return ok + note + refused + bad; }
     bool allAnswered() const { return refused == 0 && bad == 0; }
-    void add(std::string_view status);
+    void add(PointStatus status);
     RowCounts& operator+=(const RowCounts& other);
 };
 
@@ -99,7 +99,8 @@ class RowTable {
     Column columnOf(std::string_view name) const;
     bool isOutput(std::string_view name) const;
     void checkColumns() const;
-    const char* compute(RowScratch& scratch) const;
+    PointStatus compute(RowScratch& scratch) const;
+    void scaleLengths(PointFigures& figures, double scale) const;
     void processCsv(std::string_view record, RowScratch& scratch, std::string& out, RowCounts& counts) const;
     void processJson(std::string_view record, RowScratch& scratch, std::string& out, RowCounts& counts) const;
     void readJson(RowScratch& scratch) const;

@@ -1,5 +1,6 @@
 #include "rows/UnitFactors.h"
 
+#include "base/Real.h"
 #include "base/RelativeUnits.h"
 #include "base/Text.h"
 #include "rows/ShippedUnits.h"
@@ -123,6 +124,22 @@ double UnitFactors::found(std::string_view nominalText, std::string_view unitTex
         throw RowFault{true, std::string(unitText) + " is no unit that " + std::string(nominalText) +
                                  " can be told in"};
     return *told;
+}
+
+const UnitFactors& UnitFactors::shipped() {
+    static const UnitFactors table;
+    return table;
+}
+
+double UnitFactors::inNominal(double number, std::string_view unit, std::string_view nominal,
+                              std::string_view area, Length kind, std::string_view where) const {
+    if (unit.empty() || unit == nominal) return number;
+    if (nominal.empty())
+        throw RowFault{true, std::string(where) + std::string(unit) + " needs a unit of the nominal"};
+    const double of = factor(nominal, unit, area);
+    if (kind == Length::Place && isTemperature(unit) && plainSymbol(unit) != plainSymbol(nominal))
+        throw RowFault{true, std::string(where) + "a temperature must be in the unit of the nominal"};
+    return checked(number / of);
 }
 
 bool UnitFactors::isTemperature(std::string_view unit) const {

@@ -18,11 +18,19 @@ class UnitFactors {
     /// The units that come with the program.
     UnitFactors();
     explicit UnitFactors(const std::vector<AreaContent>& content);
+    /// The same of all programs that read no other table.
+    static const UnitFactors& shipped();
 
     /// Cell units per nominal unit: a number in `unit` is the entry number / factor. Looked up in the area if
     /// one is named, else in every area that has both; a unit that is not there may be an SI prefix before
     /// the nominal's own. Raises RowFault where there is no such factor, or areas disagree.
     double factor(std::string_view nominal, std::string_view unit, std::string_view area) const;
+
+    enum class Length { Place, Interval }; // on the scale, as a limit or a reading; or a width
+    /// A length in nominal units. Raises RowFault as well where there is no unit of the nominal, and for a
+    /// place of temperature in another unit, since factors are of intervals; `where` goes before these two.
+    double inNominal(double number, std::string_view unit, std::string_view nominal, std::string_view area,
+                     Length kind, std::string_view where = {}) const;
 
     /// Units of temperature, of which limits are no intervals.
     bool isTemperature(std::string_view unit) const;

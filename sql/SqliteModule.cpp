@@ -1,6 +1,7 @@
 // SELECT load_extension('metrisk'): risks of test points in SQL.
 #include "persistence/NewAnalysis.h"
 #include "risk/decision/Conformance.h"
+#include "rows/JsonRow.h"
 #include "rows/PointFigures.h"
 #include "rows/UnitFactors.h"
 
@@ -31,11 +32,6 @@ const Analysis& base() {
 const TestPoint& basePoint() {
     static const TestPoint point = testPointOf(base(), Regional{});
     return point;
-}
-
-const UnitFactors& units() {
-    static const UnitFactors shipped;
-    return shipped;
 }
 
 std::string_view textOf(sqlite3_value* value) {
@@ -88,20 +84,14 @@ void takeEntries(NamedEntries& named, int count, sqlite3_value** values) {
 struct Answer {
     PointFigures figures;
     std::string notes;
-    bool computed = false;
+    PointStatus status = PointStatus::Bad;
 };
 
 Answer answerOf(const NamedEntries& named, const Want& want) {
     Answer answer;
-    try {
-        TestPoint point = basePoint();
-        putEntries(point, named, units(), CountsAs::Estimate, answer.notes);
-        figuresOf(point, want, answer.figures, answer.notes);
-        answer.computed = true;
-    } catch (const RowFault& fault) {
-        answer.figures.count = 0;
-        answer.notes = fault.text;
-    }
+    TestPoint point = basePoint();
+    answer.status = computePoint(point, named, UnitFactors::shipped(), CountsAs::Estimate, want,
+                                 answer.figures, answer.notes);
     return answer;
 }
 
@@ -186,15 +176,6 @@ Want usual() {
     return want;
 }
 
-void appendJsonText(std::string& json, std::string_view text) {
-    json += '"';
-    for (const char c : text) {
-        if (c == '"' || c == '\\') json += '\\';
-        if (static_cast<unsigned char>(c) >= 0x20) json += c;
-    }
-    json += '"';
-}
-
 void risks(sqlite3_context* context, int count, sqlite3_value** values) {
     NamedEntries named;
     takeEntries(named, count, values);
@@ -218,7 +199,7 @@ void risks(sqlite3_context* context, int count, sqlite3_value** values) {
         }
     }
     json += "\"status\":";
-    appendJsonText(json, !answer.computed ? "refused" : answer.notes.empty() ? "ok" : "note");
+    appendJsonText(json, wordOf(answer.status));
     json += ",\"message\":";
     appendJsonText(json, answer.notes);
     json += '}';
@@ -246,7 +227,7 @@ void figure(sqlite3_context* context, int, sqlite3_value** values) {
     Want want;
     want.words[static_cast<std::size_t>(word)] = true;
     const Answer answer = answerOf(named, want);
-    if (answer.computed) put(context, answer.figures.values[column]);
+    if (answer.figures.count > 0) put(context, answer.figures.values[column]);
 }
 
 void guardband(sqlite3_context* context, int, sqlite3_value** values) {
@@ -258,7 +239,7 @@ void guardband(sqlite3_context* context, int, sqlite3_value** values) {
     want.words[static_cast<std::size_t>(WantWord::Guardband)] = true;
     want.guardband = {GuardbandKey::FalseAccept, target};
     const Answer answer = answerOf(named, want);
-    if (answer.computed) put(context, answer.figures.values[1]); // the upper multiplier
+    if (answer.figures.count > 0) put(context, answer.figures.values[1]); // the upper multiplier
 }
 
 void conformance(sqlite3_context* context, int, sqlite3_value** values) {

@@ -10,18 +10,8 @@ namespace metrisk {
 
 namespace {
 
-const UnitFactors& units() {
-    static const UnitFactors shipped;
-    return shipped;
-}
-
 double numberIn(std::string_view text, NumberMarks marks) {
     return plainNumberOf(text, marks).value_or(std::numeric_limits<double>::quiet_NaN());
-}
-
-PointAnswer::Status statusOf(std::string_view word) {
-    using enum PointAnswer::Status;
-    return word == "ok" ? Ok : word == "note" ? Note : word == "refused" ? Refused : Bad;
 }
 
 } // namespace
@@ -29,7 +19,7 @@ PointAnswer::Status statusOf(std::string_view word) {
 PointRules::PointRules(const Analysis& base, const Regional& regional, const Want& want,
                        std::string_view header, NumberMarks marks)
     : base_(base), regional_(regional), point_(testPointOf(base_, regional_)),
-      table_({.marks = marks, .want = want}, point_, units(), header), header_(header) {
+      table_({.marks = marks, .want = want}, point_, UnitFactors::shipped(), header), header_(header) {
     static std::atomic<unsigned> made;
     number_ = ++made;
     const std::string output = table_.outputHeader();
@@ -57,7 +47,7 @@ PointAnswer PointRules::answer(std::string_view record, RowScratch& scratch) con
         const std::size_t place = table_.inputColumns() + column;
         return place < cells.cells.size() ? cells.cells[place].text : std::string_view();
     };
-    answer.status = statusOf(text(0));
+    answer.status = pointStatusOf(text(0));
     answer.falseAccept = falseAcceptAt_ ? numberIn(text(falseAcceptAt_), marks()) : numberIn("", {});
     answer.tur = turAt_ ? numberIn(text(turAt_), marks()) : numberIn("", {});
     answer.rules = number_;
@@ -79,7 +69,7 @@ Analysis PointRules::analysisOf(std::string_view bytes) const {
     table_.readCells(record, named);
     TestPoint point = point_;
     std::string notes;
-    putEntries(point, named, units(), CountsAs::Estimate, notes);
+    putEntries(point, named, UnitFactors::shipped(), CountsAs::Estimate, notes);
     Analysis made = base_;
     putIntoRecord(made, point, named);
     return made;

@@ -3,9 +3,9 @@
 
 #include "base/CellBlock.h"
 #include "rows/CsvRecord.h"
+#include "rows/PointFigures.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,7 +20,7 @@ struct PointAnswer {
     double falseAccept = 0;                      // a fraction; NaN where there is none
     double tur = 0;                              // NaN where there is none
     unsigned rules = 0;                          // by which it was computed; 0: not, or changed since
-    enum class Status : std::uint8_t { Ok, Note, Refused, Bad } status = Status::Bad;
+    PointStatus status = PointStatus::Bad;
 };
 
 /// A record without cells is an empty line of the table, and no test point.

@@ -23,13 +23,13 @@ SortKey keyOf(const std::string& text, NumberMarks marks) {
 }
 
 bool passes(const PointAnswer* answer, bool blank, PointFilter filter, double limit) {
-    using Status = PointAnswer::Status;
     if (filter == PointFilter::All) return true;
     if (filter == PointFilter::NotComputed) return !answer && !blank;
     if (!answer) return false;
     switch (filter) {
-    case PointFilter::NotAnswered: return answer->status == Status::Refused || answer->status == Status::Bad;
-    case PointFilter::Noted: return answer->status == Status::Note;
+    case PointFilter::NotAnswered:
+        return answer->status == PointStatus::Refused || answer->status == PointStatus::Bad;
+    case PointFilter::Noted: return answer->status == PointStatus::Note;
     case PointFilter::FalseAcceptAbove: return answer->falseAccept > limit;
     case PointFilter::TurBelow: return answer->tur < limit;
     case PointFilter::All:
@@ -89,12 +89,7 @@ PointTotals totalsOf(const PointSheet& sheet, const PointRules* rules, double li
             totals.waiting += !sheet[row].record.empty();
             continue;
         }
-        using Status = PointAnswer::Status;
-        std::size_t& count = answer->status == Status::Ok        ? totals.counts.ok
-                             : answer->status == Status::Note    ? totals.counts.note
-                             : answer->status == Status::Refused ? totals.counts.refused
-                                                                 : totals.counts.bad;
-        ++count;
+        totals.counts.add(answer->status);
         if (std::isnan(answer->falseAccept)) continue;
         totals.falseAccept.push_back(answer->falseAccept);
         totals.above += answer->falseAccept > limit;

@@ -39,7 +39,7 @@ std::string count(std::size_t number, const Regional& regional) {
 }
 
 bool isFault(const PointAnswer& answer) {
-    return answer.status == PointAnswer::Status::Refused || answer.status == PointAnswer::Status::Bad;
+    return answer.status == PointStatus::Refused || answer.status == PointStatus::Bad;
 }
 
 std::string percent(double fraction, const Regional& regional) {
@@ -710,7 +710,7 @@ SheetCell TestPointsScreen::Content::cell(int row, int column) const {
     if (refused) {
         cell.look = SheetCell::Look::Fault;
         cell.tip = screen_.rules_->message(*answer);
-    } else if (answer->status == PointAnswer::Status::Note) {
+    } else if (answer->status == PointStatus::Note) {
         cell.tip = screen_.rules_->message(*answer);
     }
     return cell;
