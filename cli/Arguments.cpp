@@ -1,9 +1,9 @@
 #include "cli/Arguments.h"
 
+#include "base/NearestWord.h"
 #include "cli/Completion.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
-#include "cli/Suggestion.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -1,15 +1,16 @@
 // metrisk-cli audit: every analysis of a folder recomputed as it is stored, for whoever answers for them.
 #include "base/Digest.h"
 #include "base/Text.h"
-#include "cli/AnalysisRun.h"
 #include "cli/AuditFiles.h"
 #include "cli/AuditPages.h"
 #include "cli/Commands.h"
 #include "cli/FileList.h"
-#include "cli/Input.h"
 #include "cli/OrderedBatch.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "rows/AuditTable.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Input.h"
 
 #include <exception>
 #include <filesystem>
@@ -107,7 +108,7 @@ int audit(const Options& o) {
     if (o.json)
         for (const AuditRow& row : rows) output.results += asJson(row);
     if (!o.out.empty()) {
-        ConsoleInteraction ui;
+        UnattendedInteraction ui;
         const std::string bytes = isPdf(o.out) ? auditPdf(rows, files.others) : asCsv(rows, o.safeCells);
         if (!writeTarget(o.out, o.force, bytes, ui, output))
             output.status = std::max<int>(output.status, refused);

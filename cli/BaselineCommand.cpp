@@ -1,15 +1,15 @@
 // metrisk-cli baseline: risks of the reference case.
 #include "base/DisplayRule.h"
 #include "cli/Commands.h"
-#include "cli/ConsoleInteraction.h"
 #include "cli/Figures.h"
-#include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
 #include "desk/compute/BaselineRisks.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
+#include "unattended/Json.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include <memory>
 
@@ -30,7 +30,7 @@ std::string isInTolerance(const std::string& text) {
     return !pct || (*pct > 0 && *pct < 100) ? isPercent(text) : pctRangeText;
 }
 
-Json asJson(int status, const ConsoleInteraction& ui, const Risks& risks, const Verified& verified) {
+Json asJson(int status, const UnattendedInteraction& ui, const Risks& risks, const Verified& verified) {
     Json object = resultJson("", statusWord(status, "computed"), ui.messages());
     object["BaselineFalseAccept"] = risks.falseAccept;
     object["BaselineFalseReject"] = risks.falseReject;
@@ -42,7 +42,7 @@ Json asJson(int status, const ConsoleInteraction& ui, const Risks& risks, const 
 
 int baseline(const Options& options) {
     SettingsFile settings(defaultSettingsPath());
-    ConsoleInteraction ui;
+    UnattendedInteraction ui;
     const SystemClock clock;
     Session session{settings, ui, clock};
     session.record.FalseAcceptOption = options.producer ? 1 : 0;

@@ -1,9 +1,10 @@
 #include "cli/BatchTargets.h"
+#include "cli/Output.h"
 
-#include "cli/Input.h"
-#include "cli/Json.h"
 #include "cli/OrderedBatch.h"
 #include "cli/OutputFile.h"
+#include "unattended/Input.h"
+#include "unattended/Json.h"
 
 #include <filesystem>
 #include <set>
@@ -58,7 +59,7 @@ Output BatchTargets::write(Workplace& workplace, const std::string& file, const 
         run.ui.note(faultText(fault));
         output.status = refused;
     }
-    output.diagnostics = run.diagnostics(file);
+    output.diagnostics = diagnosticLines(file, run.ui.messages());
     if (json) {
         Json object = run.result(file, statusWord(output.status, "written"));
         object["output"] = output.status == allDone ? Json(target) : Json();

@@ -1,9 +1,9 @@
 // The files that a command reads, and the file that it writes for each.
 #pragma once
 
-#include "cli/AnalysisRun.h"
 #include "cli/FileList.h"
 #include "cli/Output.h"
+#include "unattended/AnalysisRun.h"
 
 #include <functional>
 #include <optional>

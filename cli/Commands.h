@@ -9,6 +9,7 @@
 namespace metrisk {
 class UnitsError;
 struct CoverageChoice;
+struct Workplace;
 } // namespace metrisk
 
 namespace metrisk::cli {
@@ -49,8 +50,6 @@ void addSettingsOption(const Arguments& command, std::string& path);
 
 /// Adds --k, the coverage factor of U.
 void addCoverageOption(const Arguments& command, CoverageChoice& coverage);
-
-struct Workplace;
 
 /// The units database of the settings; that which comes with the program where they name none. It may be
 /// missing.

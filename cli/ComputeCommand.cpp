@@ -1,20 +1,20 @@
 // metrisk-cli compute: risks and equivalent accuracy ratio of analysis files.
 #include "base/DisplayRule.h"
+#include "base/NumberFormat.h"
 #include "base/NumberText.h"
-#include "cli/AnalysisRun.h"
-#include "cli/BothConventions.h"
+#include "base/Picture.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
 #include "cli/FileList.h"
-#include "cli/Json.h"
 #include "cli/OrderedBatch.h"
-#include "desk/compute/BaselineRisks.h"
-#include "desk/compute/ComputePipeline.h"
+#include "cli/Output.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/files/AnalysisFile.h"
 #include "record/ToleranceUnits.h"
-#include "risk/exact/ExactRatio.h"
-#include "risk/exact/Verified.h"
+#include "risk/decision/DecisionSentence.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/ComputedFigures.h"
+#include "unattended/Json.h"
 
 #include <cmath>
 #include <exception>
@@ -34,118 +34,21 @@ struct Options {
     CoverageChoice coverage{};
 };
 
-/// What this run has computed. Risks are fractions.
-struct Figures {
-    double falseAccept = noFigure;
-    double falseReject = noFigure;
-    double baselineFalseAccept = noFigure;
-    double baselineFalseReject = noFigure;
-    Verified verified{};                // the second figures
-    std::optional<double> exactRatio{}; // of the ratio searched; none if there is none
-    std::string ratioRemark{};          // where the two are shown otherwise
-    bool subjectFitted = false;
-    bool measuringFitted = false;
-    std::optional<BothConventions> both{}; // none if there are no risks
-};
-
-std::string ratioNumber(double ratio) {
-    return FormatNumber(ratio, "#,##0.00", {});
-}
-
-/// Computes afresh, whatever the file holds of earlier computes; false when the analysis is refused.
-bool compute(AnalysisRun& run, Figures& figures) {
-    Analysis& r = run.record;
-    r.RisksNeedCompute = true;
-    r.RisksComputed = false;
-    r.SubjectFitValid = false;
-    r.MTE_Sigma = 0;
-    const bool computed = withReason(run, "no finite risk", [&] {
-        ComputeResults_Click(run.session);
-        return static_cast<bool>(r.RisksComputed);
-    });
-    figures.subjectFitted = r.SubjectFitValid;
-    figures.measuringFitted = r.MTE_Sigma > 0;
-    if (!computed) return false;
-    figures.falseAccept = riskFraction(r.FalseAcceptRisk, r.FalseAcceptUnits);
-    figures.falseReject = riskFraction(r.FalseRejectRisk, r.FalseRejectUnits);
-    return true;
-}
-
-void computeBaseline(AnalysisRun& run, Figures& figures) {
-    const Analysis& r = run.record;
-    const std::size_t told = run.ui.messages().size();
-    std::optional<Risks> risks;
-    if (r.Base_AccRatNum > 0 && r.Base_AccRatDen > 0)
-        risks = ComputeBaselineRisks(run.session, {.ratio = r.Base_AccRatNum / r.Base_AccRatDen,
-                                                   .subjectInTol = r.Base_SUPctInTol / 100,
-                                                   .measuringInTol = r.Base_MTEPctInTol / 100});
-    if (risks)
-        figures.baselineFalseAccept = risks->falseAccept, figures.baselineFalseReject = risks->falseReject;
-    else if (run.ui.messages().size() == told)
-        tell(run.ui, noBaselineRisks);
-}
-
-/// The second figures of what has been computed.
-void verify(const Analysis& r, Figures& figures) {
-    figures.verified = verifyRisks(r);
-    if (std::isnan(figures.falseAccept))
-        figures.verified.falseAccept = figures.verified.falseReject = {}, figures.verified.exact = {};
-    if (std::isnan(figures.baselineFalseAccept))
-        figures.verified.baselineFalseAccept = figures.verified.baselineFalseReject = {};
-    if (std::isnan(figures.falseAccept) || !r.ComputeEqRatio || !figures.verified.falseReject) return;
-    figures.exactRatio = exactRatio(r, figures.verified);
-    figures.ratioRemark = exactRatioRemark(r.EqAccRat, ratioNumber(r.EqAccRat), figures.exactRatio, {});
-}
-
-Json verifiedJson(const Figures& figures) {
-    const Verified& v = figures.verified;
-    Json object = {{"FalseAccept", figureJson(v.falseAccept)},
-                   {"FalseReject", figureJson(v.falseReject)},
-                   {"BaselineFalseAccept", figureJson(v.baselineFalseAccept)},
-                   {"BaselineFalseReject", figureJson(v.baselineFalseReject)},
-                   {"EqAccRat", figures.exactRatio ? Json(*figures.exactRatio) : Json()}};
-    putVerified(object, figures.both);
-    return object;
-}
-
-std::string asJson(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
-    const Analysis& r = run.record;
-    const auto given = [](bool there, const auto& value) { return there ? Json(value) : Json(); };
-    const auto subject = [&](const auto& value) { return given(figures.subjectFitted, value); };
-    const auto measuring = [&](const auto& value) { return given(figures.measuringFitted, value); };
-    const bool computed = !std::isnan(figures.falseAccept);
-    const bool ratio = computed && r.ComputeEqRatio;
-    const std::optional<int> digits = agreeingDigits(figures.verified);
-    Json object = {{"file", file},
-                   {"status", statusWord(status, "computed")},
-                   {"messages", messagesJson(run.ui.messages())},
-                   {"FalseAccept", figures.falseAccept},
-                   {"FalseReject", figures.falseReject},
-                   {"BaselineFalseAccept", figures.baselineFalseAccept},
-                   {"BaselineFalseReject", figures.baselineFalseReject},
-                   {"SU_Distribution", subject(r.SU_Distribution)},
-                   {"SU_CaseCode", subject(r.SU_CaseCode)},
-                   {"SU_Sigma", subject(r.SU_Sigma)},
-                   {"SU_LogSigma", subject(r.SU_LogSigma)},
-                   {"SU_LogOmega", subject(r.SU_LogOmega)},
-                   {"SU_ExpExponent", subject(r.SU_ExpExponent)},
-                   {"SU_ExpRate", subject(r.SU_ExpRate)},
-                   {"PhysicalLimit", subject(r.PhysicalLimit)},
-                   {"MTE_Sigma", measuring(r.MTE_Sigma)},
-                   {"MTE_kFactor", measuring(r.MTE_kFactor)},
-                   {"MTE_StdUncertainty", measuring(r.MTE_StdUncertainty)},
-                   {"FalseAcceptRisk", given(computed, r.FalseAcceptRisk)},
-                   {"FalseAcceptUnits", given(computed, r.FalseAcceptUnits)},
-                   {"FalseRejectRisk", given(computed, r.FalseRejectRisk)},
-                   {"FalseRejectUnits", given(computed, r.FalseRejectUnits)},
-                   {"EqAccRat", given(ratio, r.EqAccRat)},
-                   {"EqAccRatDen", given(ratio, r.EqAccRatDen)},
-                   {"EqAccRatAttained", given(ratio, ratioAttained(r.EqAccRat))},
-                   {"FalseAcceptOption", given(status != unreadable, r.FalseAcceptOption)},
-                   {"Verified", verifiedJson(figures)},
-                   {"AgreeingDigits", digits ? Json(*digits) : Json()}};
-    putBoth(object, figures.both);
-    return jsonLine(object);
+std::string bothRows(const BothConventions& both, const Analysis& record, const Regional& regional) {
+    const ToleranceUnits units = measuringUnits(record);
+    const bool nominal = units.isPpm() || units.name.empty();
+    const double expanded = both.expanded * (nominal ? 1 : units.factor);
+    const std::string name = nominal ? record.NominalUnits : std::string(units.name);
+    const auto ratio = [&](double value) { return FormatNumber(value, "#,##0.00", regional) + " : 1"; };
+    return tableRow("False accept, conditional", riskCell(both.consumer, riskPicture)) +
+           tableRow("False accept, joint", riskCell(both.producer, riskPicture)) +
+           tableRow("Test uncertainty ratio", ratio(both.ratios.tur)) +
+           tableRow(
+               "Expanded uncertainty U",
+               forResults(withUnits(
+                   FormatNumber(expanded, PictureForDecimals(decimalsOfWidth(expanded)), regional), name)) +
+                   " (k = " + GeneralText(both.coverage, regional, 4) + ")") +
+           tableRow("Ratio of tolerance to U", ratio(both.ratios.toleranceToUncertainty));
 }
 
 std::string ratioText(const Analysis& r, const Regional& regional) {
@@ -153,7 +56,8 @@ std::string ratioText(const Analysis& r, const Regional& regional) {
     return ratioAttained(r.EqAccRat) ? ratio : ratio + ", " + noSuchRatioText;
 }
 
-std::string asTable(const std::string& file, int status, const AnalysisRun& run, const Figures& figures) {
+std::string asTable(const std::string& file, int status, const AnalysisRun& run,
+                    const ComputedFigures& figures) {
     const Analysis& r = run.record;
     const Regional& regional = run.session.regional;
     std::string table = forResults(file) + "\n";
@@ -184,22 +88,27 @@ std::string asTable(const std::string& file, int status, const AnalysisRun& run,
     return table + "\n";
 }
 
+/// Of a file that cannot be read every figure is null.
+std::string asJson(const std::string& file, int status, const AnalysisRun& run,
+                   const ComputedFigures& figures) {
+    Json object = resultJson(file, statusWord(status, "computed"), run.ui.messages());
+    Json members = figuresJson(run.record, figures);
+    if (status == unreadable) members["FalseAcceptOption"] = Json();
+    return jsonLine(joined(std::move(object), std::move(members)));
+}
+
 Output computeFile(Workplace& workplace, const std::string& file, const Options& options) {
     AnalysisRun run(workplace);
-    Figures figures;
+    ComputedFigures figures;
     int status = unreadable;
     bool saved = true;
     if (run.open(file)) {
-        status = compute(run, figures) ? allDone : refused;
-        computeBaseline(run, figures);
-        if (!options.noVerify) verify(run.record, figures);
-        if (status == allDone)
-            figures.both =
-                bothConventions(run, options.coverage, figures.falseAccept, figures.verified.exact);
+        figures = computeFigures(run, options.coverage, !options.noVerify);
+        status = figures.computed ? allDone : refused;
         if (options.save && status == allDone) saved = saveResults(run, file, options.force);
     }
     return {.results = (options.json ? asJson : asTable)(file, status, run, figures),
-            .diagnostics = run.diagnostics(file),
+            .diagnostics = diagnosticLines(file, run.ui.messages()),
             .status = saved ? status : refused};
 }
 

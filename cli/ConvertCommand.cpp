@@ -1,11 +1,12 @@
 // metrisk-cli convert: any version of analysis file to the present one, and to JSON and back.
 #include "base/Text.h"
-#include "cli/AnalysisJson.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "desk/files/AnalysisFile.h"
 #include "persistence/AnalysisName.h"
+#include "unattended/AnalysisJson.h"
+#include "unattended/Input.h"
 
 #include <filesystem>
 
@@ -38,19 +39,6 @@ std::string targetOf(const Options& options) {
     fs::path name = fs::path(options.in).filename();
     if (isJsonName(options.in)) name.replace_extension();
     return (fs::path(options.out) / NormalizeAnalysisName(name.string())).lexically_normal().string();
-}
-
-/// A new analysis with the fields of a JSON object, as its file would be read. What is wrong with it is told.
-bool takeJson(AnalysisRun& run, const std::string& content) {
-    std::string fault;
-    try {
-        fault = putAnalysisJson(run.record, readJson(content));
-    } catch (const std::runtime_error& wrong) {
-        fault = wrong.what();
-    }
-    if (fault.empty() && !run.settle()) fault = "there is a value that no file can hold";
-    if (!fault.empty()) run.ui.note(fault);
-    return fault.empty();
 }
 
 bool isJson(const Options& options, std::string& content) {
@@ -92,7 +80,7 @@ int convert(const Options& options) {
         if (written && target != options.out) run.ui.note("saved as " + target);
         output.status = written ? allDone : refused;
     }
-    output.diagnostics = run.diagnostics(options.in);
+    output.diagnostics = diagnosticLines(options.in, run.ui.messages());
     if (options.json) {
         Json object = run.result(options.in, statusWord(output.status, "written"));
         object["output"] = output.status == allDone ? Json(target) : Json();

@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
+#include "cli/Output.h"
 #include "risk/decision/Counts.h"
 #include "risk/decision/ShownFigures.h"
 
@@ -99,7 +100,7 @@ int count(const Options& options) {
     std::string table;
     if (run.status() == allDone) putAll(run, options, figures, table);
     Json object = run.result();
-    append(object, figures);
+    object = joined(std::move(object), figures);
     if (!table.empty())
         table = forResults(options.file.empty() ? "counts" : options.file) + "\n" + table + "\n";
     return run.finish(object, table);

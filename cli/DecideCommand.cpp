@@ -4,7 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
-#include "cli/Input.h"
+#include "cli/Output.h"
 #include "cli/Readers.h"
 #include "cli/ReadingOption.h"
 #include "cli/RuleOptions.h"
@@ -12,6 +12,8 @@
 #include "risk/decision/OffCentre.h"
 #include "risk/decision/Refused.h"
 #include "risk/decision/ShownFigures.h"
+#include "rows/Reading.h"
+#include "unattended/Input.h"
 
 #include <memory>
 #include <sstream>

@@ -1,4 +1,5 @@
 #include "cli/DecisionRun.h"
+#include "cli/Output.h"
 
 #include "base/DisplayRule.h"
 #include "cli/Commands.h"

@@ -1,11 +1,12 @@
 // What the commands of readings and decisions share: one analysis, its coverage factor and its convention.
 #pragma once
 
-#include "cli/AnalysisRun.h"
 #include "cli/Arguments.h"
+#include "cli/Output.h"
 #include "risk/decision/Coverage.h"
 #include "risk/decision/DecisionSentence.h"
 #include "risk/decision/GuardedRisks.h"
+#include "unattended/AnalysisRun.h"
 
 #include <optional>
 #include <string>
@@ -45,7 +46,7 @@ class DecisionRun {
     /// Puts JSON or a table, and the messages; a table only of what was computed.
     int finish(const Json& object, const std::string& table) const;
     int status() const { return status_; }
-    std::string diagnostics() const { return run_.diagnostics(options_.file); }
+    std::string diagnostics() const { return diagnosticLines(options_.file, run_.ui.messages()); }
     const Analysis& record() const { return run_.record; }
 
     /// How its lengths are written.

@@ -1,21 +1,10 @@
 #include "cli/EntryOptions.h"
 
-#include "base/NumberText.h"
-#include "base/SameNumber.h"
-#include "base/Text.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
-#include "cli/Suggestion.h"
-#include "desk/compute/ComputePipeline.h"
-#include "desk/compute/KFactors.h"
-#include "record/EntryRules.h"
-#include "risk/decision/Counts.h"
-#include "rows/PointRecord.h"
-#include "rows/SettableFields.h"
+#include "unattended/Input.h"
 #include "units/database/UnitsDatabase.h"
 
 #include <algorithm>
-#include <deque>
 
 namespace metrisk::cli {
 
@@ -32,108 +21,12 @@ std::string optionOf(const EntryInfo& info) {
     return name;
 }
 
-bool isNameCharacter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
-
-std::string unknownField(std::string_view text) {
-    const std::string name(text.substr(0, text.find('[')));
-    std::vector<std::string> names;
-    for (const NamedField& field : namedFields()) names.emplace_back(field.field.name);
-    const std::string near = nearestWord(name, names);
-    return name + " is no field" +
-           (near.empty() ? "; rows --columns lists them" : "; did you mean " + near + "?");
-}
-
-[[noreturn]] void refuseValue(const Assignment& one, const char* what) {
-    throw RowFault{true, one.place.name() + ": " + noNumberText(one.value, what, {})};
-}
-
-FieldValue valueOf(const Assignment& one) {
-    const NamedField& field = *one.place.of;
-    switch (field.kind) {
-    case FieldKind::Text: return one.value;
-    case FieldKind::Flag: {
-        for (const char* word : {"true", "-1"})
-            if (equalCaseBlind(one.value, word)) return true;
-        for (const char* word : {"false", "0"})
-            if (equalCaseBlind(one.value, word)) return false;
-        refuseValue(one, "flag: true, false, -1, 0");
-    }
-    case FieldKind::Number:
-    case FieldKind::Whole: break;
-    }
-    const auto number =
-        field.field.unit == metrisk::Unit::Percent ? percentCellOf(one.value) : plainNumberOf(one.value);
-    if (!number) refuseValue(one, "number");
-    return *number;
-}
-
-bool sameValue(const FieldValue& a, const FieldValue& b) {
-    const auto *x = std::get_if<double>(&a), *y = std::get_if<double>(&b);
-    return x && y ? sameDerived(*x, *y) : a == b;
-}
-
-/// The entries of one command, with the texts that they are read from.
-struct ReadEntries {
-    NamedEntries named;
-    std::deque<std::string> texts{};
-    std::string notes{};
-    bool measuringCounted = false;
-
-    /// A % in-tolerance may be counts of passed and tested items, as in its box.
-    void read(Entry entry, const std::string& text) {
-        const auto counts = countsOf(text);
-        const std::string_view kept = texts.emplace_back(text);
-        if (counts && entry == Entry::SubjectPct) {
-            const auto stroke = kept.find('/');
-            named.read(Entry::Passed, kept.substr(0, stroke));
-            named.read(Entry::Tested, kept.substr(stroke + 1));
-        } else if (counts && entry == Entry::MtePct) {
-            const auto estimate = countsEntry(*counts);
-            if (!estimate) throw RowFault{false, toldText(estimate.refusal().title, estimate.refusal().text)};
-            named.read(entry, texts.emplace_back(GeneralText(*estimate, {})));
-            measuringCounted = true;
-            addNote(notes, "counts of passes are observed: false accepts and false rejects are in them");
-        } else {
-            named.read(entry, kept);
-        }
-    }
-};
-
-/// The record as its file would be read. Raises RowFault where it would not be the same analysis.
-void settleAsFile(AnalysisRun& run, const std::vector<Assignment>& assignments) {
-    const Analysis before = run.record;
-    if (!run.settle()) throw RowFault{false, "there is a value that no file can hold"};
-    for (const Assignment& one : assignments)
-        if (!entryOfField(*one.place.of) &&
-            !sameValue(fieldValue(run.record, one.place), fieldValue(before, one.place)))
-            throw RowFault{false, one.place.name() + ": no file of this analysis would keep " + one.value};
-}
-
 } // namespace
 
-bool looksAssigned(const std::string& text) {
-    const auto equal = text.find('=');
-    if (equal == text.npos || equal == 0) return false;
-    const auto open = std::min(text.find('['), equal);
-    return open > 0 && std::ranges::all_of(text.substr(0, open), isNameCharacter) &&
-           (open == equal || text[equal - 1] == ']');
-}
-
-Assignment assignmentOf(const std::string& text) {
-    const auto equal = text.find('=');
-    if (equal == text.npos) throw WrongUsage(text + " is no Field=VALUE");
-    const std::string name = text.substr(0, equal);
-    const auto place = fieldPlaceOf(name);
-    if (!place) throw WrongUsage(unknownField(name));
-    if (const std::string why = notSettable(*place->of); !why.empty()) throw WrongUsage(why);
-    if (!isElement(*place)) throw WrongUsage(name + " is no element of " + place->of->shape());
-    Assignment one{*place, text.substr(equal + 1)};
-    // A correlation is held once.
-    auto& index = one.place.index;
-    if (place->of->field.name == "CorrelationMatrix" && index[0] > index[1]) std::swap(index[0], index[1]);
-    return one;
+void EntryOptions::assign(const std::string& text) {
+    auto read = assignmentOf(text);
+    if (const auto* wrong = std::get_if<std::string>(&read)) throw WrongUsage(*wrong);
+    assignments.push_back(std::move(std::get<Assignment>(read)));
 }
 
 void EntryOptions::addTo(const Arguments& command) {
@@ -151,29 +44,8 @@ void EntryOptions::addTo(const Arguments& command) {
         .isPath();
 }
 
-bool EntryOptions::any() const {
-    return !assignments.empty() ||
-           std::ranges::any_of(entries, [](const auto& entry) { return entry.has_value(); });
-}
-
 std::string EntryOptions::wrong() const {
-    const auto option = [&](Entry entry) { return entries[static_cast<std::size_t>(entry)].has_value(); };
-    const auto twice = [](const Assignment& one, const std::string& other) {
-        return one.place.name() + " and " + other + " are one entry";
-    };
-    for (std::size_t i = 0; i < assignments.size(); ++i) {
-        const Assignment& one = assignments[i];
-        for (std::size_t j = 0; j < i; ++j)
-            if (assignments[j].place.name() == one.place.name()) return twice(one, one.place.name());
-        const auto own = entryOfField(*one.place.of);
-        if (own && option(*own)) return twice(one, optionOf(infoOf(*own)));
-        for (const Entry rival : rivalsOf(*one.place.of)) {
-            if (option(rival)) return twice(one, optionOf(infoOf(rival)));
-            for (const Assignment& other : assignments)
-                if (entryOfField(*other.place.of) == rival) return twice(one, other.place.name());
-        }
-    }
-    return "";
+    return AnalysisEntries::wrong(optionOf);
 }
 
 UnitFactors EntryOptions::unitFactors() const {
@@ -183,58 +55,6 @@ UnitFactors EntryOptions::unitFactors() const {
     } catch (const UnitsError& fault) {
         throw Unreadable(unitsFile, fault.what());
     }
-}
-
-bool EntryOptions::putInto(AnalysisRun& run, const UnitFactors& units) const {
-    const Analysis opened = run.record;
-    ReadEntries read;
-    try {
-        for (const EntryInfo& info : entryTable())
-            if (const auto& text = entries[static_cast<std::size_t>(info.entry)])
-                read.read(info.entry, *text);
-        std::vector<FieldPlace> plain;
-        for (const Assignment& one : assignments) {
-            const auto entry = entryOfField(*one.place.of);
-            const bool emptied = trimmedCell(one.value).empty();
-            if (entry && !(emptied && one.place.of->kind == FieldKind::Text)) {
-                if (emptied) refuseValue(one, "value");
-                read.read(*entry, one.value);
-                continue;
-            }
-            if (one.value.find('"') != one.value.npos)
-                throw RowFault{false, one.place.name() + ": a file cannot hold a double quote"};
-            if (!putField(run.record, one.place, valueOf(one))) refuseValue(one, "whole number");
-            plain.push_back(one.place);
-            if (one.place.of->field.name == "GB_SymmetricMult")
-                chooseSymmetricMultipliers(run.record, run.record.GB_SymmetricMult, run.session.regional);
-        }
-        followFields(run.record, plain, units);
-        // The point's texts are those of the record that it is put into.
-        const Analysis before = run.record;
-        TestPoint point = testPointOf(before, run.session.regional);
-        putEntries(point, read.named, units, *countsAsNamed(countsAs), read.notes);
-        if (read.measuringCounted && point.entries.measuring.byUncertainty)
-            throw RowFault{false, toldText(noCountsMessage.title, noCountsMessage.text)};
-        putIntoRecord(run.record, point, read.named);
-        settleAsFile(run, assignments);
-    } catch (const RowFault& fault) {
-        run.record = opened;
-        run.ui.note(fault.text);
-        return false;
-    }
-    if (!read.notes.empty()) run.ui.note(read.notes);
-    return true;
-}
-
-bool computeFigures(AnalysisRun& run) {
-    return withReason(run, "no finite risk", [&] {
-        run.record.RisksNeedCompute = true;
-        run.record.RisksComputed = false;
-        run.record.SubjectFitValid = false;
-        run.record.MTE_Sigma = 0;
-        ComputeResults_Click(run.session);
-        return static_cast<bool>(run.record.RisksComputed);
-    });
 }
 
 } // namespace metrisk::cli

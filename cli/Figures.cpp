@@ -14,11 +14,6 @@ std::string riskCell(double fraction, std::string (*picture)(std::string_view un
     return std::string(withoutOuterBlanks(number)) + " " + shown.units;
 }
 
-Json figureJson(const std::optional<VerifiedFigure>& figure) {
-    if (!figure) return {};
-    return {{"value", figure->exact.value}, {"bound", figure->exact.bound}};
-}
-
 std::string exactRow(const std::optional<VerifiedFigure>& figure, RiskPicture picture) {
     const std::string text = exactRemark(figure, picture, {});
     return text.empty() ? "" : tableRow("", text);

@@ -1,28 +1,18 @@
 // How the commands print risks, and what they say where there is none.
 #pragma once
 
-#include "cli/Json.h"
-#include "desk/kit/Message.h"
 #include "risk/exact/Verified.h"
+#include "unattended/FigureJson.h"
 
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace metrisk::cli {
 
-/// Stands for a figure that was not computed; null in JSON.
-inline constexpr double noFigure = std::numeric_limits<double>::quiet_NaN();
-
-inline constexpr Message noBaselineRisks{"The baseline's figures allow no risks.", "Baseline Not Computed"};
-
 /// "1.23 %", "< 1 ppm", or "not computed" for a fraction that is no figure. `picture` is riskPicture or
 /// baselinePicture of the display rule.
 std::string riskCell(double fraction, std::string (*picture)(std::string_view units));
-
-/// {"value", "bound"} of the second figure; null without one.
-Json figureJson(const std::optional<VerifiedFigure>& figure);
 
 /// The line below a risk whose shown digits are not those of its second figure; else empty.
 std::string exactRow(const std::optional<VerifiedFigure>& figure, RiskPicture picture);

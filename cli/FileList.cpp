@@ -1,6 +1,6 @@
 #include "cli/FileList.h"
 
-#include "cli/Input.h"
+#include "unattended/Input.h"
 
 #include <algorithm>
 

@@ -1,11 +1,10 @@
 // metrisk-cli guardband: guardbands that give a wanted risk, or equal risks, and the risks of given ones.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/EntryOptions.h"
 #include "cli/Figures.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/Readers.h"
 #include "desk/compute/ComputeGuardbands.h"
 #include "desk/compute/ComputeSteps.h"
@@ -13,6 +12,8 @@
 #include "record/Symmetry.h"
 #include "risk/exact/Verified.h"
 #include "risk/guardband/ExactGuardband.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 #include <algorithm>
 #include <memory>
@@ -212,7 +213,7 @@ int guardband(const Options& options) {
     }
     const char* word = !solved && status == unreadable ? "unreadable" : solved ? "computed" : "refused";
     return finish({.results = (options.json ? asJson : asTable)(options.file, word, run, solved),
-                   .diagnostics = run.diagnostics(options.file),
+                   .diagnostics = diagnosticLines(options.file, run.ui.messages()),
                    .status = status});
 }
 

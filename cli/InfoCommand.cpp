@@ -1,10 +1,11 @@
 // metrisk-cli info: what the program runs on, and what it is made of.
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "desk/information/SystemInfo.h"
 #include "files/DrawingLibraries.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 #include <cstdint>
 

@@ -1,12 +1,13 @@
 // metrisk-cli map: risks of an analysis over two of its quantities.
 #include "base/ExactText.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
 #include "desk/kit/Message.h"
 #include "plots/RiskMapPicture.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 #include <algorithm>
 #include <cmath>
@@ -153,7 +154,7 @@ int run(const Options& options) {
     if (options.json)
         output.results = jsonLine(
             asJson(run, options, statusWord(output.status, "computed"), computed ? &*computed : nullptr));
-    output.diagnostics = run.diagnostics(options.file);
+    output.diagnostics = diagnosticLines(options.file, run.ui.messages());
     return finish(output);
 }
 

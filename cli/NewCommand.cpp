@@ -1,12 +1,14 @@
 // metrisk-cli new: an analysis from entries, without a window.
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/EntryOptions.h"
-#include "cli/Input.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "desk/files/AnalysisFile.h"
 #include "persistence/AnalysisName.h"
 #include "record/AnalysisFields.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/ComputedFigures.h"
+#include "unattended/Input.h"
 
 namespace metrisk::cli {
 
@@ -46,10 +48,10 @@ int make(const Options& options) {
     dropResults(run.record);
     if (!read)
         output.status = unreadable;
-    else if (!options.entries.putInto(run, units) || (options.compute && !computeFigures(run)) ||
+    else if (!options.entries.putInto(run, units) || (options.compute && !computeAfresh(run)) ||
              !writeTarget(target, options.force, AnalysisText(run.record), run.ui, output))
         output.status = refused;
-    output.diagnostics = run.diagnostics(options.out);
+    output.diagnostics = diagnosticLines(options.out, run.ui.messages());
     if (options.json) output.results = jsonLine(run.result(target, statusWord(output.status, "written")));
     return finish(output);
 }
@@ -78,7 +80,7 @@ void addNew(const Arguments& program, Command& chosen) {
     command.then([o, &chosen] {
         if (o->out == standardStream && o->json)
             throw WrongUsage("OUT - and --json both take the standard output");
-        for (const std::string& text : o->set) o->entries.assignments.push_back(assignmentOf(text));
+        for (const std::string& text : o->set) o->entries.assign(text);
         if (const std::string fault = o->entries.wrong(); !fault.empty()) throw WrongUsage(fault);
         chosen = [o] { return make(*o); };
     });

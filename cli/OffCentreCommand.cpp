@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
+#include "cli/Output.h"
 #include "record/ToleranceUnits.h"
 #include "risk/decision/OffCentre.h"
 

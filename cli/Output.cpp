@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 
-#include "cli/Steering.h"
+#include "unattended/Json.h"
+#include "unattended/Steering.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -84,6 +85,13 @@ std::string diagnosticLines(const std::string& name, const std::vector<Told>& me
         lines += diagnosticLine(name, text);
     }
     return lines;
+}
+
+Output refusal(const std::string& name, const std::string& text, int status, bool json) {
+    const std::vector<Told> told{{"", text, "", false}};
+    return {.results = json ? jsonLine(resultJson(name, statusWord(status, ""), told)) : "",
+            .diagnostics = diagnosticLines(name, told),
+            .status = status};
 }
 
 Outlet::Outlet(std::size_t outputs) : total_(outputs), hasBar_(outputs > 1 && isTerminal(stderr)) {}

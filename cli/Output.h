@@ -1,7 +1,7 @@
 // What a command has to say: results for stdout, diagnostics for stderr, and its exit status.
 #pragma once
 
-#include "cli/ConsoleInteraction.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include <cstddef>
 #include <exception>
@@ -39,6 +39,9 @@ std::string diagnosticLine(const std::string& name, const std::string& text);
 /// One line for each message, "NAME: TITLE: TEXT [ANSWER]" or, of a note, "NAME: TEXT"; line breaks as
 /// blanks.
 std::string diagnosticLines(const std::string& name, const std::vector<Told>& messages);
+
+/// Of a command that has only this to say.
+Output refusal(const std::string& name, const std::string& text, int status, bool json);
 
 /// Where the outputs of a command go, one after the other. With several to come a bar on stderr shows
 /// how far it is, if that is a terminal.

@@ -1,7 +1,8 @@
 #include "cli/OutputFile.h"
+#include "cli/Output.h"
 
 #include "base/AtomicFile.h"
-#include "cli/Input.h"
+#include "unattended/Input.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -18,7 +19,7 @@ std::string targetFault(const std::string& path, bool force, const std::vector<s
     return force ? "" : path + " exists; use --force to replace it";
 }
 
-bool writeTarget(const std::string& path, bool force, std::string_view bytes, ConsoleInteraction& ui,
+bool writeTarget(const std::string& path, bool force, std::string_view bytes, UnattendedInteraction& ui,
                  Output& output) {
     if (path == standardStream) {
         output.results += bytes;

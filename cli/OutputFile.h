@@ -16,7 +16,7 @@ std::string targetFault(const std::string& path, bool force, const std::vector<s
 
 /// Writes a file as a whole, or puts the bytes among the results for "-". False if it could not; why is among
 /// the messages.
-bool writeTarget(const std::string& path, bool force, std::string_view bytes, ConsoleInteraction& ui,
+bool writeTarget(const std::string& path, bool force, std::string_view bytes, UnattendedInteraction& ui,
                  Output& output);
 
 /// Adds --force for a file that is written.

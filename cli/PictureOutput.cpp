@@ -1,8 +1,9 @@
 #include "cli/PictureOutput.h"
+#include "cli/Output.h"
 
-#include "cli/Input.h"
 #include "cli/OutputFile.h"
 #include "cli/Readers.h"
+#include "unattended/Input.h"
 
 #include <stdexcept>
 
@@ -50,7 +51,7 @@ void PictureOutput::refuseBesideText(bool text) const {
         throw WrongUsage("-o -, --json and --csv each take the standard output");
 }
 
-bool PictureOutput::write(const std::string& title, ConsoleInteraction& ui, Output& output,
+bool PictureOutput::write(const std::string& title, UnattendedInteraction& ui, Output& output,
                           const std::function<void(DrawingSurface&)>& paint) const {
     const std::string name = path == standardStream ? "picture." + format : path;
     try {

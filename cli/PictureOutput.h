@@ -26,7 +26,7 @@ struct PictureOutput {
     void refuseBesideText(bool text) const;
 
     /// False if it could not be written; why is among the messages.
-    bool write(const std::string& title, ConsoleInteraction& ui, Output& output,
+    bool write(const std::string& title, UnattendedInteraction& ui, Output& output,
                const std::function<void(DrawingSurface&)>& paint) const;
 };
 

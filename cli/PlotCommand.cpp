@@ -1,14 +1,15 @@
 // metrisk-cli plot: a distribution of an analysis as a picture file.
 #include "base/Real.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
 #include "desk/compute/DataGate.h"
 #include "desk/kit/PlotMessages.h"
 #include "drawing/Drawing.h"
 #include "plots/DistributionPlots.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 namespace metrisk::cli {
 
@@ -81,7 +82,7 @@ int draw(const Options& options) {
             });
         output.status = written ? allDone : refused;
     }
-    output.diagnostics = run.diagnostics(options.file);
+    output.diagnostics = diagnosticLines(options.file, run.ui.messages());
     if (options.json) {
         Json object = run.result(options.file, statusWord(output.status, "written"));
         object["output"] = output.status == allDone ? Json(options.picture.path) : Json();

@@ -2,14 +2,14 @@
 #include "base/DecimalForm.h"
 #include "base/NumberFormat.h"
 #include "cli/Commands.h"
-#include "cli/ConsoleInteraction.h"
 #include "cli/Figures.h"
-#include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Readers.h"
 #include "desk/compute/Reliability.h"
 #include "desk/kit/Session.h"
 #include "persistence/SettingsFile.h"
+#include "unattended/Json.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include <algorithm>
 #include <cctype>
@@ -132,7 +132,7 @@ std::string asTable(const ReliabilityModel& model, const char* status, const Opt
 
 int reliability(const Options& options) {
     SettingsFile settings(defaultSettingsPath());
-    ConsoleInteraction ui;
+    UnattendedInteraction ui;
     const SystemClock clock;
     Session session{settings, ui, clock};
     const ReliabilityModel& model = *modelNamed(options.model);

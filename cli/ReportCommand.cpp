@@ -1,18 +1,14 @@
 // metrisk-cli report: the report of an analysis as a file, or of many analyses as many files.
 #include "base/Text.h"
-#include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/ReadingOption.h"
 #include "cli/RuleOptions.h"
-#include "desk/compute/DataGate.h"
 #include "desk/files/ReportFiles.h"
-#include "files/CairoPress.h"
 #include "persistence/SettingKeys.h"
-
-#include <algorithm>
+#include "unattended/AnalysisReport.h"
+#include "unattended/Input.h"
 
 namespace metrisk::cli {
 
@@ -21,55 +17,28 @@ namespace {
 struct Options : ReadingOption {
     BatchTargets targets;
     std::string format = "pdf";
-    std::vector<std::string> sections{"risk"};
-    std::string font;
-    std::optional<std::string> organization;
     std::string paper = "a4";
     std::string settings;
     RuleOptions rule;
-    CoverageChoice coverage{};
+    ReportRequest request{.font = ""};
 
-    bool holds(const char* section) const {
-        return std::find(sections.begin(), sections.end(), section) != sections.end();
+    void settle(const Workplace& workplace) {
+        request.reading = reading;
+        request.rule = rule.rule;
+        request.prior = rule.prior;
+        if (!equalCaseBlind(paper, "a4")) request.page = PageSetup{};
+        if (request.font.empty()) request.font = workplace.settings.read(reportSettings::defaultFont);
     }
-    /// Raises RowFault where the reading has a unit that cannot be.
-    ReportSelection selection(const Analysis& record) const {
-        ReportSelection selection;
-        selection.Report_IncludeRisk = holds("risk");
-        selection.Report_IncludePlots = holds("plots");
-        selection.Report_IncludeUncertainty = holds("uncertainty");
-        selection.Report_IncludeErrorPlot = holds("error");
-        selection.Report_IncludeDecision = holds("decision");
-        if (const auto measured = nominalReading(record))
-            selection.Report_Decision = {*measured, rule.rule, rule.prior, coverage};
-        selection.Report_FontName = font;
-        return selection;
-    }
-    PageSetup page() const { return equalCaseBlind(paper, "a4") ? PageSetup::a4() : PageSetup{}; }
 };
 
 /// What is wrong with options that are each right.
 std::string faultOf(const Options& options) {
-    if (options.holds("decision") && !options.reading) return "the section decision needs a --reading";
-    if (!options.holds("decision") && options.reading) return "--reading goes with the section decision";
+    if (options.request.holds("decision") && !options.reading)
+        return "the section decision needs a --reading";
+    if (!options.request.holds("decision") && options.reading)
+        return "--reading goes with the section decision";
     if (const std::string fault = options.readingFault(); !fault.empty()) return fault;
     return options.rule.fault();
-}
-
-std::optional<std::string> compose(AnalysisRun& run, const std::string& target, const Options& options) {
-    if (options.organization) {
-        run.record.Organization = withoutQuotes(std::string(firstCharacters(*options.organization, 60)));
-        run.record.IncludeOrganization = true;
-    }
-    const bool allowed = withReason(run, "no report", [&] { return haveData(run.session, Needs::Both); });
-    if (!allowed) return std::nullopt;
-    const std::string name = target == standardStream ? "report." + options.format : target;
-    try {
-        return reportBytes(run.session, options.selection(run.record), options.page(), name, CairoPress());
-    } catch (const RowFault& fault) {
-        run.ui.note("Reading: " + fault.text);
-        return std::nullopt;
-    }
 }
 
 int reportAll(Options& options) {
@@ -78,9 +47,10 @@ int reportAll(Options& options) {
     if (!path.empty() && path != standardStream && reportFormatOf(path) == ReportFormat::None)
         return finish(refusal(path, "The Report Type is not registered.", wrongUsage, options.targets.json));
     Workplace workplace(options.settings);
-    if (options.font.empty()) options.font = workplace.settings.read(reportSettings::defaultFont);
+    options.settle(workplace);
     return options.targets.run("report", workplace, [&](AnalysisRun& run, const std::string& target) {
-        return compose(run, target, options);
+        return composeReport(run, target == standardStream ? "report." + options.format : target,
+                             options.request);
     });
 }
 
@@ -95,7 +65,7 @@ void addReport(const Arguments& program, Command& chosen) {
         .shownAs("FORMAT")
         .oneOf({"pdf", "doc", "htm"});
     command
-        .texts("--sections", options->sections,
+        .texts("--sections", options->request.sections,
                "Any of risk (the default), plots, uncertainty, error, decision, with commas between")
         .shownAs("LIST")
         .separatedBy(',')
@@ -104,9 +74,9 @@ void addReport(const Arguments& program, Command& chosen) {
     options->ReadingOption::addTo(
         command, "Of the section decision: measured value, in nominal units or with its unit");
     options->rule.addTo(command);
-    addCoverageOption(command, options->coverage);
-    command.text("--font", options->font, "Font family of the texts").shownAs("NAME");
-    command.text("--organization", options->organization, "Organization at the head of the report")
+    addCoverageOption(command, options->request.coverage);
+    command.text("--font", options->request.font, "Font family of the texts").shownAs("NAME");
+    command.text("--organization", options->request.organization, "Organization at the head of the report")
         .shownAs("NAME");
     command.text("--paper", options->paper, "a4 (the default) or letter")
         .shownAs("SIZE")

@@ -1,9 +1,9 @@
 #include "cli/RowColumns.h"
 
-#include "cli/Json.h"
 #include "rows/Entries.h"
 #include "rows/SettableFields.h"
 #include "rows/Want.h"
+#include "unattended/Json.h"
 
 namespace metrisk::cli {
 

@@ -2,13 +2,14 @@
 #include "base/Digest.h"
 #include "base/TemporaryFile.h"
 #include "base/Text.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
+#include "cli/Output.h"
 #include "cli/RowColumns.h"
 #include "persistence/AnalysisContent.h"
 #include "rows/PartFile.h"
 #include "rows/RowRun.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Input.h"
 #include "units/database/UnitsDatabase.h"
 
 #include <algorithm>
@@ -262,7 +263,8 @@ class RowsRun {
     int all() {
         run_.record = workplace_.newAnalysis;
         if (!o_.templateFile.empty() && !run_.open(o_.templateFile))
-            return finish({.diagnostics = run_.diagnostics(o_.templateFile), .status = unreadable});
+            return finish(
+                {.diagnostics = diagnosticLines(o_.templateFile, run_.ui.messages()), .status = unreadable});
         if (const std::string fault = targetFault(); !fault.empty())
             return finish(refusal("", fault, wrongUsage, false));
         try {

@@ -1,13 +1,15 @@
 // metrisk-cli set: entries and fields of analysis files, changed without a window.
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/EntryOptions.h"
-#include "cli/Input.h"
 #include "cli/OrderedBatch.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "desk/files/AnalysisFile.h"
 #include "persistence/AnalysisName.h"
 #include "risk/evaluate/CurrentFigures.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/ComputedFigures.h"
+#include "unattended/Input.h"
 
 #include <exception>
 #include <filesystem>
@@ -32,7 +34,7 @@ void sortWords(Options& o) {
     std::error_code none;
     for (const std::string& word : o.words)
         if (looksAssigned(word) && !std::filesystem::exists(word, none))
-            o.entries.assignments.push_back(assignmentOf(word));
+            o.entries.assign(word);
         else
             o.files.push_back(word);
 }
@@ -49,7 +51,7 @@ Output setOne(Workplace& workplace, const std::string& file, const Options& o, c
     Output output{.status = unreadable};
     try {
         if (run.open(file)) {
-            const bool done = o.entries.putInto(run, units) && (!o.compute || computeFigures(run)) &&
+            const bool done = o.entries.putInto(run, units) && (!o.compute || computeAfresh(run)) &&
                               write(run, file, o, output);
             output.status = done ? allDone : refused;
         }
@@ -57,7 +59,7 @@ Output setOne(Workplace& workplace, const std::string& file, const Options& o, c
         run.ui.note(faultText(fault));
         output.status = refused;
     }
-    output.diagnostics = run.diagnostics(file);
+    output.diagnostics = diagnosticLines(file, run.ui.messages());
     if (o.json) output.results = jsonLine(run.result(file, statusWord(output.status, "written")));
     return output;
 }

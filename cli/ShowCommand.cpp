@@ -1,9 +1,10 @@
 // metrisk-cli show: every field of an analysis by its name.
 #include "base/NumberText.h"
-#include "cli/AnalysisJson.h"
 #include "cli/Commands.h"
 #include "cli/FileList.h"
+#include "cli/Output.h"
 #include "record/AnalysisFields.h"
+#include "unattended/AnalysisJson.h"
 
 namespace metrisk::cli {
 
@@ -64,7 +65,7 @@ Output showFile(Workplace& workplace, const std::string& file, const Options& op
         if (options.list.files.size() > 1) output.results = forResults(file) + "\n";
         output.results += asText(run.record);
     }
-    output.diagnostics = run.diagnostics(file);
+    output.diagnostics = diagnosticLines(file, run.ui.messages());
     return output;
 }
 

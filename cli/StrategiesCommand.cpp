@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
+#include "cli/Output.h"
 #include "cli/Readers.h"
 #include "risk/decision/Refused.h"
 #include "risk/decision/StrategyTable.h"

@@ -1,8 +1,8 @@
 // metrisk-cli summary: analyses and their results as tables for spreadsheets.
-#include "cli/AnalysisRun.h"
 #include "cli/BatchTargets.h"
 #include "cli/Commands.h"
 #include "desk/files/Summary.h"
+#include "unattended/AnalysisRun.h"
 
 namespace metrisk::cli {
 

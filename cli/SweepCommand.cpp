@@ -3,13 +3,14 @@
 #include "base/ExactText.h"
 #include "base/NumberFormat.h"
 #include "base/NumberText.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/PictureOutput.h"
 #include "cli/Readers.h"
 #include "plots/RiskChart.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 #include <algorithm>
 #include <memory>
@@ -258,7 +259,7 @@ int run(const Options& options) {
         output.results = asCsv(result);
     else if (!options.csv && options.picture.path.empty() && !result.rows.empty())
         output.results = asTable(options, run, result, words);
-    output.diagnostics = run.diagnostics(options.file);
+    output.diagnostics = diagnosticLines(options.file, run.ui.messages());
     return finish(output);
 }
 

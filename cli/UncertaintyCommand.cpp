@@ -2,14 +2,15 @@
 #include "base/NumberText.h"
 #include "base/Real.h"
 #include "base/Text.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
-#include "cli/Input.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "desk/compute/FitMeasuring.h"
 #include "desk/compute/RunBiasAnalysis.h"
 #include "record/ToleranceUnits.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Input.h"
+#include "unattended/Json.h"
 #include "uncertainty/ErrorMessages.h"
 #include "uncertainty/ErrorTable.h"
 #include "uncertainty/ProcessTotals.h"
@@ -281,7 +282,7 @@ int uncertainty(const Options& options) {
     }
     const char* word = totals ? "computed" : status == unreadable ? "unreadable" : "refused";
     return finish({.results = (options.json ? asJson : asTable)(options.file, word, run, totals),
-                   .diagnostics = run.diagnostics(options.file),
+                   .diagnostics = diagnosticLines(options.file, run.ui.messages()),
                    .status = status});
 }
 

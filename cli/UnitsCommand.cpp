@@ -1,12 +1,13 @@
 // metrisk-cli units: what a units database holds, and its exchange with other files.
 #include "base/NumberText.h"
-#include "cli/AnalysisRun.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
-#include "cli/Input.h"
-#include "cli/Json.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "desk/files/StartUp.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Input.h"
+#include "unattended/Json.h"
 #include "units/UnitsTable.h"
 #include "units/database/UnitsDatabase.h"
 
@@ -34,7 +35,7 @@ using Open = std::unique_ptr<UnitsDatabase>;
 struct Report {
     std::string file; // the database
     int status = allDone;
-    ConsoleInteraction ui{};
+    UnattendedInteraction ui{};
     std::string text{};
     Json figures{}; // members of the object behind the common ones
 };

@@ -1,12 +1,12 @@
 // metrisk-cli verify: the program's own figures beside published ones, as a page that can be filed.
 #include "base/Clock.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
-#include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "files/PictureFile.h"
 #include "selfcheck/CheckPage.h"
+#include "unattended/Input.h"
+#include "unattended/Json.h"
 
 #include <stdexcept>
 
@@ -41,7 +41,7 @@ Json asJson(const CheckHeading& heading, const std::vector<CheckedFigure>& figur
 }
 
 bool writePage(const Options& options, const CheckHeading& heading, const std::vector<CheckedFigure>& figures,
-               ConsoleInteraction& ui, Output& output) {
+               UnattendedInteraction& ui, Output& output) {
     try {
         const std::string bytes =
             documentBytes({794, 1123}, {.title = "Metrisk self-check"}, checkPages(heading, figures));
@@ -59,7 +59,7 @@ int verify(const Options& options) {
         !fault.empty())
         return finish(refusal("", "verify: " + fault, wrongUsage, options.json));
     Output output;
-    ConsoleInteraction ui;
+    UnattendedInteraction ui;
     const std::string own = options.data.empty() ? "" : readInput(options.data, largest);
     const std::string_view data = options.data.empty() ? publishedFigures() : own;
     const std::vector<CheckedFigure> figures = selfCheck(data);

@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/DecisionRun.h"
 #include "cli/Figures.h"
+#include "cli/Output.h"
 #include "cli/Readers.h"
 #include "risk/decision/WorstCase.h"
 
@@ -100,7 +101,7 @@ int worst(const Options& options) {
         }
     }
     Json object = run.result();
-    append(object, figures);
+    object = joined(std::move(object), figures);
     const bool any = std::holds_alternative<Json::Object>(figures.value());
     return run.finish(object, any ? table + "\n" : "");
 }

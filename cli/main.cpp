@@ -1,9 +1,9 @@
 // The command-line program: the same core as the window, for batches and scripts.
 #include "base/AtomicFile.h"
 #include "cli/Commands.h"
-#include "cli/Input.h"
-#include "cli/Json.h"
 #include "cli/Output.h"
+#include "unattended/Input.h"
+#include "unattended/Json.h"
 
 #include <csignal>
 #include <cstdio>
@@ -34,7 +34,7 @@ int run(int argc, char** argv) {
     if (const auto ended = program.read(argc, argv)) return *ended;
     try {
         return chosen();
-    } catch (const Unreadable& fault) {
+    } catch (const metrisk::Unreadable& fault) {
         const std::string text = std::string("cannot be read: ") + fault.what();
         return finish(refusal(fault.file, text, unreadable, program.given("--json")));
     } catch (const std::exception& fault) { // memory, or the system

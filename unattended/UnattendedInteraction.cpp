@@ -1,8 +1,8 @@
-#include "cli/ConsoleInteraction.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include "desk/kit/Worksheet.h"
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -18,16 +18,16 @@ const char* answerWord(Answer answer) {
 
 } // namespace
 
-Answer ConsoleInteraction::show(const Box& box) {
+Answer UnattendedInteraction::show(const Box& box) {
     messages_.push_back({box.title, box.text, answerWord(box.unattended), box.buttons != BoxButtons::Ok});
     return box.unattended;
 }
 
-void ConsoleInteraction::run(Worksheet& screen, const std::function<void()>& work) {
+void UnattendedInteraction::run(Worksheet& screen, const std::function<void()>& work) {
     if (work)
         work();
     else
         screen.close(Way::Cancel);
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,11 +1,13 @@
-#include "cli/AnalysisJson.h"
+#include "unattended/AnalysisJson.h"
 
 #include "desk/compute/FitMeasuring.h"
 #include "record/AnalysisFields.h"
 #include "record/FieldAccess.h"
-#include "uncertainty/ErrorTable.h"
 
-namespace metrisk::cli {
+#include "uncertainty/ErrorTable.h"
+#include <stdexcept>
+
+namespace metrisk {
 
 namespace {
 
@@ -58,7 +60,7 @@ std::string put(Analysis& record, FieldPlace& place, const Json& json) {
 void computeBiasRow(AnalysisRun& run) {
     Analysis& record = run.record;
     if (!(record.MTE_Offset > 0 && record.MTE_PctInTol > 0)) return;
-    ConsoleInteraction unheard;
+    UnattendedInteraction unheard;
     Session session{run.session.settings, unheard, run.session.clock};
     session.record = record;
     FitMeasuringParameter(session);
@@ -93,4 +95,16 @@ std::string putAnalysisJson(Analysis& record, const Json& object) {
     return "";
 }
 
-} // namespace metrisk::cli
+bool takeJson(AnalysisRun& run, const std::string& content) {
+    std::string fault;
+    try {
+        fault = putAnalysisJson(run.record, readJson(content));
+    } catch (const std::runtime_error& wrong) {
+        fault = wrong.what();
+    }
+    if (fault.empty() && !run.settle()) fault = "there is a value that no file can hold";
+    if (!fault.empty()) run.ui.note(fault);
+    return fault.empty();
+}
+
+} // namespace metrisk

@@ -1,4 +1,4 @@
-#include "cli/Input.h"
+#include "unattended/Input.h"
 
 #include <array>
 #include <cerrno>
@@ -6,7 +6,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 std::string readInput(const std::string& path, std::size_t largest) {
     const bool standard = path == standardStream;
@@ -26,4 +26,4 @@ std::string readInput(const std::string& path, std::size_t largest) {
     return content;
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

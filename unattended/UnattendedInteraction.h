@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 /// What was said or asked, and the answer given ("OK", "Cancel", "Yes" or "No"). A note, which no box tells,
 /// has neither title nor answer.
@@ -17,7 +17,7 @@ struct Told {
     bool asked; // there was a choice of answers
 };
 
-class ConsoleInteraction final : public Interaction {
+class UnattendedInteraction final : public Interaction {
   public:
     /// Everything shown so far, in order.
     const std::vector<Told>& messages() const { return messages_; }
@@ -50,4 +50,4 @@ class ConsoleInteraction final : public Interaction {
     std::vector<Told> messages_;
 };
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,9 +1,8 @@
-// What the commands print as JSON: one object on one line.
+// Results as JSON: one object on one line.
 #pragma once
 
 #include "base/Flag.h"
-#include "cli/ConsoleInteraction.h"
-#include "cli/Output.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include <concepts>
 #include <cstdint>
@@ -14,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 /// A value; the keys of an object keep the order in which they are added.
 class Json {
@@ -45,6 +44,7 @@ class Json {
 
     using Value = std::variant<std::monostate, bool, std::int64_t, double, std::string, Array, Object>;
     const Value& value() const { return value_; }
+    Value& value() { return value_; }
 
   private:
     Value value_;
@@ -68,17 +68,14 @@ Json::Json(const std::optional<Held>& value) {
     if (value) *this = Json(*value);
 }
 
-/// Adds the members of an object, or of none if it is null, behind those of another.
-void append(Json& object, const Json& members);
+/// The members of an object and those of another, which may be null, behind them; no key may stand in both.
+Json joined(Json object, Json members);
 
 /// An array of {"title", "text", "answer"}.
 Json messagesJson(const std::vector<Told>& messages);
 
 /// What every command tells: {"file", "status", "messages"}; without "file" if that is empty.
 Json resultJson(const std::string& file, const char* status, const std::vector<Told>& messages);
-
-/// Of a command that has only this to say.
-Output refusal(const std::string& name, const std::string& text, int status, bool json);
 
 /// A field of the record: flags are true or false, arrays nest.
 template <class Value>
@@ -102,4 +99,4 @@ Json readJson(std::string_view text);
 /// null, since JSON has no infinities. Bytes that are not UTF-8 are replaced, control characters escaped.
 std::string jsonLine(const Json& object);
 
-} // namespace metrisk::cli
+} // namespace metrisk

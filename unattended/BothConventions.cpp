@@ -1,18 +1,13 @@
-#include "cli/BothConventions.h"
+#include "unattended/BothConventions.h"
 
 #include "base/DisplayRule.h"
-#include "base/NumberFormat.h"
-#include "base/Picture.h"
 #include "base/Real.h"
-#include "cli/Figures.h"
-#include "desk/compute/EquivalentRatio.h"
-#include "record/ToleranceUnits.h"
 #include "risk/FittedSubject.h"
+#include "risk/RatioSearch.h"
 #include "risk/RiskModel.h"
-#include "risk/decision/DecisionSentence.h"
 #include "uncertainty/Budget.h"
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -80,21 +75,4 @@ void putVerified(Json& object, const std::optional<BothConventions>& both) {
     object["InTolerance"] = exact ? figure(exact->inTolerance) : Json();
 }
 
-std::string bothRows(const BothConventions& both, const Analysis& record, const Regional& regional) {
-    const ToleranceUnits units = measuringUnits(record);
-    const bool nominal = units.isPpm() || units.name.empty();
-    const double expanded = both.expanded * (nominal ? 1 : units.factor);
-    const std::string name = nominal ? record.NominalUnits : std::string(units.name);
-    const auto ratio = [&](double value) { return FormatNumber(value, "#,##0.00", regional) + " : 1"; };
-    return tableRow("False accept, conditional", riskCell(both.consumer, riskPicture)) +
-           tableRow("False accept, joint", riskCell(both.producer, riskPicture)) +
-           tableRow("Test uncertainty ratio", ratio(both.ratios.tur)) +
-           tableRow(
-               "Expanded uncertainty U",
-               forResults(withUnits(
-                   FormatNumber(expanded, PictureForDecimals(decimalsOfWidth(expanded)), regional), name)) +
-                   " (k = " + GeneralText(both.coverage, regional, 4) + ")") +
-           tableRow("Ratio of tolerance to U", ratio(both.ratios.toleranceToUncertainty));
-}
-
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,19 +1,18 @@
-// One analysis opened on the command line: its own record, boxes and settings.
+// One analysis that a program works on without a user: its own record, boxes and settings.
 #pragma once
 
-#include "cli/ConsoleInteraction.h"
-#include "cli/Json.h"
-#include "cli/Output.h"
 #include "desk/kit/Session.h"
 #include "persistence/AnalysisContent.h"
 #include "persistence/SettingsFile.h"
+#include "unattended/Json.h"
+#include "unattended/UnattendedInteraction.h"
 
 #include <functional>
 #include <string>
 
-namespace metrisk::cli {
+namespace metrisk {
 
-/// What all analyses of one command share: the settings, and a new analysis by them. Only read once made.
+/// What all analyses of one run share: the settings, and a new analysis by them. Only read once made.
 struct Workplace {
     /// An empty path means the user's own settings. Raises Unreadable where a path is given and the file
     /// cannot be read.
@@ -47,14 +46,12 @@ class AnalysisRun {
     /// is gone. False where a file cannot hold it; the record is as before then.
     bool settle();
 
-    /// All that was said so far, named after the file, for stderr.
-    std::string diagnostics(const std::string& name) const { return diagnosticLines(name, ui.messages()); }
     /// {"file", "status", "messages"}.
     Json result(const std::string& file, const char* status) const {
         return resultJson(file, status, ui.messages());
     }
 
-    ConsoleInteraction ui;
+    UnattendedInteraction ui;
     Session session;
     Analysis& record = session.record;
 
@@ -76,4 +73,4 @@ bool withReason(AnalysisRun& run, const char* what, const std::function<bool()>&
 /// is replaced only with `force`. False if it did not, which has been told.
 bool saveResults(AnalysisRun& run, const std::string& file, bool force);
 
-} // namespace metrisk::cli
+} // namespace metrisk

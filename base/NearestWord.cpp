@@ -1,8 +1,8 @@
-#include "cli/Suggestion.h"
+#include "base/NearestWord.h"
 
 #include <algorithm>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -38,4 +38,4 @@ std::string nearestWord(std::string_view typed, const std::vector<std::string>& 
     return nearest;
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,8 +1,7 @@
-#include "cli/AnalysisRun.h"
+#include "unattended/AnalysisRun.h"
 
 #include "base/FlagGuard.h"
 #include "base/Real.h"
-#include "cli/Input.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
@@ -10,12 +9,13 @@
 #include "desk/kit/Message.h"
 #include "persistence/AnalysisName.h"
 #include "risk/evaluate/CurrentFigures.h"
+#include "unattended/Input.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <span>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -24,7 +24,6 @@ constexpr Message limitsReformed{limitsReformedText, "Tolerance Limits", BoxIcon
 
 constexpr const char* notComputedTitle = "Not Computed";
 constexpr const char* notSavedTitle = "Not Saved";
-constexpr std::size_t largestAnalysis = std::size_t{1} << 26; // bytes
 
 SettingsFile settingsOf(const std::string& path) {
     constexpr std::size_t largest = 1 << 22;
@@ -45,7 +44,7 @@ Workplace::Workplace(const SettingsContent& content) : settings(content) {
 }
 
 void Workplace::makeNew() {
-    ConsoleInteraction ui;
+    UnattendedInteraction ui;
     Session session{settings, ui, clock};
     ClearAnalysis(session);
     ClearWorksheets(session.record, session.settings);
@@ -149,4 +148,4 @@ bool saveResults(AnalysisRun& run, const std::string& file, bool force) {
     return false;
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 struct Steering {
     char32_t code;
@@ -19,4 +19,4 @@ Steering steeringAt(std::string_view text, std::size_t at);
 /// As JSON and C write it.
 std::string unicodeEscape(char32_t code);
 
-} // namespace metrisk::cli
+} // namespace metrisk

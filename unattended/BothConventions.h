@@ -1,16 +1,15 @@
-// The false accept risk in both conventions beside the ratios of a test: what compute prints behind its
-// results.
+// The false accept risk in both conventions beside the ratios of a test.
 #pragma once
 
-#include "cli/AnalysisRun.h"
 #include "risk/decision/Coverage.h"
 #include "risk/decision/TestRatios.h"
 #include "risk/exact/ExactRisks.h"
+#include "unattended/AnalysisRun.h"
 
 #include <optional>
 #include <string>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 struct BothConventions {
     double consumer = 0, producer = 0; // as published; fractions
@@ -30,6 +29,4 @@ void putBoth(Json& object, const std::optional<BothConventions>& both);
 /// The same with bounds, for the object of second figures.
 void putVerified(Json& object, const std::optional<BothConventions>& both);
 
-std::string bothRows(const BothConventions& both, const Analysis& record, const Regional& regional);
-
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,6 +1,6 @@
-#include "cli/Steering.h"
+#include "unattended/Steering.h"
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -32,4 +32,4 @@ std::string unicodeEscape(char32_t code) {
     return text;
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

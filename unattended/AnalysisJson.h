@@ -1,13 +1,13 @@
 // An analysis as one JSON object: every field by its name, as show prints it and convert reads it.
 #pragma once
 
-#include "cli/AnalysisRun.h"
-#include "cli/Json.h"
+#include "unattended/AnalysisRun.h"
+#include "unattended/Json.h"
 
 #include <string>
 #include <string_view>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 /// {"file", "status", "messages"} and every field. The row of the measuring parameter's bias is computed: a
 /// file holds none.
@@ -23,4 +23,8 @@ bool looksLikeJson(std::string_view content);
 /// them: no field, another kind or number of values, a text that no file holds; empty if nothing is.
 std::string putAnalysisJson(Analysis& record, const Json& object);
 
-} // namespace metrisk::cli
+/// Puts the fields of a JSON text into the record, which is then as its file would be read. False where they
+/// are wrong, which has been told; the record is of no use then.
+bool takeJson(AnalysisRun& run, const std::string& content);
+
+} // namespace metrisk

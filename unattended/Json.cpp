@@ -1,13 +1,14 @@
-#include "cli/Json.h"
+#include "unattended/Json.h"
 
-#include "cli/Steering.h"
+#include "unattended/Steering.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -97,9 +98,11 @@ Json& Json::operator[](std::string_view key) {
     return members.back().value;
 }
 
-void append(Json& object, const Json& members) {
-    if (const auto* all = std::get_if<Json::Object>(&members.value()))
-        for (const Json::Member& member : *all) object[member.key] = member.value;
+Json joined(Json object, Json members) {
+    Json::Object& all = std::get<Json::Object>(object.value());
+    if (auto* more = std::get_if<Json::Object>(&members.value()))
+        std::ranges::move(*more, std::back_inserter(all));
+    return object;
 }
 
 Json messagesJson(const std::vector<Told>& messages) {
@@ -115,13 +118,6 @@ Json resultJson(const std::string& file, const char* status, const std::vector<T
     result["status"] = status;
     result["messages"] = messagesJson(messages);
     return result;
-}
-
-Output refusal(const std::string& name, const std::string& text, int status, bool json) {
-    const std::vector<Told> told{{"", text, "", false}};
-    return {.results = json ? jsonLine(resultJson(name, statusWord(status, ""), told)) : "",
-            .diagnostics = diagnosticLines(name, told),
-            .status = status};
 }
 
 std::string jsonLine(const Json& object) {
@@ -142,4 +138,4 @@ std::string jsonLine(const Json& object) {
     return line + "\n";
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -1,10 +1,10 @@
-#include "cli/Json.h"
+#include "unattended/Json.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 namespace {
 
@@ -83,4 +83,4 @@ Json readJson(std::string_view text) {
     return builder.root;
 }
 
-} // namespace metrisk::cli
+} // namespace metrisk

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace metrisk::cli {
+namespace metrisk {
 
 inline constexpr const char* standardStream = "-";
 
@@ -20,4 +20,4 @@ struct Unreadable : std::runtime_error {
 /// All of it. Raises Unreadable, also where it is larger.
 std::string readInput(const std::string& path, std::size_t largest);
 
-} // namespace metrisk::cli
+} // namespace metrisk
