@@ -14,6 +14,7 @@
 #include <QStyle>
 #include <QToolTip>
 #include <algorithm>
+#include <utility>
 
 namespace metrisk {
 
@@ -37,6 +38,7 @@ bool goesOn(Qt::FocusReason reason) {
 EntryBox::EntryBox() {
     setTextMargins(textMargin, 0, textMargin, 0);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        fitText();
         if (isModified()) return;
         settled_ = text;
         before_.reset();
@@ -119,12 +121,43 @@ void EntryBox::setRoom(int characters) {
     updateGeometry();
 }
 
+void EntryBox::setSizes(std::vector<double> sizes) {
+    sizes_ = std::move(sizes);
+    base_ = font();
+    fitText();
+}
+
+QFont EntryBox::sized(std::size_t size) const {
+    if (sizes_.empty()) return font();
+    QFont made = base_;
+    made.setPointSizeF(base_.pointSizeF() * sizes_[std::min(size, sizes_.size() - 1)]);
+    made.setBold(true);
+    return made;
+}
+
+bool EntryBox::fits(const QFont& font) const {
+    const int sign = mark_ ? style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this) + textMargin : 0;
+    return QFontMetrics(font).horizontalAdvance(text()) <= width() - beside(textMargins()) - sign;
+}
+
+void EntryBox::fitText() {
+    if (sizes_.empty()) return;
+    std::size_t size = 0;
+    while (size + 1 < sizes_.size() && !fits(sized(size))) ++size;
+    if (const QFont wanted = sized(size); wanted != font()) setFont(wanted);
+}
+
 QSize EntryBox::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(QString(room_, '0')) + beside(textMargins()),
-            std::max(leastHeight, QLineEdit::sizeHint().height())};
+    const QFontMetrics largest(sized(0));
+    const int growth = largest.height() - fontMetrics().height();
+    return {largest.horizontalAdvance(QString(room_, '0')) + beside(textMargins()),
+            std::max(leastHeight, QLineEdit::sizeHint().height() + growth)};
 }
 
 QSize EntryBox::minimumSizeHint() const {
+    const QFontMetrics least(sized(1));
+    if (!sizes_.empty())
+        return {least.horizontalAdvance(QString(room_, '0')) + beside(textMargins()), sizeHint().height()};
     constexpr int scarce = 3, plenty = 5;
     return {fontMetrics().horizontalAdvance(QString((room_ * scarce + plenty - 1) / plenty, '0')) +
                 beside(textMargins()),
@@ -140,12 +173,12 @@ void EntryBox::setMarked(bool marked) {
         delete mark_;
         mark_ = nullptr;
     }
+    fitText();
 }
 
 bool EntryBox::event(QEvent* event) {
     // A text that does not fit is told in full.
-    if (event->type() == QEvent::ToolTip &&
-        fontMetrics().horizontalAdvance(text()) > width() - beside(textMargins())) {
+    if (event->type() == QEvent::ToolTip && !fits(font())) {
         const QString said = accessibleDescription();
         const QString tip = said.isEmpty() ? text() : text() + "\n" + said;
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(tip), this);
@@ -204,6 +237,11 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    fitText();
 }
 
 void EntryBox::mouseDoubleClickEvent(QMouseEvent* event) {

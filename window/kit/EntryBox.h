@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPalette>
 #include <optional>
+#include <vector>
 
 namespace metrisk {
 
@@ -30,6 +31,9 @@ class EntryBox final : public QLineEdit {
     void setRoom(int characters);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// Its text is bold and as large as it fits: the first of these shares of its font, else the last, which
+    /// are in falling order. The first decides what room it wishes, the second what it needs.
+    void setSizes(std::vector<double> sizes);
     /// The text before the entry that is being typed, or since it was committed.
     const QString& settledText() const { return settled_; }
     /// The entry is committed, and perhaps written anew. Undoing puts that text back.
@@ -60,15 +64,21 @@ class EntryBox final : public QLineEdit {
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void paintGround();
+    QFont sized(std::size_t size) const;
+    bool fits(const QFont& font) const;
+    void fitText();
 
     QColor ground_, text_;
     QPalette painted_; // what differs from the screens
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
     int room_ = 11;
+    std::vector<double> sizes_;
+    QFont base_; // that the sizes are shares of
     QAction* mark_ = nullptr;
     bool faded_ = false;
     bool result_ = false;

@@ -261,6 +261,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_LayoutTopMargin:
     case PM_LayoutRightMargin:
     case PM_LayoutBottomMargin: return panelGap;
+    case PM_ToolBarFrameWidth: return 0;
     case PM_ToolBarItemSpacing: return 1;
     case PM_ToolBarItemMargin: return 2;
     case PM_ToolBarIconSize: return toolIconSize;

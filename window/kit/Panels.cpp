@@ -122,6 +122,11 @@ QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside
     return made;
 }
 
+QWidget* wrapped(QWidget* label) {
+    static_cast<QLabel*>(label)->setWordWrap(true);
+    return label;
+}
+
 QWidget* onForm(QWidget* text) {
     auto* area = static_cast<QAbstractScrollArea*>(text);
     area->setFrameShape(QFrame::NoFrame);

@@ -25,6 +25,8 @@ QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside
 
 /// A text that is read, not typed into: without a frame on the ground of the form.
 QWidget* onForm(QWidget* text);
+/// The label takes a second line where its column is narrow. Returns it.
+QWidget* wrapped(QWidget* label);
 
 /// Smaller than what it is a remark on.
 QWidget* asMark(QWidget* label);

@@ -35,6 +35,8 @@ class ScreenBinder final : public QObject {
     /// Fills the bar with the worksheet's menus. The actions bear the items' names.
     void buildMenus(QMenuBar& bar);
     /// Fills it with the buttons that have something to run, named after the bar and their keys.
+    /// Edge of the icons of a toolbar in its font, where it has room for all of them.
+    static int toolIconSize(const QToolBar& bar);
     void buildToolbar(QToolBar& bar, const std::vector<ToolButton>& buttons);
     QAction* action(const QString& item) const { return actions_.value(item); }
 

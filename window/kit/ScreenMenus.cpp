@@ -47,8 +47,12 @@ void ScreenBinder::buildMenus(QMenuBar& bar) {
     }
 }
 
+int ScreenBinder::toolIconSize(const QToolBar& bar) {
+    return std::max(20, bar.fontMetrics().lineSpacing() + 4);
+}
+
 void ScreenBinder::buildToolbar(QToolBar& bar, const std::vector<ToolButton>& buttons) {
-    const int size = std::max(20, bar.fontMetrics().lineSpacing() + 4);
+    const int size = toolIconSize(bar);
     bar.setIconSize({size, size});
     const QMenuBar* menus = window_.findChild<QMenuBar*>();
     bool ended = false;

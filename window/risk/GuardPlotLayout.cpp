@@ -1,6 +1,7 @@
 // The screens GuardPlot and RiskMap.
 #include "window/risk/Layouts.h"
 
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 
 #include <QHBoxLayout>
@@ -22,7 +23,7 @@ QWidget* progress(const WidgetMaker& w) {
 QWidget* layoutGuardPlot(const WidgetMaker& w) {
     QWidget* chart = w("Graph1");
     chart->setMinimumSize(300, 200);
-    QWidget* range = named(group("", rows({{{w.heading("pnl_PlotPointsHdr"), 2}},
+    QWidget* range = named(group("", rows({{{wrapped(w.heading("pnl_PlotPointsHdr")), 2}},
                                            {w("Lbl_LowerLimit"), w("LowerLimitBox")},
                                            {w("Lbl_UpperLimit"), w("UpperLimitBox")},
                                            {w("Lbl_NumberPoints"), w("NumberPointsBox")},
@@ -32,9 +33,9 @@ QWidget* layoutGuardPlot(const WidgetMaker& w) {
     QWidget* baseline = named(group("Baseline", rows({{w("Lbl_SUPctInTol"), w("txt_SUPctInTol")},
                                                       {w("Lbl_MTEPctInTol"), w("txt_MTEPctInTol")}})),
                               "pnl_Baseline");
-    QWidget* include = named(
-        group("Include", {w("chk_IncludeGuardbands"), w("chk_IncludeMTESigma"), w("pnl_ProcessUncertainty")}),
-        "pnl_Include");
+    QWidget* include = named(group("Include", {w("chk_IncludeGuardbands"), w("chk_IncludeMTESigma"),
+                                               wrapped(w("pnl_ProcessUncertainty"))}),
+                             "pnl_Include");
     QWidget* show = group("Show", {w("Opt_FalseAccept"), w("Opt_FalseReject"), w("Opt_Both"),
                                    w("Chk3D_ThickLines"), w("chk_SmoothCurve")});
     QWidget* choices = down({range, baseline, include, show, w("CmdPlotGraph")});

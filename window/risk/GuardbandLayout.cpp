@@ -21,12 +21,6 @@ QWidget* box(const WidgetMaker& w, const char* control) {
     return made;
 }
 
-/// In two lines where it must be.
-QWidget* wrapped(QWidget* label) {
-    static_cast<QLabel*>(label)->setWordWrap(true);
-    return label;
-}
-
 QWidget* radios(QWidget* one, QWidget* other) {
     QWidget* made = across({one, other});
     static_cast<QBoxLayout*>(made->layout())->addStretch();

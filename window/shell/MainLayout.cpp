@@ -22,8 +22,9 @@ constexpr int identificationGap = 2;
 constexpr int captionGap = 2;
 constexpr int panelGapHere = 6; // so that the whole screen has room at 1024 x 768
 constexpr int signWidth = 12;
-constexpr int resultRow = 38;
+constexpr int resultRow = 36;
 constexpr int resultGap = 6;
+constexpr int resultRowGap = 2; // the rows are high enough to stand apart
 constexpr int commandHeight = 30;
 constexpr double resultSize = 1.6; // of the screen's font: the heaviest thing on it
 constexpr int widest = 1280;       // not wider than the eye follows a line
@@ -74,11 +75,7 @@ QWidget* asHeading(QWidget* button) {
 QWidget* large(const WidgetMaker& w, const char* control) {
     constexpr int characters = 7; // 1,234.56
     auto* box = static_cast<EntryBox*>(w.box(control, characters));
-    QFont font = box->font();
-    font.setPointSizeF(font.pointSizeF() * resultSize);
-    font.setBold(true);
-    box->setFont(font);
-    box->setMinimumWidth(box->sizeHint().width());
+    box->setSizes({resultSize, 1.2, 1.0}); // a long figure is shown smaller rather than cut
     return box;
 }
 
@@ -89,8 +86,9 @@ QWidget* narrow(const WidgetMaker& w, const char* control, int characters) {
 }
 
 QWidget* identification(const WidgetMaker& w) {
+    QWidget *subjects = asHeading(w("cmdSU")), *measurings = asHeading(w("cmdMTE"));
     QGridLayout* grid = rows({
-        {{asHeading(w("cmdSU")), 2}, {}, {asHeading(w("cmdMTE")), 2}},
+        {{subjects, 2}, {}, {measurings, 2}},
         {"Manufacturer", w("SystemIDBox"), {}, "Manufacturer", w("MTESystemIDBox")},
         {"Model Number", w("SUModelNumberBox"), {}, "Model Number", w("MTEModelNumberBox")},
         {"Description", w("SUDescriptionBox"), {}, "Description", w("MTEDescriptionBox")},
@@ -98,6 +96,7 @@ QWidget* identification(const WidgetMaker& w) {
         {"Qualifier 1", w("Qualifier1Box"), {}, "Qualifier 1", w("MTEQualifier1Box")},
         {"Qualifier 2", w("Qualifier2Box"), {}, "Qualifier 2", w("MTEQualifier2Box")},
     });
+    for (QWidget* heading : {subjects, measurings}) grid->setAlignment(heading, Qt::AlignLeft);
     grid->setVerticalSpacing(identificationGap);
     grid->setColumnMinimumWidth(2, columnGap);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -169,12 +168,13 @@ QWidget* risks(const char* name, QGridLayout* grid, QWidget* command, std::initi
     for (const int row : figureRows) {
         grid->setRowMinimumHeight(row, resultRow);
         // Two lines of a caption have room there, where its panel is narrow.
-        static_cast<QLabel*>(grid->itemAtPosition(row, 0)->widget())->setWordWrap(true);
+        wrapped(grid->itemAtPosition(row, 0)->widget());
         const QLayoutItem* last = grid->itemAtPosition(row, 3);
         if (last && qobject_cast<EntryBox*>(last->widget()))
             grid->setAlignment(last->widget(), Qt::AlignLeft | Qt::AlignVCenter);
     }
     grid->setHorizontalSpacing(resultGap);
+    grid->setVerticalSpacing(resultRowGap);
     grid->setColumnStretch(1, 0);
     grid->setColumnStretch(3, 1);
     const int foot = grid->rowCount();
@@ -191,8 +191,8 @@ QWidget* terse(QWidget* mark) {
 }
 
 QWidget* computedRisks(const WidgetMaker& w) {
-    QWidget* heading = across({w.heading("Heading_0"), asMark(w("Lbl_State"))});
-    static_cast<QBoxLayout*>(heading->layout())->insertStretch(1, 1);
+    QWidget* heading = across({wrapped(w.heading("Heading_0")), asMark(w("Lbl_State"))});
+    static_cast<QBoxLayout*>(heading->layout())->setStretch(0, 1);
     return risks(
         "pnl_ComputedRisks",
         rows({{{heading, 4}},
@@ -204,7 +204,7 @@ QWidget* computedRisks(const WidgetMaker& w) {
                narrow(w, "AccRatEquivalent2Box", 4)},
               {{w("Lbl_EqAccRatNote"), 4}},
               {{w("Lbl_ExactRatio"), 4}},
-              {{w("Lbl_WorstCase"), 4}}}),
+              {{wrapped(w("Lbl_WorstCase")), 4}}}),
         w("ComputeResults"), {1, 3, 5});
 }
 
@@ -212,7 +212,7 @@ QWidget* baselineRisks(const WidgetMaker& w) {
     constexpr int characters = 7;
     return risks(
         "pnl_BaselineRisks",
-        rows({{{w.heading("Heading_1"), 4}},
+        rows({{{wrapped(w.heading("Heading_1")), 4}},
               {w("pnl_BaseRiskLabel_0"), narrow(w, "BaseAcceptRisk", characters), w("BaseAcceptUnits")},
               {{w("Lbl_ExactBaseAccept"), 4}},
               {w("pnl_BaseRiskLabel_1"), narrow(w, "BaseRejectRisk", characters), w("BaseRejectUnits")},
@@ -227,13 +227,13 @@ QWidget* options(const WidgetMaker& w) {
     auto* shown = new FoldingRow({w("optGuardbands_0"), w("optGuardbands_1")});
     QWidget* guardbands = across({w("pnl_GuardbandLabel"), shown});
     static_cast<QBoxLayout*>(guardbands->layout())->insertStretch(1, 1);
-    QWidget* processLabel = w("pnl_UncertaintyLabel");
+    QWidget* processLabel = wrapped(w("pnl_UncertaintyLabel"));
     QWidget* process = w.box("pnl_ProcessUncertainty", characters);
     nameBy(processLabel, process);
     QWidget* uncertainty = across({processLabel, process, w("chk_IncludeUncertainty")});
     static_cast<QBoxLayout*>(uncertainty->layout())->setStretch(1, 1);
-    QGridLayout* grid = rows({{{w("pnl_UncRatioLabel"), 2}, {w.box("pnl_UncRatio", characters), 2}},
-                              {{w("pnlTURLabel"), 2}, {w.box("pnlTUR", characters), 2}},
+    QGridLayout* grid = rows({{{wrapped(w("pnl_UncRatioLabel")), 2}, {w.box("pnl_UncRatio", characters), 2}},
+                              {{wrapped(w("pnlTURLabel")), 2}, {w.box("pnlTUR", characters), 2}},
                               {{guardbands, 4}},
                               {w("Lbl_Guardbands_0"), w.box("txt_GuardbandMultiplier_0", characters),
                                w("Lbl_Guardbands_1"), w.box("txt_GuardbandMultiplier_1", characters)},
@@ -249,7 +249,7 @@ QWidget* options(const WidgetMaker& w) {
 QWidget* layoutMainScreen(const WidgetMaker& w) {
     auto* made = named(new QWidget, "pnl_Controls");
     auto* grid = new QGridLayout(made);
-    grid->setContentsMargins(panelGap, 4, panelGap, 4);
+    grid->setContentsMargins(panelGap, 4, panelGap, 2);
     grid->setVerticalSpacing(panelGapHere);
     QGroupBox* upper = subject(w);
     QGroupBox* lower = measuring(w);

@@ -108,12 +108,32 @@ bool MainWindow::endOfDesktop() {
 }
 
 QSize MainWindow::sizeHint() const {
-    const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->sizeHint();
+    const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->minimumSizeHint();
     const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
                      findChild<QToolBar*>("tb_Main")->sizeHint().height();
-    constexpr int least = 1016, spare = 16; // a scroll bar covers nothing
-    const QSize wanted(std::max(content.width() + spare, least), content.height() + bars + 4);
-    return wanted.boundedTo(roomFor(*this));
+    constexpr QSize opened(1016, 712); // with a font of usual size all is seen on a desktop of 1024 x 768
+    constexpr int spare = 16;          // a scroll bar covers nothing
+    return QSize(content.width() + spare, content.height() + bars)
+        .expandedTo(opened)
+        .boundedTo(roomFor(*this));
+}
+
+/// The icons are as large as usual where the window has room for all of them, else as large as it has.
+void MainWindow::fitToolbar() {
+    constexpr int least = 16;
+    auto* bar = findChild<QToolBar*>("tb_Main");
+    const auto actions = bar->actions();
+    const int icons = std::max(
+        1, int(std::ranges::count_if(actions, [](const QAction* each) { return !each->isSeparator(); })));
+    const int usual = ScreenBinder::toolIconSize(*bar), present = bar->iconSize().width();
+    const int excess = bar->sizeHint().width() + icons * (usual - present) - width();
+    const int size = std::clamp(usual - (std::max(excess, 0) + icons - 1) / icons, least, usual);
+    if (size != present) bar->setIconSize({size, size});
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    fitToolbar();
 }
 
 void MainWindow::showEvent(QShowEvent* event) {

@@ -53,10 +53,12 @@ class MainWindow final : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
   private:
     void buildToolbar();
+    void fitToolbar();
     void showStatus();
     void focusFirst();
 

@@ -55,8 +55,8 @@ QGroupBox* budget(const WidgetMaker& w) {
             cell->setMinimumWidth(cell->fontMetrics().averageCharWidth() * characters);
         }
     };
-    widen(0, 20);
-    widen(6, 16);
+    widen(0, 18);
+    widen(6, 14);
     for (int row = 1; row <= rowCount; ++row) { // a tick stands in the middle of its column
         grid->setAlignment(grid->itemAtPosition(row, tickColumn)->widget(), Qt::AlignHCenter);
         grid->setRowMinimumHeight(row, rowHeight);
@@ -91,12 +91,6 @@ QGroupBox* totals(const WidgetMaker& w) {
     for (const int column : {1, 3, 5}) grid->setColumnStretch(column, 0);
     grid->setColumnStretch(6, 1);
     return group("Process Uncertainty", grid);
-}
-
-/// In two lines where it must be.
-QWidget* wrapped(QWidget* label) {
-    static_cast<QLabel*>(label)->setWordWrap(true);
-    return label;
 }
 
 QGroupBox* bias(const WidgetMaker& w) {

@@ -21,9 +21,8 @@ QWidget* figure(const WidgetMaker& w, const char* control, int characters, const
 }
 
 QWidget* overBox(QWidget* label) {
-    auto* heading = static_cast<QLabel*>(label);
+    auto* heading = static_cast<QLabel*>(wrapped(label));
     heading->setAlignment(Qt::AlignRight | Qt::AlignBottom);
-    heading->setWordWrap(true);
     heading->setContentsMargins(0, 0, figureMargin, 0);
     heading->setForegroundRole(captionRole());
     return heading;
@@ -82,11 +81,6 @@ QGroupBox* panel(const char* title, QGridLayout* grid) {
     return group(title, grid);
 }
 
-QWidget* wrapped(QWidget* label) {
-    static_cast<QLabel*>(label)->setWordWrap(true);
-    return label;
-}
-
 QGroupBox* subject(const WidgetMaker& w) {
     QWidget* kept[] = {figure(w, "SUUpperOffsetBox", limit, "Upper limit"),
                        partsOf(w, "pnl_Upper", "SUUpperFixedBox", "SUUpperPctBox"),
@@ -103,8 +97,8 @@ QGroupBox* subject(const WidgetMaker& w) {
                         overFigures("Tolerance"),
                         heading,
                         overWords("Units"),
-                        overFigures("% In-Tolerance"),
-                        overFigures("Bias Uncertainty"),
+                        wrapped(overFigures("% In-Tolerance")),
+                        wrapped(overFigures("Bias Uncertainty")),
                         overWords("Distribution")},
                        {wrapped(w("Lbl_SUUpper")), kept[0], kept[1], w("SUOffsetUnitsBox"),
                         figure(w, "txt_PctInTol_0", share, "% In-Tolerance"),
