@@ -50,12 +50,18 @@ class Following {
         unit = {p_.nominalUnit, 1};
         if (name.empty() || p_.nominalUnit.empty()) return 1;
         try {
-            unit = {name, units_.factor(p_.nominalUnit, name, p_.area)};
+            unit = {name, units_.factor(p_.nominalUnit, name, p_.area, columnOfUnit())};
         } catch (const RowFault&) {
             if (needed) throw;
             return 1;
         }
         return checked(factor / unit.factor);
+    }
+
+    /// Of the entry by which the nominal unit has changed.
+    std::string_view columnOfUnit() const {
+        const bool byNominal = named_.has(Entry::Nominal) && !named_[Entry::Nominal].unit.empty();
+        return byNominal ? "column nominal: " : "column unit: ";
     }
 
     /// Its part of the reading stays one.

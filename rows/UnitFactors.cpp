@@ -78,7 +78,8 @@ UnitFactors::UnitFactors(const std::vector<AreaContent>& content) {
 }
 
 /// A thread keeps the last ones: a table has few units.
-double UnitFactors::factor(std::string_view nominal, std::string_view unit, std::string_view area) const {
+double UnitFactors::factor(std::string_view nominal, std::string_view unit, std::string_view area,
+                           std::string_view where) const {
     struct Kept {
         std::size_t of = 0;
         std::string nominal, unit, area;
@@ -89,14 +90,14 @@ double UnitFactors::factor(std::string_view nominal, std::string_view unit, std:
     for (const Kept& one : kept)
         if (one.of == number_ && one.unit == unit && one.nominal == nominal && one.area == area)
             return one.factor;
-    const double factor = found(nominal, unit, area);
+    const double factor = found(nominal, unit, area, where);
     kept[oldest] = {number_, std::string(nominal), std::string(unit), std::string(area), factor};
     oldest = (oldest + 1) % kept.size();
     return factor;
 }
 
-double UnitFactors::found(std::string_view nominalText, std::string_view unitText,
-                          std::string_view area) const {
+double UnitFactors::found(std::string_view nominalText, std::string_view unitText, std::string_view area,
+                          std::string_view where) const {
     const std::string nominal = plainSymbol(nominalText), unit = plainSymbol(unitText);
     if (nominal == unit) return 1;
     std::optional<double> told;
@@ -115,14 +116,15 @@ double UnitFactors::found(std::string_view nominalText, std::string_view unitTex
         if (!told)
             told = factor, foundIn = one.name;
         else if (std::fabs(factor - *told) > sameFactor * std::fabs(*told))
-            throw RowFault{true, std::string(unitText) + " may be of area " + std::string(foundIn) + " or " +
-                                     one.name + ": name the area"};
+            throw RowFault{true, std::string(where) + std::string(unitText) + " may be of area " +
+                                     std::string(foundIn) + " or " + one.name + ": name the area"};
     }
-    if (!area.empty() && !areaKnown) throw RowFault{true, "no area " + std::string(area)};
+    if (!area.empty() && !areaKnown)
+        throw RowFault{true, (where.empty() ? "no area " : "column area: no area ") + std::string(area)};
     if (!told) told = factorByPrefix(nominal, unit);
     if (!told)
-        throw RowFault{true, std::string(unitText) + " is no unit that " + std::string(nominalText) +
-                                 " can be told in"};
+        throw RowFault{true, std::string(where) + std::string(unitText) + " is no unit that " +
+                                 std::string(nominalText) + " can be told in"};
     return *told;
 }
 
@@ -136,7 +138,7 @@ double UnitFactors::inNominal(double number, std::string_view unit, std::string_
     if (unit.empty() || unit == nominal) return number;
     if (nominal.empty())
         throw RowFault{true, std::string(where) + std::string(unit) + " needs a unit of the nominal"};
-    const double of = factor(nominal, unit, area);
+    const double of = factor(nominal, unit, area, where);
     if (kind == Length::Place && isTemperature(unit) && plainSymbol(unit) != plainSymbol(nominal))
         throw RowFault{true, std::string(where) + "a temperature must be in the unit of the nominal"};
     return checked(number / of);

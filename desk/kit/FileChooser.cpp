@@ -13,4 +13,11 @@ bool mayReplace(Talk& ui, const std::string& path, std::string_view title) {
     return ask(ui, {text, title, BoxButtons::YesNo, Answer::No}) == Answer::Yes;
 }
 
+bool mayReplaceChanged(Talk& ui, const std::optional<FileStamp>& stamp, const std::string& path,
+                       std::string_view title) {
+    return !changedSince(stamp, path) ||
+           ask(ui, {"The file was changed by another program since it was opened. Replace it?", title,
+                    BoxButtons::YesNo, Answer::No}) == Answer::Yes;
+}
+
 } // namespace metrisk

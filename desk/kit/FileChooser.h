@@ -1,6 +1,8 @@
 // Asking the user for a file name.
 #pragma once
 
+#include "base/FileStamp.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,5 +33,10 @@ class Talk;
 /// The dialog has asked about the name that was chosen; the one that it becomes may exist as well. True if
 /// it may be written.
 bool mayReplace(Talk& ui, const std::string& path, std::string_view title);
+
+/// Asks before a file is replaced that another program has changed since it was opened or saved last. Without
+/// a stamp nothing is known, and nothing asked.
+bool mayReplaceChanged(Talk& ui, const std::optional<FileStamp>& stamp, const std::string& path,
+                       std::string_view title);
 
 } // namespace metrisk

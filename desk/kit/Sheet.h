@@ -37,8 +37,8 @@ struct Sheet : Control {
     unsigned shape = 0;         // another one where rows or columns have come, gone or moved
     Table::Range selection;     // as the user has left it, or where it is to be
     std::vector<MenuItem> menu; // of the right button
+    std::string whenEmpty;      // what it says below its rows where none of them holds anything
 
-    std::function<void()> selected;
     std::function<void(int row, int column, const std::string& text)> cellLeft;
     std::function<void(int row, int column, const CellBlock& cells)> cellsPut;
     std::function<void(int row)> opened; // double click on a cell that is locked

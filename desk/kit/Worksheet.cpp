@@ -140,8 +140,6 @@ void Worksheet::putCells(Sheet& sheet, int row, int column, const CellBlock& cel
 void Worksheet::select(Sheet& sheet, const Table::Range& range) {
     if (sheet.selection == range) return;
     sheet.selection = range;
-    if (!sheet.selected) return;
-    sheet.selected();
     refresh();
 }
 

@@ -57,12 +57,4 @@ std::optional<Analysis> readTemplate(Session& session, const std::string& path) 
     return aside.record.AbortFlag ? std::nullopt : std::optional(aside.record);
 }
 
-Answer askToSave(Talk& ui, const std::string& name) {
-    return ui.show({.text = "Save changes to " + name + "?",
-                    .title = "Save Table",
-                    .icon = BoxIcon::Question,
-                    .buttons = BoxButtons::YesNoCancel,
-                    .unattended = Answer::Cancel});
-}
-
 } // namespace metrisk

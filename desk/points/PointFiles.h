@@ -1,7 +1,6 @@
 // Tables of test points, and templates for them, from and to files.
 #pragma once
 
-#include "base/Box.h"
 #include "desk/points/PointSheet.h"
 #include "record/Analysis.h"
 
@@ -27,8 +26,5 @@ bool writeTable(Talk& ui, const std::string& path, std::string_view text);
 
 /// None where it cannot be read as an analysis.
 std::optional<Analysis> readTemplate(Session& session, const std::string& path);
-
-/// Whether to save the changes of the table of that name.
-Answer askToSave(Talk& ui, const std::string& name);
 
 } // namespace metrisk

@@ -21,6 +21,8 @@ struct PointAnswer {
     double tur = 0;                              // NaN where there is none
     unsigned rules = 0;                          // by which it was computed; 0: not, or changed since
     PointStatus status = PointStatus::Bad;
+
+    bool isFault() const { return status == PointStatus::Refused || status == PointStatus::Bad; }
 };
 
 /// A record without cells is an empty line of the table, and no test point.

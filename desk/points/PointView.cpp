@@ -27,8 +27,7 @@ bool passes(const PointAnswer* answer, bool blank, PointFilter filter, double li
     if (filter == PointFilter::NotComputed) return !answer && !blank;
     if (!answer) return false;
     switch (filter) {
-    case PointFilter::NotAnswered:
-        return answer->status == PointStatus::Refused || answer->status == PointStatus::Bad;
+    case PointFilter::NotAnswered: return answer->isFault();
     case PointFilter::Noted: return answer->status == PointStatus::Note;
     case PointFilter::FalseAcceptAbove: return answer->falseAccept > limit;
     case PointFilter::TurBelow: return answer->tur < limit;
@@ -43,6 +42,10 @@ bool passes(const PointAnswer* answer, bool blank, PointFilter filter, double li
 const PointAnswer* answerOf(const PointSheet& sheet, const PointRules* rules, std::size_t row) {
     const PointAnswer& answer = sheet[row].answer;
     return rules && answer.rules == rules->number() ? &answer : nullptr;
+}
+
+const PointAnswer* PointView::answer(std::size_t sheetRow) const {
+    return sheetRow < sheet.size() ? answerOf(sheet, rules.get(), sheetRow) : nullptr;
 }
 
 std::vector<std::size_t> rowsPassing(const PointSheet& sheet, const PointRules* rules, PointFilter filter,
@@ -80,7 +83,7 @@ std::vector<std::size_t> orderBy(const PointSheet& sheet, const PointRules* rule
 }
 
 PointTotals totalsOf(const PointSheet& sheet, const PointRules* rules, double limit) {
-    PointTotals totals;
+    PointTotals totals{.limit = limit};
     totals.falseAccept.reserve(sheet.size());
     double worst = -std::numeric_limits<double>::infinity();
     for (std::size_t row = 0; row < sheet.size(); ++row) {
@@ -96,6 +99,7 @@ PointTotals totalsOf(const PointSheet& sheet, const PointRules* rules, double li
         if (answer->falseAccept <= worst) continue;
         worst = answer->falseAccept;
         totals.worst = row;
+        totals.worstRisk = worst;
     }
     return totals;
 }

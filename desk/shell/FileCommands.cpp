@@ -27,8 +27,6 @@ constexpr const char* saveAsTitle = "Save Analysis As";
 constexpr const char* saveAsFilter = "Analysis Files (*.mrk)|*.mrk";
 constexpr const char* anyAnalysis = "*.mrk";
 constexpr Message readOnly{"File is read only.  Cannot save changes.", "Read Only File"};
-constexpr Question changedOnDisk{"The file was changed by another program since it was opened. Replace it?",
-                                 saveTitle, BoxButtons::YesNo, Answer::No};
 constexpr Question exitProgram{"This will end your Metrisk session.", "Exit Metrisk", BoxButtons::OkCancel,
                                Answer::Ok};
 
@@ -171,8 +169,7 @@ bool FileCommands::mnu_File_Save() {
         return false;
     }
     const std::string& name = session_.record.AnalysisFileName;
-    if (changedSince(session_.fileStamp, NormalizeAnalysisName(name)) &&
-        ask(session_.ui, changedOnDisk) != Answer::Yes)
+    if (!mayReplaceChanged(session_.ui, session_.fileStamp, NormalizeAnalysisName(name), saveTitle))
         return false;
     return saveTo(name);
 }

@@ -7,6 +7,7 @@
 #include "desk/links/DDE_Form.h"
 #include "desk/links/RunMenu.h"
 #include "desk/mainscreen/MainScreen.h"
+#include "desk/points/PointDocument.h"
 #include "desk/points/PointFiles.h"
 #include "desk/points/TestPointsScreen.h"
 #include "desk/shell/RecentFiles.h"
@@ -37,9 +38,7 @@ MainCommands::MainCommands(Session& session, MainScreen& screen, FileChooser& ch
                               &reports,  &plots,
                               &readings, {},
                               &points,   [this](const Analysis& made) { return files.openMade(made); }} {
-    files.othersSettled = [this] {
-        return TestPointsScreen(session_, parts_.files, &points).changesSettled();
-    };
+    files.othersSettled = [this] { return changesSettled(session_.ui, parts_.files, points); };
     screen.mayExit = [this] {
         return files.ExitAnalysis(
             [this] { withErrorLedger([](DDE_Form& link) { link.removeExchangeFile(); }); });

@@ -106,8 +106,10 @@ Made testPointsOf(const DeskParts& parts) {
     auto screen = std::make_unique<TestPointsScreen>(parts.session, parts.files, parts.points);
     screen->openAnalysis = parts.openAnalysis;
     if (ReportDesk* reports = parts.reports) {
-        screen->printTable = [reports](const TableReport& table) { return reports->printTable(table); };
-        screen->tablePdf = [reports](const TableReport& table) { return reports->tablePdf(table); };
+        screen->papers.printTable = [reports](const TableReport& table) {
+            return reports->printTable(table);
+        };
+        screen->papers.tablePdf = [reports](const TableReport& table) { return reports->tablePdf(table); };
     }
     return screen;
 }

@@ -1,5 +1,5 @@
 // The table of test points: what is typed and pasted, taken back, computed and saved.
-#include "desk/points/PointFiles.h"
+#include "desk/points/PointDocument.h"
 #include "desk/points/TestPointsScreen.h"
 #include "persistence/NewAnalysis.h"
 #include "rows/RowRun.h"
@@ -32,6 +32,7 @@ struct Points : TestSession {
         std::ofstream(path, std::ios::binary) << text;
         ASSERT_TRUE(screen.openTable(path.string()));
     }
+    bool settled() { return changesSettled(ui, &files, desk); }
     void type(int row, int column, const std::string& text) {
         screen.leaveCell(screen.tbl_Points, row, column, text);
     }
@@ -94,7 +95,10 @@ TEST(TestPoints, FiguresFollowWhatIsTyped) {
     EXPECT_EQ(p.shown(2, "status"), "bad");
     const SheetContent& content = p.screen.tbl_Points.content;
     EXPECT_EQ(content.cell(2, 1).look, SheetCell::Look::Fault);
-    EXPECT_NE(content.cell(2, 1).tip.find("parsec"), std::string::npos);
+    EXPECT_EQ(content.cell(2, 1).tip, "column tol: parsec is no unit that V can be told in");
+    p.type(2, 3, "0.05 parsec");
+    EXPECT_EQ(content.cell(2, 3).look, SheetCell::Look::Entry); // it has not come to that one
+    p.screen.undo(p.screen.tbl_Points);
     p.select(2, 2);
     EXPECT_NE(p.screen.Lbl_State.text.find("Row 3: "), std::string::npos);
     EXPECT_EQ(p.screen.Lbl_Totals.text.substr(0, 41), "3 rows: 1 ok, 0 note, 1 refused, 1 bad\nWo");
@@ -126,10 +130,14 @@ TEST(TestPoints, AreSortedFilteredAndOpened) {
     Points p;
     p.open("id,nominal,tol,su_pct,mte_u\na,10,0.5,95,0.05\nb,10,0.5,95,0.2\nc,10,0.5,95,0.1\nd,10,0.5,200,0."
            "1\n");
+    p.select(0, 0);
+    p.run("mnu_SortRising"); // as it is already; only a heading turns the order
+    EXPECT_EQ(p.shown(0, "id"), "a");
     p.screen.pressHeading(p.screen.tbl_Points, 6); // the false accept risk
     EXPECT_EQ(p.shown(0, "id") + p.shown(1, "id") + p.shown(2, "id") + p.shown(3, "id"), "acbd");
     p.screen.pressHeading(p.screen.tbl_Points, 6);
     EXPECT_EQ(p.shown(0, "id") + p.shown(1, "id") + p.shown(2, "id") + p.shown(3, "id"), "bcad");
+    p.run("mnu_Edit_Undo");
     p.screen.choose(p.screen.cbo_Filter, static_cast<int>(PointFilter::TurBelow));
     EXPECT_EQ(p.screen.tbl_Points.content.rowCount(), 2);
     p.screen.choose(p.screen.cbo_Filter, static_cast<int>(PointFilter::NotAnswered));
@@ -194,7 +202,7 @@ TEST(TestPoints, ArePrintedAsTheyAreShown) {
     Points p;
     p.open("id,nominal,tol,tol_pct,su_pct,mte_u\na,10,0.5,,95,0.05\nb,10,0.5,,200,0.1\n");
     TableReport printed;
-    p.screen.printTable = [&](const TableReport& table) {
+    p.screen.papers.printTable = [&](const TableReport& table) {
         printed = table;
         return true;
     };
@@ -210,16 +218,58 @@ TEST(TestPoints, ArePrintedAsTheyAreShown) {
 
 TEST(TestPoints, ChangesAreAskedAbout) {
     Points p;
-    EXPECT_TRUE(p.screen.changesSettled());
-    EXPECT_NE(p.screen.Lbl_State.text, "");
+    EXPECT_TRUE(p.settled());
+    EXPECT_NE(p.screen.tbl_Points.whenEmpty, "");
     p.type(0, 0, "10 V");
     p.ui.expectBox("Save Table", "Save changes to New table?", Answer::Cancel);
-    EXPECT_FALSE(p.screen.changesSettled());
+    EXPECT_EQ(p.screen.tbl_Points.whenEmpty, "");
+    EXPECT_FALSE(p.settled());
     p.ui.expectBox("Save Table", "Save changes to New table?", Answer::Yes, yesNoCancel);
     p.files.answers = {(p.folder / "mine.csv").string()};
-    EXPECT_TRUE(p.screen.changesSettled());
+    EXPECT_TRUE(p.settled());
     EXPECT_EQ(contentOf(p.folder / "mine.csv"), "nominal,tol,su_pct,mte_tol,mte_pct\n10 V,,,,\n");
     EXPECT_FALSE(p.desk.sheet.changed());
+}
+
+TEST(TestPoints, KeepTheirTemplateWhenARowTakesItsPlace) {
+    Points p;
+    p.record = newAnalysis();
+    p.record.SU_PctInTol = 90;
+    p.screen.choose(p.screen.cbo_Template, 1);
+    p.open("nominal,tol,mte_u\n10,0.5,0.05\n10,0.5,0.1\n");
+    ASSERT_EQ(p.shown(0, "status"), "ok");
+    const std::string before = p.shown(0, "FalseAccept");
+    p.screen.openAnalysis = [&](const Analysis& made) {
+        p.record = made;
+        p.record.SU_PctInTol = 70;
+        return true;
+    };
+    p.screen.open(p.screen.tbl_Points, 1);
+    TestPointsScreen again(p.session, &p.files, &p.desk);
+    again.begin();
+    EXPECT_EQ(again.tbl_Points.content.cell(0, 4).text, before);
+    EXPECT_NE(again.cbo_Template.items[static_cast<std::size_t>(again.cbo_Template.index)],
+              "Present analysis");
+}
+
+TEST(TestPoints, AskBeforeTheyReplaceWhatAnotherProgramWrote) {
+    Points p;
+    p.open("nominal,tol\n10,0.5\n");
+    const std::filesystem::path path = p.desk.path;
+    p.type(0, 0, "20");
+    p.run("mnu_SaveTable");
+    p.type(0, 0, "30");
+    std::ofstream(path) << "nominal,tol\n10,0.25\n11,0.25\n";
+    const std::string others = contentOf(path);
+    p.ui.expectBox("Save Table", "The file was changed by another program since it was opened. Replace it?",
+                   Answer::No);
+    p.run("mnu_SaveTable");
+    EXPECT_EQ(contentOf(path), others);
+    EXPECT_TRUE(p.desk.sheet.changed());
+    p.ui.expectBox("Save Table", "The file was changed by another program since it was opened. Replace it?",
+                   Answer::Yes);
+    p.run("mnu_SaveTable");
+    EXPECT_EQ(contentOf(path), "nominal,tol\n30,0.5\n");
 }
 
 } // namespace

@@ -5,10 +5,7 @@
 
 #include <QDragEnterEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <algorithm>
-#include <utility>
 
 namespace metrisk {
 
@@ -91,16 +88,8 @@ void CellTable::show(const Table& table) {
 }
 
 void CellTable::paintEvent(QPaintEvent* event) {
-    QTableWidget::paintEvent(event);
+    CellKeys::paintEvent(event);
     if (rowCount() == 0) paintWhenEmpty(*viewport(), whenEmpty_);
-}
-
-void CellTable::commitCell() {
-    if (state() != QAbstractItemView::EditingState) return;
-    for (QLineEdit* editor : viewport()->findChildren<QLineEdit*>()) {
-        commitData(editor);
-        closeEditor(editor, QAbstractItemDelegate::NoHint);
-    }
 }
 
 Table::Range CellTable::range() const {
@@ -120,34 +109,6 @@ CellBlock CellTable::texts(const Table::Range& range) const {
             line.push_back(item(row, column) ? item(row, column)->text().toStdString() : "");
     }
     return block;
-}
-
-void CellTable::keyPressEvent(QKeyEvent* event) {
-    constexpr std::pair<QKeySequence::StandardKey, Editing> keys[] = {
-        {QKeySequence::Cut, Editing::Cut},
-        {QKeySequence::Copy, Editing::Copy},
-        {QKeySequence::Paste, Editing::Paste},
-        {QKeySequence::Delete, Editing::Delete}};
-    for (const auto& [key, what] : keys)
-        if (event->matches(key)) {
-            emit edited(what);
-            return;
-        }
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && state() == QAbstractItemView::EditingState) return; // the cell's editor has had it
-    // Return opens a cell as F2 does; the screen's default button is not meant.
-    if (isReturn && currentItem() && currentItem()->flags().testFlag(Qt::ItemIsEditable)) {
-        editItem(currentItem());
-        return;
-    }
-    QTableWidget::keyPressEvent(event);
-}
-
-/// Return goes on to the next row, as columns are typed.
-void CellTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    QTableWidget::closeEditor(editor, hint);
-    if (hint == QAbstractItemDelegate::SubmitModelCache && currentRow() + 1 < rowCount())
-        setCurrentCell(currentRow() + 1, currentColumn());
 }
 
 void CellTable::dragEnterEvent(QDragEnterEvent* event) {

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "desk/kit/Controls.h"
+#include "window/kit/CellKeys.h"
 
 #include <QTableWidget>
 
 namespace metrisk {
 
-class CellTable final : public QTableWidget {
+class CellTable final : public CellKeys<QTableWidget> {
     Q_OBJECT
 
   public:
@@ -15,8 +16,6 @@ class CellTable final : public QTableWidget {
 
     /// Touches what differs; a cell that is being typed into keeps its editor.
     void show(const Table& table);
-    /// Ends the typing in a cell as leaving it would.
-    void commitCell();
     /// What is selected, the current cell if nothing else.
     Table::Range range() const;
     CellBlock texts(const Table::Range& range) const;
@@ -29,11 +28,10 @@ class CellTable final : public QTableWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void pressed(Editing what) override { emit edited(what); }
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
   private:
     void showCell(int row, int column, const Table::Cell& cell, const QString& markTip);

@@ -18,7 +18,7 @@ class HintList final : public QListWidget {
     QString whenEmpty_;
 };
 
-/// In the middle of the room where the rows would be, in the colour of hints.
-void paintWhenEmpty(QWidget& viewport, const QString& text);
+/// In the middle of the room where the rows would be, below that height, in the colour of hints.
+void paintWhenEmpty(QWidget& viewport, const QString& text, int below = 0);
 
 } // namespace metrisk

@@ -1,12 +1,11 @@
 #include "window/kit/SheetView.h"
 
 #include "window/kit/ColourRoles.h"
+#include "window/kit/HintList.h"
 #include "window/kit/Widgets.h"
 
 #include <QAbstractTableModel>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <algorithm>
 
 namespace metrisk {
@@ -117,6 +116,10 @@ SheetView::SheetView(const Sheet& sheet)
 
 void SheetView::show(const Sheet& sheet) {
     showing_ = true;
+    if (const QString text = qt(sheet.whenEmpty); text != whenEmpty_) {
+        whenEmpty_ = text;
+        viewport()->update();
+    }
     if (shape_ != sheet.shape) {
         shape_ = sheet.shape;
         const int top = rowAt(0);
@@ -155,14 +158,6 @@ void SheetView::fitColumns() {
     }
 }
 
-void SheetView::commitCell() {
-    if (state() != QAbstractItemView::EditingState) return;
-    for (QLineEdit* editor : viewport()->findChildren<QLineEdit*>()) {
-        commitData(editor);
-        closeEditor(editor, QAbstractItemDelegate::NoHint);
-    }
-}
-
 Table::Range SheetView::range() const {
     const QItemSelection selection = selectionModel()->selection();
     if (!selection.isEmpty())
@@ -183,39 +178,21 @@ CellBlock SheetView::texts(const Table::Range& range) const {
     return block;
 }
 
-void SheetView::keyPressEvent(QKeyEvent* event) {
-    constexpr std::pair<QKeySequence::StandardKey, Editing> keys[] = {{QKeySequence::Cut, Editing::Cut},
-                                                                      {QKeySequence::Copy, Editing::Copy},
-                                                                      {QKeySequence::Paste, Editing::Paste},
-                                                                      {QKeySequence::Delete, Editing::Delete},
-                                                                      {QKeySequence::Undo, Editing::Undo}};
-    for (const auto& [key, what] : keys)
-        if (event->matches(key)) {
-            emit edited(what);
-            return;
-        }
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && state() == QAbstractItemView::EditingState) return; // the cell's editor has had it
-    if (isReturn && currentIndex().isValid()) {
-        if (content_->flags(currentIndex()).testFlag(Qt::ItemIsEditable))
-            edit(currentIndex());
-        else
-            emit rowOpened(currentIndex().row());
-        return;
-    }
-    QTableView::keyPressEvent(event);
+bool SheetView::returned(const QModelIndex& index) {
+    emit rowOpened(index.row());
+    return true;
 }
 
-/// Return goes on to the next row, as columns are typed.
-void SheetView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    QTableView::closeEditor(editor, hint);
-    const QModelIndex current = currentIndex();
-    if (hint == QAbstractItemDelegate::SubmitModelCache && current.row() + 1 < content_->rowCount())
-        setCurrentIndex(content_->index(current.row() + 1, current.column()));
+void SheetView::paintEvent(QPaintEvent* event) {
+    CellKeys::paintEvent(event);
+    if (whenEmpty_.isEmpty()) return;
+    const int rows = content_->rowCount();
+    paintWhenEmpty(*viewport(), whenEmpty_,
+                   rows > 0 ? rowViewportPosition(rows - 1) + rowHeight(rows - 1) : 0);
 }
 
 void SheetView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QTableView::selectionChanged(selected, deselected);
+    CellKeys::selectionChanged(selected, deselected);
     if (!showing_) emit chosen();
 }
 

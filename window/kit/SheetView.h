@@ -2,12 +2,11 @@
 #pragma once
 
 #include "desk/kit/Sheet.h"
-
-#include <QTableView>
+#include "window/kit/CellKeys.h"
 
 namespace metrisk {
 
-class SheetView final : public QTableView {
+class SheetView final : public CellKeys<QTableView> {
     Q_OBJECT
 
   public:
@@ -15,7 +14,6 @@ class SheetView final : public QTableView {
 
     /// Where the shape is another one, everything is asked for anew, else what is in sight.
     void show(const Sheet& sheet);
-    void commitCell();
     Table::Range range() const;
     CellBlock texts(const Table::Range& range) const;
 
@@ -27,8 +25,9 @@ class SheetView final : public QTableView {
     void headingPressed(int column);
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void pressed(Editing what) override { emit edited(what); }
+    bool returned(const QModelIndex& index) override;
+    void paintEvent(QPaintEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
   private:
@@ -38,6 +37,7 @@ class SheetView final : public QTableView {
 
     Content* content_;
     unsigned shape_;
+    QString whenEmpty_;
     QStringList fitted_; // headings by which the columns have got their widths
     bool showing_ = false;
 };

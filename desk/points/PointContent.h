@@ -1,0 +1,28 @@
+// The cells of a sheet of test points: its own columns, and behind them those that are computed.
+#pragma once
+
+#include "desk/kit/Sheet.h"
+#include "desk/points/PointView.h"
+
+namespace metrisk {
+
+class PointContent final : public SheetContent {
+  public:
+    explicit PointContent(const PointView& view) : view_(view) {}
+    int rowCount() const override;
+    int columnCount() const override;
+    std::string heading(int column) const override;
+    std::string headingTip(int column) const override;
+    std::string rowName(int row) const override;
+    std::string rowFault(int row) const override;
+    SheetCell cell(int row, int column) const override;
+
+  private:
+    SheetCell ownCell(std::size_t row, std::size_t column) const;
+    SheetCell figure(std::size_t row, std::size_t column) const;
+    std::size_t sheetRow(int row) const { return view_.sheetRow(static_cast<std::size_t>(row)); }
+
+    const PointView& view_;
+};
+
+} // namespace metrisk
