@@ -10,11 +10,6 @@ namespace metrisk::cli {
 
 namespace {
 
-/// Those that are no entry of an analysis, but of a decision on it.
-bool isOfAnalysis(Entry entry) {
-    return entry != Entry::Reading && entry != Entry::Rule;
-}
-
 std::string optionOf(const EntryInfo& info) {
     std::string name = "--" + std::string(info.name);
     std::ranges::replace(name, '_', '-');

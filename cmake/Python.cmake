@@ -11,15 +11,21 @@ if(NOT Python_FOUND OR NOT pybind11_FOUND)
   return()
 endif()
 
-metrisk_collect(sources headers python)
 set(package "${PROJECT_BINARY_DIR}/python/metrisk")
-pybind11_add_module(metrisk_python NO_EXTRAS ${sources})
-target_link_libraries(metrisk_python PRIVATE metrisk_rows metrisk_content metrisk_options)
-target_compile_definitions(metrisk_python PRIVATE
-  "METRISK_VERSION=\"${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}\"")
 # Nothing of the program is seen from outside but the module itself.
-target_link_options(metrisk_python PRIVATE -Wl,--exclude-libs,ALL)
-set_target_properties(metrisk_python PROPERTIES OUTPUT_NAME _metrisk LIBRARY_OUTPUT_DIRECTORY "${package}")
+function(metrisk_native target folder name)
+  metrisk_collect(sources headers ${folder})
+  pybind11_add_module(${target} NO_EXTRAS ${sources})
+  target_link_libraries(${target} PRIVATE ${ARGN} metrisk_options)
+  target_compile_definitions(${target} PRIVATE
+    "METRISK_VERSION=\"${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}\"")
+  target_link_options(${target} PRIVATE -Wl,--exclude-libs,ALL)
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name} LIBRARY_OUTPUT_DIRECTORY "${package}")
+endfunction()
+# Arrays of test points alone load no database and draw nothing; analyses as objects do.
+metrisk_native(metrisk_python python/arrays _metrisk metrisk_rows metrisk_content)
+metrisk_native(metrisk_python_analysis python/analysis _analysis metrisk_unattended)
+add_dependencies(metrisk_python metrisk_python_analysis)
 file(GLOB package_files CONFIGURE_DEPENDS python/metrisk/*.py python/metrisk/*.pyi python/metrisk/py.typed)
 foreach(file IN LISTS package_files)
   get_filename_component(name "${file}" NAME)

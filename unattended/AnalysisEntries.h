@@ -25,8 +25,13 @@ bool looksAssigned(const std::string& text);
 /// What is wrong where the field is none, has no such element or is not to be set.
 std::variant<Assignment, std::string> assignmentOf(const std::string& text);
 
+/// A reading and a rule are entries of a decision on an analysis.
+constexpr bool isOfAnalysis(Entry entry) {
+    return entry != Entry::Reading && entry != Entry::Rule;
+}
+
 struct AnalysisEntries {
-    std::array<std::optional<std::string>, entryCount> entries{}; // those of a reading and a rule are ignored
+    std::array<std::optional<std::string>, entryCount> entries{}; // of an analysis
     std::string countsAs = "estimate";                            // as countsAsNamed reads it
     std::vector<Assignment> assignments{};
 

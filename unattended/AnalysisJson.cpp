@@ -68,12 +68,17 @@ void computeBiasRow(AnalysisRun& run) {
     record.ErrTableDisplay[1] = session.record.ErrTableDisplay[1];
 }
 
-Json analysisJson(const std::string& file, AnalysisRun& run) {
+Json fieldsJson(AnalysisRun& run) {
     computeBiasRow(run);
-    Json fields = run.result(file, "read");
-    visitFields(run.record,
-                [&](std::string_view name, const auto& value) { fields[name] = fieldJson(value); });
-    return fields;
+    Json::Object fields;
+    visitFields(run.record, [&](std::string_view name, const auto& value) {
+        fields.push_back({std::string(name), fieldJson(value)});
+    });
+    return Json::object(std::move(fields));
+}
+
+Json analysisJson(const std::string& file, AnalysisRun& run) {
+    return joined(run.result(file, "read"), fieldsJson(run));
 }
 
 bool looksLikeJson(std::string_view content) {

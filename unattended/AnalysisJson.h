@@ -9,8 +9,9 @@
 
 namespace metrisk {
 
-/// {"file", "status", "messages"} and every field. The row of the measuring parameter's bias is computed: a
-/// file holds none.
+/// Every field. The row of the measuring parameter's bias is computed: a file holds none.
+Json fieldsJson(AnalysisRun& run);
+/// {"file", "status", "messages"} and every field.
 Json analysisJson(const std::string& file, AnalysisRun& run);
 
 /// Puts the row of the bias into the table that is shown.

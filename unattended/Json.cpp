@@ -85,6 +85,12 @@ Json Json::array(Array items) {
     return json;
 }
 
+Json Json::object(Object members) {
+    Json json;
+    json.value_ = std::move(members);
+    return json;
+}
+
 void Json::push_back(Json item) {
     std::get<Array>(value_).push_back(std::move(item));
 }

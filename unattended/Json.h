@@ -36,6 +36,7 @@ class Json {
 
     static Json array();
     static Json array(Array items);
+    static Json object(Object members);
 
     /// Of an array.
     void push_back(Json item);

@@ -22,6 +22,8 @@ class UnattendedInteraction final : public Interaction {
     /// Everything shown so far, in order.
     const std::vector<Told>& messages() const { return messages_; }
 
+    void forget() { messages_.clear(); }
+
     void note(const std::string& text) { messages_.push_back({"", text, "", false}); }
 
     Answer show(const Box& box) override;

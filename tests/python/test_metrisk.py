@@ -219,12 +219,14 @@ class Running(unittest.TestCase):
 
 
 class Readme(unittest.TestCase):
-    def test_block_runs_as_it_stands(self):
+    def test_blocks_run_as_they_stand(self):
         with open(os.path.join(SOURCE, "README.md"), encoding="utf-8") as file:
-            block = file.read().split("```python\n")[1].split("```")[0]
-        ran = subprocess.run([sys.executable, "-c", block], capture_output=True, text=True, check=False)
-        self.assertEqual(ran.returncode, 0, ran.stderr)
-        self.assertEqual(len(ran.stdout.splitlines()), 2)
+            blocks = [each.split("```")[0] for each in file.read().split("```python\n")[1:]]
+        self.assertEqual(len(blocks), 2)
+        for block in blocks:
+            ran = subprocess.run([sys.executable, "-c", block], capture_output=True, text=True, check=False, cwd=SOURCE)
+            self.assertEqual(ran.returncode, 0, ran.stderr)
+            self.assertEqual(len(ran.stdout.splitlines()), 2)
 
 
 class Types(unittest.TestCase):

@@ -3,7 +3,7 @@
 #include "base/Real.h"
 #include "persistence/AnalysisContent.h"
 #include "persistence/NewAnalysis.h"
-#include "python/PointArrays.h"
+#include "python/arrays/PointArrays.h"
 #include "reliability/ReliabilitySolution.h"
 #include "risk/BaselineModel.h"
 #include "rows/Entries.h"
@@ -294,6 +294,7 @@ PYBIND11_MODULE(_metrisk, module) {
     module.attr("version") = METRISK_VERSION;
     module.def("compute", &compute, py::arg("entries"), py::arg("size"), py::arg("want"), py::arg("counts"),
                py::arg("template"), py::arg("threads"));
+    module.def("in_main_interpreter", [] { return PyInterpreterState_Get() == PyInterpreterState_Main(); });
     module.def("entry_columns", &entryColumns);
     module.def("figure_columns", &figureColumns);
     module.def("self_check", &selfCheckRows);

@@ -1,4 +1,4 @@
-#include "python/PointArrays.h"
+#include "python/arrays/PointArrays.h"
 
 #include "rows/UnitFactors.h"
 
