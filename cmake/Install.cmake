@@ -49,6 +49,17 @@ set(CPACK_COMPONENTS_ALL Unspecified)
 if(TARGET metrisk_sqlite)
   install(TARGETS metrisk_sqlite LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/metrisk)
 endif()
+if(TARGET metrisk_postgresql)
+  string(REGEX REPLACE "^/usr/" "" pg_modules "${pg_pkglibdir}")
+  string(REGEX REPLACE "^/usr/" "" pg_share "${pg_sharedir}")
+  string(REGEX MATCH "[0-9]+" pg_major "${pg_version}")
+  install(TARGETS metrisk_postgresql LIBRARY DESTINATION ${pg_modules} COMPONENT postgresql)
+  install(FILES "${PROJECT_BINARY_DIR}/postgresql/metrisk.control"
+    "${PROJECT_BINARY_DIR}/postgresql/metrisk--${pg_version_of_extension}.sql"
+    DESTINATION ${pg_share}/extension COMPONENT postgresql)
+  install(FILES packaging/copyright DESTINATION share/doc/postgresql-${pg_major}-metrisk COMPONENT postgresql)
+  list(APPEND CPACK_COMPONENTS_ALL postgresql)
+endif()
 if(TARGET metrisk_python)
   set(python_package lib/python3/dist-packages/metrisk)
   install(TARGETS metrisk_python metrisk_python_analysis LIBRARY DESTINATION ${python_package} COMPONENT python)
@@ -77,5 +88,10 @@ set(CPACK_COMPONENT_PYTHON_DESCRIPTION
     "Measurement decision risk analysis for Python\n Computes arrays of test points with NumPy: the figures of metrisk-cli rows.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
     "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${next_python}), python3-numpy")
+set(CPACK_DEBIAN_POSTGRESQL_PACKAGE_NAME postgresql-${pg_major}-metrisk)
+set(CPACK_DEBIAN_POSTGRESQL_PACKAGE_SECTION database)
+set(CPACK_COMPONENT_POSTGRESQL_DESCRIPTION
+    "Measurement decision risk analysis for PostgreSQL\n Computes test points in SQL: the figures of metrisk-cli rows.")
+set(CPACK_DEBIAN_POSTGRESQL_PACKAGE_DEPENDS "postgresql-${pg_major}")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 include(CPack)
