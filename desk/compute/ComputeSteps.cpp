@@ -132,7 +132,7 @@ void runStep(Session& session, ComputingScreen& screen, Step step) {
             r.AbortFlag = true;
         }
     }
-    screen.Cmd_Cancel.enabled = false;
+    screen.Cmd_Cancel.allow(false, "The search has ended");
 }
 
 } // namespace

@@ -50,7 +50,7 @@ class ComputingScreen final : public Worksheet {
     /// Stops the search from its next pass on; a second press does nothing. The screen ends with its work.
     bool mayClose(Way) override {
         if (Cmd_Cancel.enabled) session_.record.AbortFlag = true;
-        Cmd_Cancel.enabled = false;
+        Cmd_Cancel.allow(false, "It ends with the step under way");
         return false;
     }
 

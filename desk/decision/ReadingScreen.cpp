@@ -259,7 +259,7 @@ void ReadingScreen::clear() {
          {&box_Conforming, &box_Nonconforming, &box_Tolerance, &box_Acceptance, &box_Uncertainty})
         box->text.clear();
     Lbl_Sentence.text.clear();
-    cmd_CopySentence.enabled = false;
+    cmd_CopySentence.allow(false, "There is no verdict yet");
     pic_Strip.text = "No reading";
     pic_Strip.draw({});
     if (!judge_) return;
@@ -303,9 +303,7 @@ void ReadingScreen::showHistory() {
              {&each.time, &each.parameter, &each.reading, &each.rule, &each.verdict, &each.conformance})
             row.push_back({.text = *text, .locked = true});
     }
-    cmd_CopyHistory.enabled = !history_.readings.empty();
-    cmd_CopyHistory.toolTip =
-        cmd_CopyHistory.enabled ? "Copy the readings since the start" : "No readings since the start";
+    cmd_CopyHistory.allow(!history_.readings.empty(), "No readings since the start");
 }
 
 } // namespace metrisk

@@ -20,6 +20,10 @@ class ReadingScreen final : public Worksheet {
     Label Lbl_Reading{*this, "Lbl_Reading", "Measured &Value"};
     TextBox txt_Reading{*this, "txt_Reading", "Corrected reading of the measuring parameter"};
     Choice cbo_Units{*this, "cbo_Units", "Units of the reading"};
+    Label Lbl_Coverage{*this, "Lbl_Coverage", "Coverage &Factor"};
+    TextBox txt_Coverage{*this, "txt_Coverage", "k of U = k u as in 2 or 95%; empty: that of 95.45 %"};
+    CheckBox chk_Prior{*this, "chk_Prior", "With the popu&lation as prior",
+                       "The % in-tolerance of the subject parameter counts as knowledge before the reading"};
     Label Lbl_Rule{*this, "Lbl_Rule", "Decision &Rule"};
     Choice cbo_Rule{*this, "cbo_Rule", "By what the reading passes or fails"};
     Label Lbl_RuleValue{*this, "Lbl_RuleValue"};
@@ -28,10 +32,6 @@ class ReadingScreen final : public Worksheet {
     Choice cbo_Outcomes{*this, "cbo_Outcomes", "Verdicts that the rule knows"};
     Label Lbl_Reject{*this, "Lbl_Reject", "Re&jection at"};
     TextBox txt_Reject{*this, "txt_Reject", "Multiple of U beyond the limits; empty: that of acceptance"};
-    Label Lbl_Coverage{*this, "Lbl_Coverage", "Coverage &Factor"};
-    TextBox txt_Coverage{*this, "txt_Coverage", "k of U = k u as in 2 or 95%; empty: that of 95.45 %"};
-    CheckBox chk_Prior{*this, "chk_Prior", "With the popu&lation as prior",
-                       "The % in-tolerance of the subject parameter counts as knowledge before the reading"};
 
     Label Lbl_Verdict{*this, "Lbl_Verdict"};
     Label Lbl_Why{*this, "Lbl_Why"};

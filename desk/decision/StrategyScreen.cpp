@@ -201,12 +201,8 @@ void StrategyScreen::refresh() {
     for (TextBox* box : {&txt_TargetAccept, &txt_TargetReject, &txt_TargetWorst}) box->enabled = there;
     showTable();
     showWorst();
-    cmd_Copy.enabled = cmd_Save.enabled = !figures_.lines.empty();
-    cmd_Send.enabled = !figures_.lines.empty();
     const std::string none = basis_ ? "The strategies are being computed" : Lbl_Basis.text;
-    cmd_Copy.toolTip = cmd_Copy.enabled ? "Copy the table with tabs between its cells" : none;
-    cmd_Save.toolTip = cmd_Save.enabled ? "Save the figures in all digits, with commas between" : none;
-    cmd_Send.toolTip = cmd_Send.enabled ? "Type the multipliers of the chosen row there" : none;
+    for (PushButton* each : {&cmd_Copy, &cmd_Save, &cmd_Send}) each->allow(!figures_.lines.empty(), none);
 }
 
 void StrategyScreen::showTable() {

@@ -11,6 +11,7 @@
 #include "desk/files/Notes.h"
 #include "desk/guardband/Procedure.h"
 #include "desk/kit/Message.h"
+#include "desk/kit/RestingTips.h"
 #include "desk/kit/Session.h"
 #include "desk/links/RunMenu.h"
 #include "record/SubjectSide.h"
@@ -232,7 +233,7 @@ void GuardbandScreen::refresh() {
     showSide(lowerSide, LowerTolLimitBox, LowerMultiplierBox, txt_kFactor_1, LowerGuardbandBox, shared);
     SymmetryCheckBox.checked = r.GB_SymmetricMult;
     chk_SymmetricK.checked = r.GB_SymmetricK;
-    SymmetryCheckBox.enabled = chk_SymmetricK.enabled = r.OptTwoSided;
+    for (CheckBox* box : {&SymmetryCheckBox, &chk_SymmetricK}) box->allow(r.OptTwoSided, oneToleranceTip);
 
     opt_FARisk.checked = r.GB_KeyOn == 0;
     opt_FRRisk.checked = r.GB_KeyOn == 1;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -101,6 +102,7 @@ struct Button : Control {
     bool checked = false;   // check and radio
     bool isDefault = false; // pressed by Return
     bool isPrimary = false; // the act that its screen is for; one a screen
+    std::string resting;    // why it cannot be used now: said instead of its tool tip while it is disabled
     /// What a click does; `on` is the state it gives a check or radio button.
     std::function<void(bool on)> clicked;
     std::optional<Way> closes; // the screen is left that way
@@ -109,6 +111,12 @@ struct Button : Control {
            int radioGroup = 0)
         : Control(owner, controlName, std::move(caption), std::move(tip)), kind(buttonKind),
           group(radioGroup) {}
+
+    /// Enables it, or has it rest and say why.
+    void allow(bool usable, std::string why) {
+        enabled = usable;
+        resting = std::move(why);
+    }
 
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 };

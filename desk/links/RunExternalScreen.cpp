@@ -123,7 +123,8 @@ void RunExternalScreen::bindBoxes() {
 void RunExternalScreen::refresh() {
     Lst_Apps.items.clear();
     for (const Application& row : AppsList_) Lst_Apps.items.push_back(row.name);
-    txt_FilePath.enabled = cmd_BrowseFiles.enabled = !chk_NewFile.checked;
+    txt_FilePath.enabled = !chk_NewFile.checked;
+    cmd_BrowseFiles.allow(!chk_NewFile.checked, "The program starts without a file");
 }
 
 bool RunExternalScreen::mayClose(Way) {

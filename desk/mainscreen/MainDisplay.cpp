@@ -5,6 +5,7 @@
 #include "base/RiskText.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/compute/RatioPanels.h"
+#include "desk/kit/RestingTips.h"
 #include "desk/kit/Session.h"
 #include "desk/mainscreen/LimitRows.h"
 #include "desk/mainscreen/MainScreen.h"
@@ -47,9 +48,9 @@ void showSubject(MainScreen& screen, const Analysis& r, const AnalysisTexts& tex
     screen.SingleUpperOption.checked = (r.OptSingleUpper);
     screen.SingleLowerOption.checked = (r.OptSingleLower);
     screen.chk_Symmetric.checked = (r.SymmetricTolerances);
-    screen.chk_Symmetric.enabled = r.OptTwoSided;
+    screen.chk_Symmetric.allow(r.OptTwoSided, oneToleranceTip);
     screen.PhysLimitRequired.checked = (r.PhysLimitRequired && !r.OptTwoSided);
-    screen.PhysLimitRequired.enabled = !r.OptTwoSided;
+    screen.PhysLimitRequired.allow(!r.OptTwoSided, noPhysicalLimitTip);
     screen.optOffsets_0.checked = (r.ShowLimits);
     screen.optOffsets_1.checked = (!r.ShowLimits);
     showLimitRows(screen, r, texts);
@@ -99,7 +100,7 @@ void showRisks(MainScreen& screen, const Session& session) {
                                          &screen.Lbl_EqAccRatColon, &screen.Lbl_EqAccRatNote})
         shown->enabled = currentRatio;
     screen.worstCase.show(screen.Lbl_WorstCase);
-    screen.ComputeResults.enabled = !r.Computing;
+    screen.ComputeResults.allow(!r.Computing, "The risks are being computed");
 
     const auto baselineText = [&](double value, const std::string& units) {
         return riskText({value, units}, units == ppmUnits ? "##0.0" : "##0.0000", regional);

@@ -1,5 +1,6 @@
 // What the tolerance offset worksheet shows.
 #include "base/NumberText.h"
+#include "desk/kit/RestingTips.h"
 #include "desk/offset/OffsetScreen.h"
 #include "numerics/CoverageFactor.h"
 #include "numerics/Distribution.h"
@@ -86,9 +87,9 @@ void OffsetCalc::refresh() {
     opt_Tolerance_1.checked = r.OptSingleUpper;
     opt_Tolerance_2.checked = r.OptSingleLower;
     chk_Symmetric.checked = r.SymmetricTolerances;
-    chk_Symmetric.enabled = r.OptTwoSided;
+    chk_Symmetric.allow(r.OptTwoSided, oneToleranceTip);
     chk_PhysicalLimit.checked = r.PhysLimitRequired;
-    chk_PhysicalLimit.enabled = !r.OptTwoSided;
+    chk_PhysicalLimit.allow(!r.OptTwoSided, noPhysicalLimitTip);
     showSide(upperSide);
     showSide(lowerSide);
     txt_PctInTol_0.text = number(r.SU_PctInTol, inTolPicture, desk_.regional);

@@ -276,8 +276,9 @@ void TestPointsScreen::refresh() {
     Lbl_Totals.text = totalsText(view_, totals_, regional);
     met_Progress.visible = cmd_Stop.visible = isComputing();
     met_Progress.value = computing_.progress();
-    cmd_Compute.enabled = view_.rules && totals_.waiting > 0 && !isComputing();
-    cmd_Open.enabled = view_.rules && !selectedRows().empty() && openAnalysis;
+    cmd_Compute.allow(view_.rules && totals_.waiting > 0 && !isComputing(),
+                      isComputing() ? "The rows are being computed" : "No row waits to be computed");
+    cmd_Open.allow(view_.rules && !selectedRows().empty() && openAnalysis, "No row is chosen");
     findItem(menus, "mnu_Redo")->off = !desk_.sheet.canRedo();
     findItem(menus, "mnu_SaveResults")->off = !view_.rules;
     findItem(menus, "mnu_DecimalComma")->checked = desk_.decimalComma;

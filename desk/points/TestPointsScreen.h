@@ -29,11 +29,11 @@ class TestPointsScreen final : public Worksheet {
                      "Of each row: risks, tur, ratio, exact, baseline, fit, entries, guardband:fa=2%, worst, "
                      "uncertainty, counts, decide, with commas between",
                      Holds::Words};
-    Label Lbl_Limit{*this, "Lbl_Limit", "L&imit of False Accept Risk, %"};
-    TextBox txt_Limit{*this, "txt_Limit", "Rows above it are counted"};
     Label Lbl_Filter{*this, "Lbl_Filter", "&Show"};
     Choice cbo_Filter{*this, "cbo_Filter", "Which rows are shown"};
     TextBox txt_Filter{*this, "txt_Filter", "Percent of a risk, or a ratio"};
+    Label Lbl_Limit{*this, "Lbl_Limit", "L&imit of False Accept Risk, %"};
+    TextBox txt_Limit{*this, "txt_Limit", "Rows above it are counted"};
     Sheet tbl_Points{*this, "tbl_Points", content_,
                      "Test points; a double click on a figure opens the row as an analysis"};
     Label Lbl_State{*this, "Lbl_State"};

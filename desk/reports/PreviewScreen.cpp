@@ -143,10 +143,8 @@ void PreviewScreen::refresh() {
     vs_Print.text = place + " of the report";
     const bool first = page_ == 0;
     const bool last = page_ + 1 == pages_->pages.size();
-    cmd_Previous.enabled = !first;
-    cmd_Next.enabled = !last;
-    cmd_Previous.toolTip = first ? "This is the first page" : "The page before";
-    cmd_Next.toolTip = last ? "This is the last page" : "The page after";
+    cmd_Previous.allow(!first, "This is the first page");
+    cmd_Next.allow(!last, "This is the last page");
     for (const char* item : {"mnu_Page_Previous", "mnu_Page_First"}) findItem(menus, item)->off = first;
     for (const char* item : {"mnu_Page_Next", "mnu_Page_Last"}) findItem(menus, item)->off = last;
     const double factor = zooms[cbo_Zoom.index].factor;

@@ -135,7 +135,7 @@ void PrintDialogScreen::refresh() {
     Chk_IncludePlots.checked = s.Report_IncludePlots;
     Chk_IncludeErled.checked = s.Report_IncludeUncertainty;
     Chk_IncludeErrPlot.checked = s.Report_IncludeErrorPlot;
-    Chk_IncludeDecision.enabled = s.Report_Decision.has_value();
+    Chk_IncludeDecision.allow(s.Report_Decision.has_value(), "There is no reading of this run");
     Chk_IncludeDecision.checked = s.Report_IncludeDecision && s.Report_Decision;
     const auto zoom = [](Choice& choice, float percent) { choice.index = zoomIndex(100.0 / percent); };
     zoom(cbo_SUZoom, s.Report_SUZoom);
@@ -146,7 +146,11 @@ void PrintDialogScreen::refresh() {
     opt_ParamTolerance_1.text =
         r.MTE_EntryByUncertainty ? "Use MTE Uncertainty Limits" : "Use MTE Tolerance Limits";
     const bool errors = r.ProcessUncertainty > 0;
-    Chk_IncludeErrPlot.enabled = pnl_ErrPlotOptions.enabled = errors;
+    pnl_ErrPlotOptions.enabled = errors;
+    for (Button* each :
+         std::initializer_list<Button*>{&Chk_IncludeErrPlot, &opt_ErrorTolerance_0, &opt_ErrorTolerance_1,
+                                        &opt_ErrorTolerance_2, &chk_IncludeMTEBias})
+        each->allow(errors, "There is no process error to plot");
     if (!errors) Chk_IncludeErrPlot.checked = desk_.selection.Report_IncludeErrorPlot = false;
     opt_ErrorTolerance_0.checked = r.ErrorPlot_Param == "MTE";
     opt_ErrorTolerance_1.checked = r.ErrorPlot_Param == "SU";
@@ -180,7 +184,7 @@ void PrintDialogScreen::print() {
     MenuItem& command = *findItem(menus, "mnu_Print");
     command.caption = cmd_Print.text = "Printing";
     command.off = true;
-    cmd_Print.enabled = false;
+    cmd_Print.allow(false, "Printing");
     session_.ui.refresh(*this);
     desk_.print(session_, reportOrigin::printDialog);
     session_.record.AbortFlag = false;

@@ -203,8 +203,11 @@ std::optional<RiskPoint> GuardPlot::present() const {
 void GuardPlot::refresh() {
     const Analysis& r = session_.record;
     const bool baseline = swept_ == Swept::BaselineRatio;
-    for (Control* control : controls()) control->enabled = !computing_;
-    CmdCancelPlot.enabled = computing_;
+    for (Control* control : controls()) {
+        control->enabled = !computing_;
+        if (auto* button = dynamic_cast<Button*>(control)) button->resting = "The plot is being computed";
+    }
+    CmdCancelPlot.allow(computing_, "Nothing is being computed");
     Lbl_Message.enabled = MessageBox1.enabled = MessagePanel.enabled = Graph1.enabled = true;
     MessagePanel.visible = computing_;
     MessageBox1.value = done_;
@@ -218,7 +221,8 @@ void GuardPlot::refresh() {
     txt_SUPctInTol.text = subjectPct_.typed;
     txt_MTEPctInTol.text = measuringPct_.typed;
     optShowPct.visible = optShowSigma.visible = ofPercent();
-    optShowSigma.enabled = !computing_ && swept_ == Swept::SubjectPct;
+    if (swept_ != Swept::SubjectPct)
+        optShowSigma.allow(false, "Only percentages of the subject parameter have them");
     optShowSigma.checked = showSigma_;
     optShowPct.checked = !showSigma_;
     pnl_Baseline.visible = baseline;

@@ -160,7 +160,7 @@ void RiskMapScreen::refresh() {
         slider.text = label.text =
             std::string(nameOf(quantity)) + ": " + valueText(quantity, place_.values[i]);
     }
-    cmd_Present.enabled = !(place_ == map_.present());
+    cmd_Present.allow(!(place_ == map_.present()), "The sliders stand at the analysis");
     Lbl_Here.text = hereText();
 }
 

@@ -12,14 +12,14 @@ struct Session;
 
 class DataEntryScreen final : public Worksheet {
   public:
+    Table ss{*this, "ss", "Measured Values: up to 200, a row each"};
+    Label Lbl_Taken{*this, "Lbl_Taken"};
     Label Lbl_NominalValue{*this, "Lbl_NominalValue", "Mode or Nominal Value"};
     TextBox NominalValueBox{*this, "NominalValueBox", "The mode of the subject parameter"};
     RadioButton measOption_0{*this, "measOption_0", "&Deviations",
                              "Deviations from the mode, in tolerance units", 0};
     RadioButton measOption_1{*this, "measOption_1", "&Measured Values", "Measured values, in nominal units",
                              0};
-    Table ss{*this, "ss", "Measured Values: up to 200, a row each"};
-    Label Lbl_Taken{*this, "Lbl_Taken"};
     PictureArea pic_Samples{*this, "pic_Samples", "", "How the samples spread, with their mean and limits"};
     Label Lbl_Range{*this, "Lbl_Range"};
     Label Lbl_MostSamples{*this, "Lbl_MostSamples", "of " + std::to_string(maxSampleSize)};

@@ -27,7 +27,8 @@ void MTEErrorScreen::refresh() {
         totals_.reset();
     }
     for (int row = 0; row < errorRowCount; ++row) showRow(row);
-    rows[biasRow].button->enabled = static_cast<bool>(openTolerances);
+    rows[biasRow].button->allow(static_cast<bool>(openTolerances),
+                                "The tolerances cannot be changed from here");
     findItem(menus, "mnu_ViewDistribution")->off = !openErrorPlot;
     findItem(menus, "mnu_Print")->off = !printReport;
     findItem(menus, "mnu_Preview")->off = !previewReport;
@@ -44,7 +45,7 @@ void MTEErrorScreen::showRow(int index) {
     row.ConfidenceBox.text = cells.confidence.shown;
     row.UncertaintyBox.text = cells.uncertainty.shown;
     row.IncludeBox.checked = cells.included;
-    row.IncludeBox.enabled = index == biasRow || cells.uncertainty.present();
+    row.IncludeBox.allow(index == biasRow || cells.uncertainty.present(), "This row has no uncertainty");
     row.txt_DegreesFreedom.text = cells.degFreedom.shown;
     const double percent = totals_ ? 100 * totals_->shares[static_cast<std::size_t>(index)] : 0;
     row.share.value = std::clamp(percent, 0.0, 100.0);

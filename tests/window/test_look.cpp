@@ -53,31 +53,6 @@ class LookTest final : public QObject {
         return twice;
     }
 
-    static void checkGrid(const QWidget& window, const Worksheet& screen) {
-        QSet<double> sizes;
-        for (const QWidget* widget : window.findChildren<QWidget*>()) {
-            const bool shown = qobject_cast<const QLabel*>(widget) ||
-                               qobject_cast<const QLineEdit*>(widget) ||
-                               qobject_cast<const QAbstractButton*>(widget);
-            if (shown && widget->isVisible()) sizes += widget->font().pointSizeF();
-            const auto* panel = qobject_cast<const QGroupBox*>(widget);
-            if (!panel) continue;
-            QVERIFY2(panel->findChildren<QGroupBox*>().empty(), qPrintable(screen.name + panel->title()));
-            for (const auto* label : panel->findChildren<QLabel*>())
-                if (panel->title().isEmpty() && label->property(headingProperty).toBool() &&
-                    label->isVisible() && label->mapTo(panel, QPoint()).y() < label->height())
-                    QVERIFY2(label->mapTo(panel, QPoint()) == QPoint(12, 6), screen.name);
-        }
-        QVERIFY2(sizes.size() <= 4, screen.name);
-        for (const Control* control : screen.controls()) {
-            const auto* box = dynamic_cast<const TextBox*>(control);
-            const auto* widget = window.findChild<QLineEdit*>(control->name);
-            if (!box || !widget) continue;
-            const Qt::Alignment side = box->holds == Holds::Words ? Qt::AlignLeft : Qt::AlignRight;
-            QVERIFY2(widget->alignment().testFlags(side), control->name);
-        }
-    }
-
   private slots:
     void init() { desk_ = std::make_unique<Desk>(); }
     void cleanup() {
@@ -121,26 +96,6 @@ class LookTest final : public QObject {
                          qPrintable(QString(screen->name) + " " + box->objectName()));
             }
         }
-    }
-
-    /// Figures right and words left, headings at one place, no frame within a frame, few sizes of text.
-    void everyScreenKeepsToOneGrid() {
-        Desk& d = *desk_;
-        const EveryScreen screens(d);
-        for (const auto& screen : screens.all()) {
-            if (screen == screens.all().front()) continue; // the window itself, below
-            WorksheetDialog dialog(*screen, layoutOf, d.window.get());
-            dialog.setWindowModality(Qt::NonModal);
-            dialog.show();
-            d.settle(&dialog);
-            checkGrid(dialog, *screen);
-        }
-        checkGrid(*d.window, d.window->model());
-        const auto left = [&](const char* box) {
-            return d.control(box)->mapTo(d.window.get(), QPoint()).x();
-        };
-        QCOMPARE(left("MTEOffsetBox"), left("ModeBox"));
-        QCOMPARE(left("MTEPctInTolBox"), left("PctInTolBox"));
     }
 
     void boxesOfTheGuardbandsStandBelowEachOther() {

@@ -1,5 +1,6 @@
 // The screen Reading.
 #include "window/decision/Layouts.h"
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 
 #include <QHeaderView>
@@ -35,6 +36,7 @@ QWidget* layoutReading(const WidgetMaker& w) {
     QGroupBox* rule = group(
         "Rule", rows({{w("Lbl_Rule"), w("cbo_Rule"), w("Lbl_RuleValue"), w.box("txt_RuleValue", 8)},
                       {w("Lbl_Outcomes"), w("cbo_Outcomes"), w("Lbl_Reject"), w.box("txt_Reject", 8)}}));
+    lineUpCaptions({reading, rule});
     QWidget* word = down({large(w("Lbl_Verdict")), running(w("Lbl_Why"))});
     static_cast<QVBoxLayout*>(word->layout())->addStretch();
     word->setMinimumWidth(200);

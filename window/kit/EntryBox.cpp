@@ -117,7 +117,11 @@ void EntryBox::undoEntry() {
 }
 
 void EntryBox::setRoom(int characters) {
-    room_ = characters;
+    setRoomFor(QString(characters, '0'));
+}
+
+void EntryBox::setRoomFor(const QString& text) {
+    room_ = text;
     updateGeometry();
 }
 
@@ -150,16 +154,15 @@ void EntryBox::fitText() {
 QSize EntryBox::sizeHint() const {
     const QFontMetrics largest(sized(0));
     const int growth = largest.height() - fontMetrics().height();
-    return {largest.horizontalAdvance(QString(room_, '0')) + beside(textMargins()),
+    return {largest.horizontalAdvance(room_) + beside(textMargins()),
             std::max(leastHeight, QLineEdit::sizeHint().height() + growth)};
 }
 
 QSize EntryBox::minimumSizeHint() const {
     const QFontMetrics least(sized(1));
-    if (!sizes_.empty())
-        return {least.horizontalAdvance(QString(room_, '0')) + beside(textMargins()), sizeHint().height()};
+    if (!sizes_.empty()) return {least.horizontalAdvance(room_) + beside(textMargins()), sizeHint().height()};
     constexpr int scarce = 3, plenty = 5;
-    return {fontMetrics().horizontalAdvance(QString((room_ * scarce + plenty - 1) / plenty, '0')) +
+    return {fontMetrics().horizontalAdvance(room_.left((room_.size() * scarce + plenty - 1) / plenty)) +
                 beside(textMargins()),
             std::max(leastHeight, QLineEdit::minimumSizeHint().height())};
 }

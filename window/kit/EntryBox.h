@@ -29,6 +29,8 @@ class EntryBox final : public QLineEdit {
     /// It wishes to be that many characters wide, and may be a little more than half of it where room is
     /// scarce: a text that does not fit is told in full.
     void setRoom(int characters);
+    /// It wishes to be as wide as that text.
+    void setRoomFor(const QString& text);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     /// Its text is bold and as large as it fits: the first of these shares of its font, else the last, which
@@ -76,7 +78,7 @@ class EntryBox final : public QLineEdit {
     QPalette painted_; // what differs from the screens
     bool tellsReturn_ = false;
     bool tellsEscape_ = false;
-    int room_ = 11;
+    QString room_{11, '0'}; // a text for which it wishes room
     std::vector<double> sizes_;
     QFont base_; // that the sizes are shares of
     QAction* mark_ = nullptr;

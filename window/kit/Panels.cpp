@@ -37,13 +37,15 @@ class Strut final : public QWidget {
 
 class Columns final : public QObject {
   public:
-    Columns(std::initializer_list<QGroupBox*> panels, QObject* owner) : QObject(owner) {
+    Columns(std::initializer_list<QGroupBox*> panels, bool captions, QObject* owner)
+        : QObject(owner), captions_(captions) {
         int count = 0;
         for (QGroupBox* panel : panels) {
             grids_.push_back(qobject_cast<QGridLayout*>(panel->layout()));
             panel->installEventFilter(this);
             count = std::max(count, grids_.back()->columnCount());
         }
+        if (captions_) count = std::min(count, 1);
         columns_.resize(static_cast<std::size_t>(count));
         for (QGridLayout* grid : grids_)
             for (int column = 0; column < count; ++column) {
@@ -75,13 +77,15 @@ class Columns final : public QObject {
                 const QLayoutItem& item = *grid->itemAt(i);
                 if (columnSpan > 1 || dynamic_cast<const Strut*>(grid->itemAt(i)->widget())) continue;
                 const auto at = static_cast<std::size_t>(column);
+                if (at >= columns_.size()) continue;
                 wanted[at] = std::max(wanted[at], item.sizeHint().width());
                 least[at] = std::max(least[at], item.minimumSize().width());
             }
         for (std::size_t at = 0; at < columns_.size(); ++at)
-            for (Strut* strut : columns_[at]) strut->set(wanted[at], least[at]);
+            for (Strut* strut : columns_[at]) strut->set(wanted[at], captions_ ? 0 : least[at]);
     }
 
+    const bool captions_; // alone: where there is no room for them beside each other each folds for itself
     std::vector<QGridLayout*> grids_;
     std::vector<std::vector<Strut*>> columns_;
 };
@@ -89,7 +93,11 @@ class Columns final : public QObject {
 } // namespace
 
 void lineUp(std::initializer_list<QGroupBox*> panels) {
-    new Columns(panels, *panels.begin());
+    new Columns(panels, false, *panels.begin());
+}
+
+void lineUpCaptions(std::initializer_list<QGroupBox*> panels) {
+    new Columns(panels, true, *panels.begin());
 }
 
 QWidget* rule() {
@@ -113,6 +121,7 @@ QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
+    heading->setProperty(headingProperty, true);
     auto* row = new QHBoxLayout;
     row->addWidget(heading);
     row->addStretch();

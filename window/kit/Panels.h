@@ -11,6 +11,8 @@ namespace metrisk {
 /// The columns of these panels begin at the same places, and go on doing so when their texts change. Each
 /// has a grid; what spans columns does not count.
 void lineUp(std::initializer_list<QGroupBox*> panels);
+/// Their first columns alone, which hold the captions.
+void lineUpCaptions(std::initializer_list<QGroupBox*> panels);
 
 /// A line between parts of a panel or a screen.
 QWidget* rule();

@@ -240,7 +240,8 @@ void ScreenBinder::setTabOrder() {
     QWidget* before = nullptr;
     for (const Control* control : model_.controls()) {
         QWidget* widget = widgets_.value(control->name);
-        if (!widget || dynamic_cast<const Label*>(control)) continue;
+        // A link of the chain that takes no focus would break it there.
+        if (!widget || widget->focusPolicy() == Qt::NoFocus) continue;
         if (before) QWidget::setTabOrder(before, widget);
         before = widget;
     }

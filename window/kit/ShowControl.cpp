@@ -176,7 +176,10 @@ class Shower final : public ControlVisitor {
         showBox(box, as<EntryBox>());
         mark = box.mark;
     }
-    void visit(Button& button) override { showButton(button, as<QAbstractButton>()); }
+    void visit(Button& button) override {
+        showButton(button, as<QAbstractButton>());
+        if (!button.enabled) mark = button.resting;
+    }
     void visit(Choice& choice) override { showChoice(choice, as<QComboBox>()); }
     void visit(ListBox& list) override { showList(list, as<HintList>()); }
     void visit(Meter& meter) override { showMeter(meter, as<QProgressBar>()); }
@@ -188,7 +191,7 @@ class Shower final : public ControlVisitor {
     void visit(Memo& memo) override { showMemo(memo, as<QPlainTextEdit>()); }
     void visit(Hypertext& text) override { showHypertext(text, as<QTextBrowser>()); }
 
-    std::string_view mark{}; // what a marked box says instead of its tool tip
+    std::string_view mark{}; // what a marked box or a resting button says instead of its tool tip
 
   private:
     template <class Widget>

@@ -1,3 +1,4 @@
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 #include "window/reports/Layouts.h"
 
@@ -36,6 +37,7 @@ QWidget* layoutPrintDialog(const WidgetMaker& w) {
     QGroupBox* font = group("Font", {w("Combo1"), w("PrintSample"), w("Chk_FontDefault")});
     QGroupBox* margins = group("Margins", rows({{"Left", w("Txt_LMargin"), w("Lbl_LUnits")},
                                                 {"Top", w("Txt_TMargin"), w("Lbl_TUnits")}}));
+    lineUpCaptions({static_cast<QGroupBox*>(errors), margins});
     for (QGroupBox* each : {reports, parameters, margins, font}) fromTheTop(each);
     fromTheTop(static_cast<QGroupBox*>(errors));
     QWidget* columns[] = {down({reports, font}), parameters, down({errors, margins})};

@@ -26,8 +26,8 @@ QWidget* overBox(QWidget* label) {
 QWidget* layoutObservedPct(const WidgetMaker& w) {
     QGroupBox* figures =
         group("% In-Tolerance", rows({{w("Lbl_True"), w.box("TruePctBox", figure), "%", w("Lbl_Observed"),
-                                       w.box("ObservedPctBox", figure), "%", w("CmdCompute")},
-                                      {{w("Lbl_ExactFigure"), 7}}}));
+                                       w.box("ObservedPctBox", figure), "%"},
+                                      {{w("Lbl_ExactFigure"), 3}, {w("CmdCompute"), 3}}}));
     QGridLayout* choices =
         rows({{w("opt_UseGuardbands_0"), w("opt_UseGuardbands_1"), w("opt_UseGuardbands_2"), w("cmd_Update")},
               {w("opt_Limits_0"), w("opt_Limits_1"), {}, w("cmd_ShowLimit")}});
@@ -48,6 +48,7 @@ QWidget* layoutObservedPct(const WidgetMaker& w) {
                                       {"Description", w("ObsID_2"), "Parameter Name", w("ObsID_3")},
                                       {w("Lbl_Limit"), w("StatsData_1"), "Units", w("OffsetUnitsBox")},
                                       {w("Lbl_Confidence"), w("StatsData_0"), {"AOP %", 2}}}));
+    lineUpCaptions({figures, use, unit});
     return down({figures, use, unit, foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int columnGap = 12;
 constexpr int identificationGap = 2;
+constexpr int halfGap = 8; // beside the gaps of two columns
 constexpr int captionGap = 2;
 constexpr int panelGapHere = 6; // so that the whole screen has room at 1024 x 768
 constexpr int signWidth = 12;
@@ -73,8 +74,8 @@ QWidget* asHeading(QWidget* button) {
 
 /// A result of the screen, in larger figures.
 QWidget* large(const WidgetMaker& w, const char* control) {
-    constexpr int characters = 7; // 1,234.56
-    auto* box = static_cast<EntryBox*>(w.box(control, characters));
+    auto* box = static_cast<EntryBox*>(w(control));
+    box->setRoomFor("1,234.56");
     box->setSizes({resultSize, 1.2, 1.0}); // a long figure is shown smaller rather than cut
     return box;
 }
@@ -98,7 +99,7 @@ QWidget* identification(const WidgetMaker& w) {
     });
     for (QWidget* heading : {subjects, measurings}) grid->setAlignment(heading, Qt::AlignLeft);
     grid->setVerticalSpacing(identificationGap);
-    grid->setColumnMinimumWidth(2, columnGap);
+    grid->setColumnMinimumWidth(2, halfGap);
     grid->setContentsMargins(0, 0, 0, 0);
     auto* labels = named(new QWidget, "pnl_Lbl");
     labels->setLayout(grid);

@@ -1,6 +1,7 @@
 // The screens DataEntryWorksheet, CorrelationList and BiasCalcOption.
 #include "window/uncertainty/Layouts.h"
 
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 
 #include <QBoxLayout>
@@ -22,6 +23,7 @@ QWidget* layoutDataEntry(const WidgetMaker& w) {
                                   {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
                                   {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
                                   {{w("chk_SamplingDistribution"), 2}}}));
+    lineUpCaptions({options, figures});
     return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture, w("Lbl_Range")})}),
                  foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
 }

@@ -143,6 +143,7 @@ QWidget* layoutOffsetCalc(const WidgetMaker& w) {
     QGroupBox* upper = subject(w);
     QGroupBox* lower = measuring(w);
     lineUp({upper, lower});
+    lineUpCaptions({nominal, upper, lower});
     QWidget* behind = across({w("cmd_Form"), new QWidget});
     static_cast<QBoxLayout*>(behind->layout())->setStretch(1, 1);
     return down({nominal, upper, lower, foot(behind, {w("mnu_OK"), w("mnu_Cancel")})});
