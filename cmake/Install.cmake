@@ -42,7 +42,7 @@ add_custom_command(OUTPUT "${completions}" COMMAND metrisk-cli --bash-completion
 add_custom_target(completions ALL DEPENDS "${completions}")
 install(FILES "${completions}" DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions RENAME metrisk-cli)
 
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk" PATTERN "*.csv")
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples FILES_MATCHING PATTERN "*.mrk" PATTERN "*.csv" PATTERN "*.py")
 
 # The extension of SQLite, and the Python package, which is a Debian package of its own.
 set(CPACK_COMPONENTS_ALL Unspecified)
@@ -81,7 +81,9 @@ set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME metrisk)
-set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_DEPENDS libqt6svg6) # the icons: loaded as a plugin, so no link tells
+if(METRISK_WINDOW)
+  set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_DEPENDS libqt6svg6) # the icons: loaded as a plugin, so no link tells
+endif()
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-metrisk)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION

@@ -7,19 +7,10 @@ import subprocess
 import tempfile
 import unittest
 
+from points import HEADER, table
+
 CLI = os.environ["METRISK_CLI"]
-HEADER = "id,nominal[V],tol[mV],su_pct,mte_u[mV],note"
 ROWS = [CLI, "rows", "--lines", "--no-header", "--header", HEADER, "-q", "--threads", "1", "-"]
-
-
-def table(count):
-    draw = random.Random(9)
-    lines = []
-    for i in range(count):
-        su_pct = draw.choice([draw.uniform(50, 99), draw.uniform(50, 99), 120])
-        note = draw.choice(["", "plain", '"a ""quoted"" word"', "ü", ""])
-        lines.append(f"{i},{draw.uniform(1, 10):.4f},{draw.uniform(0.1, 1):.4f},{su_pct:.2f},{draw.uniform(0.01, 0.3):.4f},{note}\n")
-    return "".join(lines).encode()
 
 
 class Splitting(unittest.TestCase):
@@ -33,6 +24,7 @@ class Splitting(unittest.TestCase):
         # Rows that were refused make the status 1, which is an answer.
         ran = subprocess.run(ROWS, input=cls.data, capture_output=True, check=False)
         assert ran.returncode == 1, ran.stderr
+        assert subprocess.run(ROWS + ["--ok-if-answered"], input=cls.data, capture_output=True, check=True).stdout == ran.stdout
         cls.plain = ran.stdout
 
     @classmethod
@@ -40,18 +32,19 @@ class Splitting(unittest.TestCase):
         cls.folder.cleanup()
 
     def shell(self, command):
-        ran = subprocess.run(["bash", "-c", command], capture_output=True, check=False, cwd=self.folder.name,
+        ran = subprocess.run(["bash", "-euo", "pipefail", "-c", command], capture_output=True, check=True, cwd=self.folder.name,
                              env={**os.environ, "CLI": CLI, "HEADER": HEADER})
         return ran.stdout
 
     def test_by_xargs_over_files(self):
         self.shell("split -l 1700 -d points.csv part.")
-        self.shell("ls part.* | xargs -P 4 -I{} sh -c '\"$CLI\" rows --lines --no-header --header \"$HEADER\" -q {} > {}.out || [ $? = 1 ]'")
+        self.shell("ls part.* | xargs -P 4 -I{} \"$CLI\" rows --lines --no-header --header \"$HEADER\" -q --ok-if-answered {} -o {}.out")
         self.assertEqual(self.shell("cat part.*.out"), self.plain)
 
     @unittest.skipUnless(shutil.which("parallel"), "GNU parallel is not here")
     def test_by_parallel_over_blocks(self):
-        joined = self.shell("parallel --pipe --block 100k -k -j 4 '\"$CLI\" rows --lines --no-header --header \"$HEADER\" -q -' < points.csv")
+        joined = self.shell("parallel --pipe --block 100k -k -j 4 "
+                            "'\"$CLI\" rows --lines --no-header --header \"$HEADER\" -q --ok-if-answered -' < points.csv")
         self.assertEqual(joined, self.plain)
 
     @unittest.skipUnless(shutil.which("parallel"), "GNU parallel is not here")
@@ -79,6 +72,13 @@ class Splitting(unittest.TestCase):
             self.assertEqual(ran.stdout, b"".join(answers[first:last]))
             again = subprocess.run(ROWS, input=b"".join(lines[first:last] * 2), capture_output=True, check=False)
             self.assertEqual(again.stdout, ran.stdout * 2)
+
+    def test_rows_that_cannot_be_read_are_an_answer_to_who_asks_for_that(self):
+        data = self.data[: self.data.index(b"\n") + 1] + b"1,x,0.5,95,0.1,\n"
+        for options, status in (([], 1), (["--ok-if-answered"], 0)):
+            ran = subprocess.run(ROWS + options, input=data, capture_output=True, check=False)
+            self.assertEqual(ran.returncode, status)
+            self.assertIn(b",bad,", ran.stdout)
 
     def test_a_reader_that_leaves_is_told_to_nobody(self):
         ran = subprocess.run(["bash", "-c", "set -o pipefail; \"$CLI\" rows -q --no-header --header \"$HEADER\" points.csv | head -n 1; echo ${PIPESTATUS[0]}"],
