@@ -8,11 +8,13 @@
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "plots/ReadingStrip.h"
+#include "risk/decision/GuardedRisks.h"
 #include "risk/decision/ShownFigures.h"
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 
 namespace metrisk {
 
@@ -34,6 +36,13 @@ constexpr const char* outcomeNames[] = {"Pass, Fail", "Pass, Undecided, Fail",
 std::string signOf(Verdict verdict) {
     if (passes(verdict)) return "\u2713 ";
     return fails(verdict) ? "\u2717 " : "? ";
+}
+
+/// What the rule does to all units; none without a fit, and where nothing passes.
+std::optional<GuardedRisks> acceptedRisks(const Judge& judge) {
+    const DecisionBasis& basis = judge.basis();
+    if (!basis.fit || !judge.acceptance()) return {};
+    return guardedRisks(*basis.fit, basis.sigma, *judge.acceptance());
 }
 
 std::string reasonOf(const DecisionBasis& basis, const Decision& decision) {
@@ -255,8 +264,8 @@ void ReadingScreen::clear() {
     Lbl_Verdict.text = judge_ ? "-" : "No decision";
     Lbl_Verdict.tone = Label::Tone::Plain;
     Lbl_Why.text = judge_ ? "Enter a measured value" : refusal_;
-    for (TextBox* box :
-         {&box_Conforming, &box_Nonconforming, &box_Tolerance, &box_Acceptance, &box_Uncertainty})
+    for (TextBox* box : {&box_Conforming, &box_Nonconforming, &box_FalseAccept, &box_Tolerance,
+                         &box_Acceptance, &box_Uncertainty})
         box->text.clear();
     Lbl_Sentence.text.clear();
     cmd_CopySentence.allow(false, "There is no verdict yet");
@@ -267,6 +276,8 @@ void ReadingScreen::clear() {
     const DecisionTexts& texts = judge_->texts();
     box_Tolerance.text = limitsText(basis, basis.tolerance(), texts);
     box_Acceptance.text = judge_->acceptance() ? limitsText(basis, *judge_->acceptance(), texts) : "none";
+    if (const auto risks = acceptedRisks(*judge_))
+        box_FalseAccept.text = shownPercent({risks->consumer, 1 - risks->consumer});
     box_Uncertainty.text = "u = " + texts.width(basis.sigma) + ", U = " + texts.width(basis.expanded()) +
                            " (k = " + GeneralText(basis.coverage, session_.regional, 4) + ")";
     box_Uncertainty.toolTip = basis.withProcess

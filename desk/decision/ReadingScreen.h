@@ -37,8 +37,14 @@ class ReadingScreen final : public Worksheet {
     Label Lbl_Why{*this, "Lbl_Why"};
     Label Lbl_Conforming{*this, "Lbl_Conforming", "Probability In-Tolerance"};
     TextBox box_Conforming{*this, "box_Conforming", "Of a unit that reads so"};
+    Label Lbl_OfReading{*this, "Lbl_OfReading", "of a unit that reads so"};
     Label Lbl_Nonconforming{*this, "Lbl_Nonconforming", "Probability Out-of-Tolerance"};
     TextBox box_Nonconforming{*this, "box_Nonconforming", "Of a unit that reads so"};
+    Label Lbl_OfVerdict{*this, "Lbl_OfVerdict", "specific risk of this reading"};
+    Label Lbl_FalseAccept{*this, "Lbl_FalseAccept", "False Accept Risk"};
+    TextBox box_FalseAccept{*this, "box_FalseAccept",
+                            "Of the units that this rule accepts, by exact integration"};
+    Label Lbl_OfAccepted{*this, "Lbl_OfAccepted", "of all accepted units"};
     Label Lbl_Tolerance{*this, "Lbl_Tolerance", "Tolerance"};
     TextBox box_Tolerance{*this, "box_Tolerance", "Limits of the subject parameter", Holds::Words};
     Label Lbl_Acceptance{*this, "Lbl_Acceptance", "Acceptance Limits"};

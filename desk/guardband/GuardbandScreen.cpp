@@ -288,15 +288,18 @@ void GuardbandScreen::showNotes() {
         Label& note = *notes[i];
         const bool target = typed(*risks[i]) && r.GB_KeyOn == i;
         note.tone = Label::Tone::Second;
+        note.sign = Label::Sign::None;
         note.text.clear();
         if (box.text.empty()) {
             if (r.GB_KeyOn == i && box.enabled) note.text = "enter a target";
         } else if (computed_) {
             note.text = target ? "target and result" : "belongs to these multipliers";
             note.tone = Label::Tone::Good;
+            note.sign = Label::Sign::Tick;
         } else if (box.faded) {
             note.text = "from other multipliers";
             note.tone = Label::Tone::Warn;
+            note.sign = Label::Sign::Up;
         } else {
             note.text = target ? "target" : "not computed";
         }

@@ -5,6 +5,20 @@
 
 namespace metrisk {
 
+namespace {
+
+/// Why the verdict is what it is, and what the figure was published in.
+std::string whyOf(const CheckedFigure& figure) {
+    switch (figure.verdict) {
+    case CheckVerdict::Pass: return "As printed: " + figure.source;
+    case CheckVerdict::Note: return "As good as its source: " + figure.source;
+    case CheckVerdict::Diff: break;
+    }
+    return "Differs: " + figure.source;
+}
+
+} // namespace
+
 SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Self-Check", "self-check") {
     const WaitPointer wait(session.ui);
     const std::vector<CheckedFigure> figures = selfCheck(publishedFigures());
@@ -13,7 +27,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     Lbl_About.text.pop_back();
     Lbl_Summary.text = checkSummary(figures);
     Lbl_Summary.emphasised = true;
-    tbl_Figures.headings = {"Result", "Case", "Figure", "Printed", "Computed", "Exact", "Source"};
+    tbl_Figures.headings = {"Result", "Case", "Figure", "Printed", "Computed", "Exact", "Why"};
     tbl_Figures.figureColumns = {3, 4, 5};
     tbl_Figures.markTip = "Differs from the published figure";
     const auto number = [&](const std::optional<double>& value) {
@@ -22,7 +36,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     for (const CheckedFigure& each : figures) {
         std::vector<Table::Cell> row;
         for (const std::string& text : {std::string(wordOf(each.verdict)), each.name, each.figure,
-                                        each.printed, number(each.computed), number(each.exact), each.source})
+                                        each.printed, number(each.computed), number(each.exact), whyOf(each)})
             row.push_back({.text = text, .marked = each.verdict == CheckVerdict::Diff, .locked = true});
         all_.push_back(std::move(row));
         passed_.push_back(each.verdict == CheckVerdict::Pass);

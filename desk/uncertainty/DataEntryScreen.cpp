@@ -191,6 +191,7 @@ void DataEntryScreen::refresh() {
         Lbl_Range.text = "Least " + figure(least, own) + ", greatest " + figure(greatest, own);
     }
     SampleSizePanel.text = std::to_string(draft_.Stat_SampleSize[slot_]);
+    Lbl_MostSamples.text = SampleSizePanel.text + " of " + std::to_string(maxSampleSize);
     StdDeviationPanel.text = figure(deviation_, units.name);
     pnl_MeanSigma.text = figure(draft_.Stat_Value6[slot_], units.name);
     chk_SamplingDistribution.checked = draft_.Stat_Flag2[slot_] != 0;

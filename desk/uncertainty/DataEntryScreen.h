@@ -22,7 +22,7 @@ class DataEntryScreen final : public Worksheet {
                              0};
     PictureArea pic_Samples{*this, "pic_Samples", "", "How the samples spread, with their mean and limits"};
     Label Lbl_Range{*this, "Lbl_Range"};
-    Label Lbl_MostSamples{*this, "Lbl_MostSamples", "of " + std::to_string(maxSampleSize)};
+    Label Lbl_MostSamples{*this, "Lbl_MostSamples"};
     Label Lbl_MeanValue{*this, "Lbl_MeanValue"};
     TextBox MeanValuePanel{*this, "MeanValuePanel", "Mean of the samples"};
     Label Lbl_SampleSize{*this, "Lbl_SampleSize", "Sample Size"};

@@ -72,6 +72,14 @@ TEST(ReadingScreen, DecidesAtEachKeyAndKeepsWhatIsEntered) {
     EXPECT_TRUE(type(*w.screen, "txt_Reading", "ten").stay);
 }
 
+/// By integration over the population, +-0.5 V accepted, and +-0.375 V.
+TEST(ReadingScreen, TellsTheFalseAcceptRiskOfItsRuleBeforeAReading) {
+    Readings w;
+    EXPECT_EQ(w.text("box_FalseAccept"), "1.54 %");
+    w.rule(RuleKind::Guard);
+    EXPECT_EQ(w.text("box_FalseAccept"), "0.04 %");
+}
+
 TEST(ReadingScreen, RulesHaveTheirParametersAndAreRemembered) {
     Readings w;
     w.rule(RuleKind::Guard);

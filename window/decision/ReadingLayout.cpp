@@ -12,6 +12,7 @@ namespace metrisk {
 
 namespace {
 
+constexpr int probability = 12;   // characters: 0.000012 %
 constexpr double verdictSize = 2; // of the screen's font
 
 QWidget* large(QWidget* label) {
@@ -41,11 +42,13 @@ QWidget* layoutReading(const WidgetMaker& w) {
     static_cast<QVBoxLayout*>(word->layout())->addStretch();
     word->setMinimumWidth(200);
     QWidget* figures = new QWidget;
-    figures->setLayout(rows({{w("Lbl_Conforming"), w("box_Conforming")},
-                             {w("Lbl_Nonconforming"), w("box_Nonconforming")},
-                             {w("Lbl_Tolerance"), w("box_Tolerance")},
-                             {w("Lbl_Acceptance"), w("box_Acceptance")},
-                             {w("Lbl_Uncertainty"), w.box("box_Uncertainty", 34)}}));
+    figures->setLayout(
+        rows({{w("Lbl_Conforming"), w.box("box_Conforming", probability), w("Lbl_OfReading")},
+              {w("Lbl_Nonconforming"), w.box("box_Nonconforming", probability), w("Lbl_OfVerdict")},
+              {w("Lbl_FalseAccept"), w.box("box_FalseAccept", probability), w("Lbl_OfAccepted")},
+              {w("Lbl_Tolerance"), {w("box_Tolerance"), 2}},
+              {w("Lbl_Acceptance"), {w("box_Acceptance"), 2}},
+              {w("Lbl_Uncertainty"), {w.box("box_Uncertainty", 34), 2}}}));
     QWidget* strip = w("pic_Strip");
     strip->setMinimumSize(300, 130);
     strip->setMaximumHeight(170);
@@ -61,7 +64,7 @@ QWidget* layoutReading(const WidgetMaker& w) {
               foot(w("Lbl_Foot"), {w("cmd_CopySentence"), w("cmd_CopyHistory"), w("cmd_Close")})});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 3);
     static_cast<QVBoxLayout*>(content->layout())->setStretch(3, 1);
-    prefer(content, {760, 670});
+    prefer(content, {760, 700});
     return content;
 }
 

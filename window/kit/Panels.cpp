@@ -116,17 +116,23 @@ QLabel* overFigures(const char* title) {
     return made;
 }
 
-QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside) {
+QWidget* headingRow(const char* title, std::initializer_list<QWidget*> beside) {
     auto* heading = new QLabel(title);
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
     heading->setProperty(headingProperty, true);
-    auto* row = new QHBoxLayout;
+    auto* made = new QWidget;
+    auto* row = new QHBoxLayout(made);
+    row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(heading);
     row->addStretch();
     for (QWidget* widget : beside) row->addWidget(widget);
-    QGroupBox* made = group("", row);
+    return made;
+}
+
+QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside) {
+    QGroupBox* made = group("", {headingRow(title, beside)});
     made->setAccessibleName(title);
     return made;
 }

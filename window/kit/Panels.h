@@ -22,6 +22,8 @@ inline constexpr int figureMargin = 6; // of figures in their boxes, and of the 
 /// The heading of a column of figures, over their right edge.
 QLabel* overFigures(const char* title);
 
+/// The heading of a panel without a title, with these at the right end of its row.
+QWidget* headingRow(const char* title, std::initializer_list<QWidget*> beside);
 /// A panel whose heading shares its row with these widgets, which stand at its right.
 QGroupBox* headedPanel(const char* title, std::initializer_list<QWidget*> beside);
 

@@ -28,7 +28,11 @@ class Engine final : public QIconEngine {
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const bool dark = &rolesFor(QApplication::palette()) == &darkRoles();
-        QSvgRenderer renderer(dark ? svg_ : onLight(svg_));
+        QByteArray coloured = dark ? svg_ : onLight(svg_);
+        coloured.replace(
+            "currentColor",
+            rolesFor(QApplication::palette()).onAccent.name().toUtf8()); // on the act of a screen
+        QSvgRenderer renderer(coloured);
         painter->save();
         if (mode == QIcon::Disabled) painter->setOpacity(painter->opacity() * disabledOpacity);
         renderer.render(painter, rect);

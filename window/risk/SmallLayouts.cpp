@@ -3,7 +3,9 @@
 
 #include "window/kit/Widgets.h"
 
+#include <QBoxLayout>
 #include <QLabel>
+#include <algorithm>
 
 namespace metrisk {
 
@@ -19,12 +21,14 @@ QWidget* layoutEqRatio(const WidgetMaker& w) {
 }
 
 QWidget* layoutComputing(const WidgetMaker& w) {
-    QWidget* made = down({w.heading("Label1"), w("Lbl_Message1"), w("Lbl_Message2"), w("Lbl_MeterTitle"),
-                          w("Meter"), foot({w("Cmd_Cancel")})});
-    for (QLabel* label : made->findChildren<QLabel*>()) label->setAlignment(Qt::AlignCenter);
+    constexpr int width = 360;
+    QWidget* bar = across({w("Meter"), w("Cmd_Cancel")});
+    static_cast<QBoxLayout*>(bar->layout())->setStretch(0, 1);
+    QWidget* made =
+        down({w.heading("Label1"), w("Lbl_Message1"), w("Lbl_Message2"), w("Lbl_MeterTitle"), bar});
     // Room for the longest texts, so that nothing jumps while the search runs.
     const QFontMetrics metrics = made->fontMetrics();
-    made->setMinimumWidth(metrics.averageCharWidth() * 56);
+    made->setMinimumWidth(std::max(width, metrics.averageCharWidth() * 50));
     for (const char* message : {"Lbl_Message1", "Lbl_Message2"})
         made->findChild<QLabel*>(message)->setMinimumHeight(metrics.lineSpacing() * 2);
     for (const char* part : {"Lbl_Message2", "Lbl_MeterTitle", "Meter"})

@@ -2,9 +2,11 @@
 #include "window/uncertainty/Layouts.h"
 
 #include "window/kit/Panels.h"
+#include "window/kit/ToolIcon.h"
 #include "window/kit/Widgets.h"
 
 #include <QBoxLayout>
+#include <QPushButton>
 
 namespace metrisk {
 
@@ -14,15 +16,15 @@ QWidget* layoutDataEntry(const WidgetMaker& w) {
     grid->setMinimumSize(grid->fontMetrics().averageCharWidth() * 34, grid->fontMetrics().lineSpacing() * 16);
     QWidget* picture = w("pic_Samples");
     picture->setMinimumSize(260, 140);
-    QGroupBox* options =
-        group("Samples",
-              rows({{w("Lbl_NominalValue"), w("NominalValueBox")}, {w("measOption_0"), w("measOption_1")}}));
-    QGroupBox* figures =
-        group("Statistics", rows({{w("Lbl_MeanValue"), w("MeanValuePanel")},
-                                  {w("Lbl_SampleSize"), w("SampleSizePanel"), w("Lbl_MostSamples")},
-                                  {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
-                                  {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
-                                  {{w("chk_SamplingDistribution"), 2}}}));
+    QGroupBox* options = group("", rows({{{headingRow("Samples", {w("Lbl_MostSamples")}), 2}},
+                                         {w("Lbl_NominalValue"), w("NominalValueBox")},
+                                         {w("measOption_0"), w("measOption_1")}}));
+    options->setAccessibleName("Samples");
+    QGroupBox* figures = group("Statistics", rows({{w("Lbl_MeanValue"), w("MeanValuePanel")},
+                                                   {w("Lbl_SampleSize"), w("SampleSizePanel")},
+                                                   {w("Lbl_StdDeviation"), w("StdDeviationPanel")},
+                                                   {w("Lbl_MeanSigma"), w("pnl_MeanSigma")},
+                                                   {{w("chk_SamplingDistribution"), 2}}}));
     lineUpCaptions({options, figures});
     return down({across({down({grid, w("Lbl_Taken")}), down({options, figures, picture, w("Lbl_Range")})}),
                  foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
@@ -50,7 +52,9 @@ QWidget* layoutCorrelationList(const WidgetMaker& w) {
     };
     QWidget* lists =
         across({table("lst_Variable_0", "Column 1", 20, 6), table("lst_Variable_1", "Column 2", 20, 6)});
-    QWidget* between = across({w("Lbl_Hint"), w("cmd_AddPair")});
+    auto* add = static_cast<QPushButton*>(w("cmd_AddPair"));
+    add->setIcon(toolIcon("down")); // from the lists above into the table below
+    QWidget* between = across({w("Lbl_Hint"), add});
     static_cast<QBoxLayout*>(between->layout())->setStretch(0, 1);
     QWidget* content = down({w("pnl_Header"), lists, between, table("ss", "Correlations", 44, 5),
                              foot({w("mnu_Exit_0"), w("mnu_Exit_1")})});
