@@ -24,6 +24,9 @@ constexpr Message noPercent{"A percentage between 0 and 100 is needed.", "Limit"
 constexpr Message noLimit{"A number of 0 or above is needed.", "Show"};
 constexpr std::string_view wantTitle = "Figures";
 constexpr const char* emptyState = "Type or paste test points, or open a table of them";
+constexpr const char* noRowState =
+    "Paste test points, insert a row (Ins) to type them, or open a table of them";
+constexpr const char* filteredState = "No rows of that kind";
 
 } // namespace
 
@@ -265,9 +268,10 @@ void TestPointsScreen::refresh() {
             ? GeneralText(filter_ == PointFilter::TurBelow ? filterLimit_ : 100 * filterLimit_, regional)
             : "";
 
-    tbl_Points.whenEmpty = totals_.points() == 0 ? emptyState
-                           : view_.rows.empty()  ? "No rows of that kind"
-                                                 : "";
+    if (totals_.points() > 0)
+        tbl_Points.whenEmpty = view_.rows.empty() ? filteredState : "";
+    else
+        tbl_Points.whenEmpty = desk_.sheet.size() > 0 ? emptyState : noRowState;
     const bool selected = !tbl_Points.selection.empty();
     Lbl_State.text =
         selected && view_.rules
