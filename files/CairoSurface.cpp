@@ -78,7 +78,13 @@ void CairoSurface::drawText(Point topLeft, std::string_view text) {
     const Point at = toDevice(topLeft);
     setColour(context_, ForeColor);
     cairo_move_to(context_, at.x, at.y);
-    pango_cairo_show_layout(context_, laidOut(text));
+    if (cairo_surface_get_type(cairo_get_target(context_)) != CAIRO_SURFACE_TYPE_SVG) {
+        pango_cairo_show_layout(context_, laidOut(text));
+        return;
+    }
+    // As outlines: not every reader of SVG, Qt's among them, knows the symbols that letters would be.
+    pango_cairo_layout_path(context_, laidOut(text));
+    cairo_fill(context_);
 }
 
 double CairoSurface::measureText(std::string_view text) const {

@@ -16,6 +16,8 @@ namespace {
 constexpr double fillShare = 16.0 / 255; // of the curve's colour, under it
 constexpr double tintShare = 0.35;       // of a hatching's colour, between its lines
 constexpr double hatchStep = 5;          // device units
+constexpr int sampleWidth = 14;          // device units, of the key
+constexpr double sampleGap = 6;
 
 Colour tint(const DrawingSurface& surface, PlotColour colour, double share) {
     return between(surface.paper(), colour.on(surface.paper()), share);
@@ -99,42 +101,82 @@ bool DecisionShading::crossesLimit(const Place& room) const {
     return false;
 }
 
+void DecisionShading::drawSample(int entry, double left, double top, double line) const {
+    const double lower = top - 0.7 * line, upper = top - 0.1 * line, pixel = places_.pixelX();
+    if (entry == 0)
+        surface_.Box(left, lower, left + sampleWidth * pixel, upper,
+                     plotColours::falseAccept.on(surface_.paper()));
+    for (int column = 0; entry == 1 && column < sampleWidth; ++column)
+        hatch(left + column * pixel, pixel, lower, upper, column);
+}
+
+/// Its entries below each other in the first corner that is free, else in one line above or below the plot.
 void DecisionShading::drawKey() const {
     if (!decisions_) return;
     const auto share = [](double fraction) { return shownPercent({fraction, 1 - fraction}); };
-    const std::string texts[] = {"falsely accepted " + share(decisions_->falselyAccepted),
-                                 "falsely rejected " + share(decisions_->falselyRejected),
-                                 "of all units tested"};
-    surface_.Font = {.Size = 8};
+    const Entries entries{"falsely accepted " + share(decisions_->falselyAccepted),
+                          "falsely rejected " + share(decisions_->falselyRejected), "of all units tested"};
+    for (const double size : {8., 7.}) {
+        surface_.Font = {.Size = size};
+        if (drawInCorner(entries) || drawInLine(entries)) break;
+    }
+    surface_.ForeColor = surface_.ink();
+}
+
+bool DecisionShading::drawInCorner(const Entries& entries) const {
+    const PlotEdges& edges = places_.edges();
     const double line = -1.3 * surface_.TextHeight();
-    const double sample = 14 * places_.pixelX(), gap = 6 * places_.pixelX();
+    const double sample = sampleWidth * places_.pixelX(), gap = sampleGap * places_.pixelX();
     double width = 0;
-    for (const std::string& text : texts) width = std::max(width, surface_.TextWidth(text));
+    for (const std::string& text : entries) width = std::max(width, surface_.TextWidth(text));
     width += sample + gap;
     const double below = 4.5 * surface_.TextHeight();
-    for (const auto& [left, top] : {std::pair{1 - width - gap, places_.edges().height - 0.2 * line},
-                                    {gap, places_.edges().height - 0.2 * line},
-                                    {-places_.edges().left + gap, below},
-                                    {places_.edges().right - gap - width, below}}) {
+    for (const auto& [left, top] : {std::pair{1 - width - gap, edges.height - 0.2 * line},
+                                    {gap, edges.height - 0.2 * line},
+                                    {-edges.left + gap, below},
+                                    {edges.right - gap - width, below}}) {
         const Place room{left, left + width, top - 3.2 * line, top};
         const bool onCurve = top > 0 && (highest(room.left, room.right) > room.bottom || crossesLimit(room));
         if (onCurve || !places_.fits(room)) continue;
         for (int i = 0; i < 3; ++i) {
             const double row = room.top - i * line;
-            if (i == 0)
-                surface_.Box(left, row - 0.7 * line, left + sample, row - 0.1 * line,
-                             plotColours::falseAccept.on(surface_.paper()));
-            if (i == 1)
-                for (int column = 0; column < 14; ++column)
-                    hatch(left + column * places_.pixelX(), places_.pixelX(), row - 0.7 * line,
-                          row - 0.1 * line, column);
+            drawSample(i, left, row, line);
             if (i == 2) surface_.ForeColor = plotColours::second.on(surface_.paper());
-            PrintAt(surface_, texts[i], left + sample + gap, row, 0);
+            PrintAt(surface_, entries[static_cast<std::size_t>(i)], left + sample + gap, row, 0);
         }
         places_.take(room);
-        break;
+        return true;
     }
-    surface_.ForeColor = surface_.ink();
+    return false;
+}
+
+bool DecisionShading::drawInLine(const Entries& entries) const {
+    const double sample = sampleWidth * places_.pixelX(), gap = sampleGap * places_.pixelX();
+    double width = 2 * (sample + 3 * gap);
+    for (const std::string& text : entries) width += surface_.TextWidth(text);
+    const double line = -surface_.TextHeight();
+    // Between the title and the values of the limits, below the statistics.
+    for (const double top : {places_.edges().height + 2.3 * line, -6.5 * line}) {
+        const Place room = places_.insideSideways({0.5 - width / 2, 0.5 + width / 2, top - line, top});
+        if (!places_.fits(room)) continue;
+        drawLine(entries, room, gap);
+        return true;
+    }
+    return false;
+}
+
+void DecisionShading::drawLine(const Entries& entries, const Place& room, double gap) const {
+    const double line = -surface_.TextHeight();
+    double left = room.left;
+    for (int i = 0; i < 3; ++i) {
+        const std::string& text = entries[static_cast<std::size_t>(i)];
+        drawSample(i, left, room.top, line);
+        if (i < 2) left += sampleWidth * places_.pixelX() + gap;
+        if (i == 2) surface_.ForeColor = plotColours::second.on(surface_.paper());
+        PrintAt(surface_, text, left, room.top, 0);
+        left += surface_.TextWidth(text) + 2 * gap;
+    }
+    places_.take(room);
 }
 
 } // namespace metrisk

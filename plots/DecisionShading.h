@@ -4,6 +4,9 @@
 #include "plots/DistributionPlot.h"
 #include "plots/TextPlaces.h"
 
+#include <array>
+#include <string>
+
 namespace metrisk {
 
 class DecisionShading {
@@ -25,6 +28,12 @@ class DecisionShading {
     void forColumns(Draw draw) const;
     bool isInTolerance(double x) const;
     void hatch(double left, double width, double from, double to, int index) const;
+    using Entries = std::array<std::string, 3>;
+    void drawSample(int entry, double left, double top, double line) const;
+    /// False where there is no room.
+    bool drawInCorner(const Entries& entries) const;
+    bool drawInLine(const Entries& entries) const;
+    void drawLine(const Entries& entries, const Place& room, double gap) const;
     double highest(double from, double to) const;
     bool crossesLimit(const Place& room) const;
 

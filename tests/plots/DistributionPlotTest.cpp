@@ -168,11 +168,14 @@ TEST(DistributionPlots, ShadesWhatIsDecidedFalsely) {
         }
         EXPECT_NEAR(falselyAccepted / f.falselyAccepted, 1, 0.04) << "trapezoids between the plot's points";
         EXPECT_NEAR(falselyRejected / f.falselyRejected, 1, 0.04);
-        TextBoxes drawn(640, 560);
-        DrawDistributionPlot(drawn, plot, {});
-        drawn.expectReadable("shaded");
-        EXPECT_TRUE(std::ranges::any_of(drawn.boxes(),
-                                        [](const auto& box) { return box.text == "of all units tested"; }));
+        for (const auto& [across, down] : {std::pair{640, 560}, {640, 300}, {480, 360}}) {
+            TextBoxes drawn(across, down);
+            DrawDistributionPlot(drawn, plot, {});
+            drawn.expectReadable("shaded");
+            EXPECT_TRUE(std::ranges::any_of(
+                drawn.boxes(), [](const auto& box) { return box.text == "of all units tested"; }))
+                << across << " x " << down;
+        }
     }
 }
 

@@ -3,6 +3,8 @@
 #include "desk/reports/ReportDesk.h"
 #include "desk/sweeps/GuardPlot.h"
 #include "drawing/DrawingSurface.h"
+#include "files/PictureFile.h"
+#include "plots/DistributionPlots.h"
 #include "tests/window/support/Desk.h"
 #include "window/kit/DialogOver.h"
 #include "window/kit/PrintPicture.h"
@@ -18,11 +20,14 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPrinter>
 #include <QSlider>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolTip>
+#include <cmath>
 
 namespace metrisk::testing {
 
@@ -37,6 +42,37 @@ class PlotWindowsTest final : public QObject {
     void cleanup() {
         QCOMPARE(desk_->boxes.faults(), QString());
         desk_.reset();
+    }
+
+    /// Letters, areas and hatchings: what one reader leaves out or puts elsewhere changes whole blocks.
+    void aSavedSvgIsReadByOthersAsItWasDrawn() {
+        constexpr PictureSize size{640, 480};
+        enterTwoSided(*desk_);
+        desk_->click("ComputeResults");
+        const DistributionPlot plot = subjectPlot(desk_->record, {});
+        QVERIFY(plot.falseDecisions);
+        const auto saved = [&](PictureFormat format) {
+            return QByteArray::fromStdString(pictureBytes(
+                format, size, "", [&](DrawingSurface& sheet) { DrawDistributionPlot(sheet, plot, {}); }));
+        };
+        const QImage drawn =
+            QImage::fromData(saved(PictureFormat::Png)).convertToFormat(QImage::Format_RGB32);
+        QImage read(drawn.size(), QImage::Format_RGB32);
+        read.fill(Qt::white);
+        QPainter painter(&read);
+        QSvgRenderer(saved(PictureFormat::Svg)).render(&painter);
+        painter.end();
+        // Letters stand a little elsewhere on a grid of pixels.
+        constexpr int block = 32;
+        const auto coarse = [&](const QImage& image) {
+            return image.scaled(drawn.size() / block, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        };
+        const QImage one = coarse(drawn), other = coarse(read);
+        int most = 0;
+        for (int y = 0; y < one.height(); ++y)
+            for (int x = 0; x < one.width(); ++x)
+                most = std::max(most, std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))));
+        QVERIFY2(most < 32, qPrintable(QString::number(most)));
     }
 
     void reportOnPaperAndOnScreen() {
