@@ -13,6 +13,7 @@
 #include "tests/support/SilentSession.h"
 #include "uncertainty/Samples.h"
 #include "window/kit/EntryBox.h"
+#include "window/kit/LookStyle.h"
 #include "window/kit/QtInteraction.h"
 #include "window/kit/ScreenBinder.h"
 #include "window/kit/WorksheetDialog.h"
@@ -92,6 +93,7 @@ struct Desk {
     std::unique_ptr<MainWindow> window;
 
     Desk() {
+        installLook(); // as the program does
         ClearAnalysis(session);
         window = std::make_unique<MainWindow>(session, ui);
     }

@@ -1,6 +1,7 @@
 #include "window/kit/LookStyle.h"
 
 #include "window/kit/ColourRoles.h"
+#include "window/kit/ToolIcon.h"
 #include "window/kit/Widgets.h"
 
 #include <QApplication>
@@ -246,6 +247,16 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     case SC_GroupBoxLabel: return heading;
     case SC_GroupBoxContents: return box->rect.adjusted(insideFrame, top, -insideFrame, -insideFrame);
     default: return QProxyStyle::subControlRect(control, option, part, widget);
+    }
+}
+
+/// Every menu bar asks for the first, and Qt's own is a pixel image: reading one loads a plugin for each
+/// format.
+QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    switch (icon) {
+    case SP_ToolBarHorizontalExtensionButton: return toolIcon("more-right");
+    case SP_ToolBarVerticalExtensionButton: return toolIcon("more-down");
+    default: return QProxyStyle::standardIcon(icon, option, widget);
     }
 }
 

@@ -24,11 +24,11 @@ QByteArray onLight(QByteArray svg) {
 
 class Engine final : public QIconEngine {
   public:
-    explicit Engine(QByteArray svg) : svg_(std::move(svg)) {}
+    Engine(QByteArray svg, bool ofGround) : svg_(std::move(svg)), ofGround_(ofGround) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const bool dark = &rolesFor(QApplication::palette()) == &darkRoles();
-        QByteArray coloured = dark ? svg_ : onLight(svg_);
+        QByteArray coloured = dark || !ofGround_ ? svg_ : onLight(svg_);
         coloured.replace(
             "currentColor",
             rolesFor(QApplication::palette()).onAccent.name().toUtf8()); // on the act of a screen
@@ -45,17 +45,26 @@ class Engine final : public QIconEngine {
         paint(&painter, QRect(QPoint(), size), mode, state);
         return made;
     }
-    QIconEngine* clone() const override { return new Engine(svg_); }
+    QIconEngine* clone() const override { return new Engine(svg_, ofGround_); }
 
   private:
     QByteArray svg_;
+    bool ofGround_; // or in its own colours on any
 };
+
+QIcon iconOf(const QString& name, bool ofGround) {
+    QFile file(QString(":/icons/%1.svg").arg(name));
+    return file.open(QIODevice::ReadOnly) ? QIcon(new Engine(file.readAll(), ofGround)) : QIcon();
+}
 
 } // namespace
 
 QIcon toolIcon(const QString& name) {
-    QFile file(QString(":/icons/%1.svg").arg(name));
-    return file.open(QIODevice::ReadOnly) ? QIcon(new Engine(file.readAll())) : QIcon();
+    return iconOf(name, true);
+}
+
+QIcon programIcon() {
+    return iconOf("metrisk", false);
 }
 
 } // namespace metrisk

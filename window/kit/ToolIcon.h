@@ -9,4 +9,7 @@ namespace metrisk {
 /// no such image.
 QIcon toolIcon(const QString& name);
 
+/// The program's own, in its own colours.
+QIcon programIcon();
+
 } // namespace metrisk

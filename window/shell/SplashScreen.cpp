@@ -2,10 +2,10 @@
 
 #include "base/Clock.h"
 #include "base/NumberText.h"
+#include "window/kit/ToolIcon.h"
 #include "window/kit/Widgets.h"
 
 #include <QEvent>
-#include <QIcon>
 #include <QLabel>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -28,7 +28,7 @@ SplashScreen::SplashScreen(const Regional& regional, const Moment& now) : QDialo
         return made;
     };
     auto* picture = new QLabel;
-    picture->setPixmap(QIcon(":/icons/metrisk.svg").pixmap(96, 96));
+    picture->setPixmap(programIcon().pixmap(96, 96));
     picture->setAlignment(Qt::AlignCenter);
     auto* name = label("ProductPanel", product);
     QFont large = name->font();

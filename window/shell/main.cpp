@@ -5,6 +5,7 @@
 #include "desk/kit/Session.h"
 #include "window/kit/LookStyle.h"
 #include "window/kit/QtInteraction.h"
+#include "window/kit/ToolIcon.h"
 #include "window/shell/Application.h"
 #include "window/shell/HelpDesk.h"
 #include "window/shell/Layouts.h"
@@ -13,7 +14,6 @@
 #include "window/shell/SystemFacts.h"
 #include "window/shell/UnsavedWork.h"
 
-#include <QIcon>
 #include <QSessionManager>
 #include <QTimer>
 #include <cstdio>
@@ -59,7 +59,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("metrisk");
     QApplication::setApplicationVersion(METRISK_VERSION);
     QApplication::setDesktopFileName("metrisk");
-    QApplication::setWindowIcon(QIcon(":/icons/metrisk.svg"));
+    QApplication::setWindowIcon(programIcon());
 
     const UserSettings user = openUserSettings();
     Settings& settings = *user.file;
