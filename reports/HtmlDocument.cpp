@@ -43,6 +43,21 @@ std::string familyOf(const std::string& name) {
     return "'" + family + "', sans-serif";
 }
 
+/// The rest of a cell's opening and what it holds. Figures stand right, the stars of a remark behind them.
+std::string cellContent(const TableMarkup& table, std::size_t column, const std::string& text) {
+    const auto parts = figureParts(text);
+    if (!parts || !table.standsByMarks(column))
+        return (table.columns[column].centred ? " class=\"c\">" : ">") + escaped(text);
+    const std::string stars = parts->stars.empty() ? "" : "<span>" + parts->stars + "</span>";
+    return " class=\"f\">" + escaped(parts->before + parts->after) + stars;
+}
+
+/// Points, with a half where it has one.
+std::string points(double size) {
+    const long halves = std::lround(2 * size);
+    return std::to_string(halves / 2) + (halves % 2 ? ".5pt" : "pt");
+}
+
 } // namespace
 
 HtmlDocument::HtmlDocument(const PageSetup& setup, std::string title, PngMaker png)
@@ -68,8 +83,10 @@ void HtmlDocument::StartDoc() {
              "td, th { text-align: left; vertical-align: top; padding: 1px 4px 1px 0; font-weight: normal; "
              "overflow-wrap: anywhere; }\n"
              "th { font-weight: bold; }\n"
-             "thead tr:last-child th { border-bottom: 1px solid; }\n"
-             ".c { text-align: center; font-variant-numeric: tabular-nums; }\n"
+             "thead tr:last-child th { border-bottom: 1px solid #000; }\n"
+             ".c { text-align: center; }\n"
+             ".f { text-align: right; padding-right: 30%; font-variant-numeric: tabular-nums; }\n"
+             ".f span { position: absolute; white-space: pre; }\n"
              "@media print { body { max-width: none; margin: 0; padding: 0; } }\n"
              "img { max-width: 100%; height: auto; }\n"
              "</style>\n</head>\n<body>\n<section>\n";
@@ -102,7 +119,7 @@ void HtmlDocument::beginSection() {
 std::string HtmlDocument::spaceAbove() {
     const double moved = std::max(0.0, CurrentY - placedY_);
     placedY_ = CurrentY;
-    std::string style = "font-size: " + std::to_string(std::lround(FontSize)) + "pt";
+    std::string style = "font-size: " + points(FontSize);
     if (IndentLeft > 0) style += "; margin-left: " + pixels(IndentLeft);
     if (moved > 0) style += "; margin-top: " + pixels(moved);
     return " style=\"" + style + "\"";
@@ -132,8 +149,7 @@ void HtmlDocument::writeTable(const TableMarkup& heading, const TableMarkup& bod
         for (const auto& row : table.rows) {
             bytes_ += "<tr>";
             for (std::size_t i = 0; i < row.size(); ++i)
-                bytes_ += "<" + cell + (table.columns[i].centred ? " class=\"c\">" : ">") + escaped(row[i]) +
-                          "</" + cell + ">";
+                bytes_ += "<" + cell + cellContent(table, i, row[i]) + "</" + cell + ">";
             bytes_ += "</tr>\n";
         }
     };

@@ -41,7 +41,7 @@ void ComposeOrigin(Composition& c) {
     const Analysis& r = c.record;
     c.document.IndentLeft = 0;
     c.document.CurrentY += 180;
-    c.style(7, false);
+    c.style(6.5, false);
     const std::string fingerprint = inputsFingerprint(r);
     c.document.SmallPrint((c.selection.Report_IncludeRisk ? bothConventions(c) : "") +
                           "Metrisk " METRISK_VERSION ", False Accept Risk " +

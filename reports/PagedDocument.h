@@ -99,6 +99,7 @@ class PagedDocument final : public ReportDocument {
     std::optional<double> markOf(const TableMarkup& table, const std::vector<Row>& rows,
                                  std::size_t column) const;
     std::vector<Row> laidOut(const TableMarkup& table) const;
+    double cellPadding() const;
     double heightOf(const Row& row) const;
     void placeRow(const TableMarkup& table, const Row& row, double x,
                   const std::vector<std::optional<double>>& marks = {});

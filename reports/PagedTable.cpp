@@ -7,30 +7,12 @@ namespace metrisk {
 
 namespace {
 
-constexpr double cellPadding = 30; // above and below the lines of a row
-constexpr double cellGap = 80;     // between the texts of columns
+constexpr double rowPitch = 26.2;   // of a row with one line, for each point of the font
+constexpr double leastPadding = 10; // above and below the lines of a row
+constexpr double cellGap = 80;      // between the texts of columns
 constexpr double leastTable = 1440;
 constexpr double leastCell = 200;
 constexpr Colour labelColour{90, 96, 104}; // of rows that name a value
-
-/// A figure in three: up to its decimal mark, from there, and the stars that point to a remark.
-struct FigureParts {
-    std::string before, after, stars;
-};
-
-std::optional<FigureParts> partsOf(const std::string& text) {
-    if (text.empty() || text[0] < '0' || text[0] > '9') return {};
-    const std::size_t stars = std::min(text.find(" *"), text.size());
-    const std::size_t end = std::min(text.find_first_not_of("0123456789.,"), stars);
-    std::size_t mark = text.find_last_of(".,", end - 1);
-    if (mark == text.npos) mark = end;
-    return FigureParts{text.substr(0, mark), text.substr(mark, stars - mark), text.substr(stars)};
-}
-
-/// A table of two columns whose first one names the values of the second.
-bool isOfLabels(const TableMarkup& table) {
-    return table.columns.size() == 2 && !table.columns[0].centred && !table.columns[1].centred;
-}
 
 } // namespace
 
@@ -49,8 +31,12 @@ std::vector<PagedDocument::Row> PagedDocument::laidOut(const TableMarkup& table)
     return rows;
 }
 
+double PagedDocument::cellPadding() const {
+    return std::max((FontSize * rowPitch - lineHeight()) / 2, leastPadding);
+}
+
 double PagedDocument::heightOf(const Row& row) const {
-    return static_cast<double>(row.lines) * lineHeight() + 2 * cellPadding;
+    return static_cast<double>(row.lines) * lineHeight() + 2 * cellPadding();
 }
 
 std::optional<double> PagedDocument::markOf(const TableMarkup& table, const std::vector<Row>& rows,
@@ -60,7 +46,7 @@ std::optional<double> PagedDocument::markOf(const TableMarkup& table, const std:
     int figures = 0;
     for (const Row& row : rows) {
         const auto& lines = row.cells[column];
-        const auto parts = lines.size() == 1 ? partsOf(lines.front()) : std::nullopt;
+        const auto parts = lines.size() == 1 ? figureParts(lines.front()) : std::nullopt;
         if (!parts) continue;
         ++figures;
         before = std::max(before, measure(parts->before, font()));
@@ -74,7 +60,7 @@ void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x,
                              const std::vector<std::optional<double>>& marks) {
     const TextFont itsFont = font();
     const double height = lineHeight();
-    CurrentY += cellPadding;
+    CurrentY += cellPadding();
     for (std::size_t line = 0; line < row.lines; ++line, CurrentY += height) {
         double left = x;
         for (std::size_t column = 0; column < table.columns.size(); ++column) {
@@ -83,22 +69,22 @@ void PagedDocument::placeRow(const TableMarkup& table, const Row& row, double x,
                 const std::string& text = row.cells[column][line];
                 const double room = width - cellGap - measure(text, itsFont);
                 double begin = table.columns[column].centred ? room / 2 : 0;
-                if (const auto parts = partsOf(text);
+                if (const auto parts = figureParts(text);
                     parts && row.cells[column].size() == 1 && column < marks.size() && marks[column])
                     begin = *marks[column] - measure(parts->before, itsFont);
-                const bool label = column == 0 && !FontBold && isOfLabels(table);
+                const bool label = column == 0 && !FontBold && table.namesValues();
                 place(left + begin, CurrentY, text, itsFont, label ? labelColour : black);
             }
             left += width;
         }
     }
-    CurrentY += cellPadding;
+    CurrentY += cellPadding();
 }
 
 /// A row taller than a page goes onto pages by pieces; the rest of it stays in `row`.
 void PagedDocument::placeTallRow(const TableMarkup& table, Row& row, double x) {
     while (CurrentY + heightOf(row) > bodyBottom()) {
-        const double room = (bodyBottom() - CurrentY - 2 * cellPadding) / lineHeight();
+        const double room = (bodyBottom() - CurrentY - 2 * cellPadding()) / lineHeight();
         const auto fit = static_cast<std::size_t>(std::max(1.0, room));
         if (fit >= row.lines) return;
         Row piece;
@@ -118,7 +104,7 @@ void PagedDocument::placeTallRow(const TableMarkup& table, Row& row, double x) {
 void PagedDocument::placeHeading(const TableMarkup& table, double x) {
     for (const Row& row : laidOut(table)) placeRow(table, row, x);
     report_.pages.back().push_back(PlacedRule{x, CurrentY, x + table.width(), CurrentY});
-    CurrentY += cellPadding;
+    CurrentY += cellPadding();
 }
 
 void PagedDocument::Table(std::string_view markup) {

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -10,7 +11,8 @@ namespace metrisk {
 namespace {
 
 constexpr double pixelsPerTwip = 96.0 / 1440;
-constexpr double printScale = 2; // pictures have room for a printer's resolution
+constexpr double rowPitch = 26.2; // twips of a row for each point of its font
+constexpr double printScale = 2;  // pictures have room for a printer's resolution
 
 std::string number(double value) {
     return std::to_string(static_cast<long>(std::lround(value)));
@@ -97,10 +99,10 @@ void RichTextDocument::beginBody() {
     if (inBody_) return;
     inBody_ = true;
     // Some word processors forget the prologue's tabs within the running texts; those of the style they keep.
-    bytes_ += "{\\stylesheet{\\s0\\b0" + tabs() + " Normal;}}\n{\\info{\\title " + richText(title_) +
-              "}}\n\\paperw" + number(PageWidth) + "\\paperh" + number(PageHeight) + "\\margl" +
-              number(MarginLeft) + "\\margr" + number(MarginRight) + "\\margt" + number(MarginTop) +
-              "\\margb" + number(MarginBottom) + "\n";
+    bytes_ += "{\\colortbl;\\red90\\green96\\blue104;}\n{\\stylesheet{\\s0\\b0" + tabs() +
+              " Normal;}}\n{\\info{\\title " + richText(title_) + "}}\n\\paperw" + number(PageWidth) +
+              "\\paperh" + number(PageHeight) + "\\margl" + number(MarginLeft) + "\\margr" +
+              number(MarginRight) + "\\margt" + number(MarginTop) + "\\margb" + number(MarginBottom) + "\n";
     placedY_ = CurrentY;
 }
 
@@ -138,6 +140,30 @@ void RichTextDocument::Text(std::string_view text) {
     afterHeading_ = heads;
 }
 
+/// Centred columns of figures stand by their decimal marks. A word processor takes the comma for one only
+/// where its language does.
+std::string RichTextDocument::alignmentOf(const TableMarkup& table, std::size_t column,
+                                          const std::string& text) const {
+    if (!table.columns[column].centred) return "\\ql";
+    const auto parts = figureParts(text);
+    if (FontBold || !table.standsByMarks(column) || !parts || parts->after.starts_with(',')) return "\\qc";
+    double before = 0, after = 0;
+    for (const auto& row : table.rows)
+        if (const auto each = figureParts(row[column])) {
+            before = std::max(before, widthOf(each->before));
+            after = std::max(after, widthOf(each->after));
+        }
+    return "\\ql\\tqdec\\tx" + number((table.columns[column].width + before - after) / 2);
+}
+
+/// Of the letters of figures, in shares that most fonts have.
+double RichTextDocument::widthOf(std::string_view figure) const {
+    constexpr double digit = 0.556, mark = 0.278;
+    double width = 0;
+    for (const char c : figure) width += c == '.' || c == ',' || c == ':' ? mark : digit;
+    return width * FontSize * 20;
+}
+
 void RichTextDocument::Table(std::string_view markup) {
     beginBody();
     TableMarkup table = readTable(markup);
@@ -145,15 +171,19 @@ void RichTextDocument::Table(std::string_view markup) {
         for (const double share = room / table.width(); TableColumn & column : table.columns)
             column.width *= share;
     afterHeading_ = false;
-    std::string edges;
-    double edge = IndentLeft;
-    for (const TableColumn& column : table.columns) edges += "\\cellx" + number(edge += column.width);
     for (const auto& row : table.rows) {
-        bytes_ += "\\trowd\\trgaph0\\trkeep" + std::string(FontBold ? "\\trhdr" : "") + "\\trleft" +
-                  number(IndentLeft) + edges + "\n";
+        bytes_ += "\\trowd\\trgaph0\\trkeep" + std::string(FontBold ? "\\trhdr" : "") + "\\trrh" +
+                  number(FontSize * rowPitch) + "\\trleft" + number(IndentLeft);
+        double edge = IndentLeft;
+        const bool underlined = FontBold && table.columns.size() > 1 && &row == &table.rows.back();
+        for (const TableColumn& column : table.columns)
+            bytes_ += (underlined ? "\\clbrdrb\\brdrs\\brdrw10" : "") + std::string("\\clvertalc\\cellx") +
+                      number(edge += column.width);
+        bytes_ += '\n';
         for (std::size_t i = 0; i < row.size(); ++i)
             bytes_ += "\\pard\\plain\\intbl" + std::string(FontBold || together_ ? "\\keepn" : "") +
-                      fontWords() + (table.columns[i].centred ? "\\qc " : "\\ql ") + richText(row[i]) +
+                      fontWords() + alignmentOf(table, i, row[i]) +
+                      (i == 0 && !FontBold && table.namesValues() ? "\\cf1 " : " ") + richText(row[i]) +
                       "\\cell\n";
         bytes_ += "\\row\n";
     }

@@ -42,6 +42,8 @@ class RichTextDocument final : public ReportDocument {
 
     void beginBody();
     std::string tabs() const;
+    std::string alignmentOf(const TableMarkup& table, std::size_t column, const std::string& text) const;
+    double widthOf(std::string_view figure) const;
     std::string fontWords() const;
     /// Begins a paragraph: its indent, and the space above it that a move of CurrentY asks for.
     void paragraph(std::string_view words);

@@ -283,10 +283,10 @@ void signatureTable(Composition& c, const std::vector<SignOff>& lines) {
 }
 
 void signatureLines(Composition& c, const std::vector<SignOff>& lines) {
-    constexpr double nameX = 2880;
     constexpr double dateX = 8820;
     constexpr double gap = 120;
     ReportDocument& d = c.document;
+    const double nameX = d.MarginLeft + 1600; // as in the table
     for (const SignOff& line : lines) {
         d.CurrentY += 360;
         c.style(11, true);

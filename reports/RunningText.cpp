@@ -56,7 +56,8 @@ void BeginExportHeader(ReportDocument& document, bool prologue) {
     document.GetMargins();
     std::string head = prologue ? prologueOf(document) : "";
     if (!document.Header.empty()) {
-        document.ExportRaw(head + "{\\header{" + fontOf(document) + fieldsOf(document.Header));
+        document.ExportRaw(head + "{\\header{" + fontOf(document) + "\\brdrb\\brdrs\\brdrw5\\brsp40" +
+                           fieldsOf(document.Header));
         head.clear();
     }
     if (!document.Footer.empty())

@@ -36,6 +36,23 @@ double TableMarkup::width() const {
     return sum;
 }
 
+bool TableMarkup::standsByMarks(std::size_t column) const {
+    return columns[column].centred && std::ranges::count_if(rows, [&](const auto& row) {
+                                          return row[column].find('\n') == std::string::npos &&
+                                                 figureParts(row[column]).has_value();
+                                      }) > 1;
+}
+
+std::optional<FigureParts> figureParts(std::string_view text) {
+    if (text.empty() || text[0] < '0' || text[0] > '9') return {};
+    const std::size_t stars = std::min(text.find(" *"), text.size());
+    const std::size_t end = std::min(text.find_first_not_of("0123456789.,"), stars);
+    std::size_t mark = text.find_last_of(".,", end - 1);
+    if (mark == text.npos) mark = end;
+    return FigureParts{std::string(text.substr(0, mark)), std::string(text.substr(mark, stars - mark)),
+                       std::string(text.substr(stars))};
+}
+
 TableMarkup readTable(std::string_view markup) {
     TableMarkup table;
     const std::size_t end = std::min(markup.find(';'), markup.size());

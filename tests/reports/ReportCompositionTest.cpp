@@ -1,4 +1,5 @@
 // What a report says, operation by operation, against recordings that were read before they were kept.
+#include "desk/files/AnalysisFile.h"
 #include "desk/files/ComposeReport.h"
 #include "desk/files/ReportFiles.h"
 #include "drawing/Drawing.h"
@@ -11,6 +12,7 @@
 #include "uncertainty/ProcessTotals.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace metrisk::testing {
 namespace {
@@ -74,14 +76,50 @@ TEST(RiskReport, SaysWhatTheScreenShows) {
     expectReport("z540-signed-on-paper", z540, {}, false);
 }
 
-/// Reports whose end comes to stand anywhere on a page: a signature keeps its rule and its line, a heading
-/// what it heads, and the small print makes no page.
-TEST(Report, PagesBreakWhereNothingIsParted) {
+/// A signature keeps its rule and its line, a heading what it heads, and the small print makes no page.
+void expectUnparted(const PagedReport& paged, const std::string& where) {
     struct Line {
         double y;
         std::string text;
         bool bold;
     };
+    for (const auto& page : paged.pages) {
+        std::vector<Line> lines;
+        double lastRule = 0;
+        for (const Placed& item : page) {
+            if (const auto* text = std::get_if<PlacedText>(&item))
+                lines.push_back({text->y, text->text, text->font.Bold});
+            if (const auto* rule = std::get_if<PlacedRule>(&item)) lastRule = rule->y1;
+        }
+        const auto named = [&](const std::string& word) {
+            return std::ranges::find_if(lines, [&](const Line& line) { return line.text.find(word) == 0; });
+        };
+        const auto submitted = named("Submitted By:");
+        const auto small = named("SHA-256");
+        EXPECT_EQ(submitted == lines.end(), named("Approved By:") == lines.end()) << where;
+        if (submitted != lines.end()) {
+            EXPECT_GT(lastRule, 0) << where;
+            EXPECT_TRUE(std::ranges::any_of(page, [&](const Placed& item) {
+                const auto* rule = std::get_if<PlacedRule>(&item);
+                return rule && rule->y1 < submitted->y && submitted->y - rule->y1 < 900;
+            })) << where;
+        }
+        EXPECT_EQ(named("False Accept Risk:") == lines.end(),
+                  named("Equivalent Accuracy Ratio:") == lines.end())
+            << where;
+        EXPECT_TRUE(small == lines.end() || lines.size() > 6) << where << ": alone";
+        // The lowest text but header, footer and small print.
+        std::erase_if(lines, [](const Line& line) {
+            return line.y < 1000 || line.text.find("- ") == 0 || line.text.find("SHA-256") == 0 ||
+                   line.text.find("Metrisk 1") == 0;
+        });
+        ASSERT_FALSE(lines.empty()) << where;
+        EXPECT_FALSE(std::ranges::max(lines, {}, &Line::y).bold) << where;
+    }
+}
+
+/// Their ends come to stand anywhere on a page.
+TEST(Report, PagesBreakWhereNothingIsParted) {
     for (const bool onPaper : {false, true})
         for (int remarks = 0; remarks < 40; ++remarks) {
             Reported report;
@@ -92,39 +130,28 @@ TEST(Report, PagesBreakWhereNothingIsParted) {
             Drawing metrics(794, 1123);
             const auto paged = reportPages(report.session, {}, PageSetup::a4(), metrics, onPaper);
             ASSERT_TRUE(paged);
-            for (const auto& page : paged->pages) {
-                std::vector<Line> lines;
-                double lastRule = 0;
-                for (const Placed& item : page) {
-                    if (const auto* text = std::get_if<PlacedText>(&item))
-                        lines.push_back({text->y, text->text, text->font.Bold});
-                    if (const auto* rule = std::get_if<PlacedRule>(&item)) lastRule = rule->y1;
-                }
-                const auto named = [&](const std::string& word) {
-                    return std::ranges::find_if(lines,
-                                                [&](const Line& line) { return line.text.find(word) == 0; });
-                };
-                const auto submitted = named("Submitted By:");
-                const auto small = named("SHA-256");
-                const std::string where = std::to_string(remarks) + (onPaper ? " on paper" : "");
-                EXPECT_EQ(submitted == lines.end(), named("Approved By:") == lines.end()) << where;
-                if (submitted != lines.end()) {
-                    EXPECT_GT(lastRule, 0) << where;
-                    EXPECT_TRUE(std::ranges::any_of(page, [&](const Placed& item) {
-                        const auto* rule = std::get_if<PlacedRule>(&item);
-                        return rule && rule->y1 < submitted->y && submitted->y - rule->y1 < 900;
-                    })) << where;
-                }
-                EXPECT_TRUE(small == lines.end() || lines.size() > 6) << where << ": alone";
-                // The lowest text but header, footer and small print.
-                std::erase_if(lines, [](const Line& line) {
-                    return line.y < 1000 || line.text.find("- ") == 0 || line.text.find("SHA-256") == 0 ||
-                           line.text.find("Metrisk 1") == 0;
-                });
-                ASSERT_FALSE(lines.empty());
-                EXPECT_FALSE(std::ranges::max(lines, {}, &Line::y).bold) << where;
-            }
+            expectUnparted(*paged, std::to_string(remarks) + (onPaper ? " on paper" : ""));
         }
+}
+
+/// On both papers and in both forms, with all that is said of their errors.
+TEST(Report, SignedExamplesAreNotParted) {
+    int reports = 0;
+    for (const auto& file : std::filesystem::directory_iterator(METRISK_SOURCE_DIR "/examples"))
+        for (const bool onPaper : {false, true})
+            for (const PageSetup& paper : {PageSetup::a4(), PageSetup{}}) {
+                if (file.path().extension() != ".mrk") continue;
+                Reported report;
+                ASSERT_EQ(ReadAnalysis(report.session, file.path().string()).fault, ReadFault::None);
+                signedByTwo(report.record);
+                const ReportSelection everything{.Report_IncludeUncertainty = true};
+                Drawing metrics(794, 1123);
+                const auto paged = reportPages(report.session, everything, paper, metrics, onPaper);
+                ASSERT_TRUE(paged);
+                expectUnparted(*paged, file.path().filename().string() + (onPaper ? " on paper" : ""));
+                ++reports;
+            }
+    EXPECT_GE(reports, 28);
 }
 
 TEST(RiskReport, FiguresOfOtherEntriesAreNotComputed) {

@@ -68,13 +68,29 @@ TEST(ReportFiles, TheTextOfAPdfCanBeTakenOut) {
     EXPECT_NE(onA4.value_or("").find("/MediaBox [ 0 0 595.27"), std::string::npos) << "not by whole pixels";
 }
 
+/// The marks of a column stand at one place, which follows its widest figures; words stay in the middle.
+TEST(ReportFiles, FiguresOfRichTextStandByTheirMarks) {
+    Reported report;
+    report.compute();
+    const std::string bytes = reportBytes(report.session, {}, {}, "r.doc", CairoPress()).value_or("");
+    std::vector<std::string> stops;
+    for (std::size_t at = 0; (at = bytes.find("\\tqdec\\tx", at)) != bytes.npos; ++at)
+        stops.push_back(bytes.substr(at, bytes.find(' ', at) - at));
+    ASSERT_EQ(stops.size(), 6u) << "three rows of two columns";
+    EXPECT_EQ(stops[0], stops[2]);
+    EXPECT_EQ(stops[1], stops[5]);
+    const std::string html = reportBytes(report.session, {}, {}, "r.htm", CairoPress()).value_or("");
+    EXPECT_NE(html.find("<span> *</span></td>"), html.npos) << "a star hangs behind its figure";
+}
+
 TEST(ReportFiles, RichTextIsBoldWhereItIsBold) {
     Reported report;
     report.compute();
     const std::string bytes = reportBytes(report.session, {}, {}, "r.doc", CairoPress()).value_or("");
     for (const char* part :
          {"\\keepn\\f999\\fs20\\b\\qc Acceptable", "\\intbl\\keepn\\f999\\fs20\\b0\\ql False Accept Risk:",
-          "\\intbl\\f999\\fs20\\b0\\ql Measurement Area:", "{\\header{\\plain\\f999\\fs18\\b ", "{\\s0\\b0"})
+          "\\intbl\\f999\\fs20\\b0\\ql\\cf1 Measurement Area:", "{\\header{\\plain\\f999\\fs18\\b\\brdrb",
+          "{\\footer{\\plain\\f999\\fs18\\b ", "{\\s0\\b0"})
         EXPECT_NE(bytes.find(part), std::string::npos) << part << bytes.substr(0, 6000);
 }
 
