@@ -63,33 +63,37 @@ metrisk::SqlValue valueOf(const Argument& argument) {
     return metrisk::SqlBlob{};
 }
 
+metrisk::SqlResult worked(const char* name, const Argument* arguments, std::size_t count) {
+    std::vector<metrisk::SqlValue> values;
+    values.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) values.push_back(valueOf(arguments[i]));
+    for (const metrisk::SqlFunction& function : metrisk::sqlFunctions())
+        if (std::strcmp(function.name, name) == 0) return function.work(values);
+    throw metrisk::SqlFault{"no such function"};
+}
+
+Outcome withText(Kind kind, bool fault, const std::string& text) {
+    char* const copy = kept(text);
+    return {kind, 0, copy, fault, copy == nullptr};
+}
+
 /// Throws nothing.
 Outcome computed(const char* name, const Argument* arguments, std::size_t count) {
-    Outcome outcome{Kind::Null, 0, nullptr, false, false};
     try {
-        std::vector<metrisk::SqlValue> values;
-        for (std::size_t i = 0; i < count; ++i) values.push_back(valueOf(arguments[i]));
-        for (const metrisk::SqlFunction& function : metrisk::sqlFunctions()) {
-            if (std::strcmp(function.name, name) != 0) continue;
-            const metrisk::SqlResult result = function.work(values);
-            if (const auto* number = std::get_if<double>(&result))
-                outcome.kind = Kind::Number, outcome.number = *number;
-            else if (const auto* truth = std::get_if<bool>(&result))
-                outcome.kind = Kind::Number, outcome.number = *truth;
-            else if (const auto* text = std::get_if<std::string>(&result))
-                outcome.kind = Kind::Text, outcome.text = kept(*text);
-        }
+        const metrisk::SqlResult result = worked(name, arguments, count);
+        if (const auto* number = std::get_if<double>(&result))
+            return {Kind::Number, *number, nullptr, false, false};
+        if (const auto* truth = std::get_if<bool>(&result))
+            return {Kind::Number, static_cast<double>(*truth), nullptr, false, false};
+        if (const auto* text = std::get_if<std::string>(&result)) return withText(Kind::Text, false, *text);
+        return {Kind::Null, 0, nullptr, false, false};
     } catch (const metrisk::SqlFault& fault) {
-        outcome.fault = true;
-        outcome.text = kept(fault.text);
+        return withText(Kind::Null, true, fault.text);
     } catch (const std::bad_alloc&) {
-        outcome.memory = true;
+        return {Kind::Null, 0, nullptr, false, true};
     } catch (const std::exception& fault) {
-        outcome.fault = true;
-        outcome.text = kept(fault.what());
+        return withText(Kind::Null, true, fault.what());
     }
-    outcome.memory = outcome.memory || ((outcome.fault || outcome.kind == Kind::Text) && !outcome.text);
-    return outcome;
 }
 
 void takeText(Argument& argument, const char* text, std::size_t size) {

@@ -39,6 +39,7 @@ void call(sqlite3_context* context, int count, sqlite3_value** values) {
     const auto& function = *static_cast<const SqlFunction*>(sqlite3_user_data(context));
     try {
         std::vector<SqlValue> taken;
+        taken.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) taken.push_back(valueOf(values[i]));
         put(context, function.work(taken));
     } catch (const SqlFault& fault) {
