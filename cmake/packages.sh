@@ -5,7 +5,7 @@ build_packages=(g++ cmake ninja-build ccache pkg-config libcli11-dev nlohmann-js
 window_packages=(qt6-base-dev qt6-svg-dev libgl1-mesa-dev)
 test_packages=(clang clang-format libclang-rt-14-dev libgtest-dev libboost-math-dev libbenchmark-dev
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db poppler-utils
-  python3-dev python3-numpy pybind11-dev mypy parallel)
+  python3-dev python3-numpy pybind11-dev mypy parallel sqlite3)
 
 # Installs those of the named packages that are missing, with apt, as root or through sudo.
 install_packages() {

@@ -91,9 +91,14 @@ class Extension(unittest.TestCase):
         readme = os.path.join(os.path.dirname(__file__), "..", "..", "README.md")
         with open(readme, encoding="utf-8") as file:
             block = file.read().split("```sql\n")[1].split("```")[0]
-        for statement in block.strip().split(";\n"):
-            for row in self.database.execute(statement.rstrip(";")).fetchall():
-                self.assertNotIn(None, row, statement)
+        rows = [row for each in block.strip().split(";\n") for row in self.database.execute(each.rstrip(";"))]
+        self.assertEqual(len(rows), 5)
+        self.assertFalse([row for row in rows if None in row])
+        # The shell of the engine prints the same.
+        script = f".load {os.environ['METRISK_SQLITE'].removesuffix('.so')}\n.mode json\n{block}"
+        ran = subprocess.run(["sqlite3"], input=script.encode(), capture_output=True, check=True)
+        shown = [tuple(row.values()) for part in ran.stdout.decode().split("]\n") if part for row in json.loads(part + "]")]
+        self.assertEqual(shown, rows)
 
     def test_usable_in_an_index(self):
         self.database.execute("create table p(tol, fa as (metrisk_fa(10, tol, 95, 0.1)))")
