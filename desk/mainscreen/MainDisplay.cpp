@@ -28,17 +28,20 @@ constexpr const char* ratioPicture = "#,##0.00";
 constexpr const char* baselineRatioPicture = "##0.00";
 constexpr const char* processPicture = "#,##0.0000";
 
-bool entriesComplete(const Analysis& r) {
-    const bool tolerance = r.OptSingleLower ? r.SU_LowerOffset > 0 : r.SU_UpperOffset > 0;
-    return tolerance && r.SU_PctInTol > 0 && r.MTE_PctInTol > 0 && r.MTE_Offset > 0;
-}
-
 std::string nextStep(const Session& session) {
     const Analysis& r = session.record;
-    if (!entriesComplete(r)) return "Enter nominal value, tolerance and % in-tolerance";
+    const bool tolerance = r.OptSingleLower ? r.SU_LowerOffset > 0 : r.SU_UpperOffset > 0;
+    if (!tolerance || r.SU_PctInTol <= 0) return "Enter nominal value, tolerance and % in-tolerance";
+    if (r.MTE_PctInTol <= 0 || r.MTE_Offset <= 0)
+        return "Enter tolerance and % in-tolerance of the measuring parameter";
     if (r.Last_PctInTol == 0) return "Ready to compute";
     if (r.ResultsStale) return notComputedTip;
-    return risksAreCurrent(session.record) ? "Computed" : "Entries changed: compute again";
+    if (!risksAreCurrent(session.record)) return "Entries changed: compute again";
+    const bool guarded =
+        (!r.OptSingleLower && r.GB_UpperMult != 1) || (!r.OptSingleUpper && r.GB_LowerMult != 1);
+    return guarded && !r.IncludeGuardbands
+               ? "Computed without the guardbands: Include under Options uses them"
+               : "Computed";
 }
 
 void showSubject(MainScreen& screen, const Analysis& r, const AnalysisTexts& texts) {
@@ -138,11 +141,11 @@ void showOptions(MainScreen& screen, const Session& session) {
     screen.pnlTUR.text = (ratios.pnlTUR);
 }
 
-/// Examples with their units, so that nobody reads one as a value.
+/// Examples without units, which these boxes do not read.
 void showHints(MainScreen& screen) {
-    for (const auto& [box, hint] : {std::pair{&screen.ModeBox, "e.g. 10 V"},
-                                    {&screen.UpperLimitBox, "e.g. 0.5 mV"},
-                                    {&screen.LowerLimitBox, "e.g. 0.5 mV"},
+    for (const auto& [box, hint] : {std::pair{&screen.ModeBox, "e.g. 10"},
+                                    {&screen.UpperLimitBox, "e.g. 0.5"},
+                                    {&screen.LowerLimitBox, "e.g. 0.5"},
                                     {&screen.PctInTolBox, "e.g. 95"},
                                     {&screen.MTEOffsetBox, "e.g. 0.1"},
                                     {&screen.MTEParameterUnitsBox, "e.g. mV"},
@@ -169,7 +172,7 @@ void showRecord(MainScreen& screen, const Session& session) {
     showHints(screen);
     screen.area = r.MeasurementArea;
     screen.caption = mainCaption(session);
-    screen.nextStep = nextStep(session);
+    screen.nextStep = screen.unreadUnit.empty() ? nextStep(session) : screen.unreadUnit;
 }
 
 } // namespace metrisk

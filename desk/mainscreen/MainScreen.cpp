@@ -10,6 +10,7 @@
 #include "desk/mainscreen/MainDisplay.h"
 #include "desk/mainscreen/TextFields.h"
 #include "desk/mainscreen/ToleranceOptions.h"
+#include "desk/mainscreen/UnreadUnit.h"
 #include "persistence/SettingKeys.h"
 #include "record/SubjectSide.h"
 #include "risk/Snapshot.h"
@@ -65,6 +66,11 @@ void MainScreen::bindNumbers() {
     bindMeasuring(MTEOffsetBox, MeasuringBox::Offset);
     bindMeasuring(MTEFixedOffsetBox, MeasuringBox::Fixed);
     bindMeasuring(MTEPctOfReadingBox, MeasuringBox::PctOfReading);
+    for (TextBox* box : {&ModeBox, &UpperLimitBox, &LowerLimitBox, &MTEOffsetBox, &MTEFixedOffsetBox})
+        box->left = [this, commit = std::move(box->left)](const std::string& text) {
+            unreadUnit = unreadUnitNote(session_.record, text);
+            return commit(text);
+        };
     // What the user has acknowledged about an entry is asked again for another.
     for (TextBox* box : {&ModeBox, &UpperLimitBox, &LowerLimitBox, &PctInTolBox})
         box->keyPressed = [this] {

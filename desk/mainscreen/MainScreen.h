@@ -132,6 +132,7 @@ class MainScreen final : public Worksheet {
 
     /// What the status bar tells while nothing else does: the next step.
     std::string nextStep;
+    std::string unreadUnit; // told instead, if a unit was typed behind the last figure
     /// What it tells at its right: of what the analysis is, and whether exact integration agrees.
     std::string area, agreement;
 

@@ -268,6 +268,25 @@ TEST(MainDisplay, TypedKFactorsAreFollowedAfterEveryScreen) {
     }
 }
 
+/// A box reads the figure alone: 0.5 mV beside 10 V would be half a volt without a word.
+TEST(MainDisplay, AUnitThatIsNotReadIsTold) {
+    struct Row {
+        const char *text, *nominal, *tolerance;
+        bool told;
+    };
+    for (const Row& row : {Row{"0.5 mV", "", "", true}, Row{"0.5", "", "", false}, Row{"1e-3", "", "", false},
+                           Row{"0.5 mV", "V", "mV", false}, Row{"0.5 V", "V", "mV", false},
+                           Row{"0.5 kV", "V", "mV", true}, Row{"5%", "", "", false}}) {
+        Shown shown;
+        shown.record.NominalUnits = row.nominal;
+        shown.record.SU_ToleranceUnits = row.tolerance;
+        type(shown.main, "UpperLimitBox", row.text);
+        EXPECT_EQ(shown.main.nextStep.find("is not read here") != std::string::npos, row.told) << row.text;
+        type(shown.main, "UpperLimitBox", "0.25");
+        EXPECT_EQ(shown.main.nextStep.find("is not read here"), std::string::npos);
+    }
+}
+
 TEST(MainDisplay, FiguresOfOtherEntriesFade) {
     Shown shown;
     const auto state = [&] {
@@ -276,10 +295,18 @@ TEST(MainDisplay, FiguresOfOtherEntriesFade) {
     };
     EXPECT_EQ(state(), ", Enter nominal value, tolerance and % in-tolerance");
     enter(shown.record, Entry{});
+    shown.record.MTE_PctInTol = 0;
+    shown.main.refresh();
+    EXPECT_EQ(state(), ", Enter tolerance and % in-tolerance of the measuring parameter");
+    enter(shown.record, Entry{});
     EXPECT_EQ(state(), ", Ready to compute");
     press(shown.main, "ComputeResults");
     const std::string risk = shown.text("AcceptRisk");
     EXPECT_EQ(state(), risk + ", Computed");
+    shown.record.GB_UpperMult = 0.9; // as a worksheet leaves it
+    shown.main.refresh();
+    EXPECT_EQ(state(), risk + ", Computed without the guardbands: Include under Options uses them");
+    shown.record.GB_UpperMult = 1;
     type(shown.main, "MTEOffsetBox", "0.2");
     EXPECT_EQ(state(), risk + " faded, Entries changed: compute again");
     type(shown.main, "MTEOffsetBox", "0.125");

@@ -14,6 +14,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -108,14 +109,15 @@ bool MainWindow::endOfDesktop() {
 }
 
 QSize MainWindow::sizeHint() const {
-    const QSize content = static_cast<QScrollArea*>(centralWidget())->widget()->minimumSizeHint();
-    const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
-                     findChild<QToolBar*>("tb_Main")->sizeHint().height();
     constexpr QSize opened(1016, 712); // with a font of usual size all is seen on a desktop of 1024 x 768
     constexpr int spare = 16;          // a scroll bar covers nothing
-    return QSize(content.width() + spare, content.height() + bars)
-        .expandedTo(opened)
-        .boundedTo(roomFor(*this));
+    const QWidget* content = static_cast<QScrollArea*>(centralWidget())->widget();
+    const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height() +
+                     findChild<QToolBar*>("tb_Main")->sizeHint().height();
+    const int width = std::max(content->minimumSizeHint().width() + spare, opened.width());
+    // Captions that fold make the least width the highest.
+    const int height = content->layout()->totalHeightForWidth(width) + bars;
+    return QSize(width, std::max(height, opened.height())).boundedTo(roomFor(*this));
 }
 
 /// The icons are as large as usual where the window has room for all of them, else as large as it has.
