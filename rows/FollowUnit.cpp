@@ -61,7 +61,7 @@ class Following {
     /// Of the entry by which the nominal unit has changed.
     std::string_view columnOfUnit() const {
         const bool byNominal = named_.has(Entry::Nominal) && !named_[Entry::Nominal].unit.empty();
-        return byNominal ? "column nominal: " : "column unit: ";
+        return byNominal ? "nominal" : "unit";
     }
 
     /// Its part of the reading stays one.

@@ -102,7 +102,7 @@ class Putting {
         const bool place = info.kind == EntryKind::Length || info.kind == EntryKind::Limit;
         return units_.inNominal(value.number, value.unit, p_.nominalUnit, p_.area,
                                 place ? UnitFactors::Length::Place : UnitFactors::Length::Interval,
-                                "column " + std::string(info.name) + ": ");
+                                info.name);
     }
 
     /// A part of the nominal where the unit is ppm or %.

@@ -185,7 +185,7 @@ void RowTable::process(std::string_view record, RowScratch& scratch, std::string
 
 double RowTable::lengthScale(const TestPoint& point) const {
     if (lengthUnit_.empty() || point.nominalUnit.empty() || point.nominalUnit == lengthUnit_) return 1;
-    return units_.factor(point.nominalUnit, lengthUnit_, point.area, "column nominal: ");
+    return units_.factor(point.nominalUnit, lengthUnit_, point.area, "nominal");
 }
 
 /// Figures and message are in the scratch.

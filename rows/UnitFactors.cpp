@@ -15,6 +15,11 @@ namespace metrisk {
 
 namespace {
 
+/// Before what is told of a cell; empty without a column.
+std::string ofColumn(std::string_view column) {
+    return column.empty() ? "" : "column " + std::string(column) + ": ";
+}
+
 struct Prefix {
     std::string_view symbol;
     double factor;
@@ -79,7 +84,7 @@ UnitFactors::UnitFactors(const std::vector<AreaContent>& content) {
 
 /// A thread keeps the last ones: a table has few units.
 double UnitFactors::factor(std::string_view nominal, std::string_view unit, std::string_view area,
-                           std::string_view where) const {
+                           std::string_view column) const {
     struct Kept {
         std::size_t of = 0;
         std::string nominal, unit, area;
@@ -90,14 +95,14 @@ double UnitFactors::factor(std::string_view nominal, std::string_view unit, std:
     for (const Kept& one : kept)
         if (one.of == number_ && one.unit == unit && one.nominal == nominal && one.area == area)
             return one.factor;
-    const double factor = found(nominal, unit, area, where);
+    const double factor = found(nominal, unit, area, column);
     kept[oldest] = {number_, std::string(nominal), std::string(unit), std::string(area), factor};
     oldest = (oldest + 1) % kept.size();
     return factor;
 }
 
 double UnitFactors::found(std::string_view nominalText, std::string_view unitText, std::string_view area,
-                          std::string_view where) const {
+                          std::string_view column) const {
     const std::string nominal = plainSymbol(nominalText), unit = plainSymbol(unitText);
     if (nominal == unit) return 1;
     std::optional<double> told;
@@ -116,14 +121,14 @@ double UnitFactors::found(std::string_view nominalText, std::string_view unitTex
         if (!told)
             told = factor, foundIn = one.name;
         else if (std::fabs(factor - *told) > sameFactor * std::fabs(*told))
-            throw RowFault{true, std::string(where) + std::string(unitText) + " may be of area " +
+            throw RowFault{true, ofColumn(column) + std::string(unitText) + " may be of area " +
                                      std::string(foundIn) + " or " + one.name + ": name the area"};
     }
     if (!area.empty() && !areaKnown)
-        throw RowFault{true, (where.empty() ? "no area " : "column area: no area ") + std::string(area)};
+        throw RowFault{true, ofColumn(column.empty() ? "" : "area") + "no area " + std::string(area)};
     if (!told) told = factorByPrefix(nominal, unit);
     if (!told)
-        throw RowFault{true, std::string(where) + std::string(unitText) + " is no unit that " +
+        throw RowFault{true, ofColumn(column) + std::string(unitText) + " is no unit that " +
                                  std::string(nominalText) + " can be told in"};
     return *told;
 }
@@ -134,13 +139,13 @@ const UnitFactors& UnitFactors::shipped() {
 }
 
 double UnitFactors::inNominal(double number, std::string_view unit, std::string_view nominal,
-                              std::string_view area, Length kind, std::string_view where) const {
+                              std::string_view area, Length kind, std::string_view column) const {
     if (unit.empty() || unit == nominal) return number;
     if (nominal.empty())
-        throw RowFault{true, std::string(where) + std::string(unit) + " needs a unit of the nominal"};
-    const double of = factor(nominal, unit, area, where);
+        throw RowFault{true, ofColumn(column) + std::string(unit) + " needs a unit of the nominal"};
+    const double of = factor(nominal, unit, area, column);
     if (kind == Length::Place && isTemperature(unit) && plainSymbol(unit) != plainSymbol(nominal))
-        throw RowFault{true, std::string(where) + "a temperature must be in the unit of the nominal"};
+        throw RowFault{true, ofColumn(column) + "a temperature must be in the unit of the nominal"};
     return checked(number / of);
 }
 

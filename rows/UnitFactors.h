@@ -23,16 +23,16 @@ class UnitFactors {
 
     /// Cell units per nominal unit: a number in `unit` is the entry number / factor. Looked up in the area if
     /// one is named, else in every area that has both; a unit that is not there may be an SI prefix before
-    /// the nominal's own. Raises RowFault where there is no such factor, or areas disagree; `where`, as in
-    /// "column tol: ", goes before what is told of the unit.
+    /// the nominal's own. Raises RowFault where there is no such factor, or areas disagree; what is told of
+    /// the unit begins with the column, if it is named.
     double factor(std::string_view nominal, std::string_view unit, std::string_view area,
-                  std::string_view where = {}) const;
+                  std::string_view column = {}) const;
 
     enum class Length { Place, Interval }; // on the scale, as a limit or a reading; or a width
     /// A length in nominal units. Raises RowFault as well where there is no unit of the nominal, and for a
     /// place of temperature in another unit, since factors are of intervals.
     double inNominal(double number, std::string_view unit, std::string_view nominal, std::string_view area,
-                     Length kind, std::string_view where = {}) const;
+                     Length kind, std::string_view column = {}) const;
 
     /// Units of temperature, of which limits are no intervals.
     bool isTemperature(std::string_view unit) const;
@@ -47,7 +47,7 @@ class UnitFactors {
         std::vector<Unit> units;
     };
     double found(std::string_view nominal, std::string_view unit, std::string_view area,
-                 std::string_view where) const;
+                 std::string_view column) const;
 
     std::vector<Area> areas_;
     std::size_t number_; // tells it from any other, for what threads remember
