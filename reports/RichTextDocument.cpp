@@ -170,6 +170,8 @@ void RichTextDocument::Table(std::string_view markup) {
     if (const double room = textWidth() - IndentLeft; table.width() > room)
         for (const double share = room / table.width(); TableColumn & column : table.columns)
             column.width *= share;
+    if (CurrentY > placedY_ && afterHeading_) // of an empty line as high as that
+        bytes_ += "\\pard\\plain\\keepn\\fs2\\sl-" + number(CurrentY - placedY_) + "\\slmult0 \\par\n";
     afterHeading_ = false;
     for (const auto& row : table.rows) {
         bytes_ += "\\trowd\\trgaph0\\trkeep" + std::string(FontBold ? "\\trhdr" : "") + "\\trrh" +

@@ -19,6 +19,7 @@ namespace {
 constexpr double normalTop = 1440; // margin with which the body starts at firstLine
 constexpr double firstLine = 1080;
 constexpr double indent = 360;
+constexpr double belowHeading = 68; // with a row of 262 it is 330
 constexpr const char* twoColumns = "<5200|<3600;";
 constexpr double resultsHeight = 2300; // with the rule and the heading
 constexpr double signerHeight = 360 + 4 * 280;
@@ -73,6 +74,7 @@ void block(Composition& c, double size, const char* heading) {
     c.document.Text(heading);
     c.style(10, false);
     c.document.IndentLeft = indent;
+    c.document.CurrentY += belowHeading;
 }
 
 /// That of a unit under test or in use.

@@ -156,6 +156,11 @@ void DataEntryScreen::drawPicture(double scale) {
     picture.mean = draft_.Stat_SampleMean[slot_];
     picture.limit = draft_.Stat_tStatistic[slot_] * draft_.Stat_SampleStdDev[slot_] / scale;
     picture.meanText = ErrorCell::readable(picture.mean, panelDecimals, regional);
+    if (picture.values.size() < 2) {
+        pic_Samples.text = "Two samples at least make a histogram";
+        pic_Samples.draw({});
+        return;
+    }
     pic_Samples.text = "Histogram of " + std::to_string(picture.values.size()) + " samples, mean " +
                        picture.meanText + ", limits " +
                        ErrorCell::readable(picture.limit, panelDecimals, regional) + " from it";

@@ -22,7 +22,9 @@ void PictureWidget::paintEvent(QPaintEvent*) {
     const QPalette colours = palette();
     PainterSurface surface(painter, size(), colours.color(QPalette::Text), colours.color(QPalette::Base));
     surface.Cls();
-    if (paint_) paint_(surface);
+    if (paint_) return paint_(surface);
+    painter.setPen(colours.color(QPalette::Disabled, QPalette::Text));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, accessibleName());
 }
 
 void PictureWidget::resizeEvent(QResizeEvent* event) {

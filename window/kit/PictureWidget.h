@@ -8,6 +8,7 @@ namespace metrisk {
 
 class DrawingSurface;
 
+/// Without a picture it says in words what there is to say of it.
 class PictureWidget final : public QWidget {
     Q_OBJECT
 
