@@ -106,8 +106,10 @@ class GridTest final : public QObject {
             if (!box || !widget) continue;
             const bool words = box->holds == Holds::Words;
             QVERIFY2(widget->alignment().testFlags(words ? Qt::AlignLeft : Qt::AlignRight), control->name);
+            // What observes is called as its maker likes; its tool tip has the whole.
+            const bool name = QString(control->name).startsWith("ObsID");
             const int text = widget->fontMetrics().horizontalAdvance(widget->text());
-            QVERIFY2(words || !widget->isVisible() || text + margins <= widget->width(),
+            QVERIFY2(name || !widget->isVisible() || text + margins <= widget->width(),
                      qPrintable(example + ": " + called(screen, *widget) + " " + widget->text()));
         }
     }

@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 
 namespace metrisk {
 
@@ -12,7 +13,7 @@ namespace {
 
 constexpr int signSize = 10;
 constexpr int behindSign = 4;
-constexpr int captionLength = 40; // characters; what is longer is running text
+constexpr int captionLength = 60; // characters; what is longer is running text
 
 QColor colourOf(Label::Tone tone, const QPalette& palette) {
     const ColourRoles& roles = rolesFor(palette);
@@ -71,9 +72,9 @@ QSize ToneLabel::sizeHint() const {
     if (terse_ && sign_ != Label::Sign::None) return minimumSizeHint(); // words take what room is left
     const QSize hint = withMnemonic(QLabel::sizeHint()) + QSize(signRoom(), 0);
     // A caption takes a second line only where it must.
-    const int line = fontMetrics().horizontalAdvance(text()) + 2 * margin() + signRoom() + 4;
-    return wordWrap() && line < fontMetrics().averageCharWidth() * captionLength
-               ? QSize(line, fontMetrics().lineSpacing())
+    const QSize unfolded = fontMetrics().size(0, text()) + QSize(2 * margin() + signRoom() + 4, 0);
+    return wordWrap() && unfolded.width() < fontMetrics().averageCharWidth() * captionLength
+               ? QSize(unfolded.width(), std::max(unfolded.height(), fontMetrics().lineSpacing()))
                : hint;
 }
 

@@ -55,8 +55,8 @@ QGroupBox* budget(const WidgetMaker& w) {
             cell->setMinimumWidth(cell->fontMetrics().averageCharWidth() * characters);
         }
     };
-    widen(0, 18);
-    widen(6, 14);
+    widen(0, 20);
+    widen(6, 13);
     for (int row = 1; row <= rowCount; ++row) { // a tick stands in the middle of its column
         grid->setAlignment(grid->itemAtPosition(row, tickColumn)->widget(), Qt::AlignHCenter);
         grid->setRowMinimumHeight(row, rowHeight);
