@@ -17,8 +17,11 @@ namespace metrisk {
 
 namespace {
 
-std::string percent(double fraction) {
-    return shownPercent({fraction, 1 - fraction});
+std::string percent(double fraction, const Regional& regional) {
+    std::string text = shownPercent({fraction, 1 - fraction});
+    if (const std::size_t mark = text.find('.'); mark != text.npos)
+        text.replace(mark, 1, regional.DecimalSymbol);
+    return text;
 }
 
 struct Copied {
@@ -33,13 +36,13 @@ std::pair<std::string, std::string> computed(const Copied& copied) {
     const auto worst = worstCase(*basis, Convention::Producer, wholeRange(*basis));
     if (!worst) return {};
     const auto figure = [&](double value, int digits) { return GeneralText(value, regional, digits); };
-    const std::string line = "At worst " + percent(worst->falseAccept) + " joint (" +
+    const std::string line = "At worst " + percent(worst->falseAccept, regional) + " joint (" +
                              figure(worst->pctInTol, 3) + " % in-tolerance)";
     std::string tip = "Worst joint false accept risk over an unknown % in-tolerance, with these test limits";
     if (basis->subject.pctInTol == 100) tip += "; the search is over normal parameters";
     if (const auto risks = risksOf(*basis))
-        tip += ".\nAs entered: conditional (consumer's) " + percent(risks->consumer) +
-               ", joint (producer's) " + percent(risks->producer);
+        tip += ".\nAs entered: conditional (consumer's) " + percent(risks->consumer, regional) +
+               ", joint (producer's) " + percent(risks->producer, regional);
     const TestRatios ratios = ratiosOf(*basis);
     const DecisionTexts texts = decisionTexts(copied.record, regional, basis->expanded());
     tip += ".\nTUR " + figure(ratios.tur, 3) + " : 1; U = " + texts.width(basis->expanded()) +

@@ -31,7 +31,7 @@ QWidget* layoutStrategies(const WidgetMaker& w) {
     QWidget* content = down({running(w("Lbl_Basis")), targets, table, running(w("Lbl_Worst")),
                              foot({w("cmd_Copy"), w("cmd_Save"), w("cmd_Send"), w("cmd_Close")})});
     static_cast<QVBoxLayout*>(content->layout())->setStretch(2, 1);
-    prefer(content, {980, 480});
+    prefer(content, {1080, 480});
     return content;
 }
 
