@@ -1,6 +1,7 @@
 // Tables of cells as widgets, on the sample worksheet and the list of correlations.
 #include "tests/window/support/Desk.h"
 #include "window/kit/CellTable.h"
+#include "window/kit/ColourRoles.h"
 #include "window/kit/SheetView.h"
 
 #include <QAction>
@@ -62,6 +63,12 @@ class TableTest final : public QObject {
                 QCOMPARE(table.currentRow(), 1);
                 type(table, 1, "word");
                 QCOMPARE(table.item(1, 0)->toolTip(), QString("not a number, not counted"));
+                const auto edge = [&](int row) {
+                    const QRect cell = table.visualItemRect(table.item(row, 0));
+                    return table.viewport()->grab().toImage().pixelColor(cell.center().x(), cell.top());
+                };
+                QCOMPARE(edge(1), rolesFor(table.palette()).bad);
+                QVERIFY(edge(0) != edge(1));
                 table.clearSelection();
                 table.setRangeSelected({0, 0, 1, 0}, true);
                 QTest::keyClick(&table, Qt::Key_X, Qt::ControlModifier);

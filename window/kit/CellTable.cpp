@@ -1,13 +1,21 @@
 #include "window/kit/CellTable.h"
 
+#include "window/kit/ColourRoles.h"
 #include "window/kit/HintList.h"
 #include "window/kit/Widgets.h"
 
 #include <QDragEnterEvent>
 #include <QHeaderView>
+#include <QPainter>
 #include <algorithm>
 
 namespace metrisk {
+
+namespace {
+
+constexpr int markedRole = Qt::UserRole; // a cell with a frame, whose tip tells why
+
+} // namespace
 
 CellTable::CellTable(const Table& table) {
     setColumnCount(static_cast<int>(table.headings.size()));
@@ -47,6 +55,7 @@ void CellTable::showCell(int row, int column, const Table::Cell& cell, const QSt
     const QString tip = cell.marked ? markTip : QString();
     if (shown->toolTip() == plainTip(tip)) return;
     shown->setToolTip(plainTip(tip));
+    shown->setData(markedRole, cell.marked);
     shown->setData(Qt::AccessibleTextRole, cell.marked ? QVariant(text + ", " + tip) : QVariant());
     QFont font = shown->font();
     font.setItalic(cell.marked);
@@ -89,6 +98,12 @@ void CellTable::show(const Table& table) {
 
 void CellTable::paintEvent(QPaintEvent* event) {
     CellKeys::paintEvent(event);
+    QPainter painter(viewport());
+    painter.setPen(rolesFor(palette()).bad);
+    for (int row = 0; row < rowCount(); ++row)
+        for (int column = 0; column < columnCount(); ++column)
+            if (const QTableWidgetItem* cell = item(row, column); cell && cell->data(markedRole).toBool())
+                painter.drawRect(visualItemRect(cell).adjusted(0, 0, -1, -1));
     if (rowCount() == 0) paintWhenEmpty(*viewport(), whenEmpty_);
 }
 
