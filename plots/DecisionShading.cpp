@@ -111,9 +111,9 @@ void DecisionShading::drawSample(int entry, double left, double top, double line
 }
 
 /// Its entries below each other in the first corner that is free, else in one line above or below the plot.
-void DecisionShading::drawKey() const {
+void DecisionShading::drawKey(const Regional& regional) const {
     if (!decisions_) return;
-    const auto share = [](double fraction) { return shownPercent({fraction, 1 - fraction}); };
+    const auto share = [&](double fraction) { return shownPercent({fraction, 1 - fraction}, {}, regional); };
     const Entries entries{"falsely accepted " + share(decisions_->falselyAccepted),
                           "falsely rejected " + share(decisions_->falselyRejected), "of all units tested"};
     for (const double size : {8., 7.}) {

@@ -20,7 +20,7 @@ class DecisionShading {
     /// in it is hatched, if the plot has them.
     void fill() const;
     /// What the shading means, where there is room for it; nothing without false decisions.
-    void drawKey() const;
+    void drawKey(const Regional& regional) const;
 
   private:
     struct Column;

@@ -64,7 +64,7 @@ class Drawer {
         if (!statistics()) return plot_.distribution;
         curve();
         roundTicks();
-        shading_.drawKey();
+        shading_.drawKey(regional_);
         return {};
     }
 

@@ -181,7 +181,9 @@ ReadingStrip readingStrip(const Judge& judge, double reading, const Judgement& j
     strip.reading = {share(deviation), "reading " + judge.texts().reading(reading)};
     const Conformance& p = judgement.decision.conformance;
     strip.in = "in " + judgement.conformance;
-    strip.out = p.nonconforming > 0 ? "out " + shownPercent({p.nonconforming, p.conforming}) : "";
+    strip.out = p.nonconforming > 0
+                    ? "out " + shownPercent({p.nonconforming, p.conforming}, {}, judge.texts().regional)
+                    : "";
     return strip;
 }
 

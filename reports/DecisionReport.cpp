@@ -49,7 +49,8 @@ std::string rowsOf(const Composition& c, const Judge& judge, double reading, con
         add("Degrees of Freedom:", freedomText(basis.degFreedom, "#,##0.0", c.regional));
     add("Verdict:", std::string(textOf(decision.verdict)));
     add("Probability of Conformance:", judgement.conformance);
-    if (p.nonconforming > 0) add("Of Nonconformance:", shownPercent({p.nonconforming, p.conforming}));
+    if (p.nonconforming > 0)
+        add("Of Nonconformance:", shownPercent({p.nonconforming, p.conforming}, {}, c.regional));
     return rows;
 }
 

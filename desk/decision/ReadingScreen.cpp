@@ -277,7 +277,7 @@ void ReadingScreen::clear() {
     box_Tolerance.text = limitsText(basis, basis.tolerance(), texts);
     box_Acceptance.text = judge_->acceptance() ? limitsText(basis, *judge_->acceptance(), texts) : "none";
     if (const auto risks = acceptedRisks(*judge_))
-        box_FalseAccept.text = shownPercent({risks->consumer, 1 - risks->consumer});
+        box_FalseAccept.text = shownPercent({risks->consumer, 1 - risks->consumer}, {}, session_.regional);
     box_Uncertainty.text = "u = " + texts.width(basis.sigma) + ", U = " + texts.width(basis.expanded()) +
                            " (k = " + GeneralText(basis.coverage, session_.regional, 4) + ")";
     box_Uncertainty.toolTip = basis.withProcess
@@ -294,8 +294,9 @@ void ReadingScreen::showVerdict() {
                                                  : Label::Tone::Warn;
     Lbl_Why.text = reasonOf(judge_->basis(), decision);
     box_Conforming.text = judgement_->conformance;
-    box_Nonconforming.text =
-        p.nonconforming > 0 ? shownPercent({p.nonconforming, p.conforming}) : std::string("0 %");
+    box_Nonconforming.text = p.nonconforming > 0
+                                 ? shownPercent({p.nonconforming, p.conforming}, {}, session_.regional)
+                                 : std::string("0 %");
     Lbl_Sentence.text = judgement_->sentence;
     for (const std::string& note : judge_->notes()) Lbl_Sentence.text += "\n" + note;
     if (!judgement_->note.empty()) Lbl_Sentence.text += "\n" + judgement_->note;

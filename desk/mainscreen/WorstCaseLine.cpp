@@ -18,10 +18,7 @@ namespace metrisk {
 namespace {
 
 std::string percent(double fraction, const Regional& regional) {
-    std::string text = shownPercent({fraction, 1 - fraction});
-    if (const std::size_t mark = text.find('.'); mark != text.npos)
-        text.replace(mark, 1, regional.DecimalSymbol);
-    return text;
+    return shownPercent({fraction, 1 - fraction}, {}, regional);
 }
 
 struct Copied {

@@ -14,16 +14,16 @@ namespace {
 
 constexpr int mostDecimals = 12;
 
-std::string number(double value, int significant = 6) {
-    return GeneralText(value, {}, significant);
+std::string number(double value, const DecisionTexts& texts, int significant = 6) {
+    return GeneralText(value, texts.regional, significant);
 }
 
 std::string outcomesText(int outcomes) {
     return outcomes == 2 ? "two outcomes" : outcomes == 3 ? "three outcomes" : "four outcomes";
 }
 
-std::string multipleOfU(double multiple) {
-    return multiple == 1 ? "U" : number(multiple) + " U";
+std::string multipleOfU(double multiple, const DecisionTexts& texts) {
+    return multiple == 1 ? "U" : number(multiple, texts) + " U";
 }
 
 } // namespace
@@ -66,12 +66,13 @@ std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, c
         return "simple acceptance with u at most " + texts.width(rule.value) + " (JCGM 106 8.2, " + outcomes +
                ")";
     case RuleKind::LeastRatio:
-        return "simple acceptance with a ratio of tolerance to U of at least " + number(rule.value) +
+        return "simple acceptance with a ratio of tolerance to U of at least " + number(rule.value, texts) +
                " : 1 (ASME B89.7.3.1, " + outcomes + ")";
-    case RuleKind::Guard: return guard(multipleOfU(rule.value), rule.value * basis.expanded(), "ILAC-G8");
+    case RuleKind::Guard:
+        return guard(multipleOfU(rule.value, texts), rule.value * basis.expanded(), "ILAC-G8");
     case RuleKind::Iso14253: {
         const double factor = upperQuantile(0.05, basis.degFreedom);
-        return guard(number(factor, 4) + " u", factor * basis.sigma, "ISO 14253-1:2017");
+        return guard(number(factor, texts, 4) + " u", factor * basis.sigma, "ISO 14253-1:2017");
     }
     case RuleKind::Rss: return guard("d - sqrt(d^2 - U^2)", rssWidth(basis), "RSS");
     case RuleKind::ManagedRisk:
@@ -79,14 +80,15 @@ std::string ruleSentence(const DecisionRule& rule, const DecisionBasis& basis, c
     case RuleKind::Analysis: return "test limits of the analysis (" + outcomes + ")";
     case RuleKind::Conformance: break;
     }
-    return "probability of conformance at least " + number(100 * rule.value) + " % (JCGM 106, " + outcomes +
-           ")";
+    return "probability of conformance at least " + number(100 * rule.value, texts) + " % (JCGM 106, " +
+           outcomes + ")";
 }
 
-std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior) {
+std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior,
+                             const Regional& regional) {
     if (prior && prior->subject.distribution == Distribution::Uniform) return "100 %";
     const bool byLevel = rule.kind == RuleKind::Conformance;
-    return shownPercent(decision.conformance, byLevel ? std::optional(rule.value) : std::nullopt);
+    return shownPercent(decision.conformance, byLevel ? std::optional(rule.value) : std::nullopt, regional);
 }
 
 std::string decisionSentence(const DecisionBasis& basis, double reading, const DecisionRule& rule,
@@ -94,25 +96,26 @@ std::string decisionSentence(const DecisionBasis& basis, double reading, const D
                              const DecisionPrior* prior, const DecisionTexts& texts) {
     const double content = coverageContent(basis.coverage, basis.degFreedom);
     const std::string limits = basis.twoSided() ? "limits " : "limit ";
-    std::string text = "Reading " + texts.reading(reading) + "; " + limits +
-                       limitsText(basis, basis.tolerance(), texts) +
-                       "; U = " + texts.width(basis.expanded()) + " (k = " + number(basis.coverage, 3) +
-                       ", " + shownPercent({content, 1 - content});
-    if (basis.degFreedom > 0) text += ", " + number(basis.degFreedom, 4) + " degrees of freedom";
+    std::string text =
+        "Reading " + texts.reading(reading) + "; " + limits + limitsText(basis, basis.tolerance(), texts) +
+        "; U = " + texts.width(basis.expanded()) + " (k = " + number(basis.coverage, texts, 3) + ", " +
+        shownPercent({content, 1 - content}, {}, texts.regional);
+    if (basis.degFreedom > 0) text += ", " + number(basis.degFreedom, texts, 4) + " degrees of freedom";
     text += "). Decision rule: " + ruleSentence(rule, basis, texts) + "; ";
     const bool anyPasses = acceptance && acceptance->lower <= acceptance->upper;
     text +=
         anyPasses ? "acceptance " + limits + limitsText(basis, *acceptance, texts) : "no reading can pass";
     text += ". Verdict: " + std::string(textOf(decision.verdict)) + ". Probability of conformance " +
-            shownConformance(decision, rule, prior);
+            shownConformance(decision, rule, prior, texts.regional);
     if (prior) text += " with prior: " + prior->name;
     const Conformance& c = decision.conformance;
     const bool certain = prior && prior->subject.distribution == Distribution::Uniform;
     if (passes(decision.verdict))
         text += "; risk that a nonconforming item is passed " +
-                (certain ? "0 %" : shownPercent({c.nonconforming, c.conforming}));
+                (certain ? "0 %" : shownPercent({c.nonconforming, c.conforming}, {}, texts.regional));
     else if (fails(decision.verdict))
-        text += "; risk that a conforming item is failed " + shownConformance(decision, rule, prior);
+        text += "; risk that a conforming item is failed " +
+                shownConformance(decision, rule, prior, texts.regional);
     return text + ".";
 }
 

@@ -1,6 +1,7 @@
 // A decision in one sentence for a certificate: result, limits and rule, as ISO/IEC 17025 7.8.6.2 asks.
 #pragma once
 
+#include "base/Regional.h"
 #include "risk/decision/Decide.h"
 
 #include <functional>
@@ -15,7 +16,8 @@ struct DecisionTexts {
     std::function<std::string(double width)> width;     // of U and of guard bands, their unit behind it
     /// A limit in nominal units without its unit, rounded inwards: an upper one down, a lower one up.
     std::function<std::string(double limit, bool upper)> limit;
-    std::string unit{}; // of limits
+    std::string unit{};  // of limits
+    Regional regional{}; // of all other numbers
 };
 
 /// Decimals behind the mark with which limits in nominal units are shown: those of the pictures that are
@@ -39,7 +41,8 @@ struct DecisionPrior {
 
 /// The probability as it is shown: of a population that is all in tolerance, which no reading can change, 100
 /// %.
-std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior);
+std::string shownConformance(const Decision& decision, const DecisionRule& rule, const DecisionPrior* prior,
+                             const Regional& regional);
 
 /// `acceptance` are the limits as deviations from the mode, none where nothing can pass; `prior` is null for
 /// none.

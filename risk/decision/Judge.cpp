@@ -41,7 +41,8 @@ Result<Judgement> Judge::judge(double reading) const {
     const DecisionPrior* named = prior_ ? &*prior_ : nullptr;
     const auto decision = decide(basis_, reading, rule_, population());
     if (!decision) return decision.refusal();
-    Judgement judgement{*decision, acceptance_, shownConformance(*decision, rule_, named), {}, {}};
+    Judgement judgement{
+        *decision, acceptance_, shownConformance(*decision, rule_, named, texts_.regional), {}, {}};
     judgement.sentence = decisionSentence(basis_, reading, rule_, *decision, acceptance_, named, texts_);
     const Interval tolerance = basis_.tolerance();
     const bool outside = decision->deviation < tolerance.lower || decision->deviation > tolerance.upper;

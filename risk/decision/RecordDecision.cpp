@@ -46,7 +46,8 @@ DecisionTexts decisionTexts(const Analysis& record, const Regional& regional, do
                     return FormatNumber(inwards(limit, decimals, upper), PictureForDecimals(decimals),
                                         regional);
                 },
-            .unit = units};
+            .unit = units,
+            .regional = regional};
 }
 
 Result<DecisionPrior> populationPrior(const DecisionBasis& basis) {

@@ -24,15 +24,21 @@ bool reads(const std::string& text, double pct, int decimals) {
 
 } // namespace
 
-std::string shownPercent(const Conformance& probability, std::optional<double> level) {
+std::string shownPercent(const Conformance& probability, std::optional<double> level,
+                         const Regional& regional) {
+    const auto marked = [&](std::string text) {
+        if (const auto mark = text.find('.'); mark != text.npos)
+            text.replace(mark, 1, regional.DecimalSymbol);
+        return text + " %";
+    };
     const double p = probability.conforming;
     if (p < least) return "< 1e-30";
-    if (probability.nonconforming < nearCertain) return "> 99.99999999 %";
+    if (probability.nonconforming < nearCertain) return marked("> 99.99999999");
     for (int decimals = 2;; ++decimals) {
         const std::string text = fixedText(100 * p, decimals);
         const bool misread = reads(text, 0, decimals) || reads(text, 100, decimals) ||
                              (level && p != *level && reads(text, 100 * *level, decimals));
-        if (!misread || decimals == mostDecimals) return text + " %";
+        if (!misread || decimals == mostDecimals) return marked(text);
     }
 }
 

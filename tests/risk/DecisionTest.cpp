@@ -170,6 +170,7 @@ TEST(Decisions, KeepTheDigitsOfSmallProbabilities) {
     EXPECT_EQ(shownPercent({1e-31, 1}), "< 1e-30");
     EXPECT_EQ(shownPercent({0, 1}), "< 1e-30"); // no digits are left of it
     EXPECT_EQ(shownPercent({0.8849, 0.1151}), "88.49 %");
+    EXPECT_EQ(shownPercent({0.8849, 0.1151}, {}, {.DecimalSymbol = ","}), "88,49 %");
 }
 
 TEST(Decisions, AreWrittenForACertificate) {
