@@ -106,8 +106,6 @@ void addObserved(const Arguments& program, Command& chosen) {
         if (options->equalize) options->known.guardbands = GuardbandUse::Equalize;
         if (options->ignore) options->known.guardbands = GuardbandUse::Ignore;
         if (options->use) options->known.guardbands = GuardbandUse::Use;
-        for (std::string* share : {&options->known.truePct, &options->known.observedPct})
-            *share = withoutPercentSign(*share);
         chosen = [options] { return observed(*options); };
     });
 }

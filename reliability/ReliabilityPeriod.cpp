@@ -117,4 +117,10 @@ std::optional<PeriodReliability> periodReliability(int model, const Coefficients
     });
 }
 
+bool falls(const PeriodReliability& p) {
+    constexpr double rounding = 1e-9; // of a mean beside the ends of its period
+    return p.bop <= 1 + rounding && p.aop <= p.bop + rounding && p.eop <= p.aop + rounding &&
+           p.eop >= -rounding;
+}
+
 } // namespace metrisk

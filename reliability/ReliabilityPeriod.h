@@ -17,6 +17,9 @@ struct PeriodReliability {
 /// Raises RuntimeFault.
 std::optional<PeriodReliability> periodReliability(int model, const Coefficients& theta, double interval);
 
+/// Whether they are reliabilities: none above 1, the next never above the last, but for rounding.
+bool falls(const PeriodReliability& period);
+
 /// The mean over the period of R(t)/a of the Weibull model, x = 1/c > -1 and l = (b T)^c > 0: by Kummer's
 /// transformation of its series (Abramowitz and Stegun 6.5.12, 13.1.27), whose terms are all positive, and
 /// for a large l by the incomplete gamma function (6.5.22). Raises RuntimeFault.

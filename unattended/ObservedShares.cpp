@@ -1,10 +1,12 @@
 #include "unattended/ObservedShares.h"
 
-#include "base/NumberText.h"
 #include "base/Text.h"
 #include "desk/compute/ObservedPct.h"
 #include "desk/compute/ObservingUnit.h"
 #include "risk/observed/ObservingEntries.h"
+#include "rows/Cell.h"
+
+#include <cmath>
 
 namespace metrisk {
 
@@ -19,8 +21,14 @@ bool convert(AnalysisRun& run, const KnownShare& known, GuardbandUse use) {
     if (anotherUnitObserves(run.record) &&
         !withReason(run, "no fit", [&] { return FitObservingUnit(run.session); }))
         return false;
-    const std::string& text = known.isTrue() ? known.truePct : known.observedPct;
-    const double pct = ParseValue(text, run.session.regional);
+    const std::string& given = known.isTrue() ? known.truePct : known.observedPct;
+    const auto read = percentCellOf(given);
+    if (!read || !std::isfinite(*read)) {
+        tell(run.ui, {"\"" + given + "\" is not a percentage.", "Not Computed"});
+        return false;
+    }
+    const std::string text(trimmedCell(given.substr(0, given.find('%'))));
+    const double pct = *read;
     if (known.isTrue() && !(pct >= 0 && pct <= 100)) {
         tell(run.ui, {"The true % in-tolerance must be from 0 to 100.", "Not Computed"});
         return false;

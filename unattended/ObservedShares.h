@@ -10,7 +10,7 @@
 
 namespace metrisk {
 
-/// The share that is known: one of the two texts, in percent without the sign.
+/// The share that is known: one of the two texts, in percent with or without the sign.
 struct KnownShare {
     std::string truePct{};
     std::string observedPct{};

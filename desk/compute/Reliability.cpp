@@ -9,8 +9,6 @@ namespace metrisk {
 
 namespace {
 
-constexpr double rounding = 1e-9; // of a mean beside the ends of its period
-
 void refuse(Session& session, const Message& message) {
     tell(session.ui, message);
     session.record.AbortFlag = true;
@@ -26,11 +24,6 @@ auto unlessFaulty(Session& session, Work work) -> std::optional<decltype(work())
         session.record.AbortFlag = true;
         return std::nullopt;
     }
-}
-
-bool falls(const PeriodReliability& p) {
-    return p.bop <= 1 + rounding && p.aop <= p.bop + rounding && p.eop <= p.aop + rounding &&
-           p.eop >= -rounding;
 }
 
 } // namespace

@@ -253,7 +253,7 @@ PYBIND11_MODULE(_analysis, module) {
         .def("report", &Record::report)
         .def("messages", &Record::messages);
     module.def("field_columns", &fieldColumns);
-    module.def("file_name", [](const std::string& path) { return NormalizeAnalysisName(path); });
+    module.def("file_name", [](const std::string& path) { return py::bytes(NormalizeAnalysisName(path)); });
     module.def("write", &writeNew);
     module.def("report_sections",
                [] { return std::vector<std::string>(reportSections().begin(), reportSections().end()); });

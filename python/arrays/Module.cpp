@@ -4,6 +4,7 @@
 #include "persistence/AnalysisContent.h"
 #include "persistence/NewAnalysis.h"
 #include "python/arrays/PointArrays.h"
+#include "reliability/ReliabilityInterval.h"
 #include "reliability/ReliabilitySolution.h"
 #include "risk/BaselineModel.h"
 #include "rows/Entries.h"
@@ -107,7 +108,8 @@ py::dict compute(const py::list& given, std::size_t size, const std::string& wan
                  const std::string& counts, const std::optional<std::string>& templateBytes,
                  unsigned threads) {
     const auto read = wantOf(wanted);
-    if (const auto* wrong = std::get_if<std::string>(&read)) throw py::value_error("want: " + *wrong);
+    if (const auto* wrong = std::get_if<std::string>(&read))
+        throw py::value_error(wrong->substr(wrong->find_first_not_of('-')));
     const Want& want = std::get<Want>(read);
     const auto countsAs = countsAsNamed(counts);
     if (!countsAs) throw py::value_error("counts: estimate, lower, median or observed");
@@ -252,8 +254,9 @@ int modelNumber(int model) {
 
 /// R(0), the mean over the interval, and R(interval).
 py::tuple reliabilityOver(int model, double interval, double a, double b, double c) {
+    if (!std::isfinite(interval)) throw py::value_error("a finite interval is wanted");
     const auto period = periodReliability(modelNumber(model), {a, b, c}, interval);
-    if (!period) throw py::value_error("the model has no reliability there");
+    if (!period || !falls(*period)) throw py::value_error(std::string(illDefinedReliability.text));
     return py::make_tuple(period->bop, period->aop, period->eop);
 }
 

@@ -1,6 +1,6 @@
 # Made by python/tools/stub.py from the table of entries.
 import os
-from collections.abc import Iterable, Iterator, Mapping, Sequence
+from collections.abc import Iterable, Iterator, Mapping
 from typing import Any, Literal
 
 import numpy as np
@@ -12,7 +12,7 @@ __all__: list[str]
 _Numbers = npt.ArrayLike | None
 _Texts = str | npt.ArrayLike | None
 _Template = str | bytes | os.PathLike[str] | Analysis | None
-_Path = str | os.PathLike[str]
+_Path = str | bytes | os.PathLike[str] | os.PathLike[bytes]
 _Guardbands = Literal["use", "ignore", "equalize"] | None
 
 class MetriskError(ValueError):
@@ -362,10 +362,12 @@ def baseline(
 def reliability(model: int, interval: float, a: float, b: float, c: float = ...) -> dict[str, float]: ...
 def solve_reliability(model: int, interval: float, bop: float, aop: float, eop: float) -> dict[str, Any]: ...
 def reliability_models() -> dict[int, tuple[str, str]]: ...
-class FieldArray(Sequence[Any]):
+class FieldArray:
     def __getitem__(self, index: Any) -> Any: ...
     def __setitem__(self, index: int | tuple[int, ...], value: Any) -> None: ...
     def __len__(self) -> int: ...
+    def __iter__(self) -> Iterator[Any]: ...
+    def __reversed__(self) -> Iterator[Any]: ...
     def tolist(self) -> list[Any]: ...
 
 class _Load:

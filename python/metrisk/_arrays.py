@@ -60,8 +60,16 @@ class Result(Mapping):
 
     def message(self, index=()) -> str:
         """What is told of that element; empty if nothing is."""
-        place = _np.ravel_multi_index(index, self.status.shape) if isinstance(index, tuple) and index else index
-        return self._messages.get(int(place or 0), "")
+        shape = self.status.shape
+        indices = (index if isinstance(index, tuple) else (index,)) or (0,) * len(shape)
+        if len(indices) != len(shape):
+            raise IndexError(f"{len(shape)} indices are wanted")
+        place = 0
+        for i, length in zip(indices, shape):
+            if not -length <= i < length:
+                raise IndexError(f"no element {index}")
+            place = place * length + i % length
+        return self._messages.get(int(place), "")
 
     def messages(self) -> dict:
         """The messages of all elements that are not ok, by their indices."""
@@ -109,6 +117,8 @@ def _numbers(name: str, value) -> _np.ndarray:
 
 
 def _codes(name: str, value) -> tuple[_np.ndarray, list[str]]:
+    if isinstance(value, _np.ma.MaskedArray):
+        value = _np.where(_np.ma.getmaskarray(value), None, value.data)
     data = _np.asarray(value, dtype=object)
     codes = _np.empty(data.shape, dtype=_np.int32)
     texts: dict[str, int] = {}
@@ -182,7 +192,7 @@ def risks(*, want=("risks", "tur"), template=None, threads=0, errors="nan", coun
     """
     if errors not in ("nan", "raise"):
         raise ValueError('errors: "nan" or "raise"')
-    if isinstance(threads, bool) or not isinstance(threads, int) or threads < 0:
+    if isinstance(threads, bool) or not isinstance(threads, int) or not 0 <= threads < 2**31:
         raise ValueError("threads: a whole number, 0 for as many as there are cores")
     wanted = want if isinstance(want, str) else ",".join(want)
     arrays, texts = _arrays_of(columns)
@@ -220,9 +230,10 @@ def risks(*, want=("risks", "tur"), template=None, threads=0, errors="nan", coun
 def _with_word(word: str, columns: dict) -> Result:
     want = columns.pop("want", ("risks", "tur"))
     words = want.split(",") if isinstance(want, str) else list(want)
-    if word.partition(":")[0] not in (each.partition(":")[0] for each in words):
-        words.append(word)
-    return risks(want=words, **columns)
+    for each in words:
+        if each.strip().partition(":")[0] == word.partition(":")[0] and each.strip() != word:
+            raise ValueError(f"{each.strip()} is wanted beside {word}")
+    return risks(want=words if word in words else [*words, word], **columns)
 
 
 def ratio(**columns) -> Result:

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import json
 import os
-from collections.abc import Iterator, Mapping, Sequence
+from collections.abc import Iterator, Mapping
 
 from . import _analysis
 from ._errors import MetriskError
@@ -26,7 +26,7 @@ def _text(name: str, value) -> str:
     raise TypeError(f"{name}: a number, a text or a flag is wanted, not {type(value).__name__}")
 
 
-class FieldArray(Sequence):
+class FieldArray:
     """An array field of an analysis, or a row of one; counted from where the record counts, mostly from 1."""
 
     __slots__ = ("_analysis", "_name", "_ranges")
@@ -64,6 +64,9 @@ class FieldArray(Sequence):
     def __iter__(self) -> Iterator:
         first, last = self._ranges[0]
         return (self[i] for i in range(first, last + 1))
+
+    def __reversed__(self) -> Iterator:
+        return reversed(list(self))
 
     def __eq__(self, other) -> bool:
         if isinstance(other, FieldArray):
@@ -110,10 +113,10 @@ class Analysis:
 
         Raises OSError where the file cannot be opened and MetriskError where it is no analysis.
         """
-        name = os.path.abspath(os.fspath(path))
+        name = _full(path)
         with open(name, "rb"):
             pass
-        if not self._record.load(name):
+        if not self._record.load(os.fsencode(name)):
             raise self._refusal()
         return self
 
@@ -137,7 +140,7 @@ class Analysis:
         return json.loads(self._record.json())
 
     def to_bytes(self) -> bytes:
-        """The content of its file; without figures that no longer stand."""
+        """The content of its file, as ``save`` writes it."""
         return self._record.bytes()
 
     def save(self, path, force: bool = False) -> str:
@@ -145,7 +148,7 @@ class Analysis:
 
         Raises FileExistsError where there is one already and ``force`` does not replace it, and OSError.
         """
-        name = _analysis.file_name(os.path.abspath(os.fspath(path)))
+        name = os.fsdecode(_analysis.file_name(os.fsencode(_full(path))))
         _write(name, self.to_bytes(), force)
         return name
 
@@ -188,7 +191,7 @@ class Analysis:
             raise ValueError('guardbands: "use", "ignore" or "equalize"')
         if guardbands == "equalize" and true is None:
             raise ValueError("guardbands are equalized for a true % in-tolerance")
-        texts = ["" if each is None else _text("percentage", each).rstrip("% ") for each in (true, observed)]
+        texts = ["" if each is None else _text("percentage", each) or " " for each in (true, observed)]
         figures = self._record.observed(*texts, guardbands or "")
         if figures is None:
             raise self._refusal()
@@ -211,12 +214,12 @@ class Analysis:
             raise ValueError("the section decision and a reading go together")
         if paper not in ("a4", "letter"):
             raise ValueError('paper: "a4" or "letter"')
-        name = os.path.abspath(os.fspath(path))
+        name = _full(path)
         if not name.lower().endswith((".pdf", ".doc", ".htm")):
             raise ValueError("a report ends in .pdf, .doc or .htm")
         measured = None if reading is None else _text("reading", reading)
         letter = paper == "letter"
-        content = self._record.report(name, chosen, measured, rule, bool(prior), str(k), font, organization, letter)
+        content = self._record.report(os.fsencode(name), chosen, measured, rule, bool(prior), str(k), font, organization, letter)
         if content is None:
             raise self._refusal()
         _write(name, content, force)
@@ -317,7 +320,11 @@ def _restored(text: str) -> Analysis:
     return made
 
 
+def _full(path) -> str:
+    return os.path.abspath(os.fsdecode(os.fspath(path)))
+
+
 def _write(name: str, content: bytes, force: bool) -> None:
-    error = _analysis.write(name, content, bool(force))
+    error = _analysis.write(os.fsencode(name), content, bool(force))
     if error:
         raise OSError(error, os.strerror(error), name)

@@ -51,8 +51,8 @@ def observed(*, true=None, observed=None, guardbands=None, template=None, errors
         try:
             if share is None:
                 raise MetriskError((), f"no {known} % in-tolerance")
-            if not base.SU_PctInTol:
-                entries.setdefault("su_pct", share if 0 < share < 100 else _ANY_PCT)
+            if not base.SU_PctInTol and not {"su_pct", "passed", "tested"} & entries.keys():
+                entries["su_pct"] = share if 0 < share < 100 else _ANY_PCT
             found = base.copy().entries(**entries).observed(**{known: share}, guardbands=guardbands)
         except MetriskError as fault:
             text = f"{fault.title}: {fault.text}" if fault.title else fault.text

@@ -8,6 +8,11 @@ from . import _metrisk
 from ._arrays import _numbers
 
 
+def _check_model(model) -> None:
+    if isinstance(model, bool) or not isinstance(model, int):
+        raise TypeError("model: its number in reliability_models()")
+
+
 def _producer(convention: str) -> bool:
     if convention not in ("consumer", "producer"):
         raise ValueError('convention: "consumer" or "producer"')
@@ -34,6 +39,7 @@ def reliability(model: int, interval: float, a: float, b: float, c: float = 0.0)
 
     ``reliability_models()`` lists the models; the interval is in the unit of time of the coefficients.
     """
+    _check_model(model)
     return dict(zip(("bop", "aop", "eop"), _metrisk.reliability(model, interval, a, b, c)))
 
 
@@ -42,6 +48,7 @@ def solve_reliability(model: int, interval: float, bop: float, aop: float, eop: 
 
     ``questionable`` tells that the form of the model may not suit them.
     """
+    _check_model(model)
     a, b, c, sound = _metrisk.solve_reliability(model, interval, bop, aop, eop)
     return {"a": a, "b": b, "c": c, "questionable": not sound}
 

@@ -11,7 +11,7 @@ ENTRIES = [each for each in _metrisk.entry_columns() if each["name"] not in ("ar
 HEAD = '''\
 # Made by python/tools/stub.py from the table of entries.
 import os
-from collections.abc import Iterable, Iterator, Mapping, Sequence
+from collections.abc import Iterable, Iterator, Mapping
 from typing import Any, Literal
 
 import numpy as np
@@ -23,7 +23,7 @@ __all__: list[str]
 _Numbers = npt.ArrayLike | None
 _Texts = str | npt.ArrayLike | None
 _Template = str | bytes | os.PathLike[str] | Analysis | None
-_Path = str | os.PathLike[str]
+_Path = str | bytes | os.PathLike[str] | os.PathLike[bytes]
 _Guardbands = Literal["use", "ignore", "equalize"] | None
 
 class MetriskError(ValueError):
@@ -56,10 +56,12 @@ def reliability_models() -> dict[int, tuple[str, str]]: ...
 
 
 ANALYSIS = '''\
-class FieldArray(Sequence[Any]):
+class FieldArray:
     def __getitem__(self, index: Any) -> Any: ...
     def __setitem__(self, index: int | tuple[int, ...], value: Any) -> None: ...
     def __len__(self) -> int: ...
+    def __iter__(self) -> Iterator[Any]: ...
+    def __reversed__(self) -> Iterator[Any]: ...
     def tolist(self) -> list[Any]: ...
 
 class _Load:

@@ -46,7 +46,7 @@ class Files(unittest.TestCase):
                 self.assertEqual(metrisk.Analysis.from_dict(a.to_dict()), a)
                 a = metrisk.Analysis.load(path).set(SU_Description="Ä", MTE_PctInTol=91)
                 ours, theirs = os.path.join(folder, "ours.mrk"), os.path.join(folder, "theirs.mrk")
-                self.assertEqual(a.save(ours[:-4], force=True), ours)
+                self.assertEqual(a.save(ours[:-4].encode(), force=True), ours)
                 command("set", path, "SU_Description=Ä", "MTE_PctInTol=91", "-o", theirs, "--force")
                 self.assertEqual(read(ours), read(theirs))
                 self.assertRaises(FileExistsError, a.save, ours)
@@ -87,6 +87,8 @@ class Entries(unittest.TestCase):
 
     def test_of_arrays_of_shares(self):
         entries = {**ENTRIES, "su_pct": None, "mte_u": [[0.1], [0.2]]}
+        counted = metrisk.observed(true=90, passed=19, tested=20, **{**ENTRIES, "su_pct": None})
+        self.assertEqual(counted.message(), "")
         shares = np.array([80, 95, np.nan, 100.5])
         result = metrisk.observed(true=shares, **entries)
         self.assertEqual(result.status.tolist(), [[0, 0, 2, 2]] * 2)
@@ -104,6 +106,7 @@ class Entries(unittest.TestCase):
         a.Rel_BOP = [0.5, 0.25]
         a.Rel_BOP[1] = np.float64(0.75)
         self.assertEqual((a.Rel_BOP, a["Rel_BOP[1]"], len(a.Rel_BOP)), ([0.5, 0.75], 0.75, 2))
+        self.assertEqual(list(reversed(a.Rel_BOP)), [0.75, 0.5])
         self.assertEqual(a.CorrelationMatrix[1, 2], a.CorrelationMatrix[1][2])
         self.assertIn("SU_Mode", dir(a))
 
@@ -131,6 +134,7 @@ class Entries(unittest.TestCase):
             (FileNotFoundError, lambda: metrisk.Analysis.load("nothing.mrk")),
             (metrisk.MetriskError, lambda: metrisk.Analysis().compute()),
             (ValueError, lambda: a.compute(k="much")),
+            *((metrisk.MetriskError, lambda x=x: a.observed(true=x)) for x in ("9o", "93,5", "", True, np.nan, np.inf)),
             (ValueError, lambda: a.report("r.pdf", "decision")),
             (ValueError, lambda: a.report("r.txt")),
         ):

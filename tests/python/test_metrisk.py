@@ -144,11 +144,19 @@ class Arguments(unittest.TestCase):
             lambda: metrisk.guardband(fa=2, **self.good),
             lambda: metrisk.baseline(0),
             lambda: metrisk.baseline(4, convention="both"),
+            lambda: metrisk.guardband(fa=0.01, want="guardband:fa=2%", **self.good),
             lambda: metrisk.reliability(99, 1, 1, 1),
+            lambda: metrisk.reliability(3, 12, 99, 0.01, 1.2),
+            lambda: metrisk.reliability(3, float("inf"), 1, 0.01, 1.2),
             lambda: metrisk.solve_reliability(3, 12, 2, 3, 4),
         ):
             with self.assertRaises(ValueError):
                 call()
+
+    def test_masked_texts_name_nothing(self):
+        sided = np.ma.array(["upper", "two"], mask=[True, False])
+        result = metrisk.risks(sided=sided, **self.good)
+        self.assertEqual(result.FalseAccept[0], result.FalseAccept[1])
 
     def test_elements_that_are_refused_have_no_figures(self):
         result = metrisk.risks(**{**self.good, "su_pct": [[95, 0], [120, np.nan]]}, want="risks,fit")
