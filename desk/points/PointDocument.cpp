@@ -24,7 +24,11 @@ std::optional<std::string> nameToSave(FileChooser* files, const PointDesk& desk)
 } // namespace
 
 std::string nameOfTable(const PointDesk& desk) {
-    return desk.path.empty() ? "New table" : desk.path.substr(desk.path.rfind('/') + 1);
+    return nameOfTable(desk.path);
+}
+
+std::string nameOfTable(const std::string& path) {
+    return path.empty() ? "New table" : path.substr(path.rfind('/') + 1);
 }
 
 bool openTable(Talk& ui, PointDesk& desk, const std::string& path) {

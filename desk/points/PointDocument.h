@@ -11,6 +11,7 @@ struct PointDesk;
 
 /// Without its folder.
 std::string nameOfTable(const PointDesk& desk);
+std::string nameOfTable(const std::string& path);
 
 // Each is false where the user thinks better of it, or where it failed, which has been told; the table is as
 // it was then. Without a chooser no name can be asked for.

@@ -78,6 +78,8 @@ class PointSheet {
     /// Since it was made, opened or saved.
     bool changed() const { return state_ != saved_; }
     void markSaved() { saved_ = state_; }
+    /// Rows that no file holds, from the beginning.
+    void markChanged() { saved_ = static_cast<std::size_t>(-1); }
     /// Another one for every change, but of answers.
     std::size_t state() const { return state_; }
 

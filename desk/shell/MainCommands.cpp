@@ -169,6 +169,10 @@ std::vector<MenuItem> MainCommands::tableItems() {
                        .run = shown(&TestPointsScreen::newTable)})};
 }
 
+void MainCommands::showPoints() {
+    runScreen(screens::testPoints, parts_);
+}
+
 void MainCommands::openTable(const std::string& path) {
     runScreen(screens::testPoints, parts_,
               [&path](Worksheet& screen) { static_cast<TestPointsScreen&>(screen).openTable(path); });

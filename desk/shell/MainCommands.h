@@ -34,6 +34,8 @@ class MainCommands {
 
     /// Opens an analysis, or a table of test points; asks first what becomes of changes.
     void openPath(const std::string& path);
+    /// The table of test points as it stands.
+    void showPoints();
     /// The file named on the command line: there is nothing to be saved yet.
     void openAtStart(const std::string& path);
 

@@ -4,28 +4,11 @@
 #include "base/Real.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/files/ClearAnalysis.h"
-#include "desk/kit/Message.h"
+#include "desk/files/CopyQuestion.h"
 #include "desk/kit/Session.h"
 #include "risk/evaluate/CurrentFigures.h"
 
-#include <ctime>
-
 namespace metrisk {
-
-namespace {
-
-constexpr const char* recoveryTitle = "Unsaved Work";
-
-std::string timeText(std::int64_t seconds) {
-    const std::time_t time = seconds;
-    std::tm local{};
-    ::localtime_r(&time, &local);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
-    return text;
-}
-
-} // namespace
 
 Recovery::Recovery(Session& session, std::filesystem::path folder)
     : session_(session), folder_(folder), copy_(std::move(folder)) {}
@@ -81,11 +64,7 @@ bool Recovery::open(const AbandonedCopy& copy) {
 bool Recovery::offer(const std::function<void()>& opened) {
     for (const AbandonedCopy& copy : abandonedCopies(folder_)) {
         const std::string name = std::filesystem::path(copy.work.name).filename().string();
-        const std::string question = "Metrisk ended before \"" + name +
-                                     "\" was saved. Open the unsaved copy from " + timeText(copy.seconds) +
-                                     "?";
-        const Answer answer =
-            ask(session_.ui, {question, recoveryTitle, BoxButtons::YesNoCancel, Answer::Cancel});
+        const Answer answer = askAboutCopy(session_.ui, copy, name);
         std::error_code ignored;
         if (answer == Answer::No) std::filesystem::remove(copy.path, ignored);
         if (answer != Answer::Yes || !open(copy)) continue;

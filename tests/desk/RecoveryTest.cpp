@@ -3,6 +3,8 @@
 #include "desk/compute/ComputePipeline.h"
 #include "desk/files/AnalysisFile.h"
 #include "desk/mainscreen/MainScreen.h"
+#include "desk/points/PointDesk.h"
+#include "desk/points/PointRecovery.h"
 #include "desk/shell/FileCommands.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
@@ -57,15 +59,15 @@ void workAndDie(const std::filesystem::path& folder, const std::filesystem::path
     ASSERT_EQ(status, 0);
 }
 
-std::string question(Program&, const std::filesystem::path& copy) {
+std::string question(const std::filesystem::path& copy, const char* name = "one.mrk") {
     struct stat status {};
     ::stat(copy.c_str(), &status);
     std::tm local{};
     ::localtime_r(&status.st_mtime, &local);
     char time[32];
     std::strftime(time, sizeof time, "%Y-%m-%d %H:%M:%S", &local);
-    return std::string("Metrisk ended before \"one.mrk\" was saved. Open the unsaved copy from ") + time +
-           "?";
+    return std::string("Metrisk ended before \"") + name + "\" was saved. Open the unsaved copy from " +
+           time + "?";
 }
 
 TEST(Recovery, WhatADeadProgramLeftIsOffered) {
@@ -80,7 +82,7 @@ TEST(Recovery, WhatADeadProgramLeftIsOffered) {
     EXPECT_EQ(status.st_mode & 0777, 0600u);
     const std::string saved = contentOf(file);
     Program later(folder);
-    const std::string asked = question(later, copies[0].path);
+    const std::string asked = question(copies[0].path);
     later.ui.expectBox("Unsaved Work", asked, Answer::Cancel, yesNoCancel);
     EXPECT_FALSE(later.offer());
     EXPECT_EQ(abandonedCopies(folder).size(), 1u) << "Cancel keeps it";
@@ -98,10 +100,41 @@ TEST(Recovery, WhatADeadProgramLeftIsOffered) {
 
     workAndDie(folder, file);
     Program declines(folder);
-    declines.ui.expectBox("Unsaved Work", question(declines, abandonedCopies(folder).at(0).path), Answer::No,
+    declines.ui.expectBox("Unsaved Work", question(abandonedCopies(folder).at(0).path), Answer::No,
                           yesNoCancel);
     EXPECT_FALSE(declines.offer());
     EXPECT_TRUE(std::filesystem::is_empty(folder));
+}
+
+TEST(Recovery, RowsOfADeadProgramAreOffered) {
+    const TemporaryFolder temporary;
+    const auto folder = temporary / "tables";
+    PointDesk dead;
+    dead.sheet = PointSheet::ofText("nominal,tol\r\n1,2\r\n");
+    dead.path = "/lab/points.csv";
+    dead.sheet.put(0, 1, {{"3"}});
+    const pid_t child = ::fork();
+    if (child == 0) {
+        TestSession p;
+        PointRecovery recovery(p.ui, dead, folder);
+        recovery.update();
+        ::_exit(0); // before the copy is removed
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    const auto copies = abandonedCopies(folder);
+    ASSERT_EQ(copies.size(), 1u);
+    TestSession later;
+    PointDesk desk;
+    PointRecovery recovery(later.ui, desk, folder);
+    later.ui.expectBox("Unsaved Work", question(copies[0].path, "points.csv"), Answer::Yes, yesNoCancel);
+    ASSERT_TRUE(recovery.offer());
+    EXPECT_EQ(desk.sheet.text(), dead.sheet.text());
+    EXPECT_EQ(desk.path, dead.path);
+    EXPECT_TRUE(desk.sheet.changed());
+    desk.sheet.markSaved();
+    recovery.update();
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << "saved";
 }
 
 TEST(Recovery, ChangesNothingAndSkipsWhatIsNone) {

@@ -98,9 +98,12 @@ void MainWindow::openAtStart(const QString& path) {
 }
 
 void MainWindow::keepUnsavedWork(const std::filesystem::path& folder) {
-    unsaved_ = std::make_unique<UnsavedWork>(session_, model_, *binder_, folder);
+    unsaved_ = std::make_unique<UnsavedWork>(session_, model_, commands_.points, *binder_, folder);
     commands_.files.settled = [this] { unsaved_->recovery.remove(); };
-    binder_->perform([this] { unsaved_->recovery.offer([this] { commands_.files.showOpened(); }); });
+    binder_->perform([this] {
+        unsaved_->recovery.offer([this] { commands_.files.showOpened(); });
+        if (unsaved_->points.offer()) commands_.showPoints();
+    });
 }
 
 bool MainWindow::endOfDesktop() {

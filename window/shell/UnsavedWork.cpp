@@ -1,6 +1,7 @@
 #include "window/shell/UnsavedWork.h"
 
 #include "base/TemporaryFile.h"
+#include "desk/kit/Session.h"
 #include "desk/mainscreen/MainScreen.h"
 #include "window/kit/ScreenBinder.h"
 
@@ -25,9 +26,9 @@ void tellOfSignal(int number) {
 
 } // namespace
 
-UnsavedWork::UnsavedWork(Session& session, MainScreen& screen, ScreenBinder& binder,
-                         std::filesystem::path folder)
-    : recovery(session, std::move(folder)), screen_(screen) {
+UnsavedWork::UnsavedWork(Session& session, MainScreen& screen, PointDesk& desk, ScreenBinder& binder,
+                         const std::filesystem::path& folder)
+    : recovery(session, folder), points(session.ui, desk, folder / "tables"), screen_(screen) {
     connect(&binder, &ScreenBinder::began, this, [this] { recovery.hold(); });
     connect(&binder, &ScreenBinder::ended, this, [this] { recovery.settled(); });
     connect(&timer_, &QTimer::timeout, this, &UnsavedWork::update);
@@ -39,10 +40,12 @@ UnsavedWork::~UnsavedWork() {
     for (const int end : signalled_)
         if (end >= 0) ::close(end);
     recovery.remove(); // the way out has asked
+    points.remove();
 }
 
 void UnsavedWork::update() {
     recovery.update(screen_.hasChanges());
+    points.update();
 }
 
 void UnsavedWork::watchSignals() {

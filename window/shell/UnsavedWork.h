@@ -1,6 +1,7 @@
 // Keeps unsaved work when the desktop, the system or the program ends.
 #pragma once
 
+#include "desk/points/PointRecovery.h"
 #include "desk/shell/Recovery.h"
 
 #include <QObject>
@@ -18,10 +19,12 @@ class UnsavedWork final : public QObject {
     Q_OBJECT
 
   public:
-    UnsavedWork(Session& session, MainScreen& screen, ScreenBinder& binder, std::filesystem::path folder);
+    UnsavedWork(Session& session, MainScreen& screen, PointDesk& desk, ScreenBinder& binder,
+                const std::filesystem::path& folder);
     ~UnsavedWork() override;
 
     Recovery recovery;
+    PointRecovery points;
 
     void update();
     /// From now on SIGTERM, SIGHUP and SIGINT end the program once the copy is written.
