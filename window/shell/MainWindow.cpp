@@ -100,6 +100,9 @@ void MainWindow::openAtStart(const QString& path) {
 void MainWindow::keepUnsavedWork(const std::filesystem::path& folder) {
     unsaved_ = std::make_unique<UnsavedWork>(session_, model_, commands_.points, *binder_, folder);
     commands_.files.settled = [this] { unsaved_->recovery.remove(); };
+}
+
+void MainWindow::offerUnsavedWork() {
     binder_->perform([this] {
         unsaved_->recovery.offer([this] { commands_.files.showOpened(); });
         if (unsaved_->points.offer()) commands_.showPoints();

@@ -40,9 +40,10 @@ class MainWindow final : public QMainWindow {
     /// Other programs of the user's may ask for the analysis from now on.
     void listen() { carrier_.listen(); }
 
-    /// Keeps unsaved work in the folder from now on and offers what other runs of the program have left
-    /// there.
+    /// Keeps unsaved work in the folder from now on.
     void keepUnsavedWork(const std::filesystem::path& folder);
+    /// What other runs of the program have left there.
+    void offerUnsavedWork();
     /// The desktop ends: asks as closing does. False if the user wants to stay.
     bool endOfDesktop();
     UnsavedWork* unsavedWork() { return unsaved_.get(); }

@@ -109,9 +109,10 @@ int main(int argc, char** argv) {
         }
         // The splash never delays the screen that it announces.
         if (splash) splash->closeWith(window, splashMilliseconds);
-        if (!file.empty()) window.openAtStart(QString::fromStdString(file));
         window.keepUnsavedWork(recoveryFolder());
         window.unsavedWork()->watchSignals();
+        if (!file.empty()) window.openAtStart(QString::fromStdString(file)); // a table stays until it is left
+        window.offerUnsavedWork();
         window.listen();
         session.record.FirstDisplay = session.record.LoadInProgress = false;
     });
