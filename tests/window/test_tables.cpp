@@ -143,6 +143,16 @@ class TableTest final : public QObject {
             sheet.selectAll();
             QTest::keyClick(&sheet, Qt::Key_C, Qt::ControlModifier);
             QVERIFY(QApplication::clipboard()->text().startsWith("10\t0.5\t95\t0.1\tok\t"));
+            // By the arrow keys the bar has the focus when the next menu opens, the cells have not.
+            QApplication::clipboard()->clear();
+            QTest::keyClick(&window, Qt::Key_F, Qt::AltModifier);
+            QVERIFY(QApplication::activePopupWidget());
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Right);
+            QCOMPARE(QApplication::activePopupWidget(), window.findChild<QMenu*>("mnu_EditTable"));
+            QVERIFY(window.findChild<QAction*>("mnu_Edit_Undo")->isEnabled());
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_C);
+            QVERIFY(QApplication::clipboard()->text().startsWith("10\t0.5\t95\t0.1\tok\t"));
+            QCOMPARE(window.focusWidget(), &sheet);
             desk_->click("cmd_Close", &window);
         });
         desk_->window->openAtStart(path);

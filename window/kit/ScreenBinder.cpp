@@ -314,11 +314,11 @@ void ScreenBinder::stayIn(TextBox& box, EntryBox& widget) {
 }
 
 bool ScreenBinder::commitEntry() {
-    for (QWidget* focused = window_.focusWidget(); focused; focused = focused->parentWidget()) {
-        if (auto* table = qobject_cast<CellTable*>(focused)) table->commitCell();
-        if (auto* sheet = qobject_cast<SheetView*>(focused)) sheet->commitCell();
+    for (QWidget* at = focused(); at; at = at->parentWidget()) {
+        if (auto* table = qobject_cast<CellTable*>(at)) table->commitCell();
+        if (auto* sheet = qobject_cast<SheetView*>(at)) sheet->commitCell();
     }
-    auto* widget = qobject_cast<EntryBox*>(window_.focusWidget());
+    auto* widget = qobject_cast<EntryBox*>(focused());
     if (!widget || !widget->isModified()) return true;
     auto* box = dynamic_cast<TextBox*>(model_.find(widget->objectName().toStdString()));
     if (!box) return true;
@@ -364,8 +364,13 @@ void ScreenBinder::highlight(const QString& panel) {
             "QLabel { background: palette(highlight); color: palette(highlighted-text); }");
 }
 
+QWidget* ScreenBinder::focused() const {
+    QWidget* widget = window_.focusWidget();
+    return qobject_cast<QMenuBar*>(widget) ? beforeMenus_.data() : widget;
+}
+
 QLineEdit* ScreenBinder::activeBox() const {
-    return qobject_cast<QLineEdit*>(window_.focusWidget());
+    return qobject_cast<QLineEdit*>(focused());
 }
 
 bool ScreenBinder::eventFilter(QObject* watched, QEvent* event) {

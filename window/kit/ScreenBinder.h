@@ -59,6 +59,8 @@ class ScreenBinder final : public QObject {
     void focus(const QString& control, bool select);
     /// Makes a panel stand out until the next entry.
     void highlight(const QString& panel);
+    /// The widget that has the focus, or had it before the arrow keys went through the menus.
+    QWidget* focused() const;
     QLineEdit* activeBox() const;
 
     /// Controls without a widget; empty for every screen.
@@ -114,6 +116,7 @@ class ScreenBinder final : public QObject {
     QHash<QString, QWidget*> widgets_;
     QHash<QString, QAction*> actions_;
     QPointer<QWidget> highlighted_;
+    QPointer<QWidget> beforeMenus_;
     int acting_ = 0;
     bool due_ = false;
     bool showing_ = false;

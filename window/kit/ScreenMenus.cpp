@@ -23,6 +23,11 @@ namespace metrisk {
 
 void ScreenBinder::buildMenus(QMenuBar& bar) {
     bar.installEventFilter(this);
+    // A bar that the arrow keys go through has the focus itself; its commands are for what had it before.
+    connect(qApp, &QApplication::focusChanged, this,
+            [this, menus = static_cast<const QWidget*>(&bar)](QWidget* before, const QWidget* now) {
+                if (now == menus) beforeMenus_ = before;
+            });
     // A letter of the menu bar must act at the first press: a button of the same letter keeps its line alone.
     for (auto* button : window_.findChildren<QAbstractButton*>())
         for (const MenuItem& item : model_.menus)
@@ -205,11 +210,11 @@ void ScreenBinder::edit(SheetView& widget, Editing what) {
 }
 
 void ScreenBinder::edit(Editing what) {
-    if (auto* table = qobject_cast<CellTable*>(window_.focusWidget())) {
+    if (auto* table = qobject_cast<CellTable*>(focused())) {
         edit(*table, what);
         return;
     }
-    if (auto* sheet = qobject_cast<SheetView*>(window_.focusWidget())) {
+    if (auto* sheet = qobject_cast<SheetView*>(focused())) {
         edit(*sheet, what);
         return;
     }
@@ -236,8 +241,8 @@ void ScreenBinder::showEditState() {
     const QLineEdit* box = activeBox();
     const QMimeData* clipboard = QApplication::clipboard()->mimeData();
     const bool typed = box && !box->isReadOnly();
-    if (qobject_cast<CellTable*>(window_.focusWidget())) return; // of a table everything but Undo
-    if (qobject_cast<SheetView*>(window_.focusWidget())) return;
+    if (qobject_cast<CellTable*>(focused())) return; // of a table everything but Undo
+    if (qobject_cast<SheetView*>(focused())) return;
     const auto can = [&](Editing what) {
         switch (what) {
         case Editing::Undo: {
