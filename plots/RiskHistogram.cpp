@@ -28,21 +28,30 @@ void drawRiskHistogram(DrawingSurface& surface, const RiskHistogram& histogram, 
     const double greatest = *std::max_element(risks.begin(), risks.end());
     const double to = std::max(greatest, 1.25 * histogram.limit);
     if (!(to > 0) || !std::isfinite(to)) return;
-    std::array<std::size_t, barCount> bars{};
+    struct Bar {
+        std::size_t rows = 0, above = 0;
+    };
+    std::array<Bar, barCount> bars{};
     for (const double risk : risks) {
         const double place = std::max(risk, 0.0) / to * barCount;
-        ++bars[std::min(static_cast<std::size_t>(place), barCount - 1)];
+        Bar& bar = bars[std::min(static_cast<std::size_t>(place), barCount - 1)];
+        ++bar.rows;
+        bar.above += histogram.limit > 0 && risk > histogram.limit;
     }
-    const auto highest = static_cast<double>(*std::max_element(bars.begin(), bars.end()));
+    const std::size_t highest = std::ranges::max(bars, {}, &Bar::rows).rows;
+    const auto height = [highest](std::size_t rows) {
+        return static_cast<double>(rows) / static_cast<double>(highest);
+    };
 
     surface.Scale(-0.03, 1.25, 1.03, -0.3);
     constexpr double step = 1.0 / barCount;
     for (std::size_t i = 0; i < barCount; ++i) {
-        if (bars[i] == 0) continue;
         const double left = static_cast<double>(i) * step;
-        const bool above = histogram.limit > 0 && left + step / 2 > histogram.limit / to;
-        surface.Box(left, 0, left + 0.9 * step, static_cast<double>(bars[i]) / highest,
-                    above ? beyond : within);
+        const double right = left + 0.9 * step;
+        // The limit lies within a bar as a rule: its rows tell which part of the bar is beyond.
+        const auto [rows, above] = bars[i];
+        if (rows > above) surface.Box(left, 0, right, height(rows - above), within);
+        if (above > 0) surface.Box(left, height(rows - above), right, height(rows), beyond);
     }
     surface.ForeColor = surface.ink();
     surface.Line(0, 0, 1, 0);
@@ -56,8 +65,8 @@ void drawRiskHistogram(DrawingSurface& surface, const RiskHistogram& histogram, 
     below(1, percent(to, regional));
     surface.CurrentX = 0;
     surface.CurrentY = 1.23;
-    surface.Print("False accept risk, greatest bar: " + std::to_string(static_cast<std::size_t>(highest)) +
-                  " rows");
+    surface.Print("False accept risk, greatest bar: " + std::to_string(highest) +
+                  (highest == 1 ? " row" : " rows"));
     if (!(histogram.limit > 0)) return;
     const double limit = histogram.limit / to;
     surface.Line(limit, 0, limit, 1.02, beyond);

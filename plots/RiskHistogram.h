@@ -13,7 +13,7 @@ struct RiskHistogram {
     double limit = 0;          // a fraction, 0 for none
 };
 
-/// Bars of equal width from 0 up, those beyond the limit in another colour, and ends and limit in percent.
+/// Bars of equal width from 0 up, risks beyond the limit in another colour, and ends and limit in percent.
 /// Nothing without risks.
 void drawRiskHistogram(DrawingSurface& surface, const RiskHistogram& histogram, const Regional& regional);
 
