@@ -1,7 +1,6 @@
 #include "desk/points/PointContent.h"
 
 #include "rows/Cell.h"
-#include "rows/Entries.h"
 
 namespace metrisk {
 
@@ -21,11 +20,15 @@ std::string_view aboutFigure(std::string_view name) {
 
 /// A message that is about a cell begins with the entry of its column.
 bool isAbout(std::string_view message, std::string_view column) {
-    const auto entry = entryNamed(bareName(column));
+    const auto entry = entryOfColumn(column);
     return entry && message.starts_with("column " + std::string(infoOf(*entry).name) + ":");
 }
 
 } // namespace
+
+std::optional<Entry> entryOfColumn(std::string_view column) {
+    return entryNamed(bareName(column));
+}
 
 int PointContent::rowCount() const {
     return static_cast<int>(view_.rows.size());
@@ -47,7 +50,7 @@ std::string PointContent::headingTip(int column) const {
     const std::string name = heading(column);
     if (static_cast<std::size_t>(column) >= view_.sheet.columns().size())
         return std::string(aboutFigure(bareName(name)));
-    const auto entry = entryNamed(bareName(name));
+    const auto entry = entryOfColumn(name);
     return entry ? std::string(infoOf(*entry).about) : "Passed through";
 }
 

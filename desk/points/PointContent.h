@@ -3,8 +3,16 @@
 
 #include "desk/kit/Sheet.h"
 #include "desk/points/PointView.h"
+#include "rows/Entries.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace metrisk {
+
+/// What the column names, whatever unit it has in brackets; none for one that passes through.
+std::optional<Entry> entryOfColumn(std::string_view column);
 
 class PointContent final : public SheetContent {
   public:

@@ -1,11 +1,15 @@
 #include "desk/points/PointPapers.h"
 
+#include "base/Text.h"
 #include "desk/kit/Message.h"
 #include "desk/kit/Session.h"
 #include "desk/points/PointComputing.h"
 #include "desk/points/PointDocument.h"
 #include "desk/points/PointFiles.h"
 #include "desk/points/PointTexts.h"
+
+#include <algorithm>
+#include <filesystem>
 
 namespace metrisk {
 
@@ -19,9 +23,17 @@ constexpr Message tooManyRows{"More than 10,000 rows are no document: show fewer
 } // namespace
 
 std::optional<std::string> PointPapers::nameToSave(const char* title, const char* filter,
-                                                   const char* proposed) {
+                                                   const char* proposed,
+                                                   std::initializer_list<std::string_view> extensions) {
     if (!files_) return std::nullopt;
-    return files_->chooseToSave({.title = title, .filter = filter, .initialName = proposed});
+    auto path = files_->chooseToSave({.title = title, .filter = filter, .initialName = proposed});
+    if (!path) return std::nullopt;
+    const std::string extension = std::filesystem::path(*path).extension().string();
+    const auto isIt = [&extension](std::string_view each) { return equalCaseBlind(extension, each); };
+    if (std::ranges::any_of(extensions, isIt)) return path;
+    // What is called a page and holds a table is opened by the wrong program.
+    *path += *extensions.begin();
+    return mayReplace(session_.ui, *path, title) ? path : std::nullopt;
 }
 
 std::string PointPapers::results() {
@@ -39,7 +51,7 @@ void PointPapers::saveResults() {
         tell(session_.ui, {view_.fault, resultsTitle});
         return;
     }
-    const auto path = nameToSave(resultsTitle, tableFilter, "risks.csv");
+    const auto path = nameToSave(resultsTitle, tableFilter, "risks.csv", {".csv", ".tsv", ".txt"});
     if (!path) return;
     const WaitPointer wait(session_.ui);
     writeTable(session_.ui, *path, results());
@@ -54,11 +66,12 @@ std::optional<TableReport> PointPapers::report() {
         tell(session_.ui, tooManyRows);
     else {
         const std::string all = results();
+        const Regional marks = regionalOfTable(session_.regional, desk_.decimalComma);
         const PointTotals totals = totalsOf(desk_.sheet, view_.rules.get(), desk_.limit);
         return pointReport(desk_.sheet, *view_.rules, view_.rows,
-                           {nameOfTable(desk_), desk_.filling->name(),
-                            totalsText(view_, totals, session_.regional), session_.clock.now()},
-                           all, session_.regional);
+                           {nameOfTable(desk_), desk_.filling->name(), totalsText(view_, totals, marks),
+                            session_.clock.now()},
+                           all, marks);
     }
     return std::nullopt;
 }
@@ -71,7 +84,7 @@ void PointPapers::print() {
 void PointPapers::savePdf() {
     const auto table = report();
     if (!table) return;
-    const auto path = nameToSave("Save as PDF", "Pages (*.pdf)|*.pdf", "points.pdf");
+    const auto path = nameToSave("Save as PDF", "Pages (*.pdf)|*.pdf", "points.pdf", {".pdf"});
     if (!path) return;
     const WaitPointer wait(session_.ui);
     const auto pages = tablePdf ? tablePdf(*table) : std::nullopt;

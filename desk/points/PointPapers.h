@@ -8,8 +8,10 @@
 #include "desk/points/PointView.h"
 
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace metrisk {
 
@@ -37,7 +39,9 @@ class PointPapers {
     std::string results();
     /// None where there is nothing to print.
     std::optional<TableReport> report();
-    std::optional<std::string> nameToSave(const char* title, const char* filter, const char* proposed);
+    /// With the first of the extensions, if the chosen name has none of them.
+    std::optional<std::string> nameToSave(const char* title, const char* filter, const char* proposed,
+                                          std::initializer_list<std::string_view> extensions);
 
     Session& session_;
     FileChooser* files_;

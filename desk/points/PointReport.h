@@ -20,8 +20,8 @@ struct PointReportHead {
     Moment now;
 };
 
-/// Columns of the table that hold anything, as many as a page has room for, and the first figures; the small
-/// print bears the SHA-256 of `results`, all rows with all figures as CSV.
+/// Columns of the table that hold anything, as many as a page has room for, and the first figures; a line
+/// above names the others. The small print bears the SHA-256 of `results`, all rows with all figures as CSV.
 TableReport pointReport(const PointSheet& sheet, const PointRules& rules,
                         const std::vector<std::size_t>& rows, const PointReportHead& head,
                         std::string_view results, const Regional& regional);

@@ -12,6 +12,12 @@ std::string percent(double fraction, const Regional& regional) {
 
 } // namespace
 
+Regional regionalOfTable(Regional users, bool decimalComma) {
+    users.DecimalSymbol = decimalComma ? "," : ".";
+    if (users.ThousandSeparator == users.DecimalSymbol) users.ThousandSeparator = decimalComma ? "." : ",";
+    return users;
+}
+
 std::string countText(std::size_t number, const Regional& regional) {
     return FormatNumber(static_cast<double>(number), "#,##0", regional);
 }

@@ -8,6 +8,10 @@
 
 namespace metrisk {
 
+/// The user's marks, but for the decimal mark of the table, so that figures above its cells are written as
+/// those.
+Regional regionalOfTable(Regional users, bool decimalComma);
+
 /// "12,345".
 std::string countText(std::size_t number, const Regional& regional);
 

@@ -171,16 +171,20 @@ void TestPointsScreen::showRows() {
 
 void TestPointsScreen::summarise() {
     totals_ = totalsOf(desk_.sheet, view_.rules.get(), desk_.limit);
-    pic_Histogram.text = histogramText(totals_, session_.regional);
+    const Regional regional = tableRegional();
+    pic_Histogram.text = histogramText(totals_, regional);
     if (totals_.falseAccept.empty()) {
         pic_Histogram.draw({});
         return;
     }
     const auto histogram =
         std::make_shared<const RiskHistogram>(RiskHistogram{totals_.falseAccept, desk_.limit});
-    pic_Histogram.draw([histogram, regional = session_.regional](DrawingSurface& surface) {
-        drawRiskHistogram(surface, *histogram, regional);
-    });
+    pic_Histogram.draw(
+        [histogram, regional](DrawingSurface& surface) { drawRiskHistogram(surface, *histogram, regional); });
+}
+
+Regional TestPointsScreen::tableRegional() const {
+    return regionalOfTable(session_.regional, desk_.decimalComma);
 }
 
 std::vector<std::size_t> TestPointsScreen::selectedRows() const {
@@ -257,6 +261,7 @@ bool TestPointsScreen::openTable(const std::string& path) {
 
 void TestPointsScreen::refresh() {
     const Regional& regional = session_.regional;
+    const Regional marks = tableRegional();
     caption = "Test Points - " + nameOfTable(desk_) + (desk_.sheet.changed() ? " *" : "");
     cbo_Template.items = desk_.filling->names();
     cbo_Template.index = static_cast<int>(desk_.filling->from);
@@ -275,9 +280,9 @@ void TestPointsScreen::refresh() {
     const bool selected = !tbl_Points.selection.empty();
     Lbl_State.text =
         selected && view_.rules
-            ? rowText(view_, view_.sheetRow(static_cast<std::size_t>(tbl_Points.selection.top)), regional)
+            ? rowText(view_, view_.sheetRow(static_cast<std::size_t>(tbl_Points.selection.top)), marks)
             : view_.fault;
-    Lbl_Totals.text = totalsText(view_, totals_, regional);
+    Lbl_Totals.text = totalsText(view_, totals_, marks);
     met_Progress.visible = cmd_Stop.visible = isComputing();
     met_Progress.value = computing_.progress();
     cmd_Compute.allow(view_.rules && totals_.waiting > 0 && !isComputing(),

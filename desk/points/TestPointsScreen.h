@@ -91,6 +91,7 @@ class TestPointsScreen final : public Worksheet {
 
     std::vector<std::size_t> selectedRows() const;
     std::size_t selectedColumn() const;
+    Regional tableRegional() const;
     void addColumn();
     void renameColumn();
     void sort(std::size_t column, bool falling);

@@ -196,6 +196,16 @@ TEST(TestPoints, MayBeWrittenWithADecimalComma) {
     EXPECT_EQ(p.desk.sheet[0].answer.falseAccept > 0.01, true);
     p.screen.pressHeading(p.screen.tbl_Points, 3);
     EXPECT_EQ(p.shown(0, "mte_u"), "0,05");
+    // What stands above the cells is written as they are, whatever the user's own marks.
+    const auto totalsHave = [&p](const char* text) {
+        return p.screen.Lbl_Totals.text.find(text) != std::string::npos;
+    };
+    EXPECT_TRUE(totalsHave("risk 1,")) << p.screen.Lbl_Totals.text;
+    p.session.regional = {.DecimalSymbol = ",", .ThousandSeparator = "."};
+    p.screen.undo(p.screen.tbl_Points);
+    p.open("nominal,tol,su_pct,mte_u\n10.0,0.5,95,0.1\n");
+    p.run("mnu_DecimalComma");
+    EXPECT_TRUE(totalsHave("risk 1.")) << p.screen.Lbl_Totals.text;
 }
 
 TEST(TestPoints, ArePrintedAsTheyAreShown) {
@@ -214,6 +224,47 @@ TEST(TestPoints, ArePrintedAsTheyAreShown) {
     EXPECT_EQ(printed.columns[4].name, "su_pct"); // tol_pct is empty
     EXPECT_NE(printed.rows[0].back().find("%"), std::string::npos);
     EXPECT_NE(printed.head[1].find("1 refused"), std::string::npos);
+}
+
+TEST(TestPoints, PaperHoldsWhatTheyWereComputedFromAndNamesTheRest) {
+    Points p;
+    p.open("lab,shelf,room,owner,serial,remark,asset,id,nominal,tol [mV],su_pct,mte_u\n"
+           "x,1,2,y,3,z,4,a,10 V,500,95,0.05 V\n");
+    TableReport printed;
+    p.screen.papers.printTable = [&](const TableReport& table) {
+        printed = table;
+        return true;
+    };
+    p.screen.leave(p.screen.txt_Want, "tur,risks,worst");
+    p.run("mnu_PrintTable");
+    ASSERT_EQ(printed.rows.size(), 1u);
+    std::string names, left;
+    for (const TableReportColumn& column : printed.columns) names += column.name + ",";
+    EXPECT_EQ(names.find("Row,lab,shelf,room,id,nominal,tol [mV],su_pct,mte_u,status,"), 0u) << names;
+    for (const std::string& line : printed.head)
+        if (line.starts_with("Not printed: ")) left = line.substr(13) + ",";
+    EXPECT_EQ(left.find("owner, serial, remark, asset,"), 0u) << left;
+    // Every column is on the paper or among the names.
+    const SheetContent& content = p.screen.tbl_Points.content;
+    for (int column = 0; column < content.columnCount(); ++column)
+        EXPECT_NE((names + " " + left).find(content.heading(column) + ","), std::string::npos)
+            << content.heading(column);
+}
+
+TEST(TestPoints, ATableIsNotSavedUnderTheNameOfAPage) {
+    Points p;
+    p.open("nominal,tol,su_pct,mte_u\n10,0.5,95,0.05\n");
+    const auto saved = p.folder / "risks.pdf.csv";
+    p.files.answers = {(p.folder / "risks.pdf").string()};
+    p.run("mnu_SaveResults");
+    EXPECT_FALSE(std::filesystem::exists(p.folder / "risks.pdf"));
+    EXPECT_NE(contentOf(saved), "");
+    std::ofstream(saved) << "another's";
+    p.files.answers = {(p.folder / "risks.pdf").string()};
+    p.ui.expectBox("Save as CSV", saved.string() + " already exists.\nDo you want to replace it?",
+                   Answer::No);
+    p.run("mnu_SaveResults");
+    EXPECT_EQ(contentOf(saved), "another's");
 }
 
 TEST(TestPoints, ChangesAreAskedAbout) {
