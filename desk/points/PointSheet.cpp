@@ -34,7 +34,8 @@ PointSheet::PointSheet(std::string_view header) : header_(header), rows_(1) {
 PointSheet PointSheet::ofText(std::string_view bytes) {
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
         throw std::runtime_error("It is UTF-16: save it as CSV UTF-8.");
-    if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
+    const bool marked = bytes.starts_with(byteOrderMark);
+    if (marked) bytes.remove_prefix(byteOrderMark.size());
     const std::string_view line = bytes.substr(0, bytes.find('\n'));
     if (withoutLineEnd(line).empty()) throw std::runtime_error("Its first line names no columns.");
     if (line.find('\0') != line.npos) throw std::runtime_error("It is no table of texts.");
@@ -42,6 +43,7 @@ PointSheet PointSheet::ofText(std::string_view bytes) {
     const std::string_view header = bytes.substr(0, recordSize(bytes, form, true));
     PointSheet sheet(withoutLineEnd(header));
     sheet.crlf_ = header.ends_with("\r\n");
+    sheet.byteOrderMark_ = marked;
     sheet.rows_.clear();
     for (std::string_view rest = bytes.substr(header.size()); !rest.empty();) {
         const std::string_view record = rest.substr(0, recordSize(rest, sheet.form_, true));
@@ -63,7 +65,8 @@ PointSheet PointSheet::ofText(std::string_view bytes) {
 
 std::string PointSheet::text() const {
     const std::string_view end = crlf_ ? "\r\n" : "\n";
-    std::string all = header_;
+    std::string all(byteOrderMark_ ? byteOrderMark : "");
+    all += header_;
     all += end;
     for (const PointRow& row : rows_) {
         all += row.record;

@@ -106,7 +106,7 @@ class PointSheet {
 
     std::string header_;
     CsvForm form_{};
-    bool crlf_ = false;
+    bool crlf_ = false, byteOrderMark_ = false; // of its file
     std::vector<std::string> columns_;
     std::vector<PointRow> rows_;
     std::vector<Change> undo_, redo_;

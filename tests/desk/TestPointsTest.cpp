@@ -126,6 +126,14 @@ TEST(TestPoints, FiguresFollowWhatIsTyped) {
     EXPECT_EQ(content.columnCount(), 4);
 }
 
+TEST(TestPoints, KeepTheByteOrderMarkOfTheirFile) {
+    Points p;
+    p.open("\xEF\xBB\xBFnominal;tol\r\n10;0.5\r\n");
+    p.type(0, 1, "0.25");
+    p.run("mnu_SaveTable");
+    EXPECT_EQ(contentOf(p.desk.path), "\xEF\xBB\xBFnominal;tol\r\n10;0.25\r\n");
+}
+
 TEST(TestPoints, AreSortedFilteredAndOpened) {
     Points p;
     p.open("id,nominal,tol,su_pct,mte_u\na,10,0.5,95,0.05\nb,10,0.5,95,0.2\nc,10,0.5,95,0.1\nd,10,0.5,200,0."
