@@ -6,11 +6,6 @@ namespace metrisk {
 
 namespace {
 
-/// The name of an entry, or any other, without the unit in brackets.
-std::string_view bareName(std::string_view column) {
-    return trimmedCell(column.substr(0, column.find('[')));
-}
-
 std::string_view aboutFigure(std::string_view name) {
     for (const WantInfo& info : wantTable())
         for (const FigureColumn& figure : info.columns)

@@ -25,7 +25,17 @@ std::string encoded(std::string_view text, char delimiter) {
     return cell;
 }
 
+/// A semicolon or a tab without quotes would be taken for the delimiter of the whole table.
+std::string encodedName(std::string_view name, char delimiter) {
+    const std::string cell = encoded(name, delimiter);
+    return cell == name && name.find_first_of(";\t") != name.npos ? '"' + cell + '"' : cell;
+}
+
 } // namespace
+
+std::string_view bareName(std::string_view column) {
+    return trimmedCell(column.substr(0, column.find('[')));
+}
 
 PointSheet::PointSheet(std::string_view header) : header_(header), rows_(1) {
     readHeader();
@@ -73,6 +83,10 @@ std::string PointSheet::text() const {
         all += end;
     }
     return all;
+}
+
+bool PointSheet::isBlank() const {
+    return std::all_of(rows_.begin(), rows_.end(), [](const PointRow& row) { return row.record.empty(); });
 }
 
 void PointSheet::readHeader() {
@@ -200,6 +214,21 @@ void PointSheet::put(const std::vector<std::size_t>& places, std::size_t column,
     if (different) change(first, replaced, std::move(rows));
 }
 
+void PointSheet::putTable(const CellBlock& cells) {
+    std::string bytes;
+    for (const auto& line : cells) {
+        const bool isHeader = bytes.empty();
+        const bool blank = std::all_of(line.begin(), line.end(), [](const auto& c) { return c.empty(); });
+        for (std::size_t i = 0; i < line.size() && !blank; ++i) {
+            if (i > 0) bytes += form_.delimiter;
+            bytes += isHeader ? encodedName(line[i], form_.delimiter) : encoded(line[i], form_.delimiter);
+        }
+        bytes += '\n';
+    }
+    PointSheet read = ofText(bytes);
+    change(std::move(read.header_), std::move(read.rows_));
+}
+
 void PointSheet::insertRows(std::size_t at, std::size_t count) {
     change(std::min(at, rows_.size()), 0, std::vector<PointRow>(count));
 }
@@ -238,14 +267,14 @@ void PointSheet::insertColumn(std::size_t at, std::string_view name) {
         cells.insert(cells.begin() + place, std::move(cell));
     };
     std::vector<std::string> names = cellsOf(header_);
-    insert(names, encoded(name, form_.delimiter));
+    insert(names, encodedName(name, form_.delimiter));
     change(recordOf(names), edited([&](std::vector<std::string>& cells) { insert(cells, ""); }));
 }
 
 void PointSheet::renameColumn(std::size_t column, std::string_view name) {
     if (column >= columns_.size() || columns_[column] == name) return;
     std::vector<std::string> names = cellsOf(header_);
-    names[column] = encoded(name, form_.delimiter);
+    names[column] = encodedName(name, form_.delimiter);
     change(recordOf(names), edited([](std::vector<std::string>&) {}));
 }
 

@@ -31,6 +31,9 @@ struct PointRow {
     PointAnswer answer{};
 };
 
+/// The name of an entry, or any other, without the unit in brackets.
+std::string_view bareName(std::string_view column);
+
 /// Rows and columns count from 0. Records stay as they stand in their file, byte for byte, until they are
 /// changed.
 class PointSheet {
@@ -48,6 +51,7 @@ class PointSheet {
     const CsvForm& form() const { return form_; }
     const std::vector<std::string>& columns() const { return columns_; }
     std::size_t size() const { return rows_.size(); }
+    bool isBlank() const; // of nothing but empty lines
     const PointRow& operator[](std::size_t row) const { return rows_[row]; }
     std::string cell(std::size_t row, std::size_t column) const;
 
@@ -59,6 +63,8 @@ class PointSheet {
     void put(std::size_t row, std::size_t column, const CellBlock& cells);
     /// The same at rows that need not follow each other.
     void put(const std::vector<std::size_t>& rows, std::size_t column, const CellBlock& cells);
+    /// The block in place of all rows, its first line as the header. Columns that were computed are left out.
+    void putTable(const CellBlock& cells);
     void insertRows(std::size_t at, std::size_t count);
     /// In rising order, as below.
     void removeRows(const std::vector<std::size_t>& rows);

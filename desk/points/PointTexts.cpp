@@ -51,4 +51,12 @@ std::string rowText(const PointView& view, std::size_t sheetRow, const Regional&
     return message.empty() ? "" : "Row " + countText(sheetRow + 1, regional) + ": " + message;
 }
 
+std::string noPlaceText(std::size_t columns, const PointSheet& sheet, const Regional& regional) {
+    const std::string count = columns == 1 ? "1 column does" : countText(columns, regional) + " columns do";
+    return count + " not fit: the last one that can be typed into is " + sheet.columns().back() +
+           ". Nothing was pasted.\n\nAdd columns first. An empty table takes its columns from a first line "
+           "of "
+           "names.";
+}
+
 } // namespace metrisk

@@ -23,4 +23,7 @@ std::string histogramText(const PointTotals& totals, const Regional& regional);
 /// What is told of that row; empty where nothing is.
 std::string rowText(const PointView& view, std::size_t sheetRow, const Regional& regional);
 
+/// That so many columns of a pasted block find none in the sheet.
+std::string noPlaceText(std::size_t columns, const PointSheet& sheet, const Regional& regional);
+
 } // namespace metrisk

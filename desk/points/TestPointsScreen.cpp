@@ -6,6 +6,7 @@
 #include "desk/kit/Session.h"
 #include "desk/points/PointDocument.h"
 #include "desk/points/PointFiles.h"
+#include "desk/points/PointPaste.h"
 #include "desk/points/PointTexts.h"
 #include "plots/RiskHistogram.h"
 #include "record/EntryRules.h"
@@ -112,11 +113,7 @@ void TestPointsScreen::bindSheet() {
         summarise();
     };
     tbl_Points.cellsPut = [this](int row, int column, const CellBlock& cells) {
-        std::vector<std::size_t> places(cells.size());
-        for (std::size_t i = 0; i < places.size(); ++i)
-            places[i] = view_.sheetRow(static_cast<std::size_t>(row) + i);
-        desk_.sheet.put(places, static_cast<std::size_t>(column), cells);
-        changed();
+        putBlock(static_cast<std::size_t>(row), static_cast<std::size_t>(column), cells);
     };
     tbl_Points.opened = [this](int row) { openRow(row); };
     tbl_Points.headingPressed = [this](int column) { sortByHeading(static_cast<std::size_t>(column)); };
@@ -124,6 +121,24 @@ void TestPointsScreen::bindSheet() {
         desk_.sheet.undo();
         changed();
     };
+}
+
+void TestPointsScreen::putBlock(std::size_t row, std::size_t column, const CellBlock& cells) {
+    if (desk_.sheet.isBlank() && beginsWithHeader(cells)) {
+        desk_.sheet.putTable(cells);
+        changed();
+        return;
+    }
+    const std::size_t own = desk_.sheet.columns().size();
+    const std::size_t figures = view_.rules ? view_.rules->columns().size() : 0;
+    if (const std::size_t without = columnsWithoutPlace(cells, own - std::min(column, own), figures)) {
+        tell(session_.ui, {noPlaceText(without, desk_.sheet, session_.regional), "Paste"});
+        return;
+    }
+    std::vector<std::size_t> places(cells.size());
+    for (std::size_t i = 0; i < places.size(); ++i) places[i] = view_.sheetRow(row + i);
+    desk_.sheet.put(places, column, cells);
+    changed();
 }
 
 void TestPointsScreen::chooseTemplate(int index) {

@@ -82,6 +82,7 @@ class TestPointsScreen final : public Worksheet {
     std::vector<MenuItem> rowItems();
     std::vector<MenuItem> columnItems();
 
+    void putBlock(std::size_t row, std::size_t column, const CellBlock& cells);
     void chooseTemplate(int index);
     void makeRules();
     /// After the table has changed: rules, the figures of rows that have none, and what is in sight.

@@ -126,6 +126,47 @@ TEST(TestPoints, FiguresFollowWhatIsTyped) {
     EXPECT_EQ(content.columnCount(), 4);
 }
 
+TEST(TestPoints, LoseNothingThatIsPasted) {
+    Points p;
+    const SheetContent& content = p.screen.tbl_Points.content;
+    const auto put = [&](int row, int column, const CellBlock& cells) {
+        p.screen.putCells(p.screen.tbl_Points, row, column, cells);
+    };
+    const auto refused = [&](const char* begins, int row, int column, const CellBlock& cells) {
+        const std::string before = p.desk.sheet.text();
+        p.ui.expectBox("Paste", std::string(begins) + " not fit: the last one that can be typed into is " +
+                                    p.desk.sheet.columns().back() +
+                                    ". Nothing was pasted.\n\nAdd columns first. An empty table takes its "
+                                    "columns from a first line of names.");
+        put(row, column, cells);
+        EXPECT_EQ(p.desk.sheet.text(), before);
+    };
+    refused("2 columns do", 0, 3, {{"1"}, {"1", "2", "3", "4"}});
+    refused("3 columns do", 0, 4, {{"nominal", "1", "2", "3"}}); // a number is no name
+    put(0, 0,
+        {{"id", "nominal", "tol [mV]", "su_pct", "mte_u", "note; mine"},
+         {"a", "10 V", "0.5", "95", "0.05 mV", "two\nlines"},
+         {"b", "10 V", "0.5", "95", "0.1 mV", ""}});
+    EXPECT_EQ(content.rowCount(), 2);
+    EXPECT_EQ(p.shown(0, "status") + p.shown(1, "status"), "okok");
+    EXPECT_EQ(p.shown(0, "note; mine"), "two\nlines");
+
+    // Copied rows bring figures that are computed again; other cells behind the columns are no figures.
+    CellBlock copied(1);
+    for (int column = 0; column < content.columnCount(); ++column)
+        copied[0].push_back(content.cell(1, column).text);
+    put(0, 0, copied);
+    EXPECT_EQ(p.shown(0, "id") + p.shown(0, "FalseAccept"), "b" + p.shown(1, "FalseAccept"));
+    refused("1 column does", 1, 5, {{"x", "y", " "}});
+    refused("1 column does", 1, 5, {{"x", "ok"}});
+    refused("1 column does", 1, 6, {{"ok"}});
+    put(0, 5, {{"", "", ""}, {"", "", ""}}); // what Delete puts
+    EXPECT_EQ(p.shown(0, "note; mine"), "");
+    refused("1 column does", 2, 0, {{"nominal", "tol", "a", "b", "c", "d", "e"}}); // the table holds rows
+    for (int step = 0; step < 3; ++step) p.screen.undo(p.screen.tbl_Points);
+    EXPECT_EQ(p.desk.sheet.header(), PointSheet().header());
+}
+
 TEST(TestPoints, KeepTheByteOrderMarkOfTheirFile) {
     Points p;
     p.open("\xEF\xBB\xBFnominal;tol\r\n10;0.5\r\n");
