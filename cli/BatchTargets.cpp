@@ -1,7 +1,7 @@
 #include "cli/BatchTargets.h"
-#include "cli/Output.h"
 
 #include "cli/OrderedBatch.h"
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "unattended/Input.h"
 #include "unattended/Json.h"

@@ -1,9 +1,9 @@
 #include "cli/DecisionRun.h"
-#include "cli/Output.h"
 
 #include "base/DisplayRule.h"
 #include "cli/Commands.h"
 #include "cli/Figures.h"
+#include "cli/Output.h"
 #include "desk/kit/Message.h"
 #include "record/ToleranceUnits.h"
 #include "risk/decision/RecordDecision.h"

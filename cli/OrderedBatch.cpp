@@ -1,4 +1,5 @@
 #include "cli/OrderedBatch.h"
+
 #include "cli/Output.h"
 
 #include <algorithm>

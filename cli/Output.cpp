@@ -43,16 +43,7 @@ std::string faultText(const std::exception& fault) {
 }
 
 std::string printable(std::string_view text) {
-    std::string shown;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto [code, size] = steeringAt(text, i);
-        if (size > 0)
-            shown += escaped(code);
-        else
-            shown += text[i];
-        i += std::max<std::size_t>(size, 1);
-    }
-    return shown;
+    return withoutSteering(text, escaped);
 }
 
 std::string forResults(std::string_view text) {

@@ -1,7 +1,7 @@
 #include "cli/OutputFile.h"
-#include "cli/Output.h"
 
 #include "base/AtomicFile.h"
+#include "cli/Output.h"
 #include "unattended/Input.h"
 
 #include <algorithm>

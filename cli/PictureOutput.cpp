@@ -1,6 +1,6 @@
 #include "cli/PictureOutput.h"
-#include "cli/Output.h"
 
+#include "cli/Output.h"
 #include "cli/OutputFile.h"
 #include "cli/Readers.h"
 #include "unattended/Input.h"

@@ -3,7 +3,6 @@
 #include "desk/compute/FitMeasuring.h"
 #include "record/AnalysisFields.h"
 #include "record/FieldAccess.h"
-
 #include "uncertainty/ErrorTable.h"
 #include <stdexcept>
 

@@ -132,16 +132,7 @@ std::string jsonLine(const Json& object) {
     append(text, object);
     if (isPlain(text)) return text += '\n';
     // What JSON lets through and terminals obey.
-    std::string line;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto [code, size] = steeringAt(text, i);
-        if (size > 0)
-            line += unicodeEscape(code);
-        else
-            line += text[i];
-        i += std::max<std::size_t>(size, 1);
-    }
-    return line + "\n";
+    return withoutSteering(text, unicodeEscape) + "\n";
 }
 
 } // namespace metrisk

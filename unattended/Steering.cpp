@@ -1,5 +1,7 @@
 #include "unattended/Steering.h"
 
+#include <algorithm>
+
 namespace metrisk {
 
 namespace {
@@ -30,6 +32,19 @@ std::string unicodeEscape(char32_t code) {
     std::string text = "\\u";
     for (int shift = 12; shift >= 0; shift -= 4) text += digits[code >> shift & 15];
     return text;
+}
+
+std::string withoutSteering(std::string_view text, std::string (*escape)(char32_t code)) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto [code, size] = steeringAt(text, i);
+        if (size > 0)
+            shown += escape(code);
+        else
+            shown += text[i];
+        i += std::max<std::size_t>(size, 1);
+    }
+    return shown;
 }
 
 } // namespace metrisk

@@ -19,4 +19,7 @@ Steering steeringAt(std::string_view text, std::size_t at);
 /// As JSON and C write it.
 std::string unicodeEscape(char32_t code);
 
+/// The text with each of them written as `escape` says.
+std::string withoutSteering(std::string_view text, std::string (*escape)(char32_t code));
+
 } // namespace metrisk

@@ -93,8 +93,7 @@ class Record {
         return std::visit([](const auto& held) -> py::object { return py::cast(held); }, value);
     }
 
-    /// What is wrong with the names; empty if they have been judged by their values, and `accepted` tells
-    /// how.
+    /// What is wrong with the names; if nothing is, whether the values were put in.
     std::pair<std::string, bool> put(const Texts& entries, const Texts& fields, const std::string& countsAs) {
         AnalysisEntries all;
         all.countsAs = countsAs;
