@@ -27,6 +27,15 @@ int beside(const QMargins& margins) {
     return margins.left() + margins.right() + 6;
 }
 
+/// As wide as that text would be. Digits are all of one width, and a text is shaped glyph by glyph: for the
+/// fifty boxes of a screen that is felt at its start.
+int widthOf(const QString& room, const QFont& font) {
+    const QFontMetricsF metrics(font);
+    const bool digits = room.count('0') == room.size();
+    return qRound(digits ? double(room.size()) * metrics.horizontalAdvance('0')
+                         : metrics.horizontalAdvance(room));
+}
+
 /// The box keeps its entry while the user looks at a menu, a box or another program.
 bool goesOn(Qt::FocusReason reason) {
     return reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
@@ -152,17 +161,21 @@ void EntryBox::fitText() {
 }
 
 QSize EntryBox::sizeHint() const {
-    const QFontMetrics largest(sized(0));
-    const int growth = largest.height() - fontMetrics().height();
-    return {largest.horizontalAdvance(room_) + beside(textMargins()),
+    const QFont largest = sized(0);
+    const int growth = sizes_.empty() ? 0 : QFontMetrics(largest).height() - fontMetrics().height();
+    return {widthOf(room_, largest) + beside(textMargins()),
             std::max(leastHeight, QLineEdit::sizeHint().height() + growth)};
 }
 
 QSize EntryBox::minimumSizeHint() const {
-    const QFontMetrics least(sized(1));
-    if (!sizes_.empty()) return {least.horizontalAdvance(room_) + beside(textMargins()), sizeHint().height()};
+    if (sizes_.size() > 1) {
+        // From the largest, a pixel a letter for its rounding: a font is not loaded for what is rarely shown.
+        const double share = sizes_[1] / sizes_[0];
+        const int least = qCeil(share * widthOf(room_, sized(0))) + static_cast<int>(room_.size());
+        return {least + beside(textMargins()), sizeHint().height()};
+    }
     constexpr int scarce = 3, plenty = 5;
-    return {fontMetrics().horizontalAdvance(room_.left((room_.size() * scarce + plenty - 1) / plenty)) +
+    return {widthOf(room_.left((room_.size() * scarce + plenty - 1) / plenty), font()) +
                 beside(textMargins()),
             std::max(leastHeight, QLineEdit::minimumSizeHint().height())};
 }

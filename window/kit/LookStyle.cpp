@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -88,21 +89,41 @@ void drawButton(QPainter& painter, const QStyleOption& option, bool primary) {
     }
 }
 
-/// An entry has a frame; what is computed or locked has a ground of its own instead.
+void drawFrame(QPainter& painter, const QRectF& room, const QColor& ground, const QColor& frame, int thick) {
+    const qreal inset = thick / 2.;
+    painter.setBrush(ground);
+    painter.setPen(thick ? QPen(frame, thick) : QPen(Qt::NoPen));
+    painter.drawRoundedRect(room.adjusted(inset, inset, -inset, -inset), 3, 3);
+}
+
+/// An entry has a frame; what is computed or locked has a ground of its own instead. A screen has fifty boxes
+/// of a few sizes, and rounding corners is most of what painting one costs: each kind is drawn once.
 void drawBox(QPainter& painter, const QStyleOption& option, const QLineEdit& box) {
     const ColourRoles& roles = rolesFor(option.palette);
-    const QRectF room(option.rect);
-    painter.setBrush(option.palette.brush(QPalette::Base));
+    const QColor ground = option.palette.color(QPalette::Base);
     const bool focused = option.state & QStyle::State_HasFocus;
-    if (box.isReadOnly() && !focused) {
-        painter.setPen(Qt::NoPen);
-        painter.drawRoundedRect(room, 3, 3);
-        return;
-    }
     const bool live = option.state & QStyle::State_Enabled;
-    painter.setPen(QPen(focused ? roles.accent : live ? roles.field : roles.line, focused ? 2 : 1));
-    const qreal inset = focused ? 1 : 0.5;
-    painter.drawRoundedRect(room.adjusted(inset, inset, -inset, -inset), 3, 3);
+    const QColor frame = focused ? roles.accent : live ? roles.field : roles.line;
+    const int thick = focused ? 2 : box.isReadOnly() ? 0 : 1;
+    const qreal scale = painter.device()->devicePixelRatioF();
+    const QString key = QString("box %1 %2 %3 %4 %5 %6")
+                            .arg(option.rect.width())
+                            .arg(option.rect.height())
+                            .arg(ground.rgba(), 0, 16)
+                            .arg(frame.rgba(), 0, 16)
+                            .arg(thick)
+                            .arg(scale);
+    QPixmap drawn;
+    if (!QPixmapCache::find(key, &drawn)) {
+        drawn = QPixmap(option.rect.size() * scale);
+        drawn.setDevicePixelRatio(scale);
+        drawn.fill(Qt::transparent);
+        QPainter once(&drawn);
+        once.setRenderHint(QPainter::Antialiasing);
+        drawFrame(once, QRectF(QPointF(), option.rect.size()), ground, frame, thick);
+        QPixmapCache::insert(key, drawn);
+    }
+    painter.drawPixmap(option.rect.topLeft(), drawn);
 }
 
 /// A heading stands inside its frame, at the same place everywhere.

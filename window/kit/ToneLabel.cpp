@@ -62,25 +62,35 @@ int ToneLabel::signRoom() const {
     return sign_ == Label::Sign::None ? 0 : signSize + behindSign;
 }
 
-/// A label measures itself a little short of a text with an underlined letter.
-QSize ToneLabel::withMnemonic(const QSize& hint) const {
-    if (wordWrap() || !text().contains('&')) return hint;
-    return hint.expandedTo({fontMetrics().size(Qt::TextShowMnemonic, text()).width() + 2 * margin() + 2, 0});
+/// QLabel measures its text three times whenever it is asked, and a little short of one with an underlined
+/// letter. A screen has fifty captions and asks each more than once.
+QSize ToneLabel::textSize() const {
+    if (measured_.isNull() || measuredText_ != text() || measuredFont_ != font()) {
+        measuredText_ = text();
+        measuredFont_ = font();
+        const bool underlined = text().contains('&');
+        measured_ = fontMetrics().size(underlined ? Qt::TextShowMnemonic : 0, text());
+        if (underlined) measured_ += QSize(2, 0);
+    }
+    return measured_;
 }
 
 QSize ToneLabel::sizeHint() const {
     if (terse_ && sign_ != Label::Sign::None) return minimumSizeHint(); // words take what room is left
-    const QSize hint = withMnemonic(QLabel::sizeHint()) + QSize(signRoom(), 0);
+    if (!wordWrap()) return minimumSizeHint();
     // A caption takes a second line only where it must.
-    const QSize unfolded = fontMetrics().size(0, text()) + QSize(2 * margin() + signRoom() + 4, 0);
-    return wordWrap() && unfolded.width() < fontMetrics().averageCharWidth() * captionLength
+    const QSize unfolded = textSize() + QSize(2 * margin() + signRoom() + 4, 0);
+    return unfolded.width() < fontMetrics().averageCharWidth() * captionLength
                ? QSize(unfolded.width(), std::max(unfolded.height(), fontMetrics().lineSpacing()))
-               : hint;
+               : QLabel::sizeHint() + QSize(signRoom(), 0);
 }
 
 QSize ToneLabel::minimumSizeHint() const {
     if (terse_ && sign_ != Label::Sign::None) return {signSize + 1, QLabel::minimumSizeHint().height()};
-    return withMnemonic(QLabel::minimumSizeHint()) + QSize(signRoom(), 0);
+    const QSize frame(2 * margin(), 2 * margin());
+    const bool oneLine = !wordWrap() && !text().isEmpty();
+    const QSize hint = oneLine ? textSize().grownBy(contentsMargins()) + frame : QLabel::minimumSizeHint();
+    return hint + QSize(signRoom(), 0);
 }
 
 void ToneLabel::paintEvent(QPaintEvent* event) {
@@ -93,7 +103,7 @@ void ToneLabel::paintEvent(QPaintEvent* event) {
     if (sign_ != Label::Sign::None)
         drawSign(painter, sign_, QRectF(room.x(), room.center().y() - signSize / 2., signSize, signSize),
                  color);
-    if (width() < QLabel::sizeHint().width() + signRoom() && terse_) return;
+    if (terse_ && width() < QLabel::sizeHint().width() + signRoom()) return;
     style()->drawItemText(&painter, room.adjusted(signRoom(), 0, 0, 0),
                           int(alignment()) | (buddy() ? Qt::TextShowMnemonic : 0) |
                               (wordWrap() ? Qt::TextWordWrap : 0),

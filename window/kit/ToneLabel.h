@@ -13,7 +13,9 @@ class ToneLabel final : public QLabel {
     Q_OBJECT
 
   public:
-    ToneLabel(const QString& text, Label::Sign sign) : QLabel(text), sign_(sign) {}
+    ToneLabel(const QString& text, Label::Sign sign) : QLabel(text), sign_(sign) {
+        setTextFormat(Qt::PlainText);
+    }
 
     void setTone(Label::Tone tone, Label::Sign sign);
     /// The words may be left out where room is scarce.
@@ -26,11 +28,14 @@ class ToneLabel final : public QLabel {
 
   private:
     int signRoom() const;
-    QSize withMnemonic(const QSize& hint) const;
+    QSize textSize() const;
 
     Label::Tone tone_ = Label::Tone::Plain;
     Label::Sign sign_;
     bool terse_ = false;
+    mutable QString measuredText_;
+    mutable QFont measuredFont_;
+    mutable QSize measured_; // of that text in that font
 };
 
 } // namespace metrisk

@@ -78,11 +78,7 @@ class Maker final : public ControlVisitor {
     QWidget* made = nullptr;
 
     void visit(Panel&) override { made = new QWidget; } // layouts make theirs themselves
-    void visit(Label& label) override {
-        auto* plain = new ToneLabel(caption(label.text), label.sign);
-        plain->setTextFormat(Qt::PlainText);
-        made = plain;
-    }
+    void visit(Label& label) override { made = new ToneLabel(caption(label.text), label.sign); }
     void visit(TextBox&) override { made = new EntryBox; }
     void visit(Button& button) override { made = makeButton(button); }
     void visit(Choice&) override { made = new QComboBox; }

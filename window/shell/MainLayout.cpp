@@ -51,10 +51,10 @@ QWidget* column(QWidget* label, QWidget* box, const char* name = "") {
 }
 
 /// A sign between two boxes, level with them; without it they are that distance apart.
-void addSign(QHBoxLayout* row, QWidget* label, int distance) {
+void addSign(QHBoxLayout* row, QWidget* label, int distance, const QWidget* box) {
     auto* sign = static_cast<QLabel*>(label);
     sign->setAlignment(Qt::AlignVCenter | (distance > 0 ? Qt::AlignHCenter : Qt::AlignLeft));
-    sign->setFixedSize(signWidth, EntryBox().sizeHint().height());
+    sign->setFixedSize(signWidth, box->sizeHint().height());
     row->addSpacing(distance / 2);
     row->addWidget(sign, 0, Qt::AlignBottom);
     row->addSpacing(distance / 2);
@@ -147,10 +147,10 @@ QGroupBox* measuring(const WidgetMaker& w) {
     auto* middle = new QHBoxLayout;
     middle->setContentsMargins(0, 0, 0, 0);
     middle->setSpacing(0);
-    addSign(middle, w("Lbl_Equals"), 0);
-    middle->addWidget(column(w("pnl_MTEFixed"), w.box("MTEFixedOffsetBox", characters), "pnl_MTEFixedOffset"),
-                      1);
-    addSign(middle, w("Lbl_Plus"), columnGap);
+    QWidget* fixed = w.box("MTEFixedOffsetBox", characters);
+    addSign(middle, w("Lbl_Equals"), 0, fixed);
+    middle->addWidget(column(w("pnl_MTEFixed"), fixed, "pnl_MTEFixedOffset"), 1);
+    addSign(middle, w("Lbl_Plus"), columnGap, fixed);
     middle->addWidget(column(w("pnl_PctReading"), w.box("MTEPctOfReadingBox", 7), "pnl_MTEPctOfReading"), 1);
     middle->addSpacing(columnGap);
     middle->addWidget(column(w("pnl_Units"), w.box("MTEParameterUnitsBox", 7)), 1);

@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <algorithm>
+#include <string_view>
 
 namespace metrisk {
 
@@ -132,8 +134,11 @@ void QtLooks::applyBold(const ColorScheme& scheme) {
     named(dataHeadings, scheme.FontBold_TextLabel);
     named(dataBoxes, scheme.FontBold_TextBox);
     named(idBoxes, scheme.FontBold_InfoBox);
-    named(resultBoxes, scheme.FontBold_ResultsBox);
-    named(largeResults, true); // what the screen is for
+    for (const char* name : resultBoxes) {
+        const bool large = std::find(largeResults.begin(), largeResults.end(), std::string_view(name)) !=
+                           largeResults.end(); // what the screen is for
+        setBold(*controls->findChild<QWidget*>(name), allowed && (large || scheme.FontBold_ResultsBox));
+    }
     named(headings, scheme.FontBold_Heading);
     for (const char* name : headings)
         controls->findChild<QWidget*>(name)->setProperty(headingProperty, false);
