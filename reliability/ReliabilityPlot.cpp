@@ -85,7 +85,7 @@ void ticks(DrawingSurface& surface, double limit, const PlotScale& scale) {
     const Axis shares = roundAxisOver("", 0, top);
     each(shares, [&](double share) {
         surface.Line(0, share, -length, share);
-        if (share > wordsAt * top - 2 * line && share < wordsAt * top + line) return;
+        if (std::abs(share - (wordsAt * top - 1.5 * line)) < 1.25 * line) return; // they hang a line below
         const std::string text = FormatNumber(100 * share * scale.verticalScale,
                                               PictureForDecimals(std::max(0, shares.decimals - 2)), {}) +
                                  " %";

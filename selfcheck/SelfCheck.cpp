@@ -221,11 +221,12 @@ CheckVerdict judge(const CheckedFigure& checked) {
 CheckedFigure checkLine(std::string_view line) {
     CheckedFigure checked;
     const auto cells = split(line, '\t');
-    if (cells.size() != 7) return checked;
+    if (cells.size() != 8) return checked;
     checked.name = cells[1];
     checked.figure = cells[2];
     checked.printed = cells[3];
     checked.source = cells[6];
+    checked.title = cells[7];
     try {
         checked.tolerance = number(cells[4]);
         Fields inputs;

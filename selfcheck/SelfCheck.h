@@ -17,7 +17,8 @@ const char* wordOf(CheckVerdict verdict);
 
 /// One published figure in the units of its source.
 struct CheckedFigure {
-    std::string name; // the case
+    std::string name;  // the case, as texts quote it
+    std::string title; // and in words
     std::string figure;
     std::string source;
     std::string printed;

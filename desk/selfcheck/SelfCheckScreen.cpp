@@ -35,7 +35,7 @@ SelfCheckScreen::SelfCheckScreen(Session& session) : Worksheet("SelfCheck", "Sel
     };
     for (const CheckedFigure& each : figures) {
         std::vector<Table::Cell> row;
-        for (const std::string& text : {std::string(wordOf(each.verdict)), each.name, each.figure,
+        for (const std::string& text : {std::string(wordOf(each.verdict)), each.title, each.figure,
                                         each.printed, number(each.computed), number(each.exact), whyOf(each)})
             row.push_back({.text = text, .marked = each.verdict == CheckVerdict::Diff, .locked = true});
         all_.push_back(std::move(row));

@@ -11,17 +11,19 @@ namespace {
 TEST(SelfCheck, EveryPublishedFigureIsMet) {
     const auto figures = selfCheck(publishedFigures());
     EXPECT_GT(figures.size(), 150u);
-    for (const CheckedFigure& each : figures)
+    for (const CheckedFigure& each : figures) {
         EXPECT_NE(each.verdict, CheckVerdict::Diff)
             << each.name << " " << each.figure << " printed " << each.printed << " computed "
             << each.computed.value_or(-1);
+        EXPECT_FALSE(each.title.empty()) << each.name;
+    }
     EXPECT_TRUE(allPassed(figures));
 }
 
 TEST(SelfCheck, ABrokenFigureTurnsItRed) {
     const std::string good =
         "risk\tcase\tFR\t0.015\t0.0005\tside=two pct=95.4499736103642 u=0.125 lower=1.0 upper=1.0 "
-        "lowerMult=1.0 upperMult=1.0\tsource\n";
+        "lowerMult=1.0 upperMult=1.0\tsource\tcase in words\n";
     ASSERT_EQ(selfCheck(good).at(0).verdict, CheckVerdict::Pass);
     const auto with = [&](const std::string& from, const std::string& to) {
         std::string changed = good;

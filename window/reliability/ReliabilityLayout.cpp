@@ -3,6 +3,7 @@
 
 #include "window/kit/FoldingRow.h"
 #include "window/kit/LookStyle.h"
+#include "window/kit/Panels.h"
 #include "window/kit/Widgets.h"
 
 #include <QBoxLayout>
@@ -28,6 +29,7 @@ QWidget* layoutReliability(const WidgetMaker& w) {
                                                           {w("Lbl_theta2"), w("theta2Box")},
                                                           {w("Lbl_theta3"), w("theta3Box")},
                                                           {{w("cmdComputePct"), 2}}}));
+    lineUpCaptions({model, percentages});
     QWidget* picture = w("pic_RPlot");
     picture->setMinimumSize(360, 240);
     const auto pair = [](const char* name, QWidget* box, const char* unit) {
