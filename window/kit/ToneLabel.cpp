@@ -93,6 +93,12 @@ QSize ToneLabel::minimumSizeHint() const {
     return hint + QSize(signRoom(), 0);
 }
 
+int ToneLabel::heightForWidth(int width) const {
+    const QSize unfolded = textSize().grownBy(contentsMargins()) + QSize(2 * margin(), 2 * margin());
+    return wordWrap() && !text().isEmpty() && unfolded.width() < width ? unfolded.height()
+                                                                       : QLabel::heightForWidth(width);
+}
+
 void ToneLabel::paintEvent(QPaintEvent* event) {
     if (tone_ == Label::Tone::Plain && sign_ == Label::Sign::None) return QLabel::paintEvent(event);
     QPainter painter(this);

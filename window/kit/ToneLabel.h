@@ -22,6 +22,7 @@ class ToneLabel final : public QLabel {
     void setTerse(bool terse);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
