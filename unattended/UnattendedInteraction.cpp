@@ -1,7 +1,5 @@
 #include "unattended/UnattendedInteraction.h"
 
-#include "desk/kit/Worksheet.h"
-
 namespace metrisk {
 
 namespace {
@@ -21,13 +19,6 @@ const char* answerWord(Answer answer) {
 Answer UnattendedInteraction::show(const Box& box) {
     messages_.push_back({box.title, box.text, answerWord(box.unattended), box.buttons != BoxButtons::Ok});
     return box.unattended;
-}
-
-void UnattendedInteraction::run(Worksheet& screen, const std::function<void()>& work) {
-    if (work)
-        work();
-    else
-        screen.close(Way::Cancel);
 }
 
 } // namespace metrisk

@@ -1,7 +1,7 @@
-// Answers for a run that nobody watches: every box gets the answer it names for that case.
+// A run that nobody watches, with what was told meanwhile.
 #pragma once
 
-#include "desk/kit/Interaction.h"
+#include "desk/kit/UnwatchedInteraction.h"
 
 #include <string>
 #include <vector>
@@ -17,7 +17,7 @@ struct Told {
     bool asked; // there was a choice of answers
 };
 
-class UnattendedInteraction final : public Interaction {
+class UnattendedInteraction final : public UnwatchedInteraction {
   public:
     /// Everything shown so far, in order.
     const std::vector<Told>& messages() const { return messages_; }
@@ -27,26 +27,6 @@ class UnattendedInteraction final : public Interaction {
     void note(const std::string& text) { messages_.push_back({"", text, "", false}); }
 
     Answer show(const Box& box) override;
-    /// Does the screen's work; a screen without work is left by Cancel at once.
-    void run(Worksheet& screen, const std::function<void()>& work) override;
-
-    void open(Worksheet& screen) override { run(screen, {}); }
-    void placeBeside(Worksheet&, Worksheet&) override {}
-    void refresh(Worksheet&) override {}
-    void repaintMainScreen() override {}
-    void focus(const ControlName&, bool) override {}
-    void highlight(std::string_view) override {}
-    void yield() override {}
-    void status(std::string_view) override {}
-    void help(std::string_view) override {}
-    void setBusy(bool) override {}
-    void peekBehind(Worksheet&) override {}
-    void beep() override {}
-    void post(std::function<void()>) override {}
-    bool perform(Worksheet&, const std::function<void()>&) override { return false; }
-    void copyText(std::string_view) override {}
-    bool print(const PictureArea&, std::string_view) override { return false; }
-    void copyPicture(const PictureArea&) override {}
 
   private:
     std::vector<Told> messages_;
