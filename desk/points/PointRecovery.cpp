@@ -1,10 +1,8 @@
 #include "desk/points/PointRecovery.h"
 
 #include "desk/files/CopyQuestion.h"
-#include "desk/points/PointDesk.h"
 #include "desk/points/PointDocument.h"
 
-#include <functional>
 #include <stdexcept>
 
 namespace metrisk {
@@ -14,10 +12,8 @@ PointRecovery::PointRecovery(Talk& ui, PointDesk& desk, std::filesystem::path fo
 
 void PointRecovery::update() {
     if (!desk_.sheet.changed()) return remove();
-    const std::string text = desk_.sheet.text();
-    const std::size_t sign = std::hash<std::string>{}(desk_.path + '\n' + text);
-    if (!copy_.path().empty() && sign == written_) return;
-    if (copy_.write({desk_.path, desk_.stamp, text})) written_ = sign;
+    if (!isHeld() && copy_.write({desk_.path, desk_.stamp, desk_.sheet.text()}))
+        written_ = desk_.sheet.state();
 }
 
 bool PointRecovery::open(const AbandonedCopy& copy) {
@@ -33,16 +29,13 @@ bool PointRecovery::open(const AbandonedCopy& copy) {
 }
 
 bool PointRecovery::offer() {
-    for (const AbandonedCopy& copy : abandonedCopies(folder_)) {
-        const Answer answer = askAboutCopy(ui_, copy, nameOfTable(copy.work.name));
-        std::error_code ignored;
-        if (answer == Answer::No) std::filesystem::remove(copy.path, ignored);
-        if (answer != Answer::Yes || !open(copy)) continue;
-        update(); // this program's own, before the other is given up
-        if (!copy_.path().empty()) std::filesystem::remove(copy.path, ignored);
-        return true;
-    }
-    return false;
+    return offerCopies(
+        ui_, folder_, [](const std::string& path) { return nameOfTable(path); },
+        [this](const AbandonedCopy& copy) { return open(copy); },
+        [this] {
+            update();
+            return isHeld();
+        });
 }
 
 } // namespace metrisk

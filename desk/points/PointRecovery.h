@@ -1,6 +1,7 @@
 // Unsaved rows that outlive the program: written while it runs, offered when it starts again.
 #pragma once
 
+#include "desk/points/PointDesk.h"
 #include "persistence/RecoveryCopy.h"
 
 #include <cstddef>
@@ -9,7 +10,6 @@
 namespace metrisk {
 
 class Talk;
-struct PointDesk;
 
 class PointRecovery {
   public:
@@ -26,12 +26,13 @@ class PointRecovery {
 
   private:
     bool open(const AbandonedCopy& copy);
+    bool isHeld() const { return !copy_.path().empty() && written_ == desk_.sheet.state(); }
 
     Talk& ui_;
     PointDesk& desk_;
     std::filesystem::path folder_;
     RecoveryCopy copy_;
-    std::size_t written_ = 0; // what tells the text of the copy from others
+    std::size_t written_ = 0; // the state of the sheet that the copy holds
 };
 
 } // namespace metrisk

@@ -3,6 +3,7 @@
 #include "rows/Cell.h"
 
 #include <algorithm>
+#include <atomic>
 #include <stdexcept>
 
 namespace metrisk {
@@ -138,6 +139,11 @@ std::vector<PointRow> PointSheet::edited(Edit edit) const {
     return rows;
 }
 
+std::size_t PointSheet::nextState() {
+    static std::atomic<std::size_t> last = 0;
+    return ++last;
+}
+
 PointSheet::Change PointSheet::apply(Change change) {
     // Rows that only change stay where they are; the rows behind them move if their number does.
     const std::size_t shared = std::min(change.count, change.rows.size());
@@ -168,7 +174,7 @@ void PointSheet::step(std::vector<Change>& from, std::vector<Change>& to) {
 }
 
 void PointSheet::change(std::size_t at, std::size_t count, std::vector<PointRow> rows) {
-    undo_.push_back(apply({header_, at, count, std::move(rows), ++states_}));
+    undo_.push_back(apply({header_, at, count, std::move(rows), nextState()}));
     redo_.clear();
     std::size_t kept = 0;
     for (auto each = undo_.rbegin(); each != undo_.rend(); ++each) {
@@ -180,7 +186,7 @@ void PointSheet::change(std::size_t at, std::size_t count, std::vector<PointRow>
 }
 
 void PointSheet::change(std::string header, std::vector<PointRow> rows) {
-    undo_.push_back(apply({std::move(header), 0, rows_.size(), std::move(rows), ++states_}));
+    undo_.push_back(apply({std::move(header), 0, rows_.size(), std::move(rows), nextState()}));
     redo_.clear();
 }
 

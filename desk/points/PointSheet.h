@@ -85,8 +85,8 @@ class PointSheet {
     bool changed() const { return state_ != saved_; }
     void markSaved() { saved_ = state_; }
     /// Rows that no file holds, from the beginning.
-    void markChanged() { saved_ = static_cast<std::size_t>(-1); }
-    /// Another one for every change, but of answers.
+    void markChanged() { saved_ = 0; }
+    /// Another one for every table and every change but of answers; a step back has that of before.
     std::size_t state() const { return state_; }
 
   private:
@@ -97,6 +97,7 @@ class PointSheet {
         std::vector<PointRow> rows;
         std::size_t state;
     };
+    static std::size_t nextState(); // never 0
     Change apply(Change change);
     void change(std::size_t at, std::size_t count, std::vector<PointRow> rows);
     void change(std::string header, std::vector<PointRow> rows);
@@ -116,7 +117,7 @@ class PointSheet {
     std::vector<std::string> columns_;
     std::vector<PointRow> rows_;
     std::vector<Change> undo_, redo_;
-    std::size_t state_ = 0, states_ = 0, saved_ = 0;
+    std::size_t state_ = nextState(), saved_ = state_;
 };
 
 } // namespace metrisk

@@ -62,19 +62,19 @@ bool Recovery::open(const AbandonedCopy& copy) {
 }
 
 bool Recovery::offer(const std::function<void()>& opened) {
-    for (const AbandonedCopy& copy : abandonedCopies(folder_)) {
-        const std::string name = std::filesystem::path(copy.work.name).filename().string();
-        const Answer answer = askAboutCopy(session_.ui, copy, name);
-        std::error_code ignored;
-        if (answer == Answer::No) std::filesystem::remove(copy.path, ignored);
-        if (answer != Answer::Yes || !open(copy)) continue;
-        opened();
-        settled();
-        update(true); // this program's own, before the other is given up
-        if (!copy_.path().empty()) std::filesystem::remove(copy.path, ignored);
-        return true;
-    }
-    return false;
+    return offerCopies(
+        session_.ui, folder_,
+        [](const std::string& path) { return std::filesystem::path(path).filename().string(); },
+        [&](const AbandonedCopy& copy) {
+            if (!open(copy)) return false;
+            opened();
+            return true;
+        },
+        [this] {
+            settled();
+            update(true);
+            return !copy_.path().empty();
+        });
 }
 
 } // namespace metrisk

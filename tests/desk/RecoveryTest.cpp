@@ -137,6 +137,22 @@ TEST(Recovery, RowsOfADeadProgramAreOffered) {
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "saved";
 }
 
+TEST(Recovery, AnotherTableOfAsManyChangesIsCopiedAnew) {
+    const TemporaryFolder temporary;
+    TestSession p;
+    PointDesk desk;
+    PointRecovery recovery(p.ui, desk, temporary / "tables");
+    const auto copied = [&](const char* cell) {
+        desk.sheet = PointSheet();
+        desk.sheet.put(0, 0, {{cell}});
+        recovery.update();
+        std::ifstream file(std::filesystem::directory_iterator(temporary / "tables")->path());
+        return std::string(std::istreambuf_iterator(file), {}).find(cell) != std::string::npos;
+    };
+    EXPECT_TRUE(copied("1.25"));
+    EXPECT_TRUE(copied("7.75"));
+}
+
 TEST(Recovery, ChangesNothingAndSkipsWhatIsNone) {
     const TemporaryFolder temporary;
     const auto folder = temporary / "state";
