@@ -17,6 +17,8 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <mutex>
+
 namespace py = pybind11;
 
 namespace {
@@ -42,10 +44,22 @@ auto guarded(const Work& work) {
     }
 }
 
+/// One act at a time on an object that threads share. Who waits lets the others run, or they could not end.
+class Turn {
+  public:
+    explicit Turn(std::mutex& one) : lock_(one, std::defer_lock) {
+        const py::gil_scoped_release released;
+        lock_.lock();
+    }
+
+  private:
+    std::unique_lock<std::mutex> lock_;
+};
+
 class Record {
   public:
     Record() { run_.record = workplace().newAnalysis; }
-    Record(const Record& other) { run_.record = other.run_.record; }
+    Record(const Record& other) { run_.record = other.kept(); }
 
     bool load(const std::string& path) {
         return changing([&] { return run_.open(path); });
@@ -70,23 +84,26 @@ class Record {
         });
     }
     std::string json() {
+        const Turn turn(busy_);
         return guarded([&] { return jsonLine(fieldsJson(run_)); });
     }
     py::bytes bytes() const {
+        Analysis record = kept();
         return guarded([&] {
-            Analysis kept = run_.record;
-            dropStaleFigures(kept, run_.session.regional);
-            return AnalysisText(kept);
+            dropStaleFigures(record, run_.session.regional);
+            return AnalysisText(record);
         });
     }
 
     bool same(const Record& other) const {
-        return guarded([&] { return AnalysisText(run_.record) == AnalysisText(other.run_.record); });
+        const Analysis one = kept(), two = other.kept();
+        return guarded([&] { return AnalysisText(one) == AnalysisText(two); });
     }
 
     py::object field(const std::string& name) const {
         const auto place = fieldPlaceOf(name);
         if (!place || !isElement(*place)) throw py::index_error(name + " is no element");
+        const Turn turn(busy_);
         const FieldValue value = fieldValue(run_.record, *place);
         if (const auto* number = std::get_if<double>(&value); number && place->of->kind == FieldKind::Whole)
             return py::int_(static_cast<long>(*number));
@@ -135,14 +152,11 @@ class Record {
         if (guardbands == "use") known.guardbands = GuardbandUse::Use;
         if (guardbands == "ignore") known.guardbands = GuardbandUse::Ignore;
         if (guardbands == "equalize") known.guardbands = GuardbandUse::Equalize;
-        const Analysis kept = run_.record;
         std::optional<std::string> figures;
-        changing([&] {
+        looking([&] {
             const ObservedShares shares = convertShare(run_, known);
             if (shares.computed) figures = jsonLine(sharesJson(run_.record, shares));
-            return shares.computed;
         });
-        run_.record = kept;
         return figures;
     }
 
@@ -162,13 +176,8 @@ class Record {
                                     .font = font,
                                     .organization = organization,
                                     .page = letter ? PageSetup{} : PageSetup::a4()};
-        const Analysis kept = run_.record;
         std::optional<std::string> bytes;
-        changing([&] {
-            bytes = composeReport(run_, name, request);
-            return bytes.has_value();
-        });
-        run_.record = kept;
+        looking([&] { bytes = composeReport(run_, name, request); });
         if (!bytes) return std::nullopt;
         return py::bytes(*bytes);
     }
@@ -176,6 +185,7 @@ class Record {
     /// What the last act told: title, text and the answer that was given; a note has neither title nor
     /// answer.
     std::vector<std::tuple<std::string, std::string, std::string>> messages() const {
+        const Turn turn(busy_);
         std::vector<std::tuple<std::string, std::string, std::string>> all;
         for (const Told& told : run_.ui.messages()) all.emplace_back(told.title, told.text, told.answer);
         return all;
@@ -189,9 +199,15 @@ class Record {
         return *choice;
     }
 
+    Analysis kept() const {
+        const Turn turn(busy_);
+        return run_.record;
+    }
+
     /// Does the work, or leaves the record as it was.
     template <class Work>
     bool changing(const Work& work) {
+        const Turn turn(busy_);
         run_.ui.forget();
         const Analysis kept = run_.record;
         try {
@@ -204,6 +220,16 @@ class Record {
         }
     }
 
+    /// Does the work, and leaves the record as it was in any case.
+    template <class Work>
+    void looking(const Work& work) {
+        changing([&] {
+            work();
+            return false;
+        });
+    }
+
+    mutable std::mutex busy_;
     AnalysisRun run_{workplace()};
 };
 

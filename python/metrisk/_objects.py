@@ -97,8 +97,8 @@ class Analysis:
     Every field of the record is an attribute and an item under its own name (``a.SU_Mode``,
     ``a["Rel_BOP[1]"]``); flags are bool, arrays count from 1. Setting one is what ``metrisk-cli set`` does: it is
     refused where a file could not hold it, and what follows from it follows. ``MetriskError`` tells why something
-    was refused; the analysis is then as it was. Two are equal whose files would be. One object belongs to one thread at a time. No settings of a user
-    are read.
+    was refused; the analysis is then as it was. Two are equal whose files would be. Threads that share one take
+    turns, act by act. No settings of a user are read.
     """
 
     __slots__ = ("_record",)

@@ -7,6 +7,7 @@ import os
 import pickle
 import subprocess
 import tempfile
+import threading
 import unittest
 
 import numpy as np
@@ -109,6 +110,29 @@ class Entries(unittest.TestCase):
         self.assertEqual(list(reversed(a.Rel_BOP)), [0.75, 0.5])
         self.assertEqual(a.CorrelationMatrix[1, 2], a.CorrelationMatrix[1][2])
         self.assertIn("SU_Mode", dir(a))
+
+    def test_of_threads_take_turns(self):
+        wanted = [metrisk.Analysis().entries(**{**ENTRIES, "su_pct": pct}).compute()["FalseAccept"] for pct in (80, 95)]
+        shared = metrisk.Analysis().entries(**ENTRIES)
+        figures = []
+
+        def work(act):
+            for _ in range(300):
+                act()
+
+        acts = (
+            lambda: shared.entries(su_pct=80),
+            lambda: shared.entries(su_pct=95),
+            lambda: figures.append(shared.compute()["FalseAccept"]),
+            lambda: (shared.to_dict(), shared == metrisk.Analysis(), shared.SU_Mode),
+        )
+        threads = [threading.Thread(target=work, args=(act,)) for act in acts]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(len(figures), 300)
+        self.assertLessEqual(set(figures), set(wanted))
 
     def test_that_cannot_be_leave_the_analysis_as_it_was(self):
         a = metrisk.Analysis().entries(**ENTRIES)
