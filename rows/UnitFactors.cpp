@@ -6,6 +6,7 @@
 #include "rows/ShippedUnits.h"
 #include "units/UnitsTable.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cmath>
@@ -31,25 +32,56 @@ constexpr Prefix prefixes[] = {{"da", 1e1},  {"q", 1e-30}, {"r", 1e-27}, {"y", 1
                                {"Z", 1e21},  {"Y", 1e24},  {"R", 1e27},  {"Q", 1e30}};
 constexpr double sameFactor = 1e-12;
 
-struct Parts {
+/// Units that no table has, and that would read as another with a prefix: peta-siemens, a milli-phot,
+/// centi-hours.
+constexpr std::string_view furtherUnits[] = {"PS", "mph", "kph", "hr",  "yr", "ch",
+                                             "nt", "kat", "rpm", "dpt", "cal"};
+
+/// A symbol without one of the prefixes that it may begin with.
+struct Stripped {
     double factor;
     std::string_view base;
 };
 
-/// The ways to read a symbol as a prefix and a base; the symbol itself is one of them.
-std::vector<Parts> partsOf(std::string_view symbol) {
-    std::vector<Parts> parts{{1, symbol}};
+std::vector<Stripped> strippedOf(std::string_view symbol) {
+    std::vector<Stripped> all;
     for (const Prefix& prefix : prefixes)
         if (symbol.size() > prefix.symbol.size() && symbol.starts_with(prefix.symbol))
-            parts.push_back({prefix.factor, symbol.substr(prefix.symbol.size())});
-    return parts;
+            all.push_back({prefix.factor, symbol.substr(prefix.symbol.size())});
+    return all;
 }
 
-std::optional<double> factorByPrefix(std::string_view nominal, std::string_view unit) {
-    for (const Parts& mine : partsOf(nominal))
-        for (const Parts& other : partsOf(unit))
-            if (mine.base == other.base) return mine.factor / other.factor;
-    return std::nullopt;
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// The unit that a prefix before the symbol belongs to: "mg" of "mg/L", "cm" of "cm³"; all of "mH2O".
+std::string_view leadOf(std::string_view symbol) {
+    constexpr std::string_view ends[] = {"·", "²", "³", "⁻"};
+    std::size_t size = 0;
+    for (; size < symbol.size(); ++size) {
+        const std::string_view rest = symbol.substr(size);
+        const bool inside = isDigit(rest[0]) && rest.size() > 1 && isLetter(rest[1]);
+        const bool plain = isLetter(rest[0]) || static_cast<unsigned char>(rest[0]) >= 0x80;
+        if (!plain && !inside) break;
+        if (std::ranges::any_of(ends, [&](std::string_view end) { return rest.starts_with(end); })) break;
+    }
+    return symbol.substr(0, size);
+}
+
+/// A prefix is raised with its unit: a dm³ is no tenth of a m³.
+int powerOf(std::string_view symbol) {
+    std::string_view rest = symbol.substr(leadOf(symbol).size());
+    if (rest.starts_with('^')) rest.remove_prefix(1);
+    if (rest.starts_with('2') || rest.starts_with("²")) return 2;
+    return rest.starts_with('3') || rest.starts_with("³") ? 3 : 1;
+}
+
+double raised(double factor, int power) {
+    return power == 1 ? factor : factor * raised(factor, power - 1);
 }
 
 void replaceAll(std::string& text, std::string_view what, std::string_view by) {
@@ -126,11 +158,71 @@ double UnitFactors::found(std::string_view nominalText, std::string_view unitTex
     }
     if (!area.empty() && !areaKnown)
         throw RowFault{true, ofColumn(column.empty() ? "" : "area") + "no area " + std::string(area)};
-    if (!told) told = factorByPrefix(nominal, unit);
+    if (!told) told = byPrefix(nominal, unit);
     if (!told)
         throw RowFault{true, ofColumn(column) + std::string(unitText) + " is no unit that " +
                                  std::string(nominalText) + " can be told in"};
     return *told;
+}
+
+bool UnitFactors::knows(std::string_view symbol) const {
+    return std::ranges::any_of(areas_, [&](const Area& area) {
+        return std::ranges::any_of(area.units, [&](const Unit& unit) { return unit.symbol == symbol; });
+    });
+}
+
+bool UnitFactors::areApart(std::string_view symbol, std::string_view base, double factor) const {
+    for (const Area& area : areas_)
+        for (const Unit& one : area.units) {
+            if (one.symbol != symbol) continue;
+            for (const Area& other : areas_)
+                for (const Unit& two : other.units)
+                    if (two.symbol == base &&
+                        std::fabs(one.multiplier / two.multiplier - factor) <= sameFactor * factor)
+                        return true;
+        }
+    return false;
+}
+
+/// A unit of its own stays whole, unless the tables tell that it is as much as its prefix says: "min" is no
+/// milli-inch.
+UnitFactors::Reading UnitFactors::readingOf(std::string_view symbol) const {
+    const std::string_view lead = leadOf(symbol);
+    const auto isKnown = [&](std::string_view unit) {
+        return knows(unit) || shipped().knows(unit) ||
+               std::ranges::find(furtherUnits, unit) != std::end(furtherUnits);
+    };
+    const auto isPrefixed = [&](std::string_view unit, const Stripped& as) {
+        return areApart(unit, as.base, as.factor) || shipped().areApart(unit, as.base, as.factor);
+    };
+    const bool known = isKnown(lead);
+    for (const Stripped& one : strippedOf(lead)) {
+        const auto again = strippedOf(one.base);
+        const bool bare =
+            std::ranges::none_of(again, [&](const Stripped& two) { return isPrefixed(one.base, two); });
+        if (known ? isPrefixed(lead, one) : bare && isKnown(one.base))
+            return {one.factor, symbol.substr(lead.size() - one.base.size()), true};
+    }
+    return {1, symbol, known};
+}
+
+std::optional<double> UnitFactors::byPrefix(std::string_view nominal, std::string_view unit) const {
+    const Reading mine = readingOf(nominal), other = readingOf(unit);
+    const auto ratio = [](const auto& one, const auto& two) {
+        return raised(one.factor / two.factor, powerOf(one.base));
+    };
+    if (mine.base == other.base) return ratio(mine, other);
+    // What remains without prefixes is in no table either: cmHg and mmHg.
+    if (mine.known && other.known) return std::nullopt;
+    for (const Stripped& one : strippedOf(nominal))
+        for (const Stripped& two : strippedOf(unit))
+            if (one.base == two.base && !readingOf(one.base).known) return ratio(one, two);
+    if (mine.known || other.known) return std::nullopt;
+    for (const Stripped& one : strippedOf(nominal))
+        if (one.base == unit) return raised(one.factor, powerOf(unit));
+    for (const Stripped& two : strippedOf(unit))
+        if (two.base == nominal) return raised(1 / two.factor, powerOf(nominal));
+    return std::nullopt;
 }
 
 const UnitFactors& UnitFactors::shipped() {

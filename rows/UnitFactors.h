@@ -3,6 +3,7 @@
 
 #include "rows/Cell.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -23,8 +24,9 @@ class UnitFactors {
 
     /// Cell units per nominal unit: a number in `unit` is the entry number / factor. Looked up in the area if
     /// one is named, else in every area that has both; a unit that is not there may be an SI prefix before
-    /// the nominal's own. Raises RowFault where there is no such factor, or areas disagree; what is told of
-    /// the unit begins with the column, if it is named.
+    /// the nominal's own, or the nominal one before it, as long as neither is a unit of another quantity:
+    /// "min" is no milli-inch. Raises RowFault where there is no such factor, or areas disagree; what is told
+    /// of the unit begins with the column, if it is named.
     double factor(std::string_view nominal, std::string_view unit, std::string_view area,
                   std::string_view column = {}) const;
 
@@ -46,6 +48,17 @@ class UnitFactors {
         std::string name;
         std::vector<Unit> units;
     };
+    /// A symbol as a prefix and what it is put before; 1 and the symbol where it has none.
+    struct Reading {
+        double factor;
+        std::string_view base;
+        bool known; // that the base begins with a unit
+    };
+    Reading readingOf(std::string_view symbol) const;
+    bool knows(std::string_view symbol) const;
+    /// Whether the tables have `symbol` as so many of `base`.
+    bool areApart(std::string_view symbol, std::string_view base, double factor) const;
+    std::optional<double> byPrefix(std::string_view nominal, std::string_view unit) const;
     double found(std::string_view nominal, std::string_view unit, std::string_view area,
                  std::string_view column) const;
 
