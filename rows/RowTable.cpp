@@ -183,11 +183,6 @@ void RowTable::process(std::string_view record, RowScratch& scratch, std::string
         processJson(record, scratch, out, counts);
 }
 
-double RowTable::lengthScale(const TestPoint& point) const {
-    if (lengthUnit_.empty() || point.nominalUnit.empty() || point.nominalUnit == lengthUnit_) return 1;
-    return units_.factor(point.nominalUnit, lengthUnit_, point.area, "nominal");
-}
-
 /// Figures and message are in the scratch.
 PointStatus RowTable::compute(RowScratch& s) const {
     TestPoint point = template_;
@@ -195,7 +190,7 @@ PointStatus RowTable::compute(RowScratch& s) const {
         computePoint(point, s.named, units_, options_.countsAs, options_.want, s.figures, s.message);
     if (s.figures.count == 0) return status;
     try {
-        scaleLengths(s.figures, lengthScale(point));
+        scaleLengths(s.figures, point);
     } catch (const RowFault& fault) {
         s.figures.count = 0;
         s.message = fault.text;
@@ -205,14 +200,21 @@ PointStatus RowTable::compute(RowScratch& s) const {
     return status;
 }
 
-void RowTable::scaleLengths(PointFigures& figures, double scale) const {
-    if (scale == 1) return;
+/// To the unit that the header says. Raises RowFault for a temperature's place, which no factor converts.
+void RowTable::scaleLengths(PointFigures& figures, const TestPoint& point) const {
+    const std::string_view unit = point.nominalUnit;
+    if (lengthUnit_.empty() || unit.empty() || unit == lengthUnit_) return;
+    const double scale = units_.factor(unit, lengthUnit_, point.area, "nominal");
+    const bool widthsAlone = !units_.shareZero(unit, lengthUnit_);
     std::size_t at = 0;
     for (const WantInfo& info : wantTable())
         if (options_.want.has(info.word))
             for (const FigureColumn& column : info.columns) {
-                if (column.isLength()) figures.values[at].number *= scale;
-                ++at;
+                FigureValue& value = figures.values[at++];
+                if (!column.isLength() || value.kind != FigureValue::Kind::Number) continue;
+                if (widthsAlone && column.kind == FigureKind::Place)
+                    throw RowFault{true, "column nominal: a temperature must be in the unit of the header"};
+                value.number *= scale;
             }
 }
 

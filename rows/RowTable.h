@@ -100,13 +100,12 @@ class RowTable {
     bool isOutput(std::string_view name) const;
     void checkColumns() const;
     PointStatus compute(RowScratch& scratch) const;
-    void scaleLengths(PointFigures& figures, double scale) const;
+    void scaleLengths(PointFigures& figures, const TestPoint& point) const;
     void processCsv(std::string_view record, RowScratch& scratch, std::string& out, RowCounts& counts) const;
     void processJson(std::string_view record, RowScratch& scratch, std::string& out, RowCounts& counts) const;
     void readJson(RowScratch& scratch) const;
     void appendNumber(std::string& out, double number) const;
     void appendText(std::string& out, std::string_view text) const;
-    double lengthScale(const TestPoint& point) const;
     /// The name of a wanted column, with the unit where the header tells it.
     void appendColumnName(std::string& out, const FigureColumn& column) const;
 

@@ -236,18 +236,22 @@ double UnitFactors::inNominal(double number, std::string_view unit, std::string_
     if (nominal.empty())
         throw RowFault{true, ofColumn(column) + std::string(unit) + " needs a unit of the nominal"};
     const double of = factor(nominal, unit, area, column);
-    if (kind == Length::Place && isTemperature(unit) && plainSymbol(unit) != plainSymbol(nominal))
+    if (kind == Length::Place && !shareZero(unit, nominal))
         throw RowFault{true, ofColumn(column) + "a temperature must be in the unit of the nominal"};
     return checked(number / of);
 }
 
-bool UnitFactors::isTemperature(std::string_view unit) const {
-    const std::string symbol = plainSymbol(unit);
+bool UnitFactors::isTemperature(std::string_view symbol) const {
     for (const Area& area : areas_)
         if (area.name.ends_with("Temperature"))
             for (const Unit& one : area.units)
                 if (one.symbol == symbol) return true;
     return false;
+}
+
+bool UnitFactors::shareZero(std::string_view one, std::string_view other) const {
+    const std::string mine = plainSymbol(one), its = plainSymbol(other);
+    return !isTemperature(mine) || readingOf(mine).base == readingOf(its).base;
 }
 
 } // namespace metrisk

@@ -32,12 +32,12 @@ class UnitFactors {
 
     enum class Length { Place, Interval }; // on the scale, as a limit or a reading; or a width
     /// A length in nominal units. Raises RowFault as well where there is no unit of the nominal, and for a
-    /// place of temperature in another unit, since factors are of intervals.
+    /// place on a scale of another zero, since factors are of intervals.
     double inNominal(double number, std::string_view unit, std::string_view nominal, std::string_view area,
                      Length kind, std::string_view column = {}) const;
 
-    /// Units of temperature, of which limits are no intervals.
-    bool isTemperature(std::string_view unit) const;
+    /// Whether scales in both units begin at the same place, as those of temperatures do not: of K and mK.
+    bool shareZero(std::string_view one, std::string_view other) const;
 
   private:
     struct Unit {
@@ -56,6 +56,7 @@ class UnitFactors {
     };
     Reading readingOf(std::string_view symbol) const;
     bool knows(std::string_view symbol) const;
+    bool isTemperature(std::string_view symbol) const;
     /// Whether the tables have `symbol` as so many of `base`.
     bool areApart(std::string_view symbol, std::string_view base, double factor) const;
     std::optional<double> byPrefix(std::string_view nominal, std::string_view unit) const;

@@ -31,10 +31,10 @@ constexpr FigureColumn baseline[] = {{"BaselineFalseAccept", Number, "false acce
 constexpr FigureColumn fit[] = {{"SU_Distribution", Text, "Normal, LogNormal, Exponential or Uniform"},
                                 {"SU_CaseCode", Number, "1 to 9"},
                                 {"SU_Sigma", Length, "standard deviation of the subject parameter"},
-                                {"FitPhysicalLimit", Length, "physical limit of the fit"},
+                                {"FitPhysicalLimit", Place, "physical limit of the fit"},
                                 {"MTE_Sigma", Length, "standard uncertainty of the measurement"},
                                 {"MTE_kFactor", Number, "coverage factor of the measuring parameter"}};
-constexpr FigureColumn entries[] = {{"SU_Mode", Length, "nominal"},
+constexpr FigureColumn entries[] = {{"SU_Mode", Place, "nominal"},
                                     {"OptTwoSided", Flag, "both limits"},
                                     {"OptSingleUpper", Flag, "an upper limit alone"},
                                     {"OptSingleLower", Flag, "a lower limit alone"},
@@ -42,7 +42,7 @@ constexpr FigureColumn entries[] = {{"SU_Mode", Length, "nominal"},
                                     {"SU_LowerOffset", Length, "lower tolerance offset"},
                                     {"SU_PctInTol", Number, "% in-tolerance of the subject parameter"},
                                     {"PhysLimitRequired", Flag, "whether there is a physical limit"},
-                                    {"PhysicalLimit", Length, "physical limit"},
+                                    {"PhysicalLimit", Place, "physical limit"},
                                     {"MTE_Offset", Length, "tolerance or expanded uncertainty"},
                                     {"MTE_PctInTol", Number, "% in-tolerance or confidence"},
                                     {"MTE_DegFreedom", Number, "degrees of freedom, 0 for infinite"},
@@ -57,8 +57,8 @@ constexpr FigureColumn guardband[] = {{"GB_Status", Text, "solved or failed"},
                                       {"GB_Lower", Number, "lower multiplier"},
                                       {"GB_K_Upper", Number, "upper k-factor"},
                                       {"GB_K_Lower", Number, "lower k-factor"},
-                                      {"AcceptUpper", Length, "upper acceptance limit"},
-                                      {"AcceptLower", Length, "lower acceptance limit"},
+                                      {"AcceptUpper", Place, "upper acceptance limit"},
+                                      {"AcceptLower", Place, "lower acceptance limit"},
                                       {"GB_FalseAccept", Number, "false accept risk with them"},
                                       {"GB_FalseReject", Number, "false reject risk with them"}};
 constexpr FigureColumn worst[] = {
@@ -78,8 +78,8 @@ constexpr FigureColumn counts[] = {{"PctLow", Number, "lower limit of the % in-t
 constexpr FigureColumn decide[] = {
     {"Verdict", Text, "pass, fail, undecided, conditional-pass, conditional-fail or no-decision"},
     {"Conformance", Number, "probability that the item conforms"},
-    {"DecideLower", Length, "lower acceptance limit of the rule"},
-    {"DecideUpper", Length, "upper acceptance limit of the rule"},
+    {"DecideLower", Place, "lower acceptance limit of the rule"},
+    {"DecideUpper", Place, "upper acceptance limit of the rule"},
     {"NonConformance", Number, "the complement of Conformance, computed apart"}};
 
 constexpr WantInfo table[] = {
@@ -128,7 +128,7 @@ bool Want::anyLength() const {
     for (const WantInfo& info : table)
         if (has(info.word))
             for (const FigureColumn& column : info.columns)
-                if (column.kind == FigureKind::Length) return true;
+                if (column.isLength()) return true;
     return false;
 }
 

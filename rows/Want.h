@@ -33,7 +33,8 @@ inline constexpr std::size_t wantWordCount = static_cast<std::size_t>(WantWord::
 
 enum class FigureKind {
     Number,
-    Length, // in the unit of the row
+    Length, // a width, in the unit of the row
+    Place,  // on its scale, as a limit
     Flag,
     Text // one of a few words
 };
@@ -44,7 +45,7 @@ struct FigureColumn {
     FigureKind kind;
     std::string_view about;
 
-    constexpr bool isLength() const { return kind == FigureKind::Length; }
+    constexpr bool isLength() const { return kind == FigureKind::Length || kind == FigureKind::Place; }
 };
 
 struct WantInfo {

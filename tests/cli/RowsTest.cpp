@@ -264,6 +264,38 @@ TEST_F(Rows, WhatIsSaidOfBadRowsIsListed) {
     }
 }
 
+TEST_F(Rows, ConvertWidthsOfTemperaturesAndNoPlaces) {
+    const std::string_view refused = "column nominal: a temperature must be in the unit of the header";
+    const struct {
+        const char *header, *nominal, *tol, *want, *column;
+        double value; // none where the row is refused
+    } cases[] = {{"nominal[°C]", "50 °C", "1", "entries", "SU_Mode[°C]", 50},
+                 {"nominal[°C]", "50 °F", "1", "entries", "", 0},
+                 {"nominal[°C]", "300 K", "1", "entries", "", 0},
+                 {"nominal[K]", "300 °C", "1", "guardband:equal", "", 0},
+                 {"nominal[°C]", "50 °F", "1", "decide", "", 0},
+                 {"nominal[°C]", "50 °F", "1", "fit", "", 0},
+                 {"nominal[K]", "300 mK", "1", "entries", "SU_Mode[K]", 0.3},
+                 {"nominal[°C]", "50 °F", "0.9 °F", "uncertainty", "ExpandedUncertainty[°C]",
+                  0.25 / 1.8 * 2 / 1.959963984540054},
+                 {"nominal[°C]", "50 °F", "0.9 °F", "tur", "TUR", 3.6}};
+    for (const auto& one : cases) {
+        SCOPED_TRACE(std::string(one.header) + one.nominal + one.want);
+        write("t.csv", std::string(one.header) + ",tol,su_pct,mte_expanded,mte_conf,reading\n" + one.nominal +
+                           "," + one.tol + ",95,0.25,95," + one.nominal + "\n");
+        std::istringstream out(run(std::string("rows t.csv -q --want ") + one.want).out);
+        std::string header, row;
+        std::getline(out, header), std::getline(out, row);
+        EXPECT_EQ(row.find(refused) != row.npos, one.value == 0) << row;
+        if (one.value == 0) continue;
+        std::istringstream names(header), cells(row);
+        std::string name, cell;
+        while (name != one.column && std::getline(names, name, ',')) std::getline(cells, cell, ',');
+        ASSERT_EQ(name, one.column) << header;
+        EXPECT_NEAR(std::stod(cell), one.value, 1e-6 * one.value) << row;
+    }
+}
+
 TEST_F(Rows, RefuseHeadersThatMayMeanAnother) {
     const struct {
         const char *content, *arguments;
