@@ -62,7 +62,8 @@ void Worksheet::click(Button& button, bool on) {
         close(*button.closes);
         return;
     }
-    if (button.clicked) button.clicked(on);
+    const bool again = button.kind == Button::Kind::Radio && button.checked;
+    if (button.clicked && !again) button.clicked(on);
     refresh();
 }
 

@@ -48,6 +48,7 @@ class Worksheet {
     FieldResult leave(TextBox& box, const std::string& text);
     void pressReturn(TextBox& box);
     void pressEscape(TextBox& box);
+    /// A radio button that is chosen already does nothing more.
     void click(Button& button, bool on);
     void choose(Choice& choice, int index);
     void slide(Slider& slider, double value);

@@ -19,7 +19,8 @@ void chooseTolerance(Session& session, ToleranceKind kind) {
     const bool twoSided = kind == ToleranceKind::TwoSided;
     const bool upper = kind == ToleranceKind::SingleUpper;
     const bool lower = kind == ToleranceKind::SingleLower;
-    const bool changes = r.OptTwoSided != twoSided || r.OptSingleUpper != upper || r.OptSingleLower != lower;
+    // The limit of a two-sided analysis can be its fit's: the same kind again leaves it.
+    if (r.OptTwoSided == twoSided && r.OptSingleUpper == upper && r.OptSingleLower == lower) return;
     r.OptTwoSided = twoSided;
     r.OptSingleUpper = upper;
     r.OptSingleLower = lower;
@@ -28,7 +29,6 @@ void chooseTolerance(Session& session, ToleranceKind kind) {
         r.PhysicalLimit = 0;
         r.PhysicalLimit_fmt = newPhysicalPicture;
     }
-    if (!changes) return;
     // A limit below the mode means nothing to the kind that needs one above it.
     r.PhysicalLimitEntered = false;
     r.markChanged();

@@ -172,6 +172,16 @@ TEST(ToleranceOptions, KindChangesForgetThePhysicalLimit) {
     EXPECT_FALSE(shown.record.PhysLimitRequired) << "means nothing on two-sided tolerances";
 }
 
+TEST(ToleranceOptions, TheKindChosenAlreadyKeepsTheLimitOfTheFit) {
+    Shown shown;
+    enter(shown.record, twoSided(1, 0.5, 95));
+    press(shown.main, "ComputeResults");
+    const double fitted = shown.record.PhysicalLimit;
+    ASSERT_NE(fitted, 0);
+    press(shown.main, "TwoSideOption");
+    EXPECT_EQ(shown.record.PhysicalLimit, fitted) << "the risks are of a distribution that ends there";
+}
+
 TEST(ToleranceOptions, SymmetryCopiesTheUpperSide) {
     Shown shown;
     Entry entry;

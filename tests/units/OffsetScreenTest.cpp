@@ -174,6 +174,15 @@ TEST(Offsets, UncertaintiesAndCoverageFactors) {
     EXPECT_EQ(typed.value("MTEPctBox"), 0) << "and clears the percent part";
 }
 
+TEST(Offsets, WhatIsChosenAlreadyIsNoEntry) {
+    Offsets o;
+    o.type("MTEFixedBox", "0.1");
+    o.type("MTEPctBox", "1");
+    o.press("opt_MTETolerance_0");
+    EXPECT_EQ(o.value("MTEFixedBox"), 0.1) << "the parts stay as they were entered";
+    EXPECT_EQ(o.value("MTEPctBox"), 1);
+}
+
 TEST(Offsets, Refusals) {
     struct Row {
         const char* box;
