@@ -239,6 +239,8 @@ void OffsetCalc::store() {
     static_cast<SubjectParameter&>(kept) = r;
     static_cast<MeasuringParameter&>(kept) = r;
     kept.MTE_KUsed = r.MTE_KUsed;
+    // The main screen shows the figures in these units; a name of the user's own stays where there are none.
+    if (!r.MTE_ToleranceUnits.empty()) kept.MTE_ParameterUnits = r.MTE_ToleranceUnits;
     for (const SubjectSide* side : {&upperSide, &lowerSide})
         kept.*side->limit = kept.SU_Mode + side->sign * kept.*side->offset;
     // The parts were told there: another tolerance typed elsewhere does not make them up.

@@ -3,6 +3,7 @@
 #include "base/NumberText.h"
 #include "desk/compute/ValidateAndFit.h"
 #include "desk/files/AnalysisFile.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/ScriptedChooser.h"
@@ -278,6 +279,19 @@ TEST(Offsets, ProcessErrorsFollowOtherUnits) {
     o.ok();
     EXPECT_EQ(ParseValue(o.record.ErrTableText[2][3], {}), 20);
     EXPECT_NEAR(o.record.ProcessUncertainty, 0.02, 1e-15);
+}
+
+TEST(Offsets, TheMainScreenNamesTheUnitsOfItsFigures) {
+    for (const auto& [units, named] : {std::pair{"mV", "mV"}, {"V", "V"}, {"", "of my own"}}) {
+        Offsets o([&](Analysis& r) {
+            r.MTE_ParameterUnits = "of my own";
+            r.MTE_ToleranceUnits = units;
+        });
+        o.type("MTEFixedBox", "0.05");
+        o.ok();
+        MainScreen main(o.session);
+        EXPECT_EQ(textOf(main, "MTEParameterUnitsBox"), named);
+    }
 }
 
 TEST(Offsets, AnotherArea) {
