@@ -60,10 +60,12 @@ class Pictures {
 };
 
 void putSide(Analysis& r, const Pictures& pictures, const SubjectSide& side, double offset, double limit,
-             const OffsetPart& parts) {
-    const Entry own = &side == &upperSide ? Entry::TolUpper : Entry::TolLower;
-    pictures.put(r.*side.offset, r.*side.offsetPicture, offset, {Entry::Tol, own});
-    pictures.put(r.*side.fixed, r.*side.fixedPicture, parts.fixed, {Entry::Tol, own});
+             const OffsetPart& parts, const NamedEntries& named, bool symmetric) {
+    const bool upper = &side == &upperSide;
+    const Entry own = upper ? Entry::TolUpper : Entry::TolLower;
+    const Entry followed = symmetric && !named.has(own) ? (upper ? Entry::TolLower : Entry::TolUpper) : own;
+    pictures.put(r.*side.offset, r.*side.offsetPicture, offset, {Entry::Tol, followed});
+    pictures.put(r.*side.fixed, r.*side.fixedPicture, parts.fixed, {Entry::Tol, followed});
     r.*side.pctReading = parts.pct;
     r.*side.limit = limit;
 }
@@ -97,18 +99,14 @@ void putGuardband(Analysis& r, const Pictures& pictures, const TestPoint& point,
     pictures.put(r.GB_LowerMult, r.GB_LowerMult_fmt, multipliers.lower, {Entry::Gb, Entry::GbLower});
     pictures.put(r.GB_UpperK, r.GB_UpperK_fmt, point.kUpper, {Entry::GbK, Entry::GbKUpper});
     pictures.put(r.GB_LowerK, r.GB_LowerK_fmt, point.kLower, {Entry::GbK, Entry::GbKLower});
-    r.GB_UpperKEntered = r.GB_LowerKEntered = byK;
+    r.GB_UpperKEntered = point.kUpperTyped;
+    r.GB_LowerKEntered = point.kLowerTyped;
     if (multipliers.upper != multipliers.lower || byK) {
         r.GB_SymmetricMult = false;
         r.GB_AsymmetricMult = true;
     }
-    r.GB_SymmetricK = byK && point.kUpper == point.kLower;
+    r.GB_SymmetricK = point.kUpperTyped && point.kLowerTyped && point.kUpper == point.kLower;
     r.IncludeGuardbands = true;
-}
-
-bool namesGuardband(const NamedEntries& named) {
-    return named.any({Entry::Gb, Entry::GbUpper, Entry::GbLower, Entry::GbK, Entry::GbKUpper, Entry::GbKLower,
-                      Entry::AcceptUpper, Entry::AcceptLower});
 }
 
 /// A typed total stands for the table of its parts, which is emptied.
@@ -137,8 +135,10 @@ void putIntoRecord(Analysis& r, const TestPoint& point, const NamedEntries& name
     r.OptTwoSided = su.sides == Sides::Two;
     r.OptSingleUpper = su.sides == Sides::Upper;
     r.OptSingleLower = su.sides == Sides::Lower;
-    putSide(r, pictures, upperSide, su.upperOffset, su.upperLimit, point.upper);
-    putSide(r, pictures, lowerSide, su.lowerOffset, su.lowerLimit, point.lower);
+    putSide(r, pictures, upperSide, su.upperOffset, su.upperLimit, point.upper, named,
+            point.symmetricTolerances);
+    putSide(r, pictures, lowerSide, su.lowerOffset, su.lowerLimit, point.lower, named,
+            point.symmetricTolerances);
     if (named.any({Entry::TolUpper, Entry::TolLower, Entry::Upper, Entry::Lower}) &&
         su.upperOffset != su.lowerOffset)
         r.SymmetricTolerances = false;
@@ -160,7 +160,13 @@ void putIntoRecord(Analysis& r, const TestPoint& point, const NamedEntries& name
         r.MTE_LowerLimit = su.mode - mte.offset;
     }
     if (named.has(Entry::ProcessU)) putProcess(r, pictures, point.entries.process->process);
-    if (namesGuardband(named)) putGuardband(r, pictures, point, named);
+    if (namesGuardband(named)) {
+        putGuardband(r, pictures, point, named);
+    } else if (r.GB_UpperMult != point.multipliers.upper || r.GB_LowerMult != point.multipliers.lower) {
+        r.GuardbandsChanged = true; // they have followed their k-factors
+        pictures.put(r.GB_UpperMult, r.GB_UpperMult_fmt, point.multipliers.upper);
+        pictures.put(r.GB_LowerMult, r.GB_LowerMult_fmt, point.multipliers.lower);
+    }
     r.FalseAcceptOption = static_cast<int>(point.entries.convention);
     r.EqRatioOnFalseAccept = point.entries.ratioOnFalseAccept;
     const Reference& base = point.entries.reference;

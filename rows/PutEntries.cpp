@@ -6,10 +6,10 @@
 #include "record/ComposedOffset.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
-#include "risk/MeasuringFit.h"
 #include "risk/decision/Counts.h"
 #include "risk/decision/Coverage.h"
 #include "rows/FollowUnit.h"
+#include "rows/TypedK.h"
 #include "rows/UnitFactors.h"
 
 #include <algorithm>
@@ -23,7 +23,6 @@ constexpr double turFactor = 1.959964;
 constexpr double largestK = 6;
 constexpr double sameK = 0.03;
 constexpr double usualConfidence = 95;
-constexpr double sameAsOne = 1e-12;
 
 [[noreturn]] void refuse(std::string text) {
     throw RowFault{false, std::move(text)};
@@ -57,8 +56,9 @@ void requireOneForm(const NamedEntries& named, std::initializer_list<Form> forms
 class Putting {
   public:
     Putting(TestPoint& point, const NamedEntries& named, const UnitFactors& units, CountsAs countsAs,
-            std::string& notes)
-        : p_(point), named_(named), units_(units), countsAs_(countsAs), notes_(notes) {}
+            std::string& notes, Unnamed unnamed)
+        : p_(point), named_(named), units_(units), countsAs_(countsAs), notes_(notes),
+          keeps_(unnamed == Unnamed::Kept) {}
 
     void all() {
         requireOneForm(named_, {{Entry::Tol, Entry::TolPct}, {Entry::Upper, Entry::Lower}});
@@ -85,6 +85,7 @@ class Putting {
         putMeasuring();
         putProcess();
         putGuardband();
+        if (!namesGuardband(named_)) followTypedK(p_);
         putChoices();
         if (observed_) putTruePct();
     }
@@ -192,19 +193,30 @@ class Putting {
 
     void putTolerance() {
         if (named_.any({Entry::Tol, Entry::TolUpper, Entry::TolLower, Entry::TolPct})) {
-            const double pct = named_.has(Entry::TolPct) ? named_.number(Entry::TolPct) : 0;
-            const auto parts = [&](Entry own) {
-                const Entry entry = named_.has(Entry::Tol) ? Entry::Tol : own;
-                OffsetPart found = named_.has(entry) ? part(entry) : OffsetPart{};
-                found.pct += pct;
-                return found;
-            };
-            putSide(upperSide, su().sides == Sides::Lower ? OffsetPart{} : parts(Entry::TolUpper));
-            putSide(lowerSide, su().sides == Sides::Upper ? OffsetPart{} : parts(Entry::TolLower));
+            const OffsetPart upper = tolerance(Entry::TolUpper, Entry::TolLower, p_.upper);
+            const OffsetPart lower = tolerance(Entry::TolLower, Entry::TolUpper, p_.lower);
+            putSide(upperSide, su().sides == Sides::Lower ? OffsetPart{} : upper);
+            putSide(lowerSide, su().sides == Sides::Upper ? OffsetPart{} : lower);
         }
         if (!named_.any({Entry::Upper, Entry::Lower})) return;
         putLimit(upperSide, Entry::Upper, su().sides == Sides::Lower);
         putLimit(lowerSide, Entry::Lower, su().sides == Sides::Upper);
+    }
+
+    /// One side named alone leaves the other as it is, or is that of both where they are symmetric.
+    OffsetPart tolerance(Entry own, Entry other, const OffsetPart& present) const {
+        const bool both = named_.has(Entry::Tol), alone = named_.has(other) && !named_.has(own);
+        OffsetPart found = present;
+        if (both || named_.has(own))
+            found = part(both ? Entry::Tol : own);
+        else if (alone && p_.symmetricTolerances)
+            found = part(other);
+        else if (!alone)
+            found = {keeps_ ? present.fixed : 0, 0};
+        else if (named_.has(Entry::TolPct))
+            found.pct = 0;
+        if (named_.has(Entry::TolPct)) found.pct += named_.number(Entry::TolPct);
+        return found;
     }
 
     void putLimit(const SubjectSide& side, Entry entry, bool absent) {
@@ -317,7 +329,10 @@ class Putting {
             if (!(ratio > 0)) refuse("mte_ratio must be above 0");
             parts.fixed = checked(p_.halfWidth() / ratio);
         } else {
-            if (named_.has(Entry::MteTol)) parts = part(Entry::MteTol);
+            if (named_.has(Entry::MteTol))
+                parts = part(Entry::MteTol);
+            else if (keeps_)
+                parts.fixed = p_.measuring.fixed;
             if (named_.has(Entry::MteTolPct)) parts.pct += named_.number(Entry::MteTolPct);
         }
         p_.measuring = parts;
@@ -350,51 +365,47 @@ class Putting {
     }
 
     void putGuardband() {
-        if (named_.any({Entry::Gb, Entry::GbUpper, Entry::GbLower})) {
-            if (named_.has(Entry::Gb))
-                p_.multipliers = {named_.number(Entry::Gb), named_.number(Entry::Gb)};
+        if (!namesGuardband(named_)) return;
+        const bool single = named_.any({Entry::Gb, Entry::GbK});
+        for (const bool upper : {true, false}) {
+            double& multiplier = upper ? p_.multipliers.upper : p_.multipliers.lower;
+            bool& typed = upper ? p_.kUpperTyped : p_.kLowerTyped;
+            const Entry own = upper ? Entry::GbUpper : Entry::GbLower;
+            const Entry ownK = upper ? Entry::GbKUpper : Entry::GbKLower;
+            const Entry limit = upper ? Entry::AcceptUpper : Entry::AcceptLower;
+            if (keeps_ && !single && !named_.any({own, ownK, limit})) {
+                if (!upper && p_.symmetricMultipliers && named_.has(Entry::GbUpper)) {
+                    multiplier = p_.multipliers.upper;
+                    typed = false;
+                }
+                continue;
+            }
+            typed = named_.any({Entry::GbK, Entry::GbKUpper, Entry::GbKLower});
+            if (typed)
+                multiplier = fromK(upper);
+            else if (named_.has(Entry::Gb) || named_.has(own))
+                multiplier = named_.number(named_.has(Entry::Gb) ? Entry::Gb : own);
+            else if (named_.has(limit))
+                multiplier = checked((upper ? length(limit) - su().mode : su().mode - length(limit)) /
+                                     (upper ? su().upperOffset : su().lowerOffset));
             else
-                p_.multipliers = {};
-            if (named_.has(Entry::GbUpper)) p_.multipliers.upper = named_.number(Entry::GbUpper);
-            if (named_.has(Entry::GbLower)) p_.multipliers.lower = named_.number(Entry::GbLower);
-        } else if (named_.any({Entry::GbK, Entry::GbKUpper, Entry::GbKLower})) {
-            p_.multipliers = {fromK(Entry::GbKUpper), fromK(Entry::GbKLower)};
-        } else if (named_.any({Entry::AcceptUpper, Entry::AcceptLower})) {
-            p_.multipliers = {};
-            if (named_.has(Entry::AcceptUpper))
-                p_.multipliers.upper = checked((length(Entry::AcceptUpper) - su().mode) / su().upperOffset);
-            if (named_.has(Entry::AcceptLower))
-                p_.multipliers.lower = checked((su().mode - length(Entry::AcceptLower)) / su().lowerOffset);
-        } else {
-            return;
+                multiplier = 1;
         }
         p_.includeGuardbands = true;
         e().excludedGuardband = false;
         e().guardband = p_.multipliers;
     }
 
-    double fromK(Entry own) {
-        const bool upper = own == Entry::GbKUpper;
-        const Entry entry = named_.has(Entry::GbK) ? Entry::GbK : own;
+    double fromK(bool upper) {
+        const Entry entry = named_.has(Entry::GbK) ? Entry::GbK : upper ? Entry::GbKUpper : Entry::GbKLower;
         const double k = named_.has(entry) ? named_.number(entry) : 0;
         (upper ? p_.kUpper : p_.kLower) = k;
-        const double offset = upper ? su().upperOffset : su().lowerOffset;
+        const KBasis basis = kBasisOf(p_);
         const bool absent = su().sides == (upper ? Sides::Lower : Sides::Upper);
-        if (k == 0 || offset == 0 || absent) return 1;
-        const Budget* process = e().process ? &*e().process : nullptr;
-        double sigma = 0;
-        try {
-            sigma = fitMeasuring(mte(), process).sigma;
-        } catch (const RuntimeFault&) {
-            return 1; // what is wrong with the measuring entries is told by their own rules
-        }
-        const double multiplier = checked(1 - sigma * k / offset);
-        if (multiplier < -sameAsOne)
-            refuse("Invalid k-Factor", "Using " + std::string(named_[entry].text) + " for the " +
-                                           (upper ? "upper k-factor value sets the upper test limit below"
-                                                  : "lower k-factor value sets the lower test limit above") +
-                                           " the mode value.");
-        return multiplier;
+        if (k == 0 || (upper ? basis.upperOffset : basis.lowerOffset) == 0 || absent ||
+            std::isnan(basis.sigma))
+            return 1;
+        return multiplierOfK(k, basis, upper, named_[entry].text);
     }
 
     void putChoices() {
@@ -427,15 +438,21 @@ class Putting {
     const UnitFactors& units_;
     CountsAs countsAs_;
     std::string& notes_;
+    const bool keeps_; // what is not named of a form
     bool observed_ = false;
 };
 
 } // namespace
 
+bool namesGuardband(const NamedEntries& named) {
+    return named.any({Entry::Gb, Entry::GbUpper, Entry::GbLower, Entry::GbK, Entry::GbKUpper, Entry::GbKLower,
+                      Entry::AcceptUpper, Entry::AcceptLower});
+}
+
 void putEntries(TestPoint& point, const NamedEntries& named, const UnitFactors& units, CountsAs countsAs,
-                std::string& notes) {
+                std::string& notes, Unnamed unnamed) {
     try {
-        Putting(point, named, units, countsAs, notes).all();
+        Putting(point, named, units, countsAs, notes, unnamed).all();
     } catch (const RuntimeFault&) {
         refuse("Not Computed", "These entries lead to no finite number.");
     }

@@ -8,6 +8,7 @@
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/evaluate/Evaluate.h"
+#include "rows/TypedK.h"
 
 namespace metrisk {
 
@@ -31,6 +32,10 @@ TestPoint testPointOf(const Analysis& r, const Regional& regional) {
                     .stdUncertainty = r.MTE_StdUncertainty,
                     .kUpper = r.GB_UpperK,
                     .kLower = r.GB_LowerK,
+                    .kUpperTyped = static_cast<bool>(r.GB_UpperKEntered),
+                    .kLowerTyped = static_cast<bool>(r.GB_LowerKEntered),
+                    .symmetricMultipliers = static_cast<bool>(r.GB_SymmetricMult),
+                    .symmetricTolerances = static_cast<bool>(r.SymmetricTolerances),
                     .includeGuardbands = r.IncludeGuardbands,
                     .subjectUnit = {r.SU_ToleranceUnits, subjectUnits(r).factor},
                     .measuringUnit = {r.MTE_ToleranceUnits, measuringUnits(r).factor},
@@ -38,6 +43,7 @@ TestPoint testPointOf(const Analysis& r, const Regional& regional) {
                     .unit = r.NominalUnits,
                     .nominalUnit = r.NominalUnits,
                     .multipliers = {r.GB_UpperMult, r.GB_LowerMult}};
+    if (point.kUpperTyped || point.kLowerTyped) point.kBasis = kBasisOf(point);
     return point;
 }
 

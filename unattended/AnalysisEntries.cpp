@@ -2,6 +2,7 @@
 
 #include "base/NearestWord.h"
 #include "base/NumberText.h"
+#include "base/Real.h"
 #include "base/SameNumber.h"
 #include "base/Text.h"
 #include "desk/compute/KFactors.h"
@@ -9,9 +10,11 @@
 #include "risk/decision/Counts.h"
 #include "rows/PointRecord.h"
 #include "rows/SettableFields.h"
+#include "rows/TypedK.h"
 
 #include <algorithm>
 #include <deque>
+#include <limits>
 
 namespace metrisk {
 
@@ -86,6 +89,22 @@ struct ReadEntries {
     }
 };
 
+/// That of its multipliers; of a record whose process errors allow no sum, none.
+KBasis kBasisOf(const Analysis& record, const Regional& regional) {
+    try {
+        return testPointOf(record, regional).kBasis;
+    } catch (const RowFault&) {
+        return {.sigma = std::numeric_limits<double>::quiet_NaN()};
+    }
+}
+
+bool hasErrorSources(const Analysis& r) {
+    for (int row = 1; row <= 8; ++row)
+        for (const int column : {1, 3})
+            if (!r.ErrTableText[row][column].empty()) return true;
+    return false;
+}
+
 /// The record as its file would be read. Raises RowFault where it would not be the same analysis.
 void settleAsFile(AnalysisRun& run, const std::vector<Assignment>& assignments) {
     const Analysis before = run.record;
@@ -94,6 +113,21 @@ void settleAsFile(AnalysisRun& run, const std::vector<Assignment>& assignments) 
         if (!entryOfField(*one.place.of) &&
             !sameValue(fieldValue(run.record, one.place), fieldValue(before, one.place)))
             throw RowFault{false, one.place.name() + ": no file of this analysis would keep " + one.value};
+}
+
+/// A reading derives the process uncertainty of error sources: what is typed of k-factors follows that, too.
+void followAfterSettling(AnalysisRun& run, const KBasis& basis) {
+    TestPoint point = testPointOf(run.record, run.session.regional);
+    const Guardband before = point.multipliers;
+    point.kBasis = basis;
+    try {
+        followTypedK(point);
+    } catch (const RuntimeFault&) {
+        throw RowFault{false, "a k-factor leads to no finite multiplier"};
+    }
+    if (point.multipliers.upper == before.upper && point.multipliers.lower == before.lower) return;
+    putIntoRecord(run.record, point, NamedEntries());
+    run.settle();
 }
 
 } // namespace
@@ -173,11 +207,15 @@ bool AnalysisEntries::putInto(AnalysisRun& run, const UnitFactors& units) const 
         // The point's texts are those of the record that it is put into.
         const Analysis before = run.record;
         TestPoint point = testPointOf(before, run.session.regional);
-        putEntries(point, read.named, units, *countsAsNamed(countsAs), read.notes);
+        point.kBasis = kBasisOf(opened, run.session.regional);
+        putEntries(point, read.named, units, *countsAsNamed(countsAs), read.notes, Unnamed::Kept);
         if (read.measuringCounted && point.entries.measuring.byUncertainty)
             throw RowFault{false, toldText(noCountsMessage.title, noCountsMessage.text)};
+        if (read.named.has(Entry::ProcessU) && hasErrorSources(before))
+            addNote(read.notes, "process_u stands for the error sources, which are emptied");
         putIntoRecord(run.record, point, read.named);
         settleAsFile(run, assignments);
+        followAfterSettling(run, point.kBasis);
     } catch (const RowFault& fault) {
         run.record = opened;
         run.ui.note(fault.text);

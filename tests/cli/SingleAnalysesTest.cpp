@@ -3,7 +3,9 @@
 #include "rows/SettableFields.h"
 #include "tests/cli/Cli.h"
 
+#include <map>
 #include <set>
+#include <vector>
 
 namespace metrisk::testing {
 
@@ -53,6 +55,59 @@ TEST_F(SingleAnalyses, SetChangesWhatIsNamedAndWhatFollowsFromIt) {
         wanted.erase("SU_UpperFixed_fmt"), changed.erase("SU_UpperFixed_fmt");
         EXPECT_EQ(changed, wanted) << one.arguments;
     }
+}
+
+TEST_F(SingleAnalyses, SetLeavesWhatStandsBesideIt) {
+    const struct {
+        std::vector<const char*> acts;
+        std::map<std::string, double> wanted;
+    } cases[] = {
+        {{"--tol-upper 3 --tol-lower 2", "--tol-upper 4"}, {{"SU_UpperOffset", 4}, {"SU_LowerOffset", 2}}},
+        {{"--tol 3 SymmetricTolerances=true", "SU_UpperOffset=4"},
+         {{"SU_UpperOffset", 4}, {"SU_LowerOffset", 4}}},
+        {{"--tol-upper 3 --tol-lower 2", "SymmetricTolerances=true SU_LowerOffset=1"},
+         {{"SU_UpperOffset", 1}, {"SU_LowerOffset", 1}}},
+        {{"--nominal 50 --tol 3 --tol-pct 1", "--tol-pct 2"}, {{"SU_UpperFixed", 3}, {"SU_LowerOffset", 4}}},
+        {{"--nominal 50 --mte-tol 1 --mte-pct 95", "--mte-tol-pct 2"},
+         {{"MTE_FixedOffset", 1}, {"MTE_Offset", 2}}},
+        {{"--gb-upper 0.9", "--gb-lower 0.8"}, {{"GB_UpperMult", 0.9}, {"GB_LowerMult", 0.8}}},
+        {{"--gb 0.9", "GB_SymmetricMult=true", "--gb-upper 0.7"},
+         {{"GB_UpperMult", 0.7}, {"GB_LowerMult", 0.7}}},
+    };
+    for (const auto& one : cases) {
+        ASSERT_EQ(run(std::string("set ") + good + " SU_Qualifier2=x -o set.mrk --force").status, 0);
+        for (const char* act : one.acts) ASSERT_EQ(run(std::string("set set.mrk ") + act).status, 0) << act;
+        const json after = shown("set.mrk");
+        for (const auto& [field, value] : one.wanted)
+            EXPECT_DOUBLE_EQ(after.at(field).get<double>(), value) << one.acts.back() << " " << field;
+    }
+}
+
+TEST_F(SingleAnalyses, TypedKFactorsHoldWhateverMoves) {
+    ASSERT_EQ(
+        run(std::string("set ") + good + " --tol-upper 3 --tol-lower 2 --gb-k 0.5 -o k.mrk --compute").status,
+        0);
+    for (const char* act : {"--mte-u 0.4", "--mte-tol 1 --mte-pct 95", "--tol-upper 5", "--process-u 0.3",
+                            "'ErrTableText[1][3]=0.4' 'ErrTableText[1][6]=True' IncludeUncertainty=true"}) {
+        ASSERT_EQ(run(std::string("set k.mrk ") + act + " -o moved.mrk --force --compute").status, 0) << act;
+        const json moved = shown("moved.mrk");
+        for (const std::string side : {"Upper", "Lower"})
+            EXPECT_NEAR(moved.at("GB_" + side + "Mult").get<double>(),
+                        1 - 0.5 * moved.at("MTE_Sigma").get<double>() /
+                                moved.at("SU_" + side + "Offset").get<double>(),
+                        1e-14)
+                << act << side;
+        // As a template for rows, and as one typed anew.
+        ASSERT_EQ(run("set moved.mrk --gb-k 0.5 -o anew.mrk --force --compute").status, 0);
+        EXPECT_EQ(shown("anew.mrk").at("FalseAcceptRisk"), moved.at("FalseAcceptRisk")) << act;
+    }
+    const json before = shown("k.mrk");
+    ASSERT_EQ(run("set k.mrk SU_Qualifier2=x").status, 0);
+    EXPECT_EQ(shown("k.mrk").at("GB_UpperMult"), before.at("GB_UpperMult"));
+    const Result beyond = run("set k.mrk --mte-u 40");
+    EXPECT_EQ(beyond.status, 1);
+    EXPECT_NE(beyond.err.find("Invalid k-Factor: Using 0.5 for the upper k-factor"), std::string::npos)
+        << beyond.err;
 }
 
 TEST_F(SingleAnalyses, SetRefusesAndLeavesTheFile) {
