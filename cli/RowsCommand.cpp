@@ -152,10 +152,13 @@ std::string headerOf(const Options& options, RowInput& input) {
         if (size > 0) {
             if (size > longestHeader) throw HeaderFault("the header is longer than 1 MiB");
             std::string header(bytes.substr(0, size));
+            if (!header.ends_with('\n') && header.find('\r') != header.npos)
+                throw Unreadable(options.in, "ends its lines with CR alone: save it with LF or CR LF");
             input.drop(size);
             return header;
         }
-        if (!input.readMore()) throw Unreadable(options.in, "is empty: a header is due");
+        if (input.atEnd()) throw Unreadable(options.in, "is empty: a header is due");
+        input.readMore();
     }
 }
 
