@@ -1,5 +1,6 @@
 // metrisk-cli rows: a table of test points in, their figures out.
 #include "base/Digest.h"
+#include "base/ExactText.h"
 #include "base/TemporaryFile.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
@@ -304,7 +305,7 @@ class RowsRun {
             const auto content = openUnitsDatabase(o_.units)->content();
             for (const AreaContent& area : content)
                 for (const MeasurementUnit& unit : area.units)
-                    bytes += area.name + "\t" + unit.symbol + "\t" + std::to_string(unit.multiplier) + "\n";
+                    bytes += area.name + "\t" + unit.symbol + "\t" + exactText(unit.multiplier) + "\n";
             return UnitFactors(content);
         } catch (const UnitsError& fault) {
             throw Unreadable(o_.units, fault.what());

@@ -244,6 +244,20 @@ void RowTable::appendText(std::string& out, std::string_view text) const {
         appendCell(out, text, form_.delimiter);
 }
 
+void RowTable::appendCopied(std::string& out, const CsvCell& cell) const {
+    if (options_.safeCells && startsFormula(cell.text) && !quantityOf(cell.text, options_.marks))
+        appendText(out, cell.text);
+    else
+        out += cell.raw;
+}
+
+void RowTable::appendInput(std::string& out, const CsvRecord& record) const {
+    for (std::size_t i = 0; i < record.cells.size(); ++i) {
+        if (i > 0) out += form_.delimiter;
+        appendCopied(out, record.cells[i]);
+    }
+}
+
 void RowTable::readCells(const CsvRecord& record, NamedEntries& named) const {
     for (std::size_t i = 0; i < std::min(columns_.size(), record.cells.size()); ++i)
         if (const Column& column = columns_[i]; column.entry)
@@ -268,23 +282,13 @@ void RowTable::processCsv(std::string_view bytes, RowScratch& s, std::string& ou
                                               : std::min(record.cells.size(), wanted);
         for (std::size_t i = 0; i < wanted; ++i) {
             if (i > 0) out += form_.delimiter;
-            if (i < there) out += record.cells[i].raw;
+            if (i < there) appendCopied(out, record.cells[i]);
         }
         s.message = record.flaw
                         ? flawText(record)
                         : std::to_string(record.cells.size()) + " cells, wanted " + std::to_string(wanted);
     } else {
-        if (!options_.safeCells) {
-            out += record.raw;
-        } else {
-            for (std::size_t i = 0; i < wanted; ++i) {
-                if (i > 0) out += form_.delimiter;
-                if (startsFormula(record.cells[i].text) && !quantityOf(record.cells[i].text, options_.marks))
-                    appendText(out, record.cells[i].text);
-                else
-                    out += record.cells[i].raw;
-            }
-        }
+        appendInput(out, record);
         try {
             readCells(record, s.named);
             status = compute(s);

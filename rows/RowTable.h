@@ -83,6 +83,9 @@ class RowTable {
     /// of its entry's kind.
     void readCells(const CsvRecord& record, NamedEntries& named) const;
 
+    /// A whole record as it stands in the output before the status.
+    void appendInput(std::string& out, const CsvRecord& record) const;
+
     /// The status stands behind the columns of the input.
     std::size_t inputColumns() const { return columns_.size(); }
     std::size_t outputColumns() const {
@@ -106,6 +109,8 @@ class RowTable {
     void readJson(RowScratch& scratch) const;
     void appendNumber(std::string& out, double number) const;
     void appendText(std::string& out, std::string_view text) const;
+    /// A cell of the input in the output.
+    void appendCopied(std::string& out, const CsvCell& cell) const;
     /// The name of a wanted column, with the unit where the header tells it.
     void appendColumnName(std::string& out, const FigureColumn& column) const;
 

@@ -3,6 +3,7 @@
 #include "persistence/AnalysisContent.h"
 #include "record/Analysis.h"
 #include "tests/cli/Cli.h"
+#include "units/database/UnitsDatabase.h"
 
 #include <random>
 #include <regex>
@@ -373,6 +374,42 @@ TEST_F(Rows, GoOnWhereTheyWereStopped) {
         EXPECT_EQ(run("rows all.csv -q -o out.csv --resume --want tur").status, 2);
         EXPECT_EQ(run("rows all.csv -q -o out.csv --resume").status, 1);
         EXPECT_EQ(fileContent(folder / "out.csv"), whole) << cut;
+    }
+}
+
+TEST_F(Rows, GoOnWithNothingButWhatTheyWereBegunWith) {
+    const auto unitsOf = [](const fs::path& path, double multiplier) {
+        makeUnitsDatabase(path);
+        auto units = openUnitsDatabase(path);
+        units->addUnit(units->addArea("Small", {.symbol = "V"}), {.symbol = "nV", .multiplier = multiplier});
+        return path;
+    };
+    unitsOf(folder / "nano.mdb", 1e-9), unitsOf(folder / "two.mdb", 2e-9);
+    std::string rows = "note,nominal[V],tol[nV],su_pct,tur\n";
+    for (int i = 0; i < 500; ++i) rows += "=row " + std::to_string(i) + ",1,5,95,4\n";
+    write("in.csv", rows);
+    write("other.csv", std::regex_replace(rows, std::regex("=row 7,"), "=row seven,"));
+    const struct {
+        const char *begun, *options, *told;
+    } cases[] = {{"in.csv --units nano.mdb", "in.csv --units two.mdb", "with other options"},
+                 {"in.csv --safe-cells", "other.csv --safe-cells", "is of another input"},
+                 {"in.csv --safe-cells", "in.csv", "with other options"},
+                 {"in.csv", "other.csv", "is of another input"}};
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.options);
+        const std::string begun = std::string(" rows -q -o out.csv ") + one.begun;
+        run(begun + " --force");
+        const std::string whole = fileContent(folder / "out.csv");
+        fs::remove(folder / "out.csv");
+        // Stopped in the middle of a record by a file that may grow no further.
+        run("--version; ulimit -f 8; exec 2>/dev/null " METRISK_CLI + begun);
+        ASSERT_TRUE(fs::exists(folder / "out.csv.part"));
+        ASSERT_LT(fs::file_size(folder / "out.csv.part"), whole.size());
+        const Result other = run(std::string("rows -q -o out.csv --resume ") + one.options);
+        EXPECT_EQ(other.status, 2);
+        EXPECT_NE(other.err.find(one.told), std::string::npos) << other.err;
+        EXPECT_EQ(run(begun + " --resume").status, 0);
+        EXPECT_EQ(fileContent(folder / "out.csv"), whole);
     }
 }
 
