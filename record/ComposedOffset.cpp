@@ -13,7 +13,8 @@ ComposedOffset composeOffset(const OffsetParts& parts, double mode) {
     const double value = checked(parts.fixed + std::fabs(mode) * parts.pctReading / 100);
     // A percent is two decimals away from the reading that it is a part of.
     const int pctDecimals = parts.pctReading == 0 ? 0 : PictureDecimals(parts.pctPicture) + 2;
-    return {value, PictureForDecimals(std::max(PictureDecimals(parts.fixedPicture), pctDecimals))};
+    const int decimals = std::max(PictureDecimals(parts.fixedPicture), pctDecimals);
+    return {value, fullPicture(value, PictureForDecimals(decimals))};
 }
 
 std::string fullPicture(double value, std::string_view picture) {

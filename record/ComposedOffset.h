@@ -20,7 +20,8 @@ struct ComposedOffset {
     std::string picture;
 };
 
-/// fixed + |mode| pctReading / 100, with the decimals of both parts. Raises RuntimeFault.
+/// fixed + |mode| pctReading / 100, with the decimals of both parts and those that the
+/// reading adds to them, up to six significant digits. Raises RuntimeFault.
 ComposedOffset composeOffset(const OffsetParts& parts, double mode);
 
 /// What was entered stays when the reading changes: a fixed part in ppm is one of the new reading, and so is

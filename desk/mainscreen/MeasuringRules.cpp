@@ -33,6 +33,7 @@ void expandUncertainty(Session& session) {
     if (factor <= 0 || r.MTE_StdUncertainty == 0) return;
     r.MTE_kFactor = factor;
     r.MTE_Offset = checked(factor * r.MTE_StdUncertainty);
+    r.MTE_Offset_fmt = fullPicture(r.MTE_Offset, r.MTE_StdUncertainty_fmt);
 }
 
 /// The other way round: an entered expanded uncertainty gives the standard one.
@@ -42,6 +43,7 @@ void reduceUncertainty(Session& session) {
     if (factor <= 0) return;
     r.MTE_kFactor = factor;
     r.MTE_StdUncertainty = checked(r.MTE_Offset / factor);
+    r.MTE_StdUncertainty_fmt = fullPicture(r.MTE_StdUncertainty, r.MTE_Offset_fmt);
 }
 
 void compose(Analysis& r) {

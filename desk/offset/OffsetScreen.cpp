@@ -245,7 +245,10 @@ FieldResult OffsetCalc::leaveExpanded(const std::string& text) {
     r.MTE_Offset = checked(entry.value / factorOf(Parameter::Measuring));
     r.MTE_Offset_fmt =
         desk_.record.OffsetsInNominalUnits ? entry.picture() : measuringUnits(r).heldPicture(entry);
-    if (r.MTE_kFactor > 0) r.MTE_StdUncertainty = checked(r.MTE_Offset / r.MTE_kFactor);
+    if (r.MTE_kFactor > 0) {
+        r.MTE_StdUncertainty = checked(r.MTE_Offset / r.MTE_kFactor);
+        r.MTE_StdUncertainty_fmt = fullPicture(r.MTE_StdUncertainty, r.MTE_Offset_fmt);
+    }
     return {false, text};
 }
 
@@ -300,7 +303,7 @@ void OffsetCalc::ComposeSUTolerance() {
         const auto [value, picture] =
             composeOffset({r.*side.fixed, r.*side.pctReading, r.*side.fixedPicture, pctPicture}, r.SU_Mode);
         r.*side.offset = value;
-        r.*side.offsetPicture = fullPicture(value, picture);
+        r.*side.offsetPicture = picture;
         r.*side.limit = checked(r.SU_Mode + side.sign * value);
     };
     composeSide(upperSide, r.SU_UpperPctReading_fmt);
@@ -316,7 +319,7 @@ void OffsetCalc::ComposeMTETolerance() {
     const auto [value, picture] = composeOffset(
         {r.MTE_FixedOffset, r.MTE_PctReading, r.MTE_FixedOffset_fmt, r.MTE_PctReading_fmt}, r.SU_Mode);
     r.MTE_Offset = value;
-    r.MTE_Offset_fmt = fullPicture(value, picture);
+    r.MTE_Offset_fmt = picture;
 }
 
 bool OffsetCalc::ValidateOffsets() {

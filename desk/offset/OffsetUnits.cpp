@@ -12,6 +12,7 @@
 #include "numerics/CoverageFactor.h"
 #include "numerics/mathlib/Normal.h"
 #include "numerics/mathlib/StudentsT.h"
+#include "record/ComposedOffset.h"
 #include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/SubjectFit.h"
@@ -211,6 +212,7 @@ void OffsetCalc::ComputeFromUncertainty() {
     if (!r.MTE_EntryByUncertainty || r.MTE_StdUncertainty == 0) return;
     // Without a confidence there is no expanded uncertainty; the last one was of another.
     r.MTE_Offset = !(r.MTE_kFactor > 0) ? 0 : checked(r.MTE_kFactor * r.MTE_StdUncertainty);
+    r.MTE_Offset_fmt = fullPicture(r.MTE_Offset, r.MTE_StdUncertainty_fmt);
 }
 
 /// Quietly, for the worksheet's own display: what cannot be fitted yet shows nothing.

@@ -335,6 +335,36 @@ TEST(FieldRules, UncertaintyEntryGoesThroughTheCoverageFactor) {
     EXPECT_TRUE(screen.type("MTEPctInTolBox", "100.5").stay);
 }
 
+TEST(FieldRules, ComputedTolerancesShowWhatTheyAre) {
+    struct Row {
+        bool uncertainty;
+        std::vector<std::pair<const char*, const char*>> typed;
+        const char *box, *shown;
+    };
+    for (const Row& row :
+         {Row{true, {{"MTEFixedOffsetBox", "0.05"}}, "MTEOffsetBox", "0.111407"},
+          {true, {{"MTEFixedOffsetBox", "0.05"}, {"MTEOffsetBox", "0.12"}}, "MTEFixedOffsetBox", "0.0538566"},
+          {true, {{"MTEFixedOffsetBox", "0.05"}, {"MTEPctInTolBox", "90"}}, "MTEOffsetBox", "0.0906231"},
+          {false,
+           {{"ModeBox", "0.05"}, {"MTEFixedOffsetBox", "0.1"}, {"MTEPctOfReadingBox", "5"}},
+           "MTEOffsetBox",
+           "0.1025"}}) {
+        Screen screen;
+        enter(screen.record, Entry{});
+        screen.record.MTE_EntryByUncertainty = row.uncertainty;
+        if (row.uncertainty) screen.record.MTE_DegFreedom = 10;
+        for (const auto& [box, text] : row.typed) screen.type(box, text);
+        EXPECT_EQ(screen.box(row.box), row.shown);
+    }
+    Screen again;
+    enter(again.record, Entry{});
+    again.record.MTE_EntryByUncertainty = true;
+    for (const auto& [box, text] : {std::pair{"MTEFixedOffsetBox", "0.05"}, {"MTEOffsetBox", "0.12"}})
+        again.type(box, text);
+    again.type("MTEFixedOffsetBox", "0.05");
+    EXPECT_EQ(again.record.MTE_StdUncertainty, 0.05) << "another figure than the one shown is an entry";
+}
+
 TEST(FieldRules, TextsKeepWhatTheFileCanHold) {
     Screen screen;
     EXPECT_EQ(screen.type("MTEQualifier2Box", "3/4\" pipe\r\n").text, "3/4\u2033 pipe  ");
