@@ -65,9 +65,11 @@ Made reliabilityOf(const DeskParts& parts) {
 
 Made baselineOf(const DeskParts& parts) {
     auto screen = std::make_unique<BaselineScreen>(parts.session);
-    screen->openPlot = [&session = parts.session](const std::string& subjectPct,
-                                                  const std::string& measuringPct) {
-        GuardPlot plot(session, subjectPct, measuringPct);
+    screen->openPlot = [&session = parts.session, shown = screen.get()](const std::string& subjectPct,
+                                                                        const std::string& measuringPct) {
+        GuardPlot plot(session, GuardPlot::Baseline{subjectPct,
+                                                    measuringPct,
+                                                    {shown->BaseAccRat1.text, shown->BaseAccRat2.text}});
         session.ui.run(plot);
     };
     return screen;

@@ -33,11 +33,11 @@ GuardPlot::GuardPlot(Session& session, Swept swept)
     refresh();
 }
 
-GuardPlot::GuardPlot(Session& session, const std::string& baselineSubjectPct,
-                     const std::string& baselineMeasuringPct)
-    : GuardPlot(session, Swept::BaselineRatio) {
-    subjectPct_.set(baselineSubjectPct);
-    measuringPct_.set(baselineMeasuringPct);
+GuardPlot::GuardPlot(Session& session, const Baseline& baseline) : GuardPlot(session, Swept::BaselineRatio) {
+    subjectPct_.set(baseline.subjectPct);
+    measuringPct_.set(baseline.measuringPct);
+    const double to = ParseValue(baseline.ratio[1], session.regional);
+    baselineRatio_ = ParseValue(baseline.ratio[0], session.regional) / (to > 0 ? to : 1);
     openStored();
     refresh();
 }
@@ -97,11 +97,11 @@ void GuardPlot::bindOptions() {
     };
     chk_IncludeGuardbands.clicked = [this](bool on) {
         includeGuardbands_ = on;
-        changed();
+        optionChanged();
     };
     chk_IncludeMTESigma.clicked = [this](bool on) {
         includeProcess_ = on;
-        changed();
+        optionChanged();
     };
     optShowPct.clicked = [this](bool) { showOnAxis(false); };
     optShowSigma.clicked = [this](bool) { showOnAxis(true); };
@@ -143,6 +143,7 @@ void GuardPlot::openStored() {
     proposed_.clear();
     if (r.PlotInputs != inputs()) return drawQuietly();
     current_ = true;
+    drawnBy_ = options();
     drawn_ = {valueOf(from_), valueOf(to_), static_cast<std::size_t>(r.PlotPointCount)};
     draw();
 }
@@ -167,9 +168,10 @@ void GuardPlot::propose() {
 /// The points that have risks, of a plot that nobody has asked for: nothing is told and nothing stored.
 void GuardPlot::drawQuietly() {
     proposed_.clear();
+    drawnBy_ = options();
     const SweepRange points{valueOf(from_), valueOf(to_),
                             static_cast<std::size_t>(std::max(2.0, valueOf(count_)))};
-    for (const auto& point : RiskSweep(session_.record, session_.regional, swept_, options()).over(points))
+    for (const auto& point : RiskSweep(session_.record, session_.regional, swept_, drawnBy_).over(points))
         if (point) proposed_.push_back(pointOf(*point));
     draw();
 }
@@ -185,16 +187,16 @@ std::optional<double> GuardPlot::presentValue() const {
     case Swept::KFactor: return r.OptSingleLower ? r.GB_LowerK : r.GB_UpperK;
     case Swept::SubjectPct: return r.SU_PctInTol;
     case Swept::MeasuringPct: return r.MTE_PctInTol;
-    case Swept::BaselineRatio:
-        return r.Base_AccRatDen > 0 ? r.Base_AccRatNum / r.Base_AccRatDen : r.Base_AccRatNum;
+    case Swept::BaselineRatio: return baselineRatio_;
     }
     return {};
 }
 
+/// By the options of the curve, so that it stands on it.
 std::optional<RiskPoint> GuardPlot::present() const {
     const auto value = presentValue();
     if (!value) return {};
-    const auto point = RiskSweep(session_.record, session_.regional, swept_, options()).at(*value);
+    const auto point = RiskSweep(session_.record, session_.regional, swept_, drawnBy_).at(*value);
     if (!point) return {};
     const double x = drawnSigma_ ? subjectUnits(session_.record).shown(point->subjectSigma) : point->x;
     return RiskPoint{x, point->risks.falseAccept * 100, point->risks.falseReject * 100};
@@ -300,6 +302,12 @@ double GuardPlot::valueOf(const Entry& entry) const {
 
 void GuardPlot::changed() {
     current_ = false;
+}
+
+/// A plot that was asked for stays until the next is; one that nobody asked for follows.
+void GuardPlot::optionChanged() {
+    changed();
+    if (drawn_.points == 0) drawQuietly();
 }
 
 /// True if the entry was too large, which has been told; its last text is back.

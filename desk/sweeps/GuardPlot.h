@@ -58,9 +58,13 @@ class GuardPlot final : public Worksheet {
 
     /// Both parameters have been fitted.
     GuardPlot(Session& session, Swept swept);
-    /// Over the accuracy ratio, at these percentages of the reference case.
-    GuardPlot(Session& session, const std::string& baselineSubjectPct,
-              const std::string& baselineMeasuringPct);
+    /// The reference case as it is typed.
+    struct Baseline {
+        std::string subjectPct, measuringPct;
+        std::string ratio[2];
+    };
+    /// Over the accuracy ratio, at these percentages; the curve is marked at this ratio.
+    GuardPlot(Session& session, const Baseline& baseline);
 
     void refresh() override;
 
@@ -81,6 +85,7 @@ class GuardPlot final : public Worksheet {
     Session& session_;
     const Swept swept_;
     Entry from_, to_, count_, subjectPct_, measuringPct_;
+    double baselineRatio_ = 0; // as its screen has it
     bool showSigma_ = false;
     bool includeGuardbands_, includeProcess_;
     ShownRisks shown_ = ShownRisks::FalseAccept;
@@ -94,6 +99,7 @@ class GuardPlot final : public Worksheet {
     std::vector<RiskPoint> curve_;    // the smooth one
     std::vector<RiskPoint> proposed_; // over the range that the screen opens with where no plot is stored
     SweepRange drawn_{0, 0, 0};       // of the plot, entered quantity; without points there is none
+    SweepOptions drawnBy_;            // of the plot or the proposed points
     bool drawnSigma_ = false;         // the plot has uncertainties on its axis
     std::size_t pixels_ = 800;        // across the chart's axes
     Background background_;
@@ -114,6 +120,7 @@ class GuardPlot final : public Worksheet {
 
     void bindEntry(TextBox& box, Entry& entry, bool percent);
     void changed();
+    void optionChanged();
     bool refusePercent(Entry& entry, const char* box);
     bool rangeFilled() const;
     void plot();

@@ -120,6 +120,7 @@ void GuardPlot::store(const std::vector<SweepPoint>& points) {
     }
     r.PlotInputs = inputs();
     current_ = true;
+    drawnBy_ = options();
     drawnSigma_ = showSigma_;
     drawn_ = {points.front().x, points.back().x, points.size()};
     startSmooth();

@@ -220,6 +220,34 @@ TEST(GuardPlot, OpensDrawnOverAProposedRange) {
     }
 }
 
+TEST(GuardPlot, ThePresentPointStandsOnTheCurve) {
+    struct Row {
+        Swept swept;
+        const char* option;
+        bool asked, follows;
+    };
+    for (const Row& row : {Row{Swept::SubjectPct, "chk_IncludeGuardbands", true, false},
+                           Row{Swept::SubjectPct, "chk_IncludeGuardbands", false, true},
+                           Row{Swept::MeasuringPct, "chk_IncludeMTESigma", true, false},
+                           Row{Swept::MeasuringPct, "chk_IncludeMTESigma", false, true}}) {
+        Plotted t;
+        t.record.GB_UpperMult = t.record.GB_LowerMult = 0.8;
+        t.record.ProcessUncertainty = 0.1;
+        t.record.ErrTableText[2] = {};
+        t.record.ErrTableText[2][3] = "0.1";
+        t.record.ErrTableText[2][4] = "True";
+        GuardPlot s(t.session, row.swept);
+        if (row.asked) press(s, "CmdPlotGraph");
+        const std::string before = drawn(s, "Graph1");
+        press(s, row.option);
+        press(s, "Chk3D_ThickLines"); // draws again
+        press(s, "Chk3D_ThickLines");
+        EXPECT_EQ(drawn(s, "Graph1") != before, row.follows) << row.option;
+        press(s, "CmdPlotGraph");
+        EXPECT_NE(drawn(s, "Graph1"), before) << row.option;
+    }
+}
+
 TEST(GuardPlot, DrawsEachRiskInItsUnit) {
     Plotted t(twoSided(0.5, 0.5, 99.9, 0.05));
     GuardPlot s(t.session, Swept::Multiplier);
@@ -294,19 +322,21 @@ TEST(GuardPlot, OpensFromTheOtherScreens) {
     t.ui.expectScreen("BaselineAnalysis", [](Worksheet& baseline) {
         type(baseline, "BaselinePctInTol1", "85");
         type(baseline, "BaselinePctInTol2", "72");
-        type(baseline, "BaseAccRat1", "4");
-        type(baseline, "BaseAccRat2", "1");
+        type(baseline, "BaseAccRat1", "10");
+        type(baseline, "BaseAccRat2", "2");
         choose(baseline, "mnu_Plot");
         baseline.close(Way::Cancel);
     });
     t.ui.expectScreen("GuardPlot", [&](Worksheet& s) {
         EXPECT_EQ(textOf(s, "txt_SUPctInTol"), "72.0000");
+        EXPECT_NE(drawn(s, "Graph1").find("present 5.00"), std::string::npos) << "the ratio typed there";
         enterRange(s, "2", "10", "3");
         press(s, "CmdPlotGraph");
         choose(s, "mnu_CopyData");
         EXPECT_EQ(t.ui.textsCopied.back().find("Baseline Accuracy Ratio\n(Consumer Option)\n"), 0u);
         press(s, "Opt_Both");
     });
+    t.ui.expectBox("Changes Made", "Do you want to retain changes?", Answer::No, yesNoCancel);
     runScreen(screens::baseline, {t.session});
 }
 
