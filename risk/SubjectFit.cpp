@@ -24,6 +24,13 @@ constexpr const char* pctText = "Must be greater than 50% for \nthe case in ques
 constexpr const char* upperText = "Must be greater than the Mode\nfor the case in question.";
 constexpr const char* physicalText = "The Physical Limit must lie outside the range\n";
 
+/// Significant digits that tell two ends of a range apart, and four of what is between them.
+int digitsApart(double one, double other) {
+    const double largest = std::fmax(std::fabs(one), std::fabs(other));
+    const double digits = std::ceil(std::log10(largest / std::fabs(one - other))) + 4;
+    return static_cast<int>(std::fmin(digits, 15));
+}
+
 class SubjectFit {
   public:
     SubjectFit(SubjectParameter& subject, const Regional& regional)
@@ -166,8 +173,11 @@ class SubjectFit {
         const Real q = exp(-(z / 2) * (z / 2));
         const double bound = ((r_.SU_Mode * q - limit) / (q - 1)).value();
         if (std::fabs(bound - r_.PhysicalLimit) <= sameLimit * std::fabs(bound)) return;
-        const std::string mode = FormatNumber(r_.SU_Mode, r_.SU_Mode_fmt, regional_);
-        const std::string edge = FormatNumber(bound, r_.SU_Mode_fmt, regional_);
+        const auto text = [&](double end) {
+            return r_.SU_Mode_fmt.empty() ? GeneralText(end, regional_, digitsApart(r_.SU_Mode, bound))
+                                          : FormatNumber(end, r_.SU_Mode_fmt, regional_);
+        };
+        const std::string mode = text(r_.SU_Mode), edge = text(bound);
         const std::string range = bound > r_.PhysicalLimit ? mode + " to " + edge : edge + " to " + mode;
         refuse(physicalLimitTitle, physicalText + range + ".", otherSide(presentSide(r_)).limitBox);
     }

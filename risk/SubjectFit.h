@@ -18,7 +18,8 @@ struct FitRefusal {
 
 /// Chooses the distribution and solves for its parameters; the result is the parameter with its fitted
 /// fields and, for unequal two-sided limits, its PhysicalLimit. Raises FitRefusal, a spread of 0 included,
-/// or RuntimeFault. `regional` serves the texts of a refusal.
+/// or RuntimeFault. `regional` serves the texts of a refusal, which show as many digits as SU_Mode_fmt, and
+/// without one as many as tell a range's ends apart.
 ///
 /// Case codes: 1 LogNormal, limit between physical limit and mode; 2 LogNormal, limit beyond the mode;
 /// 3 LogNormal two-sided; 4, 5, 6 Normal single lower, single upper, two-sided; 7, 8 Exponential away

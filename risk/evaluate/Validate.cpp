@@ -18,6 +18,7 @@ Refusal entryRefusal(const Message& message, std::string_view box) {
 
 SubjectParameter enteredSubject(const SubjectEntry& e) {
     SubjectParameter su;
+    su.SU_Mode_fmt.clear(); // numbers have no digits that were typed
     su.SU_Mode = e.mode;
     su.SU_UpperOffset = e.upperOffset;
     su.SU_LowerOffset = e.lowerOffset;

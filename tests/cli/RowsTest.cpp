@@ -206,6 +206,10 @@ TEST_F(Rows, ReadFormsAndTellWhatIsWrong) {
         {"nominal,tol,su_pct,tur,phys", "10,1,95,4,1", "refused", "single-sided"},
         {"nominal,tol,su_pct,tur,gb_k", "10,1,95,4,99", "refused", "below the mode value"},
         {"nominal[\xc2\xb0\x43],upper,lower,su_pct,tur", "10,20 K,5 K,95,4", "bad", "temperature"},
+        {"nominal,tol,sided,phys,su_pct,tur", "7,2,lower,4.9,90,4", "refused", "1.0608 to 7."},
+        {"nominal,tol,sided,phys,su_pct,tur", "7e-6,2e-6,lower,4.9e-6,90,4", "refused",
+         "1.0608E-06 to 7E-06."},
+        {"nominal,tol,sided,phys,su_pct,tur", "10000,2e-6,lower,9999.9999979,90,4", "refused", " to 10000."},
     };
     for (const auto& one : cases) {
         write("in.csv", std::string(one.header) + "\n" + one.row + "\n");
