@@ -47,17 +47,17 @@ class Scanner {
                 JsonMember member{};
                 member.key = text();
                 blanks();
-                take(':', "a colon is missing");
+                take(':', "lacks a colon");
                 blanks();
                 value(member);
                 row_.members.push_back(member);
                 blanks();
             } while (next(','));
-            take('}', "a brace or a comma is missing");
+            take('}', "lacks a comma or a brace");
         }
         row_.upToBrace = line_.substr(0, at_ - 1);
         blanks();
-        if (at_ != line_.size()) throw NoJson{"there is text behind the object"};
+        if (at_ != line_.size()) throw NoJson{"has text behind the object"};
     }
 
   private:
@@ -73,7 +73,7 @@ class Scanner {
     }
 
     void value(JsonMember& member) {
-        if (end()) throw NoJson{"a value is missing"};
+        if (end()) throw NoJson{"lacks a value"};
         const std::size_t from = at_;
         switch (line_[at_]) {
         case '"':
@@ -103,18 +103,23 @@ class Scanner {
     }
 
     void word(std::string_view all) {
-        if (line_.substr(at_, all.size()) != all) throw NoJson{"a value is none"};
+        if (line_.substr(at_, all.size()) != all) throw NoJson{"has a value that is none"};
         at_ += all.size();
     }
 
     void digits() {
         const std::size_t from = at_;
         while (!end() && line_[at_] >= '0' && line_[at_] <= '9') ++at_;
-        if (at_ == from) throw NoJson{"a value is none"};
+        if (at_ == from) throw NoJson{"has a value that is none"};
     }
     void number() {
         next('-');
-        if (!next('0')) digits();
+        if (next('0')) {
+            if (!end() && line_[at_] >= '0' && line_[at_] <= '9')
+                throw NoJson{"has a number that begins with 0"};
+        } else {
+            digits();
+        }
         if (next('.')) digits();
         if (next('e') || next('E')) {
             if (!next('+')) next('-');
@@ -123,10 +128,10 @@ class Scanner {
     }
 
     std::string_view text() {
-        take('"', "a quote is missing");
+        take('"', "has a key without quotes");
         const std::size_t from = at_;
         const std::size_t plain = line_.find_first_of("\"\\", from);
-        if (plain == line_.npos) throw NoJson{"a quote is not closed"};
+        if (plain == line_.npos) throw NoJson{"has a quote that is not closed"};
         if (line_[plain] == '"') {
             at_ = plain + 1;
             checkRaw(from);
@@ -134,7 +139,7 @@ class Scanner {
         }
         const std::size_t start = row_.unescaped.size();
         while (!next('"')) {
-            if (end()) throw NoJson{"a quote is not closed"};
+            if (end()) throw NoJson{"has a quote that is not closed"};
             const char c = line_[at_++];
             if (c != '\\')
                 row_.unescaped += c;
@@ -148,17 +153,18 @@ class Scanner {
     /// What is copied as it stands would be no JSON.
     void checkRaw(std::size_t from) const {
         for (std::size_t i = from; i < at_; ++i)
-            if (static_cast<unsigned char>(line_[i]) < 0x20) throw NoJson{"a text has a control character"};
+            if (static_cast<unsigned char>(line_[i]) < 0x20)
+                throw NoJson{"has a text with a control character"};
     }
 
     static std::string_view checkedText(std::string_view text) {
         for (const char c : text)
-            if (c == '\0') throw NoJson{"a text has a zero byte"};
+            if (c == '\0') throw NoJson{"has a text with a zero byte"};
         return text;
     }
 
     void escape() {
-        if (end()) throw NoJson{"a quote is not closed"};
+        if (end()) throw NoJson{"has a quote that is not closed"};
         const char c = line_[at_++];
         switch (c) {
         case '"':
@@ -170,16 +176,16 @@ class Scanner {
         case 'r': row_.unescaped += '\r'; return;
         case 't': row_.unescaped += '\t'; return;
         case 'u': break;
-        default: throw NoJson{"an escape is none"};
+        default: throw NoJson{"has an escape that is none"};
         }
         std::uint32_t code = hex();
         if (code >= 0xd800 && code < 0xdc00 && line_.substr(at_, 2) == "\\u") {
             at_ += 2;
             const std::uint32_t low = hex();
-            if (low < 0xdc00 || low > 0xdfff) throw NoJson{"an escape is none"};
+            if (low < 0xdc00 || low > 0xdfff) throw NoJson{"has an escape that is none"};
             code = 0x10000 + ((code - 0xd800) << 10) + (low - 0xdc00);
         }
-        if (code >= 0xd800 && code < 0xe000) throw NoJson{"an escape is none"};
+        if (code >= 0xd800 && code < 0xe000) throw NoJson{"has an escape that is none"};
         appendUtf8(row_.unescaped, code);
     }
 
@@ -187,14 +193,14 @@ class Scanner {
         std::uint32_t code = 0;
         const char* from = line_.data() + at_;
         if (line_.size() - at_ < 4 || std::from_chars(from, from + 4, code, 16).ptr != from + 4)
-            throw NoJson{"an escape is none"};
+            throw NoJson{"has an escape that is none"};
         at_ += 4;
         return code;
     }
 
     /// An object or an array, which is passed over.
     void nested(int depth) {
-        if (depth == deepest) throw NoJson{"values nest too deeply"};
+        if (depth == deepest) throw NoJson{"nests too deeply"};
         const bool isObject = line_[at_++] == '{';
         const char close = isObject ? '}' : ']';
         blanks();
@@ -204,7 +210,7 @@ class Scanner {
             if (isObject) {
                 text();
                 blanks();
-                take(':', "a colon is missing");
+                take(':', "lacks a colon");
                 blanks();
             }
             JsonMember ignored{};
@@ -214,7 +220,7 @@ class Scanner {
                 value(ignored);
             blanks();
         } while (next(','));
-        take(close, "a brace or a comma is missing");
+        take(close, isObject ? "lacks a comma or a brace" : "lacks a comma or a bracket");
     }
 
     std::string_view line_;

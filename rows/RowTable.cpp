@@ -366,7 +366,7 @@ void RowTable::processJson(std::string_view bytes, RowScratch& s, std::string& o
     s.figures.count = 0;
     PointStatus status = PointStatus::Bad;
     bool copied = false;
-    const char* flaw = line.size() > longestRow ? "longer than 1 MiB" : readJsonRow(line, s.json);
+    const char* flaw = line.size() > longestRow ? "is longer than 1 MiB" : readJsonRow(line, s.json);
     if (flaw) {
         s.message = std::string("the line ") + flaw;
     } else {

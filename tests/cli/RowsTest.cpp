@@ -301,6 +301,25 @@ TEST_F(Rows, ConvertWidthsOfTemperaturesAndNoPlaces) {
     }
 }
 
+TEST_F(Rows, SayInSentencesWhatIsNoJson) {
+    const struct {
+        const char *line, *message;
+    } cases[] = {{R"({tol:1})", "the line has a key without quotes"},
+                 {R"({"tol" 1})", "the line lacks a colon"},
+                 {R"({"tol":1)", "the line lacks a comma or a brace"},
+                 {R"({"x":[1 2]})", "the line lacks a comma or a bracket"},
+                 {R"({"tol":})", "the line has a value that is none"},
+                 {R"({"tol":01})", "the line has a number that begins with 0"},
+                 {R"({"tol":-00.5})", "the line has a number that begins with 0"},
+                 {R"({"tol":1}x)", "the line has text behind the object"}};
+    std::string content;
+    for (const auto& one : cases) content += std::string(one.line) + "\n";
+    write("bad.jsonl", content + "{\"tol\":0,\"x\":[-0.5,0e1]}\n");
+    const auto rows = run("rows bad.jsonl -q --want tur").lines();
+    for (std::size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(rows.at(i)["message"], cases[i].message);
+    EXPECT_TRUE(rows.back().contains("tol")) << "0 is a number";
+}
+
 TEST_F(Rows, RefuseHeadersThatMayMeanAnother) {
     const struct {
         const char *content, *arguments;
