@@ -55,6 +55,12 @@ std::string isSource(const std::string& text) {
 bool takeSamples(AnalysisRun& run, const SampleSource& source, bool deviations) {
     const std::string text = readInput(source.path, longestColumn);
     const SampleColumn column = readSampleColumn(text, run.session.regional);
+    if (column.firstRow > 0) {
+        tell(run.ui, {source.path + ": line " + std::to_string(column.firstRow) +
+                          " has several numbers; a sample has one a line.",
+                      samplesTitle});
+        return false;
+    }
     if (column.values.empty()) {
         tell(run.ui, {source.path + " holds no number.", samplesTitle});
         return false;

@@ -28,6 +28,17 @@ bool commaCannotGroup(std::string_view cell) {
     return digits != 3 || cell[first] == '0' || cell[first] == ',';
 }
 
+int numbersOf(const std::vector<std::string>& line, const Regional& marks) {
+    int numbers = 0;
+    for (const std::string& cells : line)
+        for (std::size_t from = 0; from <= cells.size();) {
+            const std::size_t end = std::min(cells.find(';', from), cells.size());
+            if (sampleValue(std::string_view(cells).substr(from, end - from), marks)) ++numbers;
+            from = end + 1;
+        }
+    return numbers;
+}
+
 } // namespace
 
 std::optional<double> sampleValue(std::string_view cell, const Regional& regional) {
@@ -50,14 +61,17 @@ Regional marksOfColumn(const std::vector<std::string>& cells, const Regional& re
 }
 
 SampleColumn readSampleColumn(std::string_view text, const Regional& regional) {
+    const CellBlock lines = readCells(withoutByteOrderMark(text));
     std::vector<std::string> cells;
-    for (auto& line : readCells(withoutByteOrderMark(text))) {
-        std::string& cell = line.front();
-        cell.resize(std::min(cell.find(';'), cell.size()));
-        if (!withoutOuterBlanks(cell).empty()) cells.push_back(std::move(cell));
-    }
+    for (const auto& line : lines)
+        if (const std::string cell = line.front().substr(0, line.front().find(';'));
+            !withoutOuterBlanks(cell).empty())
+            cells.push_back(cell);
     const Regional marks = marksOfColumn(cells, regional);
     SampleColumn column;
+    const auto isRow = [&](const auto& line) { return numbersOf(line, marks) > 1; };
+    if (const auto row = std::ranges::find_if(lines, isRow); row != lines.end())
+        column.firstRow = static_cast<int>(row - lines.begin()) + 1;
     column.given = static_cast<int>(cells.size());
     for (const std::string& cell : cells) {
         const auto value = sampleValue(cell, marks);

@@ -21,9 +21,10 @@ struct SampleColumn {
     std::vector<double> values; // at most maxSampleSize
     int decimals = 0;           // most of any value
     int given = 0;              // cells that are not blank
+    int firstRow = 0;           // the line, from 1, that has several numbers; 0 where none has
 };
 
-/// The first cell of each line; cells end at a tab or semicolon.
+/// The first cell of each line; cells end at a tab or semicolon, and those behind it are texts.
 SampleColumn readSampleColumn(std::string_view text, const Regional& regional);
 
 /// "n of m taken".

@@ -28,6 +28,16 @@ TEST_F(Cli, SumsTheBudgetAndTakesSamples) {
     for (const char* key : {"ProcessUncertainty", "TotalUncertainty", "Total_DegFreedom", "SMPC_TrueOffset"})
         EXPECT_NEAR(saved[key].get<double>(), sampled[key].get<double>(), 1e-13) << key;
 
+    for (const char* row : {"10.1;10.2;10.3\n", "reading;no\n10.1;1\n", "10.1\t10.2\n", "10,1;10,2\n"}) {
+        write("row.csv", row);
+        const Result refused = run("uncertainty --samples su=row.csv " + file);
+        EXPECT_EQ(refused.status, 1) << row;
+        const std::string line = std::string(row).starts_with("reading") ? "line 2 " : "line 1 ";
+        EXPECT_NE(refused.err.find(line + "has several numbers"), std::string::npos) << refused.err;
+    }
+    write("row.csv", "10.1;morning\n10.2;noon\n");
+    EXPECT_EQ(run("uncertainty --samples su=row.csv " + file).status, 0) << "a column of texts";
+
     for (const auto& [words, status] : {std::pair{"--samples data.csv", 2},
                                         {"--save", 2},
                                         {"--samples mte=none.csv", 3},
