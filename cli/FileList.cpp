@@ -1,8 +1,11 @@
 #include "cli/FileList.h"
 
+#include "base/Text.h"
+#include "cli/Output.h"
 #include "unattended/Input.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace metrisk::cli {
 
@@ -30,13 +33,17 @@ void FileList::check() const {
 
 void FileList::read() {
     if (from.empty()) return;
-    const std::string list = readInput(from, largestList);
+    const std::string bytes = readInput(from, largestList);
+    const std::string_view list = null ? std::string_view(bytes) : withoutByteOrderMark(bytes);
     const char end = null ? '\0' : '\n';
     for (std::size_t at = 0; at < list.size();) {
         const std::size_t next = std::min(list.find(end, at), list.size());
-        if (next > at) files.push_back(list.substr(at, next - at));
+        std::string_view name = list.substr(at, next - at);
+        if (!null && name.ends_with('\r')) name.remove_suffix(1);
+        if (!name.empty()) files.emplace_back(name);
         at = next + 1;
     }
+    if (files.empty()) std::fputs(forDiagnostics(from + ": names no file\n").c_str(), stderr);
 }
 
 } // namespace metrisk::cli

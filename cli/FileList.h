@@ -17,7 +17,8 @@ struct FileList {
     void addTo(const Arguments& command, const char* about);
     /// For then(): raises WrongUsage where there is neither a name nor a list.
     void check() const;
-    /// Appends the names of the list; empty lines name nothing. Raises Unreadable.
+    /// Appends the names of the list, and tells where there is no name at all; empty lines name nothing.
+    /// Lines end as on any system, and a name that ends with CR needs a NUL behind it. Raises Unreadable.
     void read();
 };
 

@@ -248,6 +248,14 @@ TEST_F(SingleAnalyses, ListsNameFiles) {
     EXPECT_EQ(run("summary --out-dir . --files-from list.txt").status, 0);
     EXPECT_TRUE(fs::exists(folder / "gauge-block-25mm.sum"));
     EXPECT_EQ(run("compute --files-from missing.txt").status, 3);
+    write("list.txt", std::string("\xef\xbb\xbf") + good + "\r\n\r\nex/gauge-block-25mm.mrk\r\n");
+    const Result windows = run("compute --json --files-from list.txt");
+    EXPECT_EQ(windows.status, 0) << windows.err;
+    EXPECT_EQ(windows.lines().size(), 2U);
+    write("list.txt", "\r\n");
+    const Result none = run("compute --files-from list.txt");
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.err, "list.txt: names no file\n");
     EXPECT_EQ(run("compute").status, 2);
 }
 
