@@ -20,8 +20,8 @@ namespace {
 constexpr const char* pathType = "PATH";
 constexpr const char* folderType = "FOLDER";
 
-template <class Target>
-Check taking(Target& target, std::optional<double> (*read)(std::string_view),
+template <class Target, class Value>
+Check taking(Target& target, std::optional<Value> (*read)(std::string_view),
              std::string (*wrong)(const std::string&)) {
     return [&target, read, wrong](const std::string& text) {
         if (const auto value = read(text)) target = *value;
@@ -239,7 +239,7 @@ Argument Arguments::ratio(const char* name, double& target, const char* about) c
 }
 
 Argument Arguments::count(const char* name, unsigned& target, const char* about) const {
-    return Argument(app_->add_option(name, target, about));
+    return read(name, taking(target, countOf, isCount), about);
 }
 
 Argument Arguments::count(const char* name, std::size_t& target, const char* about, std::size_t least,

@@ -15,8 +15,9 @@ std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
 
-std::optional<std::size_t> countOf(std::string_view text) {
-    std::size_t count = 0;
+template <class Count>
+std::optional<Count> digitsOf(std::string_view text) {
+    Count count = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), count);
     const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
     return whole ? std::optional(count) : std::nullopt;
@@ -42,6 +43,10 @@ std::optional<double> ratioOf(std::string_view text) {
     return ratio && *ratio > 0 && std::isfinite(*ratio) ? ratio : std::nullopt;
 }
 
+std::optional<unsigned> countOf(std::string_view text) {
+    return digitsOf<unsigned>(text);
+}
+
 std::optional<double> riskOf(std::string_view text) {
     const auto read = quantityOf(text);
     const bool known = read && (read->unit.empty() || read->unit == percentUnits || read->unit == ppmUnits);
@@ -61,6 +66,10 @@ std::string isRatio(const std::string& text) {
     return ratioOf(text) ? "" : quoted(text) + " is not an accuracy ratio such as 4:1.";
 }
 
+std::string isCount(const std::string& text) {
+    return countOf(text) ? "" : quoted(text) + " is not a count such as 4.";
+}
+
 std::string isRisk(const std::string& text) {
     return riskOf(text) ? "" : quoted(text) + " is not a risk such as 2% or 500ppm.";
 }
@@ -68,8 +77,8 @@ std::string isRisk(const std::string& text) {
 std::optional<Sides> sidesOf(std::string_view text, std::size_t least, std::size_t most) {
     const auto mark = text.find('x');
     if (mark == text.npos) return std::nullopt;
-    const auto across = countOf(text.substr(0, mark));
-    const auto up = countOf(text.substr(mark + 1));
+    const auto across = digitsOf<std::size_t>(text.substr(0, mark));
+    const auto up = digitsOf<std::size_t>(text.substr(mark + 1));
     const auto fits = [&](const auto& side) { return side && *side >= least && *side <= most; };
     return fits(across) && fits(up) ? std::optional(Sides{*across, *up}) : std::nullopt;
 }

@@ -15,6 +15,8 @@ std::optional<double> percentOf(std::string_view text);
 
 /// 4 of "4:1" and of "4"; above 0.
 std::optional<double> ratioOf(std::string_view text);
+/// A whole number of 0 or more, digits alone.
+std::optional<unsigned> countOf(std::string_view text);
 
 /// The fraction of a risk: of a percentage, or of "500ppm".
 std::optional<double> riskOf(std::string_view text);
@@ -23,6 +25,7 @@ std::optional<double> riskOf(std::string_view text);
 std::string isNumber(const std::string& text);
 std::string isPercent(const std::string& text);
 std::string isRatio(const std::string& text);
+std::string isCount(const std::string& text);
 std::string isRisk(const std::string& text);
 
 /// A percentage without its sign.

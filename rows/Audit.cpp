@@ -116,7 +116,8 @@ std::string readAuditLimit(std::string_view text, AuditLimits& limits) {
     const auto percent = ppm ? plainNumberOf(value) : percentCellOf(value);
     if (name == "tur" && ratio && *ratio > 0) {
         limits.tur = ratio;
-    } else if ((name == "fa" || name == "fr") && percent && *percent >= 0) {
+    } else if ((name == "fa" || name == "fr") && percent && *percent >= 0 &&
+               *percent <= (ppm ? perMillion : perHundred)) {
         (name == "fa" ? limits.falseAccept : limits.falseReject) =
             riskFraction(*percent, ppm ? ppmUnits : percentUnits);
     } else {

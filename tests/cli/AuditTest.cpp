@@ -77,7 +77,7 @@ TEST_F(Audit, WatchesLimitsInTheConventionOfEachAnalysis) {
             << one.limits;
         EXPECT_EQ(status, one.status) << one.limits;
     }
-    for (const char* wrong : {"fa", "fa=x", "tur=0", "fx=1%", "tur=2ppm"})
+    for (const char* wrong : {"fa", "fa=x", "tur=0", "fx=1%", "tur=2ppm", "fa=200%", "fr=1000001ppm"})
         EXPECT_EQ(run(std::string("audit f --limit ") + wrong).status, 2) << wrong;
 }
 

@@ -28,6 +28,8 @@ TEST_F(Cli, WrongUsageIsTwo) {
         {"plot ex/a.mrk --kind su -o a.png --zoom x%", "\"x%\" is not a percentage."},
         {"reliability --model gamma --interval 1 --bop %", "\"%\" is not a percentage."},
         {"sweep ex/a.mrk --over su-pct --from 5O --to 60", "\"5O\" is not a percentage."},
+        {"compute --threads -1 ex/a.mrk", "\"-1\" is not a count"},
+        {"audit --threads 4294967296 ex/a.mrk", "\"4294967296\" is not a count"},
         {"offset --mode 1,500", "\"1,500\" is not a number."},
         {"baseline --ratio 4/1 --mte 85 --su 72", "\"4/1\" is not an accuracy ratio"},
         {"convert one - --json", "both take the standard output"},
