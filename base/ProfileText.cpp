@@ -54,6 +54,15 @@ std::optional<std::size_t> equalsSign(std::string_view line) {
     return sign;
 }
 
+bool isQuoted(std::string_view value) {
+    return value.size() > 1 && value.starts_with('"') && value.ends_with('"');
+}
+
+/// Quotes around a value are no part of it.
+std::string_view withoutMarks(std::string_view value) {
+    return isQuoted(value) ? value.substr(1, value.size() - 2) : value;
+}
+
 std::string lowerCase(std::string_view text) {
     std::string lower(text);
     std::ranges::transform(lower, lower.begin(), [](char c) {
@@ -92,7 +101,7 @@ std::map<ProfileKey, std::string> readProfile(std::string_view text) {
             inSection = true;
         } else if (const auto sign = equalsSign(content); sign && inSection) {
             const std::string_view key = withoutOuterBlanks(content.substr(0, *sign));
-            const std::string_view value = withoutOuterBlanks(content.substr(*sign + 1));
+            const std::string_view value = withoutMarks(withoutOuterBlanks(content.substr(*sign + 1)));
             values.try_emplace(profileKey(section, key), value);
         }
     }
@@ -102,7 +111,8 @@ std::map<ProfileKey, std::string> readProfile(std::string_view text) {
 std::string withProfileValue(std::string_view text, std::string_view section, std::string_view key,
                              std::string_view value) {
     const std::string_view lineEnd = lineEndOf(text);
-    const std::string newValue = onOneLine(value);
+    const std::string newValue =
+        isQuoted(value) ? onOneLine("\"" + std::string(value) + "\"") : onOneLine(value);
 
     std::optional<std::size_t> insertAt; // behind the last filled line of the first such section
     bool inside = false, firstSection = false;

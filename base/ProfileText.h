@@ -13,8 +13,8 @@ using ProfileKey = std::pair<std::string, std::string>;
 
 ProfileKey profileKey(std::string_view section, std::string_view key);
 
-/// All values of the text, blanks around them trimmed; the first of several equal keys counts.
-/// Lines that are neither a section nor a key are passed over, whatever bytes they hold.
+/// All values of the text, blanks and then double quotes around them dropped; the first of several equal keys
+/// counts. Lines that are neither a section nor a key are passed over, whatever bytes they hold.
 std::map<ProfileKey, std::string> readProfile(std::string_view text);
 
 /// The text with one value changed or added; every other byte stays. A new key follows the last

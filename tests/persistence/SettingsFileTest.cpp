@@ -63,6 +63,14 @@ TEST(SettingsFile, ReadsWhatIsThereAndDefaultsWhatIsNot) {
     EXPECT_EQ(settings.ReadSetting("Last", "name", "", 1), "é");
     EXPECT_EQ(settings.ReadSetting("", "key", "long default", 4), "long");
 
+    // Quotes around a value go; a text that has its own keeps them.
+    SettingsFile quoted(folder.write("q.ini", "[A]\nratio= \"10:1\" \nname=\"x\" y\none=\"\n"));
+    EXPECT_EQ(quoted.ReadSetting("A", "ratio", "", 60), "10:1");
+    EXPECT_EQ(quoted.ReadSetting("A", "name", "", 60), "\"x\" y");
+    EXPECT_EQ(quoted.ReadSetting("A", "one", "", 60), "\"");
+    quoted.WriteSetting("A", "name", "\"The\" Lab \"of Labs\"");
+    EXPECT_EQ(quoted.ReadSetting("A", "name", "", 60), "\"The\" Lab \"of Labs\"");
+
     for (const char* unreadable : {"", "missing/folder/a.ini"}) {
         const SettingsFile none(folder / unreadable);
         EXPECT_EQ(none.ReadSetting("Last", "name", "d", 60), "d") << unreadable;
