@@ -216,13 +216,14 @@ void results(Composition& c) {
     const auto cell = [&](double value, const std::string& units, const std::string& picture) {
         return risks ? riskCell(value, units, picture, regional) : notComputedText;
     };
+    const auto baseline = [&](double value, const std::string& units, const std::string& picture) {
+        return current.baseline ? figureCell(value, units, picture, regional) : notComputedText;
+    };
     std::string rows = resultColumns;
-    rows += "False Accept Risk:|" +
-            figureCell(r.Base_FalseAccept, r.Base_AcceptUnits, r.Base_Accept_fmt, regional) + "|" +
-            cell(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt) + (risks ? " *;" : ";");
-    rows += "False Reject Risk:|" +
-            figureCell(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt, regional) + "|" +
-            cell(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt) + ";";
+    rows += "False Accept Risk:|" + baseline(r.Base_FalseAccept, r.Base_AcceptUnits, r.Base_Accept_fmt) +
+            "|" + cell(r.FalseAcceptRisk, r.FalseAcceptUnits, r.FalseAccept_fmt) + (risks ? " *;" : ";");
+    rows += "False Reject Risk:|" + baseline(r.Base_FalseReject, r.Base_RejectUnits, r.Base_Reject_fmt) +
+            "|" + cell(r.FalseRejectRisk, r.FalseRejectUnits, r.FalseReject_fmt) + ";";
     rows += "Equivalent Accuracy Ratio:|" + withoutGroups(r.Base_AccRatNum, regional) + "|" +
             (!ratio                ? notComputedText
              : current.noSuchRatio ? noSuchRatioText

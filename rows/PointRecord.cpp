@@ -4,6 +4,7 @@
 #include "base/RelativeUnits.h"
 #include "record/Analysis.h"
 #include "record/SubjectSide.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "units/ToleranceDecimals.h"
 
 #include <algorithm>
@@ -127,6 +128,11 @@ void putIntoRecord(Analysis& r, const TestPoint& point, const NamedEntries& name
     const SubjectEntry& su = point.entries.subject;
     const MeasuringEntry& mte = point.entries.measuring;
     const Pictures pictures(named);
+    const Reference& base = point.entries.reference;
+    const bool baselineMoves =
+        r.FalseAcceptOption != static_cast<int>(point.entries.convention) ||
+        (named.has(Entry::BaseRatio) && r.Base_AccRatNum / r.Base_AccRatDen != base.ratio) ||
+        r.Base_MTEPctInTol != base.measuringPct || r.Base_SUPctInTol != base.subjectPct;
     const bool measuringMoves = r.MTE_Mode != su.mode || r.MTE_Offset != mte.offset;
     if (named.has(Entry::Nominal) || r.NominalUnits != point.unit) putUnits(r, point);
     r.MeasurementArea = point.area;
@@ -169,11 +175,11 @@ void putIntoRecord(Analysis& r, const TestPoint& point, const NamedEntries& name
     }
     r.FalseAcceptOption = static_cast<int>(point.entries.convention);
     r.EqRatioOnFalseAccept = point.entries.ratioOnFalseAccept;
-    const Reference& base = point.entries.reference;
     if (named.has(Entry::BaseRatio))
         r.Base_AccRatNum = r.Base_EqRatioTarget = base.ratio, r.Base_AccRatDen = 1;
     r.Base_MTEPctInTol = base.measuringPct;
     r.Base_SUPctInTol = base.subjectPct;
+    if (baselineMoves) storeBaselineRisks(r);
 }
 
 } // namespace metrisk

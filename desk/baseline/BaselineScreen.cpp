@@ -249,8 +249,13 @@ void BaselineScreen::changeOption() {
     if (r.AbortFlag || !r.RisksNeedCompute) return;
     analysis_.falseAcceptOption = r.FalseAcceptOption;
     analysis_.FAOption = optionCaption(r.FalseAcceptOption);
+    computeForOption();
+}
+
+/// The figures of that standard go by the option.
+bool BaselineScreen::computeForOption() {
     if (isZ540()) setZ540Figures();
-    computeRisks();
+    return computeRisks();
 }
 
 void BaselineScreen::plot() {

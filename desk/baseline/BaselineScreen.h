@@ -84,6 +84,8 @@ class BaselineScreen final : public Worksheet {
 
     /// False if an entry is refused or there are no risks; the figures shown then stand.
     bool computeRisks();
+    /// The same, after the false accept option has changed.
+    bool computeForOption();
 
   protected:
     bool mayClose(Way way) override;

@@ -8,23 +8,15 @@
 
 namespace metrisk {
 
-namespace {
-
-/// A figure in ppm is divided twice; stored defaults have always been restated so.
-double restatedFraction(double value, const std::string& units) {
-    if (units == ppmUnits) value /= 1000000;
-    return value / 100;
-}
-
-} // namespace
-
 void ConvertRiskConvention(BaselineDefaults& defaults, int falseAcceptOption) {
     if (defaults.FalseAcceptOption == falseAcceptOption) return;
     Baseline& b = defaults.figures;
     const double p = b.Base_SUPctInTol / 100;
-    const double fa = restatedFraction(b.Base_FalseAccept, b.Base_AcceptUnits);
-    const double fr = restatedFraction(b.Base_FalseReject, b.Base_RejectUnits);
-    const double restated = 1 - (p - fr) / (p + fa - fr);
+    const double fa = riskFraction(b.Base_FalseAccept, b.Base_AcceptUnits);
+    const double fr = riskFraction(b.Base_FalseReject, b.Base_RejectUnits);
+    // Of the accepted share A = (p - fr)/(1 - fa) the consumer's risk is the part fa; all units bear A fa.
+    const double good = p - fr;
+    const double restated = falseAcceptOption == 1 ? good * fa / (1 - fa) : 1 - good / (good + fa);
     if (!std::isfinite(restated)) return;
     const ShownRisk shown = shownRisk(restated);
     const Regional neutral{};

@@ -152,8 +152,11 @@ class Summary {
         text_.heading("Baseline Risk Analysis");
         row("Subject Parameter % In-Tolerance", number(r_.Base_SUPctInTol, percentPicture));
         row("Measuring Parameter % In-Tolerance:", number(r_.Base_MTEPctInTol, percentPicture));
-        row("False Accept Risk", plainRisk(r_.Base_FalseAccept, r_.Base_AcceptUnits, r_.Base_Accept_fmt));
-        row("False Reject Risk", plainRisk(r_.Base_FalseReject, r_.Base_RejectUnits, r_.Base_Reject_fmt));
+        const auto risk = [&](double value, const std::string& units, const std::string& picture) {
+            return current_.baseline ? plainRisk(value, units, picture) : std::string(notComputedText);
+        };
+        row("False Accept Risk", risk(r_.Base_FalseAccept, r_.Base_AcceptUnits, r_.Base_Accept_fmt));
+        row("False Reject Risk", risk(r_.Base_FalseReject, r_.Base_RejectUnits, r_.Base_Reject_fmt));
     }
 
     void reportFormat() {

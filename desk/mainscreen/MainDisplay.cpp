@@ -14,6 +14,7 @@
 #include "desk/mainscreen/TextFields.h"
 #include "record/AnalysisTexts.h"
 #include "record/ToleranceUnits.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "risk/evaluate/CurrentFigures.h"
 #include "risk/evaluate/ExactRemarks.h"
 
@@ -110,8 +111,12 @@ void showRisks(MainScreen& screen, const Session& session) {
     };
     screen.BaseAcceptRisk.text = (baselineText(r.Base_FalseAccept, r.Base_AcceptUnits));
     screen.BaseAcceptUnits.text = (r.Base_AcceptUnits);
-    screen.BaseAcceptRisk.toolTip = "False accept risk of the baseline";
-    screen.BaseRejectRisk.toolTip = "False reject risk of the baseline";
+    const bool baseline = baselineIsCurrent(r);
+    screen.BaseAcceptRisk.toolTip = baseline ? "False accept risk of the baseline" : notComputedTip;
+    screen.BaseRejectRisk.toolTip = baseline ? "False reject risk of the baseline" : notComputedTip;
+    for (Control* shown : std::initializer_list<Control*>{&screen.BaseAcceptRisk, &screen.BaseAcceptUnits,
+                                                          &screen.BaseRejectRisk, &screen.BaseRejectUnits})
+        shown->enabled = baseline;
     screen.BaseRejectRisk.text = (baselineText(r.Base_FalseReject, r.Base_RejectUnits));
     screen.BaseRejectUnits.text = (r.Base_RejectUnits);
     screen.BaselineAccRat1Box.text = (FormatNumber(r.Base_AccRatNum, baselineRatioPicture, regional));

@@ -3,6 +3,7 @@
 #include "base/RelativeUnits.h"
 #include "desk/mainscreen/MainScreen.h"
 #include "record/Analysis.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "risk/evaluate/CurrentFigures.h"
 #include "risk/evaluate/ExactRemarks.h"
 
@@ -34,7 +35,7 @@ void showResultMarks(MainScreen& screen, const Analysis& r, const ExactRemarks& 
     showMark(screen.Lbl_RejectMark, fraction(r.FalseRejectRisk, r.FalseRejectUnits),
              fraction(r.Base_FalseReject, r.Base_RejectUnits));
     for (Label* mark : {&screen.Lbl_AcceptMark, &screen.Lbl_RejectMark})
-        mark->visible = mark->visible && current;
+        mark->visible = mark->visible && current && baselineIsCurrent(r);
     const bool parted =
         !remarks.falseAccept.empty() || !remarks.falseReject.empty() || !remarks.ratio.empty();
     screen.agreement = !current ? "" : parted ? "Exact integration differs" : "Exact integration agrees";

@@ -39,7 +39,7 @@ void FalseAcceptOptions_Click(Session& session) {
     if (figuresCurrent) {
         tell(session.ui, optionNotice);
         runScreen(screens::baseline, {session},
-                  [](Worksheet& screen) { static_cast<BaselineScreen&>(screen).computeRisks(); });
+                  [](Worksheet& screen) { static_cast<BaselineScreen&>(screen).computeForOption(); });
     }
     ComputeResults_Click(session);
 }

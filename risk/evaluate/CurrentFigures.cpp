@@ -10,6 +10,7 @@
 #include "risk/Snapshot.h"
 #include "risk/SubjectFit.h"
 #include "risk/TestRisks.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "risk/observed/ObservedModel.h"
 #include "risk/observed/ObservingEntries.h"
 #include "uncertainty/BiasAnalysis.h"
@@ -111,6 +112,7 @@ CurrentFigures currentFigures(const Analysis& r, const Regional& regional) {
         current.guardbands = true;
         current.guardbandRatio = guardbands->ratio && r.GB_IncludeEqAccRat && r.GB_EqAccRat != 0;
     }
+    current.baseline = baselineIsCurrent(r);
     current.observed = observedStands(r, regional);
     current.bias = BiasResultsStand(r, regional);
     return current;

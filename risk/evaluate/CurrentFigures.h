@@ -22,6 +22,7 @@ struct CurrentFigures {
     bool noSuchRatio = false;    // and the search found that no ratio has such a risk
     bool guardbands = false;     // GB_FARisk and GB_FRRisk, at the present multipliers
     bool guardbandRatio = false; // GB_EqAccRat
+    bool baseline = false;       // Base_FalseAccept and Base_FalseReject, of its reference case
     bool observed = false;       // Obs_PctInTol beside SU_PctInTol
     bool bias = false;           // the SMPC_ results
 };

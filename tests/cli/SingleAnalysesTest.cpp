@@ -170,6 +170,19 @@ TEST_F(SingleAnalyses, StoredResultsStayUntilComputed) {
                 1e-13);
 }
 
+TEST_F(SingleAnalyses, BaselineRisksFollowTheirEntries) {
+    for (const char* act :
+         {"--base-ratio 10 --base-su-pct 90", "--convention producer", "Base_MTEPctInTol=60"}) {
+        ASSERT_EQ(run(std::string("set ") + good + " " + act + " -o base.mrk --force --compute").status, 0);
+        const json computed = run("compute --json base.mrk").lines().at(0);
+        const json stored = shown("base.mrk");
+        for (const char* risk : {"FalseAccept", "FalseReject"})
+            EXPECT_NEAR(stored.at(std::string("Base_") + risk).get<double>() / 100,
+                        computed.at(std::string("Baseline") + risk).get<double>(), 1e-14)
+                << act;
+    }
+}
+
 TEST_F(SingleAnalyses, SurviveJson) {
     for (const auto& file : fs::directory_iterator(folder / "ex")) {
         const std::string name = "ex/" + file.path().filename().string();

@@ -1,6 +1,8 @@
 // The false accept option from the menu, its reminder, and the gate before plots and reports.
 #include "desk/compute/DataGate.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "desk/shell/RiskOptionCommand.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "tests/support/Cases.h"
 #include "tests/support/Hand.h"
 #include "tests/support/TestSession.h"
@@ -45,13 +47,36 @@ TEST(RiskOption, ChangeRecomputesTheBaselineAndTheRisks) {
     EXPECT_TRUE(menu.settings.empty());
 }
 
+TEST(RiskOption, AStandardHasTheFiguresOfTheNewOption) {
+    Menu menu;
+    enter(menu.record, Entry{});
+    menu.record.UserOption = "Z540";
+    menu.record.Base_SUPctInTol = 85;
+    menu.record.Base_MTEPctInTol = 96.028;
+    menu.chooseProducer(Answer::Yes);
+    menu.ui.expectBox("False Accept Risk Option Change", notice, note);
+    menu.ui.expectScreen("BaselineAnalysis", [](Worksheet& screen) { press(screen, "cmd_OK"); });
+    FalseAcceptOptions_Click(menu.session);
+    EXPECT_EQ(menu.record.Base_MTEPctInTol, 90.601);
+    EXPECT_NEAR(menu.record.Base_FalseAccept, 2, 5e-5);
+}
+
 TEST(RiskOption, StaleFiguresNeedNoNoticeAndNoChangeNeedsNothing) {
     Menu menu;
     enter(menu.record, Entry{});
     menu.record.RisksNeedCompute = true;
+    EXPECT_TRUE(baselineIsCurrent(menu.record)) << "as rounded as settings hold it";
     menu.chooseProducer(Answer::Yes);
     FalseAcceptOptions_Click(menu.session);
     EXPECT_GT(menu.record.FalseAcceptRisk, 0);
+    EXPECT_FALSE(baselineIsCurrent(menu.record)) << "that of the other option";
+    MainScreen screen(menu.session);
+    EXPECT_FALSE(screen.BaseAcceptRisk.enabled);
+    EXPECT_FALSE(screen.Lbl_AcceptMark.visible);
+    storeBaselineRisks(menu.record);
+    EXPECT_NEAR(menu.record.Base_FalseAccept, 2.9212, 5e-5);
+    MainScreen again(menu.session);
+    EXPECT_TRUE(again.BaseAcceptRisk.enabled);
 
     Menu other;
     enter(other.record, Entry{});

@@ -198,9 +198,14 @@ TEST(UncertaintyReport, ATotalWithoutATableIsThatOfTheFit) {
 TEST(RiskReport, ABaselineBelowAPpmIsInItsPicture) {
     Reported small;
     small.compute();
-    small.record.Base_FalseAccept = 0.25;
-    small.record.Base_AcceptUnits = "ppm";
-    small.record.Base_Accept_fmt = "##0.0";
+    Baseline& b = small.record;
+    b.Base_FalseAccept = b.Base_FalseReject = 0.25;
+    b.Base_AcceptUnits = b.Base_RejectUnits = "ppm";
+    b.Base_Accept_fmt = b.Base_Reject_fmt = "##0.0";
+    EXPECT_NE(operationsOf(small).find("False Accept Risk:|Not Computed|"), std::string::npos)
+        << "not of this reference case";
+    b.Base_AccRatNum = 1000;
+    b.Base_SUPctInTol = b.Base_MTEPctInTol = 99.99;
     EXPECT_NE(operationsOf(small).find("False Accept Risk:|0.3 ppm|"), std::string::npos);
 }
 

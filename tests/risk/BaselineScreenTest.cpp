@@ -1,5 +1,6 @@
 // The baseline screen and the choice of the false accept option.
 #include "desk/baseline/BaselineScreen.h"
+#include "base/DisplayRule.h"
 #include "base/NumberText.h"
 #include "desk/compute/RiskConvention.h"
 #include "desk/kit/Session.h"
@@ -266,8 +267,8 @@ TEST(FalseAcceptScreen, SettingsTakeTheConventionOnlyAsDefault) {
     EXPECT_EQ(ReadFalseAcceptConvention(test.settings), 1);
     const BaselineDefaults defaults = ReadBaselineDefaults(test.settings, 4);
     EXPECT_EQ(defaults.FalseAcceptOption, 1);
-    // 1 - (0.72 - 0.0375)/(0.72 + 0.041 - 0.0375) in percent
-    EXPECT_EQ(defaults.figures.Base_FalseAccept, 5.67);
+    // (0.72 - 0.0375) 0.041/(1 - 0.041) in percent
+    EXPECT_EQ(defaults.figures.Base_FalseAccept, 2.92);
 }
 
 TEST(EqRatioScreen, ChoicesCountWhenRetained) {
@@ -298,8 +299,8 @@ TEST(RiskConvention, RestatesByPpmAndPercent) {
         double restated;
         const char* restatedUnits;
     };
-    // (p + fa - fr - (p - fr))/(p + fa - fr) = fa/(0.6825 + fa); ppm figures are divided by 100 as well.
-    for (const Case& c : {Case{4.1, "%", 5.67, "%"}, {0.05, "%", 732, "ppm"}, {500, "ppm", 7, "ppm"}}) {
+    // 0.6825 fa/(1 - fa) of all units
+    for (const Case& c : {Case{4.1, "%", 2.92, "%"}, {0.05, "%", 341, "ppm"}, {500, "ppm", 341, "ppm"}}) {
         BaselineDefaults defaults;
         defaults.figures.Base_FalseAccept = c.accept;
         defaults.figures.Base_AcceptUnits = c.units;
@@ -308,6 +309,10 @@ TEST(RiskConvention, RestatesByPpmAndPercent) {
         ConvertRiskConvention(defaults, 1);
         EXPECT_EQ(defaults.figures.Base_FalseAccept, c.restated) << c.accept << " " << c.units;
         EXPECT_EQ(defaults.figures.Base_AcceptUnits, c.restatedUnits);
+        ConvertRiskConvention(defaults, 0);
+        EXPECT_NEAR(riskFraction(defaults.figures.Base_FalseAccept, defaults.figures.Base_AcceptUnits),
+                    riskFraction(c.accept, c.units), 2e-6)
+            << "and back, but for the rounding of both ways";
     }
 }
 
