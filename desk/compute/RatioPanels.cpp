@@ -1,8 +1,10 @@
 #include "desk/compute/RatioPanels.h"
 
 #include "base/NumberText.h"
+#include "base/Real.h"
 #include "desk/compute/EquivalentRatio.h"
 #include "desk/kit/Session.h"
+#include "risk/SubjectFit.h"
 
 #include <cmath>
 
@@ -19,11 +21,22 @@ std::string ratioText(double numerator, double denominator, const Regional& regi
     return FormatNumber(ratio, RatioPicture(ratio, labelTolerance), regional) + " : 1";
 }
 
+/// Fitted here: not every choice fits at once, and the last fit was of other entries. 0 if there is no fit.
+double subjectSigma(const Session& session) {
+    const Analysis& r = session.record;
+    try {
+        return r.SU_PctInTol > 0 ? fitSubject(r, session.regional).SU_Sigma : 0;
+    } catch (const RuntimeFault&) {
+    } catch (const FitRefusal&) {
+    }
+    return 0;
+}
+
 } // namespace
 
 RatioPanels ratioPanels(const Session& session) {
     const Analysis& r = session.record;
-    return {ratioText(r.SU_Sigma, r.MTE_Sigma, session.regional),
+    return {ratioText(subjectSigma(session), r.MTE_Sigma, session.regional),
             ratioText(ratioTolerance(r), z95 * r.MTE_Sigma, session.regional)};
 }
 

@@ -9,7 +9,7 @@ struct Session;
 
 /// Texts such as "4.00 : 1", empty when not computable.
 struct RatioPanels {
-    std::string pnl_UncRatio; // SU_Sigma / MTE_Sigma
+    std::string pnl_UncRatio; // the entries' SU_Sigma over MTE_Sigma
     std::string pnlTUR;       // test uncertainty ratio: tolerance over the 95 % measuring uncertainty
 };
 

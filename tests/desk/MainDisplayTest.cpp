@@ -330,6 +330,20 @@ TEST(MainDisplay, FiguresOfOtherEntriesFade) {
     EXPECT_EQ(shown.main.AcceptRisk.toolTip, "Not computed for these entries");
 }
 
+TEST(MainDisplay, TheUncertaintyRatioIsOfTheEntriesThatAreShown) {
+    for (const char* choice : {"chk_Symmetric", "SingleUpperOption", "SingleLowerOption"}) {
+        Shown shown;
+        enter(shown.record, twoSided(1, 0.5, 95));
+        press(shown.main, "ComputeResults");
+        const std::string before = shown.text("pnl_UncRatio");
+        press(shown.main, choice);
+        const std::string chosen = shown.text("pnl_UncRatio");
+        EXPECT_NE(chosen, before) << choice;
+        press(shown.main, "ComputeResults");
+        EXPECT_EQ(shown.text("pnl_UncRatio"), chosen) << choice;
+    }
+}
+
 TEST(MainDisplay, ARatioThatNoBaselineHasIsMarked) {
     for (const auto& [ratio, note] :
          {std::pair{0.009, "no such ratio"}, {0.01, ""}, {4, ""}, {10001, "no such ratio"}}) {
