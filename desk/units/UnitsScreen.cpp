@@ -236,6 +236,11 @@ std::optional<double> UnitsRevision::checkedMultiplier(bool withPrimary) {
         (withPrimary && hasIllegalCharacter(txt_PrimaryUnits.text, "Illegal character in units.")))
         return {};
     const std::string& text = MultipliersBox.text;
+    // A multiplier can have more digits than its text: one that is still as shown is not read back.
+    for (const MeasurementUnit& unit : shown_)
+        if (unit.key == SelectedUnitKey_ && unit.multiplier > 0 &&
+            text == GeneralText(unit.multiplier, session_.regional))
+            return unit.multiplier;
     if (text.empty()) return 1;
     const double value = ParseValue(text, session_.regional);
     const bool plain = text.find_first_of("%$'\"") == std::string::npos;

@@ -134,6 +134,26 @@ TEST(UnitsScreen, AddsChangesAndDeletes) {
     EXPECT_EQ(u.items("List1"), "g|kg|") << "an area and a unit of it in one go";
 }
 
+TEST(UnitsScreen, AMultiplierThatIsNotTypedKeepsAllItsDigits) {
+    constexpr double third = 1.0 / 3;
+    const auto stored = [](Units& u, const char* symbol) {
+        for (const MeasurementUnit& unit : openUnitsDatabase(u.path)->unitsOf(u.key("Voltage")))
+            if (unit.symbol == symbol) return unit.multiplier;
+        return 0.0;
+    };
+    Units u;
+    openUnitsDatabase(u.path)->addUnit(u.key("Voltage"), {.symbol = "u", .multiplier = third});
+    u.select("List0", 1);
+    u.select("List1", 0);
+    ASSERT_EQ(textOf(*u.screen, "UnitsBox"), "u");
+    u.type("txt_Description", "a third");
+    u.run("mnu_Update");
+    EXPECT_EQ(stored(u, "u"), third);
+    u.type("MultipliersBox", "0.3");
+    u.run("mnu_Update");
+    EXPECT_EQ(stored(u, "u"), 0.3);
+}
+
 TEST(UnitsScreen, Refusals) {
     struct Row {
         const char* area;
