@@ -134,7 +134,7 @@ std::vector<MenuItem> TestPointsScreen::columnItems() {
         {.control = "mnu_RenameColumn", .caption = "Re&name...", .run = [this] { renameColumn(); }},
         {.control = "mnu_RemoveColumn", .caption = "&Remove", .run = remove, .separatorAfter = true},
         {.control = "mnu_SortRising",
-         .caption = "Sort &Rising",
+         .caption = "Sort R&ising",
          .run = [this] { sort(selectedColumn(), false); }},
         {.control = "mnu_SortFalling",
          .caption = "Sort &Falling",

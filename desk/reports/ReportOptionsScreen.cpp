@@ -49,7 +49,7 @@ ReportOptionsScreen::ReportOptionsScreen(Session& session)
                  printWanted_ = true;
                  close(Way::Ok);
              }},
-        notesItem(session_),
+        notesItem(session_, "&Notes"),
     };
     refresh();
 }

@@ -4,13 +4,17 @@
 #include "desk/files/AnalysisFile.h"
 #include "desk/kit/FileChooser.h"
 #include "desk/kit/ScreenEntry.h"
+#include "desk/mainscreen/MainScreen.h"
 #include "desk/plots/PlotDesk.h"
 #include "desk/reports/ReportDesk.h"
+#include "desk/shell/MainCommands.h"
 #include "record/AnalysisFields.h"
 #include "tests/support/SilentSession.h"
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <map>
 #include <random>
 #include <set>
 
@@ -165,6 +169,52 @@ TEST(UsedScreen, MarksTheAnalysisAsChangedWhereItHasKeptAnEntry) {
         EXPECT_TRUE(used.session.record.FileChanged) << used.changed(isInput);
     });
     EXPECT_GT(kept, 50);
+}
+
+/// The letter behind the single "&" of a caption, in capitals; 0 if there is none.
+char letterOf(const std::string& caption) {
+    for (std::size_t at = 0; at + 1 < caption.size(); ++at) {
+        if (caption[at] != '&') continue;
+        if (caption[at + 1] != '&') return static_cast<char>(std::toupper(caption[at + 1]));
+        ++at;
+    }
+    return 0;
+}
+
+void expectOwnLetters(const std::vector<MenuItem>& menu) {
+    // These have always shared theirs: the key goes from one to the other.
+    static const std::set<std::pair<std::string, std::string>> shared{{"&New Analysis", "&Notes"},
+                                                                      {"Measurement &Units", "&Uncertainty"}};
+    std::map<char, std::string> taken;
+    for (const MenuItem& item : menu) {
+        const char letter = letterOf(item.caption);
+        const auto [first, free] = taken.emplace(letter, item.caption);
+        EXPECT_TRUE(free || letter == 0 || shared.contains({first->second, item.caption}))
+            << first->second << " and " << item.caption;
+        expectOwnLetters(item.items);
+    }
+}
+
+TEST(Menus, NoLetterStandsForTwoEntries) {
+    SilentSession silent;
+    Session& session = silent.session;
+    NoFiles files;
+    PlotDesk plots(session);
+    ReportDesk reports(session);
+    MainScreen main(session);
+    const MainCommands commands(session, main, files);
+    expectOwnLetters(main.menus);
+    ASSERT_EQ(ReadAnalysis(session, METRISK_SOURCE_DIR "/examples/multimeter-dc-volts.mrk").fault,
+              ReadFault::None);
+    ComputeResults_Click(session);
+    for (const ScreenEntry& entry : allScreens()) {
+        SCOPED_TRACE(entry.name);
+        if (entry.name == "PrintDialog") continue; // asks for the printer
+        const auto screen = entry.make({session, &files, &reports, &plots});
+        expectOwnLetters(screen->menus);
+        for (Control* control : screen->controls())
+            if (const auto* table = dynamic_cast<Table*>(control)) expectOwnLetters(table->menu);
+    }
 }
 
 } // namespace
