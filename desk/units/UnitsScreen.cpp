@@ -162,6 +162,8 @@ void UnitsRevision::refresh() {
     for (const char* command :
          {"mnu_Edit", "mnu_Add", "mnu_Update", "mnu_Delete", "mnu_SaveDatabase", "mnu_CloseDatabase"})
         findItem(menus, command)->off = !open;
+    for (Button* button : {&cmd_Add, &cmd_Update, &cmd_Delete})
+        button->allow(open, "No units database is open");
     txt_PrimaryUnits.locked = !PrimaryUnit_.empty() && !EditingArea_;
 }
 

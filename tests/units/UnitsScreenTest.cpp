@@ -71,6 +71,16 @@ TEST(UnitsScreen, WhatIsNotThereIsSaid) {
     EXPECT_EQ(u.items("List0"), "Ratio|") << "another program has deleted it";
 }
 
+TEST(UnitsScreen, NothingIsAddedToNoDatabase) {
+    Units u;
+    for (const bool open : {true, false}) {
+        if (!open) u.run("mnu_CloseDatabase");
+        for (const char* name : {"cmd_Add", "cmd_Update", "cmd_Delete"})
+            EXPECT_EQ(control<Button>(*u.screen, name).enabled, open) << name;
+    }
+    EXPECT_EQ(u.screen->cmd_Add.resting, "No units database is open");
+}
+
 TEST(UnitsScreen, ANewAreaIsNotDescribedByTheOneBefore) {
     Units u;
     u.select("List0", 1);
