@@ -13,6 +13,7 @@
 #include "desk/mainscreen/ResultMarks.h"
 #include "desk/mainscreen/TextFields.h"
 #include "record/AnalysisTexts.h"
+#include "record/SubjectSide.h"
 #include "record/ToleranceUnits.h"
 #include "risk/evaluate/BaselineFigures.h"
 #include "risk/evaluate/CurrentFigures.h"
@@ -146,11 +147,19 @@ void showOptions(MainScreen& screen, const Session& session) {
     screen.pnlTUR.text = (ratios.pnlTUR);
 }
 
+/// A tolerance; a limit of the example's nominal value; or a physical limit, which most have at 0 or 100.
+const char* limitHint(const Analysis& r, const SubjectSide& side) {
+    const bool upper = &side == &upperSide;
+    if (r.*side.absent) return upper ? "e.g. 100" : "e.g. 0";
+    if (!r.ShowLimits) return "e.g. 0.5";
+    return upper ? "e.g. 10.5" : "e.g. 9.5";
+}
+
 /// Examples without units, which these boxes do not read.
-void showHints(MainScreen& screen) {
+void showHints(MainScreen& screen, const Analysis& r) {
     for (const auto& [box, hint] : {std::pair{&screen.ModeBox, "e.g. 10"},
-                                    {&screen.UpperLimitBox, "e.g. 0.5"},
-                                    {&screen.LowerLimitBox, "e.g. 0.5"},
+                                    {&screen.UpperLimitBox, limitHint(r, upperSide)},
+                                    {&screen.LowerLimitBox, limitHint(r, lowerSide)},
                                     {&screen.PctInTolBox, "e.g. 95"},
                                     {&screen.MTEOffsetBox, "e.g. 0.1"},
                                     {&screen.MTEParameterUnitsBox, "e.g. mV"},
@@ -174,7 +183,7 @@ void showRecord(MainScreen& screen, const Session& session) {
     showSecondFigures(screen, session);
     showOptions(screen, session);
     showGuardbandRows(screen, session, texts);
-    showHints(screen);
+    showHints(screen, r);
     screen.area = r.MeasurementArea;
     screen.caption = mainCaption(session);
     screen.nextStep = screen.unreadUnit.empty() ? nextStep(session) : screen.unreadUnit;

@@ -130,6 +130,24 @@ TEST(MainDisplay, LimitRowsByToleranceKind) {
     }
 }
 
+TEST(MainDisplay, EmptyLimitBoxesShowWhatTheyAskFor) {
+    struct Row {
+        bool limits, physical;
+        const char *upper, *lower;
+    };
+    for (const Row& row : {Row{false, false, "e.g. 0.5", "e.g. 0.5"},
+                           {true, false, "e.g. 10.5", "e.g. 9.5"},
+                           {false, true, "e.g. 0.5", "e.g. 0"},
+                           {true, true, "e.g. 10.5", "e.g. 0"}}) {
+        Shown shown;
+        shown.record.ShowLimits = row.limits;
+        shown.record.OptTwoSided = !row.physical;
+        shown.record.OptSingleUpper = shown.record.PhysLimitRequired = row.physical;
+        EXPECT_EQ(shown.at<TextBox>("UpperLimitBox").hint, row.upper);
+        EXPECT_EQ(shown.at<TextBox>("LowerLimitBox").hint, row.lower);
+    }
+}
+
 TEST(MainDisplay, UncertaintyModeRelabelsTheMeasuringRow) {
     Shown shown;
     enter(shown.record, Entry{});
