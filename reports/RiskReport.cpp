@@ -1,6 +1,7 @@
 // The risk analysis report.
 #include "base/DisplayRule.h"
 #include "base/NumberText.h"
+#include "record/AnalysisTexts.h"
 #include "record/ToleranceParts.h"
 #include "record/ToleranceUnits.h"
 #include "reports/Compose.h"
@@ -136,7 +137,7 @@ void measuringSystem(Composition& c) {
     if (r.MTE_EntryByUncertainty) {
         rows.add("Standard Uncertainty:", amount(r.MTE_StdUncertainty, c.shown.measuringFixed));
         rows.add("Expanded Uncertainty:", amount(r.MTE_Offset, c.shown.measuringOffset));
-        rows.add("Confidence Level:", figureText(r.MTE_PctInTol, 4, regional) + " %");
+        rows.add("Confidence Level:", pctEntryText(r.MTE_PctInTol, regional) + " %");
         rows.add("Degrees of Freedom:", freedomText(r.MTE_DegFreedom, "General Number", regional));
         rows.add("Coverage Factor:", FormatNumber(r.MTE_kFactor, "##0.####", regional));
     } else {

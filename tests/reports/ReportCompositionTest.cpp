@@ -54,6 +54,19 @@ void enterBudget(Session& session) {
     SumProcessUncertainty(session.record, session.regional);
 }
 
+TEST(RiskReport, AConfidenceHasFourDecimalsUnlessItWouldReadAsAll) {
+    for (const auto& [confidence, told] : {std::pair{83.2163755356769, "Confidence Level:|83.2164 %;"},
+                                           {95, "Confidence Level:|95.0000 %;"},
+                                           {99.99999, "Confidence Level:|99.99999 %;"}}) {
+        Reported analysis;
+        analysis.record.MTE_EntryByUncertainty = true;
+        analysis.record.MTE_StdUncertainty = 0.05;
+        analysis.record.MTE_PctInTol = confidence;
+        const std::string report = operationsOf(analysis.compute());
+        EXPECT_NE(report.find(told), std::string::npos) << report;
+    }
+}
+
 TEST(RiskReport, SaysWhatTheScreenShows) {
     expectReport("two-sided", Reported().compute());
 
