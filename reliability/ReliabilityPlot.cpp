@@ -99,7 +99,7 @@ void markTime(DrawingSurface& surface, const ReliabilityCurve& curve, const Plot
     const double x = curve.time / curve.limit;
     const double y = curve.atTime / scale.verticalScale;
     surface.ForeColor = yellow;
-    const std::string named = "interval " + GeneralText(curve.time, {}, 6);
+    const std::string named = (curve.isInterval ? "interval " : "t = ") + GeneralText(curve.time, {}, 6);
     const double half = surface.TextWidth(named) / 2;
     PrintCentredAt(surface, named, std::clamp(x, half, 1 - half), top, -1.1);
     constexpr double dot = 8; // device units

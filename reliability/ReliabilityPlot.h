@@ -22,6 +22,7 @@ struct ReliabilityCurve {
     double limit = 0;                      // the time at the right end
     double time = 0;                       // the time marked
     double atTime = 0;                     // R there
+    bool isInterval = false;               // the time marked is the end of the interval
     std::string units{};                   // of the times, "" or as "Months"
     std::array<double, segments + 1> at{}; // R at equal steps from 0 to the limit
 

@@ -96,6 +96,7 @@ void ReliabilityScreen::redraw() {
     if (plotted()) {
         try {
             curve = ReliabilityCurve(slot().model()->number, plotTheta_, plotLimit_, plotTime_);
+            curve.isInterval = plotTime_ == slot().interval();
             curve.units = record().Rel_IntervalUnits[static_cast<std::size_t>(slotNumber())];
         } catch (const RuntimeFault& fault) {
             tellFault(session_.ui, fault);

@@ -141,8 +141,11 @@ TEST(ReliabilityScreen, PlotBoxesFollowEachOther) {
     Worked w;
     w.fill(Exponential, "100", "", "90");
     w.press("Compute");
+    EXPECT_NE(w.drawn().find("\"interval 12\""), std::string::npos);
     w.type("txt_RPlotData_0", "24");
     EXPECT_EQ(w.text("txt_RPlotData_1"), "81.00");
+    EXPECT_NE(w.drawn().find("\"t = 24\""), std::string::npos) << "the interval is another time";
+    EXPECT_EQ(w.drawn().find("interval"), std::string::npos);
     w.type("txt_RPlotData_1", "85");
     EXPECT_EQ(w.text("txt_RPlotData_0"), "18.51");
     w.type("txt_RPlotData_0", "-1");
@@ -337,7 +340,7 @@ TEST(ReliabilityPlot, IsDrawnInOrder) {
                              "line 0 0 0 0.97 #00c0c0 width 2\n";
     EXPECT_EQ(text.substr(0, told.size()), told);
     for (const char* tick :
-         {"line 0.4 0 0.4 -0.01164", "\"40\"", "\"80 %\"", "\"interval 12\"", "\"R = 84.26 %\""})
+         {"line 0.4 0 0.4 -0.01164", "\"40\"", "\"80 %\"", "\"t = 12\"", "\"R = 84.26 %\""})
         EXPECT_NE(text.find(tick), text.npos) << tick << text;
 }
 
