@@ -17,11 +17,18 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
     throw RowFault{true, "column " + std::string(info.name) + ": " + noNumberText(text, what, marks)};
 }
 
+/// 0 stands for infinitely many.
+double degreesOfFreedom(double number) {
+    if (number < 0) throw RowFault{true, "column " + std::string(infoOf(Entry::MteDof).name) + ": below 0"};
+    return std::isinf(number) ? 0 : number;
+}
+
 double numberOf(const EntryInfo& info, std::string_view text, NumberMarks marks) {
-    if (info.entry == Entry::MteDof && isInfinite(text)) return 0;
+    const bool freedom = info.entry == Entry::MteDof;
+    if (freedom && isInfinite(text)) return degreesOfFreedom(text.starts_with('-') ? -infinite : infinite);
     const auto number = plainNumberOf(text, marks);
     if (!number) refuseCell(info, text, "number", marks);
-    return *number;
+    return freedom ? degreesOfFreedom(*number) : *number;
 }
 
 } // namespace
@@ -68,10 +75,10 @@ void NamedEntries::put(Entry entry, double number) {
     if (info.kind == EntryKind::Text || info.kind == EntryKind::Word)
         throw RowFault{true, "column " + std::string(info.name) + ": a number, wanted a text"};
     NamedEntry value{.number = number};
-    if (std::isinf(number)) {
-        if (entry == Entry::MteDof)
-            value.number = 0;
-        else if (info.kind == EntryKind::Limit)
+    if (entry == Entry::MteDof) {
+        value.number = degreesOfFreedom(number);
+    } else if (std::isinf(number)) {
+        if (info.kind == EntryKind::Limit)
             value.number = infinite;
         else
             throw RowFault{true, "column " + std::string(info.name) + ": infinite"};

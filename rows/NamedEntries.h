@@ -32,7 +32,7 @@ class NamedEntries {
 
     void clear() { named_ = 0; }
     /// A cell with nothing but blanks names nothing. `columnUnit` is that of the column. Raises RowFault for
-    /// a text that is not of the entry's kind.
+    /// a text that is not of the entry's kind, and for degrees of freedom below 0.
     void read(Entry entry, std::string_view cell, std::string_view columnUnit = {}, NumberMarks marks = {});
     /// The same of a number that needs no reading, in the unit of the nominal; NaN names nothing.
     void put(Entry entry, double number);
