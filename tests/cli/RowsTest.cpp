@@ -324,6 +324,21 @@ TEST_F(Rows, SayInSentencesWhatIsNoJson) {
     EXPECT_TRUE(rows.back().contains("tol")) << "0 is a number";
 }
 
+TEST_F(Rows, GiveNoFormulaToASpreadsheet) {
+    const struct {
+        const char *row, *written;
+    } cases[] = {{"=cmd,1,95,4", "'=cmd,1,95,4,ok,"},
+                 {"-1,1,95,4", "-1,1,95,4,ok,"},
+                 {"\"=a,b\",1,95,4", "\"'=a,b\",1,95,4,ok,"},
+                 {"=cmd,1,95", "'=cmd,1,95,,bad,"},
+                 {"=cmd,1,9\"5,4", "'=cmd,,,,bad,"}};
+    for (const auto& one : cases) {
+        write("in.csv", std::string("note,tol,su_pct,tur\n") + one.row + "\n");
+        const std::string out = run("rows in.csv -q --safe-cells --want tur").out;
+        EXPECT_EQ(out.substr(out.find('\n') + 1).find(one.written), 0U) << out;
+    }
+}
+
 TEST_F(Rows, RefuseHeadersThatMayMeanAnother) {
     const struct {
         const char *content, *arguments;
