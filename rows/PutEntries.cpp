@@ -6,6 +6,7 @@
 #include "record/ComposedOffset.h"
 #include "record/EntryRules.h"
 #include "record/SubjectSide.h"
+#include "risk/BaselineModel.h"
 #include "risk/decision/Counts.h"
 #include "risk/decision/Coverage.h"
 #include "rows/FollowUnit.h"
@@ -290,7 +291,11 @@ class Putting {
             p_.stdUncertainty = 0;
             p_.measuring = {};
         }
-        if (named_.has(Entry::MteDof)) mte().degFreedom = std::max(named_.number(Entry::MteDof), 0.0);
+        if (named_.has(Entry::MteDof)) {
+            const double freedom = named_.number(Entry::MteDof);
+            if (!(freedom >= 0)) refuse("mte_dof must not be negative: 0 or inf means infinite");
+            mte().degFreedom = freedom;
+        }
         putPct();
         if (named_.has(Entry::MteK)) putCoverage();
         if (tolerance) putMeasuringTolerance();
@@ -419,10 +424,7 @@ class Putting {
                 throw RowFault{true, "column convention: " + std::string(word) +
                                          " is neither consumer nor producer"};
         }
-        if (named_.has(Entry::BaseRatio)) e().reference.ratio = named_.number(Entry::BaseRatio);
-        if (named_.has(Entry::BaseMtePct)) e().reference.measuringPct = named_.number(Entry::BaseMtePct);
-        if (named_.has(Entry::BaseSubjectPct))
-            e().reference.subjectPct = named_.number(Entry::BaseSubjectPct);
+        putReference();
         if (named_.has(Entry::EqOn)) {
             const std::string_view word = named_[Entry::EqOn].text;
             if (!equalCaseBlind(word, "fa") && !equalCaseBlind(word, "fr"))
@@ -431,6 +433,21 @@ class Putting {
         }
         if (named_.has(Entry::Reading)) p_.reading = length(Entry::Reading);
         if (named_.has(Entry::Rule)) p_.rule = named_[Entry::Rule].text;
+    }
+
+    void putReference() {
+        Reference& base = e().reference;
+        const auto pct = [&](Entry entry, double& into) {
+            if (!named_.has(entry)) return;
+            into = named_.number(entry);
+            if (!isProbability(into / 100)) refuse(infoOf(entry).name, pctRangeText);
+        };
+        if (named_.has(Entry::BaseRatio)) {
+            base.ratio = named_.number(Entry::BaseRatio);
+            if (!(base.ratio > 0)) refuse(infoOf(Entry::BaseRatio).name, ratioTooLowText);
+        }
+        pct(Entry::BaseMtePct, base.measuringPct);
+        pct(Entry::BaseSubjectPct, base.subjectPct);
     }
 
     TestPoint& p_;

@@ -1,5 +1,6 @@
 #include "rows/SettableFields.h"
 
+#include "base/Picture.h"
 #include "base/Real.h"
 #include "base/RelativeUnits.h"
 #include "record/Analysis.h"
@@ -8,6 +9,7 @@
 #include "record/SubjectSide.h"
 #include "rows/TestPoint.h"
 #include "rows/UnitFactors.h"
+#include "uncertainty/Samples.h"
 #include "units/ToleranceDecimals.h"
 
 #include <algorithm>
@@ -62,8 +64,9 @@ const OfForm* formOf(std::string_view field) {
 
 class Following {
   public:
-    Following(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units)
-        : r_(record), set_(set), units_(units) {}
+    Following(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units,
+              const Regional& regional)
+        : r_(record), set_(set), units_(units), regional_(regional) {}
 
     void all() {
         if (has("SU_ToleranceUnits")) followUnits(r_.SU_ToleranceUnits, r_.SU_TolUnitsFactor);
@@ -75,12 +78,39 @@ class Following {
         if (has("MTE_FixedOffset") && !r_.MTE_EntryByUncertainty) composeMeasuring();
         if ((has("Base_AccRatNum") || has("Base_AccRatDen")) && r_.Base_AccRatDen > 0)
             r_.Base_EqRatioTarget = checked(r_.Base_AccRatNum / r_.Base_AccRatDen);
+        for (const int slot : {1, 2})
+            if (ofSample(slot)) storeSamples(slot);
     }
 
   private:
     bool has(std::string_view field) const {
         return std::ranges::any_of(set_,
                                    [&](const FieldPlace& place) { return place.of->field.name == field; });
+    }
+
+    bool ofSample(int slot) const {
+        return std::ranges::any_of(set_, [&](const FieldPlace& place) {
+            const std::string_view name = place.of->field.name;
+            return name == "Stat_Sample" ? place.index[1] == slot
+                                         : (name == "Stat_SampleSize" || name == "Stat_Value5" ||
+                                            name == "Stat_Flag1" || name == "Stat_Flag2") &&
+                                               place.index[0] == slot;
+        });
+    }
+
+    /// What the screen of samples derives when it is left.
+    void storeSamples(int slot) {
+        if (r_.Stat_SampleSize[slot] == 0 && !has("Stat_SampleSize")) return; // the row is of other figures
+        const auto kept = r_.Stat_Sample; // a value beyond the size is to be refused, not lost
+        std::vector<double> values;
+        int decimals = 0;
+        for (int i = 1; i <= std::min(r_.Stat_SampleSize[slot], maxSampleSize); ++i) {
+            values.push_back(r_.Stat_Sample[i][slot]);
+            decimals = std::max(decimals, DecimalsOfValue(values.back(), 0));
+        }
+        StoreSamples(r_, slot, values, decimals, regional_);
+        for (int i = r_.Stat_SampleSize[slot] + 1; i <= maxSampleSize; ++i)
+            r_.Stat_Sample[i][slot] = kept[i][slot];
     }
 
     void followUnits(const std::string& unit, double& factor) const {
@@ -116,6 +146,7 @@ class Following {
     Analysis& r_;
     const std::vector<FieldPlace>& set_;
     const UnitFactors& units_;
+    const Regional& regional_;
 };
 
 } // namespace
@@ -157,9 +188,10 @@ std::span<const Entry> rivalsOf(const NamedField& field) {
     return {};
 }
 
-void followFields(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units) {
+void followFields(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units,
+                  const Regional& regional) {
     try {
-        Following(record, set, units).all();
+        Following(record, set, units, regional).all();
     } catch (const RuntimeFault&) {
         throw RowFault{false, toldText("Not Computed", "These entries lead to no finite number.")};
     }

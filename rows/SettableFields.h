@@ -28,6 +28,7 @@ std::span<const Entry> rivalsOf(const NamedField& field);
 
 /// What the boxes of these plain fields derive: offsets of their parts, factors of tolerance units, the
 /// reference ratio. Raises RowFault where a rule refuses.
-void followFields(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units);
+void followFields(Analysis& record, const std::vector<FieldPlace>& set, const UnitFactors& units,
+                  const Regional& regional);
 
 } // namespace metrisk

@@ -203,7 +203,7 @@ bool AnalysisEntries::putInto(AnalysisRun& run, const UnitFactors& units) const 
             if (one.place.of->field.name == "GB_SymmetricMult")
                 chooseSymmetricMultipliers(run.record, run.record.GB_SymmetricMult, run.session.regional);
         }
-        followFields(run.record, plain, units);
+        followFields(run.record, plain, units, run.session.regional);
         // The point's texts are those of the record that it is put into.
         const Analysis before = run.record;
         TestPoint point = testPointOf(before, run.session.regional);

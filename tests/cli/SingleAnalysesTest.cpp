@@ -183,6 +183,20 @@ TEST_F(SingleAnalyses, BaselineRisksFollowTheirEntries) {
     }
 }
 
+TEST_F(SingleAnalyses, SampleFiguresFollowTheirValues) {
+    const auto mean = [&](const std::string& values) {
+        EXPECT_EQ(run(std::string("set ") + good + " " + values).status, 0);
+        return shown(good).at("Stat_SampleMean").at(1).get<double>();
+    };
+    EXPECT_NEAR(
+        mean("'Stat_SampleSize[2]=3' 'Stat_Sample[1][2]=1' 'Stat_Sample[2][2]=2' 'Stat_Sample[3][2]=6'"), 3,
+        1e-15);
+    EXPECT_NEAR(mean("'Stat_Sample[1][2]=4'"), 4, 1e-15);
+    const json after = shown(good);
+    EXPECT_NEAR(after.at("Stat_SampleStdDev").at(1).get<double>(), 2, 1e-14);
+    EXPECT_EQ(after.at("SMPC_Computed"), false);
+}
+
 TEST_F(SingleAnalyses, SurviveJson) {
     for (const auto& file : fs::directory_iterator(folder / "ex")) {
         const std::string name = "ex/" + file.path().filename().string();
