@@ -291,11 +291,7 @@ class Putting {
             p_.stdUncertainty = 0;
             p_.measuring = {};
         }
-        if (named_.has(Entry::MteDof)) {
-            const double freedom = named_.number(Entry::MteDof);
-            if (!(freedom >= 0)) refuse("mte_dof must not be negative: 0 or inf means infinite");
-            mte().degFreedom = freedom;
-        }
+        if (named_.has(Entry::MteDof)) mte().degFreedom = named_.number(Entry::MteDof);
         putPct();
         if (named_.has(Entry::MteK)) putCoverage();
         if (tolerance) putMeasuringTolerance();

@@ -75,8 +75,8 @@ void keepName(Analysis& record, const Analysis& named) {
     record.FileChanged = true;
 }
 
-MenuItem notesItem(Session& session, const char* caption) {
-    return {.control = "mnu_Notes", .caption = caption, .run = [&session] { OpenNotes(session); }};
+MenuItem notesItem(Session& session) {
+    return {.control = "mnu_Notes", .caption = "&Notes", .run = [&session] { OpenNotes(session); }};
 }
 
 } // namespace metrisk

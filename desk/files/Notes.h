@@ -16,8 +16,7 @@ void OpenNotes(Session& session);
 /// does not take it back.
 void keepName(Analysis& record, const Analysis& named);
 
-/// The menu item that does so, with a letter that is free beside the list of programs; the session must
-/// outlive it.
-MenuItem notesItem(Session& session, const char* caption = "N&otes");
+/// The menu item that does so; the session must outlive it.
+MenuItem notesItem(Session& session);
 
 } // namespace metrisk

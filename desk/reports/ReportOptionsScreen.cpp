@@ -49,7 +49,7 @@ ReportOptionsScreen::ReportOptionsScreen(Session& session)
                  printWanted_ = true;
                  close(Way::Ok);
              }},
-        notesItem(session_, "&Notes"),
+        notesItem(session_),
     };
     refresh();
 }

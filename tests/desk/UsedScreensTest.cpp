@@ -183,8 +183,8 @@ char letterOf(const std::string& caption) {
 
 void expectOwnLetters(const std::vector<MenuItem>& menu) {
     // These have always shared theirs: the key goes from one to the other.
-    static const std::set<std::pair<std::string, std::string>> shared{{"&New Analysis", "&Notes"},
-                                                                      {"Measurement &Units", "&Uncertainty"}};
+    static const std::set<std::pair<std::string, std::string>> shared{
+        {"&New Analysis", "&Notes"}, {"Ru&n", "&Notes"}, {"Measurement &Units", "&Uncertainty"}};
     std::map<char, std::string> taken;
     for (const MenuItem& item : menu) {
         const char letter = letterOf(item.caption);
