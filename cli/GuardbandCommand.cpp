@@ -209,7 +209,11 @@ int guardband(const Options& options) {
     if (run.open(options.file)) {
         solved = options.off || options.given.any() ? tryGiven(run, options) : solve(run, options);
         status = solved ? allDone : refused;
-        if (solved && options.save && !saveResults(run, options.file, options.force)) status = refused;
+        if (solved && options.save) {
+            if (!saveResults(run, options.file, options.force)) status = refused;
+            if (!run.record.IncludeGuardbands && !options.off)
+                run.ui.note("the guardbands are held; risks count them once IncludeGuardbands=true is set");
+        }
     }
     const char* word = !solved && status == unreadable ? "unreadable" : solved ? "computed" : "refused";
     return finish({.results = (options.json ? asJson : asTable)(options.file, word, run, solved),

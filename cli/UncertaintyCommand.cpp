@@ -1,5 +1,6 @@
 // metrisk-cli uncertainty: the process errors table with its totals, the samples and the bias analysis.
 #include "base/NumberText.h"
+#include "base/Picture.h"
 #include "base/Real.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
@@ -16,6 +17,9 @@
 #include "uncertainty/ProcessTotals.h"
 #include "uncertainty/SampleColumn.h"
 #include "uncertainty/Samples.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace metrisk::cli {
 
@@ -81,6 +85,11 @@ bool takeSamples(AnalysisRun& run, const SampleSource& source, bool deviations) 
 }
 
 /// None if the figures have no sum.
+/// No source gives it: it was typed, and counts in the risks all the same.
+bool isEnteredTotal(const Analysis& r, const Totals& totals) {
+    return !totals.anyProcess && r.ProcessUncertainty != 0;
+}
+
 std::optional<Totals> compute(AnalysisRun& run, const Options& options) {
     Analysis& r = run.record;
     for (const std::string& text : options.samples)
@@ -95,7 +104,15 @@ std::optional<Totals> compute(AnalysisRun& run, const Options& options) {
     }
     ShowErrorTable(r, run.session.regional);
     try {
-        return ComputeTotals(readErrorRows(r, run.session.regional), r.CorrelationMatrix);
+        Totals totals = ComputeTotals(readErrorRows(r, run.session.regional), r.CorrelationMatrix);
+        if (isEnteredTotal(r, totals)) {
+            const double shown = measuringUnits(r).shown(r.ProcessUncertainty);
+            totals.process = shown;
+            totals.total = std::hypot(totals.total, shown);
+            for (int* decimals : {&totals.processDecimals, &totals.totalDecimals})
+                *decimals = std::max(*decimals, DecimalsOfValue(shown, 0));
+        }
+        return totals;
     } catch (const RuntimeFault&) {
         tell(run.ui, noTotal);
         return std::nullopt;
@@ -249,7 +266,8 @@ std::string asTable(const std::string& file, const char* status, const AnalysisR
                (freedom > 0 ? ", " + degFreedomText(freedom, regional) + " degrees of freedom" : "");
     };
     text += errorTable(r, regional, *totals);
-    text += tableRow("Bias excluded", total(totals->process, totals->processDecimals, r.Process_DegFreedom));
+    text += tableRow("Bias excluded", total(totals->process, totals->processDecimals, r.Process_DegFreedom) +
+                                          (isEnteredTotal(r, *totals) ? ", entered as a total" : ""));
     text += tableRow("Total uncertainty", total(totals->total, totals->totalDecimals, r.Total_DegFreedom));
     if (totals->contradictory) text += tableRow("Correlations", "contradict each other");
     text += tableRow("Included in the risks", r.IncludeUncertainty ? "yes" : "no");

@@ -46,6 +46,15 @@ TEST_F(Cli, SumsTheBudgetAndTakesSamples) {
         EXPECT_EQ(run("uncertainty " + std::string(words) + " " + file).status, status) << words;
 }
 
+TEST_F(Cli, ATotalThatWasTypedCountsAsInTheRisks) {
+    const Result set = run(std::string("set ") + good + " --process-u 0.4 -o typed.mrk --compute");
+    ASSERT_EQ(set.status, 0);
+    const json told = run("uncertainty --json typed.mrk").lines().at(0);
+    const json computed = run("show --json typed.mrk").lines().at(0);
+    EXPECT_NEAR(told.at("TotalUncertainty").get<double>(), computed.at("MTE_Sigma").get<double>(), 1e-12);
+    EXPECT_NE(run("uncertainty typed.mrk").out.find(", entered as a total"), std::string::npos);
+}
+
 TEST_F(Cli, DrawsPictures) {
     const std::string file = "ex/thermometer-process-uncertainty.mrk";
     for (const auto& [name, start] :
