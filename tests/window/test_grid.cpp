@@ -209,6 +209,19 @@ class GridTest final : public QObject {
         QTEST(box->font().pointSizeF() / d.window->font().pointSizeF(), "size");
         QCOMPARE(box->size(), before);
     }
+
+    /// In the small no text of the screen is bold: a figure that changes does not become so again.
+    void aLargeFigureStaysAsBoldAsItIs() {
+        EntryBox box;
+        box.setSizes({1.6, 1.2, 1.0});
+        for (const bool bold : {false, true}) {
+            QFont font = box.font();
+            font.setBold(bold);
+            box.setFont(font);
+            box.setText(bold ? "0.54" : "1.23");
+            QCOMPARE(box.font().bold(), bold);
+        }
+    }
 };
 
 } // namespace metrisk::testing

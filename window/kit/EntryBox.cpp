@@ -144,7 +144,7 @@ QFont EntryBox::sized(std::size_t size) const {
     if (sizes_.empty()) return font();
     QFont made = base_;
     made.setPointSizeF(base_.pointSizeF() * sizes_[std::min(size, sizes_.size() - 1)]);
-    made.setBold(true);
+    made.setBold(font().bold());
     return made;
 }
 

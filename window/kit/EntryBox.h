@@ -33,7 +33,7 @@ class EntryBox final : public QLineEdit {
     void setRoomFor(const QString& text);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-    /// Its text is bold and as large as it fits: the first of these shares of its font, else the last, which
+    /// Its text is as large as it fits: the first of these shares of its font, else the last, which
     /// are in falling order. The first decides what room it wishes, the second what it needs.
     void setSizes(std::vector<double> sizes);
     /// The text before the entry that is being typed, or since it was committed.

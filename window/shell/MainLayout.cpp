@@ -76,6 +76,9 @@ QWidget* asHeading(QWidget* button) {
 QWidget* large(const WidgetMaker& w, const char* control) {
     auto* box = static_cast<EntryBox*>(w(control));
     box->setRoomFor("1,234.56");
+    QFont bold = box->font();
+    bold.setBold(true);
+    box->setFont(bold);
     box->setSizes({resultSize, 1.2, 1.0}); // a long figure is shown smaller rather than cut
     return box;
 }
