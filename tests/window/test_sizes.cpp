@@ -9,9 +9,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyleOption>
 #include <QToolBar>
 #include <algorithm>
 
@@ -83,6 +85,40 @@ class SizeTest final : public QObject {
         auto* bar = d.window->findChild<QToolBar*>("tb_Main");
         for (QAction* action : bar->actions())
             QVERIFY2(bar->rect().contains(bar->actionGeometry(action)), qPrintable(action->objectName()));
+    }
+
+    void aFigureIsReadWithItsUnit() {
+        Desk d;
+        for (const auto& file : QDir(METRISK_SOURCE_DIR "/examples").entryInfoList({"*.mrk"})) {
+            d.window->openAtStart(file.filePath());
+            d.window->resize(d.window->sizeHint());
+            d.settle();
+            const auto* box = d.control<QLineEdit>("pnl_ProcessUncertainty");
+            const QMargins margins = box->textMargins();
+            const int room = box->width() - margins.left() - margins.right() - 6;
+            QVERIFY2(box->fontMetrics().horizontalAdvance(box->text()) <= room, qPrintable(box->text()));
+        }
+    }
+
+    void aUnitOfTimeIsReadInItsList() {
+        Desk d;
+        const EveryScreen screens(d);
+        for (const auto& screen : screens.all()) {
+            if (std::string_view(screen->name) != "ReliabilityModelCoefficients") continue;
+            WorksheetDialog dialog(*screen, layoutOf, d.window.get());
+            dialog.setWindowModality(Qt::NonModal);
+            dialog.show();
+            d.settle(&dialog);
+            auto* list = d.control<QComboBox>("IntervalUnitsBox", &dialog);
+            QStyleOptionComboBox option;
+            option.initFrom(list);
+            constexpr auto field = QStyle::SC_ComboBoxEditField;
+            const int room = list->style()->subControlRect(QStyle::CC_ComboBox, &option, field, list).width();
+            QVERIFY(list->count() > 0);
+            for (int i = 0; i < list->count(); ++i)
+                QVERIFY2(list->fontMetrics().horizontalAdvance(list->itemText(i)) + 4 <= room,
+                         qPrintable(list->itemText(i)));
+        }
     }
 
     void aScreenFollowsWhatItShows_data() {

@@ -20,6 +20,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -101,8 +103,11 @@ QWidget* make(Control& control) {
 
 void widen(QWidget* widget, int characters) {
     if (auto* box = qobject_cast<EntryBox*>(widget)) return box->setRoom(characters);
-    const int width = widget->fontMetrics().horizontalAdvance(QString(characters, '0'));
-    widget->setMinimumWidth(width + widget->fontMetrics().averageCharWidth() * 2);
+    QStyleOptionComboBox option; // the text of a list has what its frame and arrow leave
+    option.initFrom(widget);
+    const QSize text(widget->fontMetrics().horizontalAdvance(QString(characters, '0')), 0);
+    const QSize box = widget->style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, widget);
+    widget->setMinimumWidth(box.width());
 }
 
 } // namespace

@@ -232,7 +232,8 @@ QWidget* options(const WidgetMaker& w) {
     QWidget* guardbands = across({w("pnl_GuardbandLabel"), shown});
     static_cast<QBoxLayout*>(guardbands->layout())->insertStretch(1, 1);
     QWidget* processLabel = wrapped(w("pnl_UncertaintyLabel"));
-    QWidget* process = w.box("pnl_ProcessUncertainty", characters);
+    auto* process = static_cast<EntryBox*>(w.box("pnl_ProcessUncertainty", characters - 1));
+    process->setSizes({1.0, 0.85, 0.7, 0.6}); // with a long unit it is shown smaller rather than cut
     nameBy(processLabel, process);
     QWidget* uncertainty = across({processLabel, process, w("chk_IncludeUncertainty")});
     static_cast<QBoxLayout*>(uncertainty->layout())->setStretch(1, 1);
