@@ -100,8 +100,20 @@ class SizeTest final : public QObject {
         }
     }
 
+    /// In small letters too, as small desktops have them: frame and arrow are as wide as ever.
+    void aUnitOfTimeIsReadInItsList_data() {
+        QTest::addColumn<int>("points");
+        QTest::newRow("usual") << QApplication::font().pointSize();
+        QTest::newRow("small") << 7;
+    }
     void aUnitOfTimeIsReadInItsList() {
+        QFETCH(int, points);
         Desk d;
+        const QFont before = QApplication::font();
+        const auto back = qScopeGuard([&] { QApplication::setFont(before); });
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
         const EveryScreen screens(d);
         for (const auto& screen : screens.all()) {
             if (std::string_view(screen->name) != "ReliabilityModelCoefficients") continue;
