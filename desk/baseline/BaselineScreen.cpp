@@ -8,6 +8,7 @@
 #include "desk/links/RunMenu.h"
 #include "persistence/BaselineDefaults.h"
 #include "risk/Snapshot.h"
+#include "risk/evaluate/BaselineFigures.h"
 #include "risk/exact/Verified.h"
 
 #include <cmath>
@@ -327,12 +328,8 @@ BaselineDefaults BaselineScreen::figuresOf(const BaselineSide& side) const {
     b.Base_EqRatioTarget = std::isfinite(target) ? target : session_.record.Base_EqRatioTarget;
     b.Base_MTEPctInTol = valueOf(side.PctInTol1);
     b.Base_SUPctInTol = valueOf(side.PctInTol2);
-    b.Base_FalseAccept = side.falseAccept;
-    b.Base_AcceptUnits = side.FalseAcceptRiskUnits;
-    b.Base_Accept_fmt = baselinePicture(side.FalseAcceptRiskUnits);
-    b.Base_FalseReject = side.falseReject;
-    b.Base_RejectUnits = side.FalseRejectRiskUnits;
-    b.Base_Reject_fmt = baselinePicture(side.FalseRejectRiskUnits);
+    putBaselineRisks(b, {side.falseAccept, side.FalseAcceptRiskUnits},
+                     {side.falseReject, side.FalseRejectRiskUnits});
     return {b, side.falseAcceptOption, side.BaselineOption};
 }
 
